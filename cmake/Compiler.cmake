@@ -1,0 +1,15 @@
+# Compiler settings of the whole house: warnings are errors, the debug preset runs under sanitizers,
+# the release preset is hardened.
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+  -Wold-style-cast -Wcast-qual -Wformat=2 -Werror)
+
+if(KEYSTRAND_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+    -fno-omit-frame-pointer -O1)
+  add_link_options(-fsanitize=address,undefined)
+else()
+  add_compile_options(-fstack-protector-strong -fstack-clash-protection -fcf-protection
+    -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -D_GLIBCXX_ASSERTIONS)
+  add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack)
+endif()
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)

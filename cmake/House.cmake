@@ -1,0 +1,52 @@
+# The house's own build words.
+#
+# house_library(NAME FOLDER PATH [LINKS lib...] [PRIVATE_LINKS lib...] [INNER subfolder...])
+#   One folder below src/ is one library. Its sources are the folder's .cpp files and those of its
+#   INNER folders. Its headers are reached as "PATH/Header.h", and only by libraries that link it:
+#   each library gets an include root of its own that holds nothing but its headers, so an include
+#   that the links do not allow does not build. Headers of INNER folders are reachable from the
+#   library itself alone.
+#
+# house_test(NAME [SOURCES file...] [LINKS lib...] [OFFSCREEN])
+#   One GoogleTest program, run by CTest under its name.
+
+function(house_library name)
+  cmake_parse_arguments(ARG "" "FOLDER" "LINKS;PRIVATE_LINKS;INNER" ${ARGN})
+  set(dir ${PROJECT_SOURCE_DIR}/src/${ARG_FOLDER})
+  file(GLOB sources CONFIGURE_DEPENDS ${dir}/*.cpp)
+  file(GLOB headers CONFIGURE_DEPENDS ${dir}/*.h)
+  foreach(inner IN LISTS ARG_INNER)
+    file(GLOB inner_sources CONFIGURE_DEPENDS ${dir}/${inner}/*.cpp)
+    list(APPEND sources ${inner_sources})
+  endforeach()
+  set(root ${PROJECT_BINARY_DIR}/include/${name})
+  file(MAKE_DIRECTORY ${root}/${ARG_FOLDER})
+  foreach(header IN LISTS headers)
+    get_filename_component(file ${header} NAME)
+    file(CREATE_LINK ${header} ${root}/${ARG_FOLDER}/${file} SYMBOLIC)
+  endforeach()
+  if(sources)
+    add_library(${name} STATIC ${sources})
+    target_include_directories(${name} PUBLIC ${root})
+    if(ARG_INNER)
+      target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src)
+    endif()
+    target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS})
+  else()
+    add_library(${name} INTERFACE)
+    target_include_directories(${name} INTERFACE ${root})
+    target_link_libraries(${name} INTERFACE ${ARG_LINKS})
+  endif()
+endfunction()
+
+function(house_test name)
+  cmake_parse_arguments(ARG "OFFSCREEN" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gmock GTest::gtest_main)
+  target_compile_definitions(${name} PRIVATE
+    TEST_DATA_DIR="${TEST_DATA_DIR}" PROJECT_DATA_DIR="${PROJECT_SOURCE_DIR}/tests/data")
+  add_test(NAME ${name} COMMAND ${name})
+  if(ARG_OFFSCREEN)
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+  endif()
+endfunction()

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "platform/adodb/Connection.h"
+#include "platform/runtime/Variant.h"
+
+namespace ADODB {
+
+class Recordset;
+
+/// One column of the current row, by name.
+class Field {
+ public:
+  /// The column's value in the current row; null for a null. Raises 3021 with no current row.
+  runtime::Variant value() const;
+  /// Stages a new value for the current row. Raises 3021 with no current row, 3251 where the column
+  /// can't be updated.
+  void value(runtime::Variant staged);
+
+ private:
+  friend class Recordset;
+  Field(Recordset& owner, int column) : owner_(&owner), column_(column) {}
+
+  Recordset* owner_;
+  int column_;
+};
+
+/// The rows of one SELECT, held on the client.
+class Recordset {
+ public:
+  Recordset();
+  ~Recordset();
+  Recordset(const Recordset&) = delete;
+  Recordset& operator=(const Recordset&) = delete;
+
+  /// Runs one SELECT statement in the engine's dialect. Raises the provider's error with the engine's
+  /// words for whatever keeps the statement from running; 3705 when it is open already.
+  void Open(std::u16string_view source, Connection& connection, int cursorType, int lockType,
+            int options);
+  /// Number of rows. Raises 3704 when closed, like all below.
+  std::int32_t RecordCount() const;
+  /// True past the last row. (`EOF` is a macro of the C library.)
+  bool Eof() const;
+  /// Goes to the next row; raises 3021 when already past the last one.
+  void MoveNext();
+  /// The column of that name, letter case aside; 3265 when the result has none.
+  Field Fields(std::u16string_view name);
+  /// Number of columns, and the name of each as the statement or the file spells it.
+  int FieldCount() const;
+  std::u16string FieldName(int column) const;
+  Field FieldAt(int column);
+  /// Writes the staged values of the current row to the file; the row stays current and reads as
+  /// written. Raises the engine's error when a value is refused, and writes nothing then.
+  void Update();
+  /// Releases the result. Raises 3704 when it isn't open.
+  void Close();
+  int State() const;
+
+ private:
+  friend class Field;
+  struct Rows;
+  std::unique_ptr<Rows> rows_;
+};
+
+}  // namespace ADODB

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace files {
+
+/// A text file opened for input, read line by line, in the machine's code page.
+class InputFile {
+ public:
+  /// Raises 53 (not found), 76 (folder not found), 70 (permission denied), 75 (not a file).
+  explicit InputFile(std::u16string_view path);
+  ~InputFile();
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+
+  /// The next line. CR or CR LF ends it and belongs to none; a lone LF is an ordinary character, as
+  /// are NUL and 0x1A. Raises 62 past the end of the file.
+  std::u16string lineInput();
+
+ private:
+  struct Bytes;
+  std::unique_ptr<Bytes> bytes_;
+};
+
+/// A text file opened for output, created or emptied at once; lines go to the disk as they are
+/// written or at the latest when the file is closed.
+class OutputFile {
+ public:
+  /// Raises 76 (folder not found), 70 or 75 (not writable).
+  explicit OutputFile(std::u16string_view path);
+  /// Closes what is still open and lets a failure pass silently; `close` is the way to learn of it.
+  ~OutputFile();
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+
+  /// Writes one line in the machine's code page, ended by CR LF. Raises 61 (disk full) or 57.
+  void print(std::u16string_view line);
+  void close();
+
+ private:
+  struct Bytes;
+  std::unique_ptr<Bytes> bytes_;
+};
+
+/// Deletes a file. Raises 53 when it is missing, 70 or 75 when it can't be deleted.
+void kill(std::u16string_view path);
+
+}  // namespace files
+
+namespace Scripting {
+
+/// The one question that the system asks the file system.
+class FileSystemObject {
+ public:
+  /// True for a file (not a folder) that exists at the path.
+  bool FileExists(std::u16string_view path) const;
+};
+
+}  // namespace Scripting

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/forms/Measures.h"
+
+class QWidget;
+
+namespace forms {
+
+class Form;
+class Container;
+
+/// An event of a control. The screen sets the handler; a control raises it through the dispatcher when
+/// the user acts, and directly, nested in the setter, when code sets a value.
+template <class... Arguments>
+using Event = std::function<void(Arguments...)>;
+
+/// What all controls have. A control belongs to its container for its whole life.
+class Control {
+ public:
+  virtual ~Control();
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+
+  const std::string& Name() const { return name_; }
+  /// Place in the control array, 0 for a control that stands alone.
+  std::int16_t Index() const { return index_; }
+
+  /// Position and size in twips, within the container.
+  Twips Left() const { return left_; }
+  Twips Top() const { return top_; }
+  Twips Width() const { return width_; }
+  Twips Height() const { return height_; }
+  void Left(Twips left);
+  void Top(Twips top);
+  void Height(Twips height);
+
+  bool Visible() const { return visible_; }
+  void Visible(bool visible);
+  int TabIndex() const { return tabIndex_; }
+
+ protected:
+  /// `widget` is made by the derived class as a child of the container's widget; the control owns it.
+  Control(Container& container, const Design& design, std::int16_t index, QWidget* widget);
+  QWidget* widget() const { return widget_; }
+
+ private:
+  friend class Form;
+  friend class Container;
+  void place();
+
+  std::string name_;
+  std::int16_t index_;
+  Container& container_;
+  QWidget* widget_;
+  Twips left_, top_, width_, height_;
+  int tabIndex_;
+  bool visible_;
+};
+
+/// What can hold controls: a screen, a picture box, a frame.
+class Container {
+ public:
+  virtual ~Container() = default;
+
+ protected:
+  friend class Control;
+  friend class Form;
+  /// The widget that children are made in; made by the derived class.
+  virtual QWidget* client() const = 0;
+  virtual Form& form() = 0;
+};
+
+/// An indexed array of like controls. The elements live as long as the array.
+template <class T>
+class ControlArray {
+ public:
+  /// `count` controls, the i-th made from `design(i)`.
+  template <class DesignOf>
+  ControlArray(Container& container, std::int16_t count, DesignOf design) {
+    elements_.reserve(count);
+    for (std::int16_t i = 0; i < count; ++i)
+      elements_.push_back(std::make_unique<T>(container, design(i), i));
+  }
+
+  T& operator()(std::int16_t index) { return *elements_.at(index); }
+  const T& operator()(std::int16_t index) const { return *elements_.at(index); }
+  std::int16_t count() const { return static_cast<std::int16_t>(elements_.size()); }
+  auto begin() { return elements_.begin(); }
+  auto end() { return elements_.end(); }
+
+ private:
+  std::vector<std::unique_ptr<T>> elements_;
+};
+
+}  // namespace forms

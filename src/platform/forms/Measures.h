@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace forms {
+
+/// A length or position on a screen: 1/1440 inch. Fifteen make one logical pixel of the toolkit; only
+/// this library turns the one into the other.
+struct Twips {
+  int value = 0;
+
+  constexpr Twips(int twips = 0) : value(twips) {}
+  constexpr auto operator<=>(const Twips&) const = default;
+};
+
+inline constexpr int kTwipsPerPixel = 15;
+
+/// A colour: 0x00BBGGRR for a plain one, top bit set for a system colour.
+using Colour = std::int32_t;
+
+inline constexpr Colour kWhite = 0xFFFFFF;
+inline constexpr Colour kBlack = 0;
+inline constexpr Colour kWindowBackground = -2147483643;  ///< 0x80000005
+inline constexpr Colour kWindowText = -2147483640;        ///< 0x80000008
+inline constexpr Colour kButtonFace = -2147483633;        ///< 0x8000000F
+inline constexpr Colour kButtonText = -2147483630;        ///< 0x80000012
+
+/// A face and a size in points. A face that the machine lacks is drawn in Arial or its metric twin.
+struct Font {
+  std::u16string_view face = u"Arial";
+  double points = 9.75;
+  int weight = 400;
+};
+
+/// What a screen stores for a control: one row of its design table.
+struct Design {
+  const char* name = "";  ///< the control's own name; also its name in the toolkit's object tree
+  std::u16string_view caption{};
+  Twips left, top, width, height;  ///< relative to the container's client area
+  int tabIndex = -1;               ///< place in the tab order; -1: none
+  bool visible = true;
+  std::u16string_view toolTip{};
+  Colour backColour = kButtonFace;
+  Colour foreColour = kButtonText;
+  Font font{};
+  bool transparent = false;  ///< labels: the back colour isn't painted
+};
+
+}  // namespace forms

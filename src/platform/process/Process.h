@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "platform/process/Host.h"
+
+namespace process {
+
+/// Runs one control event, timer or the start-up. A run-time error that comes out of it is reported
+/// and ends the process with status 1; any other exception is turned into one first. Nothing is
+/// dispatched once the process has been ended (which only a test's host outlives).
+void dispatch(const std::function<void()>& handler);
+
+/// Ends the process on purpose, with status 0. Never returns: under a test's host it unwinds to the
+/// dispatcher.
+[[noreturn]] void endProgram();
+
+/// True once the process was ended under a host that outlived it. Every modal loop leaves then.
+bool hasEnded();
+/// Calls `leave` when the process is ended under a host that outlives it, so that a modal loop can
+/// return. Gives back a function that takes the call off again.
+std::function<void()> onEnd(std::function<void()> leave);
+/// A new life for the next test.
+void resetEnded();
+
+/// Shows a message box through the host; without a title it bears the program's.
+MessageAnswer MsgBox(const std::u16string& text, std::int32_t style = kOkOnly,
+                     const std::u16string& title = std::u16string(kProgramTitle));
+/// Starts the program at a path below the program folder, each name in any case.
+void Shell(std::u16string_view path, WindowStyle style);
+
+}  // namespace process

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace profile {
+
+/// The stored text of an entry of the per-user settings store, the default where it is absent.
+/// Application, section and key are found without regard to case; the value is kept exactly.
+std::u16string GetSetting(std::u16string_view application, std::u16string_view section,
+                          std::u16string_view key, std::u16string_view defaultValue = u"");
+
+/// Stores the text, creating application, section and key as needed.
+/// Raises error 75 when the entry can't be written.
+void SaveSetting(std::u16string_view application, std::u16string_view section,
+                 std::u16string_view key, std::u16string_view value);
+
+}  // namespace profile

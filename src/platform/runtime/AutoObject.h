@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+
+namespace runtime {
+
+/// An auto-creating object variable: absent at first, and wherever it is used while absent, a new
+/// object comes into being.
+template <class T>
+class AutoObject {
+ public:
+  T& operator*() { return object(); }
+  T* operator->() { return &object(); }
+
+  /// Makes a new object, whatever the variable held.
+  void setNew() { object_ = std::make_unique<T>(); }
+  /// Releases the object.
+  void setAbsent() { object_.reset(); }
+  bool isAbsent() const { return object_ == nullptr; }
+
+ private:
+  T& object() {
+    if (!object_) setNew();
+    return *object_;
+  }
+
+  std::unique_ptr<T> object_;
+};
+
+}  // namespace runtime

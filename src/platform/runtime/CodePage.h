@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace runtime {
+
+/// Wide text to bytes of the machine's code page (windows-1252). The five bytes that the page leaves
+/// open (0x81, 0x8D, 0x8F, 0x90, 0x9D) stand for U+0081 and so on; each 16-bit unit that it can't
+/// express becomes "?".
+std::string toCodePage(std::u16string_view text);
+/// Bytes of the machine's code page to wide text; every byte has a character.
+std::u16string fromCodePage(std::string_view bytes);
+
+/// UTF-8 both ways; malformed input becomes U+FFFD. For the host system's names and streams.
+std::string toUtf8(std::u16string_view text);
+std::u16string fromUtf8(std::string_view bytes);
+
+}  // namespace runtime

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/runtime/Conversion.h"
+
+namespace runtime {
+
+/// A signed 16-bit integer whose arithmetic is checked: a result beyond -32768..32767 raises
+/// error 6 and leaves the operands as they were.
+class Integer16 {
+ public:
+  constexpr Integer16(std::int16_t value = 0) : value_(value) {}
+  constexpr operator std::int16_t() const { return value_; }
+
+  friend Integer16 operator+(Integer16 a, Integer16 b) { return toInteger(a.wide() + b.wide()); }
+  friend Integer16 operator-(Integer16 a, Integer16 b) { return toInteger(a.wide() - b.wide()); }
+
+ private:
+  constexpr std::int32_t wide() const { return value_; }
+
+  std::int16_t value_;
+};
+
+}  // namespace runtime

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <string_view>
+
+namespace runtime {
+
+/// Numbers of the platform's own run-time errors, as the failure report shows them.
+enum class ErrorNumber : std::int32_t {
+  InvalidProcedureCall = 5,
+  Overflow = 6,
+  OutOfMemory = 7,
+  SubscriptOutOfRange = 9,
+  TypeMismatch = 13,
+  InternalError = 51,
+  FileNotFound = 53,
+  BadFileMode = 54,
+  DeviceIoError = 57,
+  DiskFull = 61,
+  InputPastEnd = 62,
+  PermissionDenied = 70,
+  PathFileAccess = 75,
+  PathNotFound = 76,
+  ObjectNotSet = 91,
+  InvalidUseOfNull = 94,
+  InvalidPropertyValue = 380,
+};
+
+/// The platform's own words for a number, for example "Type mismatch".
+std::u16string_view errorText(ErrorNumber number);
+
+/// The one failure type of the program: a number and the words that the report shows.
+/// Numbers of the platform are positive; the database provider's are negative or above 3000.
+class RunTimeError : public std::exception {
+ public:
+  /// A platform error with the platform's own words.
+  explicit RunTimeError(ErrorNumber number);
+  /// An error with words of its own, as the database provider gives them.
+  RunTimeError(std::int32_t number, std::u16string text);
+
+  std::int32_t number() const { return number_; }
+  const std::u16string& text() const { return text_; }
+  /// Number and text as UTF-8, for logs and test output.
+  const char* what() const noexcept override { return what_.c_str(); }
+
+ private:
+  std::int32_t number_;
+  std::u16string text_;
+  std::string what_;
+};
+
+}  // namespace runtime

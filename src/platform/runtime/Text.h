@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace runtime {
+
+/// Text is counted in 16-bit units. Lengths are signed, as on the platform: a negative one raises
+/// error 5, one beyond the text's end takes what there is.
+
+/// The leftmost `length` units.
+std::u16string left(std::u16string_view text, std::ptrdiff_t length);
+/// The rightmost `length` units.
+std::u16string right(std::u16string_view text, std::ptrdiff_t length);
+/// Spaces (U+0020, nothing else) dropped from both ends.
+std::u16string trim(std::u16string_view text);
+/// `count` spaces.
+std::u16string spaces(std::size_t count);
+/// The pieces between the separators, without limit; the empty text gives no piece at all.
+std::vector<std::u16string> split(std::u16string_view text, char16_t separator);
+
+}  // namespace runtime

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace runtime {
+
+struct Null {
+  bool operator==(const Null&) const = default;
+};
+/// A Currency amount in ten-thousandths.
+struct Currency {
+  std::int64_t tenThousandths = 0;
+  bool operator==(const Currency&) const = default;
+};
+/// A date: days since 1899-12-30; the fraction is the time of day.
+struct Date {
+  double days = 0;
+  bool operator==(const Date&) const = default;
+};
+struct Guid {
+  std::array<std::uint8_t, 16> bytes{};  ///< in printed order
+  bool operator==(const Guid&) const = default;
+};
+/// A scaled decimal (type 16 of the store's columns), as its plain decimal text.
+struct Decimal {
+  std::u16string digits;
+  bool operator==(const Decimal&) const = default;
+};
+using Binary = std::vector<std::uint8_t>;
+
+/// What a database field holds, or is given.
+class Variant {
+ public:
+  using Alternatives = std::variant<Null, bool, std::uint8_t, std::int16_t, std::int32_t, Currency, float,
+                               double, Date, std::u16string, Binary, Guid, Decimal>;
+
+  Variant() = default;
+  template <class T>
+  Variant(T value) : value_(std::move(value)) {}
+  Variant(std::u16string_view text) : value_(std::u16string(text)) {}
+  Variant(const char16_t* text) : value_(std::u16string(text)) {}
+
+  bool isNull() const { return std::holds_alternative<Null>(value_); }
+  const Alternatives& get() const { return value_; }
+
+  /// The value as text; a null raises error 94.
+  std::u16string toText() const;
+  /// The value as a 32-bit integer, a fraction rounded half to even; null raises 94, a text that is no
+  /// number 13, a value beyond the range 6.
+  std::int32_t toLong() const;
+  bool operator==(const Variant&) const = default;
+
+ private:
+  Alternatives value_;
+};
+
+/// The value joined with a text: a null joins as the empty text, any other value as its text.
+std::u16string operator&(const Variant& value, std::u16string_view text);
+
+}  // namespace runtime

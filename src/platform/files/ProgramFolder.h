@@ -6,16 +6,17 @@
 
 namespace files {
 
-/// Tells by which path the program was started (the first argument of `main`), made absolute; a link
-/// to the program file is not followed.
+/// Tells by which path the program was started (the first argument of `main`), made absolute; a
+/// link to the program file is not followed.
 void setProgramFile(const std::filesystem::path& started);
 
 /// The folder of that path, without a trailing separator. Asked for afresh at each use.
 std::u16string programFolder();
 
-/// A path of the system, that is the program folder joined with literals that begin with a backslash,
-/// as a path of the host. Each name below the program folder is found without regard to case; an
-/// exact match wins, and a name that is not there yet stays as written. Doubled separators count once.
+/// A path of the system, that is the program folder joined with literals that begin with a
+/// backslash, as a path of the host. Each name below the program folder is found without regard to
+/// case; an exact match wins, and a name that is not there yet stays as written. Doubled separators
+/// count once.
 std::filesystem::path resolve(std::u16string_view path);
 
 }  // namespace files

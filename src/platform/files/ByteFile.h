@@ -1,0 +1,63 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <span>
+
+#include "platform/files/FileError.h"
+
+namespace files {
+
+/// A file of bytes at random places, with advisory locks on the whole of it. The locks belong to
+/// this opening of the file (Linux open-file-description locks): two openings exclude each other
+/// inside one process as well, and a file server carries them to other hosts.
+class ByteFile {
+ public:
+  enum class Access {
+    ReadOnly,
+    ReadWrite,
+    Create,  ///< read and write; the file is created, or emptied when it is there
+  };
+
+  /// Opens the file at a path of the host (see `resolve`).
+  /// Raises a FileError: 53 Missing, 76 FolderMissing, 70 or 75 NoPermission, 75 NotAFile.
+  ByteFile(const std::filesystem::path& path, Access access);
+  ~ByteFile();
+  ByteFile(const ByteFile&) = delete;
+  ByteFile& operator=(const ByteFile&) = delete;
+
+  const std::filesystem::path& path() const { return path_; }
+
+  /// Bytes in the file now. Raises 57.
+  std::uint64_t size() const;
+  /// Reads from `offset` until `bytes` is full or the file ends; gives the number of bytes read.
+  /// Raises 57.
+  std::size_t readAt(std::uint64_t offset, std::span<std::uint8_t> bytes) const;
+  /// Writes all of `bytes` at `offset`, making the file longer where needed.
+  /// Raises 61 (disk full), 57, or 75 on a file opened read-only.
+  void writeAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
+  /// Returns when all that was written has reached the disk. Raises 57 or 61.
+  void sync();
+
+  static constexpr std::chrono::milliseconds kLockWait{5000};
+
+  /// Takes the lock that others may share, or turns an exclusive one into it. Where another opening
+  /// holds the exclusive lock it waits up to `wait`, then raises a FileError 70 Held; this opening
+  /// then has the lock that it had before.
+  void lockShared(std::chrono::milliseconds wait = kLockWait);
+  /// Takes the lock that excludes all others, with the same rules. Needs ReadWrite access. A shared
+  /// lock of this opening is kept while it waits: who may meet another updater gives it up first.
+  void lockExclusive(std::chrono::milliseconds wait = kLockWait);
+  /// Gives up the lock; closing the file does so too.
+  void unlock();
+
+ private:
+  void lock(short type, std::chrono::milliseconds wait);
+
+  std::filesystem::path path_;
+  int descriptor_ = -1;
+};
+
+}  // namespace files

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+
+namespace files {
+
+/// One step that the program is about to take on a file.
+struct FileStep {
+  enum class Kind {
+    Read,
+    Write,
+    Sync,    ///< the bytes written so far are to reach the disk
+    Rename,  ///< a finished temporary file takes the place of `path`
+  };
+  Kind kind;
+  const std::filesystem::path& path;
+  std::uint64_t offset = 0;  ///< place of the first byte; 0 for Sync and Rename
+  std::size_t size = 0;      ///< bytes to read or write; 0 for Sync and Rename
+};
+
+/// Asked before each step. Gives how many bytes of it take place: fewer than `size` make a write
+/// stop there with error 61 and let a read come to the end of the file there. What it throws comes
+/// out of the step, of which nothing has taken place then.
+using FaultSeam = std::function<std::size_t(const FileStep&)>;
+
+/// Puts a seam between the program and all its files; an empty one (the default) takes it off.
+/// For tests only: the product sets none.
+void setFaultSeam(FaultSeam seam);
+
+/// Bytes of the step that may take place; all of them where no seam is set. For this library's
+/// files.
+std::size_t allowedBytes(const FileStep& step);
+
+}  // namespace files

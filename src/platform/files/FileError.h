@@ -1,0 +1,41 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "platform/runtime/RunTimeError.h"
+
+namespace files {
+
+/// Why the host system refused a file.
+enum class FileProblem {
+  Missing,        ///< no such file, its folder is there
+  FolderMissing,  ///< the folder is not there, or a part of it is no folder
+  NoPermission,   ///< also a write to a file or disk that is read-only
+  NotAFile,       ///< a folder, a device, a pipe
+  Held,           ///< another program holds the file's lock
+  DiskFull,
+  Other,
+};
+
+/// A file operation that failed: a run-time error with the platform's number and words, and with
+/// the reason for those who report it in words of their own.
+class FileError : public runtime::RunTimeError {
+ public:
+  FileError(runtime::ErrorNumber number, FileProblem problem, std::filesystem::path path,
+            int systemError);
+
+  FileProblem problem() const { return problem_; }
+  const std::filesystem::path& path() const { return path_; }
+  /// The system's error number (`errno`), 0 where the system gave none.
+  int systemError() const { return systemError_; }
+  /// The system's own words for it, for example "No such file or directory".
+  std::string systemReason() const;
+
+ private:
+  FileProblem problem_;
+  std::filesystem::path path_;
+  int systemError_;
+};
+
+}  // namespace files

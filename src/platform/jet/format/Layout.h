@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace jet {
+
+/// The two generations of the file format.
+enum class Version : std::uint8_t { Jet3, Jet4 };
+
+/// Kind of a page: its first byte.
+enum class PageType : std::uint8_t {
+  Header = 0,
+  Data = 1,
+  TableDefinition = 2,
+  IndexNode = 3,
+  IndexLeaf = 4,
+  Bitmap = 5,
+};
+
+/// Fixed places of the file.
+inline constexpr std::uint32_t kGlobalMapPage = 1;
+inline constexpr std::uint32_t kObjectsPage = 2;  ///< definition of MSysObjects
+inline constexpr std::uint32_t kAcesPage = 3;
+inline constexpr std::uint32_t kQueriesPage = 4;
+inline constexpr std::uint32_t kRelationshipsPage = 5;
+
+/// What differs in size between the generations. Offsets count from the start of a page or of the
+/// structure named, in bytes.
+struct Layout {
+  Version version;
+  std::size_t pageSize;
+  std::size_t longestRow;
+  std::size_t longestPiece;   ///< of a long value on a page of its own
+  std::size_t longestInline;  ///< long value that is kept in the row
+  std::size_t dataSlots;      ///< data page: where the slots begin
+  std::size_t indexPrevious;  ///< index page: fields of the header
+  std::size_t indexNext;
+  std::size_t indexTail;
+  std::size_t indexPrefix;
+  std::size_t indexLevel;
+  std::size_t indexMask;
+  std::size_t indexData;
+  std::size_t defaultMapRow;  ///< length of a new usage map's row
+
+  std::size_t indexCapacity() const { return pageSize - indexData; }
+};
+
+inline constexpr Layout kJet3Layout{.version = Version::Jet3,
+                                    .pageSize = 2048,
+                                    .longestRow = 2012,
+                                    .longestPiece = 2032,
+                                    .longestInline = 32,
+                                    .dataSlots = 10,
+                                    .indexPrevious = 8,
+                                    .indexNext = 12,
+                                    .indexTail = 16,
+                                    .indexPrefix = 20,
+                                    .indexLevel = 21,
+                                    .indexMask = 22,
+                                    .indexData = 248,
+                                    .defaultMapRow = 133};
+
+inline constexpr Layout kJet4Layout{.version = Version::Jet4,
+                                    .pageSize = 4096,
+                                    .longestRow = 4060,
+                                    .longestPiece = 4076,
+                                    .longestInline = 64,
+                                    .dataSlots = 14,
+                                    .indexPrevious = 12,
+                                    .indexNext = 16,
+                                    .indexTail = 20,
+                                    .indexPrefix = 24,
+                                    .indexLevel = 26,
+                                    .indexMask = 27,
+                                    .indexData = 480,
+                                    .defaultMapRow = 69};
+
+inline constexpr const Layout& layoutOf(Version version) {
+  return version == Version::Jet3 ? kJet3Layout : kJet4Layout;
+}
+
+}  // namespace jet

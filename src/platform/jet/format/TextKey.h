@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace jet {
+
+/// The order by which a file compares, sorts and indexes text: the General order, in the form of
+/// the file's generation. Letter case never counts, accents only between texts that are otherwise
+/// equal, apostrophe and hyphen (Jet 4) last of all; blanks at the end never count, nor does what
+/// stands behind the 255th character.
+enum class TextOrder : std::uint8_t { General3, General4 };
+
+/// Appends the text's key to `key`. Keys compare as plain bytes (the shorter of two first where one
+/// begins with the other); texts are equal in the order exactly when their keys are. Every text has
+/// a key; false says that a character outside the known tables took part: it then sorts behind all
+/// known ones, by its number, and the key must not go into an index.
+bool appendTextKey(TextOrder order, std::u16string_view text, std::string& key);
+
+/// The same for text whose bytes are its characters: U+0000 to U+00FF for General4 (text as the
+/// file keeps it compressed), windows-1252 for General3.
+bool appendByteTextKey(TextOrder order, std::span<const std::uint8_t> text, std::string& key);
+
+/// The key of one text.
+std::string textKey(TextOrder order, std::u16string_view text);
+
+/// True when the texts are equal in the General order; names of objects and columns compare so.
+bool sameName(std::u16string_view a, std::u16string_view b);
+
+}  // namespace jet

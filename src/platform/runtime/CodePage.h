@@ -5,9 +5,9 @@
 
 namespace runtime {
 
-/// Wide text to bytes of the machine's code page (windows-1252). The five bytes that the page leaves
-/// open (0x81, 0x8D, 0x8F, 0x90, 0x9D) stand for U+0081 and so on; each 16-bit unit that it can't
-/// express becomes "?".
+/// Wide text to bytes of the machine's code page (windows-1252). The five bytes that the page
+/// leaves open (0x81, 0x8D, 0x8F, 0x90, 0x9D) stand for U+0081 and so on; each 16-bit unit that it
+/// can't express becomes "?".
 std::string toCodePage(std::u16string_view text);
 /// Bytes of the machine's code page to wide text; every byte has a character.
 std::u16string fromCodePage(std::string_view bytes);

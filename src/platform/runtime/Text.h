@@ -21,4 +21,8 @@ std::u16string spaces(std::size_t count);
 /// The pieces between the separators, without limit; the empty text gives no piece at all.
 std::vector<std::u16string> split(std::u16string_view text, char16_t separator);
 
+/// The text with every letter, an accented one too, made comparable without regard to case. For
+/// names of files, sections, keys and fields; the store's texts compare by their own order.
+std::u16string foldCase(std::u16string_view text);
+
 }  // namespace runtime

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -36,22 +38,24 @@ using Binary = std::vector<std::uint8_t>;
 /// What a database field holds, or is given.
 class Variant {
  public:
-  using Alternatives = std::variant<Null, bool, std::uint8_t, std::int16_t, std::int32_t, Currency, float,
-                               double, Date, std::u16string, Binary, Guid, Decimal>;
+  using Alternatives = std::variant<Null, bool, std::uint8_t, std::int16_t, std::int32_t, Currency,
+                                    float, double, Date, std::u16string, Binary, Guid, Decimal>;
 
   Variant() = default;
   template <class T>
-  Variant(T value) : value_(std::move(value)) {}
+  requires std::is_constructible_v<Alternatives, T> Variant(T value) : value_(std::move(value)) {}
   Variant(std::u16string_view text) : value_(std::u16string(text)) {}
   Variant(const char16_t* text) : value_(std::u16string(text)) {}
 
   bool isNull() const { return std::holds_alternative<Null>(value_); }
   const Alternatives& get() const { return value_; }
 
-  /// The value as text; a null raises error 94.
+  /// The value as text: whole numbers in plain decimal, a double with up to 15 significant digits
+  /// (a single with 7), Currency with up to 4 decimals, "True" and "False", a date as "YYYY-MM-DD
+  /// hh:mm:ss", a GUID in braces and capitals. A null raises error 94, bytes raise 13.
   std::u16string toText() const;
-  /// The value as a 32-bit integer, a fraction rounded half to even; null raises 94, a text that is no
-  /// number 13, a value beyond the range 6.
+  /// The value as a 32-bit integer, a fraction rounded half to even, True as -1; null raises 94, a
+  /// text that is no number 13 (as do bytes and a GUID), a value beyond the range 6.
   std::int32_t toLong() const;
   bool operator==(const Variant&) const = default;
 

@@ -1,0 +1,292 @@
+#include "platform/runtime/Conversion.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <optional>
+
+#include "platform/runtime/RunTimeError.h"
+
+namespace runtime {
+namespace {
+
+[[noreturn]] void overflow() {
+  throw RunTimeError(ErrorNumber::Overflow);
+}
+[[noreturn]] void typeMismatch() {
+  throw RunTimeError(ErrorNumber::TypeMismatch);
+}
+
+/// What has been read of a text so far.
+class Cursor {
+ public:
+  explicit Cursor(std::u16string_view text) : text_(text) {}
+
+  bool atEnd() const { return at_ == text_.size(); }
+  /// The character that comes next; U+0000 at the end.
+  char16_t next() const { return atEnd() ? u'\0' : text_[at_]; }
+  void advance() { ++at_; }
+  std::size_t mark() const { return at_; }
+  void backTo(std::size_t mark) { at_ = mark; }
+
+  bool take(char16_t character) {
+    if (atEnd() || next() != character) return false;
+    advance();
+    return true;
+  }
+  bool takeAnyOf(std::u16string_view characters) {
+    if (atEnd() || characters.find(next()) == characters.npos) return false;
+    advance();
+    return true;
+  }
+
+ private:
+  std::u16string_view text_;
+  std::size_t at_ = 0;
+};
+
+bool isDigit(char16_t character) {
+  return character >= u'0' && character <= u'9';
+}
+
+/// The value of a digit of base 8 or 16, nothing for another character.
+std::optional<int> digitOf(char16_t character, int base) {
+  int value = -1;
+  if (isDigit(character)) value = character - u'0';
+  if (character >= u'A' && character <= u'F') value = character - u'A' + 10;
+  if (character >= u'a' && character <= u'f') value = character - u'a' + 10;
+  if (value < 0 || value >= base) return std::nullopt;
+  return value;
+}
+
+/// The base that "H" or "O" behind an ampersand names.
+std::optional<int> takeBase(Cursor& cursor) {
+  if (!cursor.take(u'&')) return std::nullopt;
+  if (cursor.takeAnyOf(u"Hh")) return 16;
+  if (cursor.takeAnyOf(u"Oo")) return 8;
+  return std::nullopt;
+}
+
+/// A decimal number as it stands in a text: the digits without leading zeros, and the place of the
+/// decimal point counted from their front.
+struct DecimalNumber {
+  std::string digits;
+  long point = 0;
+  bool hasDigit = false;
+
+  void addWhole(char16_t digit) {
+    hasDigit = true;
+    if (digits.empty() && digit == u'0') return;
+    digits.push_back(static_cast<char>(digit));
+    ++point;
+  }
+  void addFraction(char16_t digit) {
+    hasDigit = true;
+    if (digits.empty() && digit == u'0') {
+      --point;
+      return;
+    }
+    digits.push_back(static_cast<char>(digit));
+  }
+
+  double value() const {
+    if (digits.empty() || point < -400) return 0;
+    if (point > 400) overflow();
+    const std::string text = "0." + digits + "e" + std::to_string(point);
+    double number = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (read.ec != std::errc::result_out_of_range) return number;
+    if (point > 0) overflow();
+    return 0;
+  }
+};
+
+/// Digits with one decimal point. Commas between the digits of the whole part are left out where
+/// the caller takes them for separators of thousands.
+DecimalNumber takeDecimal(Cursor& cursor, bool commas) {
+  DecimalNumber number;
+  while (isDigit(cursor.next()) || (commas && number.hasDigit && cursor.next() == u',')) {
+    if (isDigit(cursor.next())) number.addWhole(cursor.next());
+    cursor.advance();
+  }
+  if (!cursor.take(u'.')) return number;
+  for (; isDigit(cursor.next()); cursor.advance()) number.addFraction(cursor.next());
+  return number;
+}
+
+/// An exponent, if there is a whole one; an "E" without digits behind it is left standing.
+void takeExponent(Cursor& cursor, DecimalNumber& number) {
+  const std::size_t start = cursor.mark();
+  if (!cursor.takeAnyOf(u"Ee")) return;
+  const bool negative = cursor.take(u'-');
+  if (!negative) cursor.take(u'+');
+  if (!isDigit(cursor.next())) {
+    cursor.backTo(start);
+    return;
+  }
+  constexpr long kFarEnough = 1'000'000'000;
+  long exponent = 0;
+  for (; isDigit(cursor.next()); cursor.advance())
+    if (exponent < kFarEnough) exponent = exponent * 10 + (cursor.next() - u'0');
+  number.point += negative ? -exponent : exponent;
+}
+
+/// The signs round a number, each allowed once: blanks, a currency sign, and either a sign in front
+/// or behind, or a pair of brackets.
+class Surroundings {
+ public:
+  void takeFront(Cursor& cursor) {
+    for (;; cursor.advance()) {
+      const char16_t character = cursor.next();
+      if (isBlank(character)) continue;
+      if (character == u'$') {
+        once(currency_);
+      } else if (character == u'(') {
+        once(bracket_);
+        once(sign_);
+        negative_ = true;
+      } else if (!takeSign(character)) {
+        return;
+      }
+    }
+  }
+
+  void takeBack(Cursor& cursor) {
+    for (; !cursor.atEnd(); cursor.advance()) {
+      const char16_t character = cursor.next();
+      if (isBlank(character)) continue;
+      if (character == u'$') {
+        once(currency_);
+      } else if (character == u')') {
+        if (!bracket_) typeMismatch();
+        once(closed_);
+      } else if (!takeSign(character)) {
+        typeMismatch();
+      }
+    }
+    if (bracket_ != closed_) typeMismatch();
+  }
+
+  bool negative() const { return negative_; }
+
+ private:
+  static bool isBlank(char16_t character) {
+    return character == u' ' || (character >= u'\t' && character <= u'\r') || character == 0x00A0 ||
+           character == 0x3000;
+  }
+
+  static void once(bool& seen) {
+    if (seen) typeMismatch();
+    seen = true;
+  }
+
+  bool takeSign(char16_t character) {
+    if (character != u'-' && character != u'+') return false;
+    once(sign_);
+    negative_ = character == u'-';
+    return true;
+  }
+
+  bool currency_ = false;
+  bool bracket_ = false;
+  bool closed_ = false;
+  bool sign_ = false;
+  bool negative_ = false;
+};
+
+/// Digits of base 8 or 16, the bit pattern of an integer of `bits` bits.
+double takePattern(Cursor& cursor, int base, int bits) {
+  const std::uint64_t patterns = std::uint64_t{1} << static_cast<unsigned>(bits);
+  std::optional<int> digit = digitOf(cursor.next(), base);
+  if (!digit) typeMismatch();
+  std::uint64_t pattern = 0;
+  for (; digit; digit = digitOf(cursor.next(), base)) {
+    pattern = pattern * static_cast<unsigned>(base) + static_cast<unsigned>(*digit);
+    if (pattern >= patterns) overflow();
+    cursor.advance();
+  }
+  const auto value = static_cast<double>(pattern);
+  return pattern < patterns / 2 ? value : value - static_cast<double>(patterns);
+}
+
+/// The number that a text stands for, for an integer of `bits` bits.
+double numberOf(std::u16string_view text, int bits) {
+  Cursor cursor(text);
+  Surroundings surroundings;
+  surroundings.takeFront(cursor);
+  double value = 0;
+  if (cursor.next() == u'&') {
+    const std::optional<int> base = takeBase(cursor);
+    if (!base) typeMismatch();
+    value = takePattern(cursor, *base, bits);
+    surroundings.takeBack(cursor);
+  } else {
+    DecimalNumber number = takeDecimal(cursor, true);
+    if (!number.hasDigit) typeMismatch();
+    takeExponent(cursor, number);
+    surroundings.takeBack(cursor);
+    value = number.value();
+  }
+  return surroundings.negative() ? -value : value;
+}
+
+template <class Integer>
+Integer rounded(double number) {
+  // The default rounding direction takes a half to the even neighbour.
+  const double whole = std::nearbyint(number);
+  if (!(whole >= std::numeric_limits<Integer>::min() &&
+        whole <= std::numeric_limits<Integer>::max()))
+    overflow();
+  return static_cast<Integer>(whole);
+}
+
+std::u16string withoutBlanks(std::u16string_view text) {
+  std::u16string rest;
+  for (const char16_t character : text)
+    if (character != u' ' && character != u'\t' && character != u'\n') rest.push_back(character);
+  return rest;
+}
+
+}  // namespace
+
+std::int16_t toInteger(std::u16string_view text) {
+  return rounded<std::int16_t>(numberOf(text, 16));
+}
+std::int32_t toLong(std::u16string_view text) {
+  return rounded<std::int32_t>(numberOf(text, 32));
+}
+std::int16_t toInteger(double number) {
+  return rounded<std::int16_t>(number);
+}
+std::int16_t toInteger(std::int32_t number) {
+  return rounded<std::int16_t>(number);
+}
+std::int32_t toLong(double number) {
+  return rounded<std::int32_t>(number);
+}
+
+double leadingNumber(std::u16string_view text) {
+  const std::u16string rest = withoutBlanks(text);
+  Cursor cursor(rest);
+  if (cursor.next() == u'&') {
+    const std::optional<int> base = takeBase(cursor);
+    double value = 0;
+    if (!base) return value;
+    for (; const auto digit = digitOf(cursor.next(), *base); cursor.advance())
+      value = value * *base + *digit;
+    if (std::isinf(value)) overflow();
+    return value;
+  }
+  const bool negative = cursor.take(u'-');
+  if (!negative) cursor.take(u'+');
+  DecimalNumber number = takeDecimal(cursor, false);
+  if (number.hasDigit) takeExponent(cursor, number);
+  return negative ? -number.value() : number.value();
+}
+
+std::u16string toText(std::int32_t number) {
+  const std::string digits = std::to_string(number);
+  return {digits.begin(), digits.end()};
+}
+
+}  // namespace runtime

@@ -1,0 +1,70 @@
+#include "platform/runtime/Text.h"
+
+#include <locale.h>
+
+#include <algorithm>
+#include <clocale>
+#include <cwctype>
+
+#include "platform/runtime/RunTimeError.h"
+
+namespace runtime {
+namespace {
+
+std::size_t checkedLength(std::u16string_view text, std::ptrdiff_t length) {
+  if (length < 0) throw RunTimeError(ErrorNumber::InvalidProcedureCall);
+  return std::min(text.size(), static_cast<std::size_t>(length));
+}
+
+/// The C library's letters of all scripts, whatever the user's own locale is.
+locale_t unicodeLetters() {
+  static const locale_t letters = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  if (letters == nullptr) throw RunTimeError(ErrorNumber::InternalError);
+  return letters;
+}
+
+char16_t foldUnit(char16_t unit) {
+  const std::wint_t upper = towupper_l(unit, unicodeLetters());
+  return upper <= 0xFFFF ? static_cast<char16_t>(upper) : unit;
+}
+
+}  // namespace
+
+std::u16string left(std::u16string_view text, std::ptrdiff_t length) {
+  return std::u16string(text.substr(0, checkedLength(text, length)));
+}
+
+std::u16string right(std::u16string_view text, std::ptrdiff_t length) {
+  return std::u16string(text.substr(text.size() - checkedLength(text, length)));
+}
+
+std::u16string trim(std::u16string_view text) {
+  const std::size_t first = text.find_first_not_of(u' ');
+  if (first == text.npos) return {};
+  return std::u16string(text.substr(first, text.find_last_not_of(u' ') - first + 1));
+}
+
+std::u16string spaces(std::size_t count) {
+  return std::u16string(count, u' ');
+}
+
+std::vector<std::u16string> split(std::u16string_view text, char16_t separator) {
+  std::vector<std::u16string> pieces;
+  if (text.empty()) return pieces;
+  std::size_t begin = 0;
+  for (std::size_t end = text.find(separator); end != text.npos;
+       end = text.find(separator, begin)) {
+    pieces.emplace_back(text.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  pieces.emplace_back(text.substr(begin));
+  return pieces;
+}
+
+std::u16string foldCase(std::u16string_view text) {
+  std::u16string folded(text);
+  std::transform(folded.begin(), folded.end(), folded.begin(), foldUnit);
+  return folded;
+}
+
+}  // namespace runtime

@@ -1,0 +1,126 @@
+#include "platform/runtime/Variant.h"
+
+#include <charconv>
+#include <chrono>
+#include <cmath>
+#include <cstdlib>
+
+#include "platform/runtime/Conversion.h"
+#include "platform/runtime/RunTimeError.h"
+
+namespace runtime {
+namespace {
+
+std::u16string wide(std::string_view ascii) {
+  return {ascii.begin(), ascii.end()};
+}
+
+/// The value with up to `digits` significant digits, as "12.5" or "1.5E+20".
+std::u16string floatText(double value, int digits) {
+  if (value == 0) return u"0";  // minus zero too
+  std::array<char, 40> buffer{};
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                 std::chars_format::general, digits);
+  std::u16string text = wide({buffer.data(), end.ptr});
+  if (const std::size_t e = text.find(u'e'); e != text.npos) text[e] = u'E';
+  return text;
+}
+
+std::string padded(std::int64_t number, std::size_t width) {
+  std::string digits = std::to_string(number);
+  if (digits.size() < width) digits.insert(0, width - digits.size(), '0');
+  return digits;
+}
+
+std::u16string currencyText(Currency amount) {
+  constexpr std::int64_t kOne = 10'000;
+  std::string text = amount.tenThousandths < 0 ? "-" : "";
+  text += std::to_string(std::abs(amount.tenThousandths / kOne));
+  std::string fraction = padded(std::abs(amount.tenThousandths % kOne), 4);
+  fraction.erase(fraction.find_last_not_of('0') + 1);
+  if (!fraction.empty()) text += "." + fraction;
+  return wide(text);
+}
+
+std::u16string dateText(Date date) {
+  constexpr double kFirstDay = -657434;  // 0100-01-01
+  constexpr double kEnd = 2958466;       // behind 9999-12-31
+  // A damaged date has no calendar day; its number is told as it stands.
+  if (!(date.days > kFirstDay - 1 && date.days < kEnd)) return floatText(date.days, 15);
+
+  constexpr std::int64_t kSecondsADay = 86'400;
+  // Days before the first one count down, but the time of day always counts up.
+  auto day = static_cast<std::int64_t>(std::trunc(date.days));
+  auto second = std::llround(std::abs(date.days - std::trunc(date.days)) * kSecondsADay);
+  day += second / kSecondsADay;
+  second %= kSecondsADay;
+
+  constexpr int kDaysTo1970 = 25'569;
+  const std::chrono::sys_days calendarDay{std::chrono::days(day - kDaysTo1970)};
+  const std::chrono::year_month_day calendar(calendarDay);
+  return wide(padded(int{calendar.year()}, 4) + "-" + padded(unsigned{calendar.month()}, 2) + "-" +
+              padded(unsigned{calendar.day()}, 2) + " " + padded(second / 3600, 2) + ":" +
+              padded(second / 60 % 60, 2) + ":" + padded(second % 60, 2));
+}
+
+std::u16string guidText(const Guid& guid) {
+  constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
+  std::u16string text = u"{";
+  for (std::size_t i = 0; i < guid.bytes.size(); ++i) {
+    if (i == 4 || i == 6 || i == 8 || i == 10) text += u'-';
+    text += kDigits[guid.bytes[i] >> 4U];
+    text += kDigits[guid.bytes[i] & 0x0FU];
+  }
+  return text + u"}";
+}
+
+struct ToText {
+  std::u16string operator()(Null) const { throw RunTimeError(ErrorNumber::InvalidUseOfNull); }
+  std::u16string operator()(bool value) const { return value ? u"True" : u"False"; }
+  std::u16string operator()(std::uint8_t value) const { return runtime::toText(value); }
+  std::u16string operator()(std::int16_t value) const { return runtime::toText(value); }
+  std::u16string operator()(std::int32_t value) const { return runtime::toText(value); }
+  std::u16string operator()(Currency value) const { return currencyText(value); }
+  std::u16string operator()(float value) const { return floatText(value, 7); }
+  std::u16string operator()(double value) const { return floatText(value, 15); }
+  std::u16string operator()(Date value) const { return dateText(value); }
+  std::u16string operator()(const std::u16string& value) const { return value; }
+  std::u16string operator()(const Binary&) const { throw RunTimeError(ErrorNumber::TypeMismatch); }
+  std::u16string operator()(const Guid& value) const { return guidText(value); }
+  std::u16string operator()(const Decimal& value) const { return value.digits; }
+};
+
+struct ToLong {
+  std::int32_t operator()(Null) const { throw RunTimeError(ErrorNumber::InvalidUseOfNull); }
+  std::int32_t operator()(bool value) const { return value ? -1 : 0; }
+  std::int32_t operator()(std::uint8_t value) const { return value; }
+  std::int32_t operator()(std::int16_t value) const { return value; }
+  std::int32_t operator()(std::int32_t value) const { return value; }
+  std::int32_t operator()(Currency value) const {
+    return runtime::toLong(std::u16string_view(currencyText(value)));
+  }
+  std::int32_t operator()(float value) const { return runtime::toLong(double{value}); }
+  std::int32_t operator()(double value) const { return runtime::toLong(value); }
+  std::int32_t operator()(Date value) const { return runtime::toLong(value.days); }
+  std::int32_t operator()(const std::u16string& value) const { return runtime::toLong(value); }
+  std::int32_t operator()(const Binary&) const { throw RunTimeError(ErrorNumber::TypeMismatch); }
+  std::int32_t operator()(const Guid&) const { throw RunTimeError(ErrorNumber::TypeMismatch); }
+  std::int32_t operator()(const Decimal& value) const { return runtime::toLong(value.digits); }
+};
+
+}  // namespace
+
+std::u16string Variant::toText() const {
+  return std::visit(ToText{}, value_);
+}
+
+std::int32_t Variant::toLong() const {
+  return std::visit(ToLong{}, value_);
+}
+
+std::u16string operator&(const Variant& value, std::u16string_view text) {
+  if (value.isNull()) return std::u16string(text);
+  return value.toText() + std::u16string(text);
+}
+
+}  // namespace runtime

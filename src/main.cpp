@@ -1,9 +1,11 @@
+#include "shared/startup/Main.h"
+
 #include "platform/files/ProgramFolder.h"
 #include "platform/forms/Application.h"
 #include "platform/process/Process.h"
-#include "shared/startup/Main.h"
 
-// The process: prepares the platform, runs the start-up procedure, and lives on in the screens' events.
+// The process: prepares the platform, runs the start-up procedure, and lives on in the screens'
+// events.
 int main(int, char** arguments) {
   files::setProgramFile(arguments[0]);
   forms::Application application;

@@ -1,0 +1,132 @@
+#include "editor/frmMain.h"
+
+#include "editor/frmMain_design.h"
+#include "layoutdata/Settings.h"
+#include "layoutdata/Statements.h"
+#include "platform/files/ProgramFolder.h"
+#include "platform/process/Process.h"
+#include "platform/profile/Settings.h"
+#include "platform/runtime/Conversion.h"
+#include "shared/mdWriteINI.h"
+
+namespace settings = layoutdata::settings;
+namespace statements = layoutdata::statements;
+
+namespace {
+
+constexpr std::u16string_view kCommunicationsProgram = u"\\tavenor_comms.exe";
+
+std::u16string TouchFile() {
+  return files::programFolder().append(settings::kTouchFile);
+}
+
+}  // namespace
+
+frmMain::frmMain()
+    : KeyEditor(frmMain_design::kCommon),
+      cmdResetAll(*this, frmMain_design::kCmdResetAll),
+      cmdUpdate(*this, frmMain_design::kCmdUpdate),
+      Check1(*this, frmMain_design::kCheck1),
+      chkBarcode(*this, frmMain_design::kChkBarcode),
+      lblLevel(*this, frmMain_design::kLblLevel),
+      cbLevel(*this, frmMain_design::kCbLevel),
+      Label5(*this, frmMain_design::kLabel5),
+      txtName(*this, frmMain_design::kTxtName, frmMain_design::kLevelNameLength),
+      Label2(*this, frmMain_design::kLabel2),
+      cbDept(*this, frmMain_design::kCbDept),
+      Label1(*this, frmMain_design::kLabel1),
+      Label3(*this, frmMain_design::kLabel3) {
+  for (std::int16_t i = 0; i < MyButton1.count(); ++i) {
+    MyButton1(i).DblClick = [this, i] { MyButton1_DblClick(i); };
+    MyButton1(i).OLEDragDrop = [this, i](forms::DataObject& data, std::int32_t&, std::int16_t,
+                                         std::int16_t, float,
+                                         float) { MyButton1_OLEDragDrop(i, data); };
+  }
+  List1.DblClick = [this] { List1_DblClick(); };
+  Check1.Click = [this] { Check1_Click(); };
+  chkBarcode.Click = [this] { chkBarcode_Click(); };
+  cbLevel.Click = [this] { cbLevel_Click(); };
+  cbDept.Click = [this] { cbDept_Click(); };
+  cmdSelCol.Click = [this] { cmdSelCol_Click(); };
+  cmdSave.Click = [this] { cmdSave_Click(); };
+  cmdResetAll.Click = [this] { cmdResetAll_Click(); };
+  cmdUpdate.Click = [this] { cmdUpdate_Click(); };
+}
+
+void frmMain::Form_Load() {
+  LoadGuard = kTrue;
+  LoadDetailsIntoGrid();
+  LoadGuard = kFalse;
+}
+
+void frmMain::LoadDetailsIntoGrid() {
+  chkBarcode.Value(runtime::toInteger(
+      profile::GetSetting(settings::kHideBarcode.application, settings::kHideBarcode.section,
+                          settings::kHideBarcode.key, settings::kHideBarcodeDefault)));
+  const std::u16string autofill = mdWriteINI::ReadINI(
+      TouchFile(), settings::kSettings, settings::kAutofill, settings::kAutofillDefault);
+  if (autofill == u"0") {
+    Check1.Value(0);
+    LoadLevels();
+    LoadCombo();
+    LoadGrid();
+    LoadList(u"");
+    LoadButtons(runtime::toInteger(cbLevel.Text()));
+    List1.OLEDropMode(forms::kDropManual);
+    MakeKeysDropTargets();
+  } else {
+    Check1.Value(1);
+    Setlabels(false);
+    lblLevel.Visible(true);
+    cbLevel.Visible(true);
+    LoadLevels();
+    ArrangeButtons();
+    LoadIDintoGrid(statements::kLevel1);
+    LoadDescriptionIntoButton();
+    LoadButtons(runtime::toInteger(cbLevel.Text()));
+  }
+}
+
+// Clearing the box doesn't restore the screen: only a restart gives the free layout view.
+void frmMain::Check1_Click() {
+  if (LoadGuard == kTrue) return;
+  if (Check1.Value() == 1) {
+    Setlabels(false);
+    ArrangeButtons();
+  } else {
+    process::MsgBox(u"Close the app and restart it.", process::kInformation);
+  }
+  mdWriteINI::WriteINI(TouchFile(), settings::kSettings, settings::kAutofill,
+                       runtime::toText(Check1.Value()));
+  if (Check1.Value() == 1) {
+    mdWriteINI::WriteINI(TouchFile(), settings::kSettings, settings::kItemOne,
+                         settings::kItemOneBottomLeft);
+    lblLevel.Visible(true);
+    cbLevel.Visible(true);
+    cbLevel.ListIndex(0);  // raises cbLevel_Click
+    LoadIDintoGrid(statements::kLevel1);
+    LoadDescriptionIntoButton();
+  } else {
+    lblLevel.Visible(false);
+    cbLevel.Visible(false);
+    cbLevel.ListIndex(0);  // raises cbLevel_Click
+    mdWriteINI::WriteINI(TouchFile(), settings::kSettings, settings::kItemOne,
+                         settings::kItemOneTopLeft);
+  }
+}
+
+void frmMain::Setlabels(bool StrView) {
+  Label2.Visible(StrView);
+  cbDept.Visible(StrView);
+  Label1.Visible(StrView);
+  List1.Visible(StrView);
+}
+
+void frmMain::cmdUpdate_Click() {
+  profile::SaveSetting(settings::kUpdate.application, settings::kUpdate.section,
+                       settings::kUpdate.key, settings::kUpdateProgramData);
+  profile::SaveSetting(settings::kFormToOpen.application, settings::kFormToOpen.section,
+                       settings::kFormToOpen.key, settings::kFormToOpenUpdatePos);
+  process::Shell(files::programFolder().append(kCommunicationsProgram),
+                 process::WindowStyle::MinimizedFocus);
+}

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "keyeditor/KeyEditor.h"
+
+/// The levelled editor: 63 keys on each of three levels, in a free layout view, where the user
+/// drags products onto keys, or an autofill view, where the stock table fills the keys in id order.
+class frmMain : public KeyEditor {
+ public:
+  frmMain();
+
+ protected:
+  void Form_Load() override;
+
+ private:
+  // Load and views (frmMain.cpp)
+  void LoadDetailsIntoGrid();
+  void Check1_Click();
+  void Setlabels(bool StrView);
+  void cmdUpdate_Click();
+
+  // Levels (frmMain_levels.cpp)
+  void LoadLevels();
+  void cbLevel_Click();
+  void Changelevel(std::int16_t LevelNo);
+  void ClearTheForm();
+  /// Keys and key table from the level's layout file, as far as the file is good: the first fault
+  /// ends the reading silently. Without a file nothing changes.
+  void LoadButtons(std::int16_t strScr);
+  void SaveButtons();
+  void cmdSave_Click();
+  void cmdResetAll_Click();
+
+  // Autofill (frmMain_autofill.cpp)
+  void ArrangeButtons();
+  void LoadIDintoGrid(std::u16string_view strSql);
+  void LoadDescriptionIntoButton();
+
+  // Item list and key assignment (frmMain_items.cpp)
+  void LoadCombo();
+  void LoadList(const std::u16string& strDesc);
+  void cbDept_Click();
+  void chkBarcode_Click();
+  void cmdSelCol_Click();
+  void SelectButCol();
+  void List1_DblClick();
+  void MyButton1_DblClick(std::int16_t Index);
+  void MyButton1_OLEDragDrop(std::int16_t Index, forms::DataObject& Data);
+  /// Takes a list entry apart: `strItemDesc` first, then `intItemId`. Raises 5 for an entry shorter
+  /// than 130 characters, 13 or 6 for an id that is no 16-bit number.
+  void SplitEntry(std::u16string_view entry);
+  /// Puts the item of `strItemDesc` and `intItemId` on a key.
+  void PlaceItem(std::int16_t key);
+
+  MyCommandButton::MyButton cmdResetAll;
+  MyCommandButton::MyButton cmdUpdate;
+  forms::CheckBox Check1;
+  forms::CheckBox chkBarcode;
+  forms::Label lblLevel;
+  forms::ComboBox cbLevel;
+  forms::Label Label5;
+  forms::TextBox txtName;
+  forms::Label Label2;
+  forms::ComboBox cbDept;
+  forms::Label Label1;
+  forms::Label Label3;  ///< hidden; its caption keeps the id of the item placed last
+
+  /// True while the load runs: setting a control's value raises its click handler, and four of them
+  /// do nothing then.
+  std::int16_t LoadGuard = kFalse;
+};

@@ -1,0 +1,46 @@
+#include "editor/frmMain.h"
+#include "editor/keygeometry.h"
+#include "layoutdata/Statements.h"
+#include "platform/runtime/Conversion.h"
+#include "shared/mdOpenDatabase.h"
+
+namespace statements = layoutdata::statements;
+
+using mdOpenDatabase::StoreConnection;
+using mdOpenDatabase::StoreRecordset;
+
+// Only the width stays as designed. The captions are a transient: the stock descriptions follow.
+void frmMain::ArrangeButtons() {
+  keygeometry::Arrange(keygeometry::ReadSettings(), MyButton1.count(),
+                       [this](std::int16_t i, const keygeometry::Place& place) {
+                         MyButton1(i).Top(place.Top);
+                         MyButton1(i).Left(place.Left);
+                         MyButton1(i).Height(place.Height);
+                         MyButton1(i).caption(runtime::toText(i));
+                         MyButton1(i).Visible(true);
+                       });
+}
+
+// A level is exactly 63 rows: with fewer, the pass after the last row fails for want of a record.
+void frmMain::LoadIDintoGrid(std::u16string_view strSql) {
+  Grid1.Cols(3);
+  mdOpenDatabase::OpenDatabase(statements::kMaster);
+  StoreRecordset.setNew();
+  StoreRecordset->Open(
+      std::u16string(statements::kStockHead).append(strSql).append(statements::kStockTail),
+      *StoreConnection, mdOpenDatabase::kKeyset, mdOpenDatabase::kPessimistic,
+      mdOpenDatabase::kUnspecified);
+  for (std::int16_t i = 0; i < MyButton1.count(); ++i) {
+    Grid1.TextMatrix(i, 0, runtime::toText(i));
+    Grid1.TextMatrix(i, 1, StoreRecordset->Fields(u"id").value().toText());
+    Grid1.TextMatrix(i, 2, StoreRecordset->Fields(u"Description").value() & u"");
+    StoreRecordset->MoveNext();
+  }
+  StoreRecordset->Close();
+  StoreRecordset.setAbsent();
+  mdOpenDatabase::CloseDatabase();
+}
+
+void frmMain::LoadDescriptionIntoButton() {
+  for (std::int16_t i = 0; i < MyButton1.count(); ++i) MyButton1(i).caption(Grid1.TextMatrix(i, 2));
+}

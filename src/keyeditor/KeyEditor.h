@@ -1,0 +1,94 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "layoutdata/KeyRecord.h"
+#include "platform/files/SequentialFile.h"
+#include "platform/forms/CommonDialog.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/MSHFlexGrid.h"
+#include "platform/forms/MyCommandButton.h"
+#include "platform/forms/StandardControls.h"
+#include "platform/runtime/AutoObject.h"
+
+/// What an editor stores for the controls that both editors have.
+struct KeyEditorDesign {
+  forms::FormDesign form;
+  forms::Design Picture1;
+  std::int16_t keyCount;
+  MyCommandButton::ButtonDesign (*key)(std::int16_t index);
+  forms::Design Grid1;
+  forms::Design List1;
+  forms::Design txtColour;
+  forms::Design txtFontColour;
+  MyCommandButton::ButtonDesign cmdSelCol;
+  MyCommandButton::ButtonDesign cmdFontColour;
+  MyCommandButton::ButtonDesign cmdResetColor;
+  MyCommandButton::ButtonDesign cmdCopy;
+  MyCommandButton::ButtonDesign cmdSave;
+  MyCommandButton::ButtonDesign cmdClose;
+};
+
+/// Truth in a 16-bit integer, as the screens' fields hold it.
+inline constexpr std::int16_t kTrue = -1;
+inline constexpr std::int16_t kFalse = 0;
+
+/// The common part of the two key editors. The keys are the model: a key holds its caption and
+/// colours itself, and the hidden table `Grid1` (one row a key, column 0 its index, column 1 its
+/// product id) holds what a key can't show.
+class KeyEditor : public forms::Form {
+ protected:
+  explicit KeyEditor(const KeyEditorDesign& design);
+
+  /// Fills column 0 of the key table with the keys' indexes.
+  void LoadGrid();
+  /// Applies a line's caption, back colour and face name to a key, in this order; a fault leaves
+  /// applied what came before it. Field 4 is written from the font colour and read as a face name:
+  /// font colours don't come back from a file.
+  void LoadKey(std::int16_t key, const layoutdata::KeyLine& line);
+  /// Writes all keys, whatever they hold, as the layout file at `path`. The old content goes at
+  /// once.
+  void WriteLayoutFile(std::u16string_view path);
+  /// Makes every key a target of drags.
+  void MakeKeysDropTargets();
+
+  void List1_MouseDown(std::int16_t Button, std::int16_t Shift, float x, float y);
+  void List1_OLEStartDrag(forms::DataObject& Data, std::int32_t& AllowedEffects);
+  void MyButton1_Click(std::int16_t Index);
+  void MyButton1_GotFocus(std::int16_t Index);
+  void MyButton1_MouseOver(std::int16_t Index);
+  void cmdFontColour_Click();
+  void cmdResetColor_Click();
+  void cmdCopy_Click();
+  void cmdClose_Click();
+
+  /// Back colour and its state colours of key `i`; an empty text changes nothing.
+  void SetButtonColour(const std::u16string& strColour, std::int16_t i);
+  /// Text colour and its state colours of key `i`; an empty text changes nothing.
+  void SetFontButtonColour(const std::u16string& strColour, std::int16_t i);
+
+  forms::PictureBox Picture1;
+  forms::ControlArray<MyCommandButton::MyButton> MyButton1;
+  MSHierarchicalFlexGridLib::MSHFlexGrid Grid1;
+  forms::ListBox List1;
+  forms::TextBox txtColour;
+  forms::TextBox txtFontColour;
+  MyCommandButton::MyButton cmdSelCol;
+  MyCommandButton::MyButton cmdFontColour;
+  MyCommandButton::MyButton cmdResetColor;
+  MyCommandButton::MyButton cmdCopy;
+  MyCommandButton::MyButton cmdSave;
+  MyCommandButton::MyButton cmdClose;
+  MSComDlg::CommonDialog CommonDialog1;
+
+  std::int16_t CurrentKey = 0;     ///< index of the key last picked
+  std::int16_t CopyMode = kFalse;  ///< -1 while copy mode is on
+  std::u16string
+      CopyBackColour;  ///< colours kept by copy mode as decimal text, empty while it is off
+  std::u16string CopyFontColour;
+  std::u16string strItemDesc;  ///< description of the item being placed
+  std::int16_t intItemId = 0;  ///< product id of the item being placed
+  runtime::AutoObject<Scripting::FileSystemObject> FileSystem;
+};

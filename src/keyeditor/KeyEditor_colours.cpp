@@ -1,0 +1,62 @@
+#include "keyeditor/KeyEditor.h"
+#include "platform/runtime/Conversion.h"
+
+namespace {
+const std::u16string kWhiteText = u"16777215";
+const std::u16string kButtonTextColourText = u"-2147483630";
+constexpr forms::Colour kRed = 255;
+}  // namespace
+
+void KeyEditor::SetButtonColour(const std::u16string& strColour, std::int16_t i) {
+  if (strColour.empty()) return;
+  MyButton1(i).backcolor(runtime::toLong(strColour));
+  MyButton1(i).backcolordown(runtime::toLong(strColour));
+  MyButton1(i).backcolorfocus(runtime::toLong(strColour));
+  MyButton1(i).backcolorfocus(runtime::toLong(strColour));  // written twice, and wanted so
+  MyButton1(i).backcolorover(runtime::toLong(strColour));
+}
+
+void KeyEditor::SetFontButtonColour(const std::u16string& strColour, std::int16_t i) {
+  if (strColour.empty()) return;
+  MyButton1(i).forecolor(runtime::toLong(strColour));
+  MyButton1(i).forecolordown(runtime::toLong(strColour));
+  MyButton1(i).forecolorfocus(runtime::toLong(strColour));
+  MyButton1(i).forecolorover(runtime::toLong(strColour));
+}
+
+// Nobody asks how the dialog was closed: Cancel goes on with the colour that the dialog holds.
+void KeyEditor::cmdFontColour_Click() {
+  CommonDialog1.ShowColor();
+  SetFontButtonColour(runtime::toText(CommonDialog1.Color()), CurrentKey);
+  txtFontColour.Text(runtime::toText(CommonDialog1.Color()));
+}
+
+void KeyEditor::cmdResetColor_Click() {
+  txtColour.Text(kWhiteText);
+  SetButtonColour(txtColour.Text(), CurrentKey);
+  txtFontColour.Text(kButtonTextColourText);
+  SetFontButtonColour(txtFontColour.Text(), CurrentKey);
+  txtColour.Text(u"");
+  txtFontColour.Text(u"");
+  MyButton1(CurrentKey).caption(u"");
+  Grid1.TextMatrix(CurrentKey, 1, u"");
+}
+
+void KeyEditor::cmdCopy_Click() {
+  if (CopyMode != kTrue) {
+    CopyBackColour = runtime::toText(MyButton1(CurrentKey).backcolor());
+    CopyFontColour = runtime::toText(MyButton1(CurrentKey).forecolor());
+    CopyMode = kTrue;
+    cmdCopy.caption(u"STOP COPY");
+    cmdCopy.backcolor(kRed);
+    cmdCopy.forecolor(forms::kWhite);
+    return;
+  }
+  CopyBackColour.clear();
+  CopyFontColour.clear();
+  cmdCopy.caption(u"Copy Button Settings");
+  CopyMode = kFalse;
+  // White with black text, not the look that it had before its first use.
+  cmdCopy.backcolor(forms::kWhite);
+  cmdCopy.forecolor(forms::kBlack);
+}

@@ -1,0 +1,108 @@
+#include "largeeditor/frmMainBig.h"
+
+#include "largeeditor/frmMainBig_design.h"
+#include "layoutdata/LayoutFiles.h"
+#include "layoutdata/Statements.h"
+#include "platform/files/ProgramFolder.h"
+#include "platform/runtime/Conversion.h"
+#include "platform/runtime/Text.h"
+#include "shared/mdOpenDatabase.h"
+#include "shared/notice/frmSaved.h"
+
+namespace statements = layoutdata::statements;
+
+using mdOpenDatabase::StoreConnection;
+using mdOpenDatabase::StoreRecordset;
+
+namespace {
+
+// A list row: the id in decimal, cut or filled to 10 characters, then the whole description.
+constexpr std::ptrdiff_t kIdLength = 10;
+
+// All that follows the id; a row shorter than the id makes the length negative, which is error 5.
+std::u16string BehindId(std::u16string_view row) {
+  return runtime::right(row, static_cast<std::ptrdiff_t>(row.size()) - kIdLength);
+}
+
+}  // namespace
+
+frmMainBig::frmMainBig() : KeyEditor(frmMainBig_design::kCommon) {
+  for (std::int16_t i = 0; i < MyButton1.count(); ++i) {
+    MyButton1(i).OLEDragDrop = [this, i](forms::DataObject& data, std::int32_t&, std::int16_t,
+                                         std::int16_t, float,
+                                         float) { MyButton1_OLEDragDrop(i, data); };
+  }
+  List1.DblClick = [this] { List1_DblClick(); };
+  cmdSelCol.Click = [this] { cmdSelCol_Click(); };
+  cmdSave.Click = [this] { cmdSave_Click(); };
+}
+
+void frmMainBig::Form_Load() {
+  LoadGrid();
+  LoadList();
+  LoadButtons();
+  List1.OLEDropMode(forms::kDropManual);
+  MakeKeysDropTargets();
+}
+
+void frmMainBig::LoadList() {
+  mdOpenDatabase::OpenDatabase(statements::kMasterMixedCase);
+  StoreRecordset.setNew();
+  StoreRecordset->Open(statements::kItemsLarge, *StoreConnection, mdOpenDatabase::kForwardOnly,
+                       mdOpenDatabase::kPessimistic, mdOpenDatabase::kUnspecified);
+  while (!StoreRecordset->Eof()) {
+    const std::u16string id =
+        (StoreRecordset->Fields(u"id").value() & u"") + runtime::spaces(kIdLength);
+    List1.AddItem(runtime::left(id, kIdLength) +
+                  (StoreRecordset->Fields(u"Description").value() & u""));
+    StoreRecordset->MoveNext();
+  }
+  StoreRecordset->Close();
+  StoreRecordset.setAbsent();
+  mdOpenDatabase::CloseDatabase();
+}
+
+void frmMainBig::LoadButtons() {
+  const std::u16string path = files::programFolder().append(layoutdata::large::kRead);
+  if (!FileSystem->FileExists(path)) return;
+  files::InputFile file(path);
+  for (std::int16_t key = 0; key < MyButton1.count(); ++key) {
+    const layoutdata::KeyLine line(file.lineInput());
+    LoadKey(key, line);
+    Grid1.TextMatrix(key, 1, line.ProductId());  // as it stands, blanks and all
+  }
+}
+
+void frmMainBig::SaveButtons() {
+  WriteLayoutFile(files::programFolder().append(layoutdata::large::kWrite));
+  forms::DefaultInstance<frmSaved>::get()->ShowModal();
+}
+
+void frmMainBig::cmdSave_Click() {
+  SaveButtons();
+}
+
+// Nobody asks how the dialog was closed: Cancel goes on with the colour that the dialog holds.
+void frmMainBig::cmdSelCol_Click() {
+  CommonDialog1.ShowColor();
+  SetButtonColour(runtime::toText(CommonDialog1.Color()), CurrentKey);
+  txtColour.Text(runtime::toText(CommonDialog1.Color()));
+}
+
+void frmMainBig::List1_DblClick() {
+  strItemDesc = BehindId(List1.Text());
+  intItemId = runtime::toInteger(runtime::left(List1.Text(), kIdLength));
+  MyButton1(CurrentKey).caption(strItemDesc);
+  Grid1.TextMatrix(CurrentKey, 1, runtime::toText(intItemId));
+}
+
+// The id is read before the description is cut out, the other way round than on a double click; the
+// form's description isn't touched.
+void frmMainBig::MyButton1_OLEDragDrop(std::int16_t Index, forms::DataObject& Data) {
+  if (!Data.GetFormat(forms::kTextFormat)) return;
+  std::u16string text = Data.GetData(forms::kTextFormat);
+  intItemId = runtime::toInteger(runtime::left(text, kIdLength));
+  text = BehindId(text);
+  MyButton1(Index).caption(text);
+  Grid1.TextMatrix(Index, 1, runtime::toText(intItemId));
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace layoutdata {
+
+/// One key as a line of a layout file: five fields joined by ",", with no blanks, quoting or
+/// escaping.
+struct KeyRecord {
+  std::int16_t KeyIndex = 0;
+  std::u16string ProductId;  ///< decimal product id as the key table holds it, empty on a free key
+  std::u16string Caption;    ///< as it stands on the key; a comma in it is not escaped
+  std::int32_t BackColour = 0;  ///< 0x00BBGGRR, or a system colour with the top bit set
+  std::int32_t FontColour = 0;  ///< likewise
+};
+
+/// The record as a line, without its line end.
+std::u16string toLine(const KeyRecord& record);
+
+/// A line of a layout file as the readers take it apart: cut at every comma, each field asked for
+/// when its turn comes, since a fault in one field must not keep an earlier one from being applied.
+/// Field 0, the key index, is never read: a line's place in the file decides its key.
+class KeyLine {
+ public:
+  /// An empty line has no field at all.
+  explicit KeyLine(std::u16string_view line);
+
+  /// Each of these raises error 9 when the line has no such field.
+  const std::u16string& ProductId() const { return field(1); }
+  const std::u16string& Caption() const { return field(2); }
+  /// Raises 13 when the field is no number, 6 when it is beyond 32 bits.
+  std::int32_t BackColour() const;
+  /// The text of the field that is written from the font colour; the readers take it for a face
+  /// name.
+  const std::u16string& FontColour() const { return field(4); }
+
+ private:
+  const std::u16string& field(std::size_t number) const;
+
+  std::vector<std::u16string> fields_;
+};
+
+}  // namespace layoutdata

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string_view>
+
+/// Every statement that the program puts to the store database, as it stands. Text that is joined
+/// in is never escaped: an apostrophe in a department's name makes the statement invalid.
+namespace layoutdata::statements {
+
+/// Name of the store database; two procedures spell it in the second way.
+inline constexpr std::u16string_view kMaster = u"MASTER";
+inline constexpr std::u16string_view kMasterMixedCase = u"Master";
+
+/// Stock rows of a level: head, one of the level conditions, tail.
+inline constexpr std::u16string_view kStockHead = u"select id, description from tblStock ";
+inline constexpr std::u16string_view kStockTail = u" order by ID";
+inline constexpr std::u16string_view kLevel1 = u"Where id >=1 and id <=63";
+inline constexpr std::u16string_view kLevel2 = u"Where id >=64 and id <=126";
+inline constexpr std::u16string_view kLevel3 = u"Where id >=127 and id <=189";
+
+inline constexpr std::u16string_view kDepartments =
+    u"select id, description from tblDepartment order by description";
+
+/// Items with barcode: all, or those of a department between head and tail.
+inline constexpr std::u16string_view kItems =
+    u"SELECT ID,DESCRIPTION,barcode from qrySalesitems where description <> \"\" order by "
+    u"description";
+inline constexpr std::u16string_view kItemsOfDepartmentHead =
+    u"SELECT ID,DESCRIPTION,barcode from qrySalesitems where deptname = '";
+inline constexpr std::u16string_view kItemsOfDepartmentTail =
+    u"' and description <> \"\" order by description";
+
+/// Items of the large editor.
+inline constexpr std::u16string_view kItemsLarge =
+    u"SELECT ID,DESCRIPTION from qrySalesitems where description <> \"\" order by description";
+
+/// Free slots, lowest id first.
+inline constexpr std::u16string_view kFreeSlots =
+    u"select id, description, price, deptid from tblStock where Description is null order by ID";
+/// Flags of one product; followed by its id in decimal.
+inline constexpr std::u16string_view kFlags =
+    u"SELECT id,PRINTER1, PRINTER2, OPEN_PLU,ITEM_TYPE,NEG_PRICE from tblPlu where ID = ";
+
+/// A department by its name, between head and tail.
+inline constexpr std::u16string_view kDepartmentByNameHead =
+    u"select id, description from tblDepartment where description = '";
+inline constexpr std::u16string_view kDepartmentByNameTail = u"'";
+
+}  // namespace layoutdata::statements

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/forms/FlexCellGrid.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/MyCommandButton.h"
+#include "platform/forms/StandardControls.h"
+
+/// The screen on which a new product is typed: a sheet of eight labelled rows, one value each. It
+/// tells its opener what was added through `mdMain::strAddedDesc` and `strAddedId`.
+class frmAddPlu : public forms::Form {
+ public:
+  frmAddPlu();
+
+ protected:
+  void Form_Load() override;
+
+ private:
+  void SetupAddGrid();
+  void LoadCombo();
+  void Grid1_Click();
+  void Grid1_ComboClick(std::int16_t Index);
+  void cmdSave_Click();
+  void cmdClose_Click();
+  /// Fills the free stock row with the lowest id, then the flags of its product row: two updates
+  /// that stand independently, the first final before the second begins. Without a free row it says
+  /// so and writes nothing.
+  void AddProduct();
+
+  forms::PictureBox Picture1;
+  MyCommandButton::MyButton cmdSave;
+  MyCommandButton::MyButton cmdClose;
+  forms::Label lblDeptId;  ///< hidden; its caption is the id of the chosen department, "0" for none
+  FlexCell::Grid Grid1;
+};

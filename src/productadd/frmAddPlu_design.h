@@ -1,0 +1,66 @@
+#pragma once
+
+#include "platform/forms/FlexCellGrid.h"
+#include "platform/forms/Form.h"
+#include "shared/KeyDesign.h"
+
+/// The table of `frmAddPlu`: what the screen stores for itself and its controls, in twips.
+namespace frmAddPlu_design {
+
+inline constexpr forms::Colour kTransparent = 15790320;
+inline constexpr forms::Colour kPaleAqua = 0xFFFF80;  // red 128, green 255, blue 255
+inline constexpr forms::Colour kGrey = 0x808080;
+inline constexpr forms::Colour kLightGrey = 0xC0C0C0;
+
+inline constexpr forms::FormDesign kForm{.name = "frmAddPlu",
+                                         .caption = u"Product Add ",
+                                         .width = 9870,
+                                         .height = 5910,
+                                         .border = forms::BorderStyle::FixedDialog,
+                                         .minimiseBox = false,
+                                         .maximiseBox = false,
+                                         .position = forms::StartPosition::CentreScreen};
+
+inline constexpr forms::Design kPicture1{.name = "Picture1",
+                                         .left = 0,
+                                         .top = 0,
+                                         .width = 9870,
+                                         .height = 825,
+                                         .tabIndex = 1,
+                                         .backColour = forms::kWindowBackground};
+
+inline constexpr auto kCmdSave =
+    keydesign::command("cmdSave", u"Save", {585, 135, 1410, 510}, 2, kTransparent, {2487, 900});
+inline constexpr auto kCmdClose =
+    keydesign::command("cmdClose", u"Close", {2070, 135, 1410, 510}, 3, kTransparent, {2487, 900});
+
+inline constexpr forms::Design kLblDeptId{.name = "lblDeptId",
+                                          .caption = u"0",
+                                          .left = 5580,
+                                          .top = 225,
+                                          .width = 2085,
+                                          .height = 375,
+                                          .tabIndex = 4,
+                                          .visible = false};
+
+inline constexpr FlexCell::GridDesign kGrid1{{.name = "Grid1",
+                                              .left = 0,
+                                              .top = 810,
+                                              .width = 9870,
+                                              .height = 4245,
+                                              .tabIndex = 0,
+                                              .backColour = forms::kWindowBackground,
+                                              .foreColour = forms::kWindowText,
+                                              .font = {.points = 11.25}},
+                                             9,
+                                             3,
+                                             35,
+                                             true,
+                                             1,
+                                             kPaleAqua,
+                                             kPaleAqua,
+                                             kGrey,
+                                             kLightGrey,
+                                             kLightGrey};
+
+}  // namespace frmAddPlu_design

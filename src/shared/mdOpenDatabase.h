@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/adodb/Connection.h"
+#include "platform/adodb/Recordset.h"
+#include "platform/runtime/AutoObject.h"
+
+/// The store context, the one database connection and the one recordset of the program. A database
+/// session is short: open, one statement or two, close; nothing holds the file between user
+/// actions.
+namespace mdOpenDatabase {
+
+/// Name of this store: a folder below the stores folder.
+extern std::u16string StoreName;
+/// Program folder, "\Stores\" and the store's name: the only way by which a database is reached.
+extern std::u16string StoreFolder;
+/// Result of the "dbsource" read. Kept, and on purpose never consulted.
+extern std::u16string DatabaseSource;
+/// File name of that read. Nothing assigns it.
+extern std::u16string IniFile;
+
+extern runtime::AutoObject<ADODB::Connection> StoreConnection;
+extern runtime::AutoObject<ADODB::Recordset> StoreRecordset;
+
+/// Arguments of every `StoreRecordset->Open`.
+inline constexpr int kForwardOnly = 0;
+inline constexpr int kKeyset = 1;
+inline constexpr int kPessimistic = 2;
+inline constexpr int kUnspecified = -1;
+
+/// Opens `StoreConnection` on the named database of this store; one that is open is closed and
+/// replaced. Raises the provider's error when the file can't be opened.
+void OpenDatabase(std::u16string_view name);
+
+/// Closes the connection and sets it to absent; one that isn't open is left as it is.
+void CloseDatabase();
+
+}  // namespace mdOpenDatabase

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/forms/Form.h"
+#include "platform/forms/StandardControls.h"
+
+/// The brief notice that a layout has been written. It shows for 750 ms, takes no input, and
+/// unloads itself; each use is a new instance.
+class frmSaved : public forms::Form {
+ public:
+  frmSaved();
+
+ private:
+  void Timer_Timer();
+
+  forms::Frame Frame1;
+  forms::Image Image1;
+  forms::Label lblSaved;
+  forms::Timer Timer;
+};

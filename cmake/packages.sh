@@ -1,0 +1,39 @@
+# The Debian packages that the project needs, and a word to install those that are missing.
+# Sourced by ./run, ./test, .ci/run and bench/run.
+#
+#   need_packages PACKAGE...   installs the missing ones, as root or through sudo; says what it does
+
+# To build the program, and to show its screens.
+build_packages=(g++ cmake ninja-build qt6-base-dev libsqlite3-dev fonts-liberation)
+# To drive the program on a virtual display, as a user does and as a screen reader does.
+desktop_packages=(xvfb openbox xdotool x11-utils imagemagick python3 python3-gi dbus at-spi2-core)
+# To build and run the tests and benchmarks.
+test_packages=(libgtest-dev libgmock-dev libbenchmark-dev mdbtools ccache)
+# To check the sources.
+lint_packages=(clang clang-format clang-tidy cppcheck libclang-rt-14-dev)
+
+need_packages() {
+  local missing=() package
+  for package in "$@"; do
+    [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
+      missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  local root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || {
+      echo "Missing packages, and neither root nor sudo to install them: ${missing[*]}" >&2
+      return 1
+    }
+    root=(sudo)
+  fi
+  echo "Installing: ${missing[*]}"
+  "${root[@]}" apt-get update -qq &&
+    "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+      -o Dpkg::Use-Pty=0 "${missing[@]}" >/dev/null
+}
+
+# Compiles through ccache where it is there and nothing else is wished for.
+if [ -z "${CMAKE_CXX_COMPILER_LAUNCHER+x}" ] && command -v ccache >/dev/null; then
+  export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+fi

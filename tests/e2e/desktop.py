@@ -1,0 +1,112 @@
+"""A desktop of its own: virtual display, window manager, message bus, pointer and keys."""
+
+import os
+import re
+import shutil
+import subprocess
+import tempfile
+import time
+
+
+class Timeout(AssertionError):
+    """A condition did not come true in time."""
+
+
+def wait_until(condition, what, timeout=20.0):
+    """Waits for `condition()` to give something true, and gives that. `what` names it in the failure."""
+    end = time.monotonic() + timeout
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise Timeout(f"waited {timeout:g} s in vain for {what}")
+        time.sleep(0.02)
+
+
+class Desktop:
+    """A virtual display with a window manager and a message bus, through which the accessibility bus
+    is found. The display's number is whatever the X server finds free."""
+
+    WIDTH, HEIGHT = 1920, 1080
+
+    def __init__(self, dpi=96):
+        read_end, write_end = os.pipe()
+        self.folder = tempfile.mkdtemp(prefix="desktop-")
+        log = open(os.path.join(self.folder, "x.log"), "wb")
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0",
+             f"{self.WIDTH}x{self.HEIGHT}x24", "-dpi", str(dpi), "-ac", "-nolisten", "tcp",
+             "-noreset"],
+            pass_fds=[write_end], stdout=log, stderr=log)
+        os.close(write_end)
+        with os.fdopen(read_end) as answer:
+            number = answer.readline().strip()
+        if not number:
+            raise RuntimeError("the virtual display did not start")
+        self.display = f":{number}"
+        self.environment = {**os.environ, "DISPLAY": self.display}
+        for name in ("WAYLAND_DISPLAY", "AT_SPI_BUS_ADDRESS", "XDG_SESSION_TYPE"):
+            self.environment.pop(name, None)
+        self.messages = subprocess.Popen(
+            ["dbus-daemon", "--session", "--nofork", "--print-address=1"], env=self.environment,
+            stdout=subprocess.PIPE, stderr=log)
+        self.message_bus = self.messages.stdout.readline().decode().strip()
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = self.message_bus
+        self.manager = subprocess.Popen(["openbox", "--sm-disable"], env=self.environment,
+                                        stdout=log, stderr=log)
+        log.close()
+        wait_until(self._managed, "the window manager")
+
+    def _managed(self):
+        shown = self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK", check=False)
+        return "window id" in shown
+
+    def run(self, *command, check=True):
+        """Runs an X client and gives what it prints."""
+        done = subprocess.run(command, env=self.environment, capture_output=True, text=True)
+        if check and done.returncode != 0:
+            raise RuntimeError(f"{' '.join(command)}: {done.stderr.strip()}")
+        return done.stdout
+
+    def close(self):
+        for process in (self.manager, self.messages, self.server):
+            process.terminate()
+        for process in (self.manager, self.messages, self.server):
+            process.wait()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    # Windows
+
+    def windows(self, pid, title=None):
+        """The shown windows of a process, pop-ups among them; only those with just this title if one
+        is given."""
+        command = ["xdotool", "search", "--all", "--onlyvisible", "--pid", str(pid)]
+        if title is not None:
+            command += ["--name", f"^{re.escape(title)}$"]
+        return [int(line) for line in self.run(*command, check=False).split()]
+
+    def origin(self, window):
+        """Where a window's client area begins on the screen, and its size, in pixels."""
+        told = self.run("xwininfo", "-id", str(window))
+
+        def number(label):
+            return int(re.search(rf"{label}:\s+(-?\d+)", told).group(1))
+
+        return (number("Absolute upper-left X"), number("Absolute upper-left Y"),
+                number("Width"), number("Height"))
+
+    def close_box(self, window):
+        """The middle of the close box in a window's frame: the last one in its title bar."""
+        left, top, width, _ = self.origin(window)
+        told = self.run("xprop", "-id", str(window), "_NET_FRAME_EXTENTS")
+        bar = int(told.split("=")[1].split(",")[2])
+        return left + width - bar // 2, top - bar // 2
+
+    # Pointer and keyboard, through the X server like a user's own
+
+    def pointer(self, *words):
+        self.run("xdotool", *[str(word) for word in words])
+
+    def screenshot(self, path, window=None):
+        self.run("import", "-silent", "-window", str(window or "root"), path)

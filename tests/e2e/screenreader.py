@@ -1,0 +1,128 @@
+"""Reads a running program's screens through the accessibility interface, as a screen reader does.
+
+Plain D-Bus calls to the accessibility bus; nothing is cached, so what is read is what is there now.
+"""
+
+import gi
+
+gi.require_version("Gio", "2.0")
+from gi.repository import Gio, GLib  # noqa: E402
+
+PREFIX = "org.a11y.atspi."
+ROOT = "/org/a11y/atspi/accessible/root"
+
+# Bits of a node's state, in the order of the accessibility interface.
+STATES = {name: bit for bit, name in enumerate(
+    "invalid active armed busy checked collapsed defunct editable enabled expandable expanded "
+    "focusable focused has_tooltip horizontal iconified modal multi_line multiselectable opaque "
+    "pressed resizable selectable selected sensitive showing single_line stale transient vertical "
+    "visible manages_descendants indeterminate".split())}
+
+
+class Gone(Exception):
+    """The program, or the part of its screen that was asked, is no more."""
+
+
+class Bus:
+    """The accessibility bus that belongs to the message bus at `session`."""
+
+    def __init__(self, session):
+        flags = (Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT |
+                 Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
+        session = Gio.DBusConnection.new_for_address_sync(session, flags, None, None)
+        address = session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress",
+                                    None, None, Gio.DBusCallFlags.NONE, 20000, None).unpack()[0]
+        self.connection = Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
+
+    def call(self, owner, path, interface, method, arguments=None):
+        try:
+            return self.connection.call_sync(owner, path, interface, method, arguments, None,
+                                             Gio.DBusCallFlags.NONE, 5000, None).unpack()
+        except GLib.Error as error:
+            raise Gone(f"{owner} {path} {method}: {error.message}") from None
+
+    def program(self, pid):
+        """The root node of the program with this process id; None while it isn't there."""
+        told = self.call(PREFIX + "Registry", ROOT, PREFIX + "Accessible", "GetChildren")[0]
+        for owner, path in told:
+            try:
+                known = self.call("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                  "org.freedesktop.DBus", "GetConnectionUnixProcessID",
+                                  GLib.Variant("(s)", (owner,)))[0]
+            except Gone:
+                continue
+            if known == pid:
+                return Node(self, owner, path)
+        return None
+
+
+class Node:
+    """One part of a screen as a screen reader sees it."""
+
+    def __init__(self, bus, owner, path):
+        self.bus, self.owner, self.path = bus, owner, path
+
+    def _call(self, interface, method, arguments=None):
+        return self.bus.call(self.owner, self.path, PREFIX + interface, method, arguments)
+
+    def _property(self, interface, name):
+        return self.bus.call(self.owner, self.path, "org.freedesktop.DBus.Properties", "Get",
+                             GLib.Variant("(ss)", (PREFIX + interface, name)))[0]
+
+    @property
+    def name(self):
+        return self._property("Accessible", "Name")
+
+    @property
+    def description(self):
+        return self._property("Accessible", "Description")
+
+    @property
+    def role(self):
+        return self._call("Accessible", "GetRoleName")[0]
+
+    @property
+    def text(self):
+        """The text that the part holds, such as a text box's."""
+        return self._call("Text", "GetText", GLib.Variant("(ii)", (0, -1)))[0]
+
+    @property
+    def value(self):
+        return self._property("Value", "CurrentValue")
+
+    def states(self):
+        low, high = self._call("Accessible", "GetState")[0]
+        bits = low | high << 32
+        return {name for name, bit in STATES.items() if bits >> bit & 1}
+
+    def box(self):
+        """Left, top, width and height on the screen, in pixels."""
+        return self._call("Component", "GetExtents", GLib.Variant("(u)", (0,)))[0]
+
+    def children(self):
+        return [Node(self.bus, owner, path)
+                for owner, path in self._call("Accessible", "GetChildren")[0]
+                if not path.endswith("/null")]
+
+    def child_count(self):
+        return self._property("Accessible", "ChildCount")
+
+    def child(self, index):
+        owner, path = self._call("Accessible", "GetChildAtIndex",
+                                 GLib.Variant("(i)", (index,)))[0]
+        return Node(self.bus, owner, path)
+
+    def walk(self, depth=8):
+        """This node and all below it. Lists are not entered: their entries can be very many."""
+        yield self
+        if depth > 0 and self.role not in ("list", "table"):
+            for child in self.children():
+                yield from child.walk(depth - 1)
+
+    def find(self, role=None, name=None, description=None):
+        """The first node below that answers to all that is given, or None."""
+        for node in self.walk():
+            if ((role is None or node.role == role) and (name is None or node.name == name) and
+                    (description is None or node.description == description)):
+                return node
+        return None

@@ -1,0 +1,131 @@
+"""A shop's machine in a folder: program folder, Posdata, a store, and settings of its own."""
+
+import os
+import pathlib
+import shutil
+import stat
+import subprocess
+
+WHITE = 16777215
+BUTTON_FACE = -2147483633
+BUTTON_TEXT = -2147483630
+
+
+class Build:
+    """The programs under test, and one demo store that every case gets a copy of."""
+
+    def __init__(self, folder, work):
+        self.folder = pathlib.Path(folder).resolve()
+        self.work = pathlib.Path(work)
+        self._stores = {}
+
+    def program(self, name):
+        for place in (self.folder / name, *self.folder.glob(f"*/{name}"),
+                      *self.folder.glob(f"*/*/{name}")):
+            if place.is_file() and os.access(place, os.X_OK):
+                return place
+        raise RuntimeError(f"{name} isn't built in {self.folder}")
+
+    def store(self, *options):
+        """A store database made with these options; made once, not to be written to."""
+        if options not in self._stores:
+            path = self.work / f"store{len(self._stores)}.mdb"
+            subprocess.run([self.program("makestore"), path, *options], check=True,
+                           stdout=subprocess.DEVNULL)
+            self._stores[options] = path
+        return self._stores[options]
+
+
+class Shop:
+    """One case's program folder. The names in it are as a shop has them, some in odd case."""
+
+    def __init__(self, build, folder, store=()):
+        self.folder = pathlib.Path(folder)
+        self.posdata = self.folder / "Posdata"
+        self.posdata.mkdir(parents=True)
+        self.settings = self.folder / "settings"
+        self.program = self.folder / "keystrand"
+        shutil.copy(build.program("keystrand"), self.program)
+        self.database = self.folder / "Stores" / "Demo" / "MASTER.mdb"
+        self.database.parent.mkdir(parents=True)
+        if store is not None:
+            shutil.copy(build.store(*store), self.database)
+        self.set("[comms]\nstorename=Demo\n")
+
+    # The settings store and the profile files
+
+    @property
+    def settings_file(self):
+        return self.settings / "program-settings" / "tavenor.ini"
+
+    def set(self, text):
+        self.settings_file.parent.mkdir(parents=True, exist_ok=True)
+        self.settings_file.write_text(text)
+
+    def setting(self, section, key):
+        """An entry of the settings store, found without regard to case; None if absent."""
+        return entry(self.settings_file, section, key)
+
+    def touch_setting(self, section, key):
+        return entry(self.posdata / "FastTouchButtons.ini", section, key)
+
+    # Layout files
+
+    def layout(self, level):
+        """The bytes of a level's layout file ("" for the large editor's); None if there is none."""
+        path = self.posdata / f"FastMovers{level}.txt"
+        return path.read_bytes() if path.exists() else None
+
+    def write_layout(self, level, data):
+        (self.posdata / f"FastMovers{level}.txt").write_bytes(data)
+
+    # The communications program
+
+    def comms(self):
+        """Puts a stand-in there that notes the settings it finds; gives the path of its notes."""
+        path = self.folder / "tavenor_comms.exe"
+        path.write_text('#!/bin/sh\nd=$(dirname "$0")\n'
+                        'cat "$XDG_CONFIG_HOME/program-settings/tavenor.ini" >"$d/found.$$.part"\n'
+                        'echo "arguments: $#" >>"$d/found.$$.part"\n'
+                        'mv "$d/found.$$.part" "$d/found.$$"\n')
+        path.chmod(path.stat().st_mode | stat.S_IXUSR | stat.S_IXGRP | stat.S_IXOTH)
+        return lambda: sorted(self.folder.glob("found.*[0-9]"))
+
+    # The store, through an independent reader
+
+    def rows(self, table):
+        """The rows of a table as mdbtools reads them, as dictionaries; a null is None."""
+        told = subprocess.run(
+            ["mdb-json", str(self.database), table], check=True, capture_output=True).stdout
+        import json
+        return [json.loads(line) for line in told.decode("utf-8").splitlines()]
+
+    def files(self):
+        """All files of the shop but the program, with their bytes, to see that nothing changed."""
+        return {str(path.relative_to(self.folder)): path.read_bytes()
+                for path in sorted(self.folder.rglob("*"))
+                if path.is_file() and path != self.program}
+
+
+def entry(path, section, key):
+    if not path.exists():
+        return None
+    inside = False
+    for line in path.read_bytes().decode("latin-1").splitlines():
+        if line.startswith("["):
+            inside = line.strip().lower() == f"[{section.lower()}]"
+        elif inside and "=" in line and line.split("=")[0].strip().lower() == key.lower():
+            return line.split("=", 1)[1]
+    return None
+
+
+def key_line(key, product="", caption="", back=WHITE, font=BUTTON_TEXT):
+    """One key as a line of a layout file."""
+    return f"{key},{product},{caption},{back},{font}\r\n"
+
+
+def layout(keys, count=63, back=WHITE, font=BUTTON_TEXT):
+    """A whole layout file: `keys` maps a key's index to its differences from a blank key."""
+    lines = (key_line(key, **{"back": back, "font": font, **keys.get(key, {})})
+             for key in range(count))
+    return "".join(lines).encode("cp1252")

@@ -31,9 +31,9 @@ class Source : public QLabel {
  protected:
   void mousePressEvent(QMouseEvent*) override {
     auto* drag = new QDrag(this);
-    auto* data = new QMimeData;
-    data->setText(text_);
-    drag->setMimeData(data);
+    auto* content = new QMimeData;
+    content->setText(text_);
+    drag->setMimeData(content);
     connect(drag, &QDrag::actionChanged, this, [](Qt::DropAction action) {
       say(action == Qt::IgnoreAction ? "refused" : "accepted");
     });

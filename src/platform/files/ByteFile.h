@@ -19,16 +19,21 @@ class ByteFile {
     ReadOnly,
     ReadWrite,
     Create,  ///< read and write; the file is created, or emptied when it is there
+    Output,  ///< the same, but write only
+    New,     ///< write only; the file is created and must not be there yet
   };
 
   /// Opens the file at a path of the host (see `resolve`).
-  /// Raises a FileError: 53 Missing, 76 FolderMissing, 70 or 75 NoPermission, 75 NotAFile.
+  /// Raises a FileError: 53 Missing, 76 FolderMissing, 70 NoPermission to read, 75 NoPermission to
+  /// write, 75 NotAFile. A file that is marked read-only for everybody is written by nobody.
   ByteFile(const std::filesystem::path& path, Access access);
   ~ByteFile();
   ByteFile(const ByteFile&) = delete;
   ByteFile& operator=(const ByteFile&) = delete;
 
   const std::filesystem::path& path() const { return path_; }
+  /// The open file's number with the system.
+  int descriptor() const { return descriptor_; }
 
   /// Bytes in the file now. Raises 57.
   std::uint64_t size() const;
@@ -38,6 +43,9 @@ class ByteFile {
   /// Writes all of `bytes` at `offset`, making the file longer where needed.
   /// Raises 61 (disk full), 57, or 75 on a file opened read-only.
   void writeAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
+  /// Closes the file; a failure that the system kept back until now is raised here. Raises 57
+  /// or 61.
+  void close();
   /// Returns when all that was written has reached the disk. Raises 57 or 61.
   void sync();
 
@@ -56,7 +64,10 @@ class ByteFile {
  private:
   void lock(short type, std::chrono::milliseconds wait);
 
+  [[noreturn]] void fail(int systemError) const;
+
   std::filesystem::path path_;
+  Access access_;
   int descriptor_ = -1;
 };
 

@@ -16,9 +16,9 @@ struct FileStep {
     Rename,  ///< a finished temporary file takes the place of `path`
   };
   Kind kind;
-  const std::filesystem::path& path;
-  std::uint64_t offset = 0;  ///< place of the first byte; 0 for Sync and Rename
-  std::size_t size = 0;      ///< bytes to read or write; 0 for Sync and Rename
+  const std::filesystem::path& path;  ///< a temporary file's own where one is written
+  std::uint64_t offset = 0;           ///< place of the first byte; 0 for Sync and Rename
+  std::size_t size = 0;               ///< bytes to read or write; 0 for Sync and Rename
 };
 
 /// Asked before each step. Gives how many bytes of it take place: fewer than `size` make a write

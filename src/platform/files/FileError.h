@@ -38,4 +38,10 @@ class FileError : public runtime::RunTimeError {
   int systemError_;
 };
 
+enum class FilePurpose { Read, Write };
+
+/// Raises the error for what the system answered (`errno`) to a use of the file.
+[[noreturn]] void raiseFileError(const std::filesystem::path& path, int systemError,
+                                 FilePurpose purpose);
+
 }  // namespace files

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -9,6 +10,8 @@ namespace files {
 /// A text file opened for input, read line by line, in the machine's code page.
 class InputFile {
  public:
+  static constexpr std::size_t kLineLimit = 4U << 20U;
+
   /// Raises 53 (not found), 76 (folder not found), 70 (permission denied), 75 (not a file).
   explicit InputFile(std::u16string_view path);
   ~InputFile();
@@ -16,7 +19,8 @@ class InputFile {
   InputFile& operator=(const InputFile&) = delete;
 
   /// The next line. CR or CR LF ends it and belongs to none; a lone LF is an ordinary character, as
-  /// are NUL and 0x1A. Raises 62 past the end of the file.
+  /// are NUL and 0x1A. Raises 62 past the end of the file, 57, and 7 for a line of more than
+  /// kLineLimit characters.
   std::u16string lineInput();
 
  private:
@@ -24,18 +28,19 @@ class InputFile {
   std::unique_ptr<Bytes> bytes_;
 };
 
-/// A text file opened for output, created or emptied at once; lines go to the disk as they are
-/// written or at the latest when the file is closed.
+/// A text file opened for output, created or emptied at once; each line goes to the system as it
+/// is written.
 class OutputFile {
  public:
-  /// Raises 76 (folder not found), 70 or 75 (not writable).
+  /// Raises 76 (folder not found), 75 (not writable, not a file).
   explicit OutputFile(std::u16string_view path);
   /// Closes what is still open and lets a failure pass silently; `close` is the way to learn of it.
   ~OutputFile();
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
 
-  /// Writes one line in the machine's code page, ended by CR LF. Raises 61 (disk full) or 57.
+  /// Writes one line in the machine's code page, ended by CR LF. Raises 61 (disk full), 57, and 54
+  /// once the file is closed.
   void print(std::u16string_view line);
   void close();
 
@@ -44,7 +49,8 @@ class OutputFile {
   std::unique_ptr<Bytes> bytes_;
 };
 
-/// Deletes a file. Raises 53 when it is missing, 70 or 75 when it can't be deleted.
+/// Deletes a file. Raises 53 or 76 when it is missing, 75 when it can't be deleted: a folder, a
+/// file that is read-only for this user, a folder that may not be changed.
 void kill(std::u16string_view path);
 
 }  // namespace files

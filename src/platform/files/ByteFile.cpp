@@ -1,0 +1,151 @@
+#include "platform/files/ByteFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <thread>
+
+#include "platform/files/FaultSeam.h"
+
+namespace files {
+namespace {
+
+using runtime::ErrorNumber;
+using Access = ByteFile::Access;
+
+int openFlags(Access access) {
+  // Never to wait for the other end of a pipe, never to be handed on to a started program.
+  constexpr int kAlways = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+  switch (access) {
+    case Access::ReadOnly:
+      return kAlways | O_RDONLY;
+    case Access::ReadWrite:
+      return kAlways | O_RDWR;
+    case Access::Create:
+      return kAlways | O_RDWR | O_CREAT | O_TRUNC;
+    case Access::Output:
+      return kAlways | O_WRONLY | O_CREAT | O_TRUNC;
+    case Access::New:
+      return kAlways | O_WRONLY | O_CREAT | O_EXCL;
+  }
+  return kAlways;
+}
+
+FilePurpose purposeOf(Access access) {
+  return access == Access::ReadOnly ? FilePurpose::Read : FilePurpose::Write;
+}
+
+constexpr mode_t kAllMayReadAndWrite = 0666;  // less what the user's mask takes away
+constexpr mode_t kAnybodyMayWrite = 0222;
+
+/// The administrator may open any file for writing; the mark counts all the same.
+bool isMarkedReadOnly(const std::filesystem::path& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+         (status.st_mode & kAnybodyMayWrite) == 0;
+}
+
+}  // namespace
+
+ByteFile::ByteFile(const std::filesystem::path& path, Access access)
+    : path_(path), access_(access) {
+  if (access != Access::ReadOnly && isMarkedReadOnly(path)) fail(EACCES);
+  descriptor_ = ::open(path.c_str(), openFlags(access), kAllMayReadAndWrite);
+  if (descriptor_ < 0) fail(errno);
+  struct stat status {};
+  if (::fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode)) return;
+  ::close(descriptor_);
+  fail(EISDIR);
+}
+
+ByteFile::~ByteFile() {
+  if (descriptor_ >= 0) ::close(descriptor_);
+}
+
+void ByteFile::fail(int systemError) const {
+  raiseFileError(path_, systemError, purposeOf(access_));
+}
+
+std::uint64_t ByteFile::size() const {
+  struct stat status {};
+  if (::fstat(descriptor_, &status) != 0) fail(errno);
+  return static_cast<std::uint64_t>(status.st_size);
+}
+
+std::size_t ByteFile::readAt(std::uint64_t offset, std::span<std::uint8_t> bytes) const {
+  const std::size_t wanted = allowedBytes({FileStep::Kind::Read, path_, offset, bytes.size()});
+  std::size_t done = 0;
+  while (done < wanted) {
+    const ssize_t count =
+        ::pread(descriptor_, bytes.data() + done, wanted - done, static_cast<off_t>(offset + done));
+    if (count == 0) break;
+    if (count > 0) {
+      done += static_cast<std::size_t>(count);
+    } else if (errno != EINTR) {
+      throw FileError(ErrorNumber::DeviceIoError, FileProblem::Other, path_, errno);
+    }
+  }
+  return done;
+}
+
+void ByteFile::writeAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
+  if (access_ == Access::ReadOnly) fail(EPERM);
+  const std::size_t wanted = allowedBytes({FileStep::Kind::Write, path_, offset, bytes.size()});
+  std::size_t done = 0;
+  while (done < wanted) {
+    const ssize_t count = ::pwrite(descriptor_, bytes.data() + done, wanted - done,
+                                   static_cast<off_t>(offset + done));
+    if (count >= 0) {
+      done += static_cast<std::size_t>(count);
+    } else if (errno != EINTR) {
+      fail(errno);
+    }
+  }
+  if (done < bytes.size()) fail(ENOSPC);
+}
+
+void ByteFile::close() {
+  const int descriptor = descriptor_;
+  descriptor_ = -1;
+  // After an interrupted close the file is closed on this system.
+  if (descriptor >= 0 && ::close(descriptor) != 0 && errno != EINTR) fail(errno);
+}
+
+void ByteFile::sync() {
+  allowedBytes({FileStep::Kind::Sync, path_});
+  if (::fsync(descriptor_) != 0) fail(errno);
+}
+
+void ByteFile::lockShared(std::chrono::milliseconds wait) {
+  lock(F_RDLCK, wait);
+}
+
+void ByteFile::lockExclusive(std::chrono::milliseconds wait) {
+  lock(F_WRLCK, wait);
+}
+
+void ByteFile::unlock() {
+  lock(F_UNLCK, std::chrono::milliseconds{0});
+}
+
+void ByteFile::lock(short type, std::chrono::milliseconds wait) {
+  using Clock = std::chrono::steady_clock;
+  constexpr std::chrono::milliseconds kPause{2};
+  const Clock::time_point deadline = Clock::now() + wait;
+  struct flock range {};  // from 0, of length 0: the whole file
+  range.l_type = type;
+  range.l_whence = SEEK_SET;
+  while (::fcntl(descriptor_, F_OFD_SETLK, &range) != 0) {
+    if (errno == EINTR) continue;
+    const bool held = errno == EAGAIN || errno == EACCES;
+    if (!held) fail(errno);
+    if (Clock::now() >= deadline)
+      throw FileError(ErrorNumber::PermissionDenied, FileProblem::Held, path_, errno);
+    std::this_thread::sleep_for(kPause);
+  }
+}
+
+}  // namespace files

@@ -1,0 +1,107 @@
+#include "platform/files/ProgramFolder.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <vector>
+
+#include "platform/runtime/CodePage.h"
+#include "platform/runtime/Text.h"
+
+namespace files {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path& programFile() {
+  static fs::path path = fs::current_path() / "program";
+  return path;
+}
+
+/// Where the shell found a program that was started by its bare name.
+fs::path foundOnSearchPath(const fs::path& name) {
+  const char* const variable = std::getenv("PATH");
+  std::string_view folders = variable == nullptr ? "" : variable;
+  while (!folders.empty()) {
+    const std::string_view folder = folders.substr(0, folders.find(':'));
+    folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
+    const fs::path candidate = fs::path(folder.empty() ? "." : folder) / name;
+    std::error_code ignored;
+    if (fs::is_regular_file(candidate, ignored) && ::access(candidate.c_str(), X_OK) == 0)
+      return candidate;
+  }
+  return name;
+}
+
+/// The path without its "." pieces. ".." stays: behind a link it leads elsewhere than its text
+/// says.
+fs::path withoutDots(const fs::path& path) {
+  fs::path result;
+  for (const fs::path& piece : path)
+    if (piece != ".") result /= piece;
+  return result;
+}
+
+std::vector<std::u16string_view> namesIn(std::u16string_view path) {
+  std::vector<std::u16string_view> names;
+  constexpr std::u16string_view kSeparators = u"\\/";
+  for (std::size_t begin = path.find_first_not_of(kSeparators); begin != path.npos;) {
+    const std::size_t end = std::min(path.find_first_of(kSeparators, begin), path.size());
+    names.push_back(path.substr(begin, end - begin));
+    begin = path.find_first_not_of(kSeparators, end);
+  }
+  return names;
+}
+
+/// The folder's entry of that name, whatever the case of its letters; the first in byte order where
+/// several differ in case only, the name as written where there is none.
+fs::path entryNamed(const fs::path& folder, std::u16string_view name) {
+  const fs::path asWritten = folder / runtime::toUtf8(name);
+  std::error_code failure;
+  if (fs::exists(fs::symlink_status(asWritten, failure))) return asWritten;
+  const std::u16string wanted = runtime::foldCase(name);
+  std::string found;
+  fs::directory_iterator entry(folder.empty() ? "." : folder, failure);
+  for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
+    const std::string& candidate = entry->path().filename().native();
+    if (runtime::foldCase(runtime::fromUtf8(candidate)) != wanted) continue;
+    if (found.empty() || candidate < found) found = candidate;
+  }
+  return found.empty() ? asWritten : folder / found;
+}
+
+bool beginsWithFolder(std::u16string_view path, std::u16string_view folder) {
+  if (!path.starts_with(folder)) return false;
+  return path.size() == folder.size() || path[folder.size()] == u'\\' ||
+         path[folder.size()] == u'/';
+}
+
+}  // namespace
+
+void setProgramFile(const fs::path& started) {
+  const bool bareName = started.native().find('/') == std::string::npos;
+  programFile() = withoutDots(fs::absolute(bareName ? foundOnSearchPath(started) : started));
+}
+
+std::u16string programFolder() {
+  std::u16string folder = runtime::fromUtf8(programFile().parent_path().native());
+  while (folder.ends_with(u'/')) folder.pop_back();
+  return folder;
+}
+
+fs::path resolve(std::u16string_view path) {
+  const std::u16string folder = programFolder();
+  fs::path place;
+  if (beginsWithFolder(path, folder)) {
+    // The host's own bytes, which a text might not be able to hold.
+    place = programFile().parent_path();
+    path.remove_prefix(folder.size());
+  } else if (path.starts_with(u'/')) {
+    place = "/";
+  }
+  for (const std::u16string_view name : namesIn(path)) place = entryNamed(place, name);
+  return place;
+}
+
+}  // namespace files

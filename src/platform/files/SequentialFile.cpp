@@ -1,0 +1,100 @@
+#include "platform/files/SequentialFile.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <span>
+#include <system_error>
+#include <utility>
+
+#include "platform/files/ByteFile.h"
+#include "platform/files/ProgramFolder.h"
+#include "platform/runtime/CodePage.h"
+
+namespace files {
+
+using runtime::ErrorNumber;
+using runtime::RunTimeError;
+
+/// The file's bytes in their order, read in blocks.
+struct InputFile::Bytes {
+  explicit Bytes(std::u16string_view path) : file(resolve(path), ByteFile::Access::ReadOnly) {}
+
+  bool atEnd() {
+    if (next < block.size()) return false;
+    offset += block.size();
+    block = std::span(store).first(file.readAt(offset, store));
+    next = 0;
+    return block.empty();
+  }
+
+  ByteFile file;
+  std::array<std::uint8_t, 16'384> store{};
+  std::span<std::uint8_t> block;
+  std::size_t next = 0;
+  std::uint64_t offset = 0;
+};
+
+InputFile::InputFile(std::u16string_view path) : bytes_(std::make_unique<Bytes>(path)) {}
+InputFile::~InputFile() = default;
+
+std::u16string InputFile::lineInput() {
+  if (bytes_->atEnd()) throw RunTimeError(ErrorNumber::InputPastEnd);
+  std::string line;
+  while (!bytes_->atEnd()) {
+    const auto byte = static_cast<char>(bytes_->block[bytes_->next++]);
+    if (byte == '\r') {
+      if (!bytes_->atEnd() && bytes_->block[bytes_->next] == '\n') ++bytes_->next;
+      break;
+    }
+    if (line.size() == kLineLimit) throw RunTimeError(ErrorNumber::OutOfMemory);
+    line.push_back(byte);
+  }
+  return runtime::fromCodePage(line);
+}
+
+struct OutputFile::Bytes {
+  explicit Bytes(std::u16string_view path) : file(resolve(path), ByteFile::Access::Output) {}
+
+  ByteFile file;
+  std::uint64_t offset = 0;
+};
+
+OutputFile::OutputFile(std::u16string_view path) : bytes_(std::make_unique<Bytes>(path)) {}
+OutputFile::~OutputFile() = default;
+
+void OutputFile::print(std::u16string_view line) {
+  if (!bytes_) throw RunTimeError(ErrorNumber::BadFileMode);
+  const std::string bytes = runtime::toCodePage(line) + "\r\n";
+  bytes_->file.writeAt(bytes_->offset,
+                       {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+  bytes_->offset += bytes.size();
+}
+
+void OutputFile::close() {
+  const std::unique_ptr<Bytes> closing = std::move(bytes_);
+  if (closing) closing->file.close();
+}
+
+void kill(std::u16string_view path) {
+  const std::filesystem::path file = resolve(path);
+  std::error_code ignored;
+  const bool isThere = std::filesystem::is_regular_file(file, ignored);
+  // A file that may not be written may not be deleted either.
+  if (isThere) ByteFile(file, ByteFile::Access::ReadWrite).close();
+  if (::unlink(file.c_str()) != 0) raiseFileError(file, errno, FilePurpose::Write);
+}
+
+}  // namespace files
+
+namespace Scripting {
+
+bool FileSystemObject::FileExists(std::u16string_view path) const {
+  std::error_code failure;
+  const auto status = std::filesystem::status(files::resolve(path), failure);
+  return std::filesystem::exists(status) && !std::filesystem::is_directory(status);
+}
+
+}  // namespace Scripting

@@ -1,0 +1,114 @@
+#include "platform/files/WholeFile.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <random>
+#include <span>
+
+#include "platform/files/ByteFile.h"
+#include "platform/files/FaultSeam.h"
+
+namespace files {
+namespace {
+
+namespace fs = std::filesystem;
+using Access = ByteFile::Access;
+
+std::span<const std::uint8_t> bytesOf(std::string_view text) {
+  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+fs::path temporaryBeside(const fs::path& target) {
+  std::random_device random;
+  return target.parent_path() /
+         ("." + target.filename().string() + "." + std::to_string(random()) + ".tmp");
+}
+
+/// A file under a name of its own that is taken away again unless it took its place.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(const fs::path& target)
+      : path_(temporaryBeside(target)), file_(path_, Access::New) {}
+  ~TemporaryFile() {
+    if (!inPlace_) ::unlink(path_.c_str());
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  /// Gives it the other file's owner and permissions; false where this user may not.
+  bool takeLooksOf(const struct stat& other) {
+    return ::fchown(file_.descriptor(), other.st_uid, other.st_gid) == 0 &&
+           ::fchmod(file_.descriptor(), other.st_mode & 07777U) == 0;
+  }
+
+  void write(std::string_view bytes) {
+    file_.writeAt(0, bytesOf(bytes));
+    file_.sync();
+    file_.close();
+  }
+
+  void moveTo(const fs::path& target) {
+    allowedBytes({FileStep::Kind::Rename, target});
+    if (std::rename(path_.c_str(), target.c_str()) != 0)
+      raiseFileError(target, errno, FilePurpose::Write);
+    inPlace_ = true;
+  }
+
+ private:
+  fs::path path_;
+  ByteFile file_;
+  bool inPlace_ = false;
+};
+
+/// True when the file could be replaced by another without anybody seeing more than new bytes.
+bool replaceByAnother(const fs::path& target, const struct stat* old, std::string_view bytes) {
+  if (old != nullptr && old->st_nlink > 1) return false;
+  try {
+    TemporaryFile temporary(target);
+    if (old != nullptr && !temporary.takeLooksOf(*old)) return false;
+    temporary.write(bytes);
+    temporary.moveTo(target);
+    return true;
+  } catch (const FileError& error) {
+    if (error.problem() != FileProblem::NoPermission) throw;
+    return false;
+  }
+}
+
+}  // namespace
+
+std::optional<std::string> readWhole(const fs::path& path) {
+  try {
+    const ByteFile file(path, Access::ReadOnly);
+    if (file.size() > kWholeFileLimit) raiseFileError(path, EINVAL, FilePurpose::Read);
+    std::string bytes(file.size(), '\0');
+    bytes.resize(file.readAt(0, {reinterpret_cast<std::uint8_t*>(bytes.data()), bytes.size()}));
+    return bytes;
+  } catch (const FileError& error) {
+    const bool absent =
+        error.problem() == FileProblem::Missing || error.problem() == FileProblem::FolderMissing;
+    if (!absent) throw;
+    return std::nullopt;
+  }
+}
+
+void replaceWhole(const fs::path& path, std::string_view bytes) {
+  std::error_code failure;
+  const fs::path real = fs::canonical(path, failure);
+  const fs::path target = failure ? path : real;
+  struct stat old {};
+  const bool isThere = ::stat(target.c_str(), &old) == 0;
+  // Opening it tells whether this user may write it at all.
+  if (isThere) ByteFile(target, Access::ReadWrite).close();
+  const bool danglingLink = !isThere && fs::is_symlink(fs::symlink_status(target, failure));
+  if (!danglingLink && replaceByAnother(target, isThere ? &old : nullptr, bytes)) return;
+  ByteFile file(target, Access::Output);
+  file.writeAt(0, bytesOf(bytes));
+  file.close();
+}
+
+}  // namespace files

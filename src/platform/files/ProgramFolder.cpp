@@ -64,7 +64,7 @@ fs::path entryNamed(const fs::path& folder, std::u16string_view name) {
   std::string found;
   fs::directory_iterator entry(folder.empty() ? "." : folder, failure);
   for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
-    const std::string& candidate = entry->path().filename().native();
+    const std::string candidate = entry->path().filename().native();
     if (runtime::foldCase(runtime::fromUtf8(candidate)) != wanted) continue;
     if (found.empty() || candidate < found) found = candidate;
   }

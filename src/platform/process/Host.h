@@ -26,8 +26,8 @@ enum MessageAnswer : std::int32_t {
 /// How a started program's window is to come up.
 enum class WindowStyle : std::int32_t { MinimizedFocus = 2 };
 
-/// All that leaves the program passes through here. The product's host shows real boxes and ends the
-/// process; a test sets its own and can watch and answer.
+/// All that leaves the program passes through here. The product's host shows real boxes and ends
+/// the process; a test sets its own and can watch and answer.
 class Host {
  public:
   virtual ~Host() = default;
@@ -38,11 +38,11 @@ class Host {
   /// Shows the platform's colour dialog with no colour preselected. Gives the colour as 0x00BBGGRR,
   /// nothing on Cancel.
   virtual std::optional<std::int32_t> showColourDialog() = 0;
-  /// Shows the modal failure report ("Run-time error '13':" and the text) and writes the same line to
-  /// standard error.
+  /// Shows the modal failure report ("Run-time error '13':" and the text) and writes the same line
+  /// to standard error.
   virtual void reportFailure(const runtime::RunTimeError& failure) = 0;
-  /// Starts a program without waiting and without arguments. Raises error 53 when it is missing, 5 or
-  /// 70 when it can't be started.
+  /// Starts a program without waiting and without arguments. Raises error 53 when it is missing, 5
+  /// or 70 when it can't be started.
   virtual void startProgram(const std::filesystem::path& program, WindowStyle style) = 0;
   /// Ends the process at once. The product's host doesn't return.
   virtual void endProcess(int status) = 0;

@@ -41,7 +41,7 @@ class ByteFile {
   /// Raises 57.
   std::size_t readAt(std::uint64_t offset, std::span<std::uint8_t> bytes) const;
   /// Writes all of `bytes` at `offset`, making the file longer where needed.
-  /// Raises 61 (disk full), 57, or 75 on a file opened read-only.
+  /// Raises 61 (disk full), 57, or 70 on a file opened read-only.
   void writeAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
   /// Closes the file; a failure that the system kept back until now is raised here. Raises 57
   /// or 61.

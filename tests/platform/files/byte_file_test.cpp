@@ -1,0 +1,121 @@
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <thread>
+
+#include "platform/files/ByteFile.h"
+#include "support/FileFaults.h"
+#include "support/ProgramFolder.h"
+
+namespace fs = std::filesystem;
+
+using files::ByteFile;
+using files::FileError;
+using files::FileProblem;
+using support::errorNumberOf;
+using Access = files::ByteFile::Access;
+
+namespace {
+
+std::span<const std::uint8_t> bytesOf(std::string_view text) {
+  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+FileProblem problemOf(const fs::path& path, Access access) {
+  try {
+    ByteFile file(path, access);
+  } catch (const FileError& error) {
+    EXPECT_EQ(error.path(), path);
+    EXPECT_FALSE(error.systemReason().empty());
+    return error.problem();
+  }
+  return FileProblem::Other;
+}
+
+constexpr std::chrono::milliseconds kShort{30};
+
+}  // namespace
+
+TEST(ByteFile, ReadsAndWritesAtAnyPlace) {
+  const support::ProgramFolder folder;
+  const fs::path path = folder.path() / "store.mdb";
+  ByteFile file(path, Access::Create);
+  file.writeAt(4, bytesOf("page"));
+  file.sync();
+  EXPECT_EQ(file.size(), 8U);
+  std::array<std::uint8_t, 6> read{};
+  EXPECT_EQ(file.readAt(5, read), 3U);
+  EXPECT_EQ(read[2], 'e');
+  EXPECT_EQ(file.readAt(100, read), 0U);
+  file.close();
+  EXPECT_EQ(support::readFile(path), std::string("\0\0\0\0page", 8));
+
+  ByteFile reader(path, Access::ReadOnly);
+  EXPECT_EQ(errorNumberOf([&] { reader.writeAt(0, bytesOf("x")); }), 70);
+}
+
+TEST(ByteFile, TellsWhyItCannotBeOpened) {
+  const support::ProgramFolder folder;
+  const fs::path path = folder.path() / "store.mdb";
+  EXPECT_EQ(problemOf(path, Access::ReadWrite), FileProblem::Missing);
+  EXPECT_EQ(problemOf(folder.path() / "none" / "store.mdb", Access::ReadOnly),
+            FileProblem::FolderMissing);
+  EXPECT_EQ(problemOf(folder.posdata(), Access::ReadOnly), FileProblem::NotAFile);
+  folder.write("store.mdb", "");
+  fs::permissions(path, fs::perms{0444});
+  EXPECT_EQ(problemOf(path, Access::ReadWrite), FileProblem::NoPermission);
+  fs::permissions(path, fs::perms{0});
+  const support::AsOrdinaryUser user;
+  EXPECT_EQ(problemOf(path, Access::ReadOnly), FileProblem::NoPermission);
+}
+
+TEST(ByteFile, LocksExcludeOtherOpeningsAndWaitNoLongerThanTold) {
+  const support::ProgramFolder folder;
+  folder.write("store.mdb", "");
+  const fs::path path = folder.path() / "store.mdb";
+  ByteFile one(path, Access::ReadWrite);
+  ByteFile two(path, Access::ReadWrite);
+  one.lockShared();
+  two.lockShared();
+  EXPECT_EQ(errorNumberOf([&] { one.lockExclusive(kShort); }), 70);
+  // The failed wait took nothing away: the other one is kept out still.
+  EXPECT_EQ(errorNumberOf([&] { two.lockExclusive(kShort); }), 70);
+  one.unlock();
+  two.lockExclusive(kShort);
+  try {
+    one.lockShared(kShort);
+    FAIL() << "a held file was locked";
+  } catch (const FileError& error) {
+    EXPECT_EQ(error.problem(), FileProblem::Held);
+  }
+  two.close();
+  one.lockExclusive(kShort);
+}
+
+TEST(ByteFile, AWaitEndsWhenTheOtherProgramDoes) {
+  const support::ProgramFolder folder;
+  folder.write("store.mdb", "");
+  const fs::path path = folder.path() / "store.mdb";
+  std::array<int, 2> ready{};
+  ASSERT_EQ(::pipe(ready.data()), 0);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    ByteFile held(path, Access::ReadWrite);
+    held.lockExclusive();
+    const bool told = ::write(ready[1], "r", 1) == 1;
+    std::this_thread::sleep_for(std::chrono::milliseconds{100});
+    ::_exit(told ? 0 : 1);
+  }
+  char byte = 0;
+  ASSERT_EQ(::read(ready[0], &byte, 1), 1);
+  ByteFile file(path, Access::ReadWrite);
+  EXPECT_EQ(errorNumberOf([&] { file.lockShared(std::chrono::milliseconds{0}); }), 70);
+  file.lockExclusive();
+  int status = 0;
+  EXPECT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
+  ::close(ready[0]);
+  ::close(ready[1]);
+}

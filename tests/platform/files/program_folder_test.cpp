@@ -1,0 +1,75 @@
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include "platform/files/ProgramFolder.h"
+#include "support/ProgramFolder.h"
+
+namespace fs = std::filesystem;
+
+using files::programFolder;
+using files::resolve;
+
+TEST(ProgramFolder, IsThatOfTheStartedPathAndLinksAreNotFollowed) {
+  const support::ProgramFolder folder;
+  const fs::path real = folder.path() / "installed" / "keystrand";
+  const fs::path link = folder.path() / "pos" / "keystrand";
+  folder.write("installed/keystrand", "");
+  fs::permissions(real, fs::perms{0755});
+  fs::create_directory(link.parent_path());
+  fs::create_symlink(real, link);
+
+  files::setProgramFile(link);
+  EXPECT_EQ(programFolder(), link.parent_path().u16string());
+
+  // The way there counts from the folder of the start, also after the program has left it.
+  const fs::path before = fs::current_path();
+  fs::current_path(folder.path());
+  files::setProgramFile("./pos/keystrand");
+  fs::current_path(before);
+  EXPECT_EQ(programFolder(), link.parent_path().u16string());
+
+  const std::string searchPath = ::getenv("PATH");
+  ::setenv("PATH", ("/nowhere:" + link.parent_path().string() + ":" + searchPath).c_str(), 1);
+  files::setProgramFile("keystrand");
+  ::setenv("PATH", searchPath.c_str(), 1);
+  EXPECT_EQ(programFolder(), link.parent_path().u16string());
+
+  files::setProgramFile("/keystrand");
+  EXPECT_EQ(programFolder(), u"");
+  EXPECT_EQ(resolve(programFolder() + u"\\tmp"), "/tmp");
+}
+
+TEST(ProgramFolder, NamesAreFoundInAnyCaseAndAnExactOneWins) {
+  const support::ProgramFolder folder;
+  folder.write("STORES/Café/master.MDB", "");
+  folder.write("Posdata/FastMovers1.txt", "");
+  folder.write("Posdata/fastmovers1.TXT", "");
+  const std::u16string base = programFolder();
+
+  EXPECT_EQ(resolve(base + u"\\Stores\\CAFÉ\\\\MASTER.mdb"),
+            folder.path() / "STORES" / "Café" / "master.MDB");
+  EXPECT_EQ(resolve(base + u"\\posdata\\fastmovers1.TXT"), folder.posdata() / "fastmovers1.TXT");
+  // No exact match: the first in byte order, always the same.
+  EXPECT_EQ(resolve(base + u"\\Posdata\\fastmovers1.txt"), folder.posdata() / "FastMovers1.txt");
+  EXPECT_EQ(resolve(base + u"\\posdata\\New.txt"), folder.posdata() / "New.txt");
+  EXPECT_EQ(resolve(base + u"\\Missing\\New.txt"), folder.path() / "Missing" / "New.txt");
+}
+
+TEST(ProgramFolder, OddNamesStayBelowItAndDoNoHarm) {
+  const support::ProgramFolder folder;
+  folder.write("Posdata/\xFF\xFE.txt", "");
+  const std::u16string base = programFolder();
+  EXPECT_EQ(resolve(base + u"\\Posdata\\any.txt"), folder.posdata() / "any.txt");
+  EXPECT_EQ(resolve(base + u"\\Stores\\/etc/passwd"), folder.path() / "Stores/etc/passwd");
+  EXPECT_EQ(resolve(base + u"\\Stores\\..\\x"), folder.path() / "Stores" / ".." / "x");
+  EXPECT_EQ(resolve(base + u"\\" + std::u16string(1, 0xD800)), folder.path() / "\xEF\xBF\xBD");
+  EXPECT_EQ(resolve(u""), "");
+}
+
+TEST(ProgramFolder, MayHaveANameThatNoTextHolds) {
+  const support::ProgramFolder folder;
+  folder.write("caf\xE9/Posdata/x.txt", "");
+  files::setProgramFile(folder.path() / "caf\xE9" / "keystrand");
+  EXPECT_EQ(resolve(programFolder() + u"\\posdata\\X.TXT"),
+            folder.path() / "caf\xE9" / "Posdata" / "x.txt");
+}

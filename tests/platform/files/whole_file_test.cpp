@@ -1,0 +1,82 @@
+#include <gtest/gtest.h>
+
+#include "platform/files/FileError.h"
+#include "platform/files/WholeFile.h"
+#include "support/FileFaults.h"
+#include "support/ProgramFolder.h"
+
+namespace fs = std::filesystem;
+
+using files::replaceWhole;
+using support::errorNumberOf;
+
+namespace {
+
+class WholeFile : public testing::Test {
+ protected:
+  std::size_t entries() const {
+    return static_cast<std::size_t>(
+        std::distance(fs::directory_iterator(folder.posdata()), fs::directory_iterator()));
+  }
+
+  support::ProgramFolder folder;
+  fs::path path = folder.posdata() / "FastTouchButtons.ini";
+};
+
+}  // namespace
+
+TEST_F(WholeFile, IsReadAndReplacedWithItsPermissionsKept) {
+  EXPECT_EQ(files::readWhole(path), std::nullopt);
+  EXPECT_EQ(files::readWhole(path / "below"), std::nullopt);
+  replaceWhole(path, "first\r\n");
+  fs::permissions(path, fs::perms{0640});
+  replaceWhole(path, std::string("sec\0nd", 6));
+  EXPECT_EQ(files::readWhole(path), std::string("sec\0nd", 6));
+  EXPECT_EQ(fs::status(path).permissions(), fs::perms{0640});
+  EXPECT_EQ(entries(), 1U);
+  EXPECT_EQ(errorNumberOf([&] { files::readWhole(folder.posdata()); }), 75);
+}
+
+TEST_F(WholeFile, AFaultAtAnyStepLeavesTheOldContentAndNoRubbish) {
+  folder.write("Posdata/FastTouchButtons.ini", "old");
+  int step = 0;
+  for (;; ++step) {
+    support::FileFaults faults;
+    faults.cutAtChange(step, 2);
+    const bool failed = errorNumberOf([&] { replaceWhole(path, "brand new"); }) != 0;
+    EXPECT_EQ(entries(), 1U) << step;
+    if (!failed) break;
+    EXPECT_EQ(support::readFile(path), "old") << step;
+  }
+  EXPECT_EQ(step, 3);  // write, sync, rename
+  EXPECT_EQ(support::readFile(path), "brand new");
+}
+
+TEST_F(WholeFile, WhatIsLinkedOrInAClosedFolderIsWrittenInPlace) {
+  folder.write("real.ini", "old content");
+  fs::create_symlink(folder.path() / "real.ini", path);
+  replaceWhole(path, "new");
+  EXPECT_TRUE(fs::is_symlink(path));
+  EXPECT_EQ(folder.read("real.ini"), "new");
+
+  const fs::path closed = folder.path() / "closed";
+  folder.write("closed/x.ini", "old content");
+  fs::permissions(closed / "x.ini", fs::perms{0666});
+  fs::permissions(closed, fs::perms{0555});
+  {
+    const support::AsOrdinaryUser user;
+    replaceWhole(closed / "x.ini", "new");
+    EXPECT_EQ(errorNumberOf([&] { replaceWhole(closed / "y.ini", "new"); }), 75);
+  }
+  EXPECT_EQ(folder.read("closed/x.ini"), "new");
+  fs::permissions(closed, fs::perms::all);
+}
+
+TEST_F(WholeFile, AReadOnlyFileIsKeptAlsoFromItsAdministrator) {
+  folder.write("Posdata/FastTouchButtons.ini", "old");
+  fs::permissions(path, fs::perms{0444});
+  EXPECT_EQ(errorNumberOf([&] { replaceWhole(path, "new"); }), 75);
+  EXPECT_EQ(support::readFile(path), "old");
+  EXPECT_EQ(errorNumberOf([&] { replaceWhole(folder.path() / "none" / "x", "new"); }), 76);
+  EXPECT_EQ(errorNumberOf([&] { replaceWhole(folder.posdata(), "new"); }), 75);
+}

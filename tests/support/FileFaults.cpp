@@ -1,0 +1,49 @@
+#include "support/FileFaults.h"
+
+#include <algorithm>
+
+#include "platform/runtime/RunTimeError.h"
+
+namespace support {
+
+using Kind = files::FileStep::Kind;
+using runtime::ErrorNumber;
+using runtime::RunTimeError;
+
+FileFaults::~FileFaults() {
+  files::setFaultSeam({});
+}
+
+void FileFaults::cutAtChange(int step, std::size_t bytes) {
+  cutAt_ = step;
+  cutBytes_ = bytes;
+  changes_ = 0;
+  files::setFaultSeam([this](const files::FileStep& fileStep) {
+    return fileStep.kind == Kind::Read ? fileStep.size : change(fileStep);
+  });
+}
+
+void FileFaults::endFilesAt(std::size_t offset) {
+  files::setFaultSeam([offset](const files::FileStep& step) -> std::size_t {
+    if (step.kind != Kind::Read) return step.size;
+    return step.offset >= offset ? 0 : std::min(step.size, offset - step.offset);
+  });
+}
+
+std::size_t FileFaults::change(const files::FileStep& step) {
+  const int number = changes_++;
+  if (cutAt_ < 0 || number < cutAt_) return step.size;
+  if (step.kind == Kind::Write && number == cutAt_) return std::min(step.size, cutBytes_);
+  throw RunTimeError(ErrorNumber::DeviceIoError);
+}
+
+int errorNumberOf(const std::function<void()>& use) {
+  try {
+    use();
+    return 0;
+  } catch (const RunTimeError& error) {
+    return error.number();
+  }
+}
+
+}  // namespace support

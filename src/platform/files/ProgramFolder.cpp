@@ -54,23 +54,6 @@ std::vector<std::u16string_view> namesIn(std::u16string_view path) {
   return names;
 }
 
-/// The folder's entry of that name, whatever the case of its letters; the first in byte order where
-/// several differ in case only, the name as written where there is none.
-fs::path entryNamed(const fs::path& folder, std::u16string_view name) {
-  const fs::path asWritten = folder / runtime::toUtf8(name);
-  std::error_code failure;
-  if (fs::exists(fs::symlink_status(asWritten, failure))) return asWritten;
-  const std::u16string wanted = runtime::foldCase(name);
-  std::string found;
-  fs::directory_iterator entry(folder.empty() ? "." : folder, failure);
-  for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
-    const std::string candidate = entry->path().filename().native();
-    if (runtime::foldCase(runtime::fromUtf8(candidate)) != wanted) continue;
-    if (found.empty() || candidate < found) found = candidate;
-  }
-  return found.empty() ? asWritten : folder / found;
-}
-
 bool beginsWithFolder(std::u16string_view path, std::u16string_view folder) {
   if (!path.starts_with(folder)) return false;
   return path.size() == folder.size() || path[folder.size()] == u'\\' ||
@@ -90,6 +73,21 @@ std::u16string programFolder() {
   return folder;
 }
 
+fs::path findEntry(const fs::path& folder, std::u16string_view name) {
+  const fs::path asWritten = folder / runtime::toUtf8(name);
+  std::error_code failure;
+  if (fs::exists(fs::symlink_status(asWritten, failure))) return asWritten;
+  const std::u16string wanted = runtime::foldCase(name);
+  std::string found;
+  fs::directory_iterator entry(folder.empty() ? "." : folder, failure);
+  for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
+    const std::string candidate = entry->path().filename().native();
+    if (runtime::foldCase(runtime::fromUtf8(candidate)) != wanted) continue;
+    if (found.empty() || candidate < found) found = candidate;
+  }
+  return found.empty() ? asWritten : folder / found;
+}
+
 fs::path resolve(std::u16string_view path) {
   const std::u16string folder = programFolder();
   fs::path place;
@@ -100,7 +98,7 @@ fs::path resolve(std::u16string_view path) {
   } else if (path.starts_with(u'/')) {
     place = "/";
   }
-  for (const std::u16string_view name : namesIn(path)) place = entryNamed(place, name);
+  for (const std::u16string_view name : namesIn(path)) place = findEntry(place, name);
   return place;
 }
 

@@ -19,4 +19,8 @@ std::u16string programFolder();
 /// count once.
 std::filesystem::path resolve(std::u16string_view path);
 
+/// The folder's entry of that name, found without regard to case: an exact match wins, then the
+/// first in byte order; the name as written where there is none, or no such folder.
+std::filesystem::path findEntry(const std::filesystem::path& folder, std::u16string_view name);
+
 }  // namespace files

@@ -6,11 +6,11 @@
 
 namespace profile {
 
-/// Copies the value of `key` in `section` into a buffer of `size` bytes, as far as it holds it with a
-/// terminator, and gives the value (at most size - 1 bytes); the default where the file, the section
-/// or the key is absent. Surrounding blanks and one pair of quotes are dropped. Names match without
-/// regard to case. All texts are bytes of the machine's code page. `file` is a path of the system; an
-/// empty one finds no file.
+/// Copies the value of `key` in `section` into a buffer of `size` bytes, as far as it holds it with
+/// a terminator, and gives the value (at most size - 1 bytes); the default where the file, the
+/// section or the key is absent. Surrounding blanks and one pair of quotes are dropped. Names match
+/// without regard to case. All texts are bytes of the machine's code page. `file` is a path of the
+/// system; an empty one finds no file.
 std::string GetPrivateProfileStringA(std::string_view section, std::string_view key,
                                      std::string_view defaultValue, std::size_t size,
                                      std::u16string_view file);

@@ -3,7 +3,6 @@
 #include <locale.h>
 
 #include <algorithm>
-#include <clocale>
 #include <cwctype>
 
 #include "platform/runtime/RunTimeError.h"
@@ -23,9 +22,16 @@ locale_t unicodeLetters() {
   return letters;
 }
 
-char16_t foldUnit(char16_t unit) {
-  const std::wint_t upper = towupper_l(unit, unicodeLetters());
-  return upper <= 0xFFFF ? static_cast<char16_t>(upper) : unit;
+using LetterMap = std::wint_t (*)(std::wint_t, locale_t);
+
+/// Each unit mapped on its own; what would leave the 16 bits stays.
+std::u16string mapped(std::u16string_view text, LetterMap map) {
+  std::u16string result(text);
+  for (char16_t& unit : result) {
+    const std::wint_t letter = map(unit, unicodeLetters());
+    if (letter <= 0xFFFF) unit = static_cast<char16_t>(letter);
+  }
+  return result;
 }
 
 }  // namespace
@@ -62,9 +68,11 @@ std::vector<std::u16string> split(std::u16string_view text, char16_t separator) 
 }
 
 std::u16string foldCase(std::u16string_view text) {
-  std::u16string folded(text);
-  std::transform(folded.begin(), folded.end(), folded.begin(), foldUnit);
-  return folded;
+  return mapped(text, towupper_l);
+}
+
+std::u16string lowerCase(std::u16string_view text) {
+  return mapped(text, towlower_l);
 }
 
 }  // namespace runtime

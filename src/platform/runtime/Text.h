@@ -24,5 +24,7 @@ std::vector<std::u16string> split(std::u16string_view text, char16_t separator);
 /// The text with every letter, an accented one too, made comparable without regard to case. For
 /// names of files, sections, keys and fields; the store's texts compare by their own order.
 std::u16string foldCase(std::u16string_view text);
+/// The text with its capital letters made small.
+std::u16string lowerCase(std::u16string_view text);
 
 }  // namespace runtime

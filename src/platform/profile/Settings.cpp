@@ -1,0 +1,194 @@
+#include "platform/profile/Settings.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+#include "platform/files/ProgramFolder.h"
+#include "platform/files/WholeFile.h"
+#include "platform/profile/IniText.h"
+#include "platform/runtime/CodePage.h"
+#include "platform/runtime/RunTimeError.h"
+#include "platform/runtime/Text.h"
+
+namespace profile {
+namespace {
+
+namespace fs = std::filesystem;
+using runtime::ErrorNumber;
+using runtime::RunTimeError;
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+std::u16string foldedName(std::string_view name) {
+  return runtime::foldCase(runtime::fromUtf8(name));
+}
+
+// A value stands in the file as it is. One with line breaks, other control characters or halves of
+// surrogate pairs is escaped, and marked as such by a backslash and a quote in front.
+constexpr std::u16string_view kEscapeMark = u"\\\"";
+constexpr char16_t kEscapeEnd = u'"';
+
+bool isSurrogate(char16_t unit) {
+  return unit >= 0xD800 && unit <= 0xDFFF;
+}
+
+bool needsEscape(char16_t unit) {
+  return (unit < u' ' && unit != u'\t') || isSurrogate(unit);
+}
+
+bool hasOddUnit(std::u16string_view text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool pair =
+        i + 1 < text.size() && (text[i] & 0xFC00) == 0xD800 && (text[i + 1] & 0xFC00) == 0xDC00;
+    if (pair) {
+      ++i;
+    } else if (needsEscape(text[i])) {
+      return true;
+    }
+  }
+  return false;
+}
+
+std::u16string fourDigits(char16_t unit) {
+  constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
+  std::u16string digits;
+  for (int shift = 12; shift >= 0; shift -= 4)
+    digits.push_back(kDigits[unit >> static_cast<unsigned>(shift) & 0xFU]);
+  return digits;
+}
+
+std::string encoded(std::u16string_view value) {
+  if (!hasOddUnit(value) && !value.starts_with(kEscapeMark)) return runtime::toUtf8(value);
+  std::u16string text(kEscapeMark);
+  for (const char16_t unit : value) {
+    if (unit == u'\\') {
+      text += u"\\\\";
+    } else if (unit == u'\n') {
+      text += u"\\n";
+    } else if (unit == u'\r') {
+      text += u"\\r";
+    } else if (needsEscape(unit)) {
+      text += u"\\u" + fourDigits(unit);
+    } else {
+      text += unit;
+    }
+  }
+  return runtime::toUtf8(text + kEscapeEnd);
+}
+
+std::optional<char16_t> unitOf(std::u16string_view digits) {
+  if (digits.size() != 4) return std::nullopt;
+  unsigned unit = 0;
+  for (const char16_t digit : digits) {
+    const std::size_t value = std::u16string_view(u"0123456789ABCDEF").find(digit);
+    if (value == digits.npos) return std::nullopt;
+    unit = unit << 4U | static_cast<unsigned>(value);
+  }
+  return static_cast<char16_t>(unit);
+}
+
+/// The escaped text's meaning; nothing where it isn't well formed.
+std::optional<std::u16string> unescaped(std::u16string_view text) {
+  std::u16string value;
+  while (!text.empty()) {
+    if (text[0] != u'\\') {
+      value.push_back(text[0]);
+      text.remove_prefix(1);
+      continue;
+    }
+    const char16_t kind = text.size() > 1 ? text[1] : u'\0';
+    std::optional<char16_t> unit;
+    if (kind == u'\\') unit = u'\\';
+    if (kind == u'n') unit = u'\n';
+    if (kind == u'r') unit = u'\r';
+    if (kind == u'u') unit = unitOf(text.substr(2, 4));
+    if (!unit) return std::nullopt;
+    value.push_back(*unit);
+    text.remove_prefix(kind == u'u' ? 6 : 2);
+  }
+  return value;
+}
+
+std::u16string decoded(std::string_view bytes) {
+  std::u16string text = runtime::fromUtf8(bytes);
+  const std::size_t marks = kEscapeMark.size() + 1;
+  if (text.size() < marks || !text.starts_with(kEscapeMark) || text.back() != kEscapeEnd)
+    return text;
+  const std::u16string_view inside =
+      std::u16string_view(text).substr(kEscapeMark.size(), text.size() - marks);
+  return unescaped(inside).value_or(text);
+}
+
+std::optional<fs::path> configFolder() {
+  const char* const config = std::getenv("XDG_CONFIG_HOME");
+  if (config != nullptr && fs::path(config).is_absolute()) return config;
+  const char* const home = std::getenv("HOME");
+  if (home != nullptr && fs::path(home).is_absolute()) return fs::path(home) / ".config";
+  const passwd* const user = ::getpwuid(::getuid());
+  if (user == nullptr || user->pw_dir == nullptr) return std::nullopt;
+  return fs::path(user->pw_dir) / ".config";
+}
+
+fs::path settingsFile(std::u16string_view application) {
+  const std::optional<fs::path> config = configFolder();
+  if (!config) throw RunTimeError(ErrorNumber::PathFileAccess);
+  return files::findEntry(*config / "program-settings", runtime::lowerCase(application) + u".ini");
+}
+
+std::string readSettings(const fs::path& file) {
+  std::string bytes = files::readWhole(file).value_or("");
+  if (bytes.starts_with(kByteOrderMark)) bytes.erase(0, kByteOrderMark.size());
+  return bytes;
+}
+
+/// Names that a line could not give back are no names.
+bool isName(std::u16string_view name, std::u16string_view forbidden) {
+  return !name.empty() && !hasOddUnit(name) && name == runtime::trim(name) &&
+         name.find_first_of(forbidden) == name.npos && name.front() != u';';
+}
+
+void checkNames(std::u16string_view application, std::u16string_view section,
+                std::u16string_view key) {
+  if (!isName(application, u"/\\") || !isName(section, u"]\t") || !isName(key, u"=[\t"))
+    throw RunTimeError(ErrorNumber::InvalidProcedureCall);
+}
+
+}  // namespace
+
+std::u16string GetSetting(std::u16string_view application, std::u16string_view section,
+                          std::u16string_view key, std::u16string_view defaultValue) {
+  checkNames(application, section, key);
+  try {
+    const IniText text(readSettings(settingsFile(application)), foldedName);
+    const auto stored = text.value(runtime::toUtf8(section), runtime::toUtf8(key));
+    return stored ? decoded(*stored) : std::u16string(defaultValue);
+  } catch (const RunTimeError&) {
+    // A store that can't be read has no entries.
+    return std::u16string(defaultValue);
+  }
+}
+
+void SaveSetting(std::u16string_view application, std::u16string_view section,
+                 std::u16string_view key, std::u16string_view value) {
+  checkNames(application, section, key);
+  try {
+    const fs::path file = settingsFile(application);
+    std::error_code ignored;  // the write tells
+    fs::create_directories(file.parent_path(), ignored);
+    const std::string old = readSettings(file);
+    IniText text(old, foldedName);
+    text.setValue(runtime::toUtf8(section), runtime::toUtf8(key), encoded(value),
+                  old.find("\r\n") == old.npos ? "\n" : "\r\n");
+    files::replaceWhole(file, text.bytes());
+  } catch (const RunTimeError&) {
+    throw RunTimeError(ErrorNumber::PathFileAccess);
+  }
+}
+
+}  // namespace profile

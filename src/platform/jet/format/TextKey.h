@@ -23,6 +23,9 @@ bool appendTextKey(TextOrder order, std::u16string_view text, std::string& key);
 /// file keeps it compressed), windows-1252 for General3.
 bool appendByteTextKey(TextOrder order, std::span<const std::uint8_t> text, std::string& key);
 
+/// False for a key in which a character outside the known tables took part.
+bool isKnownTextKey(std::span<const std::uint8_t> key);
+
 /// The key of one text.
 std::string textKey(TextOrder order, std::u16string_view text);
 

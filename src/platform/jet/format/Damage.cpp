@@ -1,0 +1,35 @@
+#include "platform/jet/format/Damage.h"
+
+#include <string>
+
+#include "platform/runtime/RunTimeError.h"
+
+namespace jet {
+namespace {
+
+std::u16string decimal(std::uint32_t number) {
+  const std::string digits = std::to_string(number);
+  return {digits.begin(), digits.end()};
+}
+
+std::u16string whereabouts(const Place& place) {
+  std::u16string text;
+  if (!place.table.empty()) text.append(u"table '").append(place.table).append(u"', ");
+  return text.append(u"page ").append(decimal(place.page));
+}
+
+}  // namespace
+
+void raiseDamaged(const Place& place, std::u16string_view how) {
+  std::u16string text = u"The database '";
+  text.append(place.file).append(u"' is damaged (").append(whereabouts(place)).append(u"): ");
+  throw runtime::RunTimeError(kEngineError, text.append(how).append(u"."));
+}
+
+void raiseUnsupported(const Place& place, std::u16string_view why) {
+  std::u16string text = u"Cannot update '";
+  text.append(place.file).append(u"' (").append(whereabouts(place)).append(u"): ");
+  throw runtime::RunTimeError(kEngineError, text.append(why).append(u"."));
+}
+
+}  // namespace jet

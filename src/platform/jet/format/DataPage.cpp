@@ -1,0 +1,152 @@
+#include "platform/jet/format/DataPage.h"
+
+namespace jet {
+namespace {
+
+constexpr std::size_t kFreeBytesAt = 2;
+constexpr std::size_t kOwnerAt = 4;
+constexpr std::size_t kOffsetMask = 0x1FFF;
+constexpr std::size_t kMarksMask = 0xC000;
+
+/// The number of slots stands right before the first of them.
+std::size_t slotCountAt(const Layout& layout) {
+  return layout.dataSlots - 2;
+}
+
+}  // namespace
+
+DataPage::DataPage(const Layout& layout, ByteView page, const Place& place)
+    : layout_(&layout), page_(page), place_(place), slotCount_(u16At(page, slotCountAt(layout))) {
+  if (page[0] != static_cast<std::uint8_t>(PageType::Data))
+    raiseDamaged(place, u"it is no data page");
+  if (layout.dataSlots + 2 * slotCount_ > layout.pageSize)
+    raiseDamaged(place, u"it claims more rows than it can hold");
+}
+
+std::size_t DataPage::offsetOf(std::size_t number) const {
+  return u16At(page_, layout_->dataSlots + 2 * number) & kOffsetMask;
+}
+
+Slot DataPage::slot(std::size_t number) const {
+  if (number >= slotCount_) raiseDamaged(place_, u"a row is looked for that it doesn't have");
+  const std::size_t raw = u16At(page_, layout_->dataSlots + 2 * number);
+  const std::size_t offset = raw & kOffsetMask;
+  const std::size_t end = number == 0 ? layout_->pageSize : offsetOf(number - 1);
+  if (offset > end || end > layout_->pageSize || offset < layout_->dataSlots + 2 * slotCount_)
+    raiseDamaged(place_, u"a row lies outside its place");
+  return {.offset = offset,
+          .length = end - offset,
+          .pointer = (raw & static_cast<std::size_t>(SlotMark::Pointer)) != 0,
+          .hidden = (raw & static_cast<std::size_t>(SlotMark::Body)) != 0};
+}
+
+DataPageEditor::DataPageEditor(const Layout& layout, ByteSpan page, const Place& place)
+    : layout_(&layout), page_(page), slotCount_(0) {
+  const DataPage checked(layout, page, place);
+  slotCount_ = checked.slotCount();
+  for (std::size_t i = 0; i < slotCount_; ++i) checked.slot(i);
+}
+
+Bytes DataPageEditor::newPage(const Layout& layout, std::uint32_t owner) {
+  Bytes page(layout.pageSize);
+  page[0] = static_cast<std::uint8_t>(PageType::Data);
+  page[1] = 1;
+  putU16(page, kFreeBytesAt, layout.pageSize - layout.dataSlots);
+  putU32(page, kOwnerAt, owner);
+  return page;
+}
+
+std::size_t DataPageEditor::rawSlot(std::size_t number) const {
+  return u16At(page_, layout_->dataSlots + 2 * number);
+}
+
+void DataPageEditor::setSlot(std::size_t number, std::size_t offset, std::size_t marks) {
+  putU16(page_, layout_->dataSlots + 2 * number, offset | marks);
+}
+
+Slot DataPageEditor::slot(std::size_t number) const {
+  return DataPage(*layout_, page_, {}).slot(number);
+}
+
+ByteView DataPageEditor::bytes(std::size_t number) const {
+  const Slot found = slot(number);
+  return page_.subspan(found.offset, found.length);
+}
+
+std::size_t DataPageEditor::freeBytes() const {
+  const std::size_t lowest =
+      slotCount_ == 0 ? layout_->pageSize : rawSlot(slotCount_ - 1) & kOffsetMask;
+  return lowest - (layout_->dataSlots + 2 * slotCount_);
+}
+
+void DataPageEditor::updateFreeBytes() {
+  putU16(page_, kFreeBytesAt, freeBytes());
+}
+
+std::size_t DataPageEditor::deadBytes() const {
+  std::size_t dead = 0;
+  for (std::size_t i = 0; i < slotCount_; ++i)
+    if (const Slot each = slot(i); each.isDeleted()) dead += each.length;
+  return dead;
+}
+
+void DataPageEditor::resize(std::size_t number, std::size_t length) {
+  const Slot old = slot(number);
+  const std::size_t lowest = rawSlot(slotCount_ - 1) & kOffsetMask;
+  const std::size_t end = old.offset + old.length;
+  const std::size_t offset = end - length;
+  // The rows of the higher slots lie below this one: they slide by the difference as one block.
+  putBytes(page_, lowest + offset - old.offset, page_.subspan(lowest, old.offset - lowest));
+  for (std::size_t i = number + 1; i < slotCount_; ++i) {
+    const std::size_t raw = rawSlot(i);
+    setSlot(i, (raw & kOffsetMask) + offset - old.offset, raw & kMarksMask);
+  }
+  setSlot(number, offset, rawSlot(number) & kMarksMask);
+  updateFreeBytes();
+}
+
+bool DataPageEditor::replace(std::size_t number, ByteView row, SlotMark mark) {
+  const Slot old = slot(number);
+  if (row.size() > old.length + freeBytes()) return false;
+  const Bytes kept(row.begin(), row.end());
+  resize(number, kept.size());
+  const std::size_t offset = rawSlot(number) & kOffsetMask;
+  putBytes(page_, offset, kept);
+  setSlot(number, offset, static_cast<std::size_t>(mark));
+  return true;
+}
+
+bool DataPageEditor::hasRoomFor(std::size_t length) const {
+  for (std::size_t i = 0; i < slotCount_; ++i)
+    if (const Slot each = slot(i); each.isDeleted() && each.length == 0)
+      return length <= freeBytes();
+  return slotCount_ < kMostSlots && length + 2 <= freeBytes();
+}
+
+std::optional<std::uint8_t> DataPageEditor::add(ByteView row, SlotMark mark) {
+  if (!hasRoomFor(row.size())) return std::nullopt;
+  for (std::size_t i = 0; i < slotCount_; ++i)
+    if (const Slot each = slot(i); each.isDeleted() && each.length == 0) {
+      replace(i, row, mark);
+      return static_cast<std::uint8_t>(i);
+    }
+  const std::size_t lowest =
+      slotCount_ == 0 ? layout_->pageSize : rawSlot(slotCount_ - 1) & kOffsetMask;
+  const std::size_t number = slotCount_++;
+  putU16(page_, slotCountAt(*layout_), slotCount_);
+  putBytes(page_, lowest - row.size(), row);
+  setSlot(number, lowest - row.size(), static_cast<std::size_t>(mark));
+  updateFreeBytes();
+  return static_cast<std::uint8_t>(number);
+}
+
+void DataPageEditor::markDeleted(std::size_t number) {
+  setSlot(number, rawSlot(number) & kOffsetMask, static_cast<std::size_t>(SlotMark::Deleted));
+}
+
+void DataPageEditor::squeeze() {
+  for (std::size_t i = 0; i < slotCount_; ++i)
+    if (const Slot each = slot(i); each.isDeleted() && each.length > 0) resize(i, 0);
+}
+
+}  // namespace jet

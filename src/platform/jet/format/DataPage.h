@@ -1,0 +1,99 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "platform/jet/format/Bytes.h"
+#include "platform/jet/format/Damage.h"
+#include "platform/jet/format/Layout.h"
+
+namespace jet {
+
+/// Owner field of the pages that hold long values: the letters LVAL.
+inline constexpr std::uint32_t kLongValueOwner = 0x4C41564C;
+/// Most slots that a page may have: a slot's number is one byte.
+inline constexpr std::size_t kMostSlots = 255;
+
+/// One slot of a data page: where its bytes lie, and what they are.
+struct Slot {
+  std::size_t offset = 0;
+  std::size_t length = 0;
+  bool pointer = false;  ///< the row moved: its first four bytes point to the body
+  bool hidden = false;
+
+  bool isDeleted() const { return pointer && hidden; }
+  /// The body of a row that moved, reached only through its pointer.
+  bool isBody() const { return hidden && !pointer; }
+  /// A row of its own: its bytes, or a pointer to them.
+  bool isRow() const { return !hidden; }
+};
+
+/// How a slot is marked.
+enum class SlotMark : std::uint16_t { Row = 0, Pointer = 0x4000, Body = 0x8000, Deleted = 0xC000 };
+
+/// A page of rows: table rows, usage maps, or pieces of long values. Rows fill the page from its
+/// end downwards; behind the header stand the slots, two bytes each.
+class DataPage {
+ public:
+  /// Raises damage where the page is no data page or its slots don't fit it.
+  DataPage(const Layout& layout, ByteView page, const Place& place);
+
+  std::size_t slotCount() const { return slotCount_; }
+  std::uint32_t owner() const { return u32At(page_, 4); }
+  /// Raises damage where there is no such slot or its bytes aren't inside the page.
+  Slot slot(std::size_t number) const;
+  ByteView bytes(const Slot& slot) const { return page_.subspan(slot.offset, slot.length); }
+  const Place& place() const { return place_; }
+
+ private:
+  std::size_t offsetOf(std::size_t number) const;
+
+  const Layout* layout_;
+  ByteView page_;
+  Place place_;
+  std::size_t slotCount_;
+};
+
+/// Changes a data page's rows in memory. Slots are never renumbered.
+class DataPageEditor {
+ public:
+  /// Raises damage where any slot is wrong.
+  DataPageEditor(const Layout& layout, ByteSpan page, const Place& place);
+
+  /// A data page without rows.
+  static Bytes newPage(const Layout& layout, std::uint32_t owner);
+
+  std::size_t slotCount() const { return slotCount_; }
+  Slot slot(std::size_t number) const;
+  ByteView bytes(std::size_t number) const;
+  /// The contiguous gap between slots and rows.
+  std::size_t freeBytes() const;
+  /// Bytes of deleted rows that `squeeze` would set free.
+  std::size_t deadBytes() const;
+  /// True when a new row of that length finds room, its slot included.
+  bool hasRoomFor(std::size_t length) const;
+
+  /// Gives the slot new bytes and a new mark, sliding the rows below it; false, with nothing
+  /// changed, when the page has no room.
+  bool replace(std::size_t number, ByteView row, SlotMark mark);
+  /// Adds a row, in the slot of a deleted row without bytes where there is one; absent when the
+  /// page has no room.
+  std::optional<std::uint8_t> add(ByteView row, SlotMark mark);
+  /// Marks a slot's row deleted; its bytes stay until they are squeezed out.
+  void markDeleted(std::size_t number);
+  /// Squeezes the bytes of deleted rows out.
+  void squeeze();
+
+ private:
+  void resize(std::size_t number, std::size_t length);
+  std::size_t rawSlot(std::size_t number) const;
+  void setSlot(std::size_t number, std::size_t offset, std::size_t marks);
+  void updateFreeBytes();
+
+  const Layout* layout_;
+  ByteSpan page_;
+  std::size_t slotCount_;
+};
+
+}  // namespace jet

@@ -1,0 +1,122 @@
+#include "platform/jet/format/Header.h"
+
+#include <array>
+#include <bit>
+#include <cmath>
+#include <string_view>
+
+#include "platform/jet/format/PageCipher.h"
+#include "platform/runtime/CodePage.h"
+
+namespace jet {
+namespace {
+
+constexpr std::string_view kMagic = "Standard Jet DB";
+constexpr std::size_t kMagicAt = 0x04;
+constexpr std::size_t kVersionAt = 0x14;
+constexpr std::size_t kMaskedAt = 0x18;
+constexpr std::size_t kPointersAt = 0x18;
+constexpr std::size_t kJet3LanguageAt = 0x3A;
+constexpr std::size_t kCodePageAt = 0x3C;
+constexpr std::size_t kEncodingKeyAt = 0x3E;
+constexpr std::size_t kPasswordAt = 0x42;
+constexpr std::size_t kJet3PasswordSize = 20;
+constexpr std::size_t kJet4PasswordSize = 40;
+constexpr std::size_t kJet4LanguageAt = 0x6E;
+constexpr std::size_t kJet4SortVersionAt = 0x71;
+constexpr std::size_t kCreationDateAt = 0x72;
+constexpr std::array<std::uint8_t, 4> kMaskKey{0xC7, 0xDA, 0x39, 0x6B};
+
+std::size_t maskedSize(Version version) {
+  return version == Version::Jet3 ? 126 : 128;
+}
+
+void mask(Version version, ByteSpan page) {
+  Rc4(kMaskKey).apply(page.subspan(kMaskedAt, maskedSize(version)));
+}
+
+/// The Jet 4 password is masked by the whole days of the creation date.
+void maskPassword(double creationDate, ByteSpan password) {
+  const bool representable = std::abs(creationDate) < 2147483648.0;
+  const auto days = representable ? static_cast<std::int32_t>(creationDate) : 0;
+  std::array<std::uint8_t, 4> key{};
+  putU32(key, 0, std::bit_cast<std::uint32_t>(days));
+  for (std::size_t i = 0; i < password.size(); ++i) password[i] ^= key[i % key.size()];
+}
+
+std::u16string decodePassword(Version version, double creationDate, ByteSpan page) {
+  if (version == Version::Jet3) {
+    const ByteSpan field = page.subspan(kPasswordAt, kJet3PasswordSize);
+    const std::string_view bytes(reinterpret_cast<const char*>(field.data()), field.size());
+    return runtime::fromCodePage(bytes.substr(0, bytes.find('\0')));
+  }
+  const ByteSpan field = page.subspan(kPasswordAt, kJet4PasswordSize);
+  maskPassword(creationDate, field);
+  std::u16string password;
+  for (std::size_t i = 0; i < field.size() && u16At(field, i) != 0; i += 2)
+    password.push_back(static_cast<char16_t>(u16At(field, i)));
+  return password;
+}
+
+void encodePassword(const Header& header, ByteSpan page) {
+  const std::u16string_view password =
+      std::u16string_view(header.password).substr(0, Header::kLongestPassword);
+  if (header.version == Version::Jet3) {
+    const std::string bytes = runtime::toCodePage(password);
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+      page[kPasswordAt + i] = static_cast<std::uint8_t>(bytes[i]);
+    return;
+  }
+  const ByteSpan field = page.subspan(kPasswordAt, kJet4PasswordSize);
+  for (std::size_t i = 0; i < password.size(); ++i) putU16(field, 2 * i, password[i]);
+  maskPassword(header.creationDate, field);
+}
+
+}  // namespace
+
+std::optional<Header> Header::decode(ByteView front) {
+  if (front.size() < kDecodedSize) return std::nullopt;
+  const std::string_view magic(reinterpret_cast<const char*>(front.data()) + kMagicAt,
+                               kMagic.size());
+  if (front[0] != 0 || magic != kMagic || front[kVersionAt] > 1) return std::nullopt;
+  Header header;
+  header.version = front[kVersionAt] == 0 ? Version::Jet3 : Version::Jet4;
+  const bool jet3 = header.version == Version::Jet3;
+  Bytes page(front.begin(), front.begin() + kDecodedSize);
+  mask(header.version, page);
+  header.codePage = u16At(page, kCodePageAt);
+  header.encodingKey = u32At(page, kEncodingKeyAt);
+  header.sortLanguage = u16At(page, jet3 ? kJet3LanguageAt : kJet4LanguageAt);
+  header.sortVersion = jet3 ? 0 : page[kJet4SortVersionAt];
+  header.creationDate = std::bit_cast<double>(u64At(page, kCreationDateAt));
+  header.password = decodePassword(header.version, header.creationDate, page);
+  return header;
+}
+
+Bytes Header::encode() const {
+  const bool jet3 = version == Version::Jet3;
+  Bytes page(layoutOf(version).pageSize);
+  page[1] = 1;
+  putBytes(page, kMagicAt, {reinterpret_cast<const std::uint8_t*>(kMagic.data()), kMagic.size()});
+  page[kVersionAt] = jet3 ? 0 : 1;
+  // The two global maps, then the definitions of the four system tables.
+  const std::array<std::uint32_t, 6> pointers{0x100,     0x101,        kObjectsPage,
+                                              kAcesPage, kQueriesPage, kRelationshipsPage};
+  for (std::size_t i = 0; i < pointers.size(); ++i) putU32(page, kPointersAt + 4 * i, pointers[i]);
+  putU16(page, kCodePageAt, codePage);
+  putU32(page, kEncodingKeyAt, encodingKey);
+  putU64(page, kCreationDateAt, std::bit_cast<std::uint64_t>(creationDate));
+  encodePassword(*this, page);
+  putU16(page, jet3 ? kJet3LanguageAt : kJet4LanguageAt, sortLanguage);
+  if (!jet3) {
+    page[kJet4SortVersionAt] = sortVersion;
+    putU32(page, 0x98, 0x0654);
+    putBytes(page, 0x9C, Bytes{'4', '.', '0'});
+  }
+  // One pair of commit bytes for each possible user, as nobody has written yet.
+  for (std::size_t at = jet3 ? 0x600 : 0xE00; at < page.size(); at += 2) page[at + 1] = 1;
+  mask(version, page);
+  return page;
+}
+
+}  // namespace jet

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/jet/format/Bytes.h"
+#include "platform/jet/format/Layout.h"
+
+namespace jet {
+
+/// Page 0: what the file is, its password and how its pages are encoded.
+struct Header {
+  /// Bytes from the front of the file that `decode` needs.
+  static constexpr std::size_t kDecodedSize = 0x98;
+  /// Longest password in characters.
+  static constexpr std::size_t kLongestPassword = 20;
+  /// The General sort order.
+  static constexpr std::uint16_t kGeneral = 0x0409;
+
+  Version version = Version::Jet4;
+  std::uint32_t encodingKey = 0;  ///< 0: pages are plain
+  std::u16string password;        ///< empty: none
+  std::uint16_t codePage = 1252;
+  std::uint16_t sortLanguage = kGeneral;
+  std::uint8_t sortVersion = 0;
+  double creationDate = 0;  ///< days since 1899-12-30
+
+  /// Reads the front of a file; absent where it is no database of a generation that we know.
+  static std::optional<Header> decode(ByteView front);
+  /// The whole page.
+  Bytes encode() const;
+};
+
+}  // namespace jet

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/jet/format/Bytes.h"
+#include "platform/jet/format/TableDefinition.h"
+#include "platform/jet/format/TextKey.h"
+#include "platform/runtime/Variant.h"
+
+namespace jet {
+
+/// How far keys of a column can be trusted.
+enum class KeySupport : std::uint8_t {
+  None,       ///< no key can be made: an unknown type, or another sort order or code page
+  Unordered,  ///< the bytes are known, but their order is not that of the values
+  Ordered,    ///< the bytes are known and order as the values do
+};
+
+KeySupport keySupport(Version version, const ColumnDefinition& column, bool ascending);
+
+/// Appends one column's part of a key: a flag byte and the value. The value is null or of the
+/// column's kind (see `Row::value`); for text, Binary stands for a key that `appendTextKey` made.
+/// False, with `key` unchanged, where the value has no key: a text with a character outside the
+/// order's tables, or a column without support.
+bool appendKey(Version version, const ColumnDefinition& column, bool ascending,
+               const runtime::Variant& value, Bytes& key);
+
+/// The part of a null.
+std::uint8_t nullKey(bool ascending);
+
+}  // namespace jet

@@ -1,0 +1,192 @@
+#include "platform/jet/format/IndexPage.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace jet {
+namespace {
+
+std::size_t tailSize(bool leaf) {
+  return kEntryRow + (leaf ? 0 : kEntryChild);
+}
+
+void putBigEndian(Bytes& bytes, std::uint32_t value, std::size_t size) {
+  for (std::size_t i = size; i-- > 0;) bytes.push_back(static_cast<std::uint8_t>(value >> 8 * i));
+}
+
+/// What all entries have in common in front, as far as each keeps its row pointer.
+std::size_t commonPrefix(const std::vector<IndexEntry>& entries) {
+  if (entries.size() < 2) return 0;
+  const Bytes& first = entries.front().bytes;
+  std::size_t common = first.size() - kEntryRow;
+  for (const IndexEntry& entry : entries) {
+    const std::size_t most = std::min(common, entry.bytes.size() - kEntryRow);
+    common = static_cast<std::size_t>(
+        std::mismatch(first.begin(), first.begin() + static_cast<std::ptrdiff_t>(most),
+                      entry.bytes.begin())
+            .first -
+        first.begin());
+  }
+  return common;
+}
+
+}  // namespace
+
+std::strong_ordering compareBytes(ByteView a, ByteView b) {
+  const int order =
+      a.empty() || b.empty() ? 0 : std::memcmp(a.data(), b.data(), std::min(a.size(), b.size()));
+  return order != 0 ? order <=> 0 : a.size() <=> b.size();
+}
+
+IndexEntry IndexEntry::of(ByteView key, RowPointer row) {
+  IndexEntry entry;
+  appendBytes(entry.bytes, key);
+  putBigEndian(entry.bytes, row.page, 3);
+  putBigEndian(entry.bytes, row.slot, 1);
+  return entry;
+}
+
+RowPointer IndexEntry::row() const {
+  const std::size_t at = bytes.size() - kEntryRow;
+  return {bigEndian24At(bytes, at), bytes[at + 3]};
+}
+
+IndexPageView::IndexPageView(const Layout& layout, ByteView page, const Place& place)
+    : layout_(&layout), page_(page) {
+  leaf_ = page[0] == static_cast<std::uint8_t>(PageType::IndexLeaf);
+  if (!leaf_ && page[0] != static_cast<std::uint8_t>(PageType::IndexNode))
+    raiseDamaged(place, u"it is no page of an index");
+  prefix_ =
+      layout.version == Version::Jet3 ? page[layout.indexPrefix] : u16At(page, layout.indexPrefix);
+  std::size_t start = 0;
+  for (std::size_t i = layout.indexMask; i < layout.indexData; ++i) {
+    for (unsigned bits = page[i]; bits != 0; bits &= bits - 1) {
+      const std::size_t end =
+          8 * (i - layout.indexMask) + static_cast<std::size_t>(std::countr_zero(bits));
+      const std::size_t length = end - start + (start == 0 ? 0 : prefix_);
+      if (end > layout.indexCapacity()) raiseDamaged(place, u"an index entry ends behind the page");
+      if (length < tailSize(leaf_) + 1) raiseDamaged(place, u"an index entry is too short");
+      if (start == 0 && prefix_ > length - tailSize(leaf_))
+        raiseDamaged(place, u"an index page leaves out more than its entries have");
+      ends_.push_back(static_cast<std::uint16_t>(end));
+      start = end;
+    }
+  }
+}
+
+ByteView IndexPageView::suffix(std::size_t entry) const {
+  const std::size_t start = entry == 0 ? 0 : ends_[entry - 1];
+  return page_.subspan(layout_->indexData + start, ends_[entry] - start);
+}
+
+std::strong_ordering IndexPageView::compare(std::size_t entry, ByteView bytes) const {
+  ByteView own = suffix(entry);
+  if (!leaf_ && (entry == 0 || prefix_ == 0)) own = own.first(own.size() - kEntryChild);
+  if (entry == 0 || prefix_ == 0) return compareBytes(own, bytes);
+  const ByteView front = page_.subspan(layout_->indexData, prefix_);
+  if (bytes.size() < prefix_) {
+    const std::strong_ordering order = compareBytes(front.first(bytes.size()), bytes);
+    return order != 0 ? order : std::strong_ordering::greater;
+  }
+  const std::strong_ordering order = compareBytes(front, bytes.first(prefix_));
+  if (order != 0) return order;
+  if (!leaf_) {
+    return compareBytes(this->entry(entry).bytes, bytes);
+  }
+  return compareBytes(own, bytes.subspan(prefix_));
+}
+
+std::size_t IndexPageView::lowerBound(ByteView bytes) const {
+  std::size_t low = 0;
+  std::size_t high = size();
+  while (low < high) {
+    const std::size_t middle = (low + high) / 2;
+    if (compare(middle, bytes) < 0)
+      low = middle + 1;
+    else
+      high = middle;
+  }
+  return low;
+}
+
+/// A byte of the whole entry, counted from its end; what the entry left out stands in the first
+/// one.
+std::uint8_t IndexPageView::byteFromEnd(std::size_t entry, std::size_t fromEnd) const {
+  const ByteView own = suffix(entry);
+  if (fromEnd <= own.size()) return own[own.size() - fromEnd];
+  return page_[layout_->indexData + prefix_ - (fromEnd - own.size())];
+}
+
+RowPointer IndexPageView::row(std::size_t entry) const {
+  const std::size_t behind = leaf_ ? 0 : kEntryChild;
+  std::uint32_t page = 0;
+  for (std::size_t i = 4; i > 1; --i) page = page << 8 | byteFromEnd(entry, behind + i);
+  return {page, byteFromEnd(entry, behind + 1)};
+}
+
+std::uint32_t IndexPageView::child(std::size_t entry) const {
+  std::uint32_t page = 0;
+  for (std::size_t i = kEntryChild; i > 0; --i) page = page << 8 | byteFromEnd(entry, i);
+  return page;
+}
+
+IndexEntry IndexPageView::entry(std::size_t number) const {
+  IndexEntry entry;
+  const ByteView front = page_.subspan(layout_->indexData, number > 0 ? prefix_ : 0);
+  const ByteView own = suffix(number);
+  entry.bytes.reserve(front.size() + own.size());
+  appendBytes(entry.bytes, front);
+  appendBytes(entry.bytes, own);
+  if (!leaf_) {
+    entry.child = child(number);
+    for (std::size_t i = 0; i < kEntryChild; ++i) entry.bytes.pop_back();
+  }
+  return entry;
+}
+
+IndexPage IndexPage::decode(const Layout& layout, ByteView page, const Place& place) {
+  const IndexPageView view(layout, page, place);
+  IndexPage open;
+  open.leaf = view.isLeaf();
+  open.owner = view.owner();
+  open.previous = view.previous();
+  open.next = view.next();
+  open.tail = view.tail();
+  open.level = view.level();
+  for (std::size_t i = 0; i < view.size(); ++i) open.entries.push_back(view.entry(i));
+  return open;
+}
+
+std::optional<Bytes> IndexPage::encode(const Layout& layout) const {
+  std::size_t whole = 0;
+  for (const IndexEntry& entry : entries) whole += entry.bytes.size() + (leaf ? 0 : kEntryChild);
+  std::size_t prefix = 0;
+  if (whole > layout.indexCapacity()) {
+    prefix = leaf ? commonPrefix(entries) : 0;
+    if (layout.version == Version::Jet3) prefix = std::min<std::size_t>(prefix, 0xFF);
+    if (prefix > 0) whole -= prefix * (entries.size() - 1);
+    if (whole > layout.indexCapacity()) return std::nullopt;
+  }
+  Bytes page(layout.pageSize);
+  page[0] = static_cast<std::uint8_t>(leaf ? PageType::IndexLeaf : PageType::IndexNode);
+  page[1] = 1;
+  putU16(page, 2, layout.indexCapacity() - whole);
+  putU32(page, 4, owner);
+  putU32(page, layout.indexPrevious, previous);
+  putU32(page, layout.indexNext, next);
+  putU32(page, layout.indexTail, tail);
+  page[layout.indexLevel] = level;
+  page[layout.indexPrefix] = static_cast<std::uint8_t>(prefix);
+  if (layout.version == Version::Jet4) putU16(page, layout.indexPrefix, prefix);
+  Bytes data;
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    appendBytes(data, ByteView(entries[i].bytes).subspan(i == 0 ? 0 : prefix));
+    if (!leaf) putBigEndian(data, entries[i].child, kEntryChild);
+    std::uint8_t& mask = page[layout.indexMask + data.size() / 8];
+    mask = static_cast<std::uint8_t>(mask | 1U << (data.size() % 8));
+  }
+  putBytes(page, layout.indexData, data);
+  return page;
+}
+
+}  // namespace jet

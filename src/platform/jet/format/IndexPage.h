@@ -1,0 +1,90 @@
+#pragma once
+
+#include <compare>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "platform/jet/format/Bytes.h"
+#include "platform/jet/format/Damage.h"
+#include "platform/jet/format/Layout.h"
+#include "platform/jet/format/RowPointer.h"
+
+namespace jet {
+
+/// Bytes of a row pointer at the end of an entry, and of a node entry's child behind it; both big
+/// endian, so that entries sort as plain bytes.
+inline constexpr std::size_t kEntryRow = 4;
+inline constexpr std::size_t kEntryChild = 4;
+
+/// One entry of an index page: a key with its row, and in a node the child whose entries are at
+/// most that.
+struct IndexEntry {
+  Bytes bytes;  ///< key, then the row pointer
+  std::uint32_t child = 0;
+
+  /// An entry for that key and row.
+  static IndexEntry of(ByteView key, RowPointer row);
+  ByteView key() const { return ByteView(bytes).first(bytes.size() - kEntryRow); }
+  RowPointer row() const;
+};
+
+/// Order of entries and keys: plain bytes, the shorter of two first where one begins with the
+/// other.
+std::strong_ordering compareBytes(ByteView a, ByteView b);
+
+/// An index page opened for lookup: entries are compared where they lie.
+class IndexPageView {
+ public:
+  /// Raises damage where the page is no index page or its entries don't fit it. The page must
+  /// outlive the view.
+  IndexPageView(const Layout& layout, ByteView page, const Place& place);
+
+  bool isLeaf() const { return leaf_; }
+  std::uint32_t owner() const { return u32At(page_, 4); }
+  std::uint32_t previous() const { return u32At(page_, layout_->indexPrevious); }
+  std::uint32_t next() const { return u32At(page_, layout_->indexNext); }
+  /// Nodes: the child for all that is greater than the last entry.
+  std::uint32_t tail() const { return u32At(page_, layout_->indexTail); }
+  /// 0 for leaves, 1 for their parents, and so on.
+  std::uint8_t level() const { return page_[layout_->indexLevel]; }
+  std::size_t prefixLength() const { return prefix_; }
+
+  std::size_t size() const { return ends_.size(); }
+  /// The first entry that is not less than `bytes`; `size()` when all are.
+  std::size_t lowerBound(ByteView bytes) const;
+  /// Compares an entry (key and row pointer) with `bytes`.
+  std::strong_ordering compare(std::size_t entry, ByteView bytes) const;
+  RowPointer row(std::size_t entry) const;
+  std::uint32_t child(std::size_t entry) const;
+  IndexEntry entry(std::size_t entry) const;
+
+ private:
+  ByteView suffix(std::size_t entry) const;
+  std::uint8_t byteFromEnd(std::size_t entry, std::size_t fromEnd) const;
+
+  const Layout* layout_;
+  ByteView page_;
+  bool leaf_ = false;
+  std::size_t prefix_ = 0;
+  std::vector<std::uint16_t> ends_;  ///< where each entry ends, from the start of the entry data
+};
+
+/// An index page with its entries laid open, to be changed and written.
+struct IndexPage {
+  bool leaf = true;
+  std::uint32_t owner = 0;  ///< definition page of the table
+  std::uint32_t previous = 0;
+  std::uint32_t next = 0;
+  std::uint32_t tail = 0;
+  std::uint8_t level = 0;
+  std::vector<IndexEntry> entries;
+
+  static IndexPage decode(const Layout& layout, ByteView page, const Place& place);
+  /// The page. Entries are written whole where they fit, else a leaf's entries leave out what all
+  /// have in common. Absent where they don't fit even so.
+  std::optional<Bytes> encode(const Layout& layout) const;
+};
+
+}  // namespace jet

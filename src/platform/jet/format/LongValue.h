@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/jet/format/Bytes.h"
+#include "platform/jet/format/Damage.h"
+#include "platform/jet/format/RowPointer.h"
+
+namespace jet {
+
+/// What a row holds of a memo or OLE value: twelve bytes, and the value itself where it is short.
+struct LongValueHead {
+  static constexpr std::size_t kSize = 12;
+  /// A piece of a chain begins with the row pointer of the next, 0 on the last.
+  static constexpr std::size_t kChainLink = 4;
+
+  enum class Form : std::uint8_t {
+    Inline,  ///< the value follows the head
+    Single,  ///< one row of a long value page is the whole value
+    Chain,   ///< pieces that name each other
+  };
+
+  Form form = Form::Inline;
+  std::uint32_t length = 0;  ///< of the value, in bytes
+  RowPointer first;          ///< of the first piece
+  ByteView inlineBytes;
+
+  /// Reads the head; the bytes must outlive it. Raises damage where they are too few.
+  static LongValueHead decode(ByteView stored, const Place& place);
+  /// The head, followed by the inline bytes.
+  Bytes encode() const;
+};
+
+}  // namespace jet

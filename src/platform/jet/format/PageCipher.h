@@ -1,0 +1,28 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "platform/jet/format/Bytes.h"
+
+namespace jet {
+
+/// The stream cipher of the format: the header's mask and the encoding of whole pages. It is its
+/// own inverse.
+class Rc4 {
+ public:
+  explicit Rc4(ByteView key);
+  /// Ciphers the bytes with the next part of the key stream.
+  void apply(ByteSpan bytes);
+
+ private:
+  std::array<std::uint8_t, 256> box_{};
+  std::uint8_t i_ = 0;
+  std::uint8_t j_ = 0;
+};
+
+/// Encodes or decodes one whole page of a database with this encoding key. Nothing happens to page
+/// 0 and where the key is 0.
+void cipherPage(std::uint32_t encodingKey, std::uint32_t page, ByteSpan bytes);
+
+}  // namespace jet

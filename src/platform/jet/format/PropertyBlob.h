@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/jet/format/Bytes.h"
+#include "platform/jet/format/Damage.h"
+#include "platform/jet/format/Layout.h"
+
+namespace jet {
+
+/// One stored property.
+struct Property {
+  std::u16string name;
+  std::uint8_t type = 0;    ///< a column type's number
+  bool definition = false;  ///< part of the data definition, as Required is
+  Bytes data;
+};
+
+/// The properties of an object or of one of its columns.
+struct PropertyBlock {
+  static constexpr std::uint16_t kObject = 0;
+  static constexpr std::uint16_t kColumn = 1;
+
+  std::uint16_t type = kColumn;
+  std::u16string name;  ///< of the column
+  std::vector<Property> properties;
+
+  /// A yes/no property by its name, letter case aside; false where it is absent.
+  bool flag(std::u16string_view name) const;
+};
+
+/// Reads an object's property blob (column LvProp of the object list); an empty one has no blocks.
+/// Raises damage where it isn't one.
+std::vector<PropertyBlock> decodeProperties(Version version, ByteView blob, const Place& place);
+Bytes encodeProperties(Version version, const std::vector<PropertyBlock>& blocks);
+
+}  // namespace jet

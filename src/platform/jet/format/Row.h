@@ -1,0 +1,77 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "platform/jet/format/Bytes.h"
+#include "platform/jet/format/Damage.h"
+#include "platform/jet/format/Layout.h"
+
+namespace jet {
+
+/// The bytes of one row, opened: number of columns, fixed area, variable values, null mask.
+///
+///   n | fixed area | variable values | end | offsets, backwards | (Jet 3: jumps) | nv | null mask
+///
+/// n, end, the offsets and nv take two bytes in Jet 4 and one in Jet 3, where the jumps say at
+/// which slots the one-byte offsets pass another 256. A table without variable columns has neither
+/// the offsets nor nv.
+class RowContent {
+ public:
+  RowContent() = default;
+  /// Checks the row's trailer; raises damage where it doesn't fit the row. `hasVariable` tells
+  /// whether the table's definition has variable slots. The bytes must outlive the object.
+  RowContent(Version version, ByteView row, bool hasVariable, const Place& place);
+
+  /// Number of column numbers that the row knows.
+  std::size_t columnCount() const { return columnCount_; }
+  /// The column's bit of the null mask; false for a number that the row doesn't know.
+  bool hasValue(std::size_t columnNumber) const {
+    return columnNumber < columnCount_ &&
+           (row_[maskAt_ + columnNumber / 8] >> (columnNumber % 8) & 1) != 0;
+  }
+  /// A value of the fixed area. Raises damage where it would lie outside.
+  ByteView fixed(std::size_t offset, std::size_t length) const;
+  /// The fixed area as far as the row has it.
+  ByteView fixedArea() const;
+  std::size_t variableCount() const { return variableCount_; }
+  /// The bytes of a variable slot; absent for a slot that the row doesn't know.
+  std::optional<ByteView> variable(std::size_t slot) const;
+
+ private:
+  std::size_t offsetOf(std::size_t slot) const;
+  std::size_t jet3Offset(std::size_t slot) const;
+
+  ByteView row_;
+  Place place_;
+  std::size_t columnCount_ = 0;
+  std::size_t maskAt_ = 0;
+  std::size_t fixedAt_ = 0;
+  std::size_t variableCount_ = 0;
+  std::size_t jumpRoom_ = 0;   ///< Jet 3: bytes for jumps
+  std::size_t jumpCount_ = 0;  ///< of them in use
+  std::size_t trailerAt_ = 0;  ///< where the offsets, or without them the mask, begin
+  bool jet3_ = false;
+  bool hasVariable_ = false;
+};
+
+/// What a row is written from.
+struct RowParts {
+  std::size_t columnCount = 0;
+  Bytes fixedArea;
+  /// Values of the variable slots, as many as the definition has; empty ones take no room.
+  std::vector<Bytes> variable;
+  /// Column numbers with a value (Boolean: with the value true).
+  std::vector<bool> hasValue;
+  /// False for a table without variable slots.
+  bool hasVariable = true;
+
+  /// The row's bytes. `atLeast` asks for a row of at least that length: the room is left unused
+  /// between the values and the offsets. Such a row may still come out longer than asked.
+  Bytes encode(Version version, std::size_t atLeast = 0) const;
+};
+
+}  // namespace jet

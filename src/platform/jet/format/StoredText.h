@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/jet/format/Bytes.h"
+#include "platform/jet/format/Layout.h"
+
+namespace jet {
+
+/// Text as the file keeps it. Jet 3: a byte a character in windows-1252. Jet 4: UTF-16, or
+/// compressed: FF FE, then a byte a character (U+0001 to U+00FF), where a zero byte switches to
+/// UTF-16 and, between two characters, back.
+
+/// True for compressed text without a switch, whose bytes behind the mark are its characters.
+bool isByteText(Version version, ByteView stored);
+/// Those bytes: the text's characters in Latin-1 (Jet 4, compressed) or windows-1252 (Jet 3).
+ByteView byteText(Version version, ByteView stored);
+
+/// Replaces `text` with the text that is stored.
+void decodeText(Version version, ByteView stored, std::u16string& text);
+/// The same in UTF-8; a lone surrogate becomes U+FFFD.
+void decodeTextUtf8(Version version, ByteView stored, std::string& text);
+
+/// The text as it is to be stored; `compress` is the column's wish, which texts of one or two
+/// characters and those with a character beyond U+00FF don't get. Absent for a Jet 3 file where a
+/// character has no byte.
+std::optional<Bytes> encodeText(Version version, std::u16string_view text, bool compress);
+
+}  // namespace jet

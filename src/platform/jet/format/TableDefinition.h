@@ -1,0 +1,123 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/jet/format/Bytes.h"
+#include "platform/jet/format/ColumnType.h"
+#include "platform/jet/format/Damage.h"
+#include "platform/jet/format/Layout.h"
+#include "platform/jet/format/RowPointer.h"
+
+namespace jet {
+
+/// A column as the table's definition has it.
+struct ColumnDefinition {
+  std::u16string name;
+  ColumnType type = ColumnType::Long;
+  std::uint16_t number = 0;        ///< bit in the rows' null mask; deleted columns leave gaps
+  std::uint16_t variableSlot = 0;  ///< where it isn't stored in the fixed area
+  std::uint16_t fixedOffset = 0;   ///< where it is
+  std::uint16_t length = 0;        ///< bytes at most; 0 for memo and OLE
+  bool fixed = false;              ///< stored in the fixed area
+  bool autonumber = false;
+  bool compressed = false;  ///< Jet 4 text is written one byte a character where that is possible
+  std::uint16_t sortLanguage = 0;
+  std::uint8_t sortVersion = 0;
+  std::uint16_t codePage = 0;  ///< Jet 3
+  std::uint8_t precision = 0;
+  std::uint8_t scale = 0;
+  /// All flags as they are stored; `fixed` and `autonumber` are bits of them.
+  std::uint8_t flags = 0;
+  std::uint8_t extendedFlags = 0;
+};
+
+/// One column of an index's key.
+struct KeyColumn {
+  std::uint16_t number = 0;  ///< of the column
+  bool ascending = true;
+};
+
+/// An index that the file keeps.
+struct IndexDefinition {
+  static constexpr std::uint8_t kUnique = 0x01;
+  static constexpr std::uint8_t kIgnoreNulls = 0x02;
+  static constexpr std::uint8_t kRequired = 0x08;
+  static constexpr std::uint8_t kJet4 = 0x80;  ///< always set there
+  static constexpr std::size_t kMostColumns = 10;
+
+  std::vector<KeyColumn> columns;
+  RowPointer map;  ///< usage map of its pages
+  std::uint32_t root = 0;
+  std::uint8_t flags = 0;
+  std::uint32_t entryCounter = 0;  ///< a statistic
+
+  bool unique() const { return (flags & kUnique) != 0; }
+  bool ignoresNulls() const { return (flags & kIgnoreNulls) != 0; }
+  bool required() const { return (flags & kRequired) != 0; }
+};
+
+/// What an index is for: several of them may share one index that the file keeps.
+struct LogicalIndex {
+  enum class Kind : std::uint8_t { Plain = 0, PrimaryKey = 1, ForeignKey = 2 };
+  static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+  std::u16string name;
+  std::uint32_t number = 0;
+  std::uint32_t index = 0;  ///< place among the kept indexes
+  Kind kind = Kind::Plain;
+  /// Foreign keys: 1 on the referenced side, 2 on the referencing one.
+  std::uint8_t side = 0;
+  std::uint32_t otherIndex = kNone;  ///< logical index number in the other table
+  std::uint32_t otherTable = 0;      ///< its definition page
+  std::uint8_t cascadeUpdates = 4;   ///< 4 where it is no foreign key
+  std::uint8_t cascadeDeletes = 4;
+};
+
+/// Usage maps of the pages that hold a memo or OLE column's values.
+struct LongValueMaps {
+  std::uint16_t column = 0;  ///< number of the column
+  RowPointer owned;
+  RowPointer free;
+};
+
+/// A table's definition, kept on one page or on several in a chain.
+struct TableDefinition {
+  static constexpr std::uint8_t kUserTable = 0x4E;
+  static constexpr std::uint8_t kSystemTable = 0x53;
+  /// Bytes in front of each page's content but the first's, which belongs to the content.
+  static constexpr std::size_t kPageHeader = 8;
+
+  Version version = Version::Jet4;
+  std::uint32_t rowCount = 0;
+  std::uint32_t lastAutonumber = 0;
+  std::uint8_t kind = kUserTable;
+  std::uint16_t maxColumns = 0;  ///< highest column number ever used + 1
+  std::uint16_t variableSlots = 0;
+  RowPointer ownedPages;                  ///< usage map of the table's data pages
+  RowPointer freePages;                   ///< usage map of those with room
+  std::vector<ColumnDefinition> columns;  ///< in the order of the definition
+  std::vector<IndexDefinition> indexes;
+  std::vector<LogicalIndex> logicalIndexes;
+  std::vector<LongValueMaps> longValueMaps;
+
+  /// The page that a definition goes on with, 0 after the last. Raises damage where the page is no
+  /// definition page.
+  static std::uint32_t nextPage(ByteView page, const Place& place);
+  /// Reads a definition from its pages, the first complete and the others without their header.
+  static TableDefinition decode(Version version, ByteView content, const Place& place);
+  /// The same content, as far as it is used.
+  Bytes encode() const;
+  /// The content split over pages; `pages` numbers them, as many as `pagesNeeded` says.
+  std::vector<Bytes> encodePages(std::span<const std::uint32_t> pages) const;
+  static std::size_t pagesNeeded(Version version, std::size_t contentSize);
+
+  /// Where an index's entry counter stands in the content.
+  static std::size_t entryCounterAt(Version version, std::size_t index);
+
+  const ColumnDefinition* columnNumbered(std::uint16_t number) const;
+};
+
+}  // namespace jet

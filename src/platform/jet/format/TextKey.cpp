@@ -1,0 +1,201 @@
+#include "platform/jet/format/TextKey.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "platform/jet/format/TextWeights.h"
+#include "platform/runtime/CodePage.h"
+
+namespace jet {
+namespace {
+
+constexpr std::size_t kLongestKeyedText = 255;
+/// In front of a character outside the tables, behind all inline bytes of known ones.
+constexpr std::uint8_t kUnknown = 0xFE;
+
+void add(std::string& key, std::uint8_t byte) {
+  key.push_back(static_cast<char>(byte));
+}
+
+template <class Text>
+Text keyedPart(Text text) {
+  if (text.size() > kLongestKeyedText) text = text.substr(0, kLongestKeyedText);
+  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  return text;
+}
+
+void addUnknown(std::string& key, char16_t unit) {
+  add(key, kUnknown);
+  add(key, static_cast<std::uint8_t>(unit >> 8));
+  add(key, static_cast<std::uint8_t>(unit));
+}
+
+/// Jet 4: inline bytes, 01, then the accents by position, then the ignorable characters by
+/// position.
+class General4Key {
+ public:
+  explicit General4Key(std::string& key) : key_(key) {}
+
+  void addCharacter(const TextWeight& weight) {
+    for (std::size_t i = 0; i < weight.inlineCount; ++i) add(key_, weight.inlineBytes[i]);
+    if (weight.mark != 0) {
+      marks_.resize(position_, kNoMark);
+      marks_.push_back(weight.mark);
+    }
+    if (weight.ignorable != 0) {
+      const std::size_t where = 0x8000 | (7 + 4 * position_);
+      for (const std::size_t byte : {where >> 8, where & 0xFF, std::size_t{0x06}})
+        ignorables_.push_back(static_cast<std::uint8_t>(byte));
+      ignorables_.push_back(weight.ignorable);
+    }
+    if (weight.inlineCount > 0) ++position_;
+  }
+  void addUnknownCharacter(char16_t unit) {
+    addUnknown(key_, unit);
+    ++position_;
+  }
+  void finish() {
+    add(key_, kSection);
+    while (!marks_.empty() && marks_.back() <= kNoMark) marks_.pop_back();
+    key_.append(marks_.begin(), marks_.end());
+    if (!ignorables_.empty()) {
+      key_.append(3, static_cast<char>(kSection));
+      key_.append(ignorables_.begin(), ignorables_.end());
+    }
+    add(key_, 0);
+  }
+
+ private:
+  static constexpr std::uint8_t kSection = 1;
+  static constexpr std::uint8_t kNoMark = 2;
+
+  std::string& key_;
+  std::size_t position_ = 0;  ///< characters with inline bytes so far
+  std::vector<std::uint8_t> marks_;
+  std::vector<std::uint8_t> ignorables_;
+};
+
+/// Jet 3: inline bytes, then 00, or a string of nibbles that counts the letters between accents.
+class General3Key {
+ public:
+  explicit General3Key(std::string& key) : key_(key) {}
+
+  void addCharacter(const TextWeight& weight) {
+    for (std::size_t i = 0; i < weight.inlineCount; ++i) add(key_, weight.inlineBytes[i]);
+    if (weight.mark != 0) {
+      if (nibbles_.empty()) nibbles_.push_back(0);
+      nibbles_.insert(nibbles_.end(), lettersSinceMark_, kLetter);
+      nibbles_.push_back(weight.mark);
+      lettersSinceMark_ = 0;
+    }
+    lettersSinceMark_ += weight.significant;
+  }
+  void addUnknownCharacter(char16_t unit) { addUnknown(key_, unit); }
+  void finish() {
+    if (nibbles_.empty()) return add(key_, 0);
+    nibbles_.push_back(0);
+    if (nibbles_.size() % 2 != 0) nibbles_.push_back(0);
+    for (std::size_t i = 0; i < nibbles_.size(); i += 2)
+      add(key_, static_cast<std::uint8_t>(nibbles_[i] << 4 | nibbles_[i + 1]));
+  }
+
+ private:
+  static constexpr std::uint8_t kLetter = 2;
+
+  std::string& key_;
+  std::size_t lettersSinceMark_ = 0;
+  std::vector<std::uint8_t> nibbles_;
+};
+
+const TextWeight* general4Weight(char16_t unit) {
+  if (unit < 0x100) return &kGeneral4Latin[unit];
+  if (unit < 0x180) return &kGeneral4Extended[unit - 0x100];
+  const auto found = std::ranges::lower_bound(kGeneral4OtherCharacters, unit);
+  if (found == kGeneral4OtherCharacters.end() || *found != unit) return nullptr;
+  return &kGeneral4Other[static_cast<std::size_t>(found - kGeneral4OtherCharacters.begin())];
+}
+
+/// The byte of a character in windows-1252.
+std::optional<std::uint8_t> codePageByte(char16_t unit) {
+  if (unit < 0x80 || (unit >= 0xA0 && unit <= 0xFF)) return static_cast<std::uint8_t>(unit);
+  static const std::array<char16_t, 0x20> middle = [] {
+    std::array<char16_t, 0x20> characters{};
+    for (std::size_t i = 0; i < characters.size(); ++i)
+      characters[i] = runtime::fromCodePage(std::string(1, static_cast<char>(0x80 + i)))[0];
+    return characters;
+  }();
+  const auto found = std::ranges::find(middle, unit);
+  if (found == middle.end()) return std::nullopt;
+  return static_cast<std::uint8_t>(0x80 + (found - middle.begin()));
+}
+
+const TextWeight* general3Weight(char16_t unit) {
+  const std::optional<std::uint8_t> byte = codePageByte(unit);
+  return byte ? &kGeneral3[*byte] : nullptr;
+}
+
+template <class Key>
+bool appendText(std::u16string_view text, const TextWeight* (*weightOf)(char16_t),
+                std::string& bytes) {
+  Key key(bytes);
+  bool known = true;
+  for (const char16_t unit : text) {
+    if (const TextWeight* weight = weightOf(unit)) {
+      key.addCharacter(*weight);
+    } else {
+      key.addUnknownCharacter(unit);
+      known = false;
+    }
+  }
+  key.finish();
+  return known;
+}
+
+template <class Key>
+void appendBytesOf(std::string_view text, const std::array<TextWeight, 256>& weights,
+                   std::string& bytes) {
+  Key key(bytes);
+  for (const char byte : text) key.addCharacter(weights[static_cast<std::uint8_t>(byte)]);
+  key.finish();
+}
+
+}  // namespace
+
+bool appendTextKey(TextOrder order, std::u16string_view text, std::string& key) {
+  const std::u16string_view part = keyedPart(text);
+  return order == TextOrder::General3 ? appendText<General3Key>(part, general3Weight, key)
+                                      : appendText<General4Key>(part, general4Weight, key);
+}
+
+bool appendByteTextKey(TextOrder order, std::span<const std::uint8_t> text, std::string& key) {
+  const std::string_view part =
+      keyedPart(std::string_view(reinterpret_cast<const char*>(text.data()), text.size()));
+  if (order == TextOrder::General3)
+    appendBytesOf<General3Key>(part, kGeneral3, key);
+  else
+    appendBytesOf<General4Key>(part, kGeneral4Latin, key);
+  return true;
+}
+
+bool isKnownTextKey(std::span<const std::uint8_t> key) {
+  // Inline bytes end at the first byte below 2, and none of them is the unknown mark.
+  for (const std::uint8_t byte : key) {
+    if (byte < 2) return true;
+    if (byte == kUnknown) return false;
+  }
+  return true;
+}
+
+std::string textKey(TextOrder order, std::u16string_view text) {
+  std::string key;
+  appendTextKey(order, text, key);
+  return key;
+}
+
+bool sameName(std::u16string_view a, std::u16string_view b) {
+  return textKey(TextOrder::General4, a) == textKey(TextOrder::General4, b);
+}
+
+}  // namespace jet

@@ -1,0 +1,62 @@
+#include "platform/jet/format/UsageMap.h"
+
+namespace jet {
+
+bool bitOf(ByteView bits, std::size_t number) {
+  return (bits[number / 8] >> (number % 8) & 1) != 0;
+}
+
+void setBit(ByteSpan bits, std::size_t number, bool value) {
+  const unsigned mask = 1U << (number % 8);
+  const unsigned byte = bits[number / 8];
+  bits[number / 8] = static_cast<std::uint8_t>(value ? byte | mask : byte & ~mask);
+}
+
+UsageMap UsageMap::decode(ByteView row, const Place& place) {
+  if (row.size() < kInlineHead || row[0] > static_cast<std::uint8_t>(Kind::Reference))
+    raiseDamaged(place, u"a usage map is of no known kind");
+  UsageMap map;
+  map.kind = static_cast<Kind>(row[0]);
+  if (map.kind == Kind::Inline) {
+    map.firstPage = u32At(row, kReferenceHead);
+    map.bits.assign(row.begin() + kInlineHead, row.end());
+  } else {
+    for (std::size_t at = kReferenceHead; at + 4 <= row.size(); at += 4)
+      map.bitmapPages.push_back(u32At(row, at));
+  }
+  return map;
+}
+
+Bytes UsageMap::encode() const {
+  Bytes row{static_cast<std::uint8_t>(kind)};
+  if (kind == Kind::Inline) {
+    appendU32(row, firstPage);
+    appendBytes(row, bits);
+  } else {
+    for (const std::uint32_t page : bitmapPages) appendU32(row, page);
+  }
+  return row;
+}
+
+UsageMap UsageMap::empty(const Layout& layout) {
+  UsageMap map;
+  map.bits.resize(layout.defaultMapRow - kInlineHead);
+  return map;
+}
+
+bool UsageMap::contains(std::uint32_t page) const {
+  return covers(page) && bitOf(bits, page - firstPage);
+}
+
+void UsageMap::set(std::uint32_t page, bool value) {
+  setBit(bits, page - firstPage, value);
+}
+
+Bytes newBitmapPage(const Layout& layout) {
+  Bytes page(layout.pageSize);
+  page[0] = static_cast<std::uint8_t>(PageType::Bitmap);
+  page[1] = 1;
+  return page;
+}
+
+}  // namespace jet

@@ -26,7 +26,7 @@ fs::path foundOnSearchPath(const fs::path& name) {
   while (!folders.empty()) {
     const std::string_view folder = folders.substr(0, folders.find(':'));
     folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
-    const fs::path candidate = fs::path(folder.empty() ? "." : folder) / name;
+    fs::path candidate = fs::path(folder.empty() ? "." : folder) / name;
     std::error_code ignored;
     if (fs::is_regular_file(candidate, ignored) && ::access(candidate.c_str(), X_OK) == 0)
       return candidate;
@@ -74,7 +74,7 @@ std::u16string programFolder() {
 }
 
 fs::path findEntry(const fs::path& folder, std::u16string_view name) {
-  const fs::path asWritten = folder / runtime::toUtf8(name);
+  fs::path asWritten = folder / runtime::toUtf8(name);
   std::error_code failure;
   if (fs::exists(fs::symlink_status(asWritten, failure))) return asWritten;
   const std::u16string wanted = runtime::foldCase(name);

@@ -7,6 +7,7 @@ import subprocess
 import tempfile
 import time
 
+from screenreader import Bus
 
 class Timeout(AssertionError):
     """A condition did not come true in time."""
@@ -33,7 +34,7 @@ class Desktop:
     def __init__(self, dpi=96):
         read_end, write_end = os.pipe()
         self.folder = tempfile.mkdtemp(prefix="desktop-")
-        log = open(os.path.join(self.folder, "x.log"), "wb")
+        log = open(os.path.join(self.folder, "log"), "wb")
         self.server = subprocess.Popen(
             ["Xvfb", "-displayfd", str(write_end), "-screen", "0",
              f"{self.WIDTH}x{self.HEIGHT}x24", "-dpi", str(dpi), "-ac", "-nolisten", "tcp",
@@ -45,18 +46,20 @@ class Desktop:
         if not number:
             raise RuntimeError("the virtual display did not start")
         self.display = f":{number}"
-        self.environment = {**os.environ, "DISPLAY": self.display}
+        self.environment = {**os.environ, "DISPLAY": self.display,
+                            "XDG_RUNTIME_DIR": self.folder}
         for name in ("WAYLAND_DISPLAY", "AT_SPI_BUS_ADDRESS", "XDG_SESSION_TYPE"):
             self.environment.pop(name, None)
         self.messages = subprocess.Popen(
             ["dbus-daemon", "--session", "--nofork", "--print-address=1"], env=self.environment,
             stdout=subprocess.PIPE, stderr=log)
-        self.message_bus = self.messages.stdout.readline().decode().strip()
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = self.message_bus
+        message_bus = self.messages.stdout.readline().decode().strip()
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = message_bus
         self.manager = subprocess.Popen(["openbox", "--sm-disable"], env=self.environment,
                                         stdout=log, stderr=log)
         log.close()
         wait_until(self._managed, "the window manager")
+        self.reader = Bus(message_bus)
 
     def _managed(self):
         shown = self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK", check=False)
@@ -105,8 +108,15 @@ class Desktop:
 
     # Pointer and keyboard, through the X server like a user's own
 
-    def pointer(self, *words):
+    def hand(self, *words):
+        """What the user does, in the words of xdotool."""
         self.run("xdotool", *[str(word) for word in words])
 
-    def screenshot(self, path, window=None):
-        self.run("import", "-silent", "-window", str(window or "root"), path)
+    def screenshot(self, path):
+        self.run("import", "-silent", "-window", "root", str(path))
+
+    def colour(self, x, y):
+        """The colour of one pixel of the screen, as 0xRRGGBB."""
+        told = self.run("import", "-silent", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth",
+                        "8", "txt:-")
+        return int(re.search(r"#([0-9A-F]{6})", told).group(1), 16)

@@ -48,9 +48,12 @@ class Shop:
         shutil.copy(build.program("keystrand"), self.program)
         self.database = self.folder / "Stores" / "Demo" / "MASTER.mdb"
         self.database.parent.mkdir(parents=True)
-        if store is not None:
-            shutil.copy(build.store(*store), self.database)
+        self._build = build
+        self.replace_store(*store)
         self.set("[comms]\nstorename=Demo\n")
+
+    def replace_store(self, *options):
+        shutil.copy(self._build.store(*options), self.database)
 
     # The settings store and the profile files
 

@@ -1,0 +1,86 @@
+"""A tour of the large editor, and the layout files that it refuses."""
+
+from desktop import wait_until
+from harness import Case
+from shop import BUTTON_FACE, layout
+
+
+class Large(Case):
+    def setUp(self):
+        super().setUp()
+        # Only exactly "0" means the levelled editor.
+        (self.shop.posdata / "POSCONFIG.INI").write_bytes(
+            b"[General]\r\nload_fastmovers_large=00\r\n")
+
+
+class Tour(Large):
+    def test_products_go_onto_keys_and_into_the_one_layout_file(self):
+        screen = self.large()
+        entries = screen.items()
+        stock = {row["id"]: row["description"] for row in self.shop.rows("tblStock")
+                 if row.get("description")}
+        self.assertEqual(sorted(entries), sorted(f"{id:<10}{name}" for id, name in stock.items()))
+        products = [(entry[10:], entry[:10].strip()) for entry in entries[:3]]
+        (tea, tea_id), (bun, bun_id), (jam, jam_id) = products
+        self.assertEqual(screen.captions(), {})
+
+        screen.drag(0, 107)
+        screen.wait_captions({107: tea})
+        screen.click(40)
+        screen.double_click_item(1)
+        screen.drag(2, 12)
+        screen.wait_captions({12: jam, 40: bun, 107: tea})
+        screen.double_click(41)  # just a click here: no sheet comes up
+        screen.double_click_item(0)
+        screen.wait_captions({12: jam, 40: bun, 41: tea, 107: tea})
+        screen.click("cmdCopy")
+        wait_until(lambda: screen.find(name="STOP COPY"), "copy mode")
+        screen.click(3)
+        screen.click("cmdCopy")
+        screen.click(12)
+        screen.click("cmdResetColor")
+        screen.wait_captions({40: bun, 41: tea, 107: tea})
+        self.assertIsNone(self.shop.layout(""))
+        screen.save()
+        saved = layout({12: {"back": 16777215}, 40: {"product": bun_id, "caption": bun},
+                        41: {"product": tea_id, "caption": tea},
+                        107: {"product": tea_id, "caption": tea}}, 108, back=BUTTON_FACE)
+        self.assertEqual(self.shop.layout(""), saved)
+        self.assertFalse((self.shop.posdata / "FastTouchButtons.ini").exists())
+        screen.drag(0, 0)
+        screen.click("cmdClose")
+        self.assertEqual(screen.program.status(), 0)
+        self.assertEqual(self.shop.layout(""), saved)
+
+        # A fresh start shows the file; an id's blanks stay as they are.
+        self.shop.write_layout("", saved.replace(f",{bun_id},".encode(), b",  77,", 1))
+        screen = self.large()
+        screen.wait_captions({40: bun, 41: tea, 107: tea})
+        screen.save()
+        self.assertEqual(self.shop.layout(""), saved.replace(f",{bun_id},".encode(), b",  77,", 1))
+        self.assertEqual(screen.program.errors(), "")
+
+
+class BadLayout(Large):
+    """What the levelled editor passes over ends this one, before its screen is shown."""
+
+    def ends(self, data, number, text):
+        self.shop.write_layout("", data)
+        before = self.shop.files()
+        program = self.start()
+        self.ends_fatally(program, number, text)
+        self.assertEqual(self.shop.files(), before)
+
+    def test_a_line_too_few(self):
+        self.ends(layout({}, 107), 62, "Input past end of file")
+
+    def test_an_empty_file(self):
+        self.ends(b"", 62, "Input past end of file")
+
+    def test_a_line_with_4_fields(self):
+        lines = layout({}, 108).decode().splitlines(keepends=True)
+        lines[29] = "29,129,Item 29,255\r\n"
+        self.ends("".join(lines).encode(), 9, "Subscript out of range")
+
+    def test_a_comma_in_a_caption(self):
+        self.ends(layout({5: {"product": 77, "caption": "Tea, green"}}, 108), 13, "Type mismatch")

@@ -1,0 +1,285 @@
+"""Tours of the levelled editor: what a shop's day with it leaves on the screen and on the disk."""
+
+import controls
+from desktop import wait_until
+from harness import Case, Screen, World
+from shop import BUTTON_FACE, BUTTON_TEXT, WHITE, key_line, layout
+
+
+def split(entry):
+    """An entry of the item list as description and id."""
+    return entry[:30].strip(), entry[130:]
+
+
+class DayOfWork(Case):
+    def test_products_go_onto_keys_and_into_the_layout_file(self):
+        screen = self.levelled()
+        entries = screen.items()
+        stock = {row["id"]: row["description"] for row in self.shop.rows("tblStock")
+                 if row.get("description")}
+        self.assertEqual(sorted(entries), sorted(f"{name[:30]:30}{'':100}{id}"
+                                                 for id, name in stock.items()))
+        self.assertEqual(screen.captions(), {})
+        self.assertEqual(screen.chosen("cbLevel"), "1")
+        (tea, tea_id), (bun, bun_id), (jam, jam_id) = (split(entry) for entry in entries[:3])
+
+        screen.drag(0, 20)
+        screen.wait_captions({20: tea})
+        screen.double_click_item(1)  # no key was clicked yet: key 0 is the current one
+        screen.wait_captions({0: bun, 20: tea})
+        screen.click(12)
+        screen.double_click_item(2)
+        screen.drag(1, 9)  # a drop leaves the current key alone
+        screen.wait_captions({0: bun, 9: bun, 12: jam, 20: tea})
+        screen.double_click_item(0)
+        screen.wait_captions({0: bun, 9: bun, 12: tea, 20: tea})
+        self.assertIsNone(self.shop.layout(1))
+
+        screen.click("txtName")
+        screen.type(" Breakfast and more ")
+        wait_until(lambda: screen.find(role="text", name="Level Name").text == " Breakfast and ", "the cut level name")
+        screen.save()
+        default = {"back": BUTTON_FACE, "font": BUTTON_TEXT}
+        saved = layout({0: {"product": bun_id, "caption": bun}, 9: {"product": bun_id, "caption": bun},
+                        12: {"product": tea_id, "caption": tea},
+                        20: {"product": tea_id, "caption": tea}}, **default)
+        self.assertEqual(self.shop.layout(1), saved)
+        touch = self.shop.posdata / "FastTouchButtons.ini"
+        self.assertEqual(touch.read_bytes(), b"[SETTINGS]\r\nSCREEN1=Breakfast and\r\n")
+
+        # Another level is blank and has no name; going back reads the file, and the name comes up.
+        screen.choose("cbLevel", 1)
+        screen.wait_captions({})
+        wait_until(lambda: screen.find(role="text", name="Level Name").text == "", "no level name")
+        screen.choose("cbLevel", 0)
+        screen.wait_captions({0: bun, 9: bun, 12: tea, 20: tea})
+        wait_until(lambda: screen.find(role="text", name="Level Name").text == "Breakfast and", "the level name")
+        self.assertEqual(self.shop.layout(1), saved)
+        self.assertIsNone(self.shop.layout(2))
+
+        # Reset: No changes nothing, Yes takes the file and the captions, but not the ids.
+        question = "This will reset all the buttons. Are you sure?"
+        screen.click("cmdResetAll")
+        box = self.message(screen.program, question, "Reset")
+        screen.keys("Escape")  # no third way out
+        self.press(screen.program, box, "No")
+        screen.alone()
+        self.assertEqual(self.shop.layout(1), saved)
+        screen.click("cmdResetAll")
+        self.press(screen.program, self.message(screen.program, question, "Reset"), "Yes")
+        screen.wait_captions({})
+        self.assertIsNone(self.shop.layout(1))
+        screen.save()
+        self.assertEqual(self.shop.layout(1), layout({0: {"product": bun_id}, 9: {"product": bun_id},
+                                                      12: {"product": tea_id},
+                                                      20: {"product": tea_id}}))
+        before = self.shop.files()
+        screen.drag(0, 5)
+        wait_until(lambda: screen.key(5).name == tea, "key 5")
+        screen.click("cmdClose")
+        self.assertEqual(screen.program.status(), 0)
+        self.assertEqual(self.shop.files(), before)
+        self.assertEqual(screen.program.errors(), "")
+
+    def test_filters_narrow_the_list_and_the_barcode_box_is_remembered(self):
+        screen = self.levelled()
+        everything = screen.items()
+        departments = {row["id"]: row["description"] for row in self.shop.rows("tblDepartment")}
+        stock = [row for row in self.shop.rows("tblStock") if row.get("description")]
+        barcodes = self.shop.barcodes()
+        screen.choose("cbDept", 2)
+        name = wait_until(lambda: screen.chosen("cbDept"), "a department")
+        (department,) = (id for id, text in departments.items() if text == name)
+        theirs = {str(row["id"]) for row in stock if row["deptid"] == department}
+        wait_until(lambda: {split(entry)[1] for entry in screen.items()} == theirs,
+                   f"the products of {name}")
+        self.assertEqual([entry for entry in everything if split(entry)[1] in theirs],
+                         screen.items())
+
+        screen.tick("chkBarcode")
+        wait_until(lambda: {split(entry)[1] for entry in screen.items()} == theirs - barcodes,
+                   "products without a barcode")
+        self.assertTrue(theirs & barcodes)
+        self.assertEqual(self.shop.setting("KEYSTRAND", "HIDE_BARCODE"), "1")
+        self.assertEqual(self.shop.setting("comms", "storename"), "Demo")
+        screen.click("cmdClose")
+        screen.program.status()
+
+        screen = self.levelled()
+        self.assertIn("checked", screen.find(name="Ignore items with barcodes").states())
+        self.assertEqual([entry for entry in everything if split(entry)[1] not in barcodes],
+                         screen.items())
+
+    def test_nothing_done_during_the_notice_reaches_the_editor(self):
+        screen = self.levelled()
+        name = split(screen.items()[0])[0]
+        screen.click(7)
+
+        def pressed_under_the_notice():
+            screen.click("cmdSave")
+            wait_until(lambda: len(screen.windows()) == 2, "the saved notice")
+            screen.click(30)
+            screen.keys("Escape", "Return")
+            in_time = len(screen.windows()) == 2
+            screen.alone()
+            return in_time
+
+        wait_until(pressed_under_the_notice, "a press while the notice was up", 60)
+        screen.double_click_item(0)
+        screen.wait_captions({7: name})
+
+    def test_keyboard_goes_round_by_the_tab_order_and_space_presses(self):
+        screen = self.levelled()
+
+        def focused():
+            for node in screen.node.walk():
+                if "focused" in node.states() and node.role != "filler":
+                    return node.description or node.name
+            return None
+
+        def reaches(what, *keys):
+            screen.keys(*keys)
+            wait_until(lambda: focused() == what, f"the focus on {what!r}")
+
+        reaches("Key 0")
+        reaches("Key 1", "Tab")
+        reaches("Key 62", *["Tab"] * 61)
+        for name in ("Drag an item from the list onto a button", "Button Colour", "Font Colour",
+                     "Reset the Button", "Copy Button Settings", "Save", "Exit"):
+            reaches(name, "Tab")
+        reaches("Save", "shift+Tab")
+        screen.keys("space")
+        wait_until(lambda: len(screen.windows()) == 2, "the saved notice")
+        screen.alone()
+        self.assertEqual(self.shop.layout(1), layout({}, back=BUTTON_FACE))
+        reaches("Exit", "Tab")
+        for name in ("Select a department", "Autofill the blocks", "Level", "Level Name",
+                     "Reset All Buttons", "Update POS", "Ignore items with barcodes", "Key 0"):
+            reaches(name, "Tab")
+
+    def test_closing_by_the_frame_ends_with_status_0_and_writes_nothing(self):
+        screen = self.levelled()
+        screen.drag(0, 3)
+        before = self.shop.files()
+        World.desktop.hand("mousemove", *World.desktop.close_box(screen.window), "click", 1)
+        self.assertEqual(screen.program.status(), 0)
+        self.assertEqual(self.shop.files(), before)
+
+    def test_an_order_for_the_pos_is_left_and_the_program_started_each_time(self):
+        notes = self.shop.comms()
+        screen = self.levelled()
+        screen.drag(0, 3)
+        screen.click("cmdUpdate")
+        wait_until(lambda: len(notes()) == 1, "the communications program")
+        screen.click("cmdUpdate")
+        wait_until(lambda: len(notes()) == 2, "the second start")
+        for note in notes():
+            found = note.read_text()
+            self.assertIn("UPDATE=PROGRAMDATA\n", found)
+            self.assertIn("FORMTOOPEN=UPDATEPOS\n", found)
+            self.assertLess(found.index("UPDATE="), found.index("FORMTOOPEN="))
+            self.assertIn("arguments: 0", found)
+        self.assertIsNone(self.shop.layout(1))
+        self.assertTrue(screen.program.running())
+
+
+class Colours(Case):
+    """Key 4 is coloured, its colours are carried to others, a key is emptied."""
+
+    def pick(self, screen, button, html=None):
+        """Opens the colour dialog and confirms a colour, or leaves by Cancel."""
+        screen.click(button)
+        dialog = screen.program.top(lambda node: node.name != screen.title, "the colour dialog")
+        if html is None:
+            screen.keys("Escape")
+        else:
+            box = dialog.find(role="text", name="HTML:")
+            left, top, width, height = box.box()
+            World.desktop.hand("mousemove", left + width // 2, top + height // 2,
+                                  "click", "--repeat", 3, 1)
+            screen.type(html)
+            screen.keys("Return")
+        screen.alone()
+
+    def test_chosen_copied_and_reset_colours_reach_the_file(self):
+        self.shop.write_layout(1, layout({4: {"product": 11, "caption": "Fish & Chips"},
+                                          6: {"product": 12, "caption": "<b>Bun</b>"}}))
+        screen = self.levelled()
+        screen.wait_captions({4: "Fish & Chips", 6: "<b>Bun</b>"})
+        self.pick(screen, "cmdSelCol")  # nothing confirmed yet: key 0 turns black
+        screen.click(4)
+        self.pick(screen, "cmdSelCol", "#ff0000")
+        screen.click(5)
+        self.pick(screen, "cmdFontColour")  # Cancel takes the colour last confirmed
+        screen.click(4)
+        self.pick(screen, "cmdFontColour", "#ffff00")
+        screen.move("cmdClose")
+        wait_until(lambda: screen.colour(4) == 0xFF0000, "key 4 in red")
+
+        screen.click("cmdCopy")
+        wait_until(lambda: screen.find(name="STOP COPY"), "copy mode")
+        screen.click(8)
+        screen.click(62)
+        screen.click("cmdCopy")
+        wait_until(lambda: screen.find(name="Copy Button Settings"), "the end of copy mode")
+        screen.click(6)
+        screen.click("cmdResetColor")
+        screen.wait_captions({4: "Fish & Chips"})
+        screen.save()
+        red, yellow = 0x0000FF, 0x00FFFF
+        self.assertEqual(self.shop.layout(1), layout({
+            0: {"back": 0}, 4: {"product": 11, "caption": "Fish & Chips", "back": red,
+                                "font": yellow},
+            5: {"font": red}, 8: {"back": red, "font": yellow}, 62: {"back": red, "font": yellow}}))
+
+
+class Autofill(Case):
+    def places(self, screen, stock, first):
+        """The captions that the keys show when the rows from id `first` on fill them in order."""
+        return {key: stock[first + key] for key in range(63) if stock[first + key]}
+
+    def setUp(self):
+        super().setUp()
+        self.stock = {row["id"]: row.get("description") or ""
+                      for row in self.shop.rows("tblStock")}
+
+    def arranged(self, screen):
+        """True if key i stands in column i div 9, going up from the bottom."""
+        for key in (0, 1, 8, 9, 62):
+            left, top, _, height = screen.key(key).box()
+            x, y = 180 + 1350 * (key // 9), 270 + 8640 - 1080 * (key % 9)
+            if (left - screen.left, top - screen.top) != (x // controls.TWIPS, y // controls.TWIPS):
+                return False
+        return True
+
+    def test_the_stock_fills_the_keys_level_by_level_and_the_choice_is_stored_at_once(self):
+        screen = self.levelled()
+        screen.tick("Check1")
+        screen.wait_captions(self.places(screen, self.stock, 1))
+        self.assertTrue(self.arranged(screen))
+        self.assertIsNone(screen.item_list())
+        self.assertEqual(self.shop.touch_setting("SETTINGS", "AUTOFILL"), "1")
+        self.assertEqual(self.shop.touch_setting("SETTINGS", "ItemOne"), "BL")
+        screen.choose("cbLevel", 1)
+        screen.wait_captions(self.places(screen, self.stock, 64))
+        screen.save()
+        self.assertEqual(self.shop.layout(2), layout(
+            {key: {"product": 64 + key, "caption": self.stock[64 + key]} for key in range(63)}))
+        screen.click("cmdClose")
+        screen.program.status()
+
+        # The next start opens this view, with level 1's saved layout over the stock rows.
+        self.shop.write_layout(1, b"".join(
+            key_line(key, 300 + key, f"From file {key}").encode() for key in range(10)))
+        screen = self.levelled()
+        expected = self.places(screen, self.stock, 1)
+        expected.update({key: f"From file {key}" for key in range(10)})
+        screen.wait_captions(expected)
+        self.assertTrue(self.arranged(screen))
+        screen.tick("Check1")
+        box = self.message(screen.program, "Close the app and restart it.")
+        self.press(screen.program, box, "OK")
+        wait_until(lambda: self.shop.touch_setting("SETTINGS", "ItemOne") == "TL", "the corner")
+        self.assertEqual(self.shop.touch_setting("SETTINGS", "AUTOFILL"), "0")
+        self.assertTrue(self.arranged(screen))
+        self.assertIsNone(screen.item_list())

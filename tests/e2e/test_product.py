@@ -1,0 +1,140 @@
+"""Tours of the sheet on which a new product is typed, judged by an independent reader of the store."""
+
+from concurrent.futures import ThreadPoolExecutor
+
+import controls
+from desktop import Desktop, wait_until
+from harness import Case, Screen
+from shop import BUTTON_FACE, layout
+
+FREE = (150, 210)
+NO_FREE_ROW = ("There are no records where the data can be saved. In the POS, you will need to open "
+               "the Product Programming form under Management functions and setup the item first.")
+
+
+class ProductCase(Case):
+    store = ("--slots", "220", "--products", "40", "--free", ",".join(map(str, FREE)))
+
+    def sheet(self, editor, key):
+        """Double-clicks a key; gives the sheet that comes up."""
+        editor.double_click(key)
+        return Screen(editor.program, controls.SHEET_TITLE, controls.SHEET)
+
+    def value(self, sheet, row):
+        """A place on a row's value cell, as a share of the sheet's width and height."""
+        return 0.7, (row - 0.5) * 35 * controls.TWIPS / controls.SHEET["Grid1"][3]
+
+    def row(self, table, id):
+        (found,) = (row for row in self.shop.rows(table) if row["id"] == id)
+        return found
+
+
+class Tour(ProductCase):
+    def test_a_product_lands_on_the_lowest_free_row_and_on_the_key(self):
+        before = {table: self.shop.rows(table) for table in ("tblStock", "tblPlu", "tblDepartment")}
+        editor = self.levelled()
+        sheet = self.sheet(editor, 12)
+        sheet.type("  Chef's jam, homemade  ")
+        sheet.keys("Return")
+        sheet.type("2.50abc")
+        sheet.click("Grid1", *self.value(sheet, 3))
+        self.pick_department(sheet, 1)
+        sheet.click("Grid1", *self.value(sheet, 4))  # print on printer 1
+        sheet.click("Grid1", 0.2, self.value(sheet, 5)[1])  # a click on a label ticks nothing
+        sheet.click("Grid1", *self.value(sheet, 7))  # an instruction item
+        sheet.click("cmdSave")
+        editor.alone()
+        editor.wait_captions({12: "Chef's jam, homemade"})
+
+        added = self.row("tblStock", FREE[0])
+        self.assertEqual(added["description"], "Chef's jam, homemade")
+        self.assertEqual(float(added["price"]), 2.5)
+        names = sorted(row["description"] for row in before["tblDepartment"])
+        (department,) = (row["id"] for row in before["tblDepartment"]
+                         if row["description"] == names[1])
+        self.assertEqual(int(added["deptid"]), department)
+        flags = self.row("tblPlu", FREE[0])
+        self.assertEqual([int(flags[name]) for name in
+                          ("PRINTER1", "PRINTER2", "OPEN_PLU", "ITEM_TYPE", "NEG_PRICE")],
+                         [1, 0, 0, 1, 0])
+        for table in ("tblStock", "tblPlu"):
+            self.assertEqual([row for row in self.shop.rows(table) if row["id"] != FREE[0]],
+                             [row for row in before[table] if row["id"] != FREE[0]])
+
+        # Closing the sheet without adding places the product once more: its strings are kept.
+        sheet = self.sheet(editor, 13)
+        sheet.click("cmdClose")
+        editor.alone()
+        editor.wait_captions({12: "Chef's jam, homemade", 13: "Chef's jam, homemade"})
+        editor.save()
+        product = {"product": FREE[0], "caption": "Chef's jam, homemade"}
+        self.assertEqual(self.shop.layout(1), layout({12: product, 13: product}, back=BUTTON_FACE))
+
+        # The second goes to the next free row; for a third there is none.
+        sheet = self.sheet(editor, 14)
+        sheet.type("Bun")
+        sheet.click("cmdSave")
+        editor.alone()
+        self.assertEqual(self.row("tblStock", FREE[1])["description"], "Bun")
+        self.assertEqual(int(self.row("tblStock", FREE[1])["deptid"]), 0)
+        full = self.shop.database.read_bytes()
+        sheet = self.sheet(editor, 15)
+        sheet.type("Too many")
+        sheet.click("cmdSave")
+        self.press(editor.program, self.message(editor.program, NO_FREE_ROW), "OK")
+        editor.alone()
+        self.assertEqual(self.shop.database.read_bytes(), full)
+        self.assertEqual(editor.program.errors(), "")
+
+    def pick_department(self, sheet, index):
+        wait_until(lambda: len(sheet.windows()) == 3, "the departments")
+        sheet.keys("Home", *["Down"] * index, "Return")
+        wait_until(lambda: len(sheet.windows()) == 2, "the departments to close")
+
+    def test_the_sheet_is_filled_by_the_keyboard_alone(self):
+        editor = self.levelled()
+        sheet = self.sheet(editor, 30)
+        sheet.type("Quick tea")
+        sheet.keys("Return")
+        sheet.type("1,50")
+        sheet.keys("Return", "Down", "Down", "Down")
+        sheet.keys("space", "Tab", "space")  # row 6, then the Save button
+        editor.alone()
+        editor.wait_captions({30: "Quick tea"})
+        self.assertEqual(float(self.row("tblStock", FREE[0])["price"]), 1)
+        self.assertEqual(int(self.row("tblPlu", FREE[0])["OPEN_PLU"]), 1)
+
+
+class MissingPlu(ProductCase):
+    store = (*ProductCase.store, "--missing-plu", str(FREE[0]))
+
+    def test_without_a_plu_row_it_is_fatal_with_the_stock_row_filled(self):
+        editor = self.levelled()
+        sheet = self.sheet(editor, 2)
+        sheet.type("Half a product")
+        sheet.click("cmdSave")
+        self.ends_fatally(editor.program, 3021, "Either BOF or EOF is True")
+        self.assertEqual(self.row("tblStock", FREE[0])["description"], "Half a product")
+
+
+class TwoPrograms(ProductCase):
+    def setUp(self):
+        self.other = Desktop()
+        self.addCleanup(self.other.close)
+        super().setUp()
+
+    def test_two_programs_that_add_at_once_lose_nothing(self):
+        editors = [self.levelled(), self.levelled(desktop=self.other)]
+        sheets = []
+        for number, editor in enumerate(editors):
+            sheets.append(self.sheet(editor, 1))
+            sheets[-1].type(f"From editor {number}")
+        with ThreadPoolExecutor() as hands:
+            list(hands.map(lambda sheet: sheet.click("cmdSave"), sheets))
+        for editor in editors:
+            editor.alone()
+        self.assertEqual(sorted(self.row("tblStock", id)["description"] for id in FREE),
+                         ["From editor 0", "From editor 1"])
+        for number, editor in enumerate(editors):
+            editor.wait_captions({1: f"From editor {number}"})
+            self.assertEqual(editor.program.errors(), "")

@@ -7,8 +7,8 @@ namespace MSComDlg {
 /// The common dialog, of which the system uses the choice of a colour. It isn't seen on the screen.
 class CommonDialog {
  public:
-  /// Shows the colour dialog, with no colour preselected, and returns when the user closes it. Cancel
-  /// leaves `Color` as it was.
+  /// Shows the colour dialog, with no colour preselected, and returns when the user closes it.
+  /// Cancel leaves `Color` as it was.
   void ShowColor();
   /// The colour last confirmed in this object, 0x00BBGGRR; 0 before the first.
   forms::Colour Color() const { return color_; }

@@ -14,9 +14,10 @@ namespace forms {
 
 class Form;
 class Container;
+class Timer;
 
-/// An event of a control. The screen sets the handler; a control raises it through the dispatcher when
-/// the user acts, and directly, nested in the setter, when code sets a value.
+/// An event of a control. The screen sets the handler; a control raises it through the dispatcher
+/// when the user acts, and directly, nested in the setter, when code sets a value.
 template <class... Arguments>
 using Event = std::function<void(Arguments...)>;
 
@@ -45,22 +46,34 @@ class Control {
   int TabIndex() const { return tabIndex_; }
 
  protected:
-  /// `widget` is made by the derived class as a child of the container's widget; the control owns it.
+  /// `widget` is made by the derived class as a child of the container's widget (`clientOf`); the
+  /// control owns it.
   Control(Container& container, const Design& design, std::int16_t index, QWidget* widget);
+
+  /// The widget that a container's controls are made in.
+  static QWidget* clientOf(Container& container);
+  static Colour backColourOf(const Container& container);
   QWidget* widget() const { return widget_; }
+  Form& screen() const { return screen_; }
+  /// How large the screen is laid out: 1 as designed, less where it would not fit a dense desktop.
+  double scale() const;
+  /// Called when the screen's scale has changed and the widget stands at its new place. Adapts the
+  /// widget's font; a control with measures of its own adapts them as well.
+  virtual void rescaled();
 
  private:
   friend class Form;
-  friend class Container;
   void place();
 
   std::string name_;
   std::int16_t index_;
   Container& container_;
+  Form& screen_;
   QWidget* widget_;
   Twips left_, top_, width_, height_;
   int tabIndex_;
   bool visible_;
+  Font font_;
 };
 
 /// What can hold controls: a screen, a picture box, a frame.
@@ -71,9 +84,12 @@ class Container {
  protected:
   friend class Control;
   friend class Form;
+  friend class Timer;
   /// The widget that children are made in; made by the derived class.
   virtual QWidget* client() const = 0;
   virtual Form& form() = 0;
+  /// What stands behind a transparent control.
+  virtual Colour backColour() const = 0;
 };
 
 /// An indexed array of like controls. The elements live as long as the array.

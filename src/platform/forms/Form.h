@@ -24,8 +24,8 @@ struct FormDesign {
   Colour backColour = kButtonFace;
 };
 
-/// A screen. It is loaded at its first show: the load event runs before anything is to be seen, and a
-/// failure in it leaves the screen unshown.
+/// A screen. It is loaded at its first show: the load event runs before anything is to be seen, and
+/// a failure in it leaves the screen unshown.
 class Form : public Container {
  public:
   ~Form() override;
@@ -47,12 +47,17 @@ class Form : public Container {
   explicit Form(const FormDesign& design);
   QWidget* client() const override;
   Form& form() override { return *this; }
+  Colour backColour() const override;
 
   /// The load event.
   virtual void Form_Load() {}
 
  private:
+  friend class Application;
   friend class Control;
+  friend class Timer;
+  void load();
+
   struct Window;
   std::unique_ptr<Window> window_;
 };

@@ -6,8 +6,8 @@
 
 namespace forms {
 
-/// A length or position on a screen: 1/1440 inch. Fifteen make one logical pixel of the toolkit; only
-/// this library turns the one into the other.
+/// A length or position on a screen: 1/1440 inch. Fifteen make one logical pixel of the toolkit;
+/// only this library turns the one into the other.
 struct Twips {
   int value = 0;
 

@@ -25,8 +25,8 @@ struct ButtonFont {
   int charset = 0;
 };
 
-/// The push button of the whole system, keys and commands alike: a coloured rectangle with a text, with
-/// separate colours for rest, pointer, focus and press. A property reads as it was set.
+/// The push button of the whole system, keys and commands alike: a coloured rectangle with a text,
+/// with separate colours for rest, pointer, focus and press. A property reads as it was set.
 class MyButton : public forms::Control {
  public:
   static constexpr forms::Colour kDefaultBackColour = forms::kButtonFace;
@@ -50,6 +50,7 @@ class MyButton : public forms::Control {
   bool showfocus() const { return showfocus_; }
   forms::Colour transparentcolor() const { return transparentcolor_; }
   std::int32_t depthevent() const { return 1; }
+  bool isKey() const { return isKey_; }
   int extentx() const { return extentx_; }
   int extenty() const { return extenty_; }
 
@@ -69,7 +70,8 @@ class MyButton : public forms::Control {
 
   forms::Event<> GotFocus;
   /// Data, effect, button, shift, position in twips.
-  forms::Event<forms::DataObject&, std::int32_t&, std::int16_t, std::int16_t, float, float> OLEDragDrop;
+  forms::Event<forms::DataObject&, std::int32_t&, std::int16_t, std::int16_t, float, float>
+      OLEDragDrop;
   /// A press and release on the button.
   forms::Event<> Click;
   /// A double press; its first press has raised a `Click`, its second raises none.
@@ -79,6 +81,8 @@ class MyButton : public forms::Control {
 
  private:
   class Face;  // the widget
+  Face& face() const;
+  void rescaled() override;
 
   std::u16string caption_;
   forms::Colour backcolor_ = kDefaultBackColour;
@@ -92,6 +96,7 @@ class MyButton : public forms::Control {
   ButtonFont font_;
   std::int16_t oledropmode_ = forms::kDropNone;
   bool showfocus_;
+  bool isKey_;
   forms::Colour transparentcolor_;
   int extentx_;
   int extenty_;

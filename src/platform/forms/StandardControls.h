@@ -15,10 +15,11 @@ class PictureBox : public Control, public Container {
 
  protected:
   QWidget* client() const override { return widget(); }
-  Form& form() override { return *form_; }
+  Form& form() override { return screen(); }
+  Colour backColour() const override { return backColour_; }
 
  private:
-  Form* form_;
+  Colour backColour_;
 };
 
 /// A frame without border and caption.
@@ -38,12 +39,16 @@ class Label : public Control {
   std::u16string caption_;
 };
 
-/// A one-line text box. With a length limit, typed and set text is cut to it (0: no limit).
+/// A one-line text box, drawn in the window colours. With a length limit, typed and set text is cut
+/// to it (0: no limit).
 class TextBox : public Control {
  public:
   TextBox(Container& container, const Design& design, int maxLength = 0);
   std::u16string Text() const;
   void Text(std::u16string_view text);
+
+ private:
+  int maxLength_;
 };
 
 /// A tick box with the values 0, 1 and 2 (greyed); another value raises error 380.
@@ -60,7 +65,8 @@ class CheckBox : public Control {
   std::int16_t value_ = 0;
 };
 
-/// A drop-down list: one of its entries is chosen, nothing can be typed.
+/// A drop-down list, drawn in the window colours: one of its entries is chosen, nothing can be
+/// typed. Only a click or a key chooses; a turn of the wheel over the closed list changes nothing.
 class ComboBox : public Control {
  public:
   ComboBox(Container& container, const Design& design);
@@ -68,7 +74,8 @@ class ComboBox : public Control {
   int ListCount() const;
   /// -1: nothing chosen.
   int ListIndex() const;
-  /// Chooses an entry and always raises `Click`, nested in this call, also when it is chosen already.
+  /// Chooses an entry (-1: none; one that isn't there is error 380) and always raises `Click`,
+  /// nested in this call, also when it is chosen already.
   void ListIndex(int index);
   /// The chosen entry, empty before any choice.
   std::u16string Text() const;
@@ -88,22 +95,27 @@ class DataObject {
 };
 
 /// Effects of a drag.
+inline constexpr std::int32_t kDropCopy = 1;
 inline constexpr std::int32_t kDropMove = 2;
 /// Drop modes of a control.
 inline constexpr std::int16_t kDropNone = 0;
 inline constexpr std::int16_t kDropManual = 1;
 
-/// A list of plain texts, one of them selected.
+/// A list of plain texts, one of them selected, drawn in the window colours. A text wider than the
+/// list is cut at its edge. A left press selects the entry under the pointer before `MouseDown`.
 class ListBox : public Control {
  public:
   ListBox(Container& container, const Design& design);
   void Clear();
   void AddItem(std::u16string_view entry);
   int ListCount() const;
+  /// -1: nothing selected.
   int ListIndex() const;
+  /// Selects an entry (-1: none; one that isn't there is error 380).
   void ListIndex(int index);
   /// The selected entry, empty when none is.
   std::u16string Text() const;
+  /// An entry; empty outside the list.
   std::u16string List(int index) const;
 
   std::int16_t OLEDropMode() const { return dropMode_; }
@@ -118,13 +130,15 @@ class ListBox : public Control {
   Event<DataObject&, std::int32_t&> OLEStartDrag;
 
  private:
+  void rescaled() override;
+
   std::int16_t dropMode_ = kDropNone;
 };
 
 /// A picture.
 class Image : public Control {
  public:
-  /// `resource` names a picture that is built into the program.
+  /// `resource` names a picture that is built into the program: "tick".
   Image(Container& container, const Design& design, std::string_view resource);
 };
 
@@ -139,6 +153,7 @@ class Timer {
   Event<> Tick;
 
  private:
+  Form& screen_;
   struct Clock;
   std::unique_ptr<Clock> clock_;
 };

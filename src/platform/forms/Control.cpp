@@ -1,0 +1,108 @@
+#include "platform/forms/Control.h"
+
+#include <QEvent>
+#include <QHelpEvent>
+#include <QToolTip>
+
+#include "platform/forms/qt/Faces.h"
+#include "platform/forms/qt/Measures.h"
+#include "platform/forms/qt/Text.h"
+#include "platform/forms/qt/Window.h"
+
+namespace forms {
+namespace {
+
+/// Shows a tool tip as plain text, wrapped. The toolkit would take marks in it for markup, and set
+/// a long one in a single line.
+class PlainToolTip : public QObject {
+ public:
+  using QObject::QObject;
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::ToolTip) return false;
+    auto* widget = qobject_cast<QWidget*>(watched);
+    const QPoint at = static_cast<QHelpEvent*>(event)->globalPos();
+    QToolTip::showText(at, "<qt>" + widget->toolTip().toHtmlEscaped() + "</qt>", widget);
+    return true;
+  }
+};
+
+bool isDefault(const Font& font) {
+  const Font usual;
+  return font.face == usual.face && font.points == usual.points && font.weight == usual.weight;
+}
+
+}  // namespace
+
+Control::Control(Container& container, const Design& design, std::int16_t index, QWidget* widget)
+    : name_(design.name),
+      index_(index),
+      container_(container),
+      screen_(container.form()),
+      widget_(widget),
+      left_(design.left),
+      top_(design.top),
+      width_(design.width),
+      height_(design.height),
+      tabIndex_(design.tabIndex),
+      visible_(design.visible),
+      font_(design.font) {
+  widget_->setObjectName(QString::fromLatin1(design.name));
+  // The application's own font is the usual one.
+  if (!isDefault(font_)) widget_->setFont(qt::font(font_.face, font_.points, font_.weight));
+  if (!design.toolTip.empty()) {
+    widget_->setToolTip(qt::toQt(design.toolTip));
+    widget_->installEventFilter(new PlainToolTip(widget_));
+  }
+  if (!visible_) widget_->hide();
+  place();
+  screen_.window_->controls.push_back(this);
+}
+
+Control::~Control() {
+  if (widget_ == nullptr) return;
+  std::erase(screen_.window_->controls, this);
+  delete widget_;
+}
+
+QWidget* Control::clientOf(Container& container) {
+  return container.client();
+}
+
+Colour Control::backColourOf(const Container& container) {
+  return container.backColour();
+}
+
+double Control::scale() const {
+  return screen_.window_->scale;
+}
+
+void Control::rescaled() {
+  widget_->setFont(qt::font(font_.face, font_.points * scale(), font_.weight));
+}
+
+void Control::place() {
+  widget_->setGeometry(qt::toPixels(left_, top_, width_, height_, scale()));
+}
+
+void Control::Left(Twips left) {
+  left_ = left;
+  place();
+}
+
+void Control::Top(Twips top) {
+  top_ = top;
+  place();
+}
+
+void Control::Height(Twips height) {
+  height_ = height;
+  place();
+}
+
+void Control::Visible(bool visible) {
+  visible_ = visible;
+  widget_->setVisible(visible);
+}
+
+}  // namespace forms

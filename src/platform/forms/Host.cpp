@@ -1,0 +1,118 @@
+#include "platform/process/Host.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QProcess>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+
+#include "platform/forms/Application.h"
+#include "platform/forms/qt/Colours.h"
+#include "platform/forms/qt/Raise.h"
+#include "platform/forms/qt/Text.h"
+#include "platform/runtime/CodePage.h"
+
+namespace forms {
+namespace {
+
+using runtime::ErrorNumber;
+using runtime::RunTimeError;
+
+constexpr std::int32_t kButtonsMask = 0xF;
+constexpr std::int32_t kIconMask = 0xF0;
+
+/// A message box of plain text. A Yes/No box has no third way out: neither Escape nor the frame
+/// closes it.
+class Box : public QMessageBox {
+ public:
+  Box(const std::u16string& text, const std::u16string& title, StandardButtons buttons)
+      : QMessageBox(QApplication::activeWindow()), asks_(buttons == (Yes | No)) {
+    setWindowTitle(qt::toQt(title));
+    setTextFormat(Qt::PlainText);
+    setText(qt::toQt(text));
+    setStandardButtons(buttons);
+    setDefaultButton(asks_ ? Yes : Ok);
+    if (asks_) setWindowFlag(Qt::WindowCloseButtonHint, false);
+  }
+
+  int ask() {
+    const qt::EndWatch watch([this] { done(0); });
+    return process::hasEnded() ? 0 : exec();
+  }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override {
+    if (asks_)
+      event->ignore();
+    else
+      QMessageBox::closeEvent(event);
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    if (asks_ && event->matches(QKeySequence::Cancel))
+      event->accept();
+    else
+      QMessageBox::keyPressEvent(event);
+  }
+
+ private:
+  bool asks_;
+};
+
+class RealHost : public process::Host {
+ public:
+  process::MessageAnswer showMessage(const std::u16string& text, std::int32_t style,
+                                     const std::u16string& title) override {
+    const bool asks = (style & kButtonsMask) == process::kYesNo;
+    Box box(text, title, asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
+    if ((style & kIconMask) == process::kInformation) box.setIcon(QMessageBox::Information);
+    const int answer = box.ask();
+    if (!asks) return process::kOk;
+    return answer == QMessageBox::Yes ? process::kYes : process::kNo;
+  }
+
+  std::optional<std::int32_t> showColourDialog() override {
+    QColorDialog dialog(QApplication::activeWindow());
+    dialog.setOption(QColorDialog::DontUseNativeDialog);
+    const qt::EndWatch watch([&dialog] { dialog.reject(); });
+    if (process::hasEnded() || dialog.exec() != QDialog::Accepted) return std::nullopt;
+    return qt::storedColour(dialog.selectedColor());
+  }
+
+  void reportFailure(const RunTimeError& failure) override {
+    const std::string heading = "Run-time error '" + std::to_string(failure.number()) + "':";
+    std::fprintf(stderr, "%s %s\n", heading.c_str(), runtime::toUtf8(failure.text()).c_str());
+    std::fflush(stderr);
+    Box box(runtime::fromUtf8(heading) + u"\n\n" + failure.text(),
+            std::u16string(process::kProgramTitle), QMessageBox::Ok);
+    box.setIcon(QMessageBox::Critical);
+    box.ask();
+  }
+
+  void startProgram(const std::filesystem::path& program, process::WindowStyle) override {
+    std::error_code missing;
+    if (!std::filesystem::is_regular_file(program, missing))
+      throw RunTimeError(ErrorNumber::FileNotFound);
+    const QString path = QString::fromLocal8Bit(program.c_str());
+    if (!QFileInfo(path).isExecutable()) throw RunTimeError(ErrorNumber::PermissionDenied);
+    const QString folder = QString::fromLocal8Bit(program.parent_path().c_str());
+    if (!QProcess::startDetached(path, {}, folder))
+      throw RunTimeError(ErrorNumber::InvalidProcedureCall);
+  }
+
+  void endProcess(int status) override {
+    std::fflush(nullptr);
+    std::_Exit(status);
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<process::Host> makeHost() {
+  return std::make_unique<RealHost>();
+}
+
+}  // namespace forms

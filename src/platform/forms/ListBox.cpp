@@ -1,0 +1,185 @@
+#include <QDrag>
+#include <QListView>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyledItemDelegate>
+#include <memory>
+
+#include "platform/forms/StandardControls.h"
+#include "platform/forms/qt/DragData.h"
+#include "platform/forms/qt/EntryModel.h"
+#include "platform/forms/qt/Measures.h"
+#include "platform/forms/qt/Pictures.h"
+#include "platform/forms/qt/Raise.h"
+#include "platform/forms/qt/Text.h"
+#include "platform/runtime/RunTimeError.h"
+
+namespace forms {
+namespace {
+
+constexpr int kRowMargin = 4;
+
+/// Draws an entry in one line, cut at the list's edge.
+class EntryPainter : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
+    return {1, option.fontMetrics.height() + kRowMargin};
+  }
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    const bool selected = (option.state & QStyle::State_Selected) != 0;
+    const QPalette& colours = option.palette;
+    if (selected) painter->fillRect(option.rect, colours.highlight());
+    painter->setFont(option.font);
+    painter->setPen(colours.color(selected ? QPalette::HighlightedText : QPalette::Text));
+    painter->setClipRect(option.rect);
+    painter->drawText(option.rect.adjusted(kRowMargin, 0, 0, 0),
+                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                      index.data(Qt::DisplayRole).toString());
+    painter->setClipping(false);
+  }
+};
+
+/// The list's own mouse handling: one press of the hand is one `MouseDown`, whatever the toolkit
+/// makes of a double press, and the handler may run a drag inside it.
+class Entries : public QListView {
+ public:
+  Entries(ListBox& control, QWidget* parent)
+      : QListView(parent), control_(control), model_(new qt::EntryModel(this)) {
+    setModel(model_);
+    setItemDelegate(new EntryPainter(this));
+    setUniformItemSizes(true);
+    setTextElideMode(Qt::ElideNone);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(SingleSelection);
+    setDragDropMode(NoDragDrop);
+    setTabKeyNavigation(false);
+  }
+
+  qt::EntryModel& entries() const { return *model_; }
+
+  void select(int row) {
+    model_->publish();
+    if (row < 0) {
+      selectionModel()->clear();
+    } else {
+      setCurrentIndex(model_->index(row));
+    }
+  }
+
+  /// The beginning of a text, as far as a row shows it.
+  QString visiblePart(const QString& text) const {
+    const QFontMetrics metrics(font());
+    qsizetype shown = 0;
+    qsizetype cut = text.size();
+    while (shown < cut) {
+      const qsizetype middle = (shown + cut + 1) / 2;
+      if (metrics.horizontalAdvance(text.left(middle)) <= viewport()->width())
+        shown = middle;
+      else
+        cut = middle - 1;
+    }
+    return text.left(shown);
+  }
+
+  double scale = 1;
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override {
+    event->accept();
+    model_->publish();
+    const QModelIndex under = indexAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && under.isValid()) setCurrentIndex(under);
+    qt::raise(control_.MouseDown, qt::buttonCode(event->button()),
+              qt::shiftState(event->modifiers()), qt::toTwips(event->position().x(), scale),
+              qt::toTwips(event->position().y(), scale));
+  }
+
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    event->accept();
+    if (event->button() == Qt::LeftButton) qt::raise(control_.DblClick);
+  }
+
+  // The toolkit's list would select and drag by itself.
+  void mouseMoveEvent(QMouseEvent* event) override { event->accept(); }
+  void mouseReleaseEvent(QMouseEvent* event) override { event->accept(); }
+
+ private:
+  ListBox& control_;
+  qt::EntryModel* model_;
+};
+
+Entries& entriesOf(QWidget* widget) {
+  return *static_cast<Entries*>(widget);
+}
+
+Qt::DropActions toQt(std::int32_t effects) {
+  Qt::DropActions actions;
+  if ((effects & kDropMove) != 0) actions |= Qt::MoveAction;
+  if ((effects & kDropCopy) != 0) actions |= Qt::CopyAction;
+  return actions;
+}
+
+}  // namespace
+
+ListBox::ListBox(Container& container, const Design& design)
+    : Control(container, design, 0, new Entries(*this, clientOf(container))) {}
+
+void ListBox::rescaled() {
+  Control::rescaled();
+  entriesOf(widget()).scale = scale();
+}
+
+void ListBox::Clear() {
+  entriesOf(widget()).entries().clear();
+}
+
+void ListBox::AddItem(std::u16string_view entry) {
+  entriesOf(widget()).entries().add(entry);
+}
+
+int ListBox::ListCount() const {
+  return entriesOf(widget()).entries().count();
+}
+
+int ListBox::ListIndex() const {
+  return entriesOf(widget()).currentIndex().row();
+}
+
+void ListBox::ListIndex(int index) {
+  if (index < -1 || index >= ListCount())
+    throw runtime::RunTimeError(runtime::ErrorNumber::InvalidPropertyValue);
+  entriesOf(widget()).select(index);
+}
+
+std::u16string ListBox::Text() const {
+  return List(ListIndex());
+}
+
+std::u16string ListBox::List(int index) const {
+  if (index < 0 || index >= ListCount()) return {};
+  return std::u16string(entriesOf(widget()).entries().entry(index));
+}
+
+void ListBox::OLEDrag() {
+  Entries& view = entriesOf(widget());
+  auto mime = std::make_unique<QMimeData>();
+  std::int32_t effects = kDropCopy | kDropMove;
+  {
+    qt::OutgoingData data(*mime);
+    if (OLEStartDrag) OLEStartDrag(data, effects);
+  }
+  auto* drag = new QDrag(&view);
+  drag->setPixmap(qt::dragPicture(view.visiblePart(mime->text()).simplified(), view.font(),
+                                  view.palette(), view.devicePixelRatioF()));
+  drag->setMimeData(mime.release());
+  const qt::EndWatch watch([] { QDrag::cancel(); });
+  drag->exec(toQt(effects), Qt::MoveAction);  // the toolkit deletes the drag
+  process::unwindIfEnded();
+}
+
+}  // namespace forms

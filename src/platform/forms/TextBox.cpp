@@ -1,0 +1,31 @@
+#include <QLineEdit>
+#include <limits>
+
+#include "platform/forms/StandardControls.h"
+#include "platform/forms/qt/Text.h"
+
+namespace forms {
+namespace {
+
+QLineEdit* makeEdit(QWidget* parent, int maxLength) {
+  auto* edit = new QLineEdit(parent);
+  edit->setMaxLength(maxLength > 0 ? maxLength : std::numeric_limits<int>::max());
+  return edit;
+}
+
+}  // namespace
+
+TextBox::TextBox(Container& container, const Design& design, int maxLength)
+    : Control(container, design, 0, makeEdit(clientOf(container), maxLength)) {
+  Text(design.caption);
+}
+
+std::u16string TextBox::Text() const {
+  return qt::fromQt(static_cast<QLineEdit*>(widget())->text());
+}
+
+void TextBox::Text(std::u16string_view text) {
+  static_cast<QLineEdit*>(widget())->setText(qt::toQt(text));
+}
+
+}  // namespace forms

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+
+#include "platform/forms/Measures.h"
+
+namespace forms::qt {
+
+/// A stored colour as the toolkit draws it: a system colour follows the palette.
+QColor drawnColour(Colour colour, const QPalette& palette);
+/// A chosen colour as the screens store it, 0x00BBGGRR.
+Colour storedColour(const QColor& colour);
+
+/// The colour of a text on a background. A plain colour is drawn as it is. A system colour comes
+/// from the palette, unless its classic value reads better there: in a dark theme a white key keeps
+/// dark text.
+QColor textOn(Colour text, const QColor& background, const QPalette& palette);
+
+/// How well two colours stand apart, 1 (not at all) to 21.
+double contrast(const QColor& a, const QColor& b);
+/// `share` (0 to 1) of `b` mixed into `a`.
+QColor mixed(const QColor& a, const QColor& b, double share);
+/// Black or white, whichever stands out more.
+QColor markOn(const QColor& background);
+
+}  // namespace forms::qt

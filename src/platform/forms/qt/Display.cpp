@@ -1,0 +1,67 @@
+#include "platform/forms/qt/Display.h"
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <QByteArray>
+#include <QLibrary>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace forms::qt {
+namespace {
+
+/// Asks the X client library, which the toolkit's X platform uses as well: it knows every form of a
+/// display's name, and the access rights.
+bool xServerAnswers() {
+  if (qgetenv("DISPLAY").isEmpty()) return false;
+  struct Connection;
+  using Connect = Connection* (*)(const char*, int*);
+  using HasError = int (*)(Connection*);
+  using Disconnect = void (*)(Connection*);
+  QLibrary library(QStringLiteral("xcb"), 1);
+  const auto connect = reinterpret_cast<Connect>(library.resolve("xcb_connect"));
+  const auto hasError = reinterpret_cast<HasError>(library.resolve("xcb_connection_has_error"));
+  const auto disconnect = reinterpret_cast<Disconnect>(library.resolve("xcb_disconnect"));
+  if (connect == nullptr || hasError == nullptr || disconnect == nullptr) return false;
+  Connection* connection = connect(nullptr, nullptr);
+  const bool answers = hasError(connection) == 0;
+  disconnect(connection);
+  return answers;
+}
+
+bool waylandServerAnswers() {
+  QByteArray path = qgetenv("WAYLAND_DISPLAY");
+  if (path.isEmpty()) return false;
+  if (!path.startsWith('/')) path = qgetenv("XDG_RUNTIME_DIR") + '/' + path;
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  if (static_cast<std::size_t>(path.size()) >= sizeof address.sun_path) return false;
+  std::memcpy(address.sun_path, path.constData(), static_cast<std::size_t>(path.size()));
+  const int server = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  if (server < 0) return false;
+  const bool answers =
+      ::connect(server, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+  ::close(server);
+  return answers;
+}
+
+}  // namespace
+
+bool displayAvailable() {
+  // Another platform of the toolkit, such as a remote or an off-screen one, needs no server.
+  const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+  if (!platform.isEmpty() && !platform.startsWith("xcb") && !platform.startsWith("wayland"))
+    return true;
+  return xServerAnswers() || waylandServerAnswers();
+}
+
+void endWithoutDisplay() {
+  std::fputs("There is no display on which the program could open its window.\n", stderr);
+  std::fflush(stderr);
+  std::_Exit(1);
+}
+
+}  // namespace forms::qt

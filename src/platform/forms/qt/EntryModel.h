@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace forms::qt {
+
+/// A list's entries, tens of thousands of them, packed into one text. Additions are made known to
+/// the view together: at the next turn of the event loop, or by `publish`.
+class EntryModel : public QAbstractListModel {
+ public:
+  using QAbstractListModel::QAbstractListModel;
+
+  void clear();
+  void add(std::u16string_view entry);
+  void publish();
+  int count() const { return static_cast<int>(ends_.size()); }
+  /// The text of an entry that is there.
+  std::u16string_view entry(int index) const;
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+
+ protected:
+  bool event(QEvent* event) override;
+
+ private:
+  std::u16string texts_;
+  std::vector<std::size_t> ends_;
+  int published_ = 0;
+  bool posted_ = false;
+};
+
+}  // namespace forms::qt

@@ -1,0 +1,63 @@
+#include "platform/forms/qt/Faces.h"
+
+#include <QFontDatabase>
+#include <QHash>
+#include <QSet>
+#include <map>
+#include <tuple>
+
+#include "platform/forms/qt/Text.h"
+
+namespace forms::qt {
+namespace {
+
+/// The machine's face names, found without regard to case.
+const QHash<QString, QString>& installedFaces() {
+  static const QHash<QString, QString> faces = [] {
+    QHash<QString, QString> all;
+    for (const QString& family : QFontDatabase::families())
+      all.insert(family.toCaseFolded(), family);
+    return all;
+  }();
+  return faces;
+}
+
+const QString& defaultFace() {
+  static const QString face = [] {
+    for (const char* name : {"Arial", "Liberation Sans", "Arimo", "Nimbus Sans", "Helvetica"}) {
+      const auto found = installedFaces().find(QString::fromLatin1(name).toCaseFolded());
+      if (found != installedFaces().end()) return *found;
+    }
+    return QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
+  }();
+  return face;
+}
+
+QString resolve(const QString& name) {
+  return installedFaces().value(name.toCaseFolded(), defaultFace());
+}
+
+}  // namespace
+
+const QFont& font(std::u16string_view face, double points, int weight) {
+  using Request = std::tuple<QString, double, int>;
+  static std::map<Request, QFont> fonts;
+  static QHash<QString, QString> resolved;
+
+  const QString name = toQt(face);
+  auto family = resolved.find(name);
+  if (family == resolved.end()) family = resolved.insert(name, resolve(name));
+
+  const Request request(*family, points, weight);
+  auto found = fonts.find(request);
+  if (found == fonts.end()) {
+    QFont font;
+    font.setFamilies({*family});
+    font.setPointSizeF(points);
+    font.setWeight(static_cast<QFont::Weight>(qBound(1, weight, 1000)));
+    found = fonts.emplace(request, font).first;
+  }
+  return found->second;
+}
+
+}  // namespace forms::qt

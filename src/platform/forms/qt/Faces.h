@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QFont>
+#include <string_view>
+
+namespace forms::qt {
+
+/// The font of a face name. A name that no face on the machine bears gives Arial or its metric
+/// twin, in the size asked for. Names are looked up once; equal requests share one font.
+const QFont& font(std::u16string_view face, double points, int weight);
+
+}  // namespace forms::qt

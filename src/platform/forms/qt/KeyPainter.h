@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QPainter>
+#include <QPalette>
+#include <QTextLayout>
+
+namespace forms::qt {
+
+/// A caption laid out for an area: wrapped at words, within a word where one is too long, every
+/// line centred. No character of it is a mark or markup.
+class CaptionLayout {
+ public:
+  void set(const QString& caption) {
+    caption_ = caption;
+    width_ = -1;
+  }
+  void set(const QFont& font) {
+    font_ = font;
+    width_ = -1;
+  }
+  /// Paints the lines that have room, in the painter's pen.
+  void paint(QPainter& painter, const QRect& area);
+
+ private:
+  void layOut(int width);
+
+  QString caption_;
+  QFont font_;
+  QTextLayout layout_;
+  int width_ = -1;
+};
+
+/// How a button stands at the moment.
+struct KeyLook {
+  QColor back;
+  QColor text;
+  bool hovered = false;
+  bool pressed = false;
+  bool focusMark = false;
+  bool dropMark = false;
+};
+
+/// Paints a button. The stored colour fills it and stays as it is; states show at the edge alone.
+void paintKey(QPainter& painter, const QRect& area, const KeyLook& look, CaptionLayout& caption,
+              const QColor& accent);
+
+}  // namespace forms::qt

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace forms::qt {
+
+/// The house's look: the toolkit's own neutral style, the same on every desktop.
+class Look : public QProxyStyle {
+ public:
+  Look();
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* result) const override;
+  int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                  const QWidget* widget) const override;
+};
+
+}  // namespace forms::qt

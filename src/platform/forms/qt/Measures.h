@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QPointF>
+#include <QRect>
+
+#include "platform/forms/Measures.h"
+
+namespace forms::qt {
+
+/// Twips to the toolkit's logical pixels on a screen that is laid out at `scale`.
+inline int toPixels(Twips length, double scale) {
+  return qRound(length.value * scale / kTwipsPerPixel);
+}
+
+/// Edges are rounded, not sizes, so that gaps between like controls stay even at any scale.
+inline QRect toPixels(Twips left, Twips top, Twips width, Twips height, double scale) {
+  const QPoint from(toPixels(left, scale), toPixels(top, scale));
+  const QPoint to(toPixels(left.value + width.value, scale),
+                  toPixels(top.value + height.value, scale));
+  return {from, QSize(to.x() - from.x(), to.y() - from.y())};
+}
+
+inline float toTwips(qreal pixels, double scale) {
+  return static_cast<float>(pixels * kTwipsPerPixel / scale);
+}
+
+}  // namespace forms::qt

@@ -1,0 +1,68 @@
+#include "platform/forms/qt/Pictures.h"
+
+#include <QFontMetrics>
+#include <QPainterPath>
+#include <QPalette>
+
+namespace forms::qt {
+
+void paintTick(QPainter& painter, const QRectF& area) {
+  constexpr QSizeF kDrawn(51, 46);
+  painter.save();
+  painter.fillRect(area, Qt::white);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.translate(area.topLeft());
+  painter.scale(area.width() / kDrawn.width(), area.height() / kDrawn.height());
+  QPainterPath tick(QPointF(6, 25));
+  tick.lineTo(19, 38);
+  tick.lineTo(45, 8);
+  painter.setPen(QPen(QColor(0x00, 0xa0, 0x2c), 8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.drawPath(tick);
+  painter.restore();
+}
+
+QIcon programIcon() {
+  QIcon icon;
+  for (const int size : {16, 24, 32, 48, 64, 128}) {
+    QPixmap picture(size, size);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0x1f, 0x3b, 0x57));
+    painter.drawRoundedRect(QRectF(0, 0, size, size), size * 0.16, size * 0.16);
+    const double pitch = size * 0.28;
+    const double key = size * 0.22;
+    for (int i = 0; i < 9; ++i) {
+      painter.setBrush(i == 4 ? QColor(0x3c, 0xc4, 0x6b) : QColor(0xf4, 0xf6, 0xf8));
+      const QPointF at(size * 0.11 + pitch * (i % 3), size * 0.11 + pitch * (i / 3));
+      painter.drawRoundedRect(QRectF(at, QSizeF(key, key)), size * 0.03, size * 0.03);
+    }
+    icon.addPixmap(picture);
+  }
+  return icon;
+}
+
+QPixmap dragPicture(const QString& text, const QFont& font, const QPalette& palette,
+                    qreal density) {
+  constexpr int kMargin = 8;
+  constexpr int kWidest = 320;
+  const QFontMetrics metrics(font);
+  const QString shown = metrics.elidedText(text, Qt::ElideRight, kWidest);
+  const QSize size(metrics.horizontalAdvance(shown) + 2 * kMargin, metrics.height() + kMargin);
+
+  QPixmap picture(size * density);
+  picture.setDevicePixelRatio(density);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setFont(font);
+  painter.setPen(palette.color(QPalette::Highlight).darker(130));
+  painter.setBrush(palette.color(QPalette::Highlight));
+  painter.drawRoundedRect(QRectF({0.5, 0.5}, QSizeF(size) - QSizeF(1, 1)), 4, 4);
+  painter.setPen(palette.color(QPalette::HighlightedText));
+  painter.drawText(QRect({0, 0}, size), Qt::AlignCenter | Qt::TextSingleLine, shown);
+  return picture;
+}
+
+}  // namespace forms::qt

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QIcon>
+#include <QPainter>
+#include <QPixmap>
+
+namespace forms::qt {
+
+/// A green tick on white, for an area of 51 by 46 or like it.
+void paintTick(QPainter& painter, const QRectF& area);
+
+/// The program's icon: a block of keys, one of them lit.
+QIcon programIcon();
+
+/// What is seen under the pointer while a text is dragged.
+QPixmap dragPicture(const QString& text, const QFont& font, const QPalette& palette, qreal density);
+
+}  // namespace forms::qt

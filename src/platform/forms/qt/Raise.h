@@ -1,0 +1,46 @@
+#pragma once
+
+#include <Qt>
+#include <cstdint>
+#include <functional>
+#include <utility>
+
+#include "platform/forms/Control.h"
+#include "platform/process/Process.h"
+
+namespace forms::qt {
+
+/// Raises an event that the user caused. Called inside the toolkit's event override, so that no
+/// exception reaches a frame of the toolkit.
+template <class... Arguments, class... Values>
+void raise(const Event<Arguments...>& event, Values&&... values) {
+  if (event) process::dispatch([&] { event(std::forward<Values>(values)...); });
+}
+
+/// Leaves a modal loop when the process is ended under a host that outlives the end.
+class EndWatch {
+ public:
+  explicit EndWatch(std::function<void()> leave) : off_(process::onEnd(std::move(leave))) {}
+  ~EndWatch() { off_(); }
+  EndWatch(const EndWatch&) = delete;
+  EndWatch& operator=(const EndWatch&) = delete;
+
+ private:
+  std::function<void()> off_;
+};
+
+/// A mouse button as the screens know it: 1 left, 2 right, 4 middle.
+inline std::int16_t buttonCode(Qt::MouseButtons buttons) {
+  return static_cast<std::int16_t>((buttons & Qt::LeftButton ? 1 : 0) |
+                                   (buttons & Qt::RightButton ? 2 : 0) |
+                                   (buttons & Qt::MiddleButton ? 4 : 0));
+}
+
+/// The modifier keys as the screens know them: 1 Shift, 2 Control, 4 Alt.
+inline std::int16_t shiftState(Qt::KeyboardModifiers keys) {
+  return static_cast<std::int16_t>((keys & Qt::ShiftModifier ? 1 : 0) |
+                                   (keys & Qt::ControlModifier ? 2 : 0) |
+                                   (keys & Qt::AltModifier ? 4 : 0));
+}
+
+}  // namespace forms::qt

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+#include <string>
+#include <string_view>
+
+namespace forms::qt {
+
+/// The house's wide text as the toolkit's, unit by unit.
+inline QString toQt(std::u16string_view text) {
+  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+inline std::u16string fromQt(QStringView text) {
+  return {text.utf16(), static_cast<std::size_t>(text.size())};
+}
+
+}  // namespace forms::qt

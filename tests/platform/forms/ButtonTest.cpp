@@ -1,0 +1,294 @@
+// The push button: what it keeps, what it raises, how it is named and painted.
+
+#include <gmock/gmock.h>
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QImage>
+#include <QMimeData>
+
+#include "platform/forms/Form.h"
+#include "platform/forms/MyCommandButton.h"
+#include "support/TestHost.h"
+#include "support/WindowDriver.h"
+
+namespace {
+
+using MyCommandButton::ButtonDesign;
+using MyCommandButton::MyButton;
+using support::WindowDriver;
+using testing::ElementsAre;
+
+constexpr forms::Colour kRed = 0x0000FF;
+constexpr forms::Colour kGreen = 0x00FF00;
+constexpr forms::Colour kBlue = 0xFF0000;
+
+ButtonDesign keyDesign(std::int16_t index) {
+  ButtonDesign design;
+  design.name = "MyButton1";
+  design.left = 1350 * index;
+  design.width = 1320;
+  design.height = 1050;
+  design.tabIndex = index;
+  design.showFocus = index != 1;
+  design.isKey = true;
+  return design;
+}
+
+/// Three keys that write down what they raise.
+class KeyScreen : public forms::Form {
+ public:
+  KeyScreen()
+      : Form({.name = "KeyScreen", .width = 6000, .height = 3000, .backColour = forms::kWhite}),
+        keys(*this, 3, keyDesign) {
+    for (std::int16_t i = 0; i < keys.count(); ++i) {
+      const std::string key = std::to_string(i);
+      keys(i).Click = [this, key] { log.push_back("Click " + key); };
+      keys(i).DblClick = [this, key] { log.push_back("DblClick " + key); };
+      keys(i).GotFocus = [this, key] { log.push_back("GotFocus " + key); };
+      keys(i).MouseOver = [this, key] { log.push_back("MouseOver " + key); };
+      keys(i).OLEDragDrop = [this](forms::DataObject& data, std::int32_t& effect, std::int16_t,
+                                   std::int16_t, float x, float y) {
+        hasText = data.GetFormat(forms::kTextFormat);
+        otherFormat = data.GetFormat(2);
+        dropped = data.GetData(forms::kTextFormat);
+        dropEffect = effect;
+        dropX = x;
+        dropY = y;
+        log.push_back("Drop");
+      };
+    }
+  }
+
+  forms::ControlArray<MyButton> keys;
+  std::vector<std::string> log;
+  std::u16string dropped;
+  bool hasText = false;
+  bool otherFormat = false;
+  std::int32_t dropEffect = 0;
+  float dropX = 0;
+  float dropY = 0;
+};
+
+class Button : public testing::Test {
+ protected:
+  Button() {
+    screen.Show();
+    user.emplace("KeyScreen");
+    support::waitUntil([this] { return user->hasFocus("MyButton1(0)"); });
+    screen.log.clear();
+  }
+
+  QImage picture(const std::string& key) { return user->control(key).grab().toImage(); }
+  /// The colour that fills a key, off its edge and its text.
+  QRgb fill(const std::string& key) { return picture(key).pixel(8, 8); }
+
+  support::TestHost host;
+  KeyScreen screen;
+  std::optional<WindowDriver> user;
+};
+
+TEST_F(Button, StartsWithTheStoredDefaultsAndReadsWhatWasSet) {
+  MyButton& key = screen.keys(0);
+  EXPECT_EQ(key.backcolor(), -2147483633);
+  EXPECT_EQ(key.forecolor(), -2147483630);
+  EXPECT_EQ(key.backcolordown(), 15133676);
+  EXPECT_EQ(key.backcolorfocus(), -2147483633);
+  EXPECT_EQ(key.forecolorover(), -2147483630);
+  EXPECT_EQ(key.font().name, u"Arial");
+
+  key.font(u"-2147483630");
+  EXPECT_EQ(key.font().name, u"-2147483630");
+  EXPECT_EQ(key.font().size, 9.75);
+  EXPECT_EQ(key.font().weight, 400);
+  key.forecolordown(-1);
+  EXPECT_EQ(key.forecolordown(), -1);
+  key.caption(u" Fish & Chips <b>\u2126 ");
+  EXPECT_EQ(key.caption(), u" Fish & Chips <b>\u2126 ");
+}
+
+TEST_F(Button, APressAndReleaseOnItIsAClickAndNothingElseIs) {
+  user->click("MyButton1(1)");
+  EXPECT_THAT(screen.log, ElementsAre("MouseOver 1", "GotFocus 1", "Click 1"));
+
+  screen.log.clear();
+  user->press("MyButton1(1)");
+  user->moveTo("MyButton1(2)");
+  user->release("MyButton1(2)");
+  EXPECT_THAT(screen.log, testing::Not(testing::Contains(testing::StartsWith("Click"))));
+
+  screen.log.clear();
+  user->key(Qt::Key_Space);
+  user->key(Qt::Key_Return);
+  EXPECT_THAT(screen.log, ElementsAre("Click 1"));
+}
+
+TEST_F(Button, ADoublePressIsOneClickThenOneDoubleClick) {
+  user->moveTo("MyButton1(0)");
+  screen.log.clear();
+  user->doubleClick("MyButton1(0)");
+  EXPECT_THAT(screen.log, ElementsAre("Click 0", "DblClick 0"));
+  user->click("MyButton1(0)");
+  EXPECT_THAT(screen.log, ElementsAre("Click 0", "DblClick 0", "Click 0"));
+}
+
+TEST_F(Button, TakesTextDropsOnlyAsATarget) {
+  EXPECT_FALSE(user->drop("MyButton1(2)", u"Tea"));
+  screen.keys(2).oledropmode(1);
+  EXPECT_TRUE(user->drop("MyButton1(2)", u"Tea"));
+  EXPECT_EQ(screen.dropped, u"Tea");
+  EXPECT_TRUE(screen.hasText);
+  EXPECT_FALSE(screen.otherFormat);
+  EXPECT_EQ(screen.dropEffect, 2);
+  EXPECT_NEAR(screen.dropX, 660, 30);
+  EXPECT_NEAR(screen.dropY, 525, 30);
+
+  EXPECT_TRUE(user->drop("MyButton1(2)", u""));
+  EXPECT_EQ(screen.dropped, u"");
+  EXPECT_TRUE(screen.hasText);
+
+  QMimeData copied;
+  copied.setText("from elsewhere");
+  EXPECT_TRUE(user->drop("MyButton1(2)", copied, Qt::CopyAction));
+  EXPECT_EQ(screen.dropEffect, 1);
+
+  screen.log.clear();
+  QMimeData noText;
+  noText.setData("image/png", "no text");
+  EXPECT_FALSE(user->drop("MyButton1(2)", noText, Qt::MoveAction));
+  EXPECT_TRUE(screen.log.empty());
+}
+
+TEST_F(Button, AFailingDropIsReportedOnceAndEndsTheProcess) {
+  screen.keys(0).oledropmode(1);
+  screen.keys(0).OLEDragDrop = [](auto&&...) {
+    throw runtime::RunTimeError(runtime::ErrorNumber::TypeMismatch);
+  };
+  user->drop("MyButton1(0)", u"Tea");
+  ASSERT_EQ(host.failures.size(), 1U);
+  EXPECT_EQ(host.failures[0].number(), 13);
+  EXPECT_EQ(host.endStatus, 1);
+  user->click("MyButton1(0)");
+  EXPECT_THAT(screen.log, testing::Not(testing::Contains("Click 0")));
+}
+
+TEST_F(Button, PaintsEachStateInItsOwnColour) {
+  MyButton& key = screen.keys(2);
+  key.backcolor(forms::kWhite);
+  key.backcolorover(kGreen);
+  key.backcolorfocus(kBlue);
+  key.backcolordown(kRed);
+  EXPECT_EQ(fill("MyButton1(2)"), 0xFFFFFFFF);
+  user->moveTo("MyButton1(2)");
+  EXPECT_EQ(fill("MyButton1(2)"), 0xFF00FF00);
+  user->press("MyButton1(2)");
+  EXPECT_EQ(fill("MyButton1(2)"), 0xFFFF0000);
+  user->release("MyButton1(2)");
+  user->moveTo("MyButton1(0)");
+  EXPECT_EQ(fill("MyButton1(2)"), 0xFF0000FF);
+}
+
+TEST_F(Button, ShowsTheFocusOnAnyColourButNotOnAKeyWithoutTheMark) {
+  for (const forms::Colour colour : {forms::kWhite, forms::kBlack, kBlue, 0xC68C30, 0x808080}) {
+    const auto changedPixels = [&](std::int16_t index, const std::string& name) {
+      screen.keys(index).backcolor(colour);
+      screen.keys(index).backcolorfocus(colour);
+      user->focus("MyButton1(2)");
+      const QImage without = picture(name);
+      user->focus(name);
+      const QImage with = picture(name);
+      int changed = 0;
+      for (int y = 0; y < with.height(); ++y)
+        for (int x = 0; x < with.width(); ++x) {
+          const QColor before = without.pixelColor(x, y);
+          const QColor after = with.pixelColor(x, y);
+          const int apart = std::abs(before.lightness() - after.lightness());
+          changed += apart > 60 ? 1 : 0;
+        }
+      return changed;
+    };
+    EXPECT_GT(changedPixels(0, "MyButton1(0)"), 250) << colour;
+    EXPECT_EQ(changedPixels(1, "MyButton1(1)"), 0) << colour;
+  }
+}
+
+TEST_F(Button, ACaptionIsPaintedAsItStandsAndNeverLeavesItsKey) {
+  const auto ink = [&](std::u16string_view caption) {
+    screen.keys(2).backcolor(forms::kWhite);
+    screen.keys(2).caption(caption);
+    const QImage key = picture("MyButton1(2)");
+    int dark = 0;
+    for (int y = 4; y < key.height() - 4; ++y)
+      for (int x = 4; x < key.width() - 4; ++x) dark += key.pixelColor(x, y).lightness() < 128;
+    return dark;
+  };
+  EXPECT_EQ(ink(u""), 0);
+  EXPECT_GT(ink(u"Fish & Chips"), ink(u"Fish  Chips"));
+  EXPECT_GT(ink(u"<b>Tea</b>"), ink(u"Tea"));
+
+  screen.keys(2).caption(u"");
+  const auto frame = [&] {
+    const QImage key = picture("MyButton1(2)");
+    return std::pair(key.copy(0, 0, key.width(), 3), key.copy(0, 0, 3, key.height()));
+  };
+  const auto empty = frame();
+  screen.keys(2).caption(std::u16string(400, u'W'));
+  EXPECT_EQ(frame(), empty);
+  screen.keys(2).caption(u"Sourdough and rosemary loaf, sliced, large, from the bakery next door");
+  EXPECT_EQ(frame(), empty);
+}
+
+TEST_F(Button, AnUnknownFaceIsDrawnLikeTheDefaultOne) {
+  screen.keys(2).caption(u"Espresso");
+  const QImage usual = picture("MyButton1(2)");
+  screen.keys(2).font(u"16777215");
+  EXPECT_EQ(picture("MyButton1(2)"), usual);
+  screen.keys(2).font(u"");
+  EXPECT_EQ(picture("MyButton1(2)"), usual);
+}
+
+TEST_F(Button, SystemTextStaysReadableOnAWhiteKeyInADarkTheme) {
+  const QPalette light = QApplication::palette();
+  QPalette dark(QColor(0x20, 0x20, 0x24));
+  QApplication::setPalette(dark);
+  support::settle();
+  screen.keys(2).caption(u"Tea");
+  screen.keys(2).backcolor(forms::kWhite);
+  const auto extremes = [&] {
+    const QImage key = picture("MyButton1(2)");
+    int darkest = 255;
+    int lightest = 0;
+    for (int y = 6; y < key.height() - 6; ++y)
+      for (int x = 6; x < key.width() - 6; ++x) {
+        darkest = std::min(darkest, key.pixelColor(x, y).lightness());
+        lightest = std::max(lightest, key.pixelColor(x, y).lightness());
+      }
+    return std::pair(darkest, lightest);
+  };
+  EXPECT_LT(extremes().first, 60);
+  EXPECT_EQ(extremes().second, 255);
+  screen.keys(2).backcolor(forms::kButtonFace);
+  EXPECT_EQ(fill("MyButton1(2)"), QApplication::palette().color(QPalette::Button).rgb());
+  EXPECT_GT(extremes().second, 180);
+  EXPECT_EQ(screen.keys(2).backcolor(), forms::kButtonFace);
+  QApplication::setPalette(light);
+}
+
+TEST_F(Button, IsNamedForScreenReadersAndPressedByThem) {
+  const auto reader = [&](const std::string& key) {
+    return QAccessible::queryAccessibleInterface(&user->control(key));
+  };
+  EXPECT_EQ(reader("MyButton1(2)")->role(), QAccessible::PushButton);
+  EXPECT_EQ(reader("MyButton1(2)")->text(QAccessible::Name), "Key 2");
+  EXPECT_EQ(reader("MyButton1(2)")->text(QAccessible::Description), "Key 2");
+  screen.keys(2).caption(u"Fish & Chips");
+  EXPECT_EQ(reader("MyButton1(2)")->text(QAccessible::Name), "Fish & Chips");
+  EXPECT_EQ(reader("MyButton1(2)")->text(QAccessible::Description), "Key 2");
+
+  reader("MyButton1(2)")->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_TRUE(support::waitUntil([&] { return !screen.log.empty(); }));
+  EXPECT_THAT(screen.log, ElementsAre("Click 2"));
+}
+
+}  // namespace

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class QMimeData;
+class QPoint;
+class QWidget;
+
+namespace support {
+
+/// The user at one screen. Finds controls by their own names ("cmdSave", "MyButton1(12)"), and acts
+/// through the window as the pointer and the keyboard do, so that a screen that is shut out drops
+/// what it gets. Every action ends with the event loop at rest. A control that is not there ends
+/// the test program with its name.
+class WindowDriver {
+ public:
+  /// The screen of that name, which must be shown.
+  explicit WindowDriver(std::string_view screen);
+  static bool isShown(std::string_view screen);
+
+  QWidget& window() const { return *window_; }
+  QWidget& control(std::string_view name) const;
+  bool isVisible(std::string_view name) const;
+  bool hasFocus(std::string_view name) const;
+
+  void click(std::string_view name);
+  /// Two clicks, quick enough to count as one double click.
+  void doubleClick(std::string_view name);
+  void press(std::string_view name);
+  void release(std::string_view name);
+  void moveTo(std::string_view name);
+  /// Puts the focus on a control as the tab key would.
+  void focus(std::string_view name);
+  void type(std::u16string_view text);
+  void key(int key);
+  void tab();
+  /// Closes the window by its frame.
+  void close();
+
+  /// Opens a drop-down list and picks an entry in it.
+  void pick(std::string_view comboBox, int entry);
+  std::vector<std::u16string> entries(std::string_view listOrComboBox) const;
+  /// A row below the last one is empty ground.
+  void clickRow(std::string_view list, int row, bool rightButton = false);
+  void doubleClickRow(std::string_view list, int row);
+
+  /// Drags over a control and drops there; the source offers to move. True when the control took
+  /// the drop.
+  bool drop(std::string_view name, std::u16string_view text);
+  bool drop(std::string_view name, const QMimeData& data, int offeredActions);
+
+ private:
+  QPoint centre(std::string_view name) const;
+  QPoint rowPoint(std::string_view list, int row) const;
+
+  QWidget* window_;
+};
+
+/// Lets everything happen that is due.
+void settle();
+/// Runs the event loop until the condition holds; false when it doesn't within the time.
+bool waitUntil(const std::function<bool()>& condition, int milliseconds = 5000);
+/// Runs `act` as soon as the event loop turns again: what the user does while a modal box is up.
+void soon(std::function<void()> act, int milliseconds = 0);
+
+}  // namespace support

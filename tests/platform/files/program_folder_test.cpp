@@ -28,7 +28,8 @@ TEST(ProgramFolder, IsThatOfTheStartedPathAndLinksAreNotFollowed) {
   fs::current_path(before);
   EXPECT_EQ(programFolder(), link.parent_path().u16string());
 
-  const std::string searchPath = ::getenv("PATH");
+  const char* const variable = ::getenv("PATH");
+  const std::string searchPath = variable == nullptr ? "" : variable;
   ::setenv("PATH", ("/nowhere:" + link.parent_path().string() + ":" + searchPath).c_str(), 1);
   files::setProgramFile("keystrand");
   ::setenv("PATH", searchPath.c_str(), 1);

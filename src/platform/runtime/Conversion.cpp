@@ -255,6 +255,9 @@ std::int16_t toInteger(std::u16string_view text) {
 std::int32_t toLong(std::u16string_view text) {
   return rounded<std::int32_t>(numberOf(text, 32));
 }
+double toDouble(std::u16string_view text) {
+  return numberOf(text, 32);
+}
 std::int16_t toInteger(double number) {
   return rounded<std::int16_t>(number);
 }

@@ -14,6 +14,9 @@ std::int16_t toInteger(std::u16string_view text);
 /// The same to a signed 32-bit integer.
 std::int32_t toLong(std::u16string_view text);
 
+/// The same to a 64-bit floating point number, without rounding.
+double toDouble(std::u16string_view text);
+
 /// A number to a signed 16-bit integer, rounded half to even; error 6 beyond the range.
 std::int16_t toInteger(double number);
 std::int16_t toInteger(std::int32_t number);

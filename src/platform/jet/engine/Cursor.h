@@ -15,4 +15,19 @@ class Cursor {
   virtual const Row& row() const = 0;
 };
 
+/// Reads single rows of a table by their ids, one after the other.
+class RowReader {
+ public:
+  explicit RowReader(const TableSource& source) : source_(source) {}
+
+  /// Goes to the row of that id; false when there is none.
+  bool find(RowId id);
+  /// The row of the last successful `find`.
+  const Row& row() const { return row_; }
+
+ private:
+  const TableSource& source_;
+  Row row_;
+};
+
 }  // namespace jet

@@ -9,36 +9,12 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/jet/engine/Catalog.h"
 #include "platform/jet/engine/Table.h"
 #include "platform/jet/format/Layout.h"
 #include "platform/jet/format/TextKey.h"
 
 namespace jet {
-
-class Store;
-
-enum class ObjectKind : std::uint8_t { Table, Query, LinkedTable };
-
-/// A table, saved query or linked table as the file's object list has it.
-struct CatalogObject {
-  ObjectKind kind = ObjectKind::Table;
-  std::int32_t id = 0;
-  std::u16string name;
-  std::uint32_t flags = 0;
-
-  /// True for the engine's own tables and for hidden objects.
-  bool isSystem() const { return (flags & 0x8000000AU) != 0; }
-};
-
-/// One stored row of a saved query. Texts that are null are empty here.
-struct QueryRow {
-  std::uint8_t attribute = 0;
-  std::u16string name1;
-  std::u16string name2;
-  std::u16string expression;
-  std::int32_t flag = 0;
-  std::optional<std::int32_t> extra;
-};
 
 /// A column's value, by the column's place in `Table::columns()`.
 struct ColumnValue {
@@ -89,7 +65,8 @@ class Database {
               std::span<const ColumnValue> asRead);
 
  private:
-  std::unique_ptr<Store> store_;
+  struct Session;
+  std::unique_ptr<Session> session_;
 };
 
 }  // namespace jet

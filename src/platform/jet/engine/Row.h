@@ -1,18 +1,27 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "platform/jet/engine/Pager.h"
+#include "platform/jet/format/Row.h"
 #include "platform/jet/format/RowPointer.h"
 #include "platform/runtime/Variant.h"
 
 namespace jet {
 
+struct FoundRow;
+struct TableSource;
+
 /// One row, whose columns are decoded when they are asked for. Columns are named by their place in
 /// `Table::columns()`.
 class Row {
  public:
+  Row() = default;
+  Row(const TableSource& source, RowId id, const FoundRow& found);
+
   /// The row's identity, by which it can be read and updated later.
-  RowId id() const;
+  RowId id() const { return id_; }
   bool isNull(int column) const;
   /// The column's value by its type: Boolean bool, Byte uint8, Integer int16, Long int32, Currency,
   /// Single float, Double double, DateTime Date, Text and Memo text, Binary, OLE and Block Binary,
@@ -26,6 +35,22 @@ class Row {
   bool sortKey(int column, std::string& out) const;
   /// Fast path for Byte, Integer, Long and Boolean (true is -1) columns; false for null.
   bool integer(int column, std::int32_t& out) const;
+
+  /// The bytes that the row holds of a column; absent for null, and for Boolean.
+  std::optional<ByteView> stored(int column) const;
+  /// The row's bytes, opened.
+  const RowContent& content() const { return content_; }
+
+ private:
+  Place place() const;
+  /// Calls `use` with the stored bytes of a text, wherever they lie; false for null.
+  template <class Use>
+  bool withText(int column, Use use) const;
+
+  const TableSource* source_ = nullptr;
+  RowId id_;
+  Pager::Page page_;
+  RowContent content_;
 };
 
 }  // namespace jet

@@ -3,12 +3,12 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/jet/engine/Cursor.h"
+#include "platform/jet/engine/IndexRange.h"
 #include "platform/jet/engine/Row.h"
 #include "platform/jet/format/ColumnType.h"
 #include "platform/jet/format/RowPointer.h"
@@ -16,7 +16,8 @@
 
 namespace jet {
 
-class Store;
+class Pager;
+struct TableSource;
 
 struct Column {
   std::u16string name;
@@ -43,61 +44,42 @@ struct Index {
   bool seekable = false;
 };
 
-/// The part of an index that a cursor walks. The rows given are at least those that meet all of it;
-/// where a bound can't be turned into a key of the column's type (a text that is no number, a
-/// character outside the order's tables) that bound is left out, so the caller still tests each
-/// row.
-struct IndexRange {
-  struct Bound {
-    runtime::Variant value;
-    bool inclusive = true;
-  };
-  /// Values of the leading columns; a null asks for null.
-  std::vector<runtime::Variant> equal;
-  /// Bounds on the column behind those, by its values whatever the index's direction; with a bound
-  /// or with `notNull`, nulls of that column are left out.
-  std::optional<Bound> lower;
-  std::optional<Bound> upper;
-  bool notNull = false;
-};
-
 /// A table: its columns, its indexes and its rows.
 class Table {
  public:
-  Table(Store& store, std::u16string name, std::uint32_t definitionPage);
+  /// Reads the definition. Raises damage where the page holds none.
+  Table(Pager& pager, std::u16string name, std::uint32_t definitionPage);
   ~Table();
   Table(const Table&) = delete;
   Table& operator=(const Table&) = delete;
 
-  const std::u16string& name() const { return name_; }
-  std::uint32_t definitionPage() const { return definitionPage_; }
+  const std::u16string& name() const;
+  std::uint32_t definitionPage() const;
   /// The columns in the order of their numbers, without deleted ones.
   const std::vector<Column>& columns() const { return columns_; }
   /// The place of the column of that name, letter case aside.
   std::optional<int> columnNamed(std::u16string_view name) const;
   /// The indexes that the file keeps for the table (relationships share them).
   const std::vector<Index>& indexes() const { return indexes_; }
+  /// The place of the first seekable index whose leading columns are these.
+  std::optional<int> indexOn(const std::vector<std::u16string_view>& columnNames) const;
   /// Number of rows as the file counts them; an estimate for system tables.
   std::uint32_t rowCount() const;
 
   /// All rows in the order in which they lie in the file.
   std::unique_ptr<Cursor> scan() const;
   /// The rows of an index's range in the index's order; `index` is a place in `indexes()`, and must
-  /// be seekable unless the range is empty.
+  /// be seekable unless the range is the whole index.
   std::unique_ptr<Cursor> walk(int index, const IndexRange& range) const;
-  /// One row by its id; raises -2147217864 when there is no such row.
-  std::unique_ptr<Cursor> at(RowId row) const;
+  /// For reading single rows by their ids.
+  RowReader reader() const;
+
+  const TableSource& source() const { return *source_; }
 
  private:
-  friend class Store;
-  struct Definition;
-
-  Store& store_;
-  std::u16string name_;
-  std::uint32_t definitionPage_;
+  std::unique_ptr<TableSource> source_;
   std::vector<Column> columns_;
   std::vector<Index> indexes_;
-  std::unique_ptr<Definition> definition_;
 };
 
 }  // namespace jet

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/jet/engine/Table.h"
+#include "platform/jet/format/PropertyBlob.h"
+
+namespace jet {
+
+enum class ObjectKind : std::uint8_t { Table, Query, LinkedTable };
+
+/// A table, saved query or linked table as the file's object list has it.
+struct CatalogObject {
+  ObjectKind kind = ObjectKind::Table;
+  std::int32_t id = 0;
+  std::u16string name;
+  std::uint32_t flags = 0;
+
+  /// True for the engine's own tables and for hidden objects.
+  bool isSystem() const { return (flags & 0x8000000AU) != 0; }
+};
+
+/// One stored row of a saved query. Texts that are null are empty here.
+struct QueryRow {
+  std::uint8_t attribute = 0;
+  std::u16string name1;
+  std::u16string name2;
+  std::u16string expression;
+  std::int32_t flag = 0;
+  std::optional<std::int32_t> extra;
+};
+
+/// What the file's own tables tell of its objects, saved queries and columns. Each system table is
+/// read when it is asked for.
+class Catalog {
+ public:
+  explicit Catalog(Pager& pager);
+  ~Catalog();
+  Catalog(const Catalog&) = delete;
+  Catalog& operator=(const Catalog&) = delete;
+
+  std::optional<CatalogObject> find(std::u16string_view name);
+  std::vector<CatalogObject> objects();
+  std::vector<QueryRow> queryRows(std::int32_t objectId);
+  /// The properties of the table with that definition page and of its columns.
+  std::vector<PropertyBlock> properties(std::uint32_t definitionPage);
+
+ private:
+  const Table& objectsTable();
+
+  Pager& pager_;
+  std::unique_ptr<Table> objects_;
+  std::unique_ptr<Table> queries_;
+};
+
+}  // namespace jet

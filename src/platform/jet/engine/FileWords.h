@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string_view>
+#include <utility>
+
+#include "platform/files/FileError.h"
+
+namespace jet {
+
+/// What the engine was about when the host system refused.
+enum class FileWork { Opening, Reading, Updating };
+
+/// Raises the provider's error for a refusal of the host system, with the engine's words.
+[[noreturn]] void raiseFileProblem(const files::FileError& error, FileWork work,
+                                   std::u16string_view shownPath);
+
+/// Runs `work` and turns a refusal of the host system into the provider's error.
+template <class Work>
+auto withEngineWords(FileWork kind, std::u16string_view shownPath, Work&& work) {
+  try {
+    return std::forward<Work>(work)();
+  } catch (const files::FileError& error) {
+    raiseFileProblem(error, kind, shownPath);
+  }
+}
+
+}  // namespace jet

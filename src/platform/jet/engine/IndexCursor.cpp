@@ -1,0 +1,35 @@
+#include "platform/jet/engine/IndexCursor.h"
+
+namespace jet {
+
+IndexCursor::IndexCursor(const TableSource& source, std::size_t index, const IndexRange& range)
+    : source_(source),
+      index_(index),
+      key_(source, index),
+      range_(keyRange(source, key_, range)),
+      reader_(source) {
+  if (!range_.isEmpty) walk_.emplace(source, index, range_.from);
+}
+
+bool IndexCursor::isStale() const {
+  const Row& row = reader_.row();
+  if (source_.definition.indexes[index_].ignoresNulls() && key_.isAllNull(row)) return true;
+  if (!key_.make(row, rowKey_)) return false;
+  const Bytes own = IndexEntry::of(rowKey_, row.id()).bytes;
+  if (own == walk_->entry()) return false;
+  // Only a row that has an entry under its own key has a stale one: rather a row under a key that
+  // we would make otherwise than none.
+  IndexWalk lookup(source_, index_, own);
+  return lookup.next() && lookup.entry() == own;
+}
+
+bool IndexCursor::next() {
+  while (walk_ && walk_->next()) {
+    if (range_.before && compareBytes(walk_->entry(), *range_.before) >= 0) break;
+    if (reader_.find(walk_->row()) && !isStale()) return true;
+  }
+  walk_.reset();
+  return false;
+}
+
+}  // namespace jet

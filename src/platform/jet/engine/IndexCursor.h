@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+
+#include "platform/jet/engine/Cursor.h"
+#include "platform/jet/engine/IndexRange.h"
+#include "platform/jet/engine/IndexTree.h"
+#include "platform/jet/engine/KeyRange.h"
+#include "platform/jet/engine/RowKey.h"
+
+namespace jet {
+
+/// The rows of an index's range, in the index's order. An entry that an interrupted change left,
+/// with no row or with a key that isn't its row's, is passed over.
+class IndexCursor : public Cursor {
+ public:
+  IndexCursor(const TableSource& source, std::size_t index, const IndexRange& range);
+
+  bool next() override;
+  const Row& row() const override { return reader_.row(); }
+
+ private:
+  bool isStale() const;
+
+  const TableSource& source_;
+  std::size_t index_;
+  RowKey key_;
+  KeyRange range_;
+  std::optional<IndexWalk> walk_;
+  RowReader reader_;
+  mutable Bytes rowKey_;
+};
+
+}  // namespace jet

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "platform/runtime/Variant.h"
+
+namespace jet {
+
+/// The part of an index that a cursor walks. The rows given are at least those that meet all of it;
+/// where a bound can't be turned into a key of the column's type (a text that is no number, a
+/// character outside the order's tables) that bound is left out, so the caller still tests each
+/// row.
+struct IndexRange {
+  struct Bound {
+    runtime::Variant value;
+    bool inclusive = true;
+  };
+  /// Values of the leading columns; a null asks for null. For a text column, Binary is a text's key
+  /// as `Row::sortKey` gives it.
+  std::vector<runtime::Variant> equal;
+  /// Bounds on the column behind those, by its values whatever the index's direction; with a bound
+  /// or with `notNull`, nulls of that column are left out.
+  std::optional<Bound> lower;
+  std::optional<Bound> upper;
+  bool notNull = false;
+
+  bool isWhole() const { return equal.empty() && !lower && !upper && !notNull; }
+};
+
+}  // namespace jet

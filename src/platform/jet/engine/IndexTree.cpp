@@ -1,0 +1,44 @@
+#include "platform/jet/engine/IndexTree.h"
+
+namespace jet {
+
+void IndexWalk::openLeaf(std::uint32_t number, const Place& from) {
+  page_ = source_.pager.read(number, from);
+  pageNumber_ = number;
+  leaf_.emplace(source_.pager.layout(), *page_, source_.place(number));
+  if (leaf_->owner() != source_.definitionPage)
+    raiseDamaged(source_.place(number), u"it belongs to another table's index");
+}
+
+IndexWalk::IndexWalk(const TableSource& source, std::size_t index, ByteView from)
+    : source_(source) {
+  openLeaf(source.definition.indexes[index].root, source.place(source.definitionPage));
+  for (int level = 0; !leaf_->isLeaf(); ++level) {
+    if (level == kMostIndexLevels)
+      raiseDamaged(source.place(pageNumber_), u"an index has no leaves");
+    const std::size_t at = leaf_->lowerBound(from);
+    openLeaf(at < leaf_->size() ? leaf_->child(at) : leaf_->tail(), source.place(pageNumber_));
+  }
+  at_ = leaf_->lowerBound(from);
+}
+
+bool IndexWalk::next() {
+  for (;;) {
+    while (at_ == leaf_->size()) {
+      const std::uint32_t next = leaf_->next();
+      if (next == 0) return false;
+      if (++leavesSeen_ > source_.pager.pageCount())
+        raiseDamaged(source_.place(pageNumber_), u"the leaves of an index lead in a circle");
+      openLeaf(next, source_.place(pageNumber_));
+      if (!leaf_->isLeaf()) raiseDamaged(source_.place(next), u"it is no leaf of an index");
+      at_ = 0;
+    }
+    const std::size_t at = at_++;
+    if (!first_ && leaf_->compare(at, entry_.bytes) <= 0) continue;
+    entry_ = leaf_->entry(at);
+    first_ = false;
+    return true;
+  }
+}
+
+}  // namespace jet

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "platform/jet/engine/TableSource.h"
+#include "platform/jet/format/IndexPage.h"
+
+namespace jet {
+
+/// Most levels of an index that are followed; four hold more entries than a file has room for.
+inline constexpr int kMostIndexLevels = 24;
+
+/// A walk over an index's entries, leaf by leaf. Entries that do not ascend (an interrupted split
+/// leaves some twice) are passed over.
+class IndexWalk {
+ public:
+  /// Stands before the first entry that is not less than `from`. `index` is a place among the
+  /// definition's indexes.
+  IndexWalk(const TableSource& source, std::size_t index, ByteView from);
+
+  /// Goes to the next entry; false past the last one.
+  bool next();
+  /// The entry's bytes: key, then row pointer.
+  const Bytes& entry() const { return entry_.bytes; }
+  RowPointer row() const { return entry_.row(); }
+
+ private:
+  void openLeaf(std::uint32_t number, const Place& from);
+
+  const TableSource& source_;
+  Pager::Page page_;
+  std::optional<IndexPageView> leaf_;
+  std::uint32_t pageNumber_ = 0;
+  std::uint32_t leavesSeen_ = 0;
+  std::size_t at_ = 0;
+  IndexEntry entry_;
+  bool first_ = true;
+};
+
+}  // namespace jet

@@ -1,0 +1,59 @@
+#include "platform/jet/engine/LongValues.h"
+
+#include <algorithm>
+
+#include "platform/jet/format/DataPage.h"
+
+namespace jet {
+namespace {
+
+/// Calls `use` with each piece's pointer and its bytes, the link to the next piece aside.
+template <class Use>
+void walkPieces(const TableSource& source, const LongValueHead& head, const Place& place, Use use) {
+  const bool chain = head.form == LongValueHead::Form::Chain;
+  RowPointer at = head.first;
+  std::size_t left = head.length;
+  Pager& pager = source.pager;
+  while (left > 0) {
+    const Pager::Page page = pager.read(at.page, place);
+    const DataPage pieces(pager.layout(), *page, source.place(at.page));
+    if (pieces.owner() != kLongValueOwner)
+      raiseDamaged(source.place(at.page), u"a long value leads to a page of another kind");
+    const Slot slot = pieces.slot(at.slot);
+    const std::size_t link = chain ? LongValueHead::kChainLink : 0;
+    if (slot.isDeleted() || slot.length <= link)
+      raiseDamaged(source.place(at.page), u"a piece of a long value is missing");
+    const ByteView bytes = pieces.bytes(slot);
+    const std::size_t count = std::min(left, bytes.size() - link);
+    use(at, bytes.subspan(link, count));
+    left -= count;
+    if (left > 0 && !chain)
+      raiseDamaged(source.place(at.page), u"a long value is shorter than its row says");
+    if (chain) at = RowPointer::unpack(u32At(bytes, 0));
+  }
+}
+
+}  // namespace
+
+Bytes readLongValue(const TableSource& source, ByteView stored, const Place& place) {
+  if (stored.empty()) return {};
+  const LongValueHead head = LongValueHead::decode(stored, place);
+  if (head.form == LongValueHead::Form::Inline)
+    return {head.inlineBytes.begin(), head.inlineBytes.end()};
+  const std::size_t fileSize = source.pager.pageCount() * source.pager.layout().pageSize;
+  if (head.length > fileSize) raiseDamaged(place, u"a long value claims more than the file holds");
+  Bytes value;
+  value.reserve(head.length);
+  walkPieces(source, head, place, [&](RowPointer, ByteView bytes) { appendBytes(value, bytes); });
+  return value;
+}
+
+std::vector<RowPointer> piecesOf(const TableSource& source, const LongValueHead& head,
+                                 const Place& place) {
+  std::vector<RowPointer> pieces;
+  if (head.form != LongValueHead::Form::Inline)
+    walkPieces(source, head, place, [&](RowPointer at, ByteView) { pieces.push_back(at); });
+  return pieces;
+}
+
+}  // namespace jet

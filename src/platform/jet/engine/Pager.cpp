@@ -1,0 +1,130 @@
+#include "platform/jet/engine/Pager.h"
+
+#include <algorithm>
+
+#include "platform/jet/engine/FileWords.h"
+#include "platform/jet/format/PageCipher.h"
+#include "platform/runtime/RunTimeError.h"
+
+namespace jet {
+namespace {
+
+using files::ByteFile;
+using files::FileProblem;
+
+/// Pages that a session keeps: 4 MB of a Jet 4 file.
+constexpr std::size_t kMostFrames = 1024;
+/// Other sessions hold the exclusive lock for a few page writes only.
+constexpr std::chrono::milliseconds kOpenWait{2000};
+constexpr std::chrono::milliseconds kUpdateWait{5000};
+
+/// Opens for writing where that is allowed, else for reading.
+bool openEitherWay(std::optional<ByteFile>& file, const std::filesystem::path& path) {
+  try {
+    file.emplace(path, ByteFile::Access::ReadWrite);
+    return false;
+  } catch (const files::FileError& error) {
+    if (error.problem() != FileProblem::NoPermission) throw;
+  }
+  file.emplace(path, ByteFile::Access::ReadOnly);
+  return true;
+}
+
+}  // namespace
+
+Pager::Pager(const std::filesystem::path& file, std::u16string_view shownPath)
+    : shownPath_(shownPath) {
+  withEngineWords(FileWork::Opening, shownPath_, [&] {
+    readOnly_ = openEitherWay(file_, file);
+    file_->lockShared(kOpenWait);
+  });
+  Bytes front(Header::kDecodedSize);
+  front.resize(
+      withEngineWords(FileWork::Reading, shownPath_, [&] { return file_->readAt(0, front); }));
+  const std::optional<Header> header = Header::decode(front);
+  if (header) {
+    header_ = *header;
+    layout_ = &layoutOf(header_.version);
+    forget();
+  }
+  if (!header || pageCount_ <= kRelationshipsPage)
+    throw runtime::RunTimeError(kEngineError,
+                                u"Unrecognized database format '" + shownPath_ + u"'.");
+}
+
+void Pager::forget() {
+  frames_.clear();
+  hand_ = 0;
+  const std::uint64_t size =
+      withEngineWords(FileWork::Reading, shownPath_, [&] { return file_->size(); });
+  // A row pointer has room for 24 bits of page number.
+  pageCount_ =
+      static_cast<std::uint32_t>(std::min<std::uint64_t>(size / layout_->pageSize, 0x1000000));
+  frameOf_.assign(pageCount_, 0);
+}
+
+std::size_t Pager::freeFrame() {
+  if (frames_.size() < kMostFrames) {
+    frames_.emplace_back();
+    return frames_.size() - 1;
+  }
+  while (frames_[hand_].recentlyUsed) {
+    frames_[hand_].recentlyUsed = false;
+    hand_ = (hand_ + 1) % frames_.size();
+  }
+  const std::size_t chosen = hand_;
+  hand_ = (hand_ + 1) % frames_.size();
+  frameOf_[frames_[chosen].number] = 0;
+  return chosen;
+}
+
+Pager::Page Pager::read(std::uint32_t number, const Place& from) {
+  if (number == 0 || number >= pageCount_) raiseDamaged(from, u"it names a page outside the file");
+  if (const std::size_t at = frameOf_[number]; at != 0) {
+    frames_[at - 1].recentlyUsed = true;
+    return frames_[at - 1].page;
+  }
+  auto page = std::make_shared<Bytes>(layout_->pageSize);
+  const std::size_t count = withEngineWords(FileWork::Reading, shownPath_, [&] {
+    return file_->readAt(std::uint64_t{number} * layout_->pageSize, *page);
+  });
+  if (count < page->size()) raiseDamaged(from, u"it names a page outside the file");
+  cipherPage(header_.encodingKey, number, *page);
+  const std::size_t frame = freeFrame();
+  frames_[frame] = {.number = number, .recentlyUsed = false, .page = page};
+  frameOf_[number] = static_cast<std::uint16_t>(frame + 1);
+  return page;
+}
+
+void Pager::beginUpdate() {
+  withEngineWords(FileWork::Updating, shownPath_, [&] {
+    if (readOnly_)
+      throw runtime::RunTimeError(kEngineError, u"Cannot update. Database or object is read-only.");
+    file_->unlock();
+    try {
+      file_->lockExclusive(kUpdateWait);
+    } catch (const files::FileError&) {
+      file_->lockShared(kUpdateWait);
+      throw;
+    }
+  });
+  forget();
+}
+
+void Pager::endUpdate() {
+  forget();
+  withEngineWords(FileWork::Updating, shownPath_, [&] { file_->lockShared(kUpdateWait); });
+}
+
+void Pager::write(std::uint32_t number, ByteView page) {
+  Bytes encoded(page.begin(), page.end());
+  cipherPage(header_.encodingKey, number, encoded);
+  withEngineWords(FileWork::Updating, shownPath_,
+                  [&] { file_->writeAt(std::uint64_t{number} * layout_->pageSize, encoded); });
+}
+
+void Pager::sync() {
+  withEngineWords(FileWork::Updating, shownPath_, [&] { file_->sync(); });
+}
+
+}  // namespace jet

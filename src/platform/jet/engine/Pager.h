@@ -1,0 +1,69 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/files/ByteFile.h"
+#include "platform/jet/format/Bytes.h"
+#include "platform/jet/format/Damage.h"
+#include "platform/jet/format/Header.h"
+#include "platform/jet/format/Layout.h"
+
+namespace jet {
+
+/// The file as decoded pages, read when they are asked for. A session keeps a bounded number of
+/// them and nothing is kept from one session to the next.
+class Pager {
+ public:
+  using Page = std::shared_ptr<const Bytes>;
+
+  /// Opens the file, takes the shared lock and reads the header. Raises the provider's errors for a
+  /// file that can't be opened or is no database.
+  Pager(const std::filesystem::path& file, std::u16string_view shownPath);
+
+  const Header& header() const { return header_; }
+  const Layout& layout() const { return *layout_; }
+  const std::u16string& shownPath() const { return shownPath_; }
+  bool isReadOnly() const { return readOnly_; }
+  std::uint32_t pageCount() const { return pageCount_; }
+
+  /// A page's decoded bytes. `from` is where it was named: a page outside the file is damage there.
+  Page read(std::uint32_t number, const Place& from);
+
+  /// Gives up the shared lock, takes the exclusive one and forgets all pages read so far. Raises
+  /// the error for a file that is locked too long or read-only; the shared lock is held again then.
+  void beginUpdate();
+  /// Forgets all pages and goes back to the shared lock.
+  void endUpdate();
+  /// Writes a page; one behind the last makes the file longer. Only within an update.
+  void write(std::uint32_t number, ByteView page);
+  /// Returns when all writes have reached the disk.
+  void sync();
+
+ private:
+  struct Frame {
+    std::uint32_t number = 0;
+    bool recentlyUsed = false;
+    Page page;
+  };
+
+  void forget();
+  std::size_t freeFrame();
+
+  std::u16string shownPath_;
+  bool readOnly_ = false;
+  std::optional<files::ByteFile> file_;
+  Header header_;
+  const Layout* layout_ = nullptr;
+  std::uint32_t pageCount_ = 0;
+  std::vector<Frame> frames_;
+  std::vector<std::uint16_t> frameOf_;  ///< by page number: place in frames_ + 1, 0 for none
+  std::size_t hand_ = 0;                ///< of the clock that picks the frame to reuse
+};
+
+}  // namespace jet

@@ -1,0 +1,112 @@
+#include "platform/jet/engine/Row.h"
+
+#include <bit>
+
+#include "platform/jet/engine/LongValues.h"
+#include "platform/jet/engine/TableSource.h"
+#include "platform/jet/format/ColumnValue.h"
+#include "platform/jet/format/StoredText.h"
+#include "platform/jet/format/TextKey.h"
+
+namespace jet {
+namespace {
+
+const ColumnDefinition& columnAt(const TableSource& source, int column) {
+  return source.columns[static_cast<std::size_t>(column)];
+}
+
+}  // namespace
+
+Row::Row(const TableSource& source, RowId id, const FoundRow& found)
+    : source_(&source),
+      id_(id),
+      page_(found.page),
+      content_(source.version(), found.bytes, source.hasVariableSlots(),
+               source.place(found.bodyPage)) {}
+
+Place Row::place() const {
+  return source_->place(id_.page);
+}
+
+std::optional<ByteView> Row::stored(int column) const {
+  const ColumnDefinition& definition = columnAt(*source_, column);
+  if (definition.type == ColumnType::Boolean || !content_.hasValue(definition.number))
+    return std::nullopt;
+  if (!definition.fixed) return content_.variable(definition.variableSlot);
+  return content_.fixed(definition.fixedOffset,
+                        typeSize(definition.type).value_or(definition.length));
+}
+
+bool Row::isNull(int column) const {
+  return columnAt(*source_, column).type != ColumnType::Boolean && !stored(column);
+}
+
+runtime::Variant Row::value(int column) const {
+  const ColumnDefinition& definition = columnAt(*source_, column);
+  if (definition.type == ColumnType::Boolean) return content_.hasValue(definition.number);
+  const std::optional<ByteView> bytes = stored(column);
+  if (!bytes) return runtime::Null{};
+  if (!isLongValue(definition.type))
+    return decodeValue(source_->version(), definition, *bytes, place());
+  return decodeValue(source_->version(), definition, readLongValue(*source_, *bytes, place()),
+                     place());
+}
+
+template <class Use>
+bool Row::withText(int column, Use use) const {
+  const std::optional<ByteView> bytes = stored(column);
+  if (!bytes) return false;
+  if (isLongValue(columnAt(*source_, column).type))
+    use(ByteView(readLongValue(*source_, *bytes, place())));
+  else
+    use(*bytes);
+  return true;
+}
+
+bool Row::text(int column, std::u16string& out) const {
+  return withText(column, [&](ByteView bytes) { decodeText(source_->version(), bytes, out); });
+}
+
+bool Row::utf8(int column, std::string& out) const {
+  return withText(column, [&](ByteView bytes) { decodeTextUtf8(source_->version(), bytes, out); });
+}
+
+bool Row::sortKey(int column, std::string& out) const {
+  out.clear();
+  const Version version = source_->version();
+  const TextOrder order = version == Version::Jet3 ? TextOrder::General3 : TextOrder::General4;
+  return withText(column, [&](ByteView bytes) {
+    if (isByteText(version, bytes)) {
+      appendByteTextKey(order, byteText(version, bytes), out);
+    } else {
+      std::u16string text;
+      decodeText(version, bytes, text);
+      appendTextKey(order, text, out);
+    }
+  });
+}
+
+bool Row::integer(int column, std::int32_t& out) const {
+  const ColumnDefinition& definition = columnAt(*source_, column);
+  if (definition.type == ColumnType::Boolean) {
+    out = content_.hasValue(definition.number) ? -1 : 0;
+    return true;
+  }
+  const std::optional<ByteView> bytes = stored(column);
+  if (!bytes) return false;
+  if (bytes->size() < typeSize(definition.type).value_or(0))
+    raiseDamaged(place(), u"a value is shorter than its column's type");
+  switch (definition.type) {
+    case ColumnType::Byte:
+      out = (*bytes)[0];
+      break;
+    case ColumnType::Integer:
+      out = std::bit_cast<std::int16_t>(u16At(*bytes, 0));
+      break;
+    default:
+      out = std::bit_cast<std::int32_t>(u32At(*bytes, 0));
+  }
+  return true;
+}
+
+}  // namespace jet

@@ -1,0 +1,48 @@
+#include "platform/jet/engine/RowKey.h"
+
+#include <algorithm>
+
+#include "platform/jet/format/IndexKey.h"
+
+namespace jet {
+
+RowKey::RowKey(const TableSource& source, std::size_t index) : source_(source) {
+  for (const KeyColumn& column : source.definition.indexes[index].columns) {
+    const auto at = std::ranges::find(source.columns, column.number, &ColumnDefinition::number);
+    if (at == source.columns.end()) {
+      supported_ = false;
+      break;
+    }
+    const KeySupport support = keySupport(source.version(), *at, column.ascending);
+    supported_ = supported_ && support != KeySupport::None;
+    ordered_ = ordered_ && support == KeySupport::Ordered;
+    parts_.push_back({static_cast<int>(at - source.columns.begin()), column.ascending});
+  }
+  supported_ = supported_ && !parts_.empty();
+  ordered_ = ordered_ && supported_;
+}
+
+bool RowKey::make(const Row& row, Bytes& key) const {
+  key.clear();
+  return supported_ && std::ranges::all_of(parts_, [&](const Part& part) {
+           return appendColumnKey(source_, row, part.column, part.ascending, key);
+         });
+}
+
+bool RowKey::isAllNull(const Row& row) const {
+  return std::ranges::all_of(parts_, [&](const Part& part) { return row.isNull(part.column); });
+}
+
+bool appendColumnKey(const TableSource& source, const Row& row, int column, bool ascending,
+                     Bytes& key) {
+  const ColumnDefinition& definition = source.columns[static_cast<std::size_t>(column)];
+  if (!isText(definition.type))
+    return appendKey(source.version(), definition, ascending, row.value(column), key);
+  std::string text;
+  if (!row.sortKey(column, text))
+    return appendKey(source.version(), definition, ascending, runtime::Null{}, key);
+  return appendKey(source.version(), definition, ascending,
+                   runtime::Binary(text.begin(), text.end()), key);
+}
+
+}  // namespace jet

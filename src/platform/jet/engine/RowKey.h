@@ -1,0 +1,44 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/jet/engine/Row.h"
+#include "platform/jet/engine/TableSource.h"
+#include "platform/jet/format/Bytes.h"
+
+namespace jet {
+
+/// Makes the keys of one index from rows or from values.
+class RowKey {
+ public:
+  /// `index` is a place among the definition's indexes.
+  RowKey(const TableSource& source, std::size_t index);
+
+  struct Part {
+    int column = 0;  ///< place in `Table::columns()`
+    bool ascending = true;
+  };
+  const std::vector<Part>& parts() const { return parts_; }
+  /// False where a column is unknown, or keys of its kind can't be made.
+  bool isSupported() const { return supported_; }
+  /// True where the keys order as the values do.
+  bool isOrdered() const { return ordered_; }
+
+  /// Replaces `key` with the row's key, without row pointer; false where the row has none that we
+  /// know.
+  bool make(const Row& row, Bytes& key) const;
+  /// True when all key columns of the row are null: an index may leave such a row out.
+  bool isAllNull(const Row& row) const;
+
+ private:
+  const TableSource& source_;
+  std::vector<Part> parts_;
+  bool supported_ = true;
+  bool ordered_ = true;
+};
+
+/// Appends one column's part of a row's key.
+bool appendColumnKey(const TableSource& source, const Row& row, int column, bool ascending,
+                     Bytes& key);
+
+}  // namespace jet

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/jet/engine/Cursor.h"
+#include "platform/jet/engine/TableSource.h"
+
+namespace jet {
+
+/// All rows of a table, page by page. A row that moved comes at its own place.
+class TableScan : public Cursor {
+ public:
+  explicit TableScan(const TableSource& source);
+
+  bool next() override;
+  const Row& row() const override { return row_; }
+
+ private:
+  bool openNextPage();
+
+  const TableSource& source_;
+  std::vector<std::uint32_t> pages_;
+  std::size_t nextPage_ = 0;
+  Pager::Page page_;
+  std::uint32_t pageNumber_ = 0;
+  std::size_t slotCount_ = 0;
+  std::size_t nextSlot_ = 0;
+  Row row_;
+};
+
+}  // namespace jet

@@ -1,0 +1,79 @@
+#include "platform/jet/engine/TableSource.h"
+
+#include <algorithm>
+
+#include "platform/jet/format/DataPage.h"
+
+namespace jet {
+namespace {
+
+/// Pages of the longest definition; 255 columns and 32 indexes take far fewer.
+constexpr std::size_t kMostDefinitionPages = 256;
+/// A pointer leads to the body at once; a few more steps are followed.
+constexpr int kMostPointerSteps = 16;
+
+}  // namespace
+
+TableSource::TableSource(Pager& pages, std::u16string tableName, std::uint32_t page)
+    : pager(pages), name(std::move(tableName)), definitionPage(page) {
+  std::vector<std::uint32_t> chain;
+  const Bytes content = readDefinition(pager, place(page), chain);
+  definition = TableDefinition::decode(pager.header().version, content, place(page));
+  columns = definition.columns;
+  std::ranges::stable_sort(columns, {}, &ColumnDefinition::number);
+}
+
+Bytes readDefinition(Pager& pager, const Place& first, std::vector<std::uint32_t>& pages) {
+  Bytes content;
+  std::uint32_t number = first.page;
+  while (number != 0) {
+    if (pages.size() == kMostDefinitionPages)
+      raiseDamaged(first, u"the table's definition has no end");
+    const Pager::Page page = pager.read(number, first);
+    const std::size_t front = pages.empty() ? 0 : TableDefinition::kPageHeader;
+    pages.push_back(number);
+    number = TableDefinition::nextPage(*page, first.at(number));
+    appendBytes(content, ByteView(*page).subspan(front));
+  }
+  return content;
+}
+
+Pager::Page readDataPage(const TableSource& source, std::uint32_t number, const Place& from) {
+  Pager::Page page = source.pager.read(number, from);
+  const DataPage opened(source.pager.layout(), *page, source.place(number));
+  if (opened.owner() != source.definitionPage)
+    raiseDamaged(source.place(number), u"it belongs to another table");
+  return page;
+}
+
+bool findRow(const TableSource& source, RowId id, const Pager::Page& home, FoundRow& found) {
+  const Layout& layout = source.pager.layout();
+  const DataPage page(layout, *home, source.place(id.page));
+  if (id.slot >= page.slotCount()) return false;
+  Slot slot = page.slot(id.slot);
+  if (!slot.isRow()) return false;
+  found = {.page = home, .bodyPage = id.page, .bodySlot = id.slot, .bytes = page.bytes(slot)};
+  for (int steps = 0; slot.pointer; ++steps) {
+    const Place from = source.place(found.bodyPage);
+    if (steps == kMostPointerSteps || found.bytes.size() < 4)
+      raiseDamaged(from, u"a row that moved can't be followed");
+    const RowPointer body = RowPointer::unpack(u32At(found.bytes, 0));
+    found.page = readDataPage(source, body.page, from);
+    found.bodyPage = body.page;
+    found.bodySlot = body.slot;
+    const DataPage next(layout, *found.page, source.place(body.page));
+    slot = next.slot(body.slot);
+    found.bytes = next.bytes(slot);
+    if (slot.isDeleted()) raiseDamaged(from, u"a row that moved has lost its body");
+  }
+  return true;
+}
+
+bool findRow(const TableSource& source, RowId id, FoundRow& found) {
+  const Pager::Page home = source.pager.read(id.page, source.place(source.definitionPage));
+  if ((*home)[0] != static_cast<std::uint8_t>(PageType::Data)) return false;
+  const DataPage page(source.pager.layout(), *home, source.place(id.page));
+  return page.owner() == source.definitionPage && findRow(source, id, home, found);
+}
+
+}  // namespace jet

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <variant>
+
+#include "platform/jet/engine/Database.h"
+#include "platform/jetsql/Query.h"
+
+namespace jetsql {
+
+/// A saved query, and its identity in the file.
+struct CatalogQuery {
+  std::int32_t id = 0;
+  std::unique_ptr<Query> query;
+};
+
+/// What stands behind a name in FROM.
+using CatalogEntry = std::variant<const jet::Table*, CatalogQuery>;
+
+/// The tables and saved queries of one file, each looked up when a statement names it.
+class Catalog {
+ public:
+  explicit Catalog(jet::Database& database) : database_(database) {}
+
+  /// Raises the engine's error for a name that the file doesn't have, for a linked table, and for a
+  /// query that can't be run.
+  CatalogEntry entry(std::u16string_view name);
+
+ private:
+  jet::Database& database_;
+};
+
+}  // namespace jetsql

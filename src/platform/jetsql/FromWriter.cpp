@@ -1,0 +1,144 @@
+#include <algorithm>
+#include <utility>
+
+#include "platform/jetsql/Error.h"
+#include "platform/jetsql/SqlWriter.h"
+
+namespace jetsql {
+namespace {
+
+/// True for a table or query, and for inner joins of such alone.
+bool isInnerOnly(const FromItem& item) {
+  if (!item.isJoin()) return true;
+  return item.join == JoinKind::Inner && isInnerOnly(*item.left) && isInnerOnly(*item.right);
+}
+
+/// The sides of a join in the order in which SQLite gets them.
+struct Sides {
+  FromItem* left;
+  FromItem* right;
+  /// SQLite reads joins only from the left: a join on the right of another one has to stand as a
+  /// source of its own, unless all of it may be strung out.
+  bool wrapsRight;
+};
+
+Sides sidesOf(const FromItem& join) {
+  Sides sides{join.left.get(), join.right.get(), false};
+  const bool isInner = join.join == JoinKind::Inner;
+  if (join.join == JoinKind::Right || (isInner && !isInnerOnly(*sides.right))) {
+    std::swap(sides.left, sides.right);
+  }
+  sides.wrapsRight = sides.right->isJoin() && !(isInner && isInnerOnly(*sides.right));
+  return sides;
+}
+
+}  // namespace
+
+/// Tells which sources are asked through a join that stands around them.
+void SqlWriter::prepareJoins(FromItem& item, JoinedSource* around) {
+  if (!item.isJoin()) {
+    item.source->joined = around;
+    return;
+  }
+  const Sides sides = sidesOf(item);
+  prepareJoins(*sides.left, around);
+  JoinedSource* joined = around;
+  if (sides.wrapsRight) {
+    joins_.push_back(std::make_unique<JoinedSource>());
+    joined = joins_.back().get();
+    joined->number = fresh();
+    joined->outer = around;
+    sides.right->joined = joined;
+  }
+  prepareJoins(*sides.right, joined);
+}
+
+/// Conditions are written before any source, since they ask for columns as well.
+void SqlWriter::writeConditions(FromItem& item) {
+  if (!item.isJoin()) return;
+  if (item.joined != nullptr) item.joined->open = true;
+  item.writtenCondition = condition(*item.condition);
+  writeConditions(*item.left);
+  writeConditions(*item.right);
+  if (item.joined != nullptr) item.joined->open = false;
+}
+
+std::string SqlWriter::fromText(Select& select) {
+  const Select* grouping = std::exchange(grouping_, nullptr);
+  for (const auto& item : select.from) writeConditions(*item);
+  std::string whole;
+  for (const auto& item : select.from) {
+    whole += whole.empty() ? " FROM " : ", ";
+    whole += joinText(*item);
+    checkLength(whole.size());
+  }
+  grouping_ = grouping;
+  return whole;
+}
+
+std::string SqlWriter::joinText(FromItem& item) {
+  if (!item.isJoin()) return sourceText(*item.source);
+  const Sides sides = sidesOf(item);
+  std::string whole = joinText(*sides.left);
+  if (sides.right->isJoin() && !sides.wrapsRight) {
+    // Inner joins may stand in any order; their conditions gather behind the last one.
+    std::string conditions = item.writtenCondition;
+    appendInner(*sides.right, whole, conditions);
+    return whole + " ON " + conditions;
+  }
+  whole += item.join == JoinKind::Inner ? " JOIN " : " LEFT JOIN ";
+  whole += sides.wrapsRight ? wrapped(*sides.right) : sourceText(*sides.right->source);
+  return whole + " ON " + item.writtenCondition;
+}
+
+void SqlWriter::appendInner(FromItem& item, std::string& whole, std::string& conditions) {
+  if (!item.isJoin()) {
+    whole += " JOIN " + sourceText(*item.source);
+    return;
+  }
+  appendInner(*item.left, whole, conditions);
+  appendInner(*item.right, whole, conditions);
+  conditions += " AND " + item.writtenCondition;
+}
+
+/// A join as a source that gives what was asked of its tables.
+std::string SqlWriter::wrapped(FromItem& item) {
+  const std::string inner = joinText(item);
+  std::string columns;
+  for (std::size_t i = 0; i < item.joined->exports.size(); ++i) {
+    if (i > 0) columns += ", ";
+    columns += item.joined->exports[i] + " AS c" + std::to_string(i);
+  }
+  if (columns.empty()) columns = "1 AS c0";
+  return "(SELECT " + columns + " FROM " + inner + ") AS j" + std::to_string(item.joined->number);
+}
+
+std::string SqlWriter::sourceText(Source& source) {
+  const std::string name = "t" + std::to_string(source.number);
+  if (source.query) return "(" + query(*source.query, source.demands) + ") AS " + name;
+  const auto known = std::ranges::find(out_.tables, source.number, &TableUse::number);
+  if (known == out_.tables.end()) {
+    out_.tables.push_back({source.number, source.table, source.demands});
+  } else {
+    known->columns = source.demands;
+  }
+  return name;
+}
+
+/// A column of a source, which is asked for it from now on.
+std::string SqlWriter::reference(Source& source, Demand demand) {
+  auto place = std::ranges::find(source.demands, demand);
+  if (place == source.demands.end()) place = source.demands.insert(place, demand);
+  std::string text =
+      "t" + std::to_string(source.number) + ".c" + std::to_string(place - source.demands.begin());
+  for (JoinedSource* joined = source.joined; joined != nullptr && !joined->open;
+       joined = joined->outer) {
+    auto exported = std::ranges::find(joined->exports, text);
+    if (exported == joined->exports.end()) exported = joined->exports.insert(exported, text);
+    text = "j" + std::to_string(joined->number) + ".c" +
+           std::to_string(exported - joined->exports.begin());
+  }
+  return text;
+}
+
+}  // namespace jetsql

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "platform/jetsql/Type.h"
+
+namespace jetsql {
+
+/// A function of the dialect.
+struct Function {
+  /// How a call of it is written for SQLite.
+  enum class Writing : std::uint8_t {
+    Plain,   ///< a function of ours, `target`
+    Choice,  ///< IIf
+    Switch,
+    Choose,
+    Fallback,  ///< Nz
+    NullTest,  ///< IsNull
+    Moment,    ///< Date, Time, Now: the same all through a statement
+    InText,    ///< InStr, whose start may come first
+    Count,
+    Sum,
+    Average,
+    Extreme,    ///< Min, Max: `target` where numbers don't do
+    Aggregate,  ///< any other of ours, `target`
+  };
+
+  /// What it gives: a type, or that of its first argument.
+  enum class Result : std::uint8_t { Fixed, AsFirst };
+
+  std::u16string_view name;  ///< in capitals
+  int fewest;
+  int most;
+  Writing writing;
+  /// Kinds of arguments in turn, the last one standing for all that follow: `t` text, `n` number,
+  /// `v` as it is.
+  std::string_view takes;
+  Type type;
+  Result result;
+  std::string_view target;  ///< its name within SQLite
+
+  bool isAggregate() const { return writing >= Writing::Count; }
+};
+
+/// The function of that name, letter case and a `$` at the end aside; null when there is none.
+const Function* functionNamed(std::u16string_view name);
+
+}  // namespace jetsql

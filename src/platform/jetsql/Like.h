@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace jetsql {
+
+/// A pattern of `Like`: `*` any run, `?` one character, `#` one digit, `[…]` one of these, `[!…]`
+/// none of these; of `ALike`: `%` any run, `_` one character, and the same brackets. Letter case
+/// doesn't count.
+class LikePattern {
+ public:
+  enum class Dialect : std::uint8_t { Like, Alike };
+
+  /// Raises the engine's error for a bracket that is never closed or a range that runs backwards.
+  LikePattern(std::u16string_view pattern, Dialect dialect);
+
+  bool matches(std::u16string_view text) const;
+
+ private:
+  struct Element {
+    enum class Kind : std::uint8_t { Run, Any, Digit, Character, Set } kind;
+    char16_t character = 0;
+    bool negated = false;
+    std::vector<std::pair<char16_t, char16_t>> ranges;
+  };
+
+  std::size_t readSet(std::u16string_view pattern, std::size_t place);
+  static bool accepts(const Element& element, char16_t character);
+
+  std::vector<Element> elements_;
+};
+
+/// A character as it compares where letter case doesn't count.
+char16_t foldedCase(char16_t character);
+char16_t upperCase(char16_t character);
+char16_t lowerCase(char16_t character);
+
+}  // namespace jetsql

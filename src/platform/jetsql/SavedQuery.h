@@ -1,0 +1,17 @@
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string_view>
+
+#include "platform/jet/engine/Database.h"
+#include "platform/jetsql/Query.h"
+
+namespace jetsql {
+
+/// Builds a saved query from its stored rows. Raises the engine's error for a query that is no
+/// SELECT or UNION, that takes parameters, or whose rows don't go together; `name` is for its
+/// words.
+std::unique_ptr<Query> queryFromRows(std::u16string_view name, std::span<const jet::QueryRow> rows);
+
+}  // namespace jetsql

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace jetsql {
+
+/// One word of a statement.
+struct Token {
+  enum class Kind : std::uint8_t {
+    End,
+    Name,        ///< a bare word: keyword, function or name
+    QuotedName,  ///< in brackets or backquotes: a name and nothing else
+    Text,        ///< in single or double quotes
+    Whole,       ///< a number without decimals or exponent
+    Decimal,
+    Date,
+    Symbol,
+    BrokenText,  ///< a quote that is never closed; runs to the end
+    BrokenDate,  ///< a date that is never closed or is none; runs to the end
+    BrokenName,  ///< a bracket that is never closed; runs to the end
+  };
+
+  Kind kind = Kind::End;
+  /// What the word says: a name without its brackets, a text without its quotes, a symbol.
+  std::u16string text;
+  /// A number, or a date as days since 1899-12-30.
+  double number = 0;
+  /// Where it stands in the statement.
+  std::size_t begin = 0;
+  std::size_t end = 0;
+
+  bool isBroken() const { return kind >= Kind::BrokenText; }
+  /// True for this symbol.
+  bool is(std::u16string_view symbol) const { return kind == Kind::Symbol && text == symbol; }
+  /// True for this keyword, given in capitals.
+  bool isWord(std::u16string_view keyword) const;
+};
+
+/// Cuts a statement into its words, an End last. A word that is broken ends them early: it stands
+/// right before the End.
+std::vector<Token> tokenize(std::u16string_view statement);
+
+/// True when two words are the same but for the case of their letters A to Z.
+bool sameWord(std::u16string_view a, std::u16string_view b);
+
+}  // namespace jetsql

@@ -18,11 +18,11 @@ struct IndexRange {
   };
   /// Values of the leading columns; a null asks for null. For a text column, Binary is a text's key
   /// as `Row::sortKey` gives it.
-  std::vector<runtime::Variant> equal;
+  std::vector<runtime::Variant> equal = {};
   /// Bounds on the column behind those, by its values whatever the index's direction; with a bound
   /// or with `notNull`, nulls of that column are left out.
-  std::optional<Bound> lower;
-  std::optional<Bound> upper;
+  std::optional<Bound> lower = {};
+  std::optional<Bound> upper = {};
   bool notNull = false;
 
   bool isWhole() const { return equal.empty() && !lower && !upper && !notNull; }

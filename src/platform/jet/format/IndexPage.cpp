@@ -66,7 +66,7 @@ IndexPageView::IndexPageView(const Layout& layout, ByteView page, const Place& p
       const std::size_t length = end - start + (start == 0 ? 0 : prefix_);
       if (end > layout.indexCapacity()) raiseDamaged(place, u"an index entry ends behind the page");
       if (length < tailSize(leaf_) + 1) raiseDamaged(place, u"an index entry is too short");
-      if (start == 0 && prefix_ > length - tailSize(leaf_))
+      if (start == 0 && prefix_ > length)
         raiseDamaged(place, u"an index page leaves out more than its entries have");
       ends_.push_back(static_cast<std::uint16_t>(end));
       start = end;

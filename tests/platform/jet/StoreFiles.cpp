@@ -1,0 +1,214 @@
+#include "platform/jet/StoreFiles.h"
+
+#include <sys/wait.h>
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
+
+#include "platform/runtime/CodePage.h"
+
+namespace jettest {
+namespace fs = std::filesystem;
+namespace {
+
+bool isDatabase(const fs::path& file) {
+  const std::string ending = file.extension();
+  return ending == ".mdb" || ending == ".MDB";
+}
+
+std::string escaped(const std::string& text) {
+  std::string out;
+  for (const char c : text) {
+    const std::string_view special("\\\t\n\r");
+    const std::size_t at = special.find(c);
+    if (at != std::string_view::npos)
+      out.append({'\\', "\\tnr"[at]});
+    else
+      out.push_back(c);
+  }
+  return out;
+}
+
+std::string date(double days) {
+  const double whole = std::trunc(days);
+  auto seconds = static_cast<long>(std::lround(std::abs(days - whole) * 86400));
+  std::time_t moment = (static_cast<std::time_t>(whole) - 25569) * 86400 + seconds;
+  std::tm parts{};
+  gmtime_r(&moment, &parts);
+  std::array<char, 40> text{};
+  const std::size_t size = std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &parts);
+  return {text.data(), size};
+}
+
+template <class Number>
+std::string shortest(Number number) {
+  std::array<char, 40> text{};
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
+  return {text.data(), end};
+}
+
+std::string hex(const std::uint8_t* bytes, std::size_t count, const char* digits) {
+  std::string text;
+  for (std::size_t i = 0; i < count; ++i) {
+    text.push_back(digits[bytes[i] >> 4]);
+    text.push_back(digits[bytes[i] & 15]);
+  }
+  return text;
+}
+
+std::string guid(const runtime::Guid& value) {
+  std::string text = hex(value.bytes.data(), value.bytes.size(), "0123456789ABCDEF");
+  for (const std::size_t at : {20U, 16U, 12U, 8U}) text.insert(at, 1, '-');
+  return "{" + text + "}";
+}
+
+struct Print {
+  std::string operator()(runtime::Null) const { return "\\N"; }
+  std::string operator()(bool value) const { return value ? "1" : "0"; }
+  std::string operator()(runtime::Currency value) const {
+    const std::string sign = value.tenThousandths < 0 ? "-" : "";
+    std::string digits = std::to_string(std::abs(value.tenThousandths));
+    if (digits.size() < 5) digits.insert(0, 5 - digits.size(), '0');
+    return sign + digits.insert(digits.size() - 4, 1, '.');
+  }
+  std::string operator()(runtime::Date value) const { return date(value.days); }
+  std::string operator()(const std::u16string& text) const { return escaped(narrow(text)); }
+  std::string operator()(const runtime::Binary& value) const {
+    return hex(value.data(), value.size(), "0123456789abcdef");
+  }
+  std::string operator()(const runtime::Guid& value) const { return guid(value); }
+  std::string operator()(const runtime::Decimal& value) const { return narrow(value.digits); }
+  std::string operator()(float value) const { return shortest(value); }
+  std::string operator()(double value) const {
+    const std::string text = shortest(value);
+    return text.find_first_of(".en") == std::string::npos ? text + ".0" : text;
+  }
+  template <class Integer>
+  std::string operator()(Integer value) const {
+    return std::to_string(value);
+  }
+};
+
+}  // namespace
+
+std::vector<StoreFile> referenceStores() {
+  std::vector<StoreFile> files;
+  const fs::path stores = fs::path(TEST_DATA_DIR) / "stores";
+  if (!fs::is_directory(stores)) return files;
+  for (const fs::directory_entry& folder : fs::directory_iterator(stores)) {
+    if (!folder.is_directory()) continue;
+    for (const fs::directory_entry& file : fs::directory_iterator(folder))
+      if (isDatabase(file.path())) files.push_back({file.path(), kStorePassword});
+  }
+  return files;
+}
+
+std::vector<StoreFile> corpusFiles() {
+  std::vector<StoreFile> files;
+  const fs::path corpus = fs::path(TEST_DATA_DIR) / "corpus";
+  if (!fs::is_directory(corpus)) return files;
+  for (const fs::directory_entry& file : fs::directory_iterator(corpus))
+    if (isDatabase(file.path())) files.push_back({file.path(), u""});
+  return files;
+}
+
+Scratch::Scratch() {
+  const fs::path memory = "/dev/shm";
+  std::string pattern =
+      ((fs::is_directory(memory) ? memory : fs::temp_directory_path()) / "storeXXXXXX");
+  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no scratch folder");
+  folder_ = pattern;
+}
+
+Scratch::~Scratch() {
+  std::error_code ignored;
+  fs::remove_all(folder_, ignored);
+}
+
+fs::path Scratch::copy(const fs::path& file) const {
+  const fs::path target = folder_ / file.filename();
+  fs::copy_file(file, target, fs::copy_options::overwrite_existing);
+  fs::permissions(target, fs::perms::owner_write, fs::perm_options::add);
+  return target;
+}
+
+std::string outputOf(const std::string& command, int* status) {
+  std::string output;
+  FILE* pipe = popen(command.c_str(), "r");
+  if (pipe == nullptr) throw std::runtime_error("no command: " + command);
+  std::array<char, 65536> part{};
+  std::size_t count = 0;
+  while ((count = fread(part.data(), 1, part.size(), pipe)) > 0) output.append(part.data(), count);
+  const int ended = pclose(pipe);
+  if (status != nullptr) *status = WIFEXITED(ended) ? WEXITSTATUS(ended) : -1;
+  return output;
+}
+
+namespace {
+fs::path checker() {
+  return fs::path(TEST_DATA_DIR) / "tools" / "mdbcheck.py";
+}
+}  // namespace
+
+bool hasChecker() {
+  return fs::exists(checker());
+}
+
+std::string checkerOutput(const std::string& options, const fs::path& file) {
+  return outputOf("/usr/bin/python3 '" + checker().string() + "' " + options + " '" +
+                  file.string() + "' 2>&1");
+}
+
+std::string checkerVerdict(const fs::path& file) {
+  if (!hasChecker()) return {};
+  std::string verdict = checkerOutput("", file);
+  while (!verdict.empty() && verdict.back() == '\n') verdict.pop_back();
+  return verdict;
+}
+
+std::vector<std::string> split(const std::string& text, char separator) {
+  std::vector<std::string> parts{""};
+  for (const char c : text) {
+    if (c == separator)
+      parts.emplace_back();
+    else
+      parts.back().push_back(c);
+  }
+  if (parts.back().empty()) parts.pop_back();
+  return parts;
+}
+
+std::string printed(const runtime::Variant& value) {
+  return std::visit(Print{}, value.get());
+}
+
+std::vector<std::string> linesOf(const jet::Table& table) {
+  std::vector<std::string> lines;
+  const auto cursor = table.scan();
+  while (cursor->next()) {
+    std::string line;
+    for (int i = 0; i < static_cast<int>(table.columns().size()); ++i)
+      line.append(i > 0 ? "\t" : "").append(printed(cursor->row().value(i)));
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+const jet::Table& tableNamed(jet::Database& database, std::u16string_view name) {
+  const auto object = database.find(name);
+  if (!object) throw std::runtime_error("no table " + narrow(name));
+  return database.table(*object);
+}
+
+std::string narrow(std::u16string_view text) {
+  return runtime::toUtf8(text);
+}
+std::u16string wide(std::string_view text) {
+  return runtime::fromUtf8(text);
+}
+
+}  // namespace jettest

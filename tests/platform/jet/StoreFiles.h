@@ -1,0 +1,65 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/jet/engine/Database.h"
+
+namespace jettest {
+
+/// Password of the reference stores.
+inline constexpr char16_t kStorePassword[] = u"w7rt3q8814Z";
+
+/// A reference database file, and the password that opens it.
+struct StoreFile {
+  std::filesystem::path path;
+  std::u16string password;
+};
+/// The made-up stores and the files that the format's own engine wrote; empty where the reference
+/// data is not there.
+std::vector<StoreFile> referenceStores();
+std::vector<StoreFile> corpusFiles();
+
+/// A folder that goes with the object. It lies in memory where the machine has such a place, so
+/// that syncs cost nothing.
+class Scratch {
+ public:
+  Scratch();
+  ~Scratch();
+  Scratch(const Scratch&) = delete;
+  Scratch& operator=(const Scratch&) = delete;
+
+  const std::filesystem::path& folder() const { return folder_; }
+  /// A copy of the file in the folder.
+  std::filesystem::path copy(const std::filesystem::path& file) const;
+
+ private:
+  std::filesystem::path folder_;
+};
+
+/// What a command printed to its standard output; its exit status goes to `status`.
+std::string outputOf(const std::string& command, int* status = nullptr);
+/// What the independent checker says about a file: "ok", or its complaints. Empty where it is not
+/// there.
+std::string checkerVerdict(const std::filesystem::path& file);
+bool hasChecker();
+/// What the checker prints for a file with these options.
+std::string checkerOutput(const std::string& options, const std::filesystem::path& file);
+
+std::vector<std::string> split(const std::string& text, char separator);
+
+/// A value as the reference tables print it: null as \N, yes/no as 1 or 0, four decimals of a
+/// Currency, the shortest decimal of a Double.
+std::string printed(const runtime::Variant& value);
+
+/// All rows of a table by a scan, each as one line with tabs between the columns.
+std::vector<std::string> linesOf(const jet::Table& table);
+/// Opens the file and gives the table of that name.
+const jet::Table& tableNamed(jet::Database& database, std::u16string_view name);
+
+std::string narrow(std::u16string_view text);
+std::u16string wide(std::string_view text);
+
+}  // namespace jettest

@@ -29,16 +29,14 @@ class Desktop:
     """A virtual display with a window manager and a message bus, through which the accessibility bus
     is found. The display's number is whatever the X server finds free."""
 
-    WIDTH, HEIGHT = 1920, 1080
-
-    def __init__(self, dpi=96):
+    def __init__(self, width=1920, height=1080):
+        self.width, self.height = width, height
         read_end, write_end = os.pipe()
         self.folder = tempfile.mkdtemp(prefix="desktop-")
         log = open(os.path.join(self.folder, "log"), "wb")
         self.server = subprocess.Popen(
             ["Xvfb", "-displayfd", str(write_end), "-screen", "0",
-             f"{self.WIDTH}x{self.HEIGHT}x24", "-dpi", str(dpi), "-ac", "-nolisten", "tcp",
-             "-noreset"],
+             f"{width}x{height}x24", "-dpi", "96", "-ac", "-nolisten", "tcp", "-noreset"],
             pass_fds=[write_end], stdout=log, stderr=log)
         os.close(write_end)
         with os.fdopen(read_end) as answer:

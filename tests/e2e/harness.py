@@ -115,7 +115,7 @@ class Screen:
         """The window manager has placed the window where the program thinks it is."""
         box = self.desktop.origin(self.window)
         return (tuple(alive(self.node.box) or ()) == box if seen else
-                box[2] == self.desktop.WIDTH)
+                box[2] == self.desktop.width)
 
     def windows(self):
         return self.program.windows()
@@ -261,8 +261,8 @@ class Case(unittest.TestCase):
             if any(test is self for test, _ in self._result.failures):
                 self._keep(program, number)
             program.stop()
-        World.desktop.hand("mouseup", 1, "mousemove", World.desktop.WIDTH - 1,
-                           World.desktop.HEIGHT - 1)
+        World.desktop.hand("mouseup", 1, "mousemove", World.desktop.width - 1,
+                           World.desktop.height - 1)
 
     def _keep(self, program, number):
         World.pictures.mkdir(parents=True, exist_ok=True)

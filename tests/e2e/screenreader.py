@@ -113,11 +113,13 @@ class Node:
         return Node(self.bus, owner, path)
 
     def walk(self, depth=8):
-        """This node and all below it. Lists are not entered: their entries can be very many."""
+        """This node and all below it that is to be seen. Lists are not entered: their entries can be
+        very many."""
         yield self
         if depth > 0 and self.role not in ("list", "table"):
             for child in self.children():
-                yield from child.walk(depth - 1)
+                if "showing" in child.states():
+                    yield from child.walk(depth - 1)
 
     def find(self, role=None, name=None, description=None):
         """The first node below that answers to all that is given, or None."""

@@ -1,5 +1,6 @@
 """A shop's machine in a folder: program folder, Posdata, a store, and settings of its own."""
 
+import json
 import os
 import pathlib
 import shutil
@@ -100,8 +101,11 @@ class Shop:
         """The rows of a table as mdbtools reads them, as dictionaries; a null is None."""
         told = subprocess.run(
             ["mdb-json", str(self.database), table], check=True, capture_output=True).stdout
-        import json
         return [json.loads(line) for line in told.decode("utf-8").splitlines()]
+
+    def barcodes(self):
+        """The ids of the products that have a barcode, as texts."""
+        return {str(row["id"]) for row in self.rows("tblPlu") if row.get("barcode")}
 
     def files(self):
         """All files of the shop but the program, with their bytes, to see that nothing changed."""

@@ -39,9 +39,11 @@ std::string date(double days) {
   std::time_t moment = (static_cast<std::time_t>(whole) - 25569) * 86400 + seconds;
   std::tm parts{};
   gmtime_r(&moment, &parts);
-  std::array<char, 40> text{};
-  const std::size_t size = std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &parts);
-  return {text.data(), size};
+  std::array<char, 80> text{};
+  const int size =
+      std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", parts.tm_year + 1900,
+                    parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec);
+  return {text.data(), static_cast<std::size_t>(size)};
 }
 
 template <class Number>

@@ -30,6 +30,9 @@ class WindowDriver {
   void click(std::string_view name);
   /// Two clicks, quick enough to count as one double click.
   void doubleClick(std::string_view name);
+  /// A click that follows the one before at once, so that both count as a double click where the
+  /// control takes them for one.
+  void clickAgain(std::string_view name);
   void press(std::string_view name);
   void release(std::string_view name);
   void moveTo(std::string_view name);

@@ -7,6 +7,7 @@
 #include "platform/forms/qt/Look.h"
 #include "platform/forms/qt/Pictures.h"
 #include "platform/forms/qt/Raise.h"
+#include "platform/forms/qt/Readers.h"
 #include "platform/forms/qt/Window.h"
 #include "platform/process/Process.h"
 
@@ -36,6 +37,7 @@ struct Application::Loop {
     const Font usual;
     QApplication::setFont(qt::font(usual.face, usual.points, usual.weight));
     QApplication::setWindowIcon(qt::programIcon());
+    qt::installReaders();
     QApplication::setQuitOnLastWindowClosed(false);
   }
 

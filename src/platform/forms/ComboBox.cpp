@@ -1,5 +1,6 @@
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QStyledItemDelegate>
 #include <QWheelEvent>
 
 #include "platform/forms/StandardControls.h"
@@ -10,10 +11,21 @@
 namespace forms {
 namespace {
 
+/// Rows with room for a finger.
+class RoomyRows : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    constexpr int kMargin = 8;
+    return QStyledItemDelegate::sizeHint(option, index) + QSize(0, kMargin);
+  }
+};
+
 class DropDown : public QComboBox {
  public:
   DropDown(ComboBox& control, QWidget* parent) : QComboBox(parent) {
     setMaxVisibleItems(16);
+    setItemDelegate(new RoomyRows(this));
     // Raised for every choice of the user's, of the chosen entry too, and never for a choice of
     // code's.
     connect(this, &QComboBox::activated, this, [&control] { qt::raise(control.Click); });

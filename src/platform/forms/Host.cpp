@@ -76,6 +76,7 @@ class RealHost : public process::Host {
 
   std::optional<std::int32_t> showColourDialog() override {
     QColorDialog dialog(QApplication::activeWindow());
+    dialog.setWindowTitle(QStringLiteral("Colour"));
     dialog.setOption(QColorDialog::DontUseNativeDialog);
     const qt::EndWatch watch([&dialog] { dialog.reject(); });
     if (process::hasEnded() || dialog.exec() != QDialog::Accepted) return std::nullopt;

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "platform/forms/StandardControls.h"
+#include "platform/forms/qt/DoublePress.h"
 #include "platform/forms/qt/DragData.h"
 #include "platform/forms/qt/EntryModel.h"
 #include "platform/forms/qt/Measures.h"
@@ -43,8 +44,8 @@ class EntryPainter : public QStyledItemDelegate {
   }
 };
 
-/// The list's own mouse handling: one press of the hand is one `MouseDown`, whatever the toolkit
-/// makes of a double press, and the handler may run a drag inside it.
+/// The list's own mouse handling: one press of the hand is one `MouseDown`, the second of a double
+/// press too, and the handler may run a drag inside it.
 class Entries : public QListView {
  public:
   Entries(ListBox& control, QWidget* parent)
@@ -91,17 +92,25 @@ class Entries : public QListView {
  protected:
   void mousePressEvent(QMouseEvent* event) override {
     event->accept();
-    model_->publish();
-    const QModelIndex under = indexAt(event->position().toPoint());
-    if (event->button() == Qt::LeftButton && under.isValid()) setCurrentIndex(under);
-    qt::raise(control_.MouseDown, qt::buttonCode(event->button()),
-              qt::shiftState(event->modifiers()), qt::toTwips(event->position().x(), scale),
-              qt::toTwips(event->position().y(), scale));
+    if (event->button() == Qt::LeftButton) doublePress_.press(*event);
+    pressed(*event);
   }
 
   void mouseDoubleClickEvent(QMouseEvent* event) override {
     event->accept();
-    if (event->button() == Qt::LeftButton) qt::raise(control_.DblClick);
+    const bool isDouble = event->button() == Qt::LeftButton && doublePress_.completes(*event);
+    pressed(*event);
+    if (isDouble) qt::raise(control_.DblClick);
+  }
+
+  // The frame shows the focus.
+  void focusInEvent(QFocusEvent* event) override {
+    QListView::focusInEvent(event);
+    update();
+  }
+  void focusOutEvent(QFocusEvent* event) override {
+    QListView::focusOutEvent(event);
+    update();
   }
 
   // The toolkit's list would select and drag by itself.
@@ -109,8 +118,17 @@ class Entries : public QListView {
   void mouseReleaseEvent(QMouseEvent* event) override { event->accept(); }
 
  private:
+  void pressed(const QMouseEvent& event) {
+    model_->publish();
+    const QModelIndex under = indexAt(event.position().toPoint());
+    if (event.button() == Qt::LeftButton && under.isValid()) setCurrentIndex(under);
+    qt::raise(control_.MouseDown, qt::buttonCode(event.button()), qt::shiftState(event.modifiers()),
+              qt::toTwips(event.position().x(), scale), qt::toTwips(event.position().y(), scale));
+  }
+
   ListBox& control_;
   qt::EntryModel* model_;
+  qt::DoublePress doublePress_;
 };
 
 Entries& entriesOf(QWidget* widget) {

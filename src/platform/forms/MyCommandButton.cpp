@@ -8,6 +8,7 @@
 #include <QPainter>
 
 #include "platform/forms/qt/Colours.h"
+#include "platform/forms/qt/DoublePress.h"
 #include "platform/forms/qt/DragData.h"
 #include "platform/forms/qt/Faces.h"
 #include "platform/forms/qt/KeyPainter.h"
@@ -71,6 +72,7 @@ class MyButton::Face : public QAbstractButton {
 
   MyButton& button_;
   qt::CaptionLayout caption_;
+  qt::DoublePress doublePress_;
   bool pressed_ = false;  ///< a press of the mouse or the space bar is under way
   bool held_ = false;     ///< and holds the button down
   bool hovered_ = false;
@@ -94,6 +96,7 @@ void MyButton::Face::paintEvent(QPaintEvent*) {
   qt::KeyLook look;
   look.back = qt::drawnColour(back, palette());
   look.text = qt::textOn(text, look.back, palette());
+  look.scale = button_.scale();
   look.hovered = hovered_;
   look.pressed = held_;
   look.focusMark = hasFocus() && button_.showfocus_;
@@ -103,6 +106,7 @@ void MyButton::Face::paintEvent(QPaintEvent*) {
 
 void MyButton::Face::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
+  doublePress_.press(*event);
   pressed_ = true;
   hold(true);
 }
@@ -119,13 +123,13 @@ void MyButton::Face::mouseReleaseEvent(QMouseEvent* event) {
   if (inside) qt::raise(button_.Click);
 }
 
-// The second press of a double click: it has come as a press already, and ends here, so that its
-// release is no further click.
+// The second press of a double press is no click: its release finds nothing under way.
 void MyButton::Face::mouseDoubleClickEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
-  pressed_ = false;
-  hold(false);
-  qt::raise(button_.DblClick);
+  if (doublePress_.completes(*event))
+    qt::raise(button_.DblClick);
+  else
+    mousePressEvent(event);
 }
 
 void MyButton::Face::keyPressEvent(QKeyEvent* event) {

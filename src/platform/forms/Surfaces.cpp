@@ -1,5 +1,6 @@
 // The controls that only show something: picture box, label, image.
 
+#include <QGroupBox>
 #include <QLabel>
 #include <QPaintEvent>
 #include <QPainter>
@@ -13,9 +14,10 @@
 namespace forms {
 namespace {
 
-class Surface : public QWidget {
+/// For screen readers a group of what it holds.
+class Surface : public QGroupBox {
  public:
-  Surface(QWidget* parent, Colour colour) : QWidget(parent), colour_(colour) {
+  Surface(QWidget* parent, Colour colour) : QGroupBox(parent), colour_(colour) {
     setAttribute(Qt::WA_OpaquePaintEvent);
   }
 

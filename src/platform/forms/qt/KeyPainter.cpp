@@ -3,56 +3,14 @@
 #include <QtMath>
 
 #include "platform/forms/qt/Colours.h"
+#include "platform/forms/qt/DeviceFrames.h"
 
 namespace forms::qt {
 namespace {
 
-constexpr int kCaptionMargin = 4;
+constexpr double kSideMargin = 4;
+constexpr double kTopMargin = 2;
 constexpr qreal kRadius = 3;
-
-/// Draws frames on whole device pixels, so that edges are sharp at any scale.
-class DeviceFrames {
- public:
-  DeviceFrames(QPainter& painter, const QRect& area) : painter_(painter) {
-    const QTransform toDevice = painter.deviceTransform();
-    density_ = toDevice.m11();
-    const QRectF exact = toDevice.mapRect(QRectF(area));
-    frame_ = QRect(QPoint(qRound(exact.left()), qRound(exact.top())),
-                   QPoint(qRound(exact.right()) - 1, qRound(exact.bottom()) - 1));
-    painter_.save();
-    painter_.setTransform(toDevice.inverted(), true);
-    painter_.setRenderHint(QPainter::Antialiasing);
-  }
-  ~DeviceFrames() { painter_.restore(); }
-  DeviceFrames(const DeviceFrames&) = delete;
-  DeviceFrames& operator=(const DeviceFrames&) = delete;
-
-  void fill(const QColor& colour) {
-    painter_.setPen(Qt::NoPen);
-    painter_.setBrush(colour);
-    painter_.drawRoundedRect(frame_, kRadius * density_, kRadius * density_);
-  }
-
-  /// A frame of `width` pixels, `inset` pixels from the edge.
-  void frame(const QColor& colour, int width, int inset) {
-    const int line = devicePixels(width);
-    const qreal middle = devicePixels(inset) + line / 2.0;
-    const QRectF path = QRectF(frame_).adjusted(middle, middle, -middle, -middle);
-    const qreal radius = qMax<qreal>(kRadius * density_ - middle, 0.5);
-    painter_.setPen(QPen(colour, line));
-    painter_.setBrush(Qt::NoBrush);
-    painter_.drawRoundedRect(path, radius, radius);
-  }
-
- private:
-  int devicePixels(int pixels) const {
-    return pixels == 0 ? 0 : qMax(1, qFloor(pixels * density_));
-  }
-
-  QPainter& painter_;
-  qreal density_;
-  QRect frame_;
-};
 
 }  // namespace
 
@@ -98,7 +56,7 @@ void paintKey(QPainter& painter, const QRect& area, const KeyLook& look, Caption
               const QColor& accent) {
   const QColor mark = markOn(look.back);
   {
-    DeviceFrames frames(painter, area);
+    DeviceFrames frames(painter, area, kRadius);
     frames.fill(look.back);
     if (look.pressed) {
       frames.frame(mixed(look.back, mark, 0.18), 3, 0);
@@ -114,10 +72,12 @@ void paintKey(QPainter& painter, const QRect& area, const KeyLook& look, Caption
     if (look.dropMark) {
       frames.frame(markOn(accent), 5, 0);
       frames.frame(accent, 4, 0);
-      frames.frame(mark, 1, 5);
+      frames.frame(mark, 2, 5);
     }
   }
-  QRect room = area.adjusted(kCaptionMargin, kCaptionMargin, -kCaptionMargin, -kCaptionMargin);
+  const int side = qRound(kSideMargin * look.scale);
+  const int top = qRound(kTopMargin * look.scale);
+  QRect room = area.adjusted(side, top, -side, -top);
   if (look.pressed) room.translate(0, 1);
   painter.setPen(look.text);
   caption.paint(painter, room);

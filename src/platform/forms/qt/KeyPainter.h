@@ -34,6 +34,7 @@ class CaptionLayout {
 struct KeyLook {
   QColor back;
   QColor text;
+  double scale = 1;  ///< of the screen's layout
   bool hovered = false;
   bool pressed = false;
   bool focusMark = false;

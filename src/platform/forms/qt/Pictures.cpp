@@ -43,6 +43,30 @@ QIcon programIcon() {
   return icon;
 }
 
+QIcon noteIcon(Note note) {
+  QIcon icon;
+  for (const int size : {32, 48, 64, 96}) {
+    QPixmap picture(size, size);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(size / 32.0, size / 32.0);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(note == Note::Failure ? QColor(0xc6, 0x28, 0x28) : QColor(0x1e, 0x6f, 0xb8));
+    painter.drawEllipse(QRectF(1, 1, 30, 30));
+    painter.setPen(QPen(Qt::white, 3.2, Qt::SolidLine, Qt::RoundCap));
+    if (note == Note::Failure) {
+      painter.drawLine(QPointF(11, 11), QPointF(21, 21));
+      painter.drawLine(QPointF(21, 11), QPointF(11, 21));
+    } else {
+      painter.drawLine(QPointF(16, 15), QPointF(16, 23));
+      painter.drawPoint(QPointF(16, 9));
+    }
+    icon.addPixmap(picture);
+  }
+  return icon;
+}
+
 QPixmap dragPicture(const QString& text, const QFont& font, const QPalette& palette,
                     qreal density) {
   constexpr int kMargin = 8;

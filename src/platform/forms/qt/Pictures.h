@@ -12,6 +12,10 @@ void paintTick(QPainter& painter, const QRectF& area);
 /// The program's icon: a block of keys, one of them lit.
 QIcon programIcon();
 
+/// The mark of a message box.
+enum class Note { Information, Failure };
+QIcon noteIcon(Note note);
+
 /// What is seen under the pointer while a text is dragged.
 QPixmap dragPicture(const QString& text, const QFont& font, const QPalette& palette, qreal density);
 

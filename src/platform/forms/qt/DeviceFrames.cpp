@@ -1,0 +1,42 @@
+#include "platform/forms/qt/DeviceFrames.h"
+
+#include <QtMath>
+
+namespace forms::qt {
+
+DeviceFrames::DeviceFrames(QPainter& painter, const QRect& area, qreal radius)
+    : painter_(painter), density_(painter.deviceTransform().m11()), radius_(radius * density_) {
+  const QTransform toDevice = painter.deviceTransform();
+  const QRectF exact = toDevice.mapRect(QRectF(area));
+  frame_ = QRect(QPoint(qRound(exact.left()), qRound(exact.top())),
+                 QPoint(qRound(exact.right()) - 1, qRound(exact.bottom()) - 1));
+  painter_.save();
+  painter_.setTransform(toDevice.inverted(), true);
+  painter_.setRenderHint(QPainter::Antialiasing);
+}
+
+DeviceFrames::~DeviceFrames() {
+  painter_.restore();
+}
+
+void DeviceFrames::fill(const QColor& colour) {
+  painter_.setPen(Qt::NoPen);
+  painter_.setBrush(colour);
+  painter_.drawRoundedRect(frame_, radius_, radius_);
+}
+
+void DeviceFrames::frame(const QColor& colour, int width, int inset) {
+  const int line = devicePixels(width);
+  const qreal middle = devicePixels(inset) + line / 2.0;
+  const QRectF path = QRectF(frame_).adjusted(middle, middle, -middle, -middle);
+  const qreal radius = qMax<qreal>(radius_ - middle, 0.5);
+  painter_.setPen(QPen(colour, line));
+  painter_.setBrush(Qt::NoBrush);
+  painter_.drawRoundedRect(path, radius, radius);
+}
+
+int DeviceFrames::devicePixels(int pixels) const {
+  return pixels == 0 ? 0 : qMax(1, qFloor(pixels * density_));
+}
+
+}  // namespace forms::qt

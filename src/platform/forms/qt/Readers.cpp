@@ -1,0 +1,77 @@
+#include "platform/forms/qt/Readers.h"
+
+#include <QAbstractItemView>
+#include <QAccessibleWidget>
+#include <QComboBox>
+
+namespace forms::qt {
+namespace {
+
+class ScreenReader : public QAccessibleWidget {
+ public:
+  explicit ScreenReader(QWidget* window) : QAccessibleWidget(window) {}
+  QAccessible::Role role() const override {
+    return widget()->isModal() ? QAccessible::Dialog : QAccessible::Window;
+  }
+};
+
+/// The toolkit names a drop-down list after its chosen entry; here it bears its own name, and the
+/// chosen entry is its value and description.
+class DropDownReader : public QAccessibleWidget {
+ public:
+  explicit DropDownReader(QComboBox* box) : QAccessibleWidget(box, QAccessible::ComboBox) {}
+
+  QString text(QAccessible::Text kind) const override {
+    const bool chosen = kind == QAccessible::Value || kind == QAccessible::Description;
+    return chosen ? box()->currentText() : QAccessibleWidget::text(kind);
+  }
+
+  int childCount() const override { return 1; }
+  QAccessibleInterface* child(int index) const override {
+    return index == 0 ? QAccessible::queryAccessibleInterface(box()->view()) : nullptr;
+  }
+  int indexOfChild(const QAccessibleInterface* child) const override {
+    return child->object() == box()->view() ? 0 : -1;
+  }
+  QAccessibleInterface* childAt(int x, int y) const override {
+    const QAbstractItemView* view = box()->view();
+    const bool inside =
+        view->isVisible() && view->rect().contains(view->mapFromGlobal(QPoint(x, y)));
+    return inside ? child(0) : nullptr;
+  }
+
+  QAccessible::State state() const override {
+    QAccessible::State now = QAccessibleWidget::state();
+    now.expandable = true;
+    now.expanded = box()->view()->isVisible();
+    return now;
+  }
+  QStringList actionNames() const override { return {showMenuAction(), pressAction()}; }
+  void doAction(const QString& action) override {
+    if (action != showMenuAction() && action != pressAction()) return;
+    if (box()->view()->isVisible())
+      box()->hidePopup();
+    else
+      box()->showPopup();
+  }
+
+ private:
+  QComboBox* box() const { return static_cast<QComboBox*>(widget()); }
+};
+
+QAccessibleInterface* makeReader(const QString&, QObject* object) {
+  if (auto* box = qobject_cast<QComboBox*>(object); box != nullptr && !box->isEditable())
+    return new DropDownReader(box);
+  auto* widget = qobject_cast<QWidget*>(object);
+  const bool isPlain = QLatin1String(object->metaObject()->className()) == QLatin1String("QWidget");
+  if (widget != nullptr && widget->isWindow() && isPlain) return new ScreenReader(widget);
+  return nullptr;
+}
+
+}  // namespace
+
+void installReaders() {
+  QAccessible::installFactory(makeReader);
+}
+
+}  // namespace forms::qt

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace forms::qt {
+
+/// Tells the toolkit how screen readers see the parts that it describes poorly by itself: a screen
+/// is a window or a dialog, and a drop-down list keeps its name apart from the chosen entry.
+void installReaders();
+
+}  // namespace forms::qt

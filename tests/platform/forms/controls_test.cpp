@@ -1,0 +1,232 @@
+// The standard controls: values and their nested events, what the user does, what readers hear.
+
+#include <gmock/gmock.h>
+
+#include <QAccessible>
+#include <QComboBox>
+#include <QLabel>
+#include <QListView>
+#include <QWheelEvent>
+
+#include "platform/forms/Form.h"
+#include "platform/forms/MSHFlexGrid.h"
+#include "platform/forms/StandardControls.h"
+#include "platform/runtime/RunTimeError.h"
+#include "support/FileFaults.h"
+#include "support/TestHost.h"
+#include "support/WindowDriver.h"
+
+namespace {
+
+using support::errorNumberOf;
+using support::WindowDriver;
+using testing::ElementsAre;
+
+/// A row of the design, `line` rows of 450 twips down.
+forms::Design row(const char* name, int line, std::u16string_view caption = {}) {
+  forms::Design design;
+  design.name = name;
+  design.caption = caption;
+  design.left = 150;
+  design.top = 150 + 450 * line;
+  design.width = 3000;
+  design.height = 360;
+  design.tabIndex = line;
+  return design;
+}
+
+forms::Design tall(const char* name, int line) {
+  forms::Design design = row(name, line);
+  design.height = 1500;
+  return design;
+}
+
+class ControlScreen : public forms::Form {
+ public:
+  ControlScreen()
+      : Form({.name = "ControlScreen", .width = 6000, .height = 6000}),
+        tick(*this, row("tick", 0, u"Salt & <b>pepper</b>")),
+        label(*this, row("label", 1, u"Level")),
+        box(*this, row("box", 2)),
+        text(*this, row("text", 4), 15),
+        list(*this, tall("list", 6)),
+        table(*this, row("table", 12), 3, 2) {
+    tick.Click = [this] { log.push_back("tick " + std::to_string(tick.Value())); };
+    box.Click = [this] { log.push_back("box " + std::to_string(box.ListIndex())); };
+    list.DblClick = [this] { log.push_back("DblClick " + std::to_string(list.ListIndex())); };
+    list.MouseDown = [this](std::int16_t button, std::int16_t shift, float x, float y) {
+      log.push_back("MouseDown " + std::to_string(button) + " on " +
+                    std::to_string(list.ListIndex()));
+      pressShift = shift;
+      pressX = x;
+      pressY = y;
+      list.OLEDrag();
+    };
+    list.OLEStartDrag = [this](forms::DataObject& data, std::int32_t& effects) {
+      effects = forms::kDropMove;
+      EXPECT_FALSE(data.GetFormat(forms::kTextFormat));
+      data.SetData(list.Text());
+      EXPECT_TRUE(data.GetFormat(forms::kTextFormat));
+      dragged.push_back(data.GetData(forms::kTextFormat));
+    };
+    for (const auto* entry : {u"1", u"2", u"3"}) box.AddItem(entry);
+    for (int i = 0; i < 200; ++i)
+      list.AddItem(u"Entry " + std::u16string(100, u' ') + std::u16string(1, char16_t(u'A' + i)));
+  }
+
+  forms::CheckBox tick;
+  forms::Label label;
+  forms::ComboBox box;
+  forms::TextBox text;
+  forms::ListBox list;
+  MSHierarchicalFlexGridLib::MSHFlexGrid table;
+  std::vector<std::string> log;
+  std::vector<std::u16string> dragged;
+  std::int16_t pressShift = -1;
+  float pressX = 0;
+  float pressY = 0;
+};
+
+class Controls : public testing::Test {
+ protected:
+  Controls() {
+    screen.Show();
+    user.emplace("ControlScreen");
+  }
+
+  support::TestHost host;
+  ControlScreen screen;
+  std::optional<WindowDriver> user;
+};
+
+TEST_F(Controls, ATickBoxRaisesItsClickWhenItsValueChangesByCodeOrUser) {
+  screen.tick.Value(0);
+  EXPECT_THAT(screen.log, ElementsAre());
+  screen.tick.Value(1);
+  user->click("tick");
+  user->focus("tick");
+  user->key(Qt::Key_Space);
+  screen.tick.Value(2);
+  user->click("tick");
+  EXPECT_THAT(screen.log, ElementsAre("tick 1", "tick 0", "tick 1", "tick 2", "tick 0"));
+  EXPECT_EQ(errorNumberOf([&] { screen.tick.Value(3); }), 380);
+  EXPECT_EQ(errorNumberOf([&] { screen.tick.Value(-1); }), 380);
+  EXPECT_EQ(screen.tick.Value(), 0);
+}
+
+TEST_F(Controls, AFailureInANestedHandlerReachesTheSettersCaller) {
+  screen.tick.Click =
+      screen.box.Click = [] { throw runtime::RunTimeError(runtime::ErrorNumber::TypeMismatch); };
+  EXPECT_EQ(errorNumberOf([&] { screen.tick.Value(1); }), 13);
+  EXPECT_EQ(errorNumberOf([&] { screen.box.ListIndex(0); }), 13);
+  EXPECT_TRUE(host.failures.empty());
+  user->click("tick");
+  ASSERT_EQ(host.failures.size(), 1U);
+  EXPECT_EQ(host.endStatus, 1);
+}
+
+TEST_F(Controls, EveryChoiceInADropDownRaisesItsClickAlsoOfTheChosenEntry) {
+  EXPECT_EQ(screen.box.ListIndex(), -1);
+  EXPECT_EQ(screen.box.Text(), u"");
+  screen.box.ListIndex(0);
+  screen.box.ListIndex(0);
+  user->pick("box", 2);
+  user->pick("box", 2);
+  EXPECT_EQ(screen.box.Text(), u"3");
+  screen.box.AddItem(u"4");
+  EXPECT_THAT(screen.log, ElementsAre("box 0", "box 0", "box 2", "box 2"));
+  EXPECT_EQ(errorNumberOf([&] { screen.box.ListIndex(4); }), 380);
+
+  QWheelEvent turn({5, 5}, user->control("box").mapToGlobal(QPointF(5, 5)), {}, {0, -120},
+                   Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(&user->control("box"), &turn);
+  EXPECT_EQ(screen.box.ListIndex(), 2);
+  EXPECT_EQ(screen.log.size(), 4U);
+}
+
+TEST_F(Controls, ATextBoxCutsSetAndTypedTextToItsLength) {
+  screen.text.Text(u"Breakfast and brunch");
+  EXPECT_EQ(screen.text.Text(), u"Breakfast and b");
+  screen.text.Text(u"");
+  user->click("text");
+  user->type(u" Lunch & <b> more than fifteen");
+  EXPECT_EQ(screen.text.Text(), u" Lunch & <b> mo");
+}
+
+TEST_F(Controls, ALeftPressSelectsTheRowThenRaisesMouseDownAndStartsTheDrag) {
+  user->clickRow("list", 2);
+  EXPECT_THAT(screen.log, ElementsAre("MouseDown 1 on 2"));
+  EXPECT_THAT(screen.dragged, ElementsAre(u"Entry " + std::u16string(100, u' ') + u"C"));
+  EXPECT_EQ(screen.pressShift, 0);
+  EXPECT_NEAR(screen.pressX, 150, 45);
+  EXPECT_GT(screen.pressY, 600);
+
+  user->clickRow("list", 4, true);
+  EXPECT_EQ(screen.log.back(), "MouseDown 2 on 2");
+  EXPECT_EQ(screen.dragged.size(), 2U);
+}
+
+TEST_F(Controls, ADoubleClickOnTheListIsTwoPressesAndOneDoubleClick) {
+  user->doubleClickRow("list", 3);
+  EXPECT_THAT(screen.log, ElementsAre("MouseDown 1 on 3", "MouseDown 1 on 3", "DblClick 3"));
+  EXPECT_EQ(screen.dragged.size(), 2U);
+
+  screen.list.Clear();
+  EXPECT_EQ(screen.list.ListIndex(), -1);
+  screen.log.clear();
+  user->doubleClickRow("list", 0);
+  EXPECT_THAT(screen.log, ElementsAre("MouseDown 1 on -1", "MouseDown 1 on -1", "DblClick -1"));
+  EXPECT_EQ(screen.dragged.back(), u"");
+}
+
+TEST_F(Controls, TheListKeepsEveryEntryWholeAndFillsFast) {
+  screen.list.Clear();
+  std::u16string entry(130, u' ');
+  for (int i = 0; i < 40000; ++i) {
+    entry[0] = static_cast<char16_t>(u'a' + i % 26);
+    screen.list.AddItem(entry);
+  }
+  EXPECT_EQ(screen.list.ListCount(), 40000);
+  screen.list.ListIndex(39999);
+  EXPECT_EQ(screen.list.Text(), u"l" + std::u16string(129, u' '));
+  EXPECT_EQ(screen.list.List(40000), u"");
+  EXPECT_EQ(errorNumberOf([&] { screen.list.ListIndex(40000); }), 380);
+  user->clickRow("list", 39998);
+  EXPECT_EQ(screen.list.ListIndex(), 39998);
+  EXPECT_EQ(user->entries("list").size(), 40000U);
+  const auto& view = static_cast<QListView&>(user->control("list"));
+  EXPECT_EQ(view.horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+  EXPECT_EQ(view.visualRect(view.model()->index(0, 0)).width(), view.viewport()->width());
+}
+
+TEST_F(Controls, TheHiddenTableKeepsTextsAndKnowsItsBounds) {
+  screen.table.TextMatrix(2, 1, u"42");
+  screen.table.Cols(3);
+  EXPECT_EQ(screen.table.TextMatrix(2, 1), u"42");
+  EXPECT_EQ(screen.table.TextMatrix(2, 2), u"");
+  screen.table.Cols(2);
+  EXPECT_EQ(errorNumberOf([&] { screen.table.TextMatrix(2, 2); }), 9);
+  EXPECT_EQ(errorNumberOf([&] { screen.table.TextMatrix(3, 0, u"x"); }), 9);
+  EXPECT_EQ(errorNumberOf([&] { screen.table.TextMatrix(-1, 0); }), 9);
+}
+
+TEST_F(Controls, AReaderHearsNamesAsTheyStand) {
+  const auto reader = [&](const char* name) {
+    return QAccessible::queryAccessibleInterface(&user->control(name));
+  };
+  EXPECT_EQ(reader("tick")->text(QAccessible::Name), "Salt & <b>pepper</b>");
+  EXPECT_EQ(reader("tick")->role(), QAccessible::CheckBox);
+  EXPECT_EQ(reader("label")->text(QAccessible::Name), "Level");
+  EXPECT_EQ(reader("box")->text(QAccessible::Name), "Level");
+  EXPECT_EQ(reader("box")->role(), QAccessible::ComboBox);
+  screen.box.ListIndex(1);
+  EXPECT_EQ(reader("box")->text(QAccessible::Name), "Level");
+  EXPECT_EQ(reader("box")->text(QAccessible::Description), "2");
+  EXPECT_EQ(reader("list")->text(QAccessible::Name), "Items");
+  EXPECT_EQ(reader("list")->role(), QAccessible::List);
+  EXPECT_EQ(reader("list")->child(1)->text(QAccessible::Name),
+            "Entry " + QString(100, ' ') + QString("B"));
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(&user->window())->role(), QAccessible::Window);
+}
+
+}  // namespace

@@ -1,0 +1,68 @@
+// A desktop of 1920 by 1080 device pixels at twice the usual density.
+
+#include <gtest/gtest.h>
+
+#include <QWidget>
+
+#include "platform/forms/Form.h"
+#include "platform/forms/MyCommandButton.h"
+#include "platform/forms/StandardControls.h"
+#include "support/TestHost.h"
+#include "support/WindowDriver.h"
+
+namespace {
+
+/// A screen whose one visible label reaches to `right` and `bottom`.
+class Wide : public forms::Form {
+ public:
+  Wide(int right, int bottom)
+      : Form({.name = "Wide", .width = 3000, .height = 3000, .startMaximised = true}),
+        corner(*this, design("corner", right - 1500, bottom - 300, true)),
+        unseen(*this, design("unseen", 60000, 60000, false)) {}
+
+  static forms::Design design(const char* name, int left, int top, bool visible) {
+    forms::Design design;
+    design.name = name;
+    design.left = left;
+    design.top = top;
+    design.width = 1500;
+    design.height = 300;
+    design.visible = visible;
+    return design;
+  }
+
+  forms::Label corner;
+  forms::Label unseen;
+};
+
+struct Laid {
+  QRect corner;
+  double points;
+};
+
+Laid laidOut(int right, int bottom) {
+  support::TestHost host;
+  Wide screen(right, bottom);
+  screen.Show();
+  const support::WindowDriver user("Wide");
+  EXPECT_EQ(user.window().devicePixelRatioF(), 2);
+  return {user.control("corner").geometry(), user.control("corner").font().pointSizeF()};
+}
+
+TEST(DenseDesktop, LaysAScreenOutSmallerOnlyAsFarAsNeeded) {
+  const Laid fits = laidOut(14400, 7500);
+  EXPECT_EQ(fits.corner, QRect(860, 480, 100, 20));
+  EXPECT_EQ(fits.points, 9.75);
+
+  // 1200 pixels where there are 960: four fifths, positions and fonts alike.
+  const Laid wide = laidOut(18000, 7500);
+  EXPECT_EQ(wide.corner, QRect(880, 384, 80, 16));
+  EXPECT_NEAR(wide.points, 7.8, 0.01);
+
+  // Never under one device pixel for 15 twips.
+  const Laid huge = laidOut(60000, 7500);
+  EXPECT_EQ(huge.corner, QRect(1950, 240, 50, 10));
+  EXPECT_NEAR(huge.points, 4.875, 0.01);
+}
+
+}  // namespace

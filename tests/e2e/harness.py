@@ -235,13 +235,13 @@ class Screen:
             raise AssertionError(f"expected {expected}\n     found {self.captions()}") from None
 
     def chosen(self, control):
-        """The chosen entry of a drop-down list: its name for a screen reader once there is one."""
+        """The chosen entry of a drop-down list: its description for a screen reader."""
         x, y = self.point(control)
         for node in self.node.walk():
             if node.role == "combo box":
                 left, top, width, height = node.box()
                 if left < x < left + width and top < y < top + height:
-                    return node.name
+                    return node.description
         return None
 
     def colour(self, control, across=0.5, down=0.12):

@@ -28,11 +28,13 @@ struct GridDesign : forms::Design {
 
 class Grid;
 
-/// One cell, named by row and column. Cells outside the sheet raise error 9.
+/// One cell, named by row and column.
 class Cell {
  public:
+  /// A check cell's text is "1" when it is checked; any other text shows as unchecked.
   std::u16string Text() const;
   void Text(std::u16string_view text);
+  /// Kept as a value: the one code in use, 6, and the initial 0 both mean left, centred vertically.
   void Alignment(int code);
   void Kind(CellType kind);
   /// Makes it the active cell.
@@ -56,6 +58,7 @@ class Column {
  public:
   void Locked(bool readOnly);
   void Width(int pixels);
+  /// Gives all cells of the column this kind.
   void Kind(CellType kind);
   /// The most characters that can be typed into a cell of the column.
   void MaxLength(int characters);
@@ -67,8 +70,9 @@ class Column {
   int column_;
 };
 
-/// A column's drop-down list. An item is one text; what stands behind a comma that follows a run of
-/// blanks is the item's hidden part, and neither shows nor reaches the cell.
+/// A column's drop-down list. An item is one text; a long run of blanks, a hundred or more, with
+/// the last comma behind it begins the item's hidden part, which neither shows nor reaches the
+/// cell.
 class ComboList {
  public:
   void AddItem(std::u16string_view item);
@@ -80,7 +84,9 @@ class ComboList {
   int column_;
 };
 
-/// A sheet of cells that the user fills in.
+/// A sheet of cells that the user fills in. The first row and the first column are its fixed frame.
+/// One cell is active: what is typed goes into it at once, and its text can be read while it is
+/// typed. Rows, columns and cells outside the sheet raise error 9.
 class Grid : public forms::Control {
  public:
   Grid(forms::Container& container, const GridDesign& design);
@@ -93,12 +99,17 @@ class Grid : public forms::Control {
   void RowHeight(int row, int pixels);
   /// Two display options, kept as values.
   void DisplayFocusRect(bool on);
+  bool DisplayFocusRect() const;
   void DisplayRowIndex(int style);
+  int DisplayRowIndex() const;
 
   /// A click in the sheet, after the active cell has moved there.
   forms::Event<> Click;
   /// An item was picked in a drop-down; its text is in the cell already.
   forms::Event<std::int16_t> ComboClick;
+
+ protected:
+  void rescaled() override;
 
  private:
   friend class FlexCell::Cell;

@@ -1,0 +1,120 @@
+#include "platform/forms/qt/SheetPainter.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QStyle>
+#include <QStyleOptionButton>
+
+#include "platform/forms/qt/Colours.h"
+#include "platform/forms/qt/SheetView.h"
+
+namespace forms::qt {
+namespace {
+
+constexpr int kArrowWidth = 10;
+constexpr int kArrowHeight = 5;
+
+/// A line of whole device pixels, as near to one logical pixel as they allow.
+qreal hairline(const QPainter& painter) {
+  const qreal density = painter.device()->devicePixelRatioF();
+  return qMax(1, qFloor(density)) / density;
+}
+
+void paintBorder(QPainter& painter, const QRectF& area, const QColor& colour) {
+  const qreal line = hairline(painter);
+  painter.fillRect(QRectF(area.left(), area.top(), area.width(), line), colour);
+  painter.fillRect(QRectF(area.left(), area.bottom() - line, area.width(), line), colour);
+  painter.fillRect(QRectF(area.left(), area.top(), line, area.height()), colour);
+  painter.fillRect(QRectF(area.right() - line, area.top(), line, area.height()), colour);
+}
+
+/// Each cell draws the lines on its right and below it; the last ones leave that to the border.
+void paintGrid(QPainter& painter, const QRectF& area, const QModelIndex& cell,
+               const QColor& colour) {
+  const qreal line = hairline(painter);
+  if (cell.column() + 1 < cell.model()->columnCount())
+    painter.fillRect(QRectF(area.right() - line, area.top(), line, area.height()), colour);
+  if (cell.row() + 1 < cell.model()->rowCount())
+    painter.fillRect(QRectF(area.left(), area.bottom() - line, area.width(), line), colour);
+}
+
+}  // namespace
+
+SheetColours::SheetColours(const FlexCell::GridDesign& design, const QPalette& palette)
+    : back(drawnColour(design.backColour, palette)),
+      text(textOn(design.foreColour, back, palette)),
+      frame(drawnColour(kButtonFace, palette)),
+      active(drawnColour(design.backColourActiveCell, palette)),
+      activeText(textOn(design.foreColour, active, palette)),
+      activeBorder(drawnColour(design.selectionBorderColour, palette)),
+      grid(drawnColour(design.gridColour, palette)),
+      border(drawnColour(design.borderColour, palette)) {}
+
+SheetPainter::SheetPainter(SheetView& view) : QStyledItemDelegate(&view), view_(view) {}
+
+void SheetPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+  const SheetModel& sheet = view_.sheet();
+  const SheetColours& colours = view_.colours();
+  const bool active = index == view_.currentIndex();
+  const bool fixed = sheet.isFixed(index);
+  painter->fillRect(option.rect, fixed ? colours.frame : active ? colours.active : colours.back);
+  paintGrid(*painter, option.rect, index, colours.grid);
+  if (active) paintBorder(*painter, option.rect, colours.activeBorder);
+  if (fixed || (active && view_.editor() != nullptr)) return;
+
+  painter->setFont(option.font);
+  const QRect cell = option.rect.adjusted(0, 0, -1, -1);
+  const QColor& colour = active ? colours.activeText : colours.text;
+  switch (sheet.kind(index)) {
+    case FlexCell::CellType::Text:
+      paintText(*painter, cell, sheet.text(index), colour);
+      break;
+    case FlexCell::CellType::ComboBox:
+      paintDropDown(*painter, cell, sheet.text(index), colour);
+      break;
+    case FlexCell::CellType::CheckBox:
+      paintCheckBox(*painter, option, index.data(Qt::CheckStateRole).toInt() == Qt::Checked);
+      break;
+  }
+}
+
+void SheetPainter::paintText(QPainter& painter, const QRect& cell, const QString& text,
+                             const QColor& colour) {
+  const QRect place = cell.adjusted(kCellInset, 0, -kCellInset, 0);
+  painter.setPen(colour);
+  painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                   painter.fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
+}
+
+void SheetPainter::paintDropDown(QPainter& painter, const QRect& cell, const QString& text,
+                                 const QColor& colour) {
+  const QRectF arrow(cell.right() - kCellInset - kArrowWidth,
+                     cell.center().y() - (kArrowHeight - 1) / 2.0, kArrowWidth, kArrowHeight);
+  paintText(painter, cell.adjusted(0, 0, -(kCellInset + kArrowWidth), 0), text, colour);
+  QPainterPath path(arrow.topLeft());
+  path.lineTo(arrow.center().x(), arrow.bottom());
+  path.lineTo(arrow.topRight());
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(colour, 1.75, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawPath(path);
+  painter.setRenderHint(QPainter::Antialiasing, false);
+}
+
+/// A white box with a clear edge, whatever the theme and the cell's colour.
+void SheetPainter::paintCheckBox(QPainter& painter, const QStyleOptionViewItem& option,
+                                 bool checked) const {
+  QStyleOptionButton box;
+  box.initFrom(&view_);
+  box.palette.setColor(QPalette::Base, Qt::white);
+  box.palette.setColor(QPalette::Text, Qt::black);
+  box.palette.setColor(QPalette::Window, Qt::lightGray);
+  box.state = QStyle::State_Enabled | (checked ? QStyle::State_On : QStyle::State_Off);
+  const int side = view_.style()->pixelMetric(QStyle::PM_IndicatorWidth);
+  box.rect = QRect(option.rect.left() + kCellInset,
+                   option.rect.top() + (option.rect.height() - side) / 2, side, side);
+  view_.style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, &painter, &view_);
+}
+
+}  // namespace forms::qt

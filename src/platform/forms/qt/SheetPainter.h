@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QMargins>
+#include <QPalette>
+#include <QStyledItemDelegate>
+
+#include "platform/forms/FlexCellGrid.h"
+
+namespace forms::qt {
+
+class SheetView;
+
+/// Distance of a cell's content from the cell's edges, in pixels.
+inline constexpr int kCellInset = 8;
+/// What an editor leaves free within its cell for the grid's lines; its middle is the content's.
+inline constexpr QMargins kEditorMargins(1, 1, 1, 2);
+
+/// A sheet's colours as they are drawn.
+struct SheetColours {
+  SheetColours(const FlexCell::GridDesign& design, const QPalette& palette);
+  bool operator==(const SheetColours&) const = default;
+  QColor back, text, frame, active, activeText, activeBorder, grid, border;
+};
+
+/// Paints the cells of a sheet.
+class SheetPainter : public QStyledItemDelegate {
+ public:
+  explicit SheetPainter(SheetView& view);
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override;
+
+  /// A text in one line, cut with dots where it is too long.
+  static void paintText(QPainter& painter, const QRect& cell, const QString& text,
+                        const QColor& colour);
+  /// The content of a drop-down cell: its text and the arrow.
+  static void paintDropDown(QPainter& painter, const QRect& cell, const QString& text,
+                            const QColor& colour);
+
+ private:
+  void paintCheckBox(QPainter& painter, const QStyleOptionViewItem& option, bool checked) const;
+  const SheetView& view_;
+};
+
+}  // namespace forms::qt

@@ -1,0 +1,315 @@
+#include "platform/forms/qt/SheetView.h"
+
+#include <QAccessible>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <limits>
+#include <utility>
+
+#include "platform/forms/qt/Raise.h"
+#include "platform/process/Process.h"
+
+namespace forms::qt {
+
+using FlexCell::CellType;
+
+namespace {
+
+constexpr int kFixedColumnWidth = 24;
+constexpr int kColumnWidth = 80;
+constexpr int kEnterMovesDown = 1;
+
+void prepareHeader(QHeaderView& header) {
+  header.hide();
+  header.setMinimumSectionSize(0);
+  header.setSectionResizeMode(QHeaderView::Fixed);
+}
+
+}  // namespace
+
+SheetView::SheetView(FlexCell::Grid& control, const FlexCell::GridDesign& design, QWidget* parent)
+    : QTableView(parent),
+      control_(control),
+      design_(design),
+      sheet_(new SheetModel(design.rows, design.cols, this)),
+      colours_(design, palette()),
+      heights_(static_cast<std::size_t>(design.rows), design.defaultRowHeight),
+      widths_(static_cast<std::size_t>(design.cols), kColumnWidth) {
+  setModel(sheet_);
+  setItemDelegate(new SheetPainter(*this));
+  edit_ = new CellEdit(*this);
+  dropDown_ = new CellDropDown(*this);
+  setAccessibleName(QStringLiteral("Product sheet"));
+  setFrameStyle(QFrame::Box | QFrame::Plain);
+  setShowGrid(false);
+  setEditTriggers(NoEditTriggers);
+  setSelectionMode(SingleSelection);
+  setTabKeyNavigation(false);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  prepareHeader(*horizontalHeader());
+  prepareHeader(*verticalHeader());
+  horizontalHeader()->setStretchLastSection(design.extendLastCol);
+  widths_.front() = kFixedColumnWidth;
+  applySizes();
+  applyColours();
+  connect(edit_, &QLineEdit::textEdited, this,
+          [this](const QString& text) { sheet_->setText(currentIndex(), text); });
+  // Raised for every choice of the user's, of the chosen entry too.
+  connect(dropDown_, &QComboBox::activated, this, [this](int item) { picked(item); });
+  setCurrentIndex(cell(SheetModel::kFixedRows, SheetModel::kFixedColumns));
+}
+
+void SheetView::setHeight(int row, int pixels) {
+  heights_[static_cast<std::size_t>(row)] = pixels;
+  applySizes();
+}
+
+void SheetView::setWidth(int column, int pixels) {
+  widths_[static_cast<std::size_t>(column)] = pixels;
+  applySizes();
+}
+
+void SheetView::rescale(double scale) {
+  scale_ = scale;
+  applySizes();
+}
+
+/// Rounded down, so that rows which fit the sheet at full size fit it at any scale.
+void SheetView::applySizes() {
+  for (int row = 0; row < design_.rows; ++row)
+    setRowHeight(row, static_cast<int>(heights_[static_cast<std::size_t>(row)] * scale_));
+  for (int column = 0; column < design_.cols; ++column)
+    setColumnWidth(column, static_cast<int>(widths_[static_cast<std::size_t>(column)] * scale_));
+}
+
+/// The outer border is drawn in the frame's own colour role; the editor stands on the active cell.
+void SheetView::applyColours() {
+  colours_ = SheetColours(design_, parentWidget()->palette());
+  QPalette own;
+  own.setColor(QPalette::WindowText, colours_.border);
+  setPalette(own);
+  QPalette edit;
+  edit.setColor(QPalette::Base, colours_.active);
+  edit.setColor(QPalette::Text, colours_.activeText);
+  edit_->setPalette(edit);
+}
+
+void SheetView::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  const QPalette& outer = parentWidget()->palette();
+  if (event->type() == QEvent::PaletteChange && SheetColours(design_, outer) != colours_)
+    applyColours();
+}
+
+QWidget* SheetView::editor() const {
+  if (!sheet_->isOpen(currentIndex())) return nullptr;
+  switch (sheet_->kind(currentIndex())) {
+    case CellType::Text:
+      return edit_;
+    case CellType::ComboBox:
+      return dropDown_;
+    case CellType::CheckBox:
+      break;
+  }
+  return nullptr;
+}
+
+void SheetView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  if (!current.isValid()) return;  // while the sheet is being made
+  refreshEditor();
+  edit_->selectAll();
+}
+
+void SheetView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                            const QList<int>& roles) {
+  QTableView::dataChanged(topLeft, bottomRight, roles);
+  refreshEditor();
+}
+
+/// The focus goes on before the old editor is hidden: the toolkit would hand it to another control.
+void SheetView::refreshEditor() {
+  QWidget* const wanted = editor();
+  syncEditor();
+  updateEditorGeometries();
+  if (wanted != nullptr) wanted->show();
+  const QWidget* const focused = window()->focusWidget();
+  if (focused == this || focused == edit_ || focused == dropDown_)
+    (wanted != nullptr ? wanted : this)->setFocus();
+  for (QWidget* other : {static_cast<QWidget*>(edit_), static_cast<QWidget*>(dropDown_)})
+    if (other != wanted) other->hide();
+}
+
+void SheetView::syncEditor() {
+  const QModelIndex active = currentIndex();
+  const QString text = sheet_->text(active);
+  const int limit = sheet_->maxLength(active.column());
+  if (editor() == edit_) {
+    edit_->setAccessibleName(sheet_->label(active));
+    edit_->setMaxLength(limit > 0 ? limit : std::numeric_limits<int>::max());
+    if (edit_->text() != text) edit_->setText(text);
+  }
+  if (editor() == dropDown_) {
+    dropDown_->setAccessibleName(sheet_->label(active));
+    fillDropDown();
+    dropDown_->update();
+  }
+}
+
+void SheetView::fillDropDown() {
+  const QStringList& items = sheet_->items(currentIndex().column());
+  const QString text = sheet_->text(currentIndex());
+  if (dropDown_->count() != items.size()) {
+    dropDown_->clear();
+    dropDown_->addItems(items);
+  }
+  if (dropDown_->currentIndex() < 0 || dropDown_->currentText() != text)
+    dropDown_->setCurrentIndex(items.indexOf(text));
+}
+
+void SheetView::openDropDown() {
+  if (editor() == dropDown_ && !process::hasEnded()) dropDown_->showPopup();
+}
+
+/// The text stands in the cell before the screen is told.
+void SheetView::picked(int item) {
+  sheet_->setText(currentIndex(), dropDown_->itemText(item));
+  qt::raise(control_.ComboClick, static_cast<std::int16_t>(item));
+}
+
+void SheetView::updateEditorGeometries() {
+  QTableView::updateEditorGeometries();
+  if (QWidget* open = editor())
+    open->setGeometry(visualRect(currentIndex()).marginsRemoved(kEditorMargins));
+}
+
+void SheetView::focusInEvent(QFocusEvent* event) {
+  QTableView::focusInEvent(event);
+  if (QWidget* open = editor(); open != nullptr && !leaving_) open->setFocus(event->reason());
+}
+
+/// The way to the next control begins at the sheet itself, which alone has a place in the tab
+/// order.
+bool SheetView::leave(bool next) {
+  leaving_ = true;
+  setFocus();
+  const bool left = focusNextPrevChild(next);
+  leaving_ = false;
+  if (!left && editor() != nullptr) editor()->setFocus();
+  return left;
+}
+
+bool SheetView::navigate(const QKeyEvent& event) {
+  if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0)
+    return false;
+  switch (event.key()) {
+    case Qt::Key_Up:
+      step(-1, 0);
+      return true;
+    case Qt::Key_Down:
+      step(1, 0);
+      return true;
+    case Qt::Key_Left:
+      step(0, -1);
+      return true;
+    case Qt::Key_Right:
+      step(0, 1);
+      return true;
+    case Qt::Key_Home:
+    case Qt::Key_PageUp:
+      step(-design_.rows, 0);
+      return true;
+    case Qt::Key_End:
+    case Qt::Key_PageDown:
+      step(design_.rows, 0);
+      return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (design_.enterKeyMoveTo == kEnterMovesDown) step(1, 0);
+      return true;
+    default:
+      return false;
+  }
+}
+
+/// Moves over rows without height and sideways over locked columns; a step beyond the last row or
+/// column ends there.
+void SheetView::step(int rows, int columns) {
+  const QModelIndex from = currentIndex();
+  const auto free = [this](const QModelIndex& at) {
+    return !sheet_->isFixed(at) && rowHeight(at.row()) > 0;
+  };
+  QModelIndex to = from;
+  const int down = rows < 0 ? -1 : 1;
+  for (int row = from.row() + down, left = qAbs(rows); left > 0 && row >= 0 && row < design_.rows;
+       row += down) {
+    if (!free(cell(row, from.column()))) continue;
+    to = cell(row, from.column());
+    --left;
+  }
+  const int right = columns < 0 ? -1 : 1;
+  for (int column = from.column() + right, left = qAbs(columns);
+       left > 0 && column >= 0 && column < design_.cols; column += right) {
+    if (sheet_->isLocked(column) || !free(cell(from.row(), column))) continue;
+    to = cell(from.row(), column);
+    --left;
+  }
+  setCurrentIndex(to);
+}
+
+void SheetView::keyPressEvent(QKeyEvent* event) {
+  const bool space = event->key() == Qt::Key_Space && !event->isAutoRepeat();
+  if (space && sheet_->kind(currentIndex()) == CellType::CheckBox)
+    toggle(currentIndex());
+  else if (!navigate(*event))
+    event->ignore();
+}
+
+void SheetView::toggle(const QModelIndex& cell) {
+  if (!sheet_->isOpen(cell)) return;
+  sheet_->setText(cell, sheet_->text(cell) == u"1" ? QStringLiteral("0") : QStringLiteral("1"));
+  if (!QAccessible::isActive()) return;
+  QAccessibleInterface* table = QAccessible::queryAccessibleInterface(this);
+  QAccessible::State changed;
+  changed.checked = true;
+  QAccessibleStateChangeEvent told(table->tableInterface()->cellAt(cell.row(), cell.column()),
+                                   changed);
+  QAccessible::updateAccessibility(&told);
+}
+
+void SheetView::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  const QModelIndex hit = indexAt(event->position().toPoint());
+  pressed_ = hit;
+  // A press on the fixed frame counts for the cell beside it.
+  if (hit.isValid())
+    setCurrentIndex(cell(qMax(hit.row(), SheetModel::kFixedRows),
+                         qMax(hit.column(), SheetModel::kFixedColumns)));
+}
+
+void SheetView::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || !pressed_.isValid()) return;
+  const QModelIndex pressed = std::exchange(pressed_, QPersistentModelIndex());
+  const bool same = indexAt(event->position().toPoint()) == pressed;
+  if (same && sheet_->kind(pressed) == CellType::CheckBox) toggle(pressed);
+  raiseClick();
+  if (same && pressed == currentIndex()) openDropDown();
+}
+
+// No cells are selected by a drag, and each press of a double click counts alike.
+void SheetView::mouseMoveEvent(QMouseEvent*) {}
+
+void SheetView::mouseDoubleClickEvent(QMouseEvent* event) {
+  mousePressEvent(event);
+}
+
+void SheetView::wheelEvent(QWheelEvent* event) {
+  event->ignore();
+}
+
+void SheetView::raiseClick() {
+  qt::raise(control_.Click);
+}
+
+}  // namespace forms::qt

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QPersistentModelIndex>
+#include <QTableView>
+#include <vector>
+
+#include "platform/forms/FlexCellGrid.h"
+#include "platform/forms/qt/SheetEditors.h"
+#include "platform/forms/qt/SheetModel.h"
+#include "platform/forms/qt/SheetPainter.h"
+
+namespace forms::qt {
+
+/// The widget of a sheet. An open text or drop-down cell has its editor in it while it is the
+/// active one, so typing needs no first step and each change is in the cell at once.
+class SheetView final : public QTableView {
+ public:
+  SheetView(FlexCell::Grid& control, const FlexCell::GridDesign& design, QWidget* parent);
+
+  SheetModel& sheet() const { return *sheet_; }
+  const SheetColours& colours() const { return colours_; }
+  QModelIndex cell(int row, int column) const { return sheet_->index(row, column); }
+
+  /// Sizes in pixels of 15 twips; they follow the scale at which the screen is laid out.
+  void setHeight(int row, int pixels);
+  void setWidth(int column, int pixels);
+  void rescale(double scale);
+
+  /// Fits the active cell's editor to the cell after a change of the cell's column.
+  void refreshEditor();
+  /// The editor of the active cell, none for a check cell or a locked one.
+  QWidget* editor() const;
+
+  /// Moves the active cell as the key says. False: the key doesn't move it.
+  bool navigate(const QKeyEvent& event);
+  /// Gives the focus to the next control, or to the one before.
+  bool leave(bool next);
+  void raiseClick();
+  void openDropDown();
+  void fillDropDown();
+
+ protected:
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                   const QList<int>& roles) override;
+  void updateEditorGeometries() override;
+  void changeEvent(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  void applyColours();
+  void applySizes();
+  void syncEditor();
+  void step(int rows, int columns);
+  void toggle(const QModelIndex& cell);
+  void picked(int item);
+
+  FlexCell::Grid& control_;
+  FlexCell::GridDesign design_;
+  SheetModel* sheet_;
+  SheetColours colours_;
+  CellEdit* edit_ = nullptr;
+  CellDropDown* dropDown_ = nullptr;
+  std::vector<int> heights_;
+  std::vector<int> widths_;
+  double scale_ = 1;
+  QPersistentModelIndex pressed_;
+  bool leaving_ = false;
+};
+
+}  // namespace forms::qt

@@ -33,7 +33,15 @@ std::string escaped(const std::string& text) {
   return out;
 }
 
+template <class Number>
+std::string shortest(Number number) {
+  std::array<char, 40> text{};
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
+  return {text.data(), end};
+}
+
 std::string date(double days) {
+  if (!(std::abs(days) < 1e6)) return shortest(days);
   const double whole = std::trunc(days);
   auto seconds = static_cast<long>(std::lround(std::abs(days - whole) * 86400));
   std::time_t moment = (static_cast<std::time_t>(whole) - 25569) * 86400 + seconds;
@@ -44,13 +52,6 @@ std::string date(double days) {
       std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", parts.tm_year + 1900,
                     parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec);
   return {text.data(), static_cast<std::size_t>(size)};
-}
-
-template <class Number>
-std::string shortest(Number number) {
-  std::array<char, 40> text{};
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
-  return {text.data(), end};
 }
 
 std::string hex(const std::uint8_t* bytes, std::size_t count, const char* digits) {
@@ -204,6 +205,22 @@ const jet::Table& tableNamed(jet::Database& database, std::u16string_view name) 
   const auto object = database.find(name);
   if (!object) throw std::runtime_error("no table " + narrow(name));
   return database.table(*object);
+}
+
+void readEverything(const fs::path& file, std::u16string_view password) {
+  jet::Database database(file, u"the file", password);
+  for (const jet::CatalogObject& object : database.objects()) {
+    if (object.kind == jet::ObjectKind::Query) database.queryRows(object);
+    if (object.kind != jet::ObjectKind::Table) continue;
+    database.find(object.name);
+    const jet::Table& table = database.table(object);
+    linesOf(table);
+    for (int i = 0; i < static_cast<int>(table.indexes().size()); ++i) {
+      const auto walk = table.walk(i, {});
+      while (walk->next()) {
+      }
+    }
+  }
 }
 
 std::string narrow(std::u16string_view text) {

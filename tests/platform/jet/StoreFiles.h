@@ -59,6 +59,9 @@ std::vector<std::string> linesOf(const jet::Table& table);
 /// Opens the file and gives the table of that name.
 const jet::Table& tableNamed(jet::Database& database, std::u16string_view name);
 
+/// Reads whatever a database holds: every table by a scan and by each index, every saved query.
+void readEverything(const std::filesystem::path& file, std::u16string_view password);
+
 std::string narrow(std::u16string_view text);
 std::u16string wide(std::string_view text);
 

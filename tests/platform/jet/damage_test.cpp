@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <fstream>
+#include <iterator>
+#include <random>
+
+#include "platform/jet/StoreFiles.h"
+#include "platform/runtime/RunTimeError.h"
+
+namespace {
+
+using namespace jettest;
+namespace fs = std::filesystem;
+
+std::string contentOf(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+/// Reads all that a damaged file gives. The only way out is an error that says which file.
+class Damage : public testing::Test {
+ protected:
+  void read(const std::string& content, const StoreFile& origin) {
+    const fs::path file = scratch_.folder() / "damaged.mdb";
+    std::ofstream(file, std::ios::binary) << content;
+    const auto start = std::chrono::steady_clock::now();
+    try {
+      readEverything(file, origin.password);
+      ++sound_;
+    } catch (const runtime::RunTimeError& error) {
+      ++refused_;
+      const bool known = error.number() == -2147467259 || error.number() == -2147217843;
+      EXPECT_TRUE(known) << error.what();
+      EXPECT_TRUE(error.number() == -2147217843 ||
+                  error.text().find(u"the file") != std::u16string::npos)
+          << error.what();
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+  }
+
+  /// A small file of each generation, plain and encoded pages aside.
+  std::vector<StoreFile> smallFiles() const {
+    std::vector<StoreFile> files;
+    for (const StoreFile& file : referenceStores())
+      if (file.path.parent_path().filename() == "tight") files.push_back(file);
+    for (const StoreFile& file : corpusFiles())
+      if (file.path.filename() == "testV1997.mdb" || file.path.filename() == "queryTestV2000.mdb")
+        files.push_back(file);
+    return files;
+  }
+
+  Scratch scratch_;
+  int sound_ = 0;
+  int refused_ = 0;
+};
+
+TEST_F(Damage, OfAnyByteIsAnErrorAtWorst) {
+  if (smallFiles().empty()) GTEST_SKIP() << "no reference files";
+  std::mt19937 random(4);
+  for (const StoreFile& file : smallFiles()) {
+    const std::string content = contentOf(file.path);
+    const std::size_t pageSize = content[0x14] == 0 ? 2048 : 4096;
+    for (int round = 0; round < 250; ++round) {
+      std::string damaged = content;
+      for (unsigned bytes = 1 + random() % 4; bytes > 0; --bytes) {
+        const std::size_t page = 1 + random() % (content.size() / pageSize - 1);
+        const std::size_t within = random() % 3 == 0 ? random() % pageSize : random() % 80;
+        constexpr char kValues[] = {'\0', '\1', '\x7f', '\x80', '\xff'};
+        damaged[page * pageSize + within] =
+            random() % 2 == 0 ? kValues[random() % 5] : static_cast<char>(random());
+      }
+      SCOPED_TRACE(file.path.string() + " round " + std::to_string(round));
+      read(damaged, file);
+    }
+  }
+  // Both happened, so the sweep meets structures and data.
+  EXPECT_GT(sound_, 50);
+  EXPECT_GT(refused_, 50);
+}
+
+TEST_F(Damage, ByACutOrExchangedPagesIsAnErrorAtWorst) {
+  if (smallFiles().empty()) GTEST_SKIP() << "no reference files";
+  std::mt19937 random(5);
+  for (const StoreFile& file : smallFiles()) {
+    const std::string content = contentOf(file.path);
+    const std::size_t pageSize = content[0x14] == 0 ? 2048 : 4096;
+    for (int round = 0; round < 60; ++round) {
+      SCOPED_TRACE(file.path.string() + " round " + std::to_string(round));
+      read(content.substr(0, random() % content.size()), file);
+      std::string exchanged = content;
+      const std::size_t pages = content.size() / pageSize;
+      exchanged.replace((1 + random() % (pages - 1)) * pageSize, pageSize,
+                        content.substr((random() % pages) * pageSize, pageSize));
+      read(exchanged, file);
+    }
+  }
+  EXPECT_GT(refused_, 100);
+}
+
+}  // namespace

@@ -1,0 +1,268 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "platform/jet/StoreFiles.h"
+#include "platform/jet/engine/Pager.h"
+#include "platform/jet/engine/TableSource.h"
+#include "platform/jet/format/DataPage.h"
+#include "platform/jet/format/Header.h"
+#include "platform/jet/format/IndexPage.h"
+#include "platform/jet/format/LongValue.h"
+#include "platform/jet/format/PropertyBlob.h"
+#include "platform/jet/format/Row.h"
+#include "platform/jet/format/StoredText.h"
+#include "platform/jet/format/TableDefinition.h"
+
+namespace {
+
+using namespace jettest;
+using jet::Bytes;
+using jet::Version;
+
+constexpr Version kVersions[] = {Version::Jet3, Version::Jet4};
+
+TEST(Header, KeepsPasswordAndEncodingKeyUnderTheirMasks) {
+  for (const Version version : kVersions) {
+    jet::Header header;
+    header.version = version;
+    header.password = u"w7rt3q8814Z";
+    header.encodingKey = 0x5A17C3E9;
+    header.creationDate = 38000.75;
+    const Bytes page = header.encode();
+    EXPECT_EQ(page.size(), jet::layoutOf(version).pageSize);
+    const std::string plain(page.begin(), page.end());
+    EXPECT_EQ(plain.find("w7rt"), std::string::npos);
+    const auto read = jet::Header::decode(page);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->version, version);
+    EXPECT_EQ(read->password, header.password);
+    EXPECT_EQ(read->encodingKey, header.encodingKey);
+    EXPECT_EQ(read->codePage, 1252);
+    EXPECT_EQ(read->sortLanguage, 0x409);
+  }
+  EXPECT_FALSE(jet::Header::decode(Bytes(0x98)));
+}
+
+TEST(StoredText, IsCompressedOnlyWhereEachCharacterHasAByte) {
+  const auto stored = [](std::u16string_view text) {
+    return *jet::encodeText(Version::Jet4, text, true);
+  };
+  EXPECT_EQ(stored(u"abc"), (Bytes{0xFF, 0xFE, 'a', 'b', 'c'}));
+  EXPECT_EQ(stored(u"ab"), (Bytes{'a', 0, 'b', 0}));
+  EXPECT_EQ(stored(u"a\u20acc"), (Bytes{'a', 0, 0xAC, 0x20, 'c', 0}));
+  EXPECT_EQ(stored(std::u16string(1025, u'x')).size(), 2050U);
+  std::u16string text;
+  jet::decodeText(Version::Jet4, Bytes{0xFF, 0xFE, 'a', 0, 0xAC, 0x20, 'b', 0, 0, 'c'}, text);
+  EXPECT_EQ(text, u"a\u20acbc");
+  EXPECT_EQ(jet::encodeText(Version::Jet3, u"\u20ac", false), Bytes{0x80});
+  EXPECT_FALSE(jet::encodeText(Version::Jet3, u"\u0142", false));
+  std::string utf8;
+  jet::decodeTextUtf8(Version::Jet4, Bytes{0x3D, 0xD8, 0x00, 0xDE, 0x3D, 0xD8}, utf8);
+  EXPECT_EQ(utf8, "\xF0\x9F\x98\x80\xEF\xBF\xBD");
+}
+
+TEST(Row, ComesBackWhateverItsLengthAndPadding) {
+  std::mt19937 random(2);
+  for (const Version version : kVersions) {
+    for (int round = 0; round < 3000; ++round) {
+      jet::RowParts parts;
+      const std::size_t slots = random() % 12;
+      parts.columnCount = slots + 3 + random() % 20;
+      parts.hasValue.resize(parts.columnCount);
+      for (std::size_t i = 0; i < parts.columnCount; ++i) parts.hasValue[i] = random() % 2 == 0;
+      parts.fixedArea.assign(random() % 60, 0x5A);
+      parts.hasVariable = slots > 0;
+      for (std::size_t i = 0; i < slots; ++i)
+        parts.variable.emplace_back(random() % 150, static_cast<std::uint8_t>(i + 1));
+      const std::size_t shortest = parts.encode(version).size();
+      const std::size_t wanted = parts.hasVariable ? shortest + random() % 300 : shortest;
+      const Bytes row = parts.encode(version, wanted);
+      // A jump more may be needed than the wanted length has room for.
+      EXPECT_GE(row.size(), wanted);
+      EXPECT_LE(row.size(), wanted + 1);
+      const jet::RowContent read(version, row, parts.hasVariable, {});
+      ASSERT_EQ(read.columnCount(), parts.columnCount);
+      for (std::size_t i = 0; i < parts.columnCount; ++i)
+        ASSERT_EQ(read.hasValue(i), parts.hasValue[i]);
+      ASSERT_TRUE(std::ranges::equal(read.fixedArea(), parts.fixedArea));
+      for (std::size_t i = 0; i < slots; ++i) {
+        const auto value = read.variable(i);
+        ASSERT_TRUE(value && std::ranges::equal(*value, parts.variable[i])) << "slot " << i;
+      }
+      ASSERT_FALSE(read.hasValue(parts.columnCount));
+      ASSERT_FALSE(read.variable(slots));
+    }
+  }
+}
+
+TEST(DataPage, KeepsEveryRowThroughChanges) {
+  std::mt19937 random(3);
+  for (const Version version : kVersions) {
+    const jet::Layout& layout = jet::layoutOf(version);
+    Bytes page = jet::DataPageEditor::newPage(layout, 7);
+    std::vector<std::optional<Bytes>> model;
+    int refused = 0;
+    for (int step = 0; step < 4000; ++step) {
+      jet::DataPageEditor editor(layout, page, {});
+      const Bytes row(4 + random() % 120, static_cast<std::uint8_t>(step));
+      const std::size_t slot = model.empty() ? 0 : random() % model.size();
+      switch (random() % 4) {
+        case 0:
+          if (const auto added = editor.add(row, jet::SlotMark::Row)) {
+            if (*added == model.size()) model.emplace_back();
+            ASSERT_FALSE(model[*added]);
+            model[*added] = row;
+          }
+          break;
+        case 1:
+          if (model.empty() || !model[slot]) break;
+          if (editor.replace(slot, row, jet::SlotMark::Row))
+            model[slot] = row;
+          else
+            ++refused;
+          break;
+        case 2:
+          if (model.empty() || !model[slot]) break;
+          editor.markDeleted(slot);
+          model[slot].reset();
+          break;
+        default:
+          editor.squeeze();
+          ASSERT_EQ(editor.deadBytes(), 0U);
+      }
+      const jet::DataPage read(layout, page, {});
+      ASSERT_EQ(read.slotCount(), model.size());
+      std::size_t used = 0;
+      for (std::size_t i = 0; i < model.size(); ++i) {
+        const jet::Slot each = read.slot(i);
+        used += each.length;
+        ASSERT_EQ(each.isRow(), model[i].has_value());
+        ASSERT_TRUE(!model[i] || std::ranges::equal(read.bytes(each), *model[i]));
+      }
+      ASSERT_EQ(jet::u16At(page, 2), layout.pageSize - layout.dataSlots - 2 * model.size() - used);
+    }
+    EXPECT_GT(refused, 10);
+  }
+}
+
+TEST(IndexPage, LeavesOutACommonFrontOnlyWhereThePageIsFull) {
+  for (const Version version : kVersions) {
+    const jet::Layout& layout = jet::layoutOf(version);
+    jet::IndexPage leaf;
+    leaf.owner = 9;
+    Bytes key(20, 0x4A);
+    std::optional<Bytes> page = leaf.encode(layout);
+    for (std::uint8_t i = 0; page; ++i) {
+      key.back() = i;
+      leaf.entries.push_back(jet::IndexEntry::of(key, {300, i}));
+      const std::size_t whole = 24 * leaf.entries.size();
+      page = leaf.encode(layout);
+      if (!page) break;
+      const jet::IndexPageView view(layout, *page, {});
+      EXPECT_EQ(view.prefixLength(), whole <= layout.indexCapacity() ? 0U : 19U);
+      EXPECT_EQ(view.lowerBound(leaf.entries.back().bytes), leaf.entries.size() - 1);
+      EXPECT_EQ(view.row(leaf.entries.size() - 1), (jet::RowPointer{300, i}));
+      ASSERT_LT(i, 255);
+      const std::size_t used = whole - view.prefixLength() * (leaf.entries.size() - 1);
+      EXPECT_EQ(jet::u16At(*page, 2), layout.indexCapacity() - used);
+      if (leaf.entries.size() == 200) break;
+    }
+    leaf.leaf = false;
+    EXPECT_FALSE(leaf.encode(layout)) << "a node's entries are written whole";
+  }
+}
+
+TEST(IndexPage, OfRealFilesComesBackFromItsEntries) {
+  int pages = 0;
+  for (const StoreFile& file : corpusFiles()) {
+    jet::Pager pager(file.path, u"");
+    for (std::uint32_t number = 1; number < pager.pageCount(); ++number) {
+      const jet::Pager::Page page = pager.read(number, {});
+      if ((*page)[0] != 3 && (*page)[0] != 4) continue;
+      const jet::IndexPage open = jet::IndexPage::decode(pager.layout(), *page, {});
+      const auto again = open.encode(pager.layout());
+      ASSERT_TRUE(again);
+      const jet::IndexPage read = jet::IndexPage::decode(pager.layout(), *again, {});
+      ASSERT_EQ(read.entries.size(), open.entries.size());
+      for (std::size_t i = 0; i < open.entries.size(); ++i) {
+        ASSERT_EQ(read.entries[i].bytes, open.entries[i].bytes);
+        ASSERT_EQ(read.entries[i].child, open.entries[i].child);
+      }
+      EXPECT_EQ(std::tuple(read.leaf, read.owner, read.previous, read.next, read.tail, read.level),
+                std::tuple(open.leaf, open.owner, open.previous, open.next, open.tail, open.level));
+      ++pages;
+    }
+  }
+  if (pages == 0) GTEST_SKIP() << "no corpus";
+  EXPECT_GT(pages, 200);
+}
+
+TEST(TableDefinition, OfRealFilesComesBackFromItsParts) {
+  int definitions = 0;
+  for (const StoreFile& file : corpusFiles()) {
+    jet::Database database(file.path, u"", file.password);
+    for (const jet::CatalogObject& object : database.objects()) {
+      if (object.kind != jet::ObjectKind::Table) continue;
+      const jet::TableSource& source = database.table(object).source();
+      const jet::Place place = source.place(source.definitionPage);
+      std::vector<std::uint32_t> chain;
+      const Bytes original = jet::readDefinition(source.pager, place, chain);
+      const Bytes content = source.definition.encode();
+      // The file tells the length that is used.
+      ASSERT_EQ(content.size(), jet::u32At(original, 8)) << file.path << narrow(object.name);
+      const std::size_t needed =
+          jet::TableDefinition::pagesNeeded(source.version(), content.size());
+      ASSERT_LE(needed, chain.size());
+      chain.resize(needed);
+      const std::vector<Bytes> pages = source.definition.encodePages(chain);
+      Bytes joined = pages[0];
+      for (std::size_t i = 1; i < pages.size(); ++i) {
+        EXPECT_EQ(jet::TableDefinition::nextPage(pages[i - 1], place), chain[i]);
+        jet::appendBytes(joined,
+                         jet::ByteView(pages[i]).subspan(jet::TableDefinition::kPageHeader));
+      }
+      const auto again = jet::TableDefinition::decode(source.version(), joined, place);
+      EXPECT_EQ(again.encode(), content);
+      ++definitions;
+    }
+  }
+  if (definitions == 0) GTEST_SKIP() << "no corpus";
+  EXPECT_GT(definitions, 100);
+}
+
+TEST(Properties, OfRealTablesAreReadAndComeBack) {
+  for (const Version version : kVersions) {
+    jet::PropertyBlock object{.type = jet::PropertyBlock::kObject, .name = u"", .properties = {}};
+    object.properties.push_back({u"Description", 10, false, Bytes{'a', 0}});
+    jet::PropertyBlock column{
+        .type = jet::PropertyBlock::kColumn, .name = u"price", .properties = {}};
+    column.properties.push_back({u"Required", 1, true, Bytes{1}});
+    column.properties.push_back({u"Description", 10, false, {}});
+    const auto read =
+        jet::decodeProperties(version, jet::encodeProperties(version, {object, column}), {});
+    ASSERT_EQ(read.size(), 2U);
+    EXPECT_EQ(read[1].name, u"price");
+    EXPECT_TRUE(read[1].flag(u"required"));
+    EXPECT_FALSE(read[1].flag(u"AllowZeroLength"));
+    EXPECT_EQ(read[0].properties.at(0).data, (Bytes{'a', 0}));
+  }
+  int allowing = 0;
+  int forbidding = 0;
+  for (const StoreFile& file : referenceStores()) {
+    jet::Pager pager(file.path, u"");
+    jet::Catalog catalog(pager);
+    const auto stock = catalog.find(u"tblStock");
+    ASSERT_TRUE(stock);
+    for (const jet::PropertyBlock& block :
+         catalog.properties(static_cast<std::uint32_t>(stock->id)))
+      if (jet::sameName(block.name, u"description"))
+        ++(block.flag(u"AllowZeroLength") ? allowing : forbidding);
+  }
+  if (referenceStores().empty()) GTEST_SKIP() << "no reference stores";
+  EXPECT_EQ(forbidding, 1);
+  EXPECT_GE(allowing, 4);
+}
+
+}  // namespace

@@ -1,0 +1,161 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "platform/jet/format/IndexKey.h"
+#include "platform/jet/format/TextKey.h"
+
+namespace {
+
+using jet::TextOrder;
+
+std::string hex(const std::string& bytes) {
+  std::string text;
+  for (const char c : bytes) {
+    text.push_back("0123456789abcdef"[static_cast<std::uint8_t>(c) >> 4]);
+    text.push_back("0123456789abcdef"[c & 15]);
+  }
+  return text;
+}
+
+TEST(TextKey, HasTheBytesThatTheEngineWrites) {
+  const auto key4 = [](std::u16string_view text) {
+    return hex(jet::textKey(TextOrder::General4, text));
+  };
+  EXPECT_EQ(key4(u""), "0100");
+  EXPECT_EQ(key4(u"Abc  "), "4a4c4d0100");
+  EXPECT_EQ(key4(u"é"), "51010e00");
+  EXPECT_EQ(key4(u"caf\u00e9s"),
+            "4d4a5351"
+            "6b"
+            "01"
+            "0202020e"
+            "00");
+  EXPECT_EQ(key4(u"co-op"),
+            "4d646466"
+            "01"
+            "010101"
+            "800f0682"
+            "00");
+  EXPECT_EQ(key4(u"\u00e9'x"),
+            "5175"
+            "01"
+            "0e"
+            "010101"
+            "800b0680"
+            "00");
+  EXPECT_EQ(key4(u"hei\u00df"), "5751596b6b0100");
+  const auto key3 = [](std::u16string_view text) {
+    return hex(jet::textKey(TextOrder::General3, text));
+  };
+  EXPECT_EQ(key3(u""), "00");
+  EXPECT_EQ(key3(u"Milk 2"), "6f6a6d6c115800");
+  EXPECT_EQ(key3(u"\u00e9"), "660400");
+}
+
+TEST(TextKey, OrdersAsShopPeopleSort) {
+  const std::vector<std::u16string> sorted{
+      u"",         u"#1",       u"_x",        u"10",         u"2",     u"Abc",
+      u"ab\u00e7", u"Abd",      u"Caf\u00e9", u"Caf\u00e9s", u"coop",  u"co-op",
+      u"coops",    u"\u0153uf", u"of",        u"Zebra",      u"\u3042"};
+  for (const TextOrder order : {TextOrder::General3, TextOrder::General4}) {
+    std::vector<std::string> keys;
+    for (const std::u16string& text : sorted)
+      if (order == TextOrder::General4 || text.find(u'-') == std::u16string::npos)
+        keys.push_back(jet::textKey(order, text));
+    EXPECT_TRUE(std::ranges::is_sorted(keys)) << static_cast<int>(order);
+    EXPECT_EQ(std::ranges::adjacent_find(keys), keys.end()) << static_cast<int>(order);
+  }
+}
+
+TEST(TextKey, LeavesOutCaseTrailingSpacesAndWhatFollowsTheLimit) {
+  for (const TextOrder order : {TextOrder::General3, TextOrder::General4}) {
+    EXPECT_EQ(jet::textKey(order, u"CR\u00c8ME  "), jet::textKey(order, u"cr\u00e8me"));
+    EXPECT_NE(jet::textKey(order, u"creme"), jet::textKey(order, u"cr\u00e8me"));
+    EXPECT_EQ(jet::textKey(order, std::u16string(255, u'a') + u"b"),
+              jet::textKey(order, std::u16string(255, u'a')));
+    EXPECT_NE(jet::textKey(order, std::u16string(254, u'a') + u"b"),
+              jet::textKey(order, std::u16string(255, u'a')));
+  }
+}
+
+TEST(TextKey, IsTheSameFromBytesAndFromWideText) {
+  std::mt19937 random(1);
+  for (int i = 0; i < 500; ++i) {
+    std::vector<std::uint8_t> bytes(random() % 40);
+    std::u16string latin;
+    for (std::uint8_t& byte : bytes) {
+      byte = static_cast<std::uint8_t>(1 + random() % 255);
+      latin.push_back(byte);
+    }
+    std::string fromBytes;
+    EXPECT_TRUE(jet::appendByteTextKey(TextOrder::General4, bytes, fromBytes));
+    EXPECT_EQ(fromBytes, jet::textKey(TextOrder::General4, latin));
+  }
+  // The byte 0x80 is the euro sign in a Jet 3 file.
+  std::string euro;
+  jet::appendByteTextKey(TextOrder::General3, std::vector<std::uint8_t>{0x80}, euro);
+  EXPECT_EQ(euro, jet::textKey(TextOrder::General3, u"\u20ac"));
+}
+
+TEST(TextKey, RefusesCharactersOutsideTheTablesForIndexesOnly) {
+  std::string key;
+  EXPECT_FALSE(jet::appendTextKey(TextOrder::General4, u"a\u4e00", key));
+  EXPECT_FALSE(
+      jet::isKnownTextKey({reinterpret_cast<const std::uint8_t*>(key.data()), key.size()}));
+  EXPECT_LT(jet::textKey(TextOrder::General4, u"az"), key);
+  EXPECT_LT(key, jet::textKey(TextOrder::General4, u"a\u4e01"));
+  jet::ColumnDefinition column;
+  column.type = jet::ColumnType::Text;
+  column.sortLanguage = 0x409;
+  jet::Bytes entry;
+  EXPECT_FALSE(jet::appendKey(jet::Version::Jet4, column, true, std::u16string(u"a\u4e00"), entry));
+  EXPECT_TRUE(entry.empty());
+  EXPECT_TRUE(jet::appendKey(jet::Version::Jet4, column, false, std::u16string(u"a"), entry));
+  EXPECT_EQ(entry, (jet::Bytes{0x80, 0xB5, 0xFE, 0xFF, 0x00}));
+}
+
+TEST(IndexKey, OrdersTheValuesOfEveryTypeInBothDirections) {
+  using runtime::Variant;
+  struct Case {
+    jet::ColumnType type;
+    std::vector<Variant> ascending;
+  };
+  runtime::Guid low;
+  runtime::Guid high;
+  low.bytes[0] = 1;
+  high.bytes[0] = 2;
+  const std::vector<Case> cases{
+      {jet::ColumnType::Boolean, {true, false}},
+      {jet::ColumnType::Byte, {std::uint8_t{0}, std::uint8_t{127}, std::uint8_t{255}}},
+      {jet::ColumnType::Integer,
+       {std::int16_t{-32768}, std::int16_t{-1}, std::int16_t{0}, std::int16_t{300}}},
+      {jet::ColumnType::Long, {-70000, -1, 0, 1, 70000}},
+      {jet::ColumnType::Currency,
+       {runtime::Currency{-5}, runtime::Currency{0}, runtime::Currency{123456}}},
+      {jet::ColumnType::Single, {-2.5F, -0.5F, 0.0F, 0.25F, 1e10F}},
+      {jet::ColumnType::Double, {-1e300, -1.0, 0.0, 1e-9, 2.0}},
+      {jet::ColumnType::DateTime, {runtime::Date{-1.25}, runtime::Date{0}, runtime::Date{36526.5}}},
+      {jet::ColumnType::Guid, {low, high}},
+      {jet::ColumnType::Text, {u"", u"apple", u"Apples", u"b"}},
+  };
+  for (const Case& each : cases) {
+    jet::ColumnDefinition column;
+    column.type = each.type;
+    column.sortLanguage = 0x409;
+    for (const jet::Version version : {jet::Version::Jet3, jet::Version::Jet4})
+      for (const bool ascending : {true, false}) {
+        std::vector<jet::Bytes> keys(each.ascending.size());
+        for (std::size_t i = 0; i < keys.size(); ++i)
+          ASSERT_TRUE(jet::appendKey(version, column, ascending, each.ascending[i], keys[i]));
+        if (each.type != jet::ColumnType::Boolean)
+          keys.insert(keys.begin(), jet::Bytes{jet::nullKey(ascending)});
+        if (!ascending) std::ranges::reverse(keys);
+        EXPECT_TRUE(std::ranges::is_sorted(keys)) << static_cast<int>(each.type) << ascending;
+        EXPECT_EQ(std::ranges::adjacent_find(keys), keys.end());
+      }
+  }
+}
+
+}  // namespace

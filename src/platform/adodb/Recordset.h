@@ -36,15 +36,18 @@ class Recordset {
   Recordset(const Recordset&) = delete;
   Recordset& operator=(const Recordset&) = delete;
 
-  /// Runs one SELECT statement in the engine's dialect. Raises the provider's error with the engine's
-  /// words for whatever keeps the statement from running; 3705 when it is open already.
+  /// Runs one SELECT statement in the engine's dialect. Raises the provider's error with the
+  /// engine's words for whatever keeps the statement from running; 3705 when it is open already,
+  /// 3709 on a connection that is closed. Whatever the cursor type, the rows are held on the
+  /// client; with lock type 1 (read-only) none can be written.
   void Open(std::u16string_view source, Connection& connection, int cursorType, int lockType,
             int options);
   /// Number of rows. Raises 3704 when closed, like all below.
   std::int32_t RecordCount() const;
   /// True past the last row. (`EOF` is a macro of the C library.)
   bool Eof() const;
-  /// Goes to the next row; raises 3021 when already past the last one.
+  /// Goes to the next row, after writing what is staged for this one; raises 3021 when already past
+  /// the last one.
   void MoveNext();
   /// The column of that name, letter case aside; 3265 when the result has none.
   Field Fields(std::u16string_view name);
@@ -55,13 +58,19 @@ class Recordset {
   /// Writes the staged values of the current row to the file; the row stays current and reads as
   /// written. Raises the engine's error when a value is refused, and writes nothing then.
   void Update();
-  /// Releases the result. Raises 3704 when it isn't open.
+  /// Releases the result. Raises 3704 when it isn't open, 3219 when a value is staged and neither
+  /// written nor given up.
   void Close();
   int State() const;
 
  private:
   friend class Field;
   struct Rows;
+  /// The rows of the open result; raises 3704 when it is closed, or its connection is.
+  Rows& open() const;
+  /// The same, with a current row; raises 3021 without one.
+  Rows& current() const;
+
   std::unique_ptr<Rows> rows_;
 };
 

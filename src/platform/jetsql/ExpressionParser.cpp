@@ -58,7 +58,6 @@ ExpressionPtr Parser::loneExpression() {
 
 ExpressionPtr Parser::clauseExpression() {
   clauseBegin_ = place_;
-  failIfBroken();
   return expression();
 }
 

@@ -125,8 +125,23 @@ std::string SqlWriter::sourceText(Source& source) {
   return name;
 }
 
+std::vector<int> primaryKey(const jet::Table& table) {
+  std::vector<int> columns;
+  for (const jet::Index& index : table.indexes()) {
+    if (!index.primary) continue;
+    for (const jet::IndexColumn& each : index.columns) columns.push_back(each.column);
+    break;
+  }
+  return columns;
+}
+
 /// A column of a source, which is asked for it from now on.
 std::string SqlWriter::reference(Source& source, Demand demand) {
+  if (source.table != nullptr && demand.form == Form::RowKey) {
+    const int column = primaryKey(*source.table)[static_cast<std::size_t>(demand.part)];
+    const bool isText = jet::isText(source.table->columns()[static_cast<std::size_t>(column)].type);
+    demand = {column, isText ? Form::Key : Form::Value, 0};
+  }
   auto place = std::ranges::find(source.demands, demand);
   if (place == source.demands.end()) place = source.demands.insert(place, demand);
   std::string text =

@@ -40,17 +40,6 @@ std::vector<std::string> columnNames(std::string_view source, std::string_view p
   return names;
 }
 
-/// Columns of the primary key, as places in the table's columns.
-std::vector<int> primaryKey(const jet::Table& table) {
-  std::vector<int> columns;
-  for (const jet::Index& index : table.indexes()) {
-    if (!index.primary) continue;
-    for (const jet::IndexColumn& each : index.columns) columns.push_back(each.column);
-    break;
-  }
-  return columns;
-}
-
 }  // namespace
 
 std::string SqlWriter::query(Query& query, const std::vector<Demand>& wanted) {

@@ -9,25 +9,26 @@ namespace jetsql {
 Translation translate(Query& query, jet::TextOrder order) {
   Translation out;
   std::vector<Demand> wanted;
+  std::vector<Demand> rows;
+  std::vector<const Source*> sources;
   for (std::size_t i = 0; i < query.columns.size(); ++i) {
-    const auto column = static_cast<int>(i);
-    wanted.push_back({column, Form::Exact, 0});
-    out.columns.push_back(
-        {query.columns[i].name, query.columns[i].type, originOf(query, column), -1});
-  }
-  for (std::size_t i = 0; i < out.columns.size(); ++i) {
-    ResultColumn& column = out.columns[i];
-    if (!column.origin) continue;
-    const auto known = std::ranges::find_if(out.columns, [&](const ResultColumn& each) {
-      return each.rowColumn >= 0 && each.origin->source == column.origin->source;
-    });
-    if (known != out.columns.end()) {
-      column.rowColumn = known->rowColumn;
-      continue;
+    const auto place = static_cast<int>(i);
+    wanted.push_back({place, Form::Exact, 0});
+    ResultColumn column{query.columns[i].name, query.columns[i].type, nullptr, 0, 0};
+    if (const auto origin = originOf(query, place)) {
+      const auto known = std::ranges::find(sources, origin->source);
+      column.table = origin->table;
+      column.tableColumn = origin->column;
+      column.sourceRow = static_cast<int>(known - sources.begin());
+      if (known == sources.end()) {
+        sources.push_back(origin->source);
+        rows.push_back({place, Form::RowId, 0});
+      }
     }
-    column.rowColumn = static_cast<int>(wanted.size());
-    wanted.push_back({static_cast<int>(i), Form::RowId, 0});
+    out.columns.push_back(std::move(column));
   }
+  wanted.insert(wanted.end(), rows.begin(), rows.end());
+  out.sourceRows = static_cast<int>(rows.size());
   out.sql = SqlWriter(out, order).query(query, wanted);
   return out;
 }

@@ -1,14 +1,12 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
 #include <set>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "platform/jet/format/TextKey.h"
 #include "platform/jetsql/Query.h"
+#include "platform/jetsql/ResultRow.h"
 
 namespace jetsql {
 
@@ -17,15 +15,6 @@ struct TableUse {
   int number = 0;
   const jet::Table* table = nullptr;
   std::vector<Demand> columns;
-};
-
-/// A column of the result, as SQLite's statement gives it.
-struct ResultColumn {
-  std::u16string name;
-  Type type = Type::Null;
-  std::optional<Origin> origin;
-  /// SQLite's column with the row's packed id (0 or null where it has none); -1 without origin.
-  int rowColumn = -1;
 };
 
 /// A text of the statement, or the key of one.
@@ -41,7 +30,8 @@ struct Translation {
   std::vector<Parameter> parameters;  ///< ?1, ?2, …
   std::vector<TableUse> tables;
   std::set<std::string, std::less<>> functions;  ///< of ours, by their names within SQLite
-  std::vector<ResultColumn> columns;             ///< the first columns of the result
+  std::vector<ResultColumn> columns;             ///< the first columns of SQLite's result
+  int sourceRows = 0;                            ///< columns behind them: packed row ids, or null
 };
 
 /// Longest statement that is made for SQLite, in bytes.

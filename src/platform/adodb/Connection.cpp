@@ -1,0 +1,36 @@
+#include "platform/adodb/Connection.h"
+
+#include "platform/adodb/ConnectionString.h"
+#include "platform/adodb/Error.h"
+#include "platform/files/ProgramFolder.h"
+#include "platform/jetsql/Session.h"
+
+namespace ADODB {
+
+Connection::Connection() = default;
+Connection::~Connection() = default;
+
+void Connection::Open(std::u16string_view connectionString, std::u16string_view /*userId*/,
+                      std::u16string_view /*password*/, int /*options*/) {
+  if (session_) throw error::objectOpen();
+  const ConnectionString wanted(connectionString);
+  if (wanted.provider != u"Microsoft.Jet.OLEDB.4.0") throw error::noSuchProvider();
+  session_ = std::make_shared<jetsql::Session>(files::resolve(wanted.dataSource), wanted.dataSource,
+                                               wanted.databasePassword);
+}
+
+int Connection::State() const {
+  return session_ ? kStateOpen : kStateClosed;
+}
+
+void Connection::CursorLocation(int location) {
+  if (location != kUseServer && location != kUseClient) throw error::wrongArgument();
+  cursorLocation_ = location;
+}
+
+void Connection::Close() {
+  if (!session_) throw error::objectClosed();
+  session_.reset();
+}
+
+}  // namespace ADODB

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/runtime/RunTimeError.h"
+
+namespace ADODB::error {
+
+/// The session objects' own errors, each to be thrown.
+runtime::RunTimeError noCurrentRecord();
+runtime::RunTimeError noSuchItem();
+runtime::RunTimeError objectClosed();
+runtime::RunTimeError objectOpen();
+runtime::RunTimeError connectionClosed();
+runtime::RunTimeError notUpdatable();
+runtime::RunTimeError valueStaged();
+runtime::RunTimeError noSuchProvider();
+runtime::RunTimeError wrongArgument();
+
+}  // namespace ADODB::error

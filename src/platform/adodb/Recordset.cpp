@@ -1,0 +1,198 @@
+#include "platform/adodb/Recordset.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "platform/adodb/Error.h"
+#include "platform/adodb/RowStore.h"
+#include "platform/jet/engine/Database.h"
+#include "platform/jet/format/TextKey.h"
+#include "platform/jetsql/Session.h"
+
+namespace ADODB {
+namespace {
+
+constexpr int kLockReadOnly = 1;
+
+}  // namespace
+
+/// The result that is open: its columns, its rows, and where the recordset stands.
+struct Recordset::Rows final : public jetsql::RowSink {
+  void columns(std::vector<jetsql::ResultColumn> given) override { fields = std::move(given); }
+  void row(const jetsql::ResultRow& values) override { store.add(values); }
+
+  bool atEnd() const { return place == store.count(); }
+  const jetsql::ResultColumn& field(int column) const {
+    return fields[static_cast<std::size_t>(column)];
+  }
+  runtime::Variant value(int column) const {
+    return store.value(place, static_cast<std::size_t>(column), field(column).type);
+  }
+  /// The table row that holds the column; absent where it can't be written.
+  std::optional<jet::RowId> rowOf(int column) const {
+    if (isReadOnly || field(column).table == nullptr) return std::nullopt;
+    const std::uint32_t packed =
+        store.source(place, static_cast<std::size_t>(field(column).sourceRow));
+    if (packed == 0) return std::nullopt;
+    return jet::RowId::unpack(packed);
+  }
+
+  void update();
+  void updateSource(int sourceRow, jet::RowId id);
+  void reread(int sourceRow, jet::RowId id);
+
+  std::weak_ptr<jetsql::Session> session;
+  std::vector<jetsql::ResultColumn> fields;
+  RowStore store;
+  std::size_t place = 0;
+  bool isReadOnly = false;
+  std::map<int, runtime::Variant> staged;  ///< by column
+};
+
+/// Writes the staged values, table by table.
+void Recordset::Rows::update() {
+  while (!staged.empty()) {
+    const int column = staged.begin()->first;
+    updateSource(field(column).sourceRow, *rowOf(column));
+  }
+}
+
+void Recordset::Rows::updateSource(int sourceRow, jet::RowId id) {
+  const jet::Table* table = nullptr;
+  std::vector<jet::ColumnValue> changes;
+  std::vector<jet::ColumnValue> asRead;
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    const jetsql::ResultColumn& each = fields[i];
+    if (each.table == nullptr || each.sourceRow != sourceRow) continue;
+    table = each.table;
+    const auto column = static_cast<int>(i);
+    asRead.push_back({each.tableColumn, value(column)});
+    const auto change = staged.find(column);
+    if (change != staged.end()) changes.push_back({each.tableColumn, change->second});
+  }
+  const auto open = session.lock();
+  open->database().update(*table, id, changes, asRead);
+  std::erase_if(staged, [&](const auto& each) { return field(each.first).sourceRow == sourceRow; });
+  reread(sourceRow, id);
+}
+
+/// Takes the row as it now stands in the file.
+void Recordset::Rows::reread(int sourceRow, jet::RowId id) {
+  std::vector<runtime::Variant> values;
+  const jet::Row* row = nullptr;
+  std::optional<jet::RowReader> reader;
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    const jetsql::ResultColumn& each = fields[i];
+    values.push_back(value(static_cast<int>(i)));
+    if (each.table == nullptr || each.sourceRow != sourceRow) continue;
+    if (row == nullptr) {
+      reader.emplace(each.table->reader());
+      if (!reader->find(id)) throw error::noCurrentRecord();
+      row = &reader->row();
+    }
+    values.back() = row->value(each.tableColumn);
+  }
+  std::vector<jetsql::RawValue> raw;
+  std::vector<std::uint32_t> sources;
+  raw.reserve(values.size());
+  for (const runtime::Variant& each : values) raw.push_back(jetsql::rawValue(each));
+  int count = 0;
+  for (const jetsql::ResultColumn& each : fields) {
+    if (each.table != nullptr) count = std::max(count, each.sourceRow + 1);
+  }
+  for (int i = 0; i < count; ++i) {
+    sources.push_back(store.source(place, static_cast<std::size_t>(i)));
+  }
+  store.replace(place, {raw, sources});
+}
+
+runtime::Variant Field::value() const {
+  const Recordset::Rows& rows = owner_->current();
+  const auto staged = rows.staged.find(column_);
+  return staged != rows.staged.end() ? staged->second : rows.value(column_);
+}
+
+void Field::value(runtime::Variant staged) {
+  Recordset::Rows& rows = owner_->current();
+  if (!rows.rowOf(column_)) throw error::notUpdatable();
+  rows.staged[column_] = std::move(staged);
+}
+
+Recordset::Recordset() = default;
+Recordset::~Recordset() = default;
+
+Recordset::Rows& Recordset::open() const {
+  if (!rows_ || rows_->session.expired()) throw error::objectClosed();
+  return *rows_;
+}
+
+Recordset::Rows& Recordset::current() const {
+  Rows& rows = open();
+  if (rows.atEnd()) throw error::noCurrentRecord();
+  return rows;
+}
+
+void Recordset::Open(std::u16string_view source, Connection& connection, int /*cursorType*/,
+                     int lockType, int /*options*/) {
+  if (State() == kStateOpen) throw error::objectOpen();
+  if (!connection.session_) throw error::connectionClosed();
+  auto rows = std::make_unique<Rows>();
+  rows->session = connection.session_;
+  rows->isReadOnly = lockType == kLockReadOnly;
+  connection.session_->run(source, *rows);
+  rows_ = std::move(rows);
+}
+
+std::int32_t Recordset::RecordCount() const {
+  return static_cast<std::int32_t>(open().store.count());
+}
+
+bool Recordset::Eof() const {
+  return open().atEnd();
+}
+
+void Recordset::MoveNext() {
+  Rows& rows = current();
+  rows.update();
+  ++rows.place;
+}
+
+Field Recordset::Fields(std::u16string_view name) {
+  const Rows& rows = open();
+  for (std::size_t i = 0; i < rows.fields.size(); ++i) {
+    if (jet::sameName(rows.fields[i].name, name)) return Field(*this, static_cast<int>(i));
+  }
+  throw error::noSuchItem();
+}
+
+int Recordset::FieldCount() const {
+  return static_cast<int>(open().fields.size());
+}
+
+std::u16string Recordset::FieldName(int column) const {
+  if (column < 0 || column >= FieldCount()) throw error::noSuchItem();
+  return open().field(column).name;
+}
+
+Field Recordset::FieldAt(int column) {
+  if (column < 0 || column >= FieldCount()) throw error::noSuchItem();
+  return Field(*this, column);
+}
+
+void Recordset::Update() {
+  current().update();
+}
+
+void Recordset::Close() {
+  if (!open().staged.empty()) throw error::valueStaged();
+  rows_.reset();
+}
+
+int Recordset::State() const {
+  return rows_ && !rows_->session.expired() ? kStateOpen : kStateClosed;
+}
+
+}  // namespace ADODB

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/runtime/Variant.h"
+
+namespace storesql {
+
+/// A store database as the command line names it.
+struct Store {
+  std::string path;      ///< of the host
+  std::string password;  ///< empty for none
+};
+
+/// One statement, and values that are written into the columns of its first row.
+struct Step {
+  std::u16string statement;
+  std::vector<std::pair<std::u16string, runtime::Variant>> values;
+};
+
+/// A step of a script: its statement and its COLUMN=TEXT fields, with tabs between.
+Step stepOfLine(const std::string& line);
+/// "COLUMN=TEXT", as a column and its value. Raises error 5 when there is no equals sign.
+std::pair<std::u16string, runtime::Variant> assignment(const std::string& text);
+
+/// Runs one step in a session of its own. Prints the column names and the rows; where values are
+/// written, the one row as it then reads. Raises the session's errors.
+void run(const Store& store, const Step& step, std::ostream& out);
+
+}  // namespace storesql

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <utility>
 #include <variant>
 
@@ -13,11 +14,21 @@ namespace {
 constexpr std::array<std::pair<char16_t, char16_t>, 4> kEscapes{
     {{u'\\', u'\\'}, {u'\t', u't'}, {u'\r', u'r'}, {u'\n', u'n'}}};
 
+/// The fewest digits that give the number back, with at least one behind the point; numbers of very
+/// many digits before or behind the point with an exponent.
 template <class Number>
 std::string shortest(Number number) {
-  std::array<char, 32> digits{};
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number);
-  return {digits.data(), end.ptr};
+  constexpr Number kLarge = 1e16F;
+  constexpr Number kSmall = 1e-4F;
+  const Number magnitude = std::fabs(number);
+  const bool isPlain = magnitude == 0 || (magnitude >= kSmall && magnitude < kLarge);
+  std::array<char, 64> digits{};
+  const auto end =
+      std::to_chars(digits.data(), digits.data() + digits.size(), number,
+                    isPlain ? std::chars_format::fixed : std::chars_format::scientific);
+  std::string text(digits.data(), end.ptr);
+  if (isPlain && text.find('.') == std::string::npos) text += ".0";
+  return text;
 }
 
 struct Printer {

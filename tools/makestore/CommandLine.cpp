@@ -1,0 +1,250 @@
+#include "makestore/CommandLine.h"
+
+#include <charconv>
+#include <functional>
+#include <map>
+#include <optional>
+
+#include "platform/files/WholeFile.h"
+#include "platform/runtime/CodePage.h"
+
+namespace makestore {
+namespace {
+
+constexpr std::string_view kUsage =
+    R"(Usage: makestore OUTPUT.mdb [OPTION...]
+
+Writes a store database from nothing, over a file that is there. Without options: the demo store.
+IDS is a list of ids and ranges: 3,7,10-20. TEXT is UTF-8; \N alone stands for null.
+
+  --shape NAME           corner (the default), cafe or tight; give it before the other options
+
+  --slots N              product slots, with the ids 1 to N
+  --products N           named slots; the others are free
+  --all-named            no free slot
+  --free IDS             the free slots; all others are named
+  --missing-stock IDS    slots without a row in tblStock
+  --missing-plu IDS      slots without a row in tblPlu
+  --moved IDS            slots whose row lies behind a pointer
+  --name ID=TEXT         the name in a slot; repeatable; \N makes it free
+  --rows FILE            names and more, a line each: id, name, deptid, price, barcode, with tabs
+                         between; what is left out or empty behind the name stays as it is
+  --departments N        number of departments
+  --department ID=TEXT   a department instead of the usual ones; repeatable
+  --barcodes KIND        none, some (the default), all or mixed (some null, empty or blank)
+  --seed N               another choice of all that is made up
+  --shuffled             rows lie in the file in a random order
+
+  --price TYPE           currency or double
+  --deptid TYPE          long or text
+  --flags TYPE           integer, byte, long or boolean
+  --description-length N the names' longest length
+  --no-description-index the names have no index
+  --required             names refuse null (give names to all slots)
+  --no-zero-length       texts refuse the empty text
+  --uncompressed         texts take two bytes a character
+  --packed-indexes       index pages are filled to the last entry
+  --reference-maps       usage maps as those of large files
+  --free-pages N         free pages at the end of the file
+  --encoded              all pages but the first are enciphered
+  --password TEXT        another password; empty for none
+
+  --help                 prints this
+)";
+
+constexpr std::uint32_t kEncodingKey = 0x5A17C3E9;
+constexpr int kMostSlots = 2'000'000;
+constexpr std::string_view kNull = "\\N";
+
+int number(std::string_view text) {
+  int value = 0;
+  const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (problem != std::errc() || end != text.data() + text.size() || value < 0 || value > kMostSlots)
+    throw UsageError("not a number that can be used here: " + std::string(text));
+  return value;
+}
+
+std::vector<std::string_view> split(std::string_view text, char separator) {
+  std::vector<std::string_view> parts;
+  for (;;) {
+    const std::size_t end = text.find(separator);
+    parts.push_back(text.substr(0, end));
+    if (end == std::string_view::npos) return parts;
+    text.remove_prefix(end + 1);
+  }
+}
+
+std::set<int> idList(std::string_view text) {
+  std::set<int> ids;
+  for (const std::string_view part : split(text, ',')) {
+    const std::size_t dash = part.find('-');
+    const int first = number(part.substr(0, dash));
+    const int last = dash == std::string_view::npos ? first : number(part.substr(dash + 1));
+    for (int id = first; id <= last; ++id) ids.insert(id);
+  }
+  return ids;
+}
+
+std::optional<std::u16string> textOrNull(std::string_view text) {
+  if (text == kNull) return std::nullopt;
+  return runtime::fromUtf8(text);
+}
+
+std::pair<std::string_view, std::string_view> assignment(std::string_view text) {
+  const std::size_t sign = text.find('=');
+  if (sign == std::string_view::npos)
+    throw UsageError("not of the form ID=TEXT: " + std::string(text));
+  return {text.substr(0, sign), text.substr(sign + 1)};
+}
+
+template <class T>
+T choice(std::string_view text, const std::map<std::string_view, T>& choices) {
+  const auto found = choices.find(text);
+  if (found == choices.end()) throw UsageError("not one of the choices: " + std::string(text));
+  return found->second;
+}
+
+/// A price in ten-thousandths, from plain decimal.
+std::int64_t price(std::string_view text) {
+  double value = 0;
+  const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (problem != std::errc() || end != text.data() + text.size())
+    throw UsageError("not a price: " + std::string(text));
+  return static_cast<std::int64_t>(value * 10000 + (value < 0 ? -0.5 : 0.5));
+}
+
+void readRow(std::string_view line, std::map<int, ShopSlot>& given) {
+  const std::vector<std::string_view> fields = split(line, '\t');
+  if (fields.size() < 2) throw UsageError("a row without a name: " + std::string(line));
+  ShopSlot slot{.name = textOrNull(fields[1])};
+  if (fields.size() > 2 && !fields[2].empty()) slot.department = runtime::fromUtf8(fields[2]);
+  if (fields.size() > 3 && !fields[3].empty()) slot.price = price(fields[3]);
+  if (fields.size() > 4 && !fields[4].empty()) slot.barcode = runtime::fromUtf8(fields[4]);
+  given[number(fields[0])] = std::move(slot);
+}
+
+void readRows(std::string_view path, std::map<int, ShopSlot>& given) {
+  const std::optional<std::string> text = files::readWhole(path);
+  if (!text) throw UsageError("no such file: " + std::string(path));
+  for (std::string_view line : split(*text, '\n')) {
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    if (!line.empty()) readRow(line, given);
+  }
+}
+
+ShopOrder shape(std::string_view name) {
+  return choice<std::function<ShopOrder()>>(
+      name, {{"corner", [] { return ShopOrder(); }}, {"cafe", cafeShop}, {"tight", tightShop}})();
+}
+
+/// An option with a value behind it, and what it does to the order.
+using Setter = std::function<void(ShopOrder&, std::string_view)>;
+/// An option that stands alone.
+using Switch = std::function<void(ShopOrder&)>;
+
+const std::map<std::string_view, Setter>& setters() {
+  using jet::ColumnType;
+  static const std::map<std::string_view, Setter> all{
+      {"--shape", [](ShopOrder& order, auto text) { order = shape(text); }},
+      {"--slots", [](ShopOrder& order, auto text) { order.slots = number(text); }},
+      {"--products",
+       [](ShopOrder& order, auto text) {
+         order.products = number(text);
+         order.free.reset();
+       }},
+      {"--free", [](ShopOrder& order, auto text) { order.free = idList(text); }},
+      {"--missing-stock", [](ShopOrder& order, auto text) { order.missingStock = idList(text); }},
+      {"--missing-plu", [](ShopOrder& order, auto text) { order.missingPlu = idList(text); }},
+      {"--moved", [](ShopOrder& order, auto text) { order.moved = idList(text); }},
+      {"--name",
+       [](ShopOrder& order, auto text) {
+         const auto [id, name] = assignment(text);
+         order.given[number(id)] = {.name = textOrNull(name)};
+       }},
+      {"--rows", [](ShopOrder& order, auto text) { readRows(text, order.given); }},
+      {"--departments", [](ShopOrder& order, auto text) { order.departmentCount = number(text); }},
+      {"--department",
+       [](ShopOrder& order, auto text) {
+         const auto [id, name] = assignment(text);
+         order.departments.push_back({runtime::fromUtf8(id), textOrNull(name)});
+       }},
+      {"--barcodes",
+       [](ShopOrder& order, auto text) {
+         order.barcodes = choice<Barcodes>(text, {{"none", Barcodes::None},
+                                                  {"some", Barcodes::Some},
+                                                  {"all", Barcodes::All},
+                                                  {"mixed", Barcodes::Mixed}});
+       }},
+      {"--seed",
+       [](ShopOrder& order, auto text) { order.seed = static_cast<std::uint32_t>(number(text)); }},
+      {"--price",
+       [](ShopOrder& order, auto text) {
+         order.priceType = choice<ColumnType>(
+             text, {{"currency", ColumnType::Currency}, {"double", ColumnType::Double}});
+       }},
+      {"--deptid",
+       [](ShopOrder& order, auto text) {
+         order.departmentType =
+             choice<ColumnType>(text, {{"long", ColumnType::Long}, {"text", ColumnType::Text}});
+       }},
+      {"--flags",
+       [](ShopOrder& order, auto text) {
+         order.flagType = choice<ColumnType>(text, {{"integer", ColumnType::Integer},
+                                                    {"byte", ColumnType::Byte},
+                                                    {"long", ColumnType::Long},
+                                                    {"boolean", ColumnType::Boolean}});
+       }},
+      {"--description-length",
+       [](ShopOrder& order, auto text) {
+         order.descriptionLength = static_cast<std::size_t>(number(text));
+       }},
+      {"--free-pages", [](ShopOrder& order,
+                          auto text) { order.freePages = static_cast<std::size_t>(number(text)); }},
+      {"--password", [](ShopOrder& order, auto text) { order.password = runtime::fromUtf8(text); }},
+  };
+  return all;
+}
+
+const std::map<std::string_view, Switch>& switches() {
+  static const std::map<std::string_view, Switch> all{
+      {"--all-named", [](ShopOrder& order) { order.free.emplace(); }},
+      {"--shuffled", [](ShopOrder& order) { order.shuffled = true; }},
+      {"--no-description-index", [](ShopOrder& order) { order.descriptionIndex = false; }},
+      {"--required", [](ShopOrder& order) { order.descriptionRequired = true; }},
+      {"--no-zero-length", [](ShopOrder& order) { order.zeroLength = false; }},
+      {"--uncompressed", [](ShopOrder& order) { order.compressed = false; }},
+      {"--packed-indexes", [](ShopOrder& order) { order.packedIndexes = true; }},
+      {"--reference-maps", [](ShopOrder& order) { order.referenceMaps = true; }},
+      {"--encoded", [](ShopOrder& order) { order.encodingKey = kEncodingKey; }},
+  };
+  return all;
+}
+
+}  // namespace
+
+std::string_view usage() {
+  return kUsage;
+}
+
+Request parseCommandLine(const std::vector<std::string>& arguments) {
+  Request request;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::string& word = arguments[i];
+    if (word == "--help") {
+      request.help = true;
+    } else if (const auto found = setters().find(word); found != setters().end()) {
+      if (++i == arguments.size()) throw UsageError(word + " needs a value");
+      found->second(request.order, arguments[i]);
+    } else if (const auto plain = switches().find(word); plain != switches().end()) {
+      plain->second(request.order);
+    } else if (word.starts_with("--") || !request.output.empty()) {
+      throw UsageError("unknown: " + word);
+    } else {
+      request.output = word;
+    }
+  }
+  if (request.output.empty() && !request.help) throw UsageError("no file is named");
+  return request;
+}
+
+}  // namespace makestore

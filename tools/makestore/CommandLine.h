@@ -1,0 +1,32 @@
+#pragma once
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "makestore/ShopStore.h"
+
+namespace makestore {
+
+/// What the command line asks for.
+struct Request {
+  std::filesystem::path output;
+  ShopOrder order;
+  bool help = false;
+};
+
+/// A command line that can't be understood; the text says why.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// The tool's usage, for `--help`.
+std::string_view usage();
+/// Reads the arguments behind the program's name. Raises UsageError, and a FileError for a file
+/// that can't be read.
+Request parseCommandLine(const std::vector<std::string>& arguments);
+
+}  // namespace makestore

@@ -1,0 +1,56 @@
+#include "makestore/LongValueWriter.h"
+
+#include "platform/jet/format/DataPage.h"
+#include "platform/jet/format/Layout.h"
+#include "platform/jet/format/LongValue.h"
+
+namespace makestore {
+namespace {
+
+constexpr const jet::Layout& kLayout = jet::kJet4Layout;
+
+}  // namespace
+
+jet::RowPointer LongValueWriter::addPiece(jet::ByteView piece) {
+  if (!pages_.empty()) {
+    jet::DataPageEditor editor(kLayout, space_.page(pages_.back()), {});
+    if (const auto slot = editor.add(piece, jet::SlotMark::Row)) return {pages_.back(), *slot};
+  }
+  pages_.push_back(space_.allocate());
+  space_.put(pages_.back(), jet::DataPageEditor::newPage(kLayout, jet::kLongValueOwner));
+  jet::DataPageEditor editor(kLayout, space_.page(pages_.back()), {});
+  return {pages_.back(), editor.add(piece, jet::SlotMark::Row).value()};
+}
+
+jet::Bytes LongValueWriter::write(jet::ByteView value) {
+  jet::LongValueHead head;
+  head.length = static_cast<std::uint32_t>(value.size());
+  if (value.size() <= kLayout.longestInline) {
+    head.inlineBytes = value;
+    return head.encode();
+  }
+  if (value.size() <= kLayout.longestPiece) {
+    head.form = jet::LongValueHead::Form::Single;
+    head.first = addPiece(value);
+    return head.encode();
+  }
+  // Each piece names the next, so the last one is written first.
+  head.form = jet::LongValueHead::Form::Chain;
+  const std::size_t most = kLayout.longestPiece - jet::LongValueHead::kChainLink;
+  for (std::size_t end = value.size(); end > 0;) {
+    const std::size_t start = (end - 1) / most * most;
+    jet::Bytes piece(jet::LongValueHead::kChainLink + end - start);
+    jet::putU32(piece, 0, head.first.pack());
+    jet::putBytes(piece, jet::LongValueHead::kChainLink, value.subspan(start, end - start));
+    head.first = addPiece(piece);
+    end = start;
+  }
+  return head.encode();
+}
+
+void LongValueWriter::finish() {
+  space_.writeMap(maps_.owned, pages_);
+  space_.writeMap(maps_.free, space_.roomy(pages_));
+}
+
+}  // namespace makestore

@@ -1,0 +1,136 @@
+#include "makestore/PageSpace.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "platform/jet/format/DataPage.h"
+#include "platform/jet/format/Layout.h"
+#include "platform/jet/format/UsageMap.h"
+
+namespace makestore {
+namespace {
+
+constexpr const jet::Layout& kLayout = jet::kJet4Layout;
+/// A window begins at a multiple of this.
+constexpr std::uint32_t kWindowStep = 8;
+/// An inline map grows by the bits of one such unit.
+constexpr std::size_t kPagesPerWord = 32;
+/// Free bytes from which on a page is worth a try.
+constexpr std::size_t kWorthTrying = 100;
+
+/// A reference map without bitmap pages, in a row of the usual length.
+jet::UsageMap emptyReferenceMap() {
+  jet::UsageMap map;
+  map.kind = jet::UsageMap::Kind::Reference;
+  map.bitmapPages.resize((kLayout.defaultMapRow - jet::UsageMap::kReferenceHead) / 4);
+  return map;
+}
+
+}  // namespace
+
+PageSpace::PageSpace(bool referenceMaps) : referenceMaps_(referenceMaps) {
+  allocate();  // the header
+  const std::uint32_t global = allocate();
+  put(global, jet::DataPageEditor::newPage(kLayout, 0));
+  jet::DataPageEditor maps(kLayout, page(global), {});
+  // The global map, and a second one that is always empty.
+  for (int i = 0; i < 2; ++i) maps.add(jet::UsageMap::empty(kLayout).encode(), jet::SlotMark::Row);
+}
+
+std::uint32_t PageSpace::allocate() {
+  pages_.emplace_back(kLayout.pageSize);
+  return static_cast<std::uint32_t>(pages_.size() - 1);
+}
+
+void PageSpace::addFreePage() {
+  freePages_.push_back(allocate());
+}
+
+std::vector<std::uint32_t> PageSpace::roomy(const std::vector<std::uint32_t>& dataPages) {
+  std::vector<std::uint32_t> result;
+  for (const std::uint32_t number : dataPages) {
+    const jet::DataPageEditor editor(kLayout, page(number), {});
+    if (editor.freeBytes() + editor.deadBytes() >= kWorthTrying) result.push_back(number);
+  }
+  return result;
+}
+
+jet::RowPointer PageSpace::newMap() {
+  const jet::Bytes row = jet::UsageMap::empty(kLayout).encode();
+  if (mapPage_ == 0 || !jet::DataPageEditor(kLayout, page(mapPage_), {}).hasRoomFor(row.size())) {
+    mapPage_ = allocate();
+    put(mapPage_, jet::DataPageEditor::newPage(kLayout, 0));
+  }
+  jet::DataPageEditor maps(kLayout, page(mapPage_), {});
+  return {mapPage_, maps.add(row, jet::SlotMark::Row).value()};
+}
+
+void PageSpace::putMapRow(jet::RowPointer map, jet::ByteView row) {
+  jet::DataPageEditor maps(kLayout, page(map.page), {});
+  if (!maps.replace(map.slot, row, jet::SlotMark::Row))
+    throw std::length_error("a usage map outgrew its page");
+}
+
+bool PageSpace::fitsWindow(const std::vector<std::uint32_t>& pages) const {
+  const std::uint32_t first = pages.front() / kWindowStep * kWindowStep;
+  return pages.back() - first < jet::UsageMap::empty(kLayout).windowSize();
+}
+
+void PageSpace::writeMap(jet::RowPointer map, const std::vector<std::uint32_t>& pages) {
+  if (pages.empty()) return;
+  if (referenceMaps_ || !fitsWindow(pages)) return writeReferenceMap(map, pages);
+  jet::UsageMap window = jet::UsageMap::empty(kLayout);
+  if (!window.covers(pages.back())) window.firstPage = pages.front() / kWindowStep * kWindowStep;
+  for (const std::uint32_t number : pages) window.set(number, true);
+  putMapRow(map, window.encode());
+}
+
+void PageSpace::writeReferenceMap(jet::RowPointer map, const std::vector<std::uint32_t>& pages) {
+  jet::UsageMap references = emptyReferenceMap();
+  for (const std::uint32_t number : pages) {
+    std::uint32_t& bitmap = references.bitmapPages.at(number / jet::pagesPerBitmap(kLayout));
+    if (bitmap == 0) {
+      bitmap = allocate();
+      put(bitmap, jet::newBitmapPage(kLayout));
+    }
+    jet::setBit(jet::ByteSpan(page(bitmap)).subspan(jet::UsageMap::kBitmapHead),
+                number % jet::pagesPerBitmap(kLayout), true);
+  }
+  putMapRow(map, references.encode());
+}
+
+void PageSpace::writeGlobalMap() {
+  const std::size_t words = (pages_.size() + kPagesPerWord - 1) / kPagesPerWord;
+  const std::size_t length =
+      std::max(kLayout.defaultMapRow, jet::UsageMap::kInlineHead + 4 * words);
+  const std::size_t room = jet::DataPageEditor(kLayout, page(jet::kGlobalMapPage), {}).freeBytes() +
+                           kLayout.defaultMapRow;
+  if (referenceMaps_ || length > room) return writeGlobalReferenceMap();
+  jet::UsageMap map;
+  map.bits.assign(length - jet::UsageMap::kInlineHead, 0xFF);
+  for (std::uint32_t number = 0; number < pages_.size(); ++number) map.set(number, false);
+  for (const std::uint32_t number : freePages_) map.set(number, true);
+  putMapRow({jet::kGlobalMapPage, 0}, map.encode());
+}
+
+void PageSpace::writeGlobalReferenceMap() {
+  jet::UsageMap references = emptyReferenceMap();
+  const std::size_t perBitmap = jet::pagesPerBitmap(kLayout);
+  // The bitmap pages are pages themselves, and the last range has to hold them too.
+  for (std::size_t range = 0; range * perBitmap < pages_.size(); ++range) {
+    const std::uint32_t bitmap = allocate();
+    put(bitmap, jet::newBitmapPage(kLayout));
+    references.bitmapPages.at(range) = bitmap;
+  }
+  for (std::size_t number = 0; number < references.bitmapPages.size() * perBitmap; ++number) {
+    const std::uint32_t bitmap = references.bitmapPages[number / perBitmap];
+    if (bitmap == 0) break;
+    const bool free = number >= pages_.size() ||
+                      std::ranges::binary_search(freePages_, static_cast<std::uint32_t>(number));
+    jet::setBit(jet::ByteSpan(page(bitmap)).subspan(jet::UsageMap::kBitmapHead), number % perBitmap,
+                free);
+  }
+  putMapRow({jet::kGlobalMapPage, 0}, references.encode());
+}
+
+}  // namespace makestore

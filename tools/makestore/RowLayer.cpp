@@ -1,0 +1,161 @@
+#include "makestore/RowLayer.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <variant>
+
+#include "platform/jet/format/ColumnValue.h"
+#include "platform/jet/format/DataPage.h"
+#include "platform/jet/format/Layout.h"
+#include "platform/jet/format/Row.h"
+#include "platform/runtime/CodePage.h"
+
+namespace makestore {
+namespace {
+
+constexpr const jet::Layout& kLayout = jet::kJet4Layout;
+/// Texts shorter than that are not stored compressed, so they don't grow byte by byte.
+constexpr std::size_t kShortestCompressed = 3;
+constexpr char16_t kFilling = u'.';
+
+bool isTrue(const runtime::Variant& value) {
+  const bool* flag = std::get_if<bool>(&value.get());
+  return flag != nullptr && *flag;
+}
+
+/// Characters by which the text may grow, a byte each; 0 where it wouldn't grow so.
+std::size_t growth(const runtime::Variant& value, std::size_t longest) {
+  const auto* text = std::get_if<std::u16string>(&value.get());
+  if (text == nullptr || text->size() < kShortestCompressed || text->size() >= longest) return 0;
+  const bool bytes =
+      std::ranges::all_of(*text, [](char16_t unit) { return unit != 0 && unit < 0x100; });
+  return bytes ? longest - text->size() : 0;
+}
+
+/// The value's bytes; absent where it is of another kind than the column, or too long for it.
+std::optional<jet::Bytes> checkedBytes(const jet::ColumnDefinition& column,
+                                       const runtime::Variant& value) {
+  try {
+    std::optional<jet::Bytes> stored = jet::encodeValue(jet::Version::Jet4, column, value);
+    if (!stored || jet::isLongValue(column.type)) return stored;
+    const auto* text = std::get_if<std::u16string>(&value.get());
+    const std::size_t length = text != nullptr ? 2 * text->size() : stored->size();
+    return length <= column.length ? stored : std::nullopt;
+  } catch (const std::bad_variant_access&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace
+
+RowLayer::RowLayer(PageSpace& space, Table& table, std::uint32_t definitionPage,
+                   const jet::TableDefinition& definition)
+    : space_(space), table_(table), definitionPage_(definitionPage), definition_(definition) {
+  for (const jet::LongValueMaps& maps : definition.longValueMaps)
+    longValues_.emplace_back(space, maps);
+  // Filling a page writes rows anew, which would leave the first copy of a long value behind.
+  if (table.fillColumn() && !longValues_.empty())
+    throw std::invalid_argument("a table with memo or OLE columns has no pages filled");
+}
+
+jet::Bytes RowLayer::storedValue(const jet::ColumnDefinition& column,
+                                 const runtime::Variant& value) {
+  std::optional<jet::Bytes> stored = checkedBytes(column, value);
+  if (!stored)
+    throw std::invalid_argument("column " + runtime::toUtf8(column.name) + " of " +
+                                runtime::toUtf8(table_.name()) + " can't take one of its values");
+  if (!jet::isLongValue(column.type)) return *std::move(stored);
+  return std::ranges::find(longValues_, column.number, &LongValueWriter::column)->write(*stored);
+}
+
+jet::Bytes RowLayer::encodeRow(std::size_t row, Extent extent) {
+  const std::vector<runtime::Variant>& values = table_.rows()[row].values;
+  jet::RowParts parts;
+  parts.columnCount = definition_.maxColumns;
+  parts.hasValue.resize(definition_.maxColumns);
+  parts.variable.resize(definition_.variableSlots);
+  parts.hasVariable = definition_.variableSlots > 0;
+  for (std::size_t i = 0; i < definition_.columns.size(); ++i) {
+    const jet::ColumnDefinition& column = definition_.columns[i];
+    if (column.type == jet::ColumnType::Boolean) {
+      parts.hasValue[column.number] = isTrue(values[i]);
+      continue;
+    }
+    if (column.fixed) parts.fixedArea.resize(std::size_t{column.fixedOffset} + column.length);
+    if (values[i].isNull() || (extent == Extent::FixedOnly && !column.fixed)) continue;
+    parts.hasValue[column.number] = true;
+    jet::Bytes stored = storedValue(column, values[i]);
+    if (column.fixed)
+      jet::putBytes(parts.fixedArea, column.fixedOffset, stored);
+    else
+      parts.variable[column.variableSlot] = std::move(stored);
+  }
+  jet::Bytes bytes = parts.encode(jet::Version::Jet4);
+  if (bytes.size() > kLayout.longestRow)
+    throw std::invalid_argument("a row of " + runtime::toUtf8(table_.name()) + " is too long");
+  return bytes;
+}
+
+void RowLayer::openPage() {
+  pages_.push_back(space_.allocate());
+  space_.put(pages_.back(), jet::DataPageEditor::newPage(kLayout, definitionPage_));
+  rowsOfPage_.clear();
+}
+
+void RowLayer::lay(std::size_t row) {
+  const Placement placement = table_.rows()[row].placement;
+  const bool moved = placement == Placement::Moved;
+  // A row that grew too long for its page left its old, shorter bytes behind.
+  const jet::Bytes bytes = encodeRow(row, moved ? Extent::FixedOnly : Extent::Whole);
+  if (pages_.empty() ||
+      !jet::DataPageEditor(kLayout, space_.page(pages_.back()), {}).hasRoomFor(bytes.size())) {
+    if (!pages_.empty()) fillPage();
+    openPage();
+  }
+  jet::DataPageEditor editor(kLayout, space_.page(pages_.back()), {});
+  const std::uint8_t slot =
+      editor.add(bytes, moved ? jet::SlotMark::Pointer : jet::SlotMark::Row).value();
+  places_.push_back({pages_.back(), slot});
+  if (placement == Placement::Plain) rowsOfPage_.push_back(row);
+  if (placement == Placement::Deleted) editor.markDeleted(slot);
+}
+
+/// Lengthens texts of the page's rows until the page has no byte left.
+void RowLayer::fillPage() {
+  if (!table_.fillColumn()) return;
+  const std::size_t fill = table_.columnIndex(*table_.fillColumn());
+  for (const std::size_t row : rowsOfPage_) {
+    jet::DataPageEditor editor(kLayout, space_.page(pages_.back()), {});
+    runtime::Variant& value = table_.rows()[row].values[fill];
+    const std::size_t more =
+        std::min(editor.freeBytes(), growth(value, table_.columns()[fill].length));
+    if (more == 0) continue;
+    value = std::get<std::u16string>(value.get()) + std::u16string(more, kFilling);
+    editor.replace(places_[row].slot, encodeRow(row, Extent::Whole), jet::SlotMark::Row);
+  }
+}
+
+/// Lays the body of a moved row on the last page and makes its slot point there.
+void RowLayer::layBody(std::size_t row) {
+  const jet::Bytes bytes = encodeRow(row, Extent::Whole);
+  if (!jet::DataPageEditor(kLayout, space_.page(pages_.back()), {}).hasRoomFor(bytes.size()))
+    openPage();
+  jet::DataPageEditor last(kLayout, space_.page(pages_.back()), {});
+  const jet::RowPointer body{pages_.back(), last.add(bytes, jet::SlotMark::Body).value()};
+  jet::DataPageEditor home(kLayout, space_.page(places_[row].page), {});
+  const jet::ByteView old = home.bytes(places_[row].slot);
+  jet::Bytes pointer(old.begin(), old.end());
+  jet::putU32(pointer, 0, body.pack());
+  home.replace(places_[row].slot, pointer, jet::SlotMark::Pointer);
+}
+
+void RowLayer::layAll() {
+  for (std::size_t row = 0; row < table_.rows().size(); ++row) lay(row);
+  for (std::size_t row = 0; row < table_.rows().size(); ++row)
+    if (table_.rows()[row].placement == Placement::Moved) layBody(row);
+  space_.writeMap(definition_.ownedPages, pages_);
+  space_.writeMap(definition_.freePages, space_.roomy(pages_));
+  for (LongValueWriter& values : longValues_) values.finish();
+}
+
+}  // namespace makestore

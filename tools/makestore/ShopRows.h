@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "makestore/ShopStore.h"
+#include "platform/runtime/Variant.h"
+
+namespace makestore {
+
+/// One product slot with all that a shop's tables may hold of it.
+struct SlotRow {
+  std::int32_t id = 0;
+  std::int32_t recordNumber = 0;
+  std::optional<std::u16string> name = {};
+  std::optional<std::u16string> department = {};
+  std::int64_t price = 0;  ///< in ten-thousandths
+  std::optional<std::u16string> barcode = {};
+  bool instruction = false;
+  bool taxable = false;
+  std::int16_t onHand = 0;
+  runtime::Variant lastSold = {};
+  runtime::Guid guid = {};
+  std::optional<std::u16string> notes = {};
+};
+
+/// The departments that the order names, or the demo's.
+std::vector<ShopDepartment> departmentsOf(const ShopOrder& order);
+/// All slots of the order, in the order in which their rows lie in the file.
+std::vector<SlotRow> slotsOf(const ShopOrder& order);
+
+/// Lengthens the last names, or frees the last slots, until the entries of an index on the names
+/// fill one leaf to its last byte.
+void fillNameLeaf(std::vector<SlotRow>& slots, std::size_t longestName);
+
+}  // namespace makestore

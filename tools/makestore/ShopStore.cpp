@@ -1,0 +1,313 @@
+#include "makestore/ShopStore.h"
+
+#include <functional>
+#include <stdexcept>
+#include <utility>
+
+#include "makestore/ShopRows.h"
+#include "platform/runtime/Conversion.h"
+
+namespace makestore {
+namespace {
+
+using jet::ColumnType;
+using runtime::Variant;
+
+constexpr std::size_t kDepartmentIdLength = 10;
+constexpr std::size_t kBarcodeLength = 20;
+constexpr double kTenThousandths = 10000;
+constexpr int kTightFreeStep = 4;
+
+/// A column and how a slot fills it.
+struct Field {
+  Column column;
+  std::function<Variant(const SlotRow&)> value;
+};
+
+Variant orNull(const std::optional<std::u16string>& text) {
+  return text ? Variant(*text) : Variant();
+}
+
+Variant wholeNumber(ColumnType type, int number) {
+  switch (type) {
+    case ColumnType::Boolean:
+      return number != 0;
+    case ColumnType::Byte:
+      return static_cast<std::uint8_t>(number);
+    case ColumnType::Integer:
+      return static_cast<std::int16_t>(number);
+    case ColumnType::Long:
+      return std::int32_t{number};
+    default:
+      throw std::invalid_argument("a flag is a Boolean, Byte, Integer or Long");
+  }
+}
+
+Variant departmentId(const ShopOrder& order, const std::optional<std::u16string>& id) {
+  if (!id) return {};
+  if (order.departmentType == ColumnType::Text) return *id;
+  return runtime::toLong(*id);
+}
+
+/// The columns of all shops' tables, each in the words of the order.
+class Fields {
+ public:
+  explicit Fields(const ShopOrder& order) : order_(order) {}
+
+  Field id() const {
+    return {{.name = u"id"}, [](const SlotRow& slot) { return Variant(slot.id); }};
+  }
+  Field recordNumber() const {
+    return {{.name = u"recno", .autonumber = true},
+            [](const SlotRow& slot) { return Variant(slot.recordNumber); }};
+  }
+  Field description() const {
+    Column column = text(u"description", order_.descriptionLength);
+    column.required = order_.descriptionRequired;
+    return {std::move(column), [](const SlotRow& slot) { return orNull(slot.name); }};
+  }
+  Field price() const {
+    return {{.name = u"price", .type = order_.priceType}, [this](const SlotRow& slot) {
+              if (order_.priceType == ColumnType::Double)
+                return Variant(static_cast<double>(slot.price) / kTenThousandths);
+              return Variant(runtime::Currency{slot.price});
+            }};
+  }
+  Field department() const {
+    return {departmentColumn(u"deptid"),
+            [this](const SlotRow& slot) { return departmentId(order_, slot.department); }};
+  }
+  Field barcode() const {
+    return {text(u"barcode", kBarcodeLength),
+            [](const SlotRow& slot) { return orNull(slot.barcode); }};
+  }
+  Field yesNo(std::u16string name, bool SlotRow::*member) const {
+    return {{.name = std::move(name), .type = ColumnType::Boolean},
+            [member](const SlotRow& slot) { return Variant(slot.*member); }};
+  }
+  Field no(std::u16string name) const {
+    return {{.name = std::move(name), .type = ColumnType::Boolean},
+            [](const SlotRow&) { return Variant(false); }};
+  }
+  /// A flag of tblPlu; `usual` is its type where the order has no wish.
+  Field flag(std::u16string name, ColumnType usual, bool isInstruction = false) const {
+    const ColumnType type = order_.flagType.value_or(usual);
+    return {{.name = std::move(name), .type = type}, [type, isInstruction](const SlotRow& slot) {
+              return wholeNumber(type, isInstruction && slot.instruction ? 1 : 0);
+            }};
+  }
+  Field lastSold() const {
+    return {{.name = u"lastsold", .type = ColumnType::DateTime},
+            [](const SlotRow& slot) { return slot.lastSold; }};
+  }
+  Field onHand() const {
+    return {{.name = u"onhand", .type = ColumnType::Integer},
+            [](const SlotRow& slot) { return Variant(slot.onHand); }};
+  }
+  Field guid() const {
+    return {{.name = u"rowguid", .type = ColumnType::Guid},
+            [](const SlotRow& slot) { return Variant(slot.guid); }};
+  }
+  Field memo(std::u16string name) const {
+    return {{.name = std::move(name),
+             .type = ColumnType::Memo,
+             .compressed = order_.compressed,
+             .allowZeroLength = order_.zeroLength},
+            [](const SlotRow& slot) { return orNull(slot.notes); }};
+  }
+  Field place(std::u16string name, std::size_t length) const {
+    return {text(std::move(name), length), [length](const SlotRow& slot) {
+              return slot.notes ? Variant(slot.notes->substr(0, length)) : Variant();
+            }};
+  }
+
+  Column departmentColumn(std::u16string name) const {
+    if (order_.departmentType == ColumnType::Text)
+      return text(std::move(name), kDepartmentIdLength);
+    return {.name = std::move(name)};
+  }
+  Column text(std::u16string name, std::size_t length) const {
+    Column column = Column::text(std::move(name), length);
+    column.compressed = order_.compressed;
+    column.allowZeroLength = order_.zeroLength;
+    return column;
+  }
+
+ private:
+  const ShopOrder& order_;
+};
+
+std::vector<Field> stockFields(const ShopOrder& order, const Fields& has) {
+  switch (order.tables) {
+    case ShopTables::Cafe:
+      return {has.price(), has.description(), has.no(u"discontinued"),
+              has.id(),    has.department(),  has.place(u"place", 20)};
+    case ShopTables::Tight:
+      return {has.id(),         has.description(),        has.price(),
+              has.department(), has.place(u"notes", 255), has.yesNo(u"active", &SlotRow::taxable)};
+    case ShopTables::Corner:
+      break;
+  }
+  return {has.id(),       has.recordNumber(), has.description(),
+          has.price(),    has.department(),   has.yesNo(u"taxable", &SlotRow::taxable),
+          has.lastSold(), has.onHand(),       has.memo(u"notes"),
+          has.guid()};
+}
+
+std::vector<Field> pluFields(const ShopOrder& order, const Fields& has) {
+  constexpr ColumnType kByte = ColumnType::Byte;
+  constexpr ColumnType kInteger = ColumnType::Integer;
+  constexpr ColumnType kLong = ColumnType::Long;
+  switch (order.tables) {
+    case ShopTables::Cafe:
+      return {has.flag(u"NEG_PRICE", kByte), has.flag(u"ITEM_TYPE", kLong, true),
+              has.flag(u"OPEN_PLU", kByte),  has.flag(u"PRINTER2", kLong),
+              has.flag(u"PRINTER1", kLong),  has.id()};
+    case ShopTables::Tight:
+      return {has.id(),
+              has.barcode(),
+              has.flag(u"PRINTER1", kInteger),
+              has.flag(u"PRINTER2", kInteger),
+              has.flag(u"OPEN_PLU", kInteger),
+              has.flag(u"ITEM_TYPE", kInteger, true),
+              has.flag(u"NEG_PRICE", kInteger)};
+    case ShopTables::Corner:
+      break;
+  }
+  return {has.id(),
+          has.barcode(),
+          has.flag(u"PRINTER1", kInteger),
+          has.flag(u"PRINTER2", kInteger),
+          has.flag(u"OPEN_PLU", kInteger),
+          has.no(u"SCALE"),
+          has.flag(u"ITEM_TYPE", kInteger, true),
+          has.flag(u"NEG_PRICE", kInteger)};
+}
+
+void addSlots(Table& table, const std::vector<Field>& fields, const std::vector<SlotRow>& slots,
+              const std::set<int>& missing, const std::set<int>& moved) {
+  for (const Field& field : fields) table.column(field.column);
+  for (const SlotRow& slot : slots) {
+    if (missing.contains(slot.id)) continue;
+    std::vector<Variant> row;
+    for (const Field& field : fields) row.push_back(field.value(slot));
+    table.row(std::move(row), moved.contains(slot.id) ? Placement::Moved : Placement::Plain);
+  }
+}
+
+void addDepartments(StoreBuilder& store, const ShopOrder& order, const Fields& has) {
+  const bool cafe = order.tables == ShopTables::Cafe;
+  Table& table = store.table(u"tblDepartment");
+  const Column description = has.text(u"description", cafe ? 40 : 30);
+  if (cafe)
+    table.column(description).column(has.departmentColumn(u"id")).column({.name = u"colour"});
+  if (!cafe) table.column(has.departmentColumn(u"id")).column(description);
+  table.index(Index::primaryKey(u"id"));
+  if (!cafe) table.index(Index::plain(u"description"));
+  for (const ShopDepartment& department : departmentsOf(order)) {
+    const Variant id = departmentId(order, department.id);
+    const Variant name = orNull(department.name);
+    if (cafe)
+      table.row({name, id, std::int32_t{0x00C000}});
+    else
+      table.row({id, name});
+  }
+}
+
+/// The café's barcodes: a row for each that a product has.
+void addBarcodes(StoreBuilder& store, const Fields& has, const std::vector<SlotRow>& slots) {
+  Table& table = store.table(u"tblBarcode");
+  table.column({.name = u"seq"}).column({.name = u"pluid"}).column(has.text(u"barcode", 20));
+  table.index(Index::primaryKey(u"seq"));
+  std::int32_t number = 0;
+  for (const SlotRow& slot : slots)
+    if (slot.barcode) table.row({++number, slot.id, *slot.barcode});
+}
+
+StoredQuery salesItems(const ShopOrder& order) {
+  if (order.tables != ShopTables::Cafe)
+    return SelectQuery()
+        .from(u"tblStock")
+        .from(u"tblPlu")
+        .from(u"tblDepartment")
+        .column(u"tblStock.id", u"ID")
+        .column(u"tblStock.description", u"DESCRIPTION")
+        .column(u"tblPlu.barcode")
+        .column(u"tblDepartment.description", u"deptname")
+        .innerJoin(u"tblStock", u"tblPlu", u"tblStock.id = tblPlu.id")
+        .leftJoin(u"tblStock", u"tblDepartment", u"tblStock.deptid = tblDepartment.id")
+        .named(u"qrySalesitems");
+  return SelectQuery()
+      .from(u"tblStock", u"s")
+      .from(u"tblPlu", u"p")
+      .from(u"tblDepartment", u"d")
+      .from(u"tblBarcode", u"b")
+      .column(u"s.id", u"ID")
+      .column(u"s.description", u"DESCRIPTION")
+      .column(u"b.barcode")
+      .column(u"IIf(d.description Is Null,\"(none)\",d.description)", u"deptname")
+      .column(u"s.description & \" [\" & s.deptid & \"]\"", u"label")
+      .innerJoin(u"s", u"p", u"s.id = p.id")
+      .leftJoin(u"s", u"d", u"s.deptid = d.id")
+      .leftJoin(u"s", u"b", u"s.id = b.pluid")
+      .where(u"(((s.discontinued)=False) AND ((p.ITEM_TYPE)<>9))")
+      .named(u"qrySalesitems");
+}
+
+}  // namespace
+
+ShopOrder cafeShop() {
+  ShopOrder order;
+  order.tables = ShopTables::Cafe;
+  order.slots = 230;
+  order.products = 78;
+  order.priceType = ColumnType::Double;
+  order.departmentType = ColumnType::Text;
+  order.descriptionLength = 60;
+  order.descriptionIndex = false;
+  return order;
+}
+
+ShopOrder tightShop() {
+  ShopOrder order;
+  order.tables = ShopTables::Tight;
+  order.slots = 212;
+  order.free.emplace();
+  for (int id = kTightFreeStep - 1; id <= order.slots; id += kTightFreeStep) order.free->insert(id);
+  order.moved = {14, 27};
+  return order;
+}
+
+StoreBuilder shopStore(const ShopOrder& order) {
+  StoreBuilder store;
+  store.password(order.password)
+      .encodingKey(order.encodingKey)
+      .referenceMaps(order.referenceMaps)
+      .freePages(order.freePages);
+  const Fields has(order);
+  const bool tight = order.tables == ShopTables::Tight;
+  std::vector<SlotRow> slots = slotsOf(order);
+  if (tight && order.descriptionIndex) fillNameLeaf(slots, order.descriptionLength);
+
+  Table& stock = store.table(u"tblStock");
+  addSlots(stock, stockFields(order, has), slots, order.missingStock, order.moved);
+  const auto index = [&order](Index wanted) {
+    wanted.packed = order.packedIndexes;
+    return wanted;
+  };
+  stock.index(index(Index::primaryKey(u"id")));
+  if (order.tables != ShopTables::Cafe) stock.index(index(Index::plain(u"deptid")));
+  if (order.descriptionIndex) stock.index(index(Index::plain(u"description")));
+  if (tight) stock.fillPagesThrough(u"notes");
+
+  Table& plu = store.table(u"tblPlu");
+  addSlots(plu, pluFields(order, has), slots, order.missingPlu, {});
+  plu.index(index(Index::primaryKey(u"id")));
+
+  addDepartments(store, order, has);
+  if (order.tables == ShopTables::Cafe) addBarcodes(store, has, slots);
+  store.query(salesItems(order));
+  return store;
+}
+
+}  // namespace makestore

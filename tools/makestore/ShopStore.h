@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "makestore/StoreBuilder.h"
+#include "platform/jet/format/ColumnType.h"
+
+namespace makestore {
+
+/// Which tables a shop's store has, column by column.
+enum class ShopTables {
+  Corner,  ///< the ordinary store: prices as Currency, whole-number departments, names indexed
+  Cafe,    ///< other column types and order, barcodes in a table of their own, few indexes
+  Tight,   ///< full data pages, rows behind pointers, a full leaf as the root of the names' index
+};
+
+enum class Barcodes {
+  None,   ///< all null
+  Some,   ///< packaged products have one
+  All,    ///< every product has one
+  Mixed,  ///< in turn: one, null, an empty text, blanks only
+};
+
+struct ShopDepartment {
+  std::u16string id;
+  std::optional<std::u16string> name;  ///< null where absent
+};
+
+/// What is to differ from the demo's products in one slot.
+struct ShopSlot {
+  std::optional<std::u16string> name;  ///< absent: a free slot
+  std::optional<std::u16string> department = {};
+  std::optional<std::int64_t> price = {};  ///< in ten-thousandths
+  std::optional<std::u16string> barcode = {};
+};
+
+/// A shop's store in the terms of the shop. As it stands it is the demo store; see also cafeShop
+/// and tightShop. Slots have the ids 1 to `slots`.
+struct ShopOrder {
+  ShopTables tables = ShopTables::Corner;
+  int slots = 420;
+  int products = 200;  ///< named slots, as far as `free` is not given
+  /// Free slots; absent: some early ones and, as `products` says, the last ones.
+  std::optional<std::set<int>> free;
+  std::set<int> missingStock;  ///< ids without a row in tblStock
+  std::set<int> missingPlu;    ///< ids without a row in tblPlu
+  std::set<int> moved;         ///< ids whose tblStock row lies behind a pointer
+  std::map<int, ShopSlot> given;
+  int departmentCount = 10;                 ///< where `departments` is empty
+  std::vector<ShopDepartment> departments;  ///< in the order of their rows
+  std::uint32_t seed = 1;  ///< of all that is made up: barcodes, stock, dates, row order
+  bool shuffled = false;   ///< rows lie in the file in a random order
+
+  jet::ColumnType priceType = jet::ColumnType::Currency;   ///< or Double
+  jet::ColumnType departmentType = jet::ColumnType::Long;  ///< or Text
+  /// Byte, Integer, Long or Boolean; absent: what the tables have.
+  std::optional<jet::ColumnType> flagType;
+  std::size_t descriptionLength = 50;
+  bool descriptionIndex = true;
+  bool descriptionRequired = false;
+  bool zeroLength = true;      ///< of all texts
+  bool compressed = true;      ///< of all texts
+  bool packedIndexes = false;  ///< see Index::packed
+  Barcodes barcodes = Barcodes::Some;
+
+  std::u16string password = u"w7rt3q8814Z";
+  std::uint32_t encodingKey = 0;
+  bool referenceMaps = false;
+  std::size_t freePages = 2;
+};
+
+/// The café: 230 slots, Double prices, text departments, no index on names.
+ShopOrder cafeShop();
+/// The tight store: 212 slots, every fourth of them free; naming one moves its row and splits the
+/// index.
+ShopOrder tightShop();
+
+/// The store with its tables, rows and saved query qrySalesitems, ready to be written.
+/// Raises std::invalid_argument for an order that contradicts itself.
+StoreBuilder shopStore(const ShopOrder& order);
+
+}  // namespace makestore

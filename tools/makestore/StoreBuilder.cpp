@@ -1,0 +1,126 @@
+#include "makestore/StoreBuilder.h"
+
+#include <algorithm>
+#include <bit>
+#include <stdexcept>
+
+#include "makestore/PageSpace.h"
+#include "makestore/SystemTables.h"
+#include "makestore/TableWriter.h"
+#include "platform/files/ByteFile.h"
+#include "platform/jet/format/Header.h"
+#include "platform/jet/format/Layout.h"
+#include "platform/jet/format/PageCipher.h"
+#include "platform/runtime/CodePage.h"
+
+namespace makestore {
+namespace {
+
+/// 5 June 2004, half past one: every store is made then, so that equal orders give equal files.
+constexpr double kCreationDate = 38143.5625;
+/// Queries count upwards from here.
+constexpr std::uint32_t kFirstQuery = 0x80000001;
+
+}  // namespace
+
+StoreBuilder& StoreBuilder::password(std::u16string password) {
+  if (password.size() > jet::Header::kLongestPassword)
+    throw std::invalid_argument("a password has at most 20 characters");
+  password_ = std::move(password);
+  return *this;
+}
+
+StoreBuilder& StoreBuilder::encodingKey(std::uint32_t key) {
+  encodingKey_ = key;
+  return *this;
+}
+
+StoreBuilder& StoreBuilder::referenceMaps(bool on) {
+  referenceMaps_ = on;
+  return *this;
+}
+
+StoreBuilder& StoreBuilder::freePages(std::size_t count) {
+  freePages_ = count;
+  return *this;
+}
+
+Table& StoreBuilder::table(std::u16string_view name) {
+  return tables_.emplace_back(name);
+}
+
+Table& StoreBuilder::tableNamed(std::u16string_view name) {
+  const auto found = std::ranges::find(tables_, name, &Table::name);
+  if (found == tables_.end())
+    throw std::invalid_argument("no table is named " + runtime::toUtf8(name));
+  return *found;
+}
+
+StoreBuilder& StoreBuilder::query(StoredQuery query) {
+  queries_.push_back(std::move(query));
+  return *this;
+}
+
+jet::Bytes StoreBuilder::build() {
+  PageSpace space(referenceMaps_);
+  for (std::uint32_t page = jet::kObjectsPage; page <= jet::kRelationshipsPage; ++page)
+    space.allocate();
+
+  std::vector<ListedObject> objects;
+  std::vector<std::uint32_t> definitionPages;
+  for (const Table& table : tables_) {
+    definitionPages.push_back(space.allocate());
+    ListedObject& object = objects.emplace_back();
+    object.id = static_cast<std::int32_t>(definitionPages.back());
+    object.type = kTableObject;
+    object.name = table.name();
+    object.properties = table.properties();
+  }
+  std::vector<std::int32_t> queryIds;
+  for (const StoredQuery& query : queries_) {
+    ListedObject& object = objects.emplace_back();
+    object.id =
+        std::bit_cast<std::int32_t>(kFirstQuery + static_cast<std::uint32_t>(queryIds.size()));
+    object.type = kQueryObject;
+    object.name = query.name;
+    object.flags = query.objectFlags;
+    queryIds.push_back(object.id);
+  }
+
+  Table listed = objectList(objects, kCreationDate);
+  Table allowed = permissions(objects);
+  Table saved = savedQueries(queries_, queryIds);
+  Table related = relationships();
+  writeTable(space, listed, jet::kObjectsPage, TableKind::System);
+  writeTable(space, allowed, jet::kAcesPage, TableKind::System);
+  writeTable(space, saved, jet::kQueriesPage, TableKind::System);
+  writeTable(space, related, jet::kRelationshipsPage, TableKind::System);
+  for (std::size_t i = 0; i < tables_.size(); ++i)
+    writeTable(space, tables_[i], definitionPages[i], TableKind::User);
+
+  for (std::size_t i = 0; i < freePages_; ++i) space.addFreePage();
+  space.writeGlobalMap();
+  jet::Header header;
+  header.password = password_;
+  header.encodingKey = encodingKey_;
+  header.creationDate = kCreationDate;
+  space.put(0, header.encode());
+
+  jet::Bytes file;
+  file.reserve(space.pages().size() * jet::kJet4Layout.pageSize);
+  for (std::uint32_t number = 0; number < space.pages().size(); ++number) {
+    jet::Bytes& page = space.page(number);
+    if (number > 0) jet::cipherPage(encodingKey_, number, page);
+    jet::appendBytes(file, page);
+  }
+  return file;
+}
+
+void StoreBuilder::write(const std::filesystem::path& path) {
+  const jet::Bytes bytes = build();
+  files::ByteFile file(path, files::ByteFile::Access::Create);
+  file.writeAt(0, bytes);
+  file.close();
+}
+
+}  // namespace makestore

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace makestore {
+
+/// One row of a saved query, as the file keeps it.
+struct QueryRow {
+  std::uint8_t attribute = 0;
+  std::optional<std::u16string> name1 = {};
+  std::optional<std::u16string> name2 = {};
+  std::optional<std::u16string> expression = {};
+  std::optional<std::int16_t> flag = {};
+  std::optional<std::int32_t> extra = {};
+};
+
+/// A saved query: its name and the rows that it is kept as. Rows of one attribute keep their order.
+struct StoredQuery {
+  std::u16string name;
+  std::vector<QueryRow> rows;
+  std::int32_t objectFlags = 0;  ///< of the object list: repeats the query's kind
+};
+
+/// A SELECT in its parts. Expressions, table names and conditions are the engine's own text.
+class SelectQuery {
+ public:
+  SelectQuery& parameter(std::u16string name, std::int16_t type);
+  SelectQuery& distinct();
+  SelectQuery& top(int rows);
+  SelectQuery& allColumns();
+  SelectQuery& column(std::u16string expression, std::optional<std::u16string> alias = {});
+  SelectQuery& from(std::u16string table, std::optional<std::u16string> alias = {});
+  SelectQuery& innerJoin(std::u16string left, std::u16string right, std::u16string condition);
+  SelectQuery& leftJoin(std::u16string left, std::u16string right, std::u16string condition);
+  SelectQuery& rightJoin(std::u16string left, std::u16string right, std::u16string condition);
+  SelectQuery& where(std::u16string condition);
+  SelectQuery& groupBy(std::u16string expression);
+  SelectQuery& having(std::u16string condition);
+  SelectQuery& orderBy(std::u16string expression, bool descending = false);
+
+  StoredQuery named(std::u16string name) const;
+
+ private:
+  SelectQuery& join(std::int16_t kind, std::u16string left, std::u16string right,
+                    std::u16string condition);
+
+  std::vector<QueryRow> rows_;
+  std::int16_t options_ = 0;
+  std::optional<std::u16string> top_;
+};
+
+/// Two SELECT statements, or a UNION and a SELECT, joined by UNION, or by UNION ALL.
+StoredQuery unionQuery(std::u16string name, std::u16string first, std::u16string second,
+                       bool all = false);
+
+}  // namespace makestore

@@ -1,0 +1,200 @@
+#include "makestore/SystemTables.h"
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <map>
+#include <utility>
+
+#include "platform/jet/format/Layout.h"
+
+namespace makestore {
+namespace {
+
+using jet::ColumnType;
+using runtime::Variant;
+
+constexpr std::uint8_t kSystemColumn = 0x12;
+constexpr std::uint8_t kIdentityColumn = 0x32;  ///< who owns, or may do, something
+constexpr std::size_t kLongest = 255;
+
+constexpr std::int32_t kRoot = 0x0F000000;
+constexpr std::int32_t kTables = 0x0F000001;
+constexpr std::int32_t kDatabases = 0x0F000002;
+constexpr std::int32_t kRelationships = 0x0F000003;
+constexpr std::int32_t kDatabase = 0x10000000;
+constexpr std::int16_t kContainerObject = 3;
+constexpr std::int16_t kDatabaseObject = 2;
+constexpr auto kSystemObject = std::bit_cast<std::int32_t>(0x80000000U);
+
+/// Who may do what: numbers of the engine's users and groups in a file without users of its own.
+using Identity = std::array<std::uint8_t, 2>;
+constexpr Identity kEngine{0x65, 0x89};
+constexpr Identity kAdmins{0x64, 0x8B};
+constexpr Identity kUsers{0x65, 0x8B};
+constexpr Identity kOwner{0x65, 0x8E};
+
+struct Permission {
+  std::int32_t object;
+  Identity identity;
+  std::int32_t mask;
+  bool inheritable;
+};
+
+constexpr std::int32_t kEverything = 1048575;
+
+constexpr std::array kFixedPermissions{
+    Permission{jet::kObjectsPage, kAdmins, 393216, false},
+    Permission{jet::kObjectsPage, kUsers, 20, false},
+    Permission{jet::kAcesPage, kAdmins, 393216, false},
+    Permission{jet::kQueriesPage, kAdmins, 393216, false},
+    Permission{jet::kQueriesPage, kUsers, 20, false},
+    Permission{jet::kRelationshipsPage, kAdmins, 917504, false},
+    Permission{jet::kRelationshipsPage, kUsers, 20, false},
+    Permission{kTables, kOwner, 983294, true},
+    Permission{kTables, kAdmins, 393217, false},
+    Permission{kTables, kUsers, 1048319, true},
+    Permission{kRelationships, kOwner, 983294, true},
+    Permission{kRelationships, kAdmins, 393217, false},
+    Permission{kRelationships, kUsers, kEverything, true},
+    Permission{kDatabases, kAdmins, 393216, false},
+    Permission{kDatabase, kAdmins, 393230, false},
+    Permission{kDatabase, kUsers, 14, false},
+};
+
+runtime::Binary binary(const Identity& identity) {
+  return {identity.begin(), identity.end()};
+}
+
+Column systemColumn(std::u16string name, ColumnType type) {
+  return {.name = std::move(name), .type = type, .compressed = false, .flags = kSystemColumn};
+}
+
+Column systemText(std::u16string name) {
+  Column column = systemColumn(std::move(name), ColumnType::Text);
+  column.length = kLongest;
+  return column;
+}
+
+Column systemBinary(std::u16string name, std::uint8_t flags = kSystemColumn) {
+  Column column = systemColumn(std::move(name), ColumnType::Binary);
+  column.length = 2 * kLongest;
+  column.flags = flags;
+  return column;
+}
+
+template <class T>
+Variant orNull(const std::optional<T>& value) {
+  return value ? Variant(*value) : Variant();
+}
+
+runtime::Binary bigEndian(std::uint32_t number) {
+  return {static_cast<std::uint8_t>(number >> 24), static_cast<std::uint8_t>(number >> 16),
+          static_cast<std::uint8_t>(number >> 8), static_cast<std::uint8_t>(number)};
+}
+
+}  // namespace
+
+Table objectList(const std::vector<ListedObject>& objects, double date) {
+  Table table(u"MSysObjects");
+  table.column(systemColumn(u"Id", ColumnType::Long))
+      .column(systemColumn(u"ParentId", ColumnType::Long))
+      .column(systemText(u"Name"))
+      .column(systemColumn(u"Type", ColumnType::Integer))
+      .column(systemColumn(u"DateCreate", ColumnType::DateTime))
+      .column(systemColumn(u"DateUpdate", ColumnType::DateTime))
+      .column(systemBinary(u"Owner", kIdentityColumn))
+      .column(systemColumn(u"Flags", ColumnType::Long))
+      .column(systemColumn(u"Database", ColumnType::Memo))
+      .column(systemColumn(u"Connect", ColumnType::Memo))
+      .column(systemText(u"ForeignName"))
+      .column(systemBinary(u"RmtInfoShort"))
+      .column(systemColumn(u"RmtInfoLong", ColumnType::Ole))
+      .column(systemColumn(u"Lv", ColumnType::Ole))
+      .column(systemColumn(u"LvProp", ColumnType::Ole))
+      .column(systemColumn(u"LvModule", ColumnType::Ole))
+      .column(systemColumn(u"LvExtra", ColumnType::Ole))
+      .index({.name = u"ParentIdName", .columns = {{u"ParentId"}, {u"Name"}}, .unique = true})
+      .index({.name = u"Id", .columns = {{u"Id"}}, .primary = true, .unique = true});
+  const auto add = [&](std::int32_t id, std::int32_t parent, std::int16_t type,
+                       const std::u16string& name, const Identity& owner, std::int32_t flags,
+                       const jet::Bytes& properties) {
+    std::vector<Variant> row{
+        id, parent, name, type, runtime::Date{date}, runtime::Date{date}, binary(owner), flags};
+    if (!properties.empty()) {
+      row.resize(table.columnIndex(u"LvProp"));
+      row.emplace_back(properties);
+    }
+    table.row(std::move(row));
+  };
+  const auto addOwn = [&](std::int32_t id, std::int32_t parent, std::int16_t type,
+                          const std::u16string& name, const Identity& owner = kEngine) {
+    add(id, parent, type, name, owner, kSystemObject, {});
+  };
+  addOwn(kTables, kRoot, kContainerObject, u"Tables");
+  addOwn(kDatabases, kRoot, kContainerObject, u"Databases");
+  addOwn(kRelationships, kRoot, kContainerObject, u"Relationships");
+  addOwn(kDatabase, kDatabases, kDatabaseObject, u"MSysDb", kAdmins);
+  addOwn(jet::kObjectsPage, kTables, kTableObject, u"MSysObjects");
+  addOwn(jet::kAcesPage, kTables, kTableObject, u"MSysACEs");
+  addOwn(jet::kQueriesPage, kTables, kTableObject, u"MSysQueries");
+  addOwn(jet::kRelationshipsPage, kTables, kTableObject, u"MSysRelationships");
+  for (const ListedObject& object : objects)
+    add(object.id, kTables, object.type, object.name, kAdmins, object.flags, object.properties);
+  return table;
+}
+
+Table permissions(const std::vector<ListedObject>& objects) {
+  Table table(u"MSysACEs");
+  table.column(systemColumn(u"ObjectId", ColumnType::Long))
+      .column(systemBinary(u"SID", kIdentityColumn))
+      .column(systemColumn(u"ACM", ColumnType::Long))
+      .column(systemColumn(u"FInheritable", ColumnType::Boolean))
+      .index({.name = u"ObjectId", .columns = {{u"ObjectId"}}, .required = true});
+  for (const Permission& each : kFixedPermissions)
+    table.row({each.object, binary(each.identity), each.mask, each.inheritable});
+  for (const ListedObject& object : objects)
+    for (const Identity& identity : {kOwner, kUsers})
+      table.row({object.id, binary(identity), kEverything, false});
+  return table;
+}
+
+Table savedQueries(const std::vector<StoredQuery>& queries, const std::vector<std::int32_t>& ids) {
+  Table table(u"MSysQueries");
+  table.column(systemColumn(u"ObjectId", ColumnType::Long))
+      .column(systemColumn(u"Attribute", ColumnType::Byte))
+      .column(systemBinary(u"Order"))
+      .column(systemText(u"Name1"))
+      .column(systemText(u"Name2"))
+      .column(systemColumn(u"Expression", ColumnType::Memo))
+      .column(systemColumn(u"Flag", ColumnType::Integer))
+      .column(systemColumn(u"LvExtra", ColumnType::Long))
+      .index({.name = u"ObjectIdAttribute",
+              .columns = {{u"ObjectId"}, {u"Attribute"}, {u"Order"}},
+              .primary = true,
+              .unique = true});
+  for (std::size_t i = 0; i < queries.size(); ++i) {
+    std::map<std::uint8_t, std::uint32_t> orders;
+    for (const QueryRow& row : queries[i].rows)
+      table.row({ids[i], row.attribute, bigEndian(++orders[row.attribute]), orNull(row.name1),
+                 orNull(row.name2), orNull(row.expression), orNull(row.flag), orNull(row.extra)});
+  }
+  return table;
+}
+
+Table relationships() {
+  Table table(u"MSysRelationships");
+  table.column(systemText(u"szRelationship"))
+      .column(systemColumn(u"grbit", ColumnType::Long))
+      .column(systemColumn(u"ccolumn", ColumnType::Long))
+      .column(systemColumn(u"icolumn", ColumnType::Long))
+      .column(systemText(u"szObject"))
+      .column(systemText(u"szColumn"))
+      .column(systemText(u"szReferencedObject"))
+      .column(systemText(u"szReferencedColumn"));
+  for (const char16_t* column : {u"szRelationship", u"szObject", u"szReferencedObject"})
+    table.index({.name = column, .columns = {{column}}, .ignoreNulls = true});
+  return table;
+}
+
+}  // namespace makestore

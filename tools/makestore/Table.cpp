@@ -1,0 +1,80 @@
+#include "makestore/Table.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "platform/runtime/CodePage.h"
+
+namespace makestore {
+namespace {
+
+jet::Property yes(std::u16string name) {
+  return {.name = std::move(name),
+          .type = static_cast<std::uint8_t>(jet::ColumnType::Boolean),
+          .definition = true,
+          .data = {0xFF}};
+}
+
+}  // namespace
+
+Column Column::text(std::u16string name, std::size_t length) {
+  return {.name = std::move(name), .type = jet::ColumnType::Text, .length = length};
+}
+
+Index Index::primaryKey(std::u16string column) {
+  return {.name = u"PrimaryKey",
+          .columns = {{std::move(column)}},
+          .primary = true,
+          .unique = true,
+          .required = true};
+}
+
+Index Index::plain(std::u16string column) {
+  return {.name = column, .columns = {{column}}};
+}
+
+Table::Table(std::u16string_view name) : name_(name) {}
+
+Table& Table::column(Column column) {
+  columns_.push_back(std::move(column));
+  return *this;
+}
+
+Table& Table::index(Index index) {
+  indexes_.push_back(std::move(index));
+  return *this;
+}
+
+Table& Table::row(std::vector<runtime::Variant> values, Placement placement) {
+  if (values.size() > columns_.size())
+    throw std::invalid_argument("a row has more values than its table has columns");
+  values.resize(columns_.size());
+  rows_.push_back({std::move(values), placement});
+  return *this;
+}
+
+Table& Table::fillPagesThrough(std::u16string column) {
+  fillColumn_ = std::move(column);
+  return *this;
+}
+
+std::size_t Table::columnIndex(std::u16string_view name) const {
+  const auto found = std::ranges::find(columns_, name, &Column::name);
+  if (found == columns_.end())
+    throw std::invalid_argument(runtime::toUtf8(name_) + " has no column " + runtime::toUtf8(name));
+  return static_cast<std::size_t>(found - columns_.begin());
+}
+
+jet::Bytes Table::properties() const {
+  std::vector<jet::PropertyBlock> blocks;
+  for (const Column& column : columns_) {
+    jet::PropertyBlock block{.name = column.name, .properties = {}};
+    if (column.required) block.properties.push_back(yes(u"Required"));
+    if (jet::isText(column.type) && column.allowZeroLength)
+      block.properties.push_back(yes(u"AllowZeroLength"));
+    if (!block.properties.empty()) blocks.push_back(std::move(block));
+  }
+  return blocks.empty() ? jet::Bytes() : jet::encodeProperties(jet::Version::Jet4, blocks);
+}
+
+}  // namespace makestore

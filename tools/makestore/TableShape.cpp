@@ -1,0 +1,120 @@
+#include "makestore/TableShape.h"
+
+#include "platform/jet/format/ColumnValue.h"
+#include "platform/jet/format/Header.h"
+
+namespace makestore {
+namespace {
+
+std::size_t storedLength(const Column& column) {
+  switch (column.type) {
+    case jet::ColumnType::Boolean:
+      return 1;
+    case jet::ColumnType::Text:
+      return 2 * column.length;
+    case jet::ColumnType::Binary:
+      return column.length;
+    default:
+      return jet::typeSize(column.type).value_or(0);
+  }
+}
+
+/// Values that are always of one size stand in the row's fixed area.
+bool isFixed(jet::ColumnType type) {
+  return jet::typeSize(type).has_value();
+}
+
+jet::ColumnDefinition definitionOf(const Column& column, TableKind kind) {
+  jet::ColumnDefinition definition;
+  definition.name = column.name;
+  definition.type = column.type;
+  definition.fixed = isFixed(column.type);
+  definition.autonumber = column.autonumber;
+  definition.length = static_cast<std::uint16_t>(storedLength(column));
+  definition.flags = column.flags;
+  if (jet::isText(column.type) || kind == TableKind::System)
+    definition.sortLanguage = jet::Header::kGeneral;
+  definition.compressed = jet::isText(column.type) && column.compressed;
+  if (column.type == jet::ColumnType::Numeric) {
+    definition.precision = column.precision;
+    definition.scale = column.scale;
+  }
+  return definition;
+}
+
+/// Gives the columns their places: fixed ones one behind the other, variable ones a slot each. Memo
+/// and OLE take the last slots, but not in the engine's own tables, which keep the columns' order.
+/// A fixed column's slot is the number of variable ones before it.
+void placeColumns(const Table& table, TableKind kind, jet::TableDefinition& definition) {
+  const auto comesLast = [kind](jet::ColumnType type) {
+    return kind == TableKind::User && jet::isLongValue(type);
+  };
+  std::uint16_t fixedEnd = 0;
+  std::uint16_t nextSlot = 0;
+  std::uint16_t nextLastSlot = 0;
+  for (const Column& column : table.columns())
+    if (!isFixed(column.type) && !comesLast(column.type)) ++nextLastSlot;
+  for (const Column& column : table.columns()) {
+    jet::ColumnDefinition placed = definitionOf(column, kind);
+    placed.number = static_cast<std::uint16_t>(definition.columns.size());
+    std::uint16_t& slot = comesLast(column.type) ? nextLastSlot : nextSlot;
+    placed.variableSlot = slot;
+    if (placed.fixed) {
+      placed.fixedOffset = fixedEnd;
+      fixedEnd = static_cast<std::uint16_t>(fixedEnd + jet::typeSize(column.type).value_or(0));
+    } else {
+      ++slot;
+      ++definition.variableSlots;
+    }
+    definition.columns.push_back(std::move(placed));
+  }
+}
+
+std::uint8_t flagsOf(const Index& index) {
+  unsigned flags = jet::IndexDefinition::kJet4;
+  if (index.unique) flags |= jet::IndexDefinition::kUnique;
+  if (index.ignoreNulls) flags |= jet::IndexDefinition::kIgnoreNulls;
+  if (index.required) flags |= jet::IndexDefinition::kRequired;
+  return static_cast<std::uint8_t>(flags);
+}
+
+void addIndexes(PageSpace& space, const Table& table, TableKind kind,
+                jet::TableDefinition& definition) {
+  for (const Index& index : table.indexes()) {
+    jet::IndexDefinition kept;
+    for (const KeyPart& part : index.columns)
+      kept.columns.push_back(
+          {static_cast<std::uint16_t>(table.columnIndex(part.column)), part.ascending});
+    kept.map = space.newMap();
+    kept.flags = flagsOf(index);
+    jet::LogicalIndex logical;
+    logical.name = index.name;
+    logical.number = static_cast<std::uint32_t>(definition.indexes.size());
+    logical.index = logical.number;
+    if (index.primary) logical.kind = jet::LogicalIndex::Kind::PrimaryKey;
+    if (kind == TableKind::User) logical.cascadeUpdates = logical.cascadeDeletes = 0;
+    definition.indexes.push_back(std::move(kept));
+    definition.logicalIndexes.push_back(std::move(logical));
+  }
+}
+
+}  // namespace
+
+jet::TableDefinition shapeOf(PageSpace& space, const Table& table, TableKind kind) {
+  jet::TableDefinition definition;
+  definition.kind = kind == TableKind::System ? jet::TableDefinition::kSystemTable
+                                              : jet::TableDefinition::kUserTable;
+  definition.maxColumns = static_cast<std::uint16_t>(table.columns().size());
+  definition.ownedPages = space.newMap();
+  definition.freePages = space.newMap();
+  placeColumns(table, kind, definition);
+  for (const jet::ColumnDefinition& column : definition.columns)
+    if (jet::isLongValue(column.type)) {
+      const jet::RowPointer owned = space.newMap();
+      definition.longValueMaps.push_back({column.number, owned, space.newMap()});
+    }
+  addIndexes(space, table, kind, definition);
+  return definition;
+}
+
+}  // namespace makestore

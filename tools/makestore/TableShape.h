@@ -1,0 +1,14 @@
+#pragma once
+
+#include "makestore/PageSpace.h"
+#include "makestore/Table.h"
+#include "makestore/TableWriter.h"
+#include "platform/jet/format/TableDefinition.h"
+
+namespace makestore {
+
+/// The definition of a table that has no rows yet: columns with their places in the row, indexes
+/// without a root, and room for all usage maps.
+jet::TableDefinition shapeOf(PageSpace& space, const Table& table, TableKind kind);
+
+}  // namespace makestore

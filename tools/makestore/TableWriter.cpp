@@ -1,0 +1,113 @@
+#include "makestore/TableWriter.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <variant>
+#include <vector>
+
+#include "makestore/IndexTree.h"
+#include "makestore/RowLayer.h"
+#include "makestore/TableShape.h"
+#include "platform/jet/format/IndexKey.h"
+#include "platform/jet/format/TableDefinition.h"
+#include "platform/runtime/CodePage.h"
+
+namespace makestore {
+namespace {
+
+[[noreturn]] void refuse(const Table& table, const Index& index, const char* what) {
+  throw std::invalid_argument("index " + runtime::toUtf8(index.name) + " of " +
+                              runtime::toUtf8(table.name()) + ": " + what);
+}
+
+struct Entry {
+  jet::IndexEntry entry;
+  bool hasNull = false;
+};
+
+/// The row's value in the column, as keys take it.
+runtime::Variant keyValue(const jet::ColumnDefinition& column, const runtime::Variant& value) {
+  const bool isFalse = column.type == jet::ColumnType::Boolean && value.isNull();
+  return isFalse ? runtime::Variant(false) : value;
+}
+
+/// The entries of all rows, in the index's order.
+std::vector<Entry> entriesOf(const Table& table, const Index& index,
+                             const jet::TableDefinition& definition,
+                             const jet::IndexDefinition& kept,
+                             const std::vector<jet::RowPointer>& places) {
+  std::vector<Entry> entries;
+  for (std::size_t row = 0; row < table.rows().size(); ++row) {
+    if (table.rows()[row].placement == Placement::Deleted) continue;
+    jet::Bytes key;
+    std::size_t nulls = 0;
+    for (const jet::KeyColumn& part : kept.columns) {
+      const jet::ColumnDefinition& column = definition.columns[part.number];
+      const runtime::Variant value = keyValue(column, table.rows()[row].values[part.number]);
+      if (value.isNull()) ++nulls;
+      if (!jet::appendKey(jet::Version::Jet4, column, part.ascending, value, key))
+        refuse(table, index, "a value has no known key");
+    }
+    if (nulls > 0 && index.required) refuse(table, index, "a null where none may be");
+    if (nulls == kept.columns.size() && index.ignoreNulls) continue;
+    entries.push_back({jet::IndexEntry::of(key, places[row]), nulls > 0});
+  }
+  std::ranges::sort(entries, [](const Entry& a, const Entry& b) {
+    return jet::compareBytes(a.entry.bytes, b.entry.bytes) < 0;
+  });
+  return entries;
+}
+
+void writeIndex(PageSpace& space, std::uint32_t definitionPage, const Table& table,
+                const Index& index, const jet::TableDefinition& definition,
+                jet::IndexDefinition& kept, const std::vector<jet::RowPointer>& places) {
+  std::vector<jet::IndexEntry> ordered;
+  for (Entry& each : entriesOf(table, index, definition, kept, places)) {
+    const bool known =
+        !ordered.empty() && jet::compareBytes(ordered.back().key(), each.entry.key()) == 0;
+    if (known && index.unique && !each.hasNull) refuse(table, index, "a key stands there twice");
+    if (!known) ++kept.entryCounter;
+    ordered.push_back(std::move(each.entry));
+  }
+  const IndexTree tree = buildIndex(space, definitionPage, ordered, index.packed);
+  kept.root = tree.root;
+  space.writeMap(kept.map, tree.pages);
+}
+
+std::uint32_t lastAutonumber(const Table& table) {
+  std::int32_t last = 0;
+  for (std::size_t i = 0; i < table.columns().size(); ++i) {
+    if (!table.columns()[i].autonumber) continue;
+    for (const Table::Row& row : table.rows())
+      if (const auto* number = std::get_if<std::int32_t>(&row.values[i].get()))
+        last = std::max(last, *number);
+  }
+  return static_cast<std::uint32_t>(last);
+}
+
+void writeDefinition(PageSpace& space, std::uint32_t definitionPage,
+                     const jet::TableDefinition& definition) {
+  std::vector<std::uint32_t> numbers{definitionPage};
+  const std::size_t needed =
+      jet::TableDefinition::pagesNeeded(jet::Version::Jet4, definition.encode().size());
+  while (numbers.size() < needed) numbers.push_back(space.allocate());
+  std::vector<jet::Bytes> pages = definition.encodePages(numbers);
+  for (std::size_t i = 0; i < numbers.size(); ++i) space.put(numbers[i], std::move(pages[i]));
+}
+
+}  // namespace
+
+void writeTable(PageSpace& space, Table& table, std::uint32_t definitionPage, TableKind kind) {
+  jet::TableDefinition definition = shapeOf(space, table, kind);
+  RowLayer layer(space, table, definitionPage, definition);
+  layer.layAll();
+  definition.rowCount = static_cast<std::uint32_t>(std::ranges::count_if(
+      table.rows(), [](const Table::Row& row) { return row.placement != Placement::Deleted; }));
+  definition.lastAutonumber = lastAutonumber(table);
+  for (std::size_t i = 0; i < table.indexes().size(); ++i)
+    writeIndex(space, definitionPage, table, table.indexes()[i], definition, definition.indexes[i],
+               layer.places());
+  writeDefinition(space, definitionPage, definition);
+}
+
+}  // namespace makestore

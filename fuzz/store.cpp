@@ -1,0 +1,86 @@
+// A whole store database: opened, its catalog, every table by a scan and by each index, every saved
+// query's rows, and one change of the first row that has a text.
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "platform/jet/engine/Database.h"
+#include "platform/jet/format/Header.h"
+#include "platform/runtime/RunTimeError.h"
+
+namespace {
+
+void readRow(const jet::Row& row, int columns) {
+  for (int i = 0; i < columns; ++i) {
+    static_cast<void>(row.value(i));
+    static_cast<void>(row.isNull(i));
+  }
+}
+
+void readTable(const jet::Table& table) {
+  const int columns = static_cast<int>(table.columns().size());
+  const auto scan = table.scan();
+  std::string key;
+  while (scan->next()) {
+    readRow(scan->row(), columns);
+    for (int i = 0; i < columns; ++i)
+      if (jet::isText(table.columns()[static_cast<std::size_t>(i)].type))
+        scan->row().sortKey(i, key);
+  }
+  for (int i = 0; i < static_cast<int>(table.indexes().size()); ++i) {
+    const auto walk = table.walk(i, {});
+    while (walk->next()) readRow(walk->row(), columns);
+    if (!table.indexes()[static_cast<std::size_t>(i)].seekable) continue;
+    jet::IndexRange range;
+    range.equal = {runtime::Variant()};
+    const auto nulls = table.walk(i, range);
+    while (nulls->next()) readRow(nulls->row(), columns);
+  }
+}
+
+void changeOneRow(jet::Database& database, const jet::Table& table) {
+  const auto scan = table.scan();
+  if (!scan->next()) return;
+  for (int i = 0; i < static_cast<int>(table.columns().size()); ++i) {
+    if (table.columns()[static_cast<std::size_t>(i)].type != jet::ColumnType::Text) continue;
+    const jet::ColumnValue asRead{i, scan->row().value(i)};
+    const jet::ColumnValue change{i, u"changed"};
+    database.update(table, scan->row().id(), {&change, 1}, {&asRead, 1});
+    return;
+  }
+}
+
+void useAll(const std::filesystem::path& file, const std::u16string& password) {
+  jet::Database database(file, u"store", password);
+  const jet::Table* changed = nullptr;
+  for (const jet::CatalogObject& object : database.objects()) {
+    if (object.kind == jet::ObjectKind::Query) database.queryRows(object);
+    if (object.kind != jet::ObjectKind::Table) continue;
+    database.find(object.name);
+    const jet::Table& table = database.table(object);
+    readTable(table);
+    if (!object.isSystem()) changed = &table;
+  }
+  if (changed != nullptr) changeOneRow(database, *changed);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const auto header = jet::Header::decode({data, size});
+  if (!header) return 0;
+  static const std::filesystem::path file =
+      std::filesystem::temp_directory_path() / ("store-" + std::to_string(getpid()) + ".mdb");
+  std::ofstream(file, std::ios::binary)
+      .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
+  try {
+    useAll(file, header->password);
+  } catch (const runtime::RunTimeError& fault) {
+    if (fault.number() > -2147200000) __builtin_trap();
+  }
+  return 0;
+}

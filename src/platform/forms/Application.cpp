@@ -33,7 +33,7 @@ void endOnFatalMessage(QtMsgType type, const QMessageLogContext&, const QString&
 
 struct Application::Loop {
   Loop() : application(noArguments.count, noArguments.list) {
-    QApplication::setStyle(new qt::Look);
+    QApplication::setStyle(std::make_unique<qt::Look>().release());  // theirs from now on
     const Font usual;
     QApplication::setFont(qt::font(usual.face, usual.points, usual.weight));
     QApplication::setWindowIcon(qt::programIcon());

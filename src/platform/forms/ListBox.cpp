@@ -72,6 +72,11 @@ class Entries : public QListView {
     }
   }
 
+  int selected() const {
+    const QModelIndexList rows = selectionModel()->selectedRows();
+    return rows.isEmpty() ? -1 : rows.first().row();
+  }
+
   /// The beginning of a text, as far as a row shows it.
   QString visiblePart(const QString& text) const {
     const QFontMetrics metrics(font());
@@ -103,9 +108,11 @@ class Entries : public QListView {
     if (isDouble) qt::raise(control_.DblClick);
   }
 
-  // The frame shows the focus.
+  // The frame shows the focus. The toolkit's list would also make the first entry its current one,
+  // without selecting it.
   void focusInEvent(QFocusEvent* event) override {
-    QListView::focusInEvent(event);
+    QAbstractScrollArea::focusInEvent(event);  // NOLINT(bugprone-parent-virtual-call)
+    viewport()->update();
     update();
   }
   void focusOutEvent(QFocusEvent* event) override {
@@ -165,7 +172,7 @@ int ListBox::ListCount() const {
 }
 
 int ListBox::ListIndex() const {
-  return entriesOf(widget()).currentIndex().row();
+  return entriesOf(widget()).selected();
 }
 
 void ListBox::ListIndex(int index) {

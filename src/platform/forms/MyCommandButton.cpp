@@ -233,6 +233,10 @@ MyButton::Face& MyButton::face() const {
 }
 
 void MyButton::rescaled() {
+  applyFont();
+}
+
+void MyButton::applyFont() {
   face().setTextFont(qt::font(font_.name, font_.size * scale(), font_.weight));
 }
 
@@ -245,7 +249,7 @@ void MyButton::caption(std::u16string_view text) {
 
 void MyButton::font(std::u16string_view faceName) {
   font_.name = faceName;
-  rescaled();
+  applyFont();
 }
 
 void MyButton::backcolor(forms::Colour colour) {

@@ -82,6 +82,7 @@ class MyButton : public forms::Control {
  private:
   class Face;  // the widget
   Face& face() const;
+  void applyFont();
   void rescaled() override;
 
   std::u16string caption_;

@@ -46,9 +46,6 @@ class TextBox : public Control {
   TextBox(Container& container, const Design& design, int maxLength = 0);
   std::u16string Text() const;
   void Text(std::u16string_view text);
-
- private:
-  int maxLength_;
 };
 
 /// A tick box with the values 0, 1 and 2 (greyed); another value raises error 380.

@@ -170,13 +170,21 @@ TEST_F(Controls, ADoubleClickOnTheListIsTwoPressesAndOneDoubleClick) {
   user->doubleClickRow("list", 3);
   EXPECT_THAT(screen.log, ElementsAre("MouseDown 1 on 3", "MouseDown 1 on 3", "DblClick 3"));
   EXPECT_EQ(screen.dragged.size(), 2U);
+}
 
+TEST_F(Controls, OnEmptyGroundBelowTheLastRowNothingIsSelected) {
   screen.list.Clear();
+  screen.list.AddItem(u"first");
+  screen.list.AddItem(u"last");
+  user->focus("list");
   EXPECT_EQ(screen.list.ListIndex(), -1);
-  screen.log.clear();
-  user->doubleClickRow("list", 0);
+  user->doubleClickRow("list", 5);
   EXPECT_THAT(screen.log, ElementsAre("MouseDown 1 on -1", "MouseDown 1 on -1", "DblClick -1"));
-  EXPECT_EQ(screen.dragged.back(), u"");
+  EXPECT_THAT(screen.dragged, ElementsAre(u"", u""));
+  user->key(Qt::Key_Down);
+  EXPECT_EQ(screen.list.Text(), u"first");
+  user->doubleClickRow("list", 5);
+  EXPECT_EQ(screen.log.back(), "DblClick 0");
 }
 
 TEST_F(Controls, TheListKeepsEveryEntryWholeAndFillsFast) {

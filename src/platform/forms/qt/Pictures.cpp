@@ -35,7 +35,8 @@ QIcon programIcon() {
     const double key = size * 0.22;
     for (int i = 0; i < 9; ++i) {
       painter.setBrush(i == 4 ? QColor(0x3c, 0xc4, 0x6b) : QColor(0xf4, 0xf6, 0xf8));
-      const QPointF at(size * 0.11 + pitch * (i % 3), size * 0.11 + pitch * (i / 3));
+      const int row = i / 3;
+      const QPointF at(size * 0.11 + pitch * (i % 3), size * 0.11 + pitch * row);
       painter.drawRoundedRect(QRectF(at, QSizeF(key, key)), size * 0.03, size * 0.03);
     }
     icon.addPixmap(picture);

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QTableView>
 #include <QWidget>
 
+#include "platform/forms/FlexCellGrid.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/MyCommandButton.h"
 #include "platform/forms/StandardControls.h"
@@ -63,6 +65,45 @@ TEST(DenseDesktop, LaysAScreenOutSmallerOnlyAsFarAsNeeded) {
   const Laid huge = laidOut(60000, 7500);
   EXPECT_EQ(huge.corner, QRect(1950, 240, 50, 10));
   EXPECT_NEAR(huge.points, 4.875, 0.01);
+}
+
+/// A sheet as wide as the screen, with as many rows of 35 pixels as it is high.
+class WideSheet : public forms::Form {
+ public:
+  WideSheet()
+      : Form({.name = "WideSheet", .width = 18000, .height = 4245}), Grid1(*this, design()) {}
+
+  static FlexCell::GridDesign design() {
+    FlexCell::GridDesign design;
+    design.name = "Grid1";
+    design.width = 18000;
+    design.height = 4245;
+    design.rows = 8;
+    design.cols = 3;
+    design.defaultRowHeight = 35;
+    design.extendLastCol = true;
+    return design;
+  }
+
+  FlexCell::Grid Grid1;
+};
+
+TEST(DenseDesktop, ASheetsRowsAndColumnsShrinkAndStillFit) {
+  support::TestHost host;
+  WideSheet screen;
+  screen.Grid1.Column(1).Width(200);
+  screen.Show();
+  const support::WindowDriver user("WideSheet");
+  const auto& sheet = static_cast<QTableView&>(user.control("Grid1"));
+  EXPECT_EQ(sheet.width(), 960);
+  EXPECT_EQ(sheet.columnWidth(1), 160);
+  EXPECT_EQ(sheet.rowHeight(7), 28);
+  const QRect last = sheet.visualRect(sheet.model()->index(7, 2));
+  EXPECT_EQ(last.right(), sheet.viewport()->width() - 1);
+  EXPECT_LE(last.bottom(), sheet.viewport()->height() - 1);
+  // A column that is set later shrinks as well.
+  screen.Grid1.Column(1).Width(100);
+  EXPECT_EQ(sheet.columnWidth(1), 80);
 }
 
 }  // namespace

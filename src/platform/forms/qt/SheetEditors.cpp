@@ -119,6 +119,7 @@ void CellDropDown::keyPressEvent(QKeyEvent* event) {
   } else if (view_.navigate(*event)) {
     return;
   } else if (!event->text().isEmpty() && event->text().front().isPrint() && !alt) {
+    view()->keyboardSearch({});  // forgets what was sought in the list the last time
     showPopup();
     view()->keyboardSearch(event->text());
   } else {

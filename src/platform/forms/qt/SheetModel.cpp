@@ -73,6 +73,9 @@ QVariant SheetModel::data(const QModelIndex& index, int role) const {
       return text(index);
     case Qt::AccessibleTextRole:
       return spokenText(index);
+    case Qt::AccessibleDescriptionRole:
+      return isOpen(index) && kind(index) == CellType::CheckBox ? QStringLiteral("Check box")
+                                                                : QString();
     case Qt::CheckStateRole:
       if (kind(index) != CellType::CheckBox) return {};
       return text(index) == u"1" ? Qt::Checked : Qt::Unchecked;

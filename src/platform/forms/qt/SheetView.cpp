@@ -144,10 +144,12 @@ void SheetView::refreshEditor() {
 void SheetView::syncEditor() {
   const QModelIndex active = currentIndex();
   const QString text = sheet_->text(active);
-  const int limit = sheet_->maxLength(active.column());
   if (editor() == edit_) {
     edit_->setAccessibleName(sheet_->label(active));
-    edit_->setMaxLength(limit > 0 ? limit : std::numeric_limits<int>::max());
+    const int limit = sheet_->maxLength(active.column());
+    // A longer text that the screen itself has set stays whole.
+    edit_->setMaxLength(limit > 0 ? qMax(limit, static_cast<int>(text.size()))
+                                  : std::numeric_limits<int>::max());
     if (edit_->text() != text) edit_->setText(text);
   }
   if (editor() == dropDown_) {

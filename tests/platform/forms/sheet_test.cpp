@@ -1,0 +1,415 @@
+// The sheet: typing, moving, drop-down and check cells, as a user and the screen's code see them.
+
+#include <gmock/gmock.h>
+
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QImage>
+#include <QTableView>
+#include <QTest>
+#include <QWheelEvent>
+#include <optional>
+
+#include "platform/forms/FlexCellGrid.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/MyCommandButton.h"
+#include "platform/runtime/RunTimeError.h"
+#include "support/TestHost.h"
+#include "support/WindowDriver.h"
+
+namespace {
+
+using FlexCell::CellType;
+using support::WindowDriver;
+using testing::ElementsAre;
+
+constexpr int kLabels = 1;
+constexpr int kValues = 2;
+constexpr int kName = 1;
+constexpr int kPrice = 2;
+constexpr int kDepartment = 3;
+constexpr int kFirstCheck = 4;
+constexpr int kLast = 5;
+constexpr forms::Colour kAqua = 0xFFFF80;
+constexpr forms::Colour kGrey = 0x808080;
+
+FlexCell::GridDesign gridDesign() {
+  FlexCell::GridDesign design;
+  design.name = "Grid1";
+  design.top = 600;
+  design.width = 9000;
+  design.height = 3000;
+  design.tabIndex = 0;
+  design.backColour = forms::kWindowBackground;
+  design.foreColour = forms::kWindowText;
+  design.rows = kLast + 1;
+  design.cols = 3;
+  design.defaultRowHeight = 35;
+  design.extendLastCol = true;
+  design.enterKeyMoveTo = 1;
+  design.backColourActiveCell = kAqua;
+  design.borderColour = kGrey;
+  return design;
+}
+
+MyCommandButton::ButtonDesign buttonDesign() {
+  MyCommandButton::ButtonDesign design;
+  design.name = "cmdSave";
+  design.width = 1500;
+  design.height = 500;
+  design.tabIndex = 1;
+  return design;
+}
+
+std::u16string item(std::u16string_view description, std::u16string_view id) {
+  return std::u16string(description).append(1000, u' ').append(u",").append(id);
+}
+
+/// A question sheet: name, price, department, two check cells.
+class SheetScreen : public forms::Form {
+ public:
+  SheetScreen()
+      : Form({.name = "SheetScreen", .width = 9000, .height = 4000}),
+        Grid1(*this, gridDesign()),
+        cmdSave(*this, buttonDesign()) {
+    constexpr std::u16string_view kCaptions[] = {u"Name", u"Price", u"Department", u"Printer",
+                                                 u"Open price"};
+    for (int row = kName; row <= kLast; ++row) Grid1.Cell(row, kLabels).Text(kCaptions[row - 1]);
+    Grid1.Column(kLabels).Locked(true);
+    Grid1.Column(kLabels).Width(150);
+    Grid1.Column(kValues).Kind(CellType::ComboBox);
+    Grid1.Column(kValues).MaxLength(50);
+    Grid1.Cell(kName, kValues).Kind(CellType::Text);
+    Grid1.Cell(kPrice, kValues).Kind(CellType::Text);
+    for (int row = kFirstCheck; row <= kLast; ++row) {
+      Grid1.Cell(row, kValues).Kind(CellType::CheckBox);
+      Grid1.Cell(row, kValues).Text(u"0");
+    }
+    Grid1.RowHeight(0, 0);
+    Grid1.Cell(kName, kValues).SetFocus();
+    Grid1.Click = [this] {
+      const FlexCell::ActiveCell at = Grid1.ActiveCell();
+      clicks.emplace_back(at.Row, at.Col);
+      if (at.Col == kLabels) Grid1.Cell(at.Row, kValues).SetFocus();
+    };
+    Grid1.ComboClick = [this](std::int16_t) { picked.push_back(text(kDepartment)); };
+  }
+
+  std::u16string text(int row) { return Grid1.Cell(row, kValues).Text(); }
+  std::pair<int, int> active() { return {Grid1.ActiveCell().Row, Grid1.ActiveCell().Col}; }
+  void listDepartments() {
+    Grid1.ComboBox(kValues).AddItem(item(u"Bakery", u"1"));
+    Grid1.ComboBox(kValues).AddItem(item(u"Cakes, Pies, Pastries", u"2"));
+    Grid1.ComboBox(kValues).AddItem(item(u" Mind the gap  ,here", u"3"));
+    Grid1.ComboBox(kValues).AddItem(u"Plain, without a hidden part");
+    Grid1.ComboBox(kValues).AddItem(item(std::u16string(60, u'x'), u"4"));
+    Grid1.ComboBox(kValues).AddItem(item(u"", u"5"));
+  }
+
+  FlexCell::Grid Grid1;
+  MyCommandButton::MyButton cmdSave;
+  std::vector<std::pair<int, int>> clicks;
+  std::vector<std::u16string> picked;
+};
+
+class Sheet : public testing::Test {
+ protected:
+  Sheet() {
+    screen.listDepartments();
+    screen.Show();
+    user.emplace("SheetScreen");
+    support::waitUntil([this] { return user->window().isActiveWindow(); });
+    support::settle();
+  }
+
+  QTableView& table() { return static_cast<QTableView&>(user->control("Grid1")); }
+  QComboBox& dropDown() { return *table().findChild<QComboBox*>(); }
+  bool listIsOpen() { return dropDown().view()->isVisible(); }
+
+  QPoint middle(int row, int column) {
+    const QPoint at = table().visualRect(table().model()->index(row, column)).center();
+    return table().viewport()->mapTo(&user->window(), at);
+  }
+  void click(int row, int column) {
+    QTest::mouseClick(user->window().windowHandle(), Qt::LeftButton, {}, middle(row, column));
+    support::settle();
+  }
+  /// Picks in the open list with the mouse.
+  void pick(int entry) {
+    QAbstractItemView* list = dropDown().view();
+    const QPoint at = list->visualRect(list->model()->index(entry, 0)).center();
+    QWidget* popup = list->window();
+    const QPoint onPopup = list->viewport()->mapTo(popup, at);
+    QTest::mouseMove(popup->windowHandle(), onPopup);
+    QTest::mouseClick(popup->windowHandle(), Qt::LeftButton, {}, onPopup);
+    support::settle();
+  }
+  void paste(const QString& text) {
+    QApplication::clipboard()->setText(text);
+    QTest::keyClick(user->window().windowHandle(), Qt::Key_V, Qt::ControlModifier);
+    support::settle();
+  }
+
+  support::TestHost host;
+  SheetScreen screen;
+  std::optional<WindowDriver> user;
+};
+
+using Cell = std::pair<int, int>;
+
+TEST_F(Sheet, TypingGoesIntoTheActiveCellAtOnceAndEnterMovesDown) {
+  user->type(u"Latte, 'large' ");
+  EXPECT_EQ(screen.text(kName), u"Latte, 'large' ");
+  user->key(Qt::Key_Return);
+  user->type(u"2");
+  user->type(u".50");
+  EXPECT_EQ(screen.text(kPrice), u"2.50");
+  EXPECT_EQ(screen.text(kName), u"Latte, 'large' ");
+  for (int presses = 0; presses < 6; ++presses) user->key(Qt::Key_Enter);
+  EXPECT_EQ(screen.active(), Cell(kLast, kValues));
+  EXPECT_FALSE(listIsOpen());
+
+  // Coming back to a cell, typing begins its text anew, as code reads it and as code writes it.
+  user->key(Qt::Key_Home);
+  user->type(u"Tea");
+  EXPECT_EQ(screen.text(kName), u"Tea");
+  screen.Grid1.Cell(kName, kValues).Text(u"Cocoa");
+  user->type(u"!");
+  EXPECT_EQ(screen.text(kName), u"Cocoa!");
+}
+
+TEST_F(Sheet, StopsTypingAndPastingAtTheColumnsLength) {
+  user->type(std::u16string(51, u'n'));
+  EXPECT_EQ(screen.text(kName), std::u16string(50, u'n'));
+  user->key(Qt::Key_Down);
+  user->type(u"12");
+  paste(QString(60, '3'));
+  EXPECT_EQ(screen.text(kPrice), u"12" + std::u16string(48, u'3'));
+  user->key(Qt::Key_Up);
+  paste("two\r\nlines");
+  EXPECT_EQ(screen.text(kName), u"two  lines");
+
+  // The limit is the keyboard's alone.
+  screen.Grid1.Cell(kPrice, kValues).Text(std::u16string(70, u'4'));
+  EXPECT_EQ(screen.text(kPrice).size(), 70U);
+  screen.Grid1.Column(kValues).MaxLength(3);
+  user->type(u"Latte");
+  EXPECT_EQ(screen.text(kName), u"two  lines");
+}
+
+TEST_F(Sheet, TabLeavesItFromEachKindOfCellAndComesBackToTheSameOne) {
+  for (const int row : {kName, kDepartment, kFirstCheck}) {
+    screen.Grid1.Cell(row, kValues).SetFocus();
+    user->tab();
+    EXPECT_TRUE(user->hasFocus("cmdSave")) << row;
+    QTest::keyClick(user->window().windowHandle(), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(table().isAncestorOf(QApplication::focusWidget()) || table().hasFocus()) << row;
+    EXPECT_EQ(screen.active(), Cell(row, kValues));
+  }
+  screen.Grid1.Cell(kName, kValues).SetFocus();
+  user->type(u"Tea");
+  EXPECT_EQ(screen.text(kName), u"Tea");
+
+  // Code that moves the active cell leaves the focus where it is.
+  user->tab();
+  screen.Grid1.Cell(kPrice, kValues).SetFocus();
+  EXPECT_TRUE(user->hasFocus("cmdSave"));
+}
+
+TEST_F(Sheet, KeysMoveOverRowsAndNeverIntoTheLabels) {
+  user->key(Qt::Key_Up);
+  EXPECT_EQ(screen.active(), Cell(kName, kValues));
+  user->key(Qt::Key_PageDown);
+  EXPECT_EQ(screen.active(), Cell(kLast, kValues));
+  user->key(Qt::Key_Left);
+  user->key(Qt::Key_Right);
+  EXPECT_EQ(screen.active(), Cell(kLast, kValues));
+  user->key(Qt::Key_Up);
+  user->key(Qt::Key_Up);
+  EXPECT_EQ(screen.active(), Cell(kDepartment, kValues));
+  screen.Grid1.RowHeight(kPrice, 0);
+  user->key(Qt::Key_Up);
+  EXPECT_EQ(screen.active(), Cell(kName, kValues));
+  EXPECT_TRUE(screen.clicks.empty());
+}
+
+TEST_F(Sheet, RaisesClickWhenTheActiveCellHasMoved) {
+  click(kPrice, kLabels);
+  click(kPrice, kValues);
+  click(kName, 0);
+  click(kName, kValues);
+  EXPECT_THAT(screen.clicks, ElementsAre(Cell(kPrice, kLabels), Cell(kPrice, kValues),
+                                         Cell(kName, kLabels), Cell(kName, kValues)));
+  click(kPrice, kLabels);
+  EXPECT_EQ(screen.active(), Cell(kPrice, kValues));
+  user->type(u"9");
+  EXPECT_EQ(screen.text(kPrice), u"9");
+}
+
+TEST_F(Sheet, CheckCellsToggleByClickAndSpaceButNotByTheirLabels) {
+  click(kFirstCheck, kLabels);
+  EXPECT_EQ(screen.active(), Cell(kFirstCheck, kValues));
+  EXPECT_EQ(screen.text(kFirstCheck), u"0");
+  click(kFirstCheck, kValues);
+  EXPECT_EQ(screen.text(kFirstCheck), u"1");
+  user->key(Qt::Key_Space);
+  EXPECT_EQ(screen.text(kFirstCheck), u"0");
+  user->type(u"7");
+  EXPECT_EQ(screen.text(kFirstCheck), u"0");
+  QTest::mouseDClick(user->window().windowHandle(), Qt::LeftButton, {}, middle(kLast, kValues));
+  EXPECT_EQ(screen.text(kLast), u"0");
+
+  // A press that is let go elsewhere toggles neither cell.
+  QTest::mousePress(user->window().windowHandle(), Qt::LeftButton, {},
+                    middle(kFirstCheck, kValues));
+  QTest::mouseRelease(user->window().windowHandle(), Qt::LeftButton, {}, middle(kLast, kValues));
+  EXPECT_EQ(screen.text(kFirstCheck) + screen.text(kLast), u"00");
+
+  screen.Grid1.Cell(kLast, kValues).Text(u"2");
+  click(kLast, kValues);
+  EXPECT_EQ(screen.text(kLast), u"1");
+}
+
+TEST_F(Sheet, APickedEntryIsInTheCellBeforeTheScreenIsTold) {
+  click(kDepartment, kValues);
+  ASSERT_TRUE(listIsOpen());
+  EXPECT_EQ(screen.text(kDepartment), u"");
+  pick(1);
+  EXPECT_FALSE(listIsOpen());
+  for (const int entry : {1, 2, 3, 4, 5}) {
+    click(kDepartment, kValues);
+    pick(entry);
+  }
+  EXPECT_THAT(screen.picked, ElementsAre(u"Cakes, Pies, Pastries", u"Cakes, Pies, Pastries",
+                                         u" Mind the gap  ,here", u"Plain, without a hidden part",
+                                         std::u16string(60, u'x'), u""));
+  EXPECT_EQ(screen.clicks.size(), 6U);
+
+  click(kDepartment, kLabels);
+  EXPECT_FALSE(listIsOpen());
+}
+
+TEST_F(Sheet, TheListOpensByKeysAndOnlyAPickInItChangesTheCell) {
+  screen.Grid1.Cell(kDepartment, kValues).SetFocus();
+  const auto opensBy = [&](int key, Qt::KeyboardModifiers keys) {
+    QTest::keyClick(user->window().windowHandle(), Qt::Key(key), keys);
+    const bool open = listIsOpen();
+    dropDown().hidePopup();
+    return open;
+  };
+  EXPECT_TRUE(opensBy(Qt::Key_F4, Qt::NoModifier));
+  EXPECT_TRUE(opensBy(Qt::Key_Down, Qt::AltModifier));
+  EXPECT_TRUE(opensBy(Qt::Key_Space, Qt::NoModifier));
+
+  user->type(u"c");
+  ASSERT_TRUE(listIsOpen());
+  QTest::keyClick(dropDown().view(), Qt::Key_Escape);
+  EXPECT_FALSE(listIsOpen());
+  QWheelEvent turn({20, 10}, dropDown().mapToGlobal(QPointF(20, 10)), {}, {0, -120}, Qt::NoButton,
+                   Qt::NoModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(&dropDown(), &turn);
+  EXPECT_EQ(screen.text(kDepartment), u"");
+  EXPECT_TRUE(screen.picked.empty());
+
+  user->type(u"c");
+  QTest::keyClick(dropDown().view(), Qt::Key_Return);
+  EXPECT_EQ(screen.text(kDepartment), u"Cakes, Pies, Pastries");
+  EXPECT_EQ(screen.picked.size(), 1U);
+  EXPECT_EQ(screen.active(), Cell(kDepartment, kValues));
+}
+
+TEST_F(Sheet, AFailingPickIsReportedOnceAndEndsTheProcess) {
+  screen.Grid1.ComboClick = [](std::int16_t) {
+    throw runtime::RunTimeError(-2147217900, u"Syntax error (missing operator)");
+  };
+  click(kDepartment, kValues);
+  pick(0);
+  ASSERT_EQ(host.failures.size(), 1U);
+  EXPECT_EQ(host.failures[0].number(), -2147217900);
+  EXPECT_EQ(host.endStatus, 1);
+  const auto before = screen.clicks.size();
+  click(kDepartment, kValues);
+  EXPECT_EQ(screen.clicks.size(), before);
+  EXPECT_FALSE(listIsOpen());
+}
+
+TEST_F(Sheet, WhatLiesOutsideRaisesError9) {
+  const auto error = [](const std::function<void()>& act) {
+    try {
+      act();
+    } catch (const runtime::RunTimeError& failure) {
+      return failure.number();
+    }
+    return 0;
+  };
+  FlexCell::Grid& grid = screen.Grid1;
+  EXPECT_EQ(error([&] { grid.Cell(kLast + 1, kValues).Text(u""); }), 9);
+  EXPECT_EQ(error([&] { grid.Cell(kName, 3).SetFocus(); }), 9);
+  EXPECT_EQ(error([&] { grid.Cell(-1, 0).Text(); }), 9);
+  EXPECT_EQ(error([&] { grid.Column(3).Width(9); }), 9);
+  EXPECT_EQ(error([&] { grid.ComboBox(-1).AddItem(u""); }), 9);
+  EXPECT_EQ(error([&] { grid.RowHeight(kLast + 1, 0); }), 9);
+  EXPECT_EQ(error([&] { grid.Cell(kLast, kValues).Text(u""); }), 0);
+}
+
+TEST_F(Sheet, FillsItsPlaceAndPaintsTheActiveCellAndTheBorder) {
+  EXPECT_EQ(table().visualRect(table().model()->index(kName, kLabels)).top(), 0);
+  EXPECT_EQ(table().rowHeight(kLast), 35);
+  EXPECT_EQ(table().columnWidth(kLabels), 150);
+  EXPECT_EQ(table().visualRect(table().model()->index(kLast, kValues)).right(),
+            table().viewport()->width() - 1);
+
+  const QPalette light = QApplication::palette();
+  for (const QPalette& theme : {light, QPalette(QColor(0x30, 0x30, 0x34))}) {
+    QApplication::setPalette(theme);
+    screen.Grid1.Cell(kFirstCheck, kValues).SetFocus();
+    support::settle();
+    const QImage picture = table().grab().toImage();
+    const auto pixel = [&](int row, int column) {
+      const QPoint inWindow = middle(row, column);
+      return picture.pixel(table().mapFrom(&user->window(), inWindow));
+    };
+    EXPECT_EQ(pixel(kFirstCheck, kValues), 0xFF80FFFF);
+    EXPECT_EQ(pixel(kPrice, kValues), theme.color(QPalette::Base).rgb());
+    EXPECT_EQ(pixel(kPrice, 0), theme.color(QPalette::Button).rgb());
+    EXPECT_EQ(picture.pixel(0, 40), 0xFF808080);
+    // The editor's text is dark on its light cell in both themes.
+    screen.Grid1.Cell(kPrice, kValues).SetFocus();
+    EXPECT_LT(QApplication::focusWidget()->palette().color(QPalette::Text).lightness(), 60);
+  }
+  QApplication::setPalette(light);
+}
+
+TEST_F(Sheet, IsReadOutWithLabelsValuesAndStates) {
+  screen.Grid1.Cell(kName, kValues).Text(u"Tea");
+  screen.Grid1.Cell(kDepartment, kValues).Text(u"Bakery");
+  screen.Grid1.Cell(kLast, kValues).Text(u"1");
+  QAccessibleInterface* sheet = QAccessible::queryAccessibleInterface(&table());
+  EXPECT_EQ(sheet->role(), QAccessible::Table);
+  const auto cell = [&](int row, int column) {
+    return sheet->tableInterface()->cellAt(row, column);
+  };
+  EXPECT_EQ(cell(kName, kLabels)->text(QAccessible::Name), "Name");
+  EXPECT_EQ(cell(kName, kValues)->text(QAccessible::Name), "Name: Tea");
+  EXPECT_EQ(cell(kPrice, kValues)->text(QAccessible::Name), "Price");
+  EXPECT_EQ(cell(kDepartment, kValues)->text(QAccessible::Name), "Department: Bakery");
+  EXPECT_EQ(cell(kLast, kValues)->text(QAccessible::Name), "Open price");
+  EXPECT_TRUE(cell(kLast, kValues)->state().checked);
+  EXPECT_FALSE(cell(kFirstCheck, kValues)->state().checked);
+
+  const auto focused = [] {
+    return QAccessible::queryAccessibleInterface(QApplication::focusWidget());
+  };
+  EXPECT_EQ(focused()->text(QAccessible::Name), "Name");
+  EXPECT_EQ(focused()->text(QAccessible::Value), "Tea");
+  user->key(Qt::Key_Down);
+  user->key(Qt::Key_Down);
+  EXPECT_EQ(focused()->role(), QAccessible::ComboBox);
+  EXPECT_EQ(focused()->text(QAccessible::Name), "Department");
+  EXPECT_EQ(focused()->text(QAccessible::Value), "Bakery");
+}
+
+}  // namespace

@@ -104,7 +104,7 @@ class SheetScreen : public forms::Form {
     Grid1.ComboBox(kValues).AddItem(item(u"Bakery", u"1"));
     Grid1.ComboBox(kValues).AddItem(item(u"Cakes, Pies, Pastries", u"2"));
     Grid1.ComboBox(kValues).AddItem(item(u" Mind the gap  ,here", u"3"));
-    Grid1.ComboBox(kValues).AddItem(u"Plain, without a hidden part");
+    Grid1.ComboBox(kValues).AddItem(u"Plain   , without a hidden part");
     Grid1.ComboBox(kValues).AddItem(item(std::u16string(60, u'x'), u"4"));
     Grid1.ComboBox(kValues).AddItem(item(u"", u"5"));
   }
@@ -225,7 +225,6 @@ TEST_F(Sheet, KeysMoveOverRowsAndNeverIntoTheLabels) {
   user->key(Qt::Key_PageDown);
   EXPECT_EQ(screen.active(), Cell(kLast, kValues));
   user->key(Qt::Key_Left);
-  user->key(Qt::Key_Right);
   EXPECT_EQ(screen.active(), Cell(kLast, kValues));
   user->key(Qt::Key_Up);
   user->key(Qt::Key_Up);
@@ -283,9 +282,10 @@ TEST_F(Sheet, APickedEntryIsInTheCellBeforeTheScreenIsTold) {
     click(kDepartment, kValues);
     pick(entry);
   }
-  EXPECT_THAT(screen.picked, ElementsAre(u"Cakes, Pies, Pastries", u"Cakes, Pies, Pastries",
-                                         u" Mind the gap  ,here", u"Plain, without a hidden part",
-                                         std::u16string(60, u'x'), u""));
+  EXPECT_THAT(
+      screen.picked,
+      ElementsAre(u"Cakes, Pies, Pastries", u"Cakes, Pies, Pastries", u" Mind the gap  ,here",
+                  u"Plain   , without a hidden part", std::u16string(60, u'x'), u""));
   EXPECT_EQ(screen.clicks.size(), 6U);
 
   click(kDepartment, kLabels);
@@ -308,7 +308,7 @@ TEST_F(Sheet, TheListOpensByKeysAndOnlyAPickInItChangesTheCell) {
   ASSERT_TRUE(listIsOpen());
   QTest::keyClick(dropDown().view(), Qt::Key_Escape);
   EXPECT_FALSE(listIsOpen());
-  QWheelEvent turn({20, 10}, dropDown().mapToGlobal(QPointF(20, 10)), {}, {0, -120}, Qt::NoButton,
+  QWheelEvent turn({20, 10}, dropDown().mapToGlobal(QPointF(20, 10)), {}, {0, 120}, Qt::NoButton,
                    Qt::NoModifier, Qt::NoScrollPhase, false);
   QApplication::sendEvent(&dropDown(), &turn);
   EXPECT_EQ(screen.text(kDepartment), u"");
@@ -385,7 +385,7 @@ TEST_F(Sheet, FillsItsPlaceAndPaintsTheActiveCellAndTheBorder) {
 
 TEST_F(Sheet, IsReadOutWithLabelsValuesAndStates) {
   screen.Grid1.Cell(kName, kValues).Text(u"Tea");
-  screen.Grid1.Cell(kDepartment, kValues).Text(u"Bakery");
+  screen.Grid1.Cell(kDepartment, kValues).Text(u"Cakes, Pies, Pastries");
   screen.Grid1.Cell(kLast, kValues).Text(u"1");
   QAccessibleInterface* sheet = QAccessible::queryAccessibleInterface(&table());
   EXPECT_EQ(sheet->role(), QAccessible::Table);
@@ -395,7 +395,8 @@ TEST_F(Sheet, IsReadOutWithLabelsValuesAndStates) {
   EXPECT_EQ(cell(kName, kLabels)->text(QAccessible::Name), "Name");
   EXPECT_EQ(cell(kName, kValues)->text(QAccessible::Name), "Name: Tea");
   EXPECT_EQ(cell(kPrice, kValues)->text(QAccessible::Name), "Price");
-  EXPECT_EQ(cell(kDepartment, kValues)->text(QAccessible::Name), "Department: Bakery");
+  EXPECT_EQ(cell(kDepartment, kValues)->text(QAccessible::Name),
+            "Department: Cakes, Pies, Pastries");
   EXPECT_EQ(cell(kLast, kValues)->text(QAccessible::Name), "Open price");
   EXPECT_TRUE(cell(kLast, kValues)->state().checked);
   EXPECT_FALSE(cell(kFirstCheck, kValues)->state().checked);
@@ -409,7 +410,7 @@ TEST_F(Sheet, IsReadOutWithLabelsValuesAndStates) {
   user->key(Qt::Key_Down);
   EXPECT_EQ(focused()->role(), QAccessible::ComboBox);
   EXPECT_EQ(focused()->text(QAccessible::Name), "Department");
-  EXPECT_EQ(focused()->text(QAccessible::Value), "Bakery");
+  EXPECT_EQ(focused()->text(QAccessible::Value), "Cakes, Pies, Pastries");
 }
 
 }  // namespace

@@ -190,6 +190,7 @@ void addSlots(Table& table, const std::vector<Field>& fields, const std::vector<
   for (const SlotRow& slot : slots) {
     if (missing.contains(slot.id)) continue;
     std::vector<Variant> row;
+    row.reserve(fields.size());
     for (const Field& field : fields) row.push_back(field.value(slot));
     table.row(std::move(row), moved.contains(slot.id) ? Placement::Moved : Placement::Plain);
   }

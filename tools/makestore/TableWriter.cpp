@@ -1,6 +1,7 @@
 #include "makestore/TableWriter.h"
 
 #include <algorithm>
+#include <compare>
 #include <stdexcept>
 #include <variant>
 #include <vector>
@@ -53,7 +54,7 @@ std::vector<Entry> entriesOf(const Table& table, const Index& index,
     entries.push_back({jet::IndexEntry::of(key, places[row]), nulls > 0});
   }
   std::ranges::sort(entries, [](const Entry& a, const Entry& b) {
-    return jet::compareBytes(a.entry.bytes, b.entry.bytes) < 0;
+    return std::is_lt(jet::compareBytes(a.entry.bytes, b.entry.bytes));
   });
   return entries;
 }
@@ -64,7 +65,7 @@ void writeIndex(PageSpace& space, std::uint32_t definitionPage, const Table& tab
   std::vector<jet::IndexEntry> ordered;
   for (Entry& each : entriesOf(table, index, definition, kept, places)) {
     const bool known =
-        !ordered.empty() && jet::compareBytes(ordered.back().key(), each.entry.key()) == 0;
+        !ordered.empty() && std::is_eq(jet::compareBytes(ordered.back().key(), each.entry.key()));
     if (known && index.unique && !each.hasNull) refuse(table, index, "a key stands there twice");
     if (!known) ++kept.entryCounter;
     ordered.push_back(std::move(each.entry));

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 #include "makestore/ShopRows.h"
@@ -17,6 +18,8 @@ constexpr std::size_t kDepartmentIdLength = 10;
 constexpr std::size_t kBarcodeLength = 20;
 constexpr double kTenThousandths = 10000;
 constexpr int kTightFreeStep = 4;
+constexpr std::u16string_view kReorder =
+    u". Reorder from the wholesaler on Mondays, two cases at least; no returns.";
 
 /// A column and how a slot fills it.
 struct Field {
@@ -120,6 +123,12 @@ class Fields {
               return slot.notes ? Variant(slot.notes->substr(0, length)) : Variant();
             }};
   }
+  Field longNote(std::u16string name, std::size_t length) const {
+    return {text(std::move(name), length), [length](const SlotRow& slot) {
+              if (!slot.notes) return Variant();
+              return Variant((*slot.notes + std::u16string(kReorder)).substr(0, length));
+            }};
+  }
 
   Column departmentColumn(std::u16string name) const {
     if (order_.departmentType == ColumnType::Text)
@@ -143,8 +152,9 @@ std::vector<Field> stockFields(const ShopOrder& order, const Fields& has) {
       return {has.price(), has.description(), has.no(u"discontinued"),
               has.id(),    has.department(),  has.place(u"place", 20)};
     case ShopTables::Tight:
-      return {has.id(),         has.description(),        has.price(),
-              has.department(), has.place(u"notes", 255), has.yesNo(u"active", &SlotRow::taxable)};
+      return {
+          has.id(),         has.description(),           has.price(),
+          has.department(), has.longNote(u"notes", 255), has.yesNo(u"active", &SlotRow::taxable)};
     case ShopTables::Corner:
       break;
   }

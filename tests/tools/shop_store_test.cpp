@@ -1,0 +1,229 @@
+// A shop's store as the tool makes it, judged by readers that share no code with it.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <set>
+
+#include "makestore/ShopStore.h"
+#include "platform/jet/StoreFiles.h"
+
+namespace {
+
+using jettest::checkerOutput;
+using jettest::checkerVerdict;
+using jettest::split;
+using testing::HasSubstr;
+
+/// A row by the columns' names.
+using Row = std::map<std::string, std::string>;
+
+class ShopStoreTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (!jettest::hasChecker()) GTEST_SKIP() << "no independent checker here";
+  }
+  /// Runs the tool; gives what it printed.
+  std::string make(const std::string& options, int* status = nullptr) {
+    return jettest::outputOf(
+        std::string(MAKESTORE_TOOL) + " '" + file_.string() + "' " + options + " 2>&1", status);
+  }
+  /// A table's rows by id, nulls as \N; two readers must agree on how many there are.
+  std::map<int, Row> rows(const std::string& table) {
+    const std::string command = "mdb-export -Q -0 '\\N' -d '\t' '" + file_.string() + "' " + table;
+    const std::vector<std::string> lines = split(jettest::outputOf(command), '\n');
+    EXPECT_EQ(lines.size(), split(checkerOutput("--dump " + table, file_), '\n').size());
+    std::map<int, Row> byId;
+    const std::vector<std::string> names = split(lines.at(0), '\t');
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+      const std::vector<std::string> cells = split(lines[i], '\t');
+      Row row;
+      for (std::size_t k = 0; k < names.size(); ++k)
+        row[names[k]] = k < cells.size() ? cells[k] : "";
+      byId[std::stoi(row.at("id"))] = row;
+    }
+    return byId;
+  }
+  /// Ids of the slots without a name.
+  std::set<int> freeSlots() {
+    std::set<int> ids;
+    for (const auto& [id, row] : rows("tblStock"))
+      if (row.at("description") == "\\N") ids.insert(id);
+    return ids;
+  }
+  std::string bytes() const { return jettest::outputOf("cat '" + file_.string() + "'"); }
+
+  jettest::Scratch scratch_;
+  std::filesystem::path file_ = scratch_.folder() / "shop.mdb";
+};
+
+int unsignedAt(const std::string& bytes, std::size_t at, int size) {
+  int value = 0;
+  for (int i = size; i-- > 0;) value = value << 8 | static_cast<unsigned char>(bytes[at + i]);
+  return value;
+}
+
+TEST_F(ShopStoreTest, DemoIsAPlausibleShop) {
+  ASSERT_EQ(make(""), "");
+  EXPECT_EQ(checkerVerdict(file_), "ok");
+  EXPECT_EQ(checkerOutput("--password", file_), "w7rt3q8814Z\n");
+  EXPECT_THAT(checkerOutput("--queries", file_),
+              HasSubstr("SELECT tblStock.id AS ID, tblStock.description AS DESCRIPTION, "
+                        "tblPlu.barcode, tblDepartment.description AS deptname\n"
+                        "FROM (tblStock INNER JOIN tblPlu ON tblStock.id = tblPlu.id) LEFT JOIN "
+                        "tblDepartment ON tblStock.deptid = tblDepartment.id;"));
+  const std::map<int, Row> stock = rows("tblStock");
+  const std::map<int, Row> plu = rows("tblPlu");
+  EXPECT_GE(stock.size(), 400U);
+  EXPECT_EQ(stock.size(), plu.size());
+  EXPECT_EQ(rows("tblDepartment").size(), 10U);
+  std::map<std::string, int> perDepartment;
+  int named = 0;
+  int longNames = 0;
+  int accents = 0;
+  int barcodes = 0;
+  for (const auto& [id, row] : stock) {
+    const std::string& name = row.at("description");
+    if (name == "\\N") continue;
+    ++named;
+    ++perDepartment[row.at("deptid")];
+    longNames += jettest::wide(name).size() > 30 ? 1 : 0;
+    accents += name.find('\xC3') != std::string::npos ? 1 : 0;
+    barcodes += plu.at(id).at("barcode").size() == 13 ? 1 : 0;
+  }
+  EXPECT_EQ(named, 200);
+  EXPECT_EQ(perDepartment.size(), 10U);
+  EXPECT_GE(longNames, 5);
+  EXPECT_GE(accents, 8);
+  EXPECT_GE(barcodes, 50);
+  EXPECT_LT(barcodes, named);
+  const std::set<int> free = freeSlots();
+  EXPECT_GE(std::distance(free.begin(), free.upper_bound(189)), 5);
+  EXPECT_EQ(stock.begin()->first, 1);
+  EXPECT_EQ(stock.rbegin()->first, static_cast<int>(stock.size()));
+}
+
+TEST_F(ShopStoreTest, EveryShapeIsSound) {
+  for (const char* options :
+       {"--shape cafe --barcodes all", "--encoded", "--slots 189 --all-named --uncompressed",
+        "--price double --deptid text --flags byte --shuffled", "--packed-indexes --flags long",
+        "--reference-maps --encoded --free-pages 7 --seed 3", "--moved 3,5-9,400 --flags boolean",
+        "--no-description-index --departments 25 --slots 3000 --products 2900",
+        "--slots 0 --products 0 --departments 0", "--slots 20000 --products 16000"}) {
+    ASSERT_EQ(make(options), "") << options;
+    EXPECT_EQ(checkerVerdict(file_), "ok") << options;
+    EXPECT_EQ(rows("tblStock").size(), rows("tblPlu").size()) << options;
+  }
+}
+
+TEST_F(ShopStoreTest, OptionsSayWhichRowsThereAre) {
+  ASSERT_EQ(make("--slots 240 --free 123,140,174-176 --missing-stock 100 --missing-plu 100,123"),
+            "");
+  EXPECT_EQ(checkerVerdict(file_), "ok");
+  EXPECT_EQ(freeSlots(), (std::set<int>{123, 140, 174, 175, 176}));
+  const std::map<int, Row> stock = rows("tblStock");
+  const std::map<int, Row> plu = rows("tblPlu");
+  EXPECT_EQ(stock.size(), 239U);
+  EXPECT_FALSE(stock.contains(100));
+  EXPECT_EQ(plu.size(), 238U);
+  EXPECT_FALSE(plu.contains(123));
+
+  ASSERT_EQ(make("--slots 30 --products 25"), "");
+  EXPECT_EQ(freeSlots(), (std::set<int>{17, 27, 28, 29, 30}));
+}
+
+TEST_F(ShopStoreTest, GivenNamesAndDepartmentsStandInTheirRows) {
+  std::ofstream(scratch_.folder() / "rows.tsv") << "3\tRow Three\t2\t1.2345\t5012345678900\r\n"
+                                                   "4\tRow Four\n";
+  ASSERT_EQ(make("--name 1='Ünïque = 1' --name '2=\\N' --rows '" +
+                 (scratch_.folder() / "rows.tsv").string() +
+                 "' --department \"1=O'Brien's\" --department 2= --department '3=\\N'"),
+            "");
+  EXPECT_EQ(checkerVerdict(file_), "ok");
+  const std::map<int, Row> stock = rows("tblStock");
+  EXPECT_EQ(stock.at(1).at("description"), "Ünïque = 1");
+  EXPECT_EQ(stock.at(2).at("description"), "\\N");
+  EXPECT_EQ(stock.at(3).at("description"), "Row Three");
+  EXPECT_EQ(stock.at(3).at("deptid"), "2");
+  EXPECT_EQ(stock.at(3).at("price"), "1.2345");
+  EXPECT_EQ(rows("tblPlu").at(3).at("barcode"), "5012345678900");
+  EXPECT_EQ(stock.at(4).at("description"), "Row Four");
+  // The independent exporter shows an empty text as null; our own reader tells them apart.
+  jet::Database database(file_, u"shop.mdb", jettest::kStorePassword);
+  EXPECT_THAT(jettest::linesOf(jettest::tableNamed(database, u"tblDepartment")),
+              testing::ElementsAre("1\tO'Brien's", "2\t", "3\t\\N"));
+}
+
+TEST_F(ShopStoreTest, OptionsSayHowColumnsAreKept) {
+  ASSERT_EQ(make("--price double --deptid text --flags byte --no-zero-length --required "
+                 "--all-named --description-length 40"),
+            "");
+  const std::string schema = jettest::outputOf("mdb-schema '" + file_.string() + "'");
+  EXPECT_THAT(schema, HasSubstr("[description]\t\t\tText (40) NOT NULL"));
+  EXPECT_THAT(schema, HasSubstr("[price]\t\t\tDouble"));
+  EXPECT_THAT(schema, HasSubstr("[deptid]\t\t\tText (10)"));
+  EXPECT_THAT(schema, HasSubstr("[PRINTER1]\t\t\tByte"));
+  const auto properties = [this] {
+    return jettest::outputOf("mdb-prop '" + file_.string() + "' tblStock LvProp");
+  };
+  EXPECT_EQ(properties().find("AllowZeroLength"), std::string::npos);
+  ASSERT_EQ(make(""), "");
+  EXPECT_THAT(properties(), HasSubstr("AllowZeroLength: yes"));
+  EXPECT_EQ(properties().find("Required"), std::string::npos);
+}
+
+TEST_F(ShopStoreTest, TightStoreHasNoRoomWhereNamesHaveToGo) {
+  ASSERT_EQ(make("--shape tight"), "");
+  EXPECT_EQ(checkerVerdict(file_), "ok");
+  EXPECT_THAT(checkerOutput("-v", file_), HasSubstr(" 2 moved"));
+  int definition = 0;
+  for (const std::string& line : split(checkerOutput("--tables", file_), '\n'))
+    if (line.ends_with("\ttblStock")) definition = std::stoi(line);
+  const std::string all = bytes();
+  int fullPages = 0;
+  int roomyPages = 0;
+  int fullLeaves = 0;
+  for (std::size_t page = 0; page < all.size(); page += 4096) {
+    if (unsignedAt(all, page + 4, 4) != definition) continue;
+    const bool full = unsignedAt(all, page + 2, 2) == 0;
+    if (all[page] == 1) ++(full ? fullPages : roomyPages);
+    if (all[page] == 4 && full) ++fullLeaves;
+    EXPECT_NE(all[page], 3) << "no index of it has a node yet";
+  }
+  EXPECT_GE(fullPages, 3);
+  EXPECT_EQ(roomyPages, 1);
+  EXPECT_EQ(fullLeaves, 1);
+  EXPECT_EQ(*freeSlots().begin(), 3);
+  EXPECT_TRUE(freeSlots().contains(27));
+}
+
+TEST_F(ShopStoreTest, EqualOrdersGiveEqualFiles) {
+  ASSERT_EQ(make("--seed 5 --shuffled"), "");
+  const std::string first = bytes();
+  ASSERT_EQ(make("--seed 5 --shuffled"), "");
+  EXPECT_EQ(first, bytes());
+  ASSERT_EQ(make("--seed 6 --shuffled"), "");
+  EXPECT_NE(first, bytes());
+}
+
+TEST_F(ShopStoreTest, MistakesOfTheUserEndInWordsAndAStatus) {
+  int status = 0;
+  EXPECT_THAT(make("--nonsense", &status), HasSubstr("unknown: --nonsense"));
+  EXPECT_EQ(status, 2);
+  EXPECT_THAT(make("--slots", &status), HasSubstr("--slots needs a value"));
+  EXPECT_EQ(status, 2);
+  EXPECT_THAT(make("--slots 3x", &status), HasSubstr("3x"));
+  EXPECT_EQ(status, 2);
+  EXPECT_THAT(make("--price gold", &status), HasSubstr("gold"));
+  EXPECT_EQ(status, 2);
+  EXPECT_THAT(make("--rows /nowhere/rows.tsv", &status), HasSubstr("/nowhere/rows.tsv"));
+  EXPECT_EQ(status, 2);
+  EXPECT_THAT(make("--slots 5 --products 6", &status), HasSubstr("more products than slots"));
+  EXPECT_EQ(status, 1);
+  EXPECT_FALSE(std::filesystem::exists(file_));
+  EXPECT_THAT(jettest::outputOf(std::string(MAKESTORE_TOOL) + " --help"),
+              HasSubstr("Usage: makestore OUTPUT.mdb"));
+}
+
+}  // namespace

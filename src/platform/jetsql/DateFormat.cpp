@@ -141,6 +141,7 @@ class DateWriter {
 }  // namespace
 
 bool isDatePattern(std::u16string_view pattern) {
+  if (isNumberName(pattern)) return false;
   if (sameWord(pattern, kGeneralDate)) return true;
   for (const NamedPattern& each : kNamed) {
     if (sameWord(pattern, each.name)) return true;

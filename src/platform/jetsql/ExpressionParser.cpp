@@ -262,8 +262,8 @@ ExpressionPtr Parser::namePrimary() {
       advance();
       return whole;
     }
-    // LEFT and RIGHT are functions where a bracket follows.
-    const bool isFunction = token.isWord(u"LEFT") || token.isWord(u"RIGHT");
+    // Some words of clauses are functions where a bracket follows.
+    const bool isFunction = token.isWord(u"LEFT") || token.isWord(u"RIGHT") || token.isWord(u"ASC");
     if (ahead(1).is(u"(") && (isFunction || isName())) {
       std::u16string function = token.text;
       advance();

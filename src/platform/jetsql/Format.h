@@ -10,6 +10,9 @@ namespace jetsql {
 /// semicolons (positive, negative, zero, null), or one of the named formats.
 std::u16string formatNumber(double number, std::u16string_view pattern);
 
+/// True for the name of a number's format.
+bool isNumberName(std::u16string_view pattern);
+
 /// What a pattern gives for null: its fourth section.
 std::u16string formatNull(std::u16string_view pattern);
 

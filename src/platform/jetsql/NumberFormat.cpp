@@ -24,6 +24,8 @@ constexpr std::array<NamedPattern, 8> kNamed{{{u"Fixed", u"0.00"},
                                               {u"True/False", u"\"True\";\"True\";\"False\""},
                                               {u"On/Off", u"\"On\";\"On\";\"Off\""}}};
 
+constexpr std::u16string_view kGeneralNumber = u"General Number";
+
 constexpr int kMostDecimals = 30;
 
 std::u16string wide(std::string_view digits) {
@@ -256,11 +258,16 @@ std::u16string formatSection(double number, std::u16string_view text) {
 
 }  // namespace
 
+bool isNumberName(std::u16string_view pattern) {
+  const auto isNamed = [&](const NamedPattern& each) { return sameWord(pattern, each.name); };
+  return sameWord(pattern, kGeneralNumber) || std::ranges::any_of(kNamed, isNamed);
+}
+
 std::u16string formatNumber(double number, std::u16string_view pattern) {
   for (const NamedPattern& each : kNamed) {
     if (sameWord(pattern, each.name)) pattern = each.pattern;
   }
-  if (pattern.empty() || sameWord(pattern, u"General Number")) {
+  if (pattern.empty() || sameWord(pattern, kGeneralNumber)) {
     return runtime::Variant(number).toText();
   }
   const std::vector<std::u16string_view> all = sections(pattern);

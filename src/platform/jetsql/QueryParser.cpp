@@ -164,7 +164,7 @@ SelectItem Parser::loneItem() {
 void Parser::fromClause(Select& select) {
   if (!acceptWord(u"FROM")) {
     if (here().kind == Token::Kind::End || here().is(u";") || here().is(u")") ||
-        here().isWord(u"UNION")) {
+        here().isWord(u"UNION") || here().isWord(u"WHERE") || here().isWord(u"ORDER")) {
       return;
     }
     failExpression();

@@ -1,0 +1,256 @@
+#include "SmallStore.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <variant>
+
+#include "platform/runtime/RunTimeError.h"
+
+namespace jetsqltest {
+namespace {
+
+namespace fs = std::filesystem;
+using jet::ColumnType;
+using makestore::Column;
+using makestore::Index;
+using runtime::Currency;
+using runtime::Date;
+using runtime::Null;
+
+std::string joined(const std::vector<std::string>& pieces, std::string_view between) {
+  std::string whole;
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    if (i > 0) whole += between;
+    whole += pieces[i];
+  }
+  return whole;
+}
+
+std::string decimal(double number, int digits) {
+  std::array<char, 40> text{};
+  std::snprintf(text.data(), text.size(), "%.*g", digits, number);
+  std::string shown = text.data();
+  if (shown.find_first_of(".e") == std::string::npos) shown += ".0";
+  return shown;
+}
+
+struct Shown {
+  std::string operator()(Null) const { return "null"; }
+  std::string operator()(bool value) const { return value ? "yes" : "no"; }
+  std::string operator()(std::uint8_t value) const { return std::to_string(value) + "b"; }
+  std::string operator()(std::int16_t value) const { return std::to_string(value) + "i"; }
+  std::string operator()(std::int32_t value) const { return std::to_string(value); }
+  std::string operator()(Currency value) const {
+    std::array<char, 40> text{};
+    std::snprintf(text.data(), text.size(), "$%.4f",
+                  static_cast<double>(value.tenThousandths) / 10000);
+    std::string shown = text.data();
+    while (shown.back() == '0') shown.pop_back();
+    if (shown.back() == '.') shown.pop_back();
+    return shown;
+  }
+  std::string operator()(float value) const { return decimal(value, 7) + "f"; }
+  std::string operator()(double value) const { return decimal(value, 15); }
+  std::string operator()(Date value) const {
+    return "@" + narrow(runtime::Variant(value).toText());
+  }
+  std::string operator()(const std::u16string& value) const { return "'" + narrow(value) + "'"; }
+  std::string operator()(const runtime::Binary& value) const {
+    return std::to_string(value.size()) + " bytes";
+  }
+  std::string operator()(const runtime::Guid& value) const {
+    return narrow(runtime::Variant(value).toText());
+  }
+  std::string operator()(const runtime::Decimal& value) const { return narrow(value.digits) + "d"; }
+};
+
+class Collector final : public jetsql::RowSink {
+ public:
+  void columns(std::vector<jetsql::ResultColumn> columns) override { fields = std::move(columns); }
+  void row(const jetsql::ResultRow& row) override {
+    std::vector<std::string> values;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+      values.push_back(
+          std::visit(Shown{}, jetsql::typedValue(fields[i].type, row.values[i]).get()));
+    }
+    lines.push_back(joined(values, " | "));
+  }
+
+  std::vector<jetsql::ResultColumn> fields;
+  std::vector<std::string> lines;
+};
+
+std::int32_t n(int number) {
+  return number;
+}
+std::int16_t s(int number) {
+  return static_cast<std::int16_t>(number);
+}
+Currency money(double amount) {
+  return {static_cast<std::int64_t>(amount * 10000 + 0.5)};
+}
+
+}  // namespace
+
+std::string narrow(std::u16string_view text) {
+  std::string whole;
+  for (const char16_t c : text) {
+    if (c < 0x80) {
+      whole += static_cast<char>(c);
+    } else if (c < 0x800) {
+      whole += static_cast<char>(0xC0 | (c >> 6));
+      whole += static_cast<char>(0x80 | (c & 0x3F));
+    } else {
+      whole += static_cast<char>(0xE0 | (c >> 12));
+      whole += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+      whole += static_cast<char>(0x80 | (c & 0x3F));
+    }
+  }
+  return whole;
+}
+
+std::u16string wide(std::string_view text) {
+  return {text.begin(), text.end()};
+}
+
+SmallStore::SmallStore(makestore::StoreBuilder& builder) {
+  std::string name = (fs::temp_directory_path() / "jetsql-XXXXXX").string();
+  if (mkdtemp(name.data()) == nullptr) std::abort();
+  folder_ = name;
+  builder.write(folder_ / "store.mdb");
+  session_ = std::make_unique<jetsql::Session>(folder_ / "store.mdb", u"store.mdb", u"");
+}
+
+SmallStore::~SmallStore() {
+  session_.reset();
+  std::error_code ignored;
+  fs::remove_all(folder_, ignored);
+}
+
+std::vector<std::string> SmallStore::rows(std::u16string_view statement) {
+  Collector collector;
+  session_->run(statement, collector);
+  return collector.lines;
+}
+
+std::vector<std::string> SmallStore::sortedRows(std::u16string_view statement) {
+  std::vector<std::string> lines = rows(statement);
+  std::ranges::sort(lines);
+  return lines;
+}
+
+std::string SmallStore::columns(std::u16string_view statement) {
+  Collector collector;
+  session_->run(statement, collector);
+  std::vector<std::string> names;
+  for (const auto& field : collector.fields) names.push_back(narrow(field.name));
+  return joined(names, ",");
+}
+
+std::string SmallStore::failure(std::u16string_view statement) {
+  try {
+    rows(statement);
+    return "";
+  } catch (const runtime::RunTimeError& error) {
+    return std::to_string(error.number()) + ": " + narrow(error.text());
+  }
+}
+
+std::string SmallStore::plan(std::u16string_view statement) {
+  std::vector<std::string> steps;
+  for (const std::string& step : session_->plan(statement)) {
+    constexpr std::string_view kBefore = "VIRTUAL TABLE INDEX ";
+    const std::size_t found = step.find(kBefore);
+    const std::size_t name = found == std::string::npos ? 0 : step.find(':', found) + 1;
+    steps.push_back(step.substr(name));
+  }
+  return joined(steps, "; ");
+}
+
+makestore::StoreBuilder littleShop() {
+  makestore::StoreBuilder store;
+  makestore::Table& items = store.table(u"Items");
+  items.column({.name = u"id"})
+      .column(Column::text(u"name", 50))
+      .column({.name = u"price", .type = ColumnType::Currency})
+      .column({.name = u"qty", .type = ColumnType::Integer})
+      .column(Column::text(u"dept", 10))
+      .column({.name = u"active", .type = ColumnType::Boolean})
+      .column({.name = u"sold", .type = ColumnType::DateTime})
+      .column({.name = u"ratio", .type = ColumnType::Double})
+      .index(Index::primaryKey(u"id"))
+      .index(Index::plain(u"name"));
+  const auto item = [&](int id, runtime::Variant name, runtime::Variant price, int qty,
+                        runtime::Variant dept, bool active, runtime::Variant sold, double ratio) {
+    items.row({n(id), std::move(name), std::move(price), s(qty), std::move(dept), active,
+               std::move(sold), ratio});
+  };
+  // The rows do not lie in the order of any column.
+  item(5, u"tea", money(2.5), 4, u"D1", true, Date{38077.427083333336}, 0.5);
+  item(2, u"Coffee", money(3.25), 10, u"d1", true, Date{38000}, 1.5);
+  item(9, Null{}, Null{}, 0, Null{}, false, Null{}, 0);
+  item(1, u"Cr\u00E8me", money(4), 1, u"D2", false, Date{37000.5}, -2);
+  item(7, u"Tea ", money(2.75), 4, u"D9", true, Null{}, 2.25);
+  item(3, u"", money(0), 0, u"D2", true, Null{}, 1e20);
+  item(8, u"co-op milk", money(1.1), 7, u"D2", false, Date{38077}, 3);
+  item(4, u"coop milk", money(1.2), 7, Null{}, false, Null{}, 0.1);
+
+  makestore::Table& depts = store.table(u"Depts");
+  depts.column(Column::text(u"id", 10))
+      .column(Column::text(u"title", 30))
+      .index(Index::primaryKey(u"id"));
+  depts.row({u"D2", u"Dairy"}).row({u"D1", u"Drinks"}).row({u"D3", Null{}});
+
+  makestore::Table& codes = store.table(u"Codes");
+  codes.column({.name = u"item"}).column(Column::text(u"code", 20)).column({.name = u"id"});
+  codes.row({n(5), u"111", n(50)}).row({n(5), u"222", n(51)}).row({n(2), u"333", n(52)});
+  codes.row({n(77), u"444", n(53)});
+
+  store.table(u"Empty").column({.name = u"id"}).column(Column::text(u"name", 20));
+
+  using makestore::SelectQuery;
+  store.query(SelectQuery()
+                  .column(u"i.id", u"ID")
+                  .column(u"i.name", u"DESCRIPTION")
+                  .column(u"c.code")
+                  .column(u"IIf(d.title Is Null,\"(none)\",d.title)", u"deptname")
+                  .from(u"Items", u"i")
+                  .from(u"Depts", u"d")
+                  .from(u"Codes", u"c")
+                  .leftJoin(u"i", u"d", u"i.dept = d.id")
+                  .leftJoin(u"i", u"c", u"i.id = c.item")
+                  .named(u"Sales"));
+  store.query(SelectQuery()
+                  .allColumns()
+                  .from(u"Sales")
+                  .where(u"Sales.code Is Not Null")
+                  .orderBy(u"code", true)
+                  .named(u"Coded Sales"));
+  store.query(SelectQuery()
+                  .distinct()
+                  .top(2)
+                  .column(u"qty")
+                  .from(u"Items")
+                  .orderBy(u"qty", true)
+                  .named(u"BigTwo"));
+  store.query(SelectQuery()
+                  .column(u"dept")
+                  .column(u"Count(*)", u"many")
+                  .column(u"Sum(price)", u"total")
+                  .from(u"Items")
+                  .groupBy(u"dept")
+                  .having(u"Count(*)>1")
+                  .orderBy(u"dept")
+                  .named(u"PerDept"));
+  store.query(makestore::unionQuery(u"Names", u"SELECT name FROM Items WHERE active",
+                                    u"SELECT title FROM Depts"));
+  store.query(SelectQuery().column(u"id").from(u"Items").where(u"id=[Which one]").named(u"Asks"));
+  store.query(SelectQuery().column(u"Frobnicate(id)", u"x").from(u"Items").named(u"Strange"));
+  store.query(SelectQuery().column(u"*").from(u"LoopB").named(u"LoopA"));
+  store.query(SelectQuery().column(u"*").from(u"LoopA").named(u"LoopB"));
+  return store;
+}
+
+}  // namespace jetsqltest

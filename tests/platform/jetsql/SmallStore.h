@@ -1,0 +1,47 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "makestore/StoreBuilder.h"
+#include "platform/jetsql/Session.h"
+
+namespace jetsqltest {
+
+/// A session on a store that was made for the test, in a folder that goes with it.
+class SmallStore {
+ public:
+  explicit SmallStore(makestore::StoreBuilder& builder);
+  ~SmallStore();
+  SmallStore(const SmallStore&) = delete;
+  SmallStore& operator=(const SmallStore&) = delete;
+
+  jetsql::Session& session() { return *session_; }
+  /// The rows of a statement, a line each, values joined by " | ". Each value shows its type: texts
+  /// in quotes, amounts as "$2.5", dates as "@2004-03-31 10:15:00", truth as yes and no, doubles
+  /// with a point or exponent.
+  std::vector<std::string> rows(std::u16string_view statement);
+  /// The same, sorted: where the statement promises no order.
+  std::vector<std::string> sortedRows(std::u16string_view statement);
+  /// The names of the columns, joined by commas.
+  std::string columns(std::u16string_view statement);
+  /// "number: text" of the error that the statement ends in; empty where it ends in none.
+  std::string failure(std::u16string_view statement);
+  /// The steps in which the statement would be run, joined by "; ", without SQLite's own words.
+  std::string plan(std::u16string_view statement);
+
+ private:
+  std::filesystem::path folder_;
+  std::unique_ptr<jetsql::Session> session_;
+};
+
+/// A little shop: Items, Depts, Codes (without an index), Empty, and saved queries over them.
+makestore::StoreBuilder littleShop();
+
+std::string narrow(std::u16string_view text);
+std::u16string wide(std::string_view text);
+
+}  // namespace jetsqltest

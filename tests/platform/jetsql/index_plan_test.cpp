@@ -1,0 +1,88 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "SmallStore.h"
+#include "makestore/ShopStore.h"
+
+namespace jetsqltest {
+namespace {
+
+/// An ordinary shop's store: ids, names and departments indexed.
+SmallStore& shop() {
+  static makestore::StoreBuilder builder = [] {
+    makestore::ShopOrder order;
+    order.password = u"";
+    order.shuffled = true;
+    return makestore::shopStore(order);
+  }();
+  static SmallStore made(builder);
+  return made;
+}
+
+TEST(IndexPlan, ShowsWhichRestrictionReachesWhichIndex) {
+  const std::vector<std::pair<const char16_t*, const char*>> cases{
+      {u"select id, description from tblStock Where id >=1 and id <=63 order by ID",
+       "tblStock by PrimaryKey id>=? id<=? ordered"},
+      {u"select id, description, price, deptid from tblStock where Description is null order by ID",
+       "tblStock by description description is null; USE TEMP B-TREE FOR ORDER BY"},
+      {u"SELECT id,PRINTER1 from tblPlu where ID = 7", "tblPlu by PrimaryKey id=?"},
+      {u"select id, description from tblDepartment where description = 'Dairy'",
+       "tblDepartment by description description=?"},
+      {u"select id, description from tblDepartment order by description",
+       "tblDepartment by description ordered"},
+      {u"select id from tblStock where deptid > 3 and deptid < 5",
+       "tblStock by deptid deptid>? deptid<?"},
+      {u"select id from tblStock where id in (1, 2)", "tblStock by PrimaryKey id=?"},
+      {u"select id from tblStock where id between 9 and 3", "tblStock by PrimaryKey id>=? id<=?"},
+      {u"select id from tblStock where price = 2", "tblStock by lookup price=?"},
+      {u"select id from tblStock where price > 2", "tblStock by scan"},
+      {u"select s.id from tblStock s left join tblDepartment d on s.deptid = d.id where s.id = 3",
+       "tblStock by PrimaryKey id=?; tblDepartment by PrimaryKey id=?"},
+  };
+  for (const auto& [statement, plan] : cases) {
+    const std::string shown = shop().plan(statement);
+    EXPECT_EQ(shown.substr(0, std::string(plan).size()), plan) << narrow(statement) << "\n"
+                                                               << shown;
+  }
+}
+
+TEST(IndexPlan, ReadsTheSameRowsAsAScan) {
+  // The condition behind "+0" or "& ''" can't reach an index.
+  const std::vector<std::pair<const char16_t*, const char16_t*>> cases{
+      {u"id >= 100 and id < 120", u"id+0 >= 100 and id+0 < 120"},
+      {u"id > 99.5 and id <= 110.2", u"id+0 > 99.5 and id+0 <= 110.2"},
+      {u"id = 100.5", u"id+0 = 100.5"},
+      {u"id > 5000000000 or id < -5000000000 or id = 1e300", u"id+0 > 5000000000"},
+      {u"id < 3000000000 and id > 400", u"id+0 > 400"},
+      {u"description is null", u"Len(description) is null"},
+      {u"description >= 'm' and description < 'P'",
+       u"description & '' >= 'm' and description & '' < 'P'"},
+      {u"description > ''", u"description & '' > ''"},
+      {u"deptid in (1, 3, 99)", u"deptid+0 in (1, 3, 99)"},
+      {u"deptid = 2 and description < 'm'", u"deptid+0 = 2 and description & '' < 'm'"}};
+  for (const auto& [indexed, scanned] : cases) {
+    const std::u16string select = u"select id, description, deptid from tblStock where ";
+    const std::u16string guard = std::u16string(scanned).find(u"& ''") == std::u16string::npos
+                                     ? u""
+                                     : u" and Len(description) >= 0";
+    EXPECT_EQ(shop().sortedRows(select + indexed), shop().sortedRows(select + scanned + guard))
+        << narrow(indexed);
+  }
+  EXPECT_EQ(shop().rows(u"select id from tblStock order by description"),
+            shop().rows(u"select id from tblStock order by description & '', id"));
+}
+
+TEST(IndexPlan, LooksUpWithoutAnIndexOnlyOnceInTheTable) {
+  const auto joined = shop().sortedRows(
+      u"select a.id, b.id from tblStock a inner join tblStock b on a.price = b.price");
+  const auto computed = shop().sortedRows(
+      u"select a.id, b.id from tblStock a, tblStock b where a.price+0 = b.price+0");
+  EXPECT_FALSE(joined.empty());
+  EXPECT_EQ(joined, computed);
+}
+
+}  // namespace
+}  // namespace jetsqltest

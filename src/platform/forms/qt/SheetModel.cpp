@@ -51,7 +51,7 @@ QString SheetModel::label(const QModelIndex& cell) const {
 
 /// A value is read out together with its label; a check cell's state says the rest.
 QString SheetModel::spokenText(const QModelIndex& cell) const {
-  const QString label = this->label(cell);
+  QString label = this->label(cell);
   if (kind(cell) == CellType::CheckBox) return label;
   if (label.isEmpty() || isLocked(cell.column())) return text(cell);
   return text(cell).isEmpty() ? label : label + QStringLiteral(": ") + text(cell);

@@ -142,9 +142,11 @@ void SheetView::refreshEditor() {
 }
 
 void SheetView::syncEditor() {
+  const QWidget* const open = editor();
+  if (open == nullptr) return;
   const QModelIndex active = currentIndex();
   const QString text = sheet_->text(active);
-  if (editor() == edit_) {
+  if (open == edit_) {
     edit_->setAccessibleName(sheet_->label(active));
     const int limit = sheet_->maxLength(active.column());
     // A longer text that the screen itself has set stays whole.
@@ -152,7 +154,7 @@ void SheetView::syncEditor() {
                                   : std::numeric_limits<int>::max());
     if (edit_->text() != text) edit_->setText(text);
   }
-  if (editor() == dropDown_) {
+  if (open == dropDown_) {
     dropDown_->setAccessibleName(sheet_->label(active));
     fillDropDown();
     dropDown_->update();
@@ -160,9 +162,10 @@ void SheetView::syncEditor() {
 }
 
 void SheetView::fillDropDown() {
-  const QStringList& items = sheet_->items(currentIndex().column());
+  const int column = currentIndex().column();
+  const QStringList& items = sheet_->items(column);
   const QString text = sheet_->text(currentIndex());
-  if (dropDown_->count() != items.size()) {
+  if (std::exchange(listedColumn_, column) != column || dropDown_->count() != items.size()) {
     dropDown_->clear();
     dropDown_->addItems(items);
   }

@@ -69,6 +69,7 @@ class SheetView final : public QTableView {
   CellDropDown* dropDown_ = nullptr;
   std::vector<int> heights_;
   std::vector<int> widths_;
+  int listedColumn_ = 0;  ///< the column whose list the drop-down holds
   double scale_ = 1;
   QPersistentModelIndex pressed_;
   bool leaving_ = false;

@@ -1,0 +1,64 @@
+#include "StoreSession.h"
+
+#include <cstdint>
+#include <string>
+
+#include "layoutdata/Statements.h"
+#include "platform/adodb/Connection.h"
+#include "platform/adodb/Recordset.h"
+#include "platform/runtime/CodePage.h"
+
+namespace bench {
+namespace {
+
+constexpr int kUnspecified = -1;
+constexpr int kKeyset = 1;
+constexpr int kPessimistic = 2;
+
+void open(ADODB::Connection& connection, const std::filesystem::path& path) {
+  std::u16string words = u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=";
+  words += runtime::fromUtf8(path.string());
+  words += u";Jet OLEDB:Database Password=w7rt3q8814Z;Persist Security Info=False";
+  connection.Open(words, u"", u"", kUnspecified);
+  connection.CursorLocation(ADODB::kUseClient);
+}
+
+}  // namespace
+
+int readStore(const std::filesystem::path& path, std::u16string_view statement) {
+  ADODB::Connection connection;
+  open(connection, path);
+  ADODB::Recordset rows;
+  rows.Open(statement, connection, kKeyset, kPessimistic, kUnspecified);
+  const int columns = rows.FieldCount();
+  int count = 0;
+  for (; !rows.Eof(); rows.MoveNext(), ++count)
+    for (int i = 0; i < columns; ++i) static_cast<void>(rows.FieldAt(i).value() & u"");
+  rows.Close();
+  connection.Close();
+  return count;
+}
+
+void addProduct(const std::filesystem::path& path, std::u16string_view name) {
+  namespace statements = layoutdata::statements;
+  ADODB::Connection connection;
+  open(connection, path);
+  ADODB::Recordset stock;
+  stock.Open(statements::kFreeSlots, connection, kKeyset, kPessimistic, kUnspecified);
+  stock.Fields(u"description").value(name);
+  stock.Fields(u"price").value(2.5);
+  stock.Fields(u"deptid").value(u"3");
+  stock.Update();
+  const std::u16string id = stock.Fields(u"id").value().toText();
+  stock.Close();
+  ADODB::Recordset flags;
+  flags.Open(std::u16string(statements::kFlags) + id, connection, kKeyset, kPessimistic,
+             kUnspecified);
+  for (const char16_t* column : {u"PRINTER1", u"PRINTER2", u"OPEN_PLU", u"ITEM_TYPE", u"NEG_PRICE"})
+    flags.Fields(column).value(std::int16_t{1});
+  flags.Update();
+  flags.Close();
+  connection.Close();
+}
+
+}  // namespace bench

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+namespace bench {
+
+/// A session as the screens have it: opens the store, runs the statement, reads all columns of all
+/// rows as text, and closes it. Gives the number of rows.
+int readStore(const std::filesystem::path& path, std::u16string_view statement);
+
+/// Adds a product as the screens do: the first free slot takes the name, then the flags of its row
+/// in tblPlu are set.
+void addProduct(const std::filesystem::path& path, std::u16string_view name);
+
+}  // namespace bench

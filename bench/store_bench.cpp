@@ -1,0 +1,202 @@
+// The store database, measured: reading beside a native database of the same rows and beside an
+// independent exporter, adding a product beside itself on a small store.
+//
+//   store_bench [FOLDER]       the stores are made there, by default in the temporary folder
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <stdexcept>
+#include <string>
+
+#include "Measurement.h"
+#include "NativeStore.h"
+#include "StoreSession.h"
+#include "layoutdata/Statements.h"
+#include "makestore/ShopStore.h"
+#include "platform/files/FaultSeam.h"
+#include "platform/runtime/CodePage.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+namespace statements = layoutdata::statements;
+
+constexpr int kSlots = 50000;
+constexpr int kProducts = 40000;
+constexpr int kFewSlots = 5000;
+/// Stores to add products to have so many free slots, spread over all ids.
+constexpr int kFreeSlots = 250;
+constexpr int kAdds = 100;
+constexpr int kCountedAdds = 100;
+constexpr double kMostPages = 24;
+constexpr const char* kItemsNative =
+    "SELECT ID,DESCRIPTION,barcode from qrySalesitems where description <> '' order by description";
+constexpr const char* kChildWord = "--read-items";
+
+/// A folder of its own, which goes at the end.
+class Folder {
+ public:
+  explicit Folder(const fs::path& parent) {
+    std::string pattern = parent / "store_benchXXXXXX";
+    if (mkdtemp(pattern.data()) == nullptr)
+      throw std::runtime_error("no folder in " + parent.string());
+    path_ = pattern;
+  }
+  ~Folder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+
+  fs::path operator/(const char* name) const { return path_ / name; }
+
+ private:
+  fs::path path_;
+};
+
+void compare(const std::string& name, double aim, int rounds, const std::function<void()>& ours,
+             const std::function<void()>& peer) {
+  try {
+    const bench::Times times = bench::measure(rounds, ours, peer);
+    bench::printRow(name, bench::milliseconds(times.ours), bench::milliseconds(times.peer),
+                    times.ours / times.peer, aim);
+  } catch (const std::exception& error) {
+    bench::printFailure(name, aim, error.what());
+  }
+}
+
+void expectRows(int found, int wanted) {
+  if (found != wanted)
+    throw std::runtime_error(std::to_string(found) + " rows instead of " + std::to_string(wanted));
+}
+
+void exportStock(const fs::path& store) {
+  const std::string command = "mdb-export '" + store.string() + "' tblStock >/dev/null";
+  if (std::system(command.c_str()) != 0) throw std::runtime_error("mdb-export failed");
+}
+
+void measureReading(const fs::path& store, const fs::path& native) {
+  const auto items = [&] { expectRows(bench::readStore(store, statements::kItems), kProducts); };
+  compare("all items of 50,000 slots, beside mdb-export of tblStock", 1.0 / 3, 9, items,
+          [&] { exportStock(store); });
+  compare("all items of 50,000 slots, beside native SQLite", 1.5, 9, items,
+          [&] { expectRows(bench::readNative(native, kItemsNative), kProducts); });
+
+  const auto both = [&](const std::string& name, std::u16string_view statement, int rows) {
+    const std::string text = runtime::toUtf8(statement);
+    compare(
+        name + ", beside native SQLite", 2, 200,
+        [&] { expectRows(bench::readStore(store, statement), rows); },
+        [&] { expectRows(bench::readNative(native, text), rows); });
+  };
+  std::u16string level(statements::kStockHead);
+  both("slots of level 1 of 50,000",
+       level.append(statements::kLevel1).append(statements::kStockTail), 63);
+  both("flags of one product of 50,000", std::u16string(statements::kFlags) + u"30000", 1);
+  std::u16string department(statements::kDepartmentByNameHead);
+  both("a department by its name, 50,000 slots",
+       department.append(u"Bakery").append(statements::kDepartmentByNameTail), 1);
+}
+
+/// Peak memory in bytes of a process of its own that reads all items.
+double peakMemoryOf(const fs::path& store) {
+  const pid_t child = fork();
+  if (child == 0) {
+    execl("/proc/self/exe", "store_bench", kChildWord, store.c_str(), nullptr);
+    _exit(127);
+  }
+  int status = 0;
+  rusage usage{};
+  if (child < 0 || wait4(child, &status, 0, &usage) != child || status != 0)
+    throw std::runtime_error("the reading process failed");
+  return static_cast<double>(usage.ru_maxrss) * 1024;
+}
+
+void measureMemory(const fs::path& store) {
+  const std::string name = "peak memory for all items of 50,000 slots, beside the file's size";
+  try {
+    const double peak = peakMemoryOf(store);
+    const auto size = static_cast<double>(fs::file_size(store));
+    bench::printRow(name, bench::megabytes(peak), bench::megabytes(size), peak / size, 2);
+  } catch (const std::exception& error) {
+    bench::printFailure(name, 2, error.what());
+  }
+}
+
+void writeStoreToFill(const fs::path& path, int slots) {
+  makestore::ShopOrder order;
+  order.slots = slots;
+  order.free.emplace();
+  for (int i = 1; i <= kFreeSlots; ++i) order.free->insert(i * (slots / kFreeSlots));
+  makestore::shopStore(order).write(path);
+}
+
+/// Adds one product of a running number, so that the names fall everywhere into the index.
+void addNext(const fs::path& store, int& number) {
+  const std::string name =
+      "abcdefghijklmnopqrstuvwxyz"[number * 7 % 26] + std::string("dded ") + std::to_string(number);
+  ++number;
+  bench::addProduct(store, runtime::fromUtf8(name));
+}
+
+void measureAdding(const fs::path& large, const fs::path& small) {
+  writeStoreToFill(large, kSlots);
+  writeStoreToFill(small, kFewSlots);
+  int inLarge = 0;
+  int inSmall = 0;
+  compare(
+      "adding a product at 50,000 slots, beside 5,000", 2, kAdds, [&] { addNext(large, inLarge); },
+      [&] { addNext(small, inSmall); });
+
+  const std::string name = "pages written to add a product at 50,000 slots, beside the limit";
+  try {
+    int pages = 0;
+    int most = 0;
+    files::setFaultSeam([&pages](const files::FileStep& step) {
+      if (step.kind == files::FileStep::Kind::Write) ++pages;
+      return step.size;
+    });
+    for (int i = 0; i < kCountedAdds; ++i) {
+      pages = 0;
+      addNext(large, inLarge);
+      most = std::max(most, pages);
+    }
+    files::setFaultSeam({});
+    bench::printRow(name, std::to_string(most), std::to_string(static_cast<int>(kMostPages)),
+                    most / kMostPages, 1);
+  } catch (const std::exception& error) {
+    files::setFaultSeam({});
+    bench::printFailure(name, 1, error.what());
+  }
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+  try {
+    if (count == 3 && std::string(words[1]) == kChildWord)
+      return bench::readStore(words[2], statements::kItems) == kProducts ? 0 : 1;
+    const Folder folder(count > 1 ? fs::path(words[1]) : fs::temp_directory_path());
+    makestore::ShopOrder order;
+    order.slots = kSlots;
+    order.products = kProducts;
+    makestore::StoreBuilder store = makestore::shopStore(order);
+    store.write(folder / "store.mdb");
+    bench::writeNative(folder / "native.db", store);
+    measureReading(folder / "store.mdb", folder / "native.db");
+    measureMemory(folder / "store.mdb");
+    measureAdding(folder / "large.mdb", folder / "small.mdb");
+    return 0;
+  } catch (const std::exception& error) {
+    std::cerr << "store_bench: " << error.what() << '\n';
+    return 1;
+  }
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "makestore/ShopStore.h"
+#include "platform/adodb/Connection.h"
+#include "platform/adodb/Recordset.h"
+#include "support/ProgramFolder.h"
+
+namespace adodbtest {
+
+/// A program folder with a store database in it: "Stores/Demo/MASTER.mdb".
+class TestStore {
+ public:
+  explicit TestStore(const makestore::ShopOrder& order);
+
+  const support::ProgramFolder& folder() const { return folder_; }
+  std::filesystem::path file() const { return folder_.path() / "Stores" / "Demo" / "MASTER.mdb"; }
+  /// Opens the store as the system does, client-side cursors and all.
+  void open(ADODB::Connection& connection) const;
+
+ private:
+  support::ProgramFolder folder_;
+};
+
+/// A shop of 40 slots: 1 to 30 named "Item 01" and so on, the rest free.
+makestore::ShopOrder smallShop();
+
+/// The connection string for a path of the system.
+std::u16string connectionString(std::u16string_view path,
+                                std::u16string_view password = u"w7rt3q8814Z");
+
+/// "number: text" of the failure that an action ends in; empty where it ends in none.
+std::string failureOf(const std::function<void()>& action);
+int failureNumber(const std::function<void()>& action);
+
+/// A made-up store of the reference data, and what its tables and its query must read as.
+struct ReferenceStore {
+  std::filesystem::path file;
+  using Row = std::map<std::string, std::string>;  ///< by column, as printed
+  std::map<std::string, std::vector<Row>> tables;
+};
+/// Empty where the reference data isn't there.
+std::vector<ReferenceStore> referenceStores();
+
+std::string narrow(std::u16string_view text);
+std::u16string wide(std::string_view utf8);
+
+}  // namespace adodbtest

@@ -1,0 +1,93 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <fstream>
+
+#include "TestStore.h"
+#include "platform/files/ProgramFolder.h"
+
+namespace adodbtest {
+namespace {
+
+using ADODB::Connection;
+using ADODB::Recordset;
+
+std::u16string inFolder(std::u16string_view path) {
+  return files::programFolder() + std::u16string(path);
+}
+
+std::string openFailure(std::u16string_view connection) {
+  return failureOf([&] { Connection().Open(connection, u"", u"", -1); });
+}
+
+TEST(Connection, OpensTheFileThatItsStringNames) {
+  const TestStore store(smallShop());
+  for (const std::u16string& text : {connectionString(inFolder(u"\\Stores\\Demo\\Master.mdb")),
+                                     connectionString(inFolder(u"\\stores\\\\DEMO\\MASTER.MDB")),
+                                     u"data source =\"" + inFolder(u"\\Stores\\Demo\\MASTER.mdb") +
+                                         u"\" ; PROVIDER = Microsoft.Jet.OLEDB.4.0;"
+                                         u"jet oledb:database password='w7rt3q8814Z'"}) {
+    Connection connection;
+    EXPECT_EQ(connection.State(), ADODB::kStateClosed);
+    connection.Open(text, u"", u"", -1);
+    EXPECT_EQ(connection.State(), ADODB::kStateOpen);
+    connection.Close();
+    EXPECT_EQ(connection.State(), ADODB::kStateClosed);
+  }
+}
+
+TEST(Connection, FailsWithTheProvidersWords) {
+  const TestStore store(smallShop());
+  const std::u16string path = inFolder(u"\\Stores\\Demo\\MASTER.mdb");
+  EXPECT_EQ(openFailure(connectionString(path, u"wrong")), "-2147217843: Not a valid password.");
+  EXPECT_EQ(openFailure(connectionString(path, u"")), "-2147217843: Not a valid password.");
+  const std::u16string missing = inFolder(u"\\Stores\\Demo\\Other.mdb");
+  EXPECT_EQ(openFailure(connectionString(missing)),
+            "-2147467259: Could not find file '" + narrow(missing) + "'.");
+  const std::u16string nowhere = inFolder(u"\\Stores\\Nowhere\\MASTER.mdb");
+  EXPECT_EQ(openFailure(connectionString(nowhere)),
+            "-2147467259: '" + narrow(nowhere) +
+                "' is not a valid path.  Make sure that the path name is spelled correctly and "
+                "that you are connected to the server on which the file resides.");
+  std::ofstream(store.folder().path() / "Stores" / "text.mdb") << "no database";
+  const std::u16string text = inFolder(u"\\Stores\\text.mdb");
+  EXPECT_EQ(openFailure(connectionString(text)),
+            "-2147467259: Unrecognized database format '" + narrow(text) + "'.");
+  EXPECT_EQ(openFailure(u"Provider=Other;Data Source=" + path),
+            "3706: Provider cannot be found. It may not be properly installed.");
+}
+
+TEST(Connection, AFileHeldExclusivelyCannotBeOpened) {
+  const TestStore store(smallShop());
+  const int held = ::open(store.file().c_str(), O_RDWR | O_CLOEXEC);
+  struct flock lock {};
+  lock.l_type = F_WRLCK;
+  ASSERT_EQ(::fcntl(held, F_OFD_SETLK, &lock), 0);
+  Connection connection;
+  EXPECT_EQ(failureNumber([&] { store.open(connection); }), -2147467259);
+  EXPECT_EQ(connection.State(), ADODB::kStateClosed);
+  ::close(held);
+  store.open(connection);
+  EXPECT_EQ(connection.State(), ADODB::kStateOpen);
+}
+
+TEST(Connection, TakesEachStepInItsStateOnly) {
+  const TestStore store(smallShop());
+  Connection connection;
+  EXPECT_EQ(failureNumber([&] { connection.Close(); }), 3704);
+  Recordset rows;
+  EXPECT_EQ(failureNumber([&] { rows.Open(u"select id from tblStock", connection, 1, 2, -1); }),
+            3709);
+  store.open(connection);
+  EXPECT_EQ(failureNumber([&] { store.open(connection); }), 3705);
+  EXPECT_EQ(failureNumber([&] { connection.CursorLocation(4); }), 3001);
+  EXPECT_EQ(connection.CursorLocation(), ADODB::kUseClient);
+  rows.Open(u"select id from tblStock", connection, 1, 2, -1);
+  connection.Close();
+  EXPECT_EQ(rows.State(), ADODB::kStateClosed);
+  EXPECT_EQ(failureNumber([&] { (void)rows.Eof(); }), 3704);
+}
+
+}  // namespace
+}  // namespace adodbtest

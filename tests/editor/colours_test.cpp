@@ -1,0 +1,105 @@
+#include <gtest/gtest.h>
+
+#include "support/Shop.h"
+
+using support::caption;
+using support::entry;
+using support::key;
+using support::Shop;
+using support::shownColour;
+using support::WindowDriver;
+
+namespace {
+constexpr std::int32_t kRed = 255;
+constexpr std::int32_t kBlue = 0xFF0000;
+}  // namespace
+
+TEST(Colours, TheDialogsAnswerSurvivesAndCancelPaintsWithIt) {
+  Shop shop;
+  const WindowDriver user = shop.open();
+  shop.host.colours = {std::nullopt, kRed, std::nullopt, kBlue, std::nullopt};
+  user.click("cmdSelCol");  // key 0, Cancel, nothing confirmed yet: black
+  user.click(key(4));
+  user.click("cmdSelCol");
+  user.click(key(5));
+  user.click("cmdFontColour");  // Cancel: the red that was chosen for a back
+  user.click(key(6));
+  user.pick("cbLevel", 1);
+  user.click("cmdFontColour");  // still key 6
+  user.click(key(7));
+  user.click("cmdSelCol");  // Cancel: the blue that was chosen for a font
+  EXPECT_EQ(shop.host.colourDialogs, 5);
+  const auto saved = shop.save(user, "FastMovers2.txt");
+  EXPECT_EQ(saved[5], "5,,,16777215,255");
+  EXPECT_EQ(saved[6], "6,,,16777215,16711680");
+  EXPECT_EQ(saved[7], "7,,,16711680,-2147483630");
+  EXPECT_EQ(saved[0], "0,,,16777215,-2147483630") << "the level change cleared the back colour";
+  user.moveTo(key(7));
+  EXPECT_EQ(shownColour(user, key(7)), kBlue);
+  user.press(key(7));
+  EXPECT_EQ(shownColour(user, key(7)), kBlue);
+  user.release(key(7));
+}
+
+TEST(Colours, ALoadedKeyPressesInItsOldColourUntilItIsColoured) {
+  Shop shop;
+  std::vector<std::string> texts;
+  for (int i = 0; i < 63; ++i) texts.push_back(std::to_string(i) + ",,,255,0");
+  shop.folder.write("Posdata/FastMovers1.txt", support::lines(texts));
+  const WindowDriver user = shop.open();
+  EXPECT_EQ(shownColour(user, key(10)), kRed);
+  user.moveTo(key(10));
+  EXPECT_EQ(shownColour(user, key(10)), kRed) << "the pointer brought its colour in line";
+  user.press(key(10));
+  EXPECT_EQ(shownColour(user, key(10)), 0xE6EBEC);
+  user.release(key(10));
+}
+
+TEST(Colours, ResetWipesTheWholeKeyAndLeavesTheFileAlone) {
+  Shop shop;
+  const WindowDriver user = shop.open();
+  shop.host.colours = {kRed, kBlue};
+  user.click(key(8));
+  user.click("cmdSelCol");
+  user.click("cmdFontColour");
+  user.drop(key(8), entry(u"Tea", 77));
+  EXPECT_EQ(shop.save(user)[8], "8,77,Tea,255,16711680");
+  user.click("cmdResetColor");
+  EXPECT_EQ(shop.layout("FastMovers1.txt")[8], "8,77,Tea,255,16711680");
+  EXPECT_EQ(caption(user, key(8)), "Key 8");
+  EXPECT_EQ(shop.save(user)[8], "8,,,16777215,-2147483630");
+}
+
+TEST(CopyMode, ColoursTravelOverLevelsSavesAndResetsUntilTheModeIsEnded) {
+  Shop shop;
+  const WindowDriver user = shop.open();
+  EXPECT_EQ(caption(user, "cmdCopy"), "Copy Button Settings");
+  shop.host.colours = {kRed, kBlue, 0x00FF00};
+  user.click(key(1));
+  user.click("cmdSelCol");
+  user.click("cmdFontColour");
+  user.click("cmdCopy");
+  EXPECT_EQ(caption(user, "cmdCopy"), "STOP COPY");
+  EXPECT_EQ(shownColour(user, "cmdCopy"), kRed);
+  user.click(key(2));
+  user.click("cmdResetColor");  // the source key is still current
+  shop.save(user);
+  user.pick("cbLevel", 2);
+  user.click(key(3));
+  user.drop(key(3), entry(u"Tea", 77));
+  user.click("cmdSelCol");  // and it stays current: key 1 becomes green
+  auto saved = shop.save(user, "FastMovers3.txt");
+  EXPECT_EQ(shop.layout("FastMovers1.txt")[1], "1,,,16777215,-2147483630");
+  EXPECT_EQ(shop.layout("FastMovers1.txt")[2], "2,,,255,16711680");
+  EXPECT_EQ(saved[3], "3,77,Tea,255,16711680");
+  EXPECT_EQ(saved[1], "1,,,65280,-2147483630");
+  user.click("cmdCopy");
+  EXPECT_EQ(caption(user, "cmdCopy"), "Copy Button Settings");
+  EXPECT_EQ(shownColour(user, "cmdCopy"), 0xFFFFFF) << "not the look that it had at the start";
+  user.click(key(4));
+  saved = shop.save(user, "FastMovers3.txt");
+  EXPECT_EQ(saved[4], "4,,,16777215,-2147483630");
+  shop.host.colours = {0x123456};
+  user.click("cmdSelCol");
+  EXPECT_EQ(shop.save(user, "FastMovers3.txt")[4], "4,,,1193046,-2147483630");
+}

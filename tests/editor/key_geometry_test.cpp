@@ -1,0 +1,98 @@
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+
+#include "editor/keygeometry.h"
+#include "support/FileFaults.h"
+#include "support/ProgramFolder.h"
+
+namespace {
+
+constexpr std::int16_t kKeys = 63;
+
+struct Walk {
+  std::map<int, keygeometry::Place> placed;
+  int error = 0;
+};
+
+// Reads the settings from a file with these lines and walks the keys as far as they go.
+Walk WalkWith(const std::string& settings) {
+  const support::ProgramFolder folder;
+  folder.write("Posdata/FastTouchButtons.ini", "[BUTTONS_BL]\r\n" + settings);
+  Walk walk;
+  walk.error = support::errorNumberOf([&] {
+    keygeometry::Arrange(
+        keygeometry::ReadSettings(), kKeys,
+        [&](std::int16_t key, const keygeometry::Place& place) { walk.placed[key] = place; });
+  });
+  return walk;
+}
+
+}  // namespace
+
+TEST(KeyGeometry, DefaultsFillTheDesignGridColumnWiseFromTheBottomLeft) {
+  const Walk walk = WalkWith("");
+  ASSERT_EQ(walk.error, 0);
+  ASSERT_EQ(walk.placed.size(), 63U);
+  const std::map<int, std::pair<int, int>> expected{
+      {0, {0, 8640}}, {1, {0, 7560}},    {6, {0, 2160}}, {7, {0, 1080}},
+      {8, {0, 0}},    {9, {1350, 8640}}, {62, {8100, 0}}};
+  for (const auto& [key, place] : expected) {
+    EXPECT_EQ(walk.placed.at(key).Left, place.first) << key;
+    EXPECT_EQ(walk.placed.at(key).Top, place.second) << key;
+  }
+  EXPECT_EQ(walk.placed.at(49).Height, 1050);
+}
+
+TEST(KeyGeometry, SettingsMixWithDefaultsKeyByKey) {
+  const Walk walk = WalkWith("Space=-50\r\nstartleft= 100 \r\nButtonHeight=\"500\"\r\n");
+  ASSERT_EQ(walk.error, 0);
+  EXPECT_EQ(walk.placed.at(1).Top, 8640 - 500 + 50);
+  EXPECT_EQ(walk.placed.at(9).Left, 100 + 1320 - 50);
+  EXPECT_EQ(walk.placed.at(62).Height, 500);
+}
+
+TEST(KeyGeometry, AnyNumberOfRowsIsWalked) {
+  const Walk seven = WalkWith("rows=7\r\n");
+  EXPECT_EQ(seven.error, 0);
+  EXPECT_EQ(seven.placed.at(56).Left, 8 * 1350);
+  const Walk ten = WalkWith("rows=10\r\n");
+  EXPECT_EQ(ten.error, 0);
+  EXPECT_EQ(ten.placed.at(9).Top, -1080);
+  EXPECT_EQ(ten.placed.at(60).Left, 6 * 1350);
+}
+
+TEST(KeyGeometry, AnOverflowComesAtItsStepWithTheKeysBeforeItPlaced) {
+  const Walk oneRow = WalkWith("rows=1\r\n");
+  EXPECT_EQ(oneRow.error, 6);
+  EXPECT_EQ(oneRow.placed.rbegin()->first, 24);
+  EXPECT_EQ(oneRow.placed.at(24).Left, 32400);
+  const Walk noRow = WalkWith("rows=0\r\n");
+  EXPECT_EQ(noRow.error, 6);
+  EXPECT_EQ(noRow.placed.rbegin()->first, 38);
+  EXPECT_EQ(noRow.placed.at(38).Top, -32400);
+  // The count itself runs out of its range after the first key.
+  const Walk lowestRow = WalkWith("rows=-32768\r\nButtonHeight=0\r\nSpace=0\r\n");
+  EXPECT_EQ(lowestRow.error, 6);
+  EXPECT_EQ(lowestRow.placed.size(), 1U);
+  // Width and gap are added one after the other: the first sum is beyond the range already.
+  const Walk wide = WalkWith("rows=1\r\nButtonWidth=32767\r\nSpace=-32767\r\nStartLeft=1\r\n");
+  EXPECT_EQ(wide.error, 6);
+  EXPECT_EQ(wide.placed.size(), 1U);
+}
+
+TEST(KeyGeometry, AValueThatIsNoNumberOrBeyondItsRangeFailsBeforeAnyKeyIsPlaced) {
+  const std::map<std::string, int> cases{{"rows=\r\n", 13},
+                                         {"Space=wide\r\n", 13},
+                                         {"ButtonWidth=32768\r\n", 6},
+                                         {"ButtonHeight=-32769\r\n", 6},
+                                         {"StartTop=2147483648\r\n", 6},
+                                         {"StartTop=32768\r\n", 6},
+                                         {"StartLeft=-32769\r\n", 6}};
+  for (const auto& [settings, error] : cases) {
+    const Walk walk = WalkWith(settings);
+    EXPECT_EQ(walk.error, error) << settings;
+    EXPECT_TRUE(walk.placed.empty()) << settings;
+  }
+}

@@ -1,0 +1,145 @@
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+
+#include "support/FileFaults.h"
+#include "support/Shop.h"
+
+using support::caption;
+using support::entry;
+using support::key;
+using support::lines;
+using support::Shop;
+using support::WindowDriver;
+
+namespace {
+
+std::string name(const WindowDriver& user) {
+  return qobject_cast<QLineEdit&>(user.control("txtName")).text().toStdString();
+}
+
+// A layout file whose keys all bear products from `first` on.
+std::string layoutFrom(int first, const std::string& colours) {
+  std::vector<std::string> texts;
+  for (int i = 0; i < 63; ++i)
+    texts.push_back(std::to_string(i) + "," + std::to_string(first + i) + ",P" +
+                    std::to_string(first + i) + "," + colours);
+  return lines(texts);
+}
+
+}  // namespace
+
+TEST(Levels, ALevelComesFromItsFileAndUnsavedWorkIsDroppedWithoutAWord) {
+  Shop shop;
+  shop.folder.write("Posdata/fastmovers2.TXT", layoutFrom(300, "255,0"));
+  shop.touchSettings("[SETTINGS]\r\nSCREEN1=Counter\r\nscreen2=\" Lunch \"\r\n");
+  const WindowDriver user = shop.open();
+  EXPECT_EQ(name(user), "") << "the name first shows when a level is chosen";
+  user.drop(key(4), entry(u"Tea", 77));
+  user.pick("cbLevel", 1);
+  EXPECT_EQ(caption(user, key(4)), "P304");
+  EXPECT_EQ(name(user), " Lunch ");
+  EXPECT_EQ(support::shownColour(user, key(4)), 255);
+  user.pick("cbLevel", 0);
+  EXPECT_EQ(caption(user, key(4)), "Key 4");
+  EXPECT_EQ(support::shownColour(user, key(4)), 0xFFFFFF);
+  EXPECT_EQ(name(user), "Counter");
+  EXPECT_TRUE(shop.host.messages.empty());
+  // The level has no file of its own, so the key table still holds the other level's ids.
+  EXPECT_EQ(shop.save(user)[4], "4,304,,16777215,-2147483630");
+}
+
+TEST(Levels, SaveWritesTheLevelAndItsTrimmedNameAndNothingElse) {
+  Shop shop;
+  shop.folder.write("Posdata/FastMovers1.txt", "kept");
+  shop.touchSettings("; kept\r\n[SETTINGS]\r\nSCREEN1=Counter\r\nAUTOFILL=0\r\n[Other]\r\na=b\r\n");
+  const WindowDriver user = shop.open();
+  user.pick("cbLevel", 2);
+  user.focus("txtName");
+  user.type(u"  Lunch at the bar  ");
+  EXPECT_EQ(name(user), "  Lunch at the ") << "fifteen characters at most";
+  EXPECT_EQ(shop.save(user, "FastMovers3.txt").size(), 63U);
+  EXPECT_EQ(name(user), "  Lunch at the ");
+  EXPECT_EQ(shop.folder.read("Posdata/FastMovers1.txt"), "kept");
+  EXPECT_FALSE(shop.folder.read("Posdata/FastMovers2.txt"));
+  EXPECT_EQ(shop.touchFile(),
+            "; kept\r\n[SETTINGS]\r\nSCREEN1=Counter\r\nAUTOFILL=0\r\nSCREEN3=Lunch at the\r\n"
+            "[Other]\r\na=b\r\n");
+}
+
+TEST(Levels, ASaveRightAfterTheStartEmptiesTheStoredName) {
+  Shop shop;
+  shop.touchSettings("[SETTINGS]\r\nSCREEN1=Counter\r\n");
+  const WindowDriver user = shop.open();
+  shop.save(user);
+  EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nSCREEN1=\r\n");
+}
+
+TEST(Levels, ALoadRestoresNoFontColourAndASaveWritesTheOneOnTheScreen) {
+  Shop shop;
+  shop.folder.write("Posdata/FastMovers1.txt", layoutFrom(1, "16711680,255"));
+  const WindowDriver user = shop.open();
+  const auto saved = shop.save(user);
+  EXPECT_EQ(saved[62], "62,63,P63,16711680,-2147483630");
+}
+
+TEST(Levels, AResetLeavesTheIdsSoThatASaveWritesThemBesideEmptyCaptions) {
+  Shop shop;
+  shop.folder.write("Posdata/FASTMOVERS1.txt", layoutFrom(1, "255,0"));
+  shop.touchSettings("[SETTINGS]\r\nSCREEN1=Counter\r\n");
+  const WindowDriver user = shop.open();
+  shop.host.answers = {process::kNo, process::kYes, process::kYes};
+  user.click("cmdResetAll");
+  ASSERT_EQ(shop.host.messages.size(), 1U);
+  EXPECT_EQ(shop.host.messages[0].text, u"This will reset all the buttons. Are you sure?");
+  EXPECT_EQ(shop.host.messages[0].title, u"Reset");
+  EXPECT_EQ(shop.host.messages[0].style, 68);
+  EXPECT_EQ(caption(user, key(7)), "P8");
+  user.click("cmdResetAll");
+  EXPECT_EQ(caption(user, key(7)), "Key 7");
+  EXPECT_EQ(support::shownColour(user, key(7)), 0xFFFFFF);
+  EXPECT_FALSE(shop.folder.read("Posdata/FASTMOVERS1.txt"));
+  EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nSCREEN1=Counter\r\n");
+  user.click("cmdResetAll");  // no file any more: no fault
+  EXPECT_EQ(shop.failure(), 0);
+  EXPECT_EQ(shop.save(user)[7], "7,8,,16777215,-2147483630");
+}
+
+TEST(Levels, AFileThatCanNotBeWrittenOrDeletedEndsTheProgram) {
+  {
+    Shop shop;
+    const WindowDriver user = shop.open();
+    std::filesystem::remove(shop.folder.posdata());
+    user.click("cmdSave");
+    EXPECT_EQ(shop.failure(), 76);
+  }
+  {
+    Shop shop;
+    shop.folder.write("Posdata/FastMovers1.txt", layoutFrom(1, "255,0"));
+    const WindowDriver user = shop.open();
+    std::filesystem::permissions(shop.folder.posdata(), std::filesystem::perms(0555));
+    shop.host.answers = {process::kYes};
+    {
+      const support::AsOrdinaryUser ordinary;
+      user.click("cmdResetAll");
+    }
+    std::filesystem::permissions(shop.folder.posdata(), std::filesystem::perms(0755));
+    EXPECT_TRUE(shop.failure() == 70 || shop.failure() == 75) << shop.failure();
+    EXPECT_EQ(caption(user, key(7)), "P8") << "the keys are cleared only behind the delete";
+    EXPECT_TRUE(shop.folder.read("Posdata/FastMovers1.txt"));
+  }
+}
+
+TEST(Levels, AWriteThatFailsLeavesTheLinesBeforeItAndNoName) {
+  Shop shop;
+  shop.touchSettings("[SETTINGS]\r\nSCREEN1=Counter\r\n");
+  shop.folder.write("Posdata/FastMovers1.txt", layoutFrom(1, "255,0"));
+  const WindowDriver user = shop.open();
+  support::FileFaults faults;
+  faults.cutAtChange(0, 10);
+  user.click("cmdSave");
+  EXPECT_NE(shop.failure(), 0);
+  EXPECT_EQ(shop.host.endStatus, 1);
+  EXPECT_EQ(shop.folder.read("Posdata/FastMovers1.txt"), "0,1,P1,255");
+  EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nSCREEN1=Counter\r\n");
+}

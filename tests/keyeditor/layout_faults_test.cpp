@@ -1,0 +1,129 @@
+// One fault a file; each row says what either editor makes of it.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "support/Shop.h"
+
+using support::caption;
+using support::key;
+using support::Shop;
+using support::shownColour;
+using support::WindowDriver;
+
+namespace {
+
+constexpr int kFaulty = 29;
+constexpr std::int32_t kNoColour = -1;  // the key keeps its default
+constexpr std::int32_t kGood = 255;
+
+struct Fault {
+  const char* name;
+  std::string line;       // stands for line 30; everything before it and behind it is good
+  std::string caption;    // what key 29 shows afterwards
+  std::int32_t colour;    // and in which back colour
+  int error;              // the large editor's end; 0 when the line is good
+  std::string savedHead;  // index, id and caption of key 29 in the levelled editor's next save
+};
+
+const std::vector<Fault> kFaults{
+    {"empty line", "", "Key 29", kNoColour, 9, "29,,,"},
+    {"one field", "29", "Key 29", kNoColour, 9, "29,,,"},
+    {"two fields", "29,77", "Key 29", kNoColour, 9, "29,,,"},
+    {"three fields", "29,77,Tea", "Tea", kNoColour, 9, "29,,Tea,"},
+    {"empty back colour", "29,77,Tea,,0", "Tea", kNoColour, 13, "29,,Tea,"},
+    {"back colour no number", "29,77,Tea,green,0", "Tea", kNoColour, 13, "29,,Tea,"},
+    {"back colour beyond 32 bits", "29,77,Tea,2147483648,0", "Tea", kNoColour, 6, "29,,Tea,"},
+    {"four fields", "29,77,Tea,65280", "Tea", 65280, 9, "29,,Tea,"},
+    {"caption with a comma", "29,77,Tea, green,65280,0", "Tea", kNoColour, 13, "29,,Tea,"},
+    {"caption with a comma and a number", "29,77,Tea, 2,65280,0", "Tea", 2, 0, "29,77,Tea,2,"},
+    {"blanks around id and colour", "29,  77 ,Tea, 65280 ,x", "Tea", 65280, 0, "29,77,Tea,65280,"},
+    {"another index, a hundred fields", "5,77,Tea,65280,0" + std::string(95, ','), "Tea", 65280, 0,
+     "29,77,Tea,65280,"},
+    {"a lone line feed, a zero and an end mark in the caption",
+     std::string("29,77,T\n") + '\0' + "\x1a" + "ea,65280,0", "", 65280, 0, ""},
+};
+
+std::string fileWith(const Fault& fault, int keys, const char* end = "\r\n") {
+  std::string bytes;
+  for (int i = 0; i < keys; ++i)
+    bytes += (i == kFaulty ? fault.line : std::to_string(i) + ",1,Good,255,0") + end;
+  return bytes;
+}
+
+}  // namespace
+
+TEST(LayoutFaults, TheLevelledEditorStopsSilentlyWithTheKeyAtHandHalfApplied) {
+  for (const Fault& fault : kFaults) {
+    SCOPED_TRACE(fault.name);
+    Shop shop;
+    shop.folder.write("Posdata/FastMovers1.txt", fileWith(fault, 63));
+    const WindowDriver user = shop.open();
+    ASSERT_EQ(shop.failure(), 0);
+    EXPECT_EQ(caption(user, key(28)), "Good");
+    EXPECT_EQ(caption(user, key(30)), fault.error == 0 ? "Good" : "Key 30");
+    if (fault.colour != kNoColour) {
+      EXPECT_EQ(shownColour(user, key(kFaulty)), fault.colour);
+    }
+    const auto saved = shop.save(user);
+    if (fault.caption.empty()) {
+      EXPECT_EQ(saved[kFaulty], fault.line.substr(0, fault.line.size() - 1) + "-2147483630");
+      continue;
+    }
+    EXPECT_EQ(caption(user, key(kFaulty)), fault.caption);
+    EXPECT_EQ(saved[kFaulty].substr(0, fault.savedHead.size()), fault.savedHead);
+    EXPECT_EQ(saved[28].substr(0, 14), "28,1,Good,255,");
+  }
+}
+
+TEST(LayoutFaults, TheLargeEditorEndsAtTheLineAndNeverShows) {
+  for (const Fault& fault : kFaults) {
+    SCOPED_TRACE(fault.name);
+    Shop shop;
+    shop.folder.write("Posdata/Posconfig.ini", "[GENERAL]\r\nLOAD_FASTMOVERS_LARGE=1\r\n");
+    shop.folder.write("Posdata/fastmovers.txt", fileWith(fault, 108, "\r"));
+    shop.start();
+    EXPECT_EQ(shop.failure(), fault.error);
+    EXPECT_EQ(WindowDriver::isShown("frmMainBig"), fault.error == 0);
+  }
+}
+
+TEST(LayoutFaults, TooFewLinesStopTheOneAndEndTheOther) {
+  for (const int count : {0, 10, 62, 63, 200}) {
+    Shop shop;
+    shop.folder.write("Posdata/FastMovers1.txt",
+                      fileWith({.name = "", .line = "29,1,Good,255,0"}, count));
+    const WindowDriver user = shop.open();
+    EXPECT_EQ(shop.failure(), 0);
+    if (count > 0) {
+      EXPECT_EQ(caption(user, key(std::min(count, 63) - 1)), "Good");
+    }
+    if (count < 63) {
+      EXPECT_EQ(caption(user, key(count)), "Key " + std::to_string(count));
+    }
+  }
+  for (const int count : {0, 107}) {
+    Shop shop;
+    shop.folder.write("Posdata/Posconfig.ini", "[GENERAL]\r\nLOAD_FASTMOVERS_LARGE=00\r\n");
+    shop.folder.write("Posdata/FastMovers.txt",
+                      fileWith({.name = "", .line = "29,1,Good,255,0"}, count));
+    shop.start();
+    EXPECT_EQ(shop.failure(), 62);
+    EXPECT_FALSE(WindowDriver::isShown("frmMainBig"));
+  }
+}
+
+TEST(LayoutFaults, AFileThatIsThereAndCanNotBeOpenedEndsTheLevelledEditorToo) {
+  Shop shop;
+  shop.folder.write("Posdata/FastMovers1.txt", "0,1,Good,255,0\r\n");
+  std::filesystem::permissions(shop.folder.posdata() / "FastMovers1.txt",
+                               std::filesystem::perms(0));
+  shop.writeStore();
+  {
+    const support::AsOrdinaryUser ordinary;
+    shop.start();
+  }
+  EXPECT_TRUE(shop.failure() == 70 || shop.failure() == 75) << shop.failure();
+  EXPECT_FALSE(WindowDriver::isShown("frmMain"));
+}

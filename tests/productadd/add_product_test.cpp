@@ -1,0 +1,153 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "shared/mdOpenDatabase.h"
+#include "support/Shop.h"
+
+using support::caption;
+using support::key;
+using support::Shop;
+using support::WindowDriver;
+
+namespace {
+
+// What the store holds: a column of one row, as text.
+std::u16string stored(const std::u16string& table, const std::u16string& column, int id) {
+  mdOpenDatabase::OpenDatabase(u"MASTER");
+  mdOpenDatabase::StoreRecordset.setNew();
+  const std::string where = std::to_string(id);
+  mdOpenDatabase::StoreRecordset->Open(u"select " + column + u" from " + table + u" where id = " +
+                                           std::u16string(where.begin(), where.end()),
+                                       *mdOpenDatabase::StoreConnection, mdOpenDatabase::kKeyset,
+                                       mdOpenDatabase::kPessimistic, mdOpenDatabase::kUnspecified);
+  const auto value = mdOpenDatabase::StoreRecordset->Fields(column).value();
+  const std::u16string text = value.isNull() ? u"(null)" : value & u"";
+  mdOpenDatabase::StoreRecordset->Close();
+  mdOpenDatabase::StoreRecordset.setAbsent();
+  mdOpenDatabase::CloseDatabase();
+  return text;
+}
+
+std::u16string flags(int id) {
+  std::u16string all;
+  for (const char16_t* column : {u"PRINTER1", u"PRINTER2", u"OPEN_PLU", u"ITEM_TYPE", u"NEG_PRICE"})
+    all += stored(u"tblPlu", column, id);
+  return all;
+}
+
+// Double-clicks a key and lets the user act on the sheet that opens.
+void onSheet(const WindowDriver& user, int index,
+             const std::function<void(const WindowDriver&)>& act) {
+  support::soon([&] { act(WindowDriver("frmAddPlu")); });
+  user.doubleClick(key(index));
+}
+
+void typeProduct(const WindowDriver& sheet, std::u16string_view name, std::u16string_view price) {
+  sheet.type(name);
+  sheet.key(Qt::Key_Return);
+  sheet.type(price);
+  sheet.key(Qt::Key_Return);
+}
+
+}  // namespace
+
+TEST(AddProduct, TheLowestFreeSlotIsFilledAndTheProductStandsOnTheKey) {
+  Shop shop;
+  const WindowDriver user = shop.open();
+  onSheet(user, 9, [](const WindowDriver& sheet) {
+    typeProduct(sheet, u"  Iced \u00e9clair, 'large'  ", u"12.50abc");
+    sheet.key(Qt::Key_Return);  // past the department
+    sheet.key(Qt::Key_Return);
+    sheet.key(Qt::Key_Return);
+    sheet.key(Qt::Key_Return);
+    sheet.key(Qt::Key_Space);  // instruction
+    sheet.click("cmdSave");
+  });
+  EXPECT_EQ(shop.failure(), 0);
+  EXPECT_EQ(stored(u"tblStock", u"description", 100), u"Iced \u00e9clair, 'large'");
+  EXPECT_EQ(stored(u"tblStock", u"price", 100), u"12.5");
+  EXPECT_EQ(stored(u"tblStock", u"deptid", 100), u"0");
+  EXPECT_EQ(flags(100), u"00010");
+  EXPECT_EQ(shop.save(user)[9],
+            "9,100,Iced \xe9"
+            "clair, 'large',-2147483633,-2147483630");
+}
+
+TEST(AddProduct, ClosingWithoutAddingPlacesTheLastAddedProductAgain) {
+  Shop shop;
+  const WindowDriver user = shop.open();
+  const auto close = [](const WindowDriver& sheet) { sheet.click("cmdClose"); };
+  onSheet(user, 1, close);
+  EXPECT_EQ(caption(user, key(1)), "Key 1") << "nothing was added in this run";
+  onSheet(user, 2, [](const WindowDriver& sheet) {
+    typeProduct(sheet, u"Tea", u"2,50");
+    sheet.click("cmdSave");
+  });
+  EXPECT_EQ(stored(u"tblStock", u"price", 100), u"2");
+  onSheet(user, 3, close);
+  onSheet(user, 4, [](const WindowDriver& sheet) {
+    typeProduct(sheet, u"half typed", u"1");
+    sheet.close();
+  });
+  onSheet(user, 5, [](const WindowDriver& sheet) {
+    typeProduct(sheet, u"", u"");  // an empty name uses a slot up, and changes no key
+    sheet.click("cmdSave");
+  });
+  onSheet(user, 6, close);
+  user.doubleClickRow("List1", 0);  // the double click made its key current
+  const auto saved = shop.save(user);
+  for (const int placed : {2, 3, 4})
+    EXPECT_EQ(saved[placed].substr(0, 10), std::to_string(placed) + ",100,Tea,");
+  EXPECT_EQ(saved[5].substr(0, 4), "5,,,");
+  EXPECT_EQ(stored(u"tblStock", u"description", 130), u"");
+  EXPECT_EQ(saved[6].substr(0, 9), "6,1,Item ");
+  EXPECT_EQ(shop.failure(), 0);
+}
+
+TEST(AddProduct, APickedDepartmentIsLookedUpByItsName) {
+  Shop shop;
+  const WindowDriver user = shop.open();
+  onSheet(user, 1, [](const WindowDriver& sheet) {
+    typeProduct(sheet, u"Tea", u"");
+    sheet.key(Qt::Key_Space);
+    sheet.key(Qt::Key_Down);
+    sheet.key(Qt::Key_Down);
+    sheet.key(Qt::Key_Return);
+    sheet.click("cmdSave");
+  });
+  EXPECT_EQ(shop.failure(), 0);
+  EXPECT_NE(stored(u"tblStock", u"deptid", 100), u"0");
+  EXPECT_EQ(stored(u"tblStock", u"price", 100), u"0");
+}
+
+TEST(AddProduct, WithoutAFreeSlotItSaysSoAndTheSheetClosesAllTheSame) {
+  Shop shop;
+  for (const int id : {100, 130, 195}) shop.names[id] = u"taken";
+  const WindowDriver user = shop.open();
+  onSheet(user, 1, [](const WindowDriver& sheet) {
+    typeProduct(sheet, u"Tea", u"1");
+    sheet.click("cmdSave");
+  });
+  EXPECT_FALSE(WindowDriver::isShown("frmAddPlu"));
+  ASSERT_EQ(shop.host.messages.size(), 1U);
+  EXPECT_EQ(shop.host.messages[0].text,
+            u"There are no records where the data can be saved. In the POS, you will need to open "
+            u"the Product Programming form under Management functions and setup the item first.");
+  EXPECT_EQ(shop.host.messages[0].style, 0);
+  EXPECT_EQ(caption(user, key(1)), "Key 1");
+  EXPECT_EQ(shop.failure(), 0);
+}
+
+TEST(AddProduct, WithoutAProductRowItFailsWithTheStockRowFilled) {
+  Shop shop;
+  shop.missingPlu = {100};
+  const WindowDriver user = shop.open();
+  onSheet(user, 1, [](const WindowDriver& sheet) {
+    typeProduct(sheet, u"Tea", u"1");
+    sheet.click("cmdSave");
+  });
+  EXPECT_EQ(shop.failure(), 3021);
+  EXPECT_EQ(stored(u"tblStock", u"description", 100), u"Tea");
+  EXPECT_EQ(caption(user, key(1)), "Key 1");
+}

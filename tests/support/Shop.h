@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/ProgramFolder.h"
+#include "support/TestHost.h"
+#include "support/WindowDriver.h"
+
+namespace support {
+
+/// One shop for one test: a program folder with a store, settings of its own, the host that
+/// records, and the program's modules as new. Unless told otherwise the store has slots 1 to 200,
+/// of which 100, 130 and 195 are free and the others are called "Item 1" and so on; departments
+/// "Drinks" (even ids) and "Food" (odd ids), "O'Brien's", "Empty hall" and one without a name; a
+/// barcode for every third id.
+class Shop {
+ public:
+  Shop();
+  ~Shop();
+  Shop(const Shop&) = delete;
+  Shop& operator=(const Shop&) = delete;
+
+  ProgramFolder folder;
+  TestHost host;
+
+  /// A product's name; none makes it a free slot.
+  std::map<std::int32_t, std::optional<std::u16string>> names;
+  std::map<std::int32_t, std::optional<std::u16string>> barcodes;
+  /// Ids that `tblStock` or `tblPlu` lacks.
+  std::vector<std::int32_t> missingStock;
+  std::vector<std::int32_t> missingPlu;
+  std::int32_t slots = 200;
+
+  /// Writes the store file as described so far; `open` does so when there is none yet.
+  void writeStore();
+  std::filesystem::path storeFile() const;
+  /// Runs the start-up, as `main` does.
+  void start();
+  /// Runs the start-up and gives the user at the editor that it opened.
+  WindowDriver open(std::string_view screen = "frmMain");
+
+  /// Writes settings for the next start.
+  void touchSettings(std::string_view lines) const;
+  std::string touchFile() const;
+  /// An entry of the settings store, as the file holds it; nothing where there is none.
+  std::optional<std::string> setting(std::string_view key) const;
+
+  /// Presses Save, waits for the notice to go, and gives the lines of the layout file without their
+  /// ends. Fails the test where a line doesn't end with CR LF.
+  std::vector<std::string> save(const WindowDriver& user,
+                                std::string_view file = "FastMovers1.txt");
+  std::vector<std::string> layout(std::string_view file) const;
+
+  /// Number of the failure that ended the program; 0 while it runs.
+  std::int32_t failure() const;
+};
+
+/// A list entry of the levelled editor.
+std::u16string entry(std::u16string_view description, std::int32_t id);
+/// A layout file of these lines.
+std::string lines(const std::vector<std::string>& texts);
+/// What a key shows: its caption.
+std::string caption(const WindowDriver& user, std::string_view key);
+/// The colour that a control shows near its corner, as 0x00BBGGRR.
+std::int32_t shownColour(const WindowDriver& user, std::string_view control);
+/// "MyButton1(12)".
+std::string key(int index);
+
+}  // namespace support

@@ -21,7 +21,7 @@ std::string blank(int index) {
 TEST(Assignment, ItemsLandOnTheCurrentKeyOrWhereTheyAreDropped) {
   Shop shop;
   shop.names[7] = u"A name of more than thirty characters";
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   user.doubleClickRow("List1", 0);  // no key was clicked: key 0 is current
   EXPECT_EQ(caption(user, key(0)), "A name of more than thirty cha");
   user.click(key(5));
@@ -39,7 +39,7 @@ TEST(Assignment, ItemsLandOnTheCurrentKeyOrWhereTheyAreDropped) {
 
 TEST(Assignment, ATextFromAnotherProgramIsTakenByItsPositionsAlone) {
   Shop shop;
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   EXPECT_TRUE(user.drop(key(3), u"  Foreign \x20ac " + std::u16string(118, u' ') + u" 0042.4 "));
   QMimeData picture;
   picture.setData("image/png", "no text");
@@ -57,7 +57,7 @@ TEST(Assignment, ATextThatDoesNotComeApartEndsTheProgramWithTheKeyUntouched) {
                           Case{std::u16string(130, u'x'), 13}, Case{entry(u"Tea", 1) + u"x", 13},
                           Case{entry(u"Tea", 32768), 6}}) {
     Shop shop;
-    const WindowDriver user = shop.open();
+    WindowDriver user = shop.open();
     user.drop(key(3), bad.text);
     EXPECT_EQ(shop.failure(), bad.error);
     EXPECT_EQ(shop.host.endStatus, 1);
@@ -67,17 +67,18 @@ TEST(Assignment, ATextThatDoesNotComeApartEndsTheProgramWithTheKeyUntouched) {
 
 TEST(Assignment, ADoubleClickWithNothingSelectedEndsTheProgram) {
   Shop shop;
-  const WindowDriver user = shop.open();
-  user.doubleClickRow("List1", 2000);
+  shop.slotCount = 3;  // leaves empty ground below the last row
+  WindowDriver user = shop.open();
+  user.doubleClickRow("List1", 3);
   EXPECT_EQ(shop.failure(), 5);
   EXPECT_EQ(caption(user, key(0)), "Key 0");
 }
 
 TEST(Assignment, AnIdBeyondSixteenBitsCanNotBePlaced) {
   Shop shop;
-  shop.slots = 3;
+  shop.slotCount = 3;
   shop.names[40000] = u"Aardvark";
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   user.doubleClickRow("List1", 0);
   EXPECT_EQ(shop.failure(), 6);
 }

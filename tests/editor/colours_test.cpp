@@ -16,7 +16,7 @@ constexpr std::int32_t kBlue = 0xFF0000;
 
 TEST(Colours, TheDialogsAnswerSurvivesAndCancelPaintsWithIt) {
   Shop shop;
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   shop.host.colours = {std::nullopt, kRed, std::nullopt, kBlue, std::nullopt};
   user.click("cmdSelCol");  // key 0, Cancel, nothing confirmed yet: black
   user.click(key(4));
@@ -46,7 +46,7 @@ TEST(Colours, ALoadedKeyPressesInItsOldColourUntilItIsColoured) {
   std::vector<std::string> texts;
   for (int i = 0; i < 63; ++i) texts.push_back(std::to_string(i) + ",,,255,0");
   shop.folder.write("Posdata/FastMovers1.txt", support::lines(texts));
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   EXPECT_EQ(shownColour(user, key(10)), kRed);
   user.moveTo(key(10));
   EXPECT_EQ(shownColour(user, key(10)), kRed) << "the pointer brought its colour in line";
@@ -57,7 +57,7 @@ TEST(Colours, ALoadedKeyPressesInItsOldColourUntilItIsColoured) {
 
 TEST(Colours, ResetWipesTheWholeKeyAndLeavesTheFileAlone) {
   Shop shop;
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   shop.host.colours = {kRed, kBlue};
   user.click(key(8));
   user.click("cmdSelCol");
@@ -72,7 +72,7 @@ TEST(Colours, ResetWipesTheWholeKeyAndLeavesTheFileAlone) {
 
 TEST(CopyMode, ColoursTravelOverLevelsSavesAndResetsUntilTheModeIsEnded) {
   Shop shop;
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   EXPECT_EQ(caption(user, "cmdCopy"), "Copy Button Settings");
   shop.host.colours = {kRed, kBlue, 0x00FF00};
   user.click(key(1));

@@ -9,7 +9,7 @@ TEST(ItemList, EntriesCarryThirtyCharactersThenAHundredBlanksThenTheId) {
   Shop shop;
   shop.names[7] = u"Apple juice, exactly thirty chr";  // 31 characters: the last one is lost
   shop.names[142] = u"Apple";
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   const auto entries = user.entries("List1");
   ASSERT_GE(entries.size(), 2U);
   EXPECT_EQ(entries[0], u"Apple" + std::u16string(25 + 100, u' ') + u"142");
@@ -20,7 +20,7 @@ TEST(ItemList, EntriesCarryThirtyCharactersThenAHundredBlanksThenTheId) {
 
 TEST(ItemList, EmptyNamesAndFreeSlotsAreLeftOutAndTheOrderIsThatOfTheNames) {
   Shop shop;
-  shop.slots = 12;
+  shop.slotCount = 12;
   for (int id = 1; id <= 12; ++id) shop.names[id] = std::nullopt;
   shop.names[1] = u"zebra";
   shop.names[2] = u"Co-op";
@@ -29,7 +29,7 @@ TEST(ItemList, EmptyNamesAndFreeSlotsAreLeftOutAndTheOrderIsThatOfTheNames) {
   shop.names[5] = u"\u00c9clair";
   shop.names[6] = u"eclair";
   shop.names[9] = u"Coops";
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   std::vector<std::u16string> ids;
   for (const auto& text : user.entries("List1")) ids.push_back(text.substr(130));
   EXPECT_EQ(ids, (std::vector<std::u16string>{u"3", u"2", u"9", u"6", u"5", u"1"}));
@@ -39,7 +39,7 @@ TEST(ItemList, ADepartmentNarrowsTheListAndTheBarcodeBoxLeavesTheDepartmentAlone
   Shop shop;
   shop.barcodes[2] = u"   ";  // blanks are a barcode
   shop.barcodes[6] = u"";
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   EXPECT_EQ(user.entries("cbDept"),
             (std::vector<std::u16string>{u"", u"Drinks", u"Empty hall", u"Food", u"O'Brien's"}));
   user.pick("cbDept", 1);
@@ -63,7 +63,7 @@ TEST(ItemList, ADepartmentNarrowsTheListAndTheBarcodeBoxLeavesTheDepartmentAlone
 
 TEST(ItemList, AnApostropheInADepartmentsNameEndsTheProgram) {
   Shop shop;
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   user.pick("cbDept", 4);
   EXPECT_EQ(shop.failure(), -2147217900);
   EXPECT_EQ(shop.host.endStatus, 1);
@@ -73,6 +73,6 @@ TEST(ItemList, TheStoredBarcodeChoiceFiltersTheFirstListAlready) {
   Shop shop;
   shop.folder.write(shop.folder.settingsFolder() / "tavenor.ini",
                     "[comms]\nstorename=Demo\n[KEYSTRAND]\nHIDE_BARCODE= 1 \n");
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   EXPECT_LT(user.entries("List1").size(), 197U);
 }

@@ -14,8 +14,8 @@ using support::WindowDriver;
 
 namespace {
 
-std::string name(const WindowDriver& user) {
-  return qobject_cast<QLineEdit&>(user.control("txtName")).text().toStdString();
+std::string name(WindowDriver& user) {
+  return dynamic_cast<QLineEdit&>(user.control("txtName")).text().toStdString();
 }
 
 // A layout file whose keys all bear products from `first` on.
@@ -33,7 +33,7 @@ TEST(Levels, ALevelComesFromItsFileAndUnsavedWorkIsDroppedWithoutAWord) {
   Shop shop;
   shop.folder.write("Posdata/fastmovers2.TXT", layoutFrom(300, "255,0"));
   shop.touchSettings("[SETTINGS]\r\nSCREEN1=Counter\r\nscreen2=\" Lunch \"\r\n");
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   EXPECT_EQ(name(user), "") << "the name first shows when a level is chosen";
   user.drop(key(4), entry(u"Tea", 77));
   user.pick("cbLevel", 1);
@@ -53,7 +53,7 @@ TEST(Levels, SaveWritesTheLevelAndItsTrimmedNameAndNothingElse) {
   Shop shop;
   shop.folder.write("Posdata/FastMovers1.txt", "kept");
   shop.touchSettings("; kept\r\n[SETTINGS]\r\nSCREEN1=Counter\r\nAUTOFILL=0\r\n[Other]\r\na=b\r\n");
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   user.pick("cbLevel", 2);
   user.focus("txtName");
   user.type(u"  Lunch at the bar  ");
@@ -70,7 +70,7 @@ TEST(Levels, SaveWritesTheLevelAndItsTrimmedNameAndNothingElse) {
 TEST(Levels, ASaveRightAfterTheStartEmptiesTheStoredName) {
   Shop shop;
   shop.touchSettings("[SETTINGS]\r\nSCREEN1=Counter\r\n");
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   shop.save(user);
   EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nSCREEN1=\r\n");
 }
@@ -78,7 +78,7 @@ TEST(Levels, ASaveRightAfterTheStartEmptiesTheStoredName) {
 TEST(Levels, ALoadRestoresNoFontColourAndASaveWritesTheOneOnTheScreen) {
   Shop shop;
   shop.folder.write("Posdata/FastMovers1.txt", layoutFrom(1, "16711680,255"));
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   const auto saved = shop.save(user);
   EXPECT_EQ(saved[62], "62,63,P63,16711680,-2147483630");
 }
@@ -87,7 +87,7 @@ TEST(Levels, AResetLeavesTheIdsSoThatASaveWritesThemBesideEmptyCaptions) {
   Shop shop;
   shop.folder.write("Posdata/FASTMOVERS1.txt", layoutFrom(1, "255,0"));
   shop.touchSettings("[SETTINGS]\r\nSCREEN1=Counter\r\n");
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   shop.host.answers = {process::kNo, process::kYes, process::kYes};
   user.click("cmdResetAll");
   ASSERT_EQ(shop.host.messages.size(), 1U);
@@ -108,7 +108,7 @@ TEST(Levels, AResetLeavesTheIdsSoThatASaveWritesThemBesideEmptyCaptions) {
 TEST(Levels, AFileThatCanNotBeWrittenOrDeletedEndsTheProgram) {
   {
     Shop shop;
-    const WindowDriver user = shop.open();
+    WindowDriver user = shop.open();
     std::filesystem::remove(shop.folder.posdata());
     user.click("cmdSave");
     EXPECT_EQ(shop.failure(), 76);
@@ -116,7 +116,7 @@ TEST(Levels, AFileThatCanNotBeWrittenOrDeletedEndsTheProgram) {
   {
     Shop shop;
     shop.folder.write("Posdata/FastMovers1.txt", layoutFrom(1, "255,0"));
-    const WindowDriver user = shop.open();
+    WindowDriver user = shop.open();
     std::filesystem::permissions(shop.folder.posdata(), std::filesystem::perms(0555));
     shop.host.answers = {process::kYes};
     {
@@ -134,7 +134,7 @@ TEST(Levels, AWriteThatFailsLeavesTheLinesBeforeItAndNoName) {
   Shop shop;
   shop.touchSettings("[SETTINGS]\r\nSCREEN1=Counter\r\n");
   shop.folder.write("Posdata/FastMovers1.txt", layoutFrom(1, "255,0"));
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   support::FileFaults faults;
   faults.cutAtChange(0, 10);
   user.click("cmdSave");

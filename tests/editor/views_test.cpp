@@ -11,7 +11,7 @@ using support::WindowDriver;
 
 namespace {
 
-std::pair<int, int> place(const WindowDriver& user, const std::string& control) {
+std::pair<int, int> place(WindowDriver& user, const std::string& control) {
   return {user.control(control).x(), user.control(control).y()};
 }
 
@@ -23,7 +23,7 @@ TEST(Views, AnyOtherTextThanNoughtOpensTheAutofillViewOnTheStockRows) {
   shop.names[2] = std::nullopt;
   shop.names[3] = u"A stock description of more than thirty characters";
   shop.folder.write("Posdata/FastMovers1.txt", "0,900,From the file,255,0\r\n1,x");
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   EXPECT_EQ(caption(user, key(0)), "From the file");
   EXPECT_EQ(caption(user, key(1)), "Key 1") << "a free slot gives an empty caption";
   EXPECT_EQ(caption(user, key(2)), "A stock description of more than thirty characters");
@@ -47,7 +47,7 @@ TEST(Views, AnyOtherTextThanNoughtOpensTheAutofillViewOnTheStockRows) {
 
 TEST(Views, TickingArrangesAtOnceAndClearingRestoresNothing) {
   Shop shop;
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   EXPECT_EQ(place(user, key(9)), (std::pair{2 * 90, 72}));
   user.pick("cbLevel", 2);
   user.click("Check1");
@@ -73,7 +73,7 @@ TEST(Views, ALevelWithFewerThanSixtyThreeRowsEndsTheProgram) {
   Shop shop;
   shop.missingStock = {100};
   shop.touchSettings("[SETTINGS]\r\nAUTOFILL=1\r\n");
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   user.pick("cbLevel", 1);
   EXPECT_EQ(shop.failure(), 3021);
   EXPECT_EQ(caption(user, key(0)), "Key 0") << "cleared before the failure, and not filled";
@@ -98,7 +98,7 @@ TEST(Views, AStartThatFailsShowsNoScreen) {
     EXPECT_EQ(shop.failure(), bad.error) << bad.touch << bad.settings;
     EXPECT_FALSE(WindowDriver::isShown("frmMain"));
   }
-  Shop elsewhere;
+  Shop elsewhere;  // a store folder that isn't there
   elsewhere.folder.write(elsewhere.folder.settingsFolder() / "tavenor.ini",
                          "[comms]\nstorename=Nowhere\n");
   elsewhere.start();
@@ -109,7 +109,7 @@ TEST(Views, AStartThatFailsShowsNoScreen) {
 TEST(HandOff, BothOrdersAreWrittenBeforeTheProgramStarts) {
   Shop shop;
   shop.folder.write("TAVENOR_Comms.exe", "");
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   user.click("cmdUpdate");
   ASSERT_EQ(shop.host.started.size(), 1U);
   EXPECT_EQ(shop.host.started[0].program, shop.folder.path() / "TAVENOR_Comms.exe");
@@ -119,17 +119,20 @@ TEST(HandOff, BothOrdersAreWrittenBeforeTheProgramStarts) {
   user.click("cmdUpdate");
   EXPECT_EQ(shop.host.started.size(), 2U);
   EXPECT_EQ(shop.failure(), 0);
+}
 
-  Shop without;
-  without.host.startFailure = runtime::RunTimeError(runtime::ErrorNumber::FileNotFound);
-  without.open().click("cmdUpdate");
-  EXPECT_EQ(without.failure(), 53);
-  EXPECT_EQ(without.setting("FORMTOOPEN"), "UPDATEPOS");
+TEST(HandOff, WithoutTheProgramItFailsWithBothOrdersWritten) {
+  Shop shop;
+  shop.host.startFailure = runtime::RunTimeError(runtime::ErrorNumber::FileNotFound);
+  shop.open().click("cmdUpdate");
+  EXPECT_EQ(shop.failure(), 53);
+  EXPECT_EQ(shop.setting("UPDATE"), "PROGRAMDATA");
+  EXPECT_EQ(shop.setting("FORMTOOPEN"), "UPDATEPOS");
 }
 
 TEST(HandOff, ExitSavesAndAsksNothing) {
   Shop shop;
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   user.drop(key(5), support::entry(u"Tea", 77));
   user.click("cmdClose");
   EXPECT_EQ(shop.host.endStatus, 0);

@@ -45,10 +45,10 @@ const std::vector<Fault> kFaults{
      std::string("29,77,T\n") + '\0' + "\x1a" + "ea,65280,0", "", 65280, 0, ""},
 };
 
-std::string fileWith(const Fault& fault, int keys, const char* end = "\r\n") {
+std::string fileWith(const std::string& line, int keys, const char* end = "\r\n") {
   std::string bytes;
   for (int i = 0; i < keys; ++i)
-    bytes += (i == kFaulty ? fault.line : std::to_string(i) + ",1,Good,255,0") + end;
+    bytes += (i == kFaulty ? line : std::to_string(i) + ",1,Good,255,0") + end;
   return bytes;
 }
 
@@ -58,8 +58,8 @@ TEST(LayoutFaults, TheLevelledEditorStopsSilentlyWithTheKeyAtHandHalfApplied) {
   for (const Fault& fault : kFaults) {
     SCOPED_TRACE(fault.name);
     Shop shop;
-    shop.folder.write("Posdata/FastMovers1.txt", fileWith(fault, 63));
-    const WindowDriver user = shop.open();
+    shop.folder.write("Posdata/FastMovers1.txt", fileWith(fault.line, 63));
+    WindowDriver user = shop.open();
     ASSERT_EQ(shop.failure(), 0);
     EXPECT_EQ(caption(user, key(28)), "Good");
     EXPECT_EQ(caption(user, key(30)), fault.error == 0 ? "Good" : "Key 30");
@@ -82,7 +82,7 @@ TEST(LayoutFaults, TheLargeEditorEndsAtTheLineAndNeverShows) {
     SCOPED_TRACE(fault.name);
     Shop shop;
     shop.folder.write("Posdata/Posconfig.ini", "[GENERAL]\r\nLOAD_FASTMOVERS_LARGE=1\r\n");
-    shop.folder.write("Posdata/fastmovers.txt", fileWith(fault, 108, "\r"));
+    shop.folder.write("Posdata/fastmovers.txt", fileWith(fault.line, 108, "\r"));
     shop.start();
     EXPECT_EQ(shop.failure(), fault.error);
     EXPECT_EQ(WindowDriver::isShown("frmMainBig"), fault.error == 0);
@@ -92,9 +92,8 @@ TEST(LayoutFaults, TheLargeEditorEndsAtTheLineAndNeverShows) {
 TEST(LayoutFaults, TooFewLinesStopTheOneAndEndTheOther) {
   for (const int count : {0, 10, 62, 63, 200}) {
     Shop shop;
-    shop.folder.write("Posdata/FastMovers1.txt",
-                      fileWith({.name = "", .line = "29,1,Good,255,0"}, count));
-    const WindowDriver user = shop.open();
+    shop.folder.write("Posdata/FastMovers1.txt", fileWith("29,1,Good,255,0", count));
+    WindowDriver user = shop.open();
     EXPECT_EQ(shop.failure(), 0);
     if (count > 0) {
       EXPECT_EQ(caption(user, key(std::min(count, 63) - 1)), "Good");
@@ -106,8 +105,7 @@ TEST(LayoutFaults, TooFewLinesStopTheOneAndEndTheOther) {
   for (const int count : {0, 107}) {
     Shop shop;
     shop.folder.write("Posdata/Posconfig.ini", "[GENERAL]\r\nLOAD_FASTMOVERS_LARGE=00\r\n");
-    shop.folder.write("Posdata/FastMovers.txt",
-                      fileWith({.name = "", .line = "29,1,Good,255,0"}, count));
+    shop.folder.write("Posdata/FastMovers.txt", fileWith("29,1,Good,255,0", count));
     shop.start();
     EXPECT_EQ(shop.failure(), 62);
     EXPECT_FALSE(WindowDriver::isShown("frmMainBig"));

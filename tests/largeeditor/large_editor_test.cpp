@@ -11,59 +11,67 @@ using support::WindowDriver;
 
 namespace {
 
-class LargeEditor : public testing::Test {
- protected:
-  LargeEditor() {
-    shop.folder.write("Posdata/Posconfig.ini", "[GENERAL]\r\nLOAD_FASTMOVERS_LARGE=\r\n");
+struct LargeShop : Shop {
+  explicit LargeShop(std::string_view setting = "=") {
+    folder.write("Posdata/Posconfig.ini",
+                 std::string("[GENERAL]\r\nLOAD_FASTMOVERS_LARGE").append(setting));
   }
-  std::vector<std::string> save(const WindowDriver& user) {
-    return shop.save(user, "FastMovers.txt");
-  }
-
-  Shop shop;
+  std::vector<std::string> save(WindowDriver& user) { return Shop::save(user, "FastMovers.txt"); }
 };
 
 }  // namespace
 
-TEST_F(LargeEditor, RowsAreTheIdInTenCharactersAndTheWholeName) {
+TEST(LargeEditor, RowsAreTheIdInTenCharactersAndTheWholeName) {
+  LargeShop shop;
   shop.names[7] = u"Apple " + std::u16string(54, u'x');
   shop.names[142] = u"Apple";
-  const WindowDriver user = shop.open("frmMainBig");
+  WindowDriver user = shop.open("frmMainBig");
   const auto entries = user.entries("List1");
   EXPECT_EQ(entries[0], u"142       Apple");
   EXPECT_EQ(entries[1], u"7         Apple " + std::u16string(54, u'x'));
   EXPECT_EQ(entries.size(), 197U);
 }
 
-TEST_F(LargeEditor, ItemsComeWholeAndADropLeavesTheCurrentKey) {
+TEST(LargeEditor, ItemsComeWholeAndADropLeavesTheCurrentKey) {
+  LargeShop shop;
   shop.names[7] = u"Apple, " + std::u16string(50, u'x');
-  const WindowDriver user = shop.open("frmMainBig");
+  WindowDriver user = shop.open("frmMainBig");
   user.click(key(7));
   EXPECT_TRUE(user.drop(key(107), u" 42       Tea "));
   user.doubleClickRow("List1", 0);
   user.doubleClick(key(40));  // just a click: no sheet opens
   EXPECT_FALSE(WindowDriver::isShown("frmAddPlu"));
-  const auto saved = save(user);
+  const auto saved = shop.save(user);
   ASSERT_EQ(saved.size(), 108U);
   EXPECT_EQ(saved[7], "7,7,Apple, " + std::string(50, 'x') + ",-2147483633,-2147483630");
   EXPECT_EQ(saved[107], "107,42,Tea ,-2147483633,-2147483630");
   EXPECT_EQ(saved[0], "0,,,-2147483633,-2147483630");
   EXPECT_FALSE(shop.folder.read("Posdata/FastTouchButtons.ini"));
   user.doubleClickRow("List1", 1);
-  EXPECT_EQ(save(user)[40].substr(0, 6), "40,1,I") << "the double click made its key current";
-  // At the next start the name's comma ends the program: what is behind it is no number.
-  Shop next;
-  next.folder.write("Posdata/Posconfig.ini", "[GENERAL]\r\nLOAD_FASTMOVERS_LARGE=1\r\n");
+  EXPECT_EQ(shop.save(user)[40].substr(0, 6), "40,1,I") << "the double click made its key current";
+}
+
+TEST(LargeEditor, ACommaInANameEndsTheNextStart) {
+  std::vector<std::string> saved;
+  {
+    LargeShop shop;
+    shop.names[7] = u"Apple, green";
+    WindowDriver user = shop.open("frmMainBig");
+    user.doubleClickRow("List1", 0);
+    saved = shop.save(user);
+  }
+  LargeShop next("=1");
   next.folder.write("Posdata/FastMovers.txt", support::lines(saved));
   next.start();
   EXPECT_EQ(next.failure(), 13);
 }
 
-TEST_F(LargeEditor, TheFilesIdsAreKeptAsTheyStandAndFontColoursDoNotComeBack) {
+TEST(LargeEditor, TheFilesIdsAreKeptAsTheyStandAndFontColoursDoNotComeBack) {
+  LargeShop shop;
   std::vector<std::string> texts;
   for (int i = 0; i < 108; ++i) texts.push_back("x,  77 , Tea ,255,65280");
   shop.folder.write("Posdata/FASTMOVERS.TXT", support::lines(texts));
-  const WindowDriver user = shop.open("frmMainBig");
+  WindowDriver user = shop.open("frmMainBig");
   shop.host.colours = {0x00FF00};
   user.click(key(3));
   user.click("cmdSelCol");
@@ -81,27 +89,29 @@ TEST_F(LargeEditor, TheFilesIdsAreKeptAsTheyStandAndFontColoursDoNotComeBack) {
   EXPECT_EQ(saved[5], "5,,,16777215,-2147483630");
 }
 
-TEST_F(LargeEditor, ADroppedTextFailsByItsOwnOrderOfSteps) {
+TEST(LargeEditor, ADroppedTextFailsByItsOwnOrderOfSteps) {
   struct Case {
     std::u16string text;
     int error;
   };
   for (const Case& bad : {Case{u"", 13}, Case{u"no number at all", 13}, Case{u"12345", 5},
                           Case{u"40000     Tea", 6}, Case{u"4000000000Tea", 6}}) {
-    Shop other;
-    other.folder.write("Posdata/Posconfig.ini", "[GENERAL]\r\nLOAD_FASTMOVERS_LARGE=2\r\n");
-    const WindowDriver user = other.open("frmMainBig");
+    LargeShop other("=2");
+    WindowDriver user = other.open("frmMainBig");
     user.drop(key(3), bad.text);
     EXPECT_EQ(other.failure(), bad.error);
     EXPECT_EQ(caption(user, key(3)), "Key 3");
   }
-  const WindowDriver user = shop.open("frmMainBig");
-  user.doubleClickRow("List1", 5000);
+  LargeShop shop;
+  shop.slotCount = 3;  // leaves empty ground below the last row
+  WindowDriver user = shop.open("frmMainBig");
+  user.doubleClickRow("List1", 3);
   EXPECT_EQ(shop.failure(), 5);
 }
 
-TEST_F(LargeEditor, TheTabKeyLeavesTheKeysForTheCommandsAndComesBack) {
-  const WindowDriver user = shop.open("frmMainBig");
+TEST(LargeEditor, TheTabKeyLeavesTheKeysForTheCommandsAndComesBack) {
+  LargeShop shop;
+  WindowDriver user = shop.open("frmMainBig");
   EXPECT_TRUE(user.hasFocus("List1"));
   user.tab();
   EXPECT_TRUE(user.hasFocus(key(0)));
@@ -115,8 +125,9 @@ TEST_F(LargeEditor, TheTabKeyLeavesTheKeysForTheCommandsAndComesBack) {
   EXPECT_TRUE(user.hasFocus(key(63)));
 }
 
-TEST_F(LargeEditor, TheFrameEndsItWithNothingSaved) {
-  const WindowDriver user = shop.open("frmMainBig");
+TEST(LargeEditor, TheFrameEndsItWithNothingSaved) {
+  LargeShop shop;
+  WindowDriver user = shop.open("frmMainBig");
   user.drop(key(3), u"77        Tea");
   user.close();
   EXPECT_FALSE(WindowDriver::isShown("frmMainBig"));

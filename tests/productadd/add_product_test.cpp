@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <Qt>
 #include <functional>
 
 #include "shared/mdOpenDatabase.h"
@@ -37,13 +38,15 @@ std::u16string flags(int id) {
 }
 
 // Double-clicks a key and lets the user act on the sheet that opens.
-void onSheet(const WindowDriver& user, int index,
-             const std::function<void(const WindowDriver&)>& act) {
-  support::soon([&] { act(WindowDriver("frmAddPlu")); });
+void onSheet(WindowDriver& user, int index, const std::function<void(WindowDriver&)>& act) {
+  support::soon([&] {
+    WindowDriver sheet("frmAddPlu");
+    act(sheet);
+  });
   user.doubleClick(key(index));
 }
 
-void typeProduct(const WindowDriver& sheet, std::u16string_view name, std::u16string_view price) {
+void typeProduct(WindowDriver& sheet, std::u16string_view name, std::u16string_view price) {
   sheet.type(name);
   sheet.key(Qt::Key_Return);
   sheet.type(price);
@@ -54,8 +57,8 @@ void typeProduct(const WindowDriver& sheet, std::u16string_view name, std::u16st
 
 TEST(AddProduct, TheLowestFreeSlotIsFilledAndTheProductStandsOnTheKey) {
   Shop shop;
-  const WindowDriver user = shop.open();
-  onSheet(user, 9, [](const WindowDriver& sheet) {
+  WindowDriver user = shop.open();
+  onSheet(user, 9, [](WindowDriver& sheet) {
     typeProduct(sheet, u"  Iced \u00e9clair, 'large'  ", u"12.50abc");
     sheet.key(Qt::Key_Return);  // past the department
     sheet.key(Qt::Key_Return);
@@ -76,21 +79,21 @@ TEST(AddProduct, TheLowestFreeSlotIsFilledAndTheProductStandsOnTheKey) {
 
 TEST(AddProduct, ClosingWithoutAddingPlacesTheLastAddedProductAgain) {
   Shop shop;
-  const WindowDriver user = shop.open();
-  const auto close = [](const WindowDriver& sheet) { sheet.click("cmdClose"); };
+  WindowDriver user = shop.open();
+  const auto close = [](WindowDriver& sheet) { sheet.click("cmdClose"); };
   onSheet(user, 1, close);
   EXPECT_EQ(caption(user, key(1)), "Key 1") << "nothing was added in this run";
-  onSheet(user, 2, [](const WindowDriver& sheet) {
+  onSheet(user, 2, [](WindowDriver& sheet) {
     typeProduct(sheet, u"Tea", u"2,50");
     sheet.click("cmdSave");
   });
   EXPECT_EQ(stored(u"tblStock", u"price", 100), u"2");
   onSheet(user, 3, close);
-  onSheet(user, 4, [](const WindowDriver& sheet) {
+  onSheet(user, 4, [](WindowDriver& sheet) {
     typeProduct(sheet, u"half typed", u"1");
     sheet.close();
   });
-  onSheet(user, 5, [](const WindowDriver& sheet) {
+  onSheet(user, 5, [](WindowDriver& sheet) {
     typeProduct(sheet, u"", u"");  // an empty name uses a slot up, and changes no key
     sheet.click("cmdSave");
   });
@@ -107,8 +110,8 @@ TEST(AddProduct, ClosingWithoutAddingPlacesTheLastAddedProductAgain) {
 
 TEST(AddProduct, APickedDepartmentIsLookedUpByItsName) {
   Shop shop;
-  const WindowDriver user = shop.open();
-  onSheet(user, 1, [](const WindowDriver& sheet) {
+  WindowDriver user = shop.open();
+  onSheet(user, 1, [](WindowDriver& sheet) {
     typeProduct(sheet, u"Tea", u"");
     sheet.key(Qt::Key_Space);
     sheet.key(Qt::Key_Down);
@@ -124,8 +127,8 @@ TEST(AddProduct, APickedDepartmentIsLookedUpByItsName) {
 TEST(AddProduct, WithoutAFreeSlotItSaysSoAndTheSheetClosesAllTheSame) {
   Shop shop;
   for (const int id : {100, 130, 195}) shop.names[id] = u"taken";
-  const WindowDriver user = shop.open();
-  onSheet(user, 1, [](const WindowDriver& sheet) {
+  WindowDriver user = shop.open();
+  onSheet(user, 1, [](WindowDriver& sheet) {
     typeProduct(sheet, u"Tea", u"1");
     sheet.click("cmdSave");
   });
@@ -142,8 +145,8 @@ TEST(AddProduct, WithoutAFreeSlotItSaysSoAndTheSheetClosesAllTheSame) {
 TEST(AddProduct, WithoutAProductRowItFailsWithTheStockRowFilled) {
   Shop shop;
   shop.missingPlu = {100};
-  const WindowDriver user = shop.open();
-  onSheet(user, 1, [](const WindowDriver& sheet) {
+  WindowDriver user = shop.open();
+  onSheet(user, 1, [](WindowDriver& sheet) {
     typeProduct(sheet, u"Tea", u"1");
     sheet.click("cmdSave");
   });

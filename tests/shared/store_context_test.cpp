@@ -31,7 +31,7 @@ TEST(StoreContext, WithoutAStoreNameTheDatabaseLiesInTheStoresFolderItself) {
   shop.writeStore();
   std::filesystem::rename(shop.storeFile(), shop.folder.path() / "Stores" / "master.MDB");
   shop.folder.write(shop.folder.settingsFolder() / "tavenor.ini", "[other]\nstorename=Demo\n");
-  const WindowDriver user = shop.open();
+  WindowDriver user = shop.open();
   EXPECT_FALSE(user.entries("List1").empty());
   EXPECT_EQ(mdOpenDatabase::StoreFolder.substr(mdOpenDatabase::StoreFolder.size() - 8),
             u"\\Stores\\");

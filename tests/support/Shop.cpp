@@ -96,9 +96,9 @@ void Shop::writeStore() {
   for (const auto& [id, name] : kDepartments) departments.row({id, textOrNull(name)});
 
   std::map<std::int32_t, std::optional<std::u16string>> products;
-  for (std::int32_t id = 1; id <= slots; ++id) products[id] = u"Item " + runtime::toText(id);
+  for (std::int32_t id = 1; id <= slotCount; ++id) products[id] = u"Item " + runtime::toText(id);
   for (const std::int32_t free : {100, 130, 195})
-    if (free <= slots) products[free] = std::nullopt;
+    if (free <= slotCount) products[free] = std::nullopt;
   for (const auto& [id, name] : names) products[id] = name;
   constexpr std::int16_t kOff = 0;
   for (const auto& [id, name] : products) {
@@ -165,7 +165,7 @@ std::vector<std::string> Shop::layout(std::string_view file) const {
   return found;
 }
 
-std::vector<std::string> Shop::save(const WindowDriver& user, std::string_view file) {
+std::vector<std::string> Shop::save(WindowDriver& user, std::string_view file) {
   user.click("cmdSave");
   EXPECT_EQ(failure(), 0) << "the save failed";
   EXPECT_FALSE(WindowDriver::isShown("frmSaved"));

@@ -34,7 +34,7 @@ class Shop {
   /// Ids that `tblStock` or `tblPlu` lacks.
   std::vector<std::int32_t> missingStock;
   std::vector<std::int32_t> missingPlu;
-  std::int32_t slots = 200;
+  std::int32_t slotCount = 200;
 
   /// Writes the store file as described so far; `open` does so when there is none yet.
   void writeStore();
@@ -52,7 +52,7 @@ class Shop {
 
   /// Presses Save, waits for the notice to go, and gives the lines of the layout file without their
   /// ends. Fails the test where a line doesn't end with CR LF.
-  std::vector<std::string> save(const WindowDriver& user,
+  std::vector<std::string> save(WindowDriver& user,
                                 std::string_view file = "FastMovers1.txt");
   std::vector<std::string> layout(std::string_view file) const;
 

@@ -85,13 +85,13 @@ void MyButton::Face::paintEvent(QPaintEvent*) {
   forms::Colour text = button_.forecolor_;
   if (held_) {
     back = button_.backcolordown_;
-    text = button_.forecolordown_;
+    text = button_.forecolordown_.value_or(text);
   } else if (hovered_) {
-    back = button_.backcolorover_;
-    text = button_.forecolorover_;
+    back = button_.backcolorover_.value_or(back);
+    text = button_.forecolorover_.value_or(text);
   } else if (hasFocus()) {
-    back = button_.backcolorfocus_;
-    text = button_.forecolorfocus_;
+    back = button_.backcolorfocus_.value_or(back);
+    text = button_.forecolorfocus_.value_or(text);
   }
   qt::KeyLook look;
   look.back = qt::drawnColour(back, palette());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -40,11 +41,11 @@ class MyButton : public forms::Control {
   forms::Colour backcolor() const { return backcolor_; }
   forms::Colour forecolor() const { return forecolor_; }
   forms::Colour backcolordown() const { return backcolordown_; }
-  forms::Colour backcolorfocus() const { return backcolorfocus_; }
-  forms::Colour backcolorover() const { return backcolorover_; }
-  forms::Colour forecolordown() const { return forecolordown_; }
-  forms::Colour forecolorfocus() const { return forecolorfocus_; }
-  forms::Colour forecolorover() const { return forecolorover_; }
+  forms::Colour backcolorfocus() const { return backcolorfocus_.value_or(kDefaultBackColour); }
+  forms::Colour backcolorover() const { return backcolorover_.value_or(kDefaultBackColour); }
+  forms::Colour forecolordown() const { return forecolordown_.value_or(kDefaultForeColour); }
+  forms::Colour forecolorfocus() const { return forecolorfocus_.value_or(kDefaultForeColour); }
+  forms::Colour forecolorover() const { return forecolorover_.value_or(kDefaultForeColour); }
   const ButtonFont& font() const { return font_; }
   std::int16_t oledropmode() const { return oledropmode_; }
   bool showfocus() const { return showfocus_; }
@@ -89,11 +90,12 @@ class MyButton : public forms::Control {
   forms::Colour backcolor_ = kDefaultBackColour;
   forms::Colour forecolor_ = kDefaultForeColour;
   forms::Colour backcolordown_ = kStoredBackColourDown;
-  forms::Colour backcolorfocus_ = kDefaultBackColour;
-  forms::Colour backcolorover_ = kDefaultBackColour;
-  forms::Colour forecolordown_ = kDefaultForeColour;
-  forms::Colour forecolorfocus_ = kDefaultForeColour;
-  forms::Colour forecolorover_ = kDefaultForeColour;
+  // A state colour that nothing has set reads as the default, and is painted as the colour at rest.
+  std::optional<forms::Colour> backcolorfocus_;
+  std::optional<forms::Colour> backcolorover_;
+  std::optional<forms::Colour> forecolordown_;
+  std::optional<forms::Colour> forecolorfocus_;
+  std::optional<forms::Colour> forecolorover_;
   ButtonFont font_;
   std::int16_t oledropmode_ = forms::kDropNone;
   bool showfocus_;

@@ -24,12 +24,14 @@ class World:
 class Program:
     """The program under test, started in a shop on a desktop."""
 
-    def __init__(self, shop, desktop=None, user=None, command=None):
+    def __init__(self, shop, desktop=None, user=None, environment=None):
         self.shop = shop
         self.desktop = desktop or World.desktop
+        self.scale = float((environment or {}).get("QT_SCALE_FACTOR", 1))
         environment = {**self.desktop.environment, "XDG_CONFIG_HOME": str(shop.settings),
-                       "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "LC_ALL": "C.UTF-8"}
-        command = command or [str(shop.program)]
+                       "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "LC_ALL": "C.UTF-8",
+                       **(environment or {})}
+        command = [str(shop.program)]
         if user is not None:
             command = ["setpriv", f"--reuid={user}", f"--regid={user}", "--clear-groups", *command]
             environment["HOME"] = environment["XDG_RUNTIME_DIR"] = str(shop.folder)
@@ -60,6 +62,10 @@ class Program:
             os.killpg(self.process.pid, signal.SIGKILL)
         self.process.wait()
         self._errors.close()
+
+    def box(self, node):
+        """Left, top, width and height of a part of its screens, in pixels of the display."""
+        return tuple(round(value * self.scale) for value in node.box())
 
     def windows(self):
         """All windows that it shows now, pop-ups and the picture of a drag among them."""
@@ -110,12 +116,17 @@ class Screen:
             self.node = program.top(lambda node: node.name == title, f"the screen {title!r}")
         wait_until(lambda: self._settled(seen), f"{title!r} to stand still")
         self.left, self.top, self.width, self.height = self.desktop.origin(self.window)
+        self.twip = 1 / controls.TWIPS  # in pixels of the display
+        if program.scale != 1:
+            self.twip = self.program.box(self.find(name="Save"))[2] / table["cmdSave"][2]
 
     def _settled(self, seen):
         """The window manager has placed the window where the program thinks it is."""
         box = self.desktop.origin(self.window)
-        return (tuple(alive(self.node.box) or ()) == box if seen else
-                box[2] == self.desktop.width)
+        if not seen:
+            return box[2] == self.desktop.width
+        told = alive(lambda: self.program.box(self.node))
+        return told and all(abs(one - other) <= 1 for one, other in zip(told, box))
 
     def windows(self):
         return self.program.windows()
@@ -129,8 +140,8 @@ class Screen:
     def point(self, control, across=0.5, down=0.5):
         """A place on a control, as pixels of the screen; by default its middle."""
         left, top, width, height = self.table[control]
-        return (self.left + round((left + width * across) / controls.TWIPS),
-                self.top + round((top + height * down) / controls.TWIPS))
+        return (self.left + round((left + width * across) * self.twip),
+                self.top + round((top + height * down) * self.twip))
 
     def move(self, control, across=0.5, down=0.5):
         self.desktop.hand("mousemove", *self.point(control, across, down))
@@ -178,10 +189,10 @@ class Screen:
     def item_point(self, row):
         """Scrolls an entry into view if need be, and gives a place on it."""
         node = self.item_list()
-        left, top, width, height = node.box()
+        left, top, width, height = self.program.box(node)
 
         def place():
-            x, y, w, h = node.child(row).box()
+            x, y, w, h = self.program.box(node.child(row))
             return x + min(w, width) // 3, y + h // 2
 
         while True:
@@ -239,7 +250,7 @@ class Screen:
         x, y = self.point(control)
         for node in self.node.walk():
             if node.role == "combo box":
-                left, top, width, height = node.box()
+                left, top, width, height = self.program.box(node)
                 if left < x < left + width and top < y < top + height:
                     return node.description
         return None
@@ -300,7 +311,7 @@ class Case(unittest.TestCase):
         """Clicks a button of a message box."""
         node = wait_until(lambda: alive(lambda: box.find(role="push button", name=button)),
                           f"the button {button!r}")
-        left, top, width, height = node.box()
+        left, top, width, height = program.box(node)
         program.desktop.hand("mousemove", left + width // 2, top + height // 2, "click", 1)
 
     def ends_fatally(self, program, number, text):

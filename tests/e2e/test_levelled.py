@@ -154,7 +154,7 @@ class DayOfWork(Case):
         screen.alone()
         self.assertEqual(self.shop.layout(1), layout({}, back=BUTTON_FACE))
         reaches("Exit", "Tab")
-        for name in ("Select a department", "Autofill the blocks", "1", "Level Name",
+        for name in ("Select a department", "Autofill the blocks", "Level", "Level Name",
                      "Reset All Buttons", "Update POS", "Ignore items with barcodes", "Key 0"):
             reaches(name, "Tab")
 

@@ -163,11 +163,15 @@ class Screen:
     def keys(self, *names):
         self.desktop.hand("key", "--delay", 20, *names)
 
-    def choose(self, control, index):
+    def pick(self, control, index):
         """Opens a drop-down list by the mouse and takes an entry by the keyboard."""
         self.click(control)
         wait_until(lambda: len(self.windows()) == 2, f"the entries of {control}")
         self.keys("Home", *["Down"] * index, "Return")
+
+    def choose(self, control, index):
+        """Picks an entry, and waits for the list to close."""
+        self.pick(control, index)
         self.alone()
 
     def save(self):
@@ -219,6 +223,7 @@ class Screen:
         self.start_drag(row)
         x, y = self.point(control)
         self.desktop.hand("mousemove", x + 9, y + 9, "mousemove", x, y, "mouseup", 1)
+        self.alone()
 
     # The eye
 

@@ -51,22 +51,22 @@ class BadStore(Case):
 
 
 class ShortStock(Case):
-    store = ("--slots", "188")
+    store = ("--slots", "200", "--products", "60", "--missing-stock", "189")
 
     def test_a_level_of_the_autofill_view_with_62_rows_is_fatal(self):
         (self.shop.posdata / "FastTouchButtons.ini").write_bytes(b"[SETTINGS]\r\nAUTOFILL=1\r\n")
         screen = self.levelled()
-        screen.choose("cbLevel", 2)
+        screen.pick("cbLevel", 2)
         self.ends_fatally(screen.program, 3021, "Either BOF or EOF is True")
 
 
 class BadDepartment(Case):
-    store = ("--departments", "3", "--department-names", "Chef's choice,Bar,Cafe")
+    store = ("--department", "1=Bar", "--department", "2=Chef's choice", "--department", "3=Deli")
 
     def test_an_apostrophe_in_a_department_breaks_the_statement(self):
         screen = self.levelled()
         before = self.shop.files()
-        screen.choose("cbDept", 2)
+        screen.pick("cbDept", 1)
         self.ends_fatally(screen.program, -2147217900, "Syntax error")
         self.assertEqual(self.shop.files(), before)
 

@@ -107,6 +107,11 @@ void ByteFile::writeAt(std::uint64_t offset, std::span<const std::uint8_t> bytes
   if (done < bytes.size()) fail(ENOSPC);
 }
 
+void ByteFile::cutTo(std::uint64_t size) {
+  if (access_ == Access::ReadOnly) fail(EPERM);
+  if (::ftruncate(descriptor_, static_cast<off_t>(size)) != 0) fail(errno);
+}
+
 void ByteFile::close() {
   const int descriptor = descriptor_;
   descriptor_ = -1;

@@ -43,6 +43,8 @@ class ByteFile {
   /// Writes all of `bytes` at `offset`, making the file longer where needed.
   /// Raises 61 (disk full), 57, or 70 on a file opened read-only.
   void writeAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
+  /// Makes the file shorter. Raises 57, or 70 on a file opened read-only.
+  void cutTo(std::uint64_t size);
   /// Closes the file; a failure that the system kept back until now is raised here. Raises 57
   /// or 61.
   void close();

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "platform/jet/engine/Pager.h"
+#include "platform/jet/engine/RowUpdate.h"
 #include "platform/jet/engine/TableSource.h"
 #include "platform/runtime/RunTimeError.h"
 
@@ -63,9 +64,21 @@ std::vector<QueryRow> Database::queryRows(const CatalogObject& object) {
   return session_->catalog.queryRows(object.id);
 }
 
-void Database::update(const Table& table, RowId, std::span<const ColumnValue>,
-                      std::span<const ColumnValue>) {
-  raiseUnsupported(table.source().place(table.definitionPage()), u"updates are not built yet");
+void Database::update(const Table& table, RowId row, std::span<const ColumnValue> changes,
+                      std::span<const ColumnValue> asRead) {
+  Pager& pager = session_->pager;
+  pager.beginUpdate();
+  try {
+    // The definition afresh: another program may have changed it since.
+    const TableSource source(pager, table.name(), table.definitionPage());
+    RowUpdate update(pager, session_->catalog, source, row);
+    update.expect(asRead);
+    update.run(changes);
+  } catch (...) {
+    pager.endUpdate();
+    throw;
+  }
+  pager.endUpdate();
 }
 
 }  // namespace jet

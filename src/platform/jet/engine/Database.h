@@ -10,17 +10,12 @@
 #include <vector>
 
 #include "platform/jet/engine/Catalog.h"
+#include "platform/jet/engine/ColumnValue.h"
 #include "platform/jet/engine/Table.h"
 #include "platform/jet/format/Layout.h"
 #include "platform/jet/format/TextKey.h"
 
 namespace jet {
-
-/// A column's value, by the column's place in `Table::columns()`.
-struct ColumnValue {
-  int column = 0;
-  runtime::Variant value;
-};
 
 /// One session on a store database. While it lives it holds the file's shared lock; only the pages
 /// that are asked for are read. Errors of all members: -2147467259 with the file, table and page

@@ -119,8 +119,16 @@ void Pager::endUpdate() {
 void Pager::write(std::uint32_t number, ByteView page) {
   Bytes encoded(page.begin(), page.end());
   cipherPage(header_.encodingKey, number, encoded);
-  withEngineWords(FileWork::Updating, shownPath_,
-                  [&] { file_->writeAt(std::uint64_t{number} * layout_->pageSize, encoded); });
+  const std::uint64_t offset = std::uint64_t{number} * layout_->pageSize;
+  withEngineWords(FileWork::Updating, shownPath_, [&] {
+    try {
+      file_->writeAt(offset, encoded);
+    } catch (const files::FileError&) {
+      // A full disk may have taken a part of a new page.
+      if (file_->size() > offset && file_->size() < offset + encoded.size()) file_->cutTo(offset);
+      throw;
+    }
+  });
 }
 
 void Pager::sync() {

@@ -1,0 +1,133 @@
+#include "platform/jet/engine/Constraints.h"
+
+#include <algorithm>
+
+#include "platform/jet/engine/IndexTree.h"
+#include "platform/jet/format/IndexKey.h"
+#include "platform/jet/format/LongValue.h"
+#include "platform/jet/format/TextKey.h"
+#include "platform/runtime/RunTimeError.h"
+
+namespace jet {
+namespace {
+
+[[noreturn]] void raise(std::u16string words) {
+  throw runtime::RunTimeError(kEngineError, std::move(words));
+}
+
+std::u16string fieldName(const TableSource& source, const ColumnDefinition& column) {
+  return u"'" + source.name + u"." + column.name + u"'";
+}
+
+bool isEmptyText(const runtime::Variant& value) {
+  const auto* text = std::get_if<std::u16string>(&value.get());
+  return text != nullptr && text->empty();
+}
+
+bool isOn(const RowKey& key, std::span<const ColumnValue> values) {
+  return std::ranges::any_of(key.parts(), [&](const RowKey::Part& part) {
+    return std::ranges::find(values, part.column, &ColumnValue::column) != values.end();
+  });
+}
+
+bool hasNull(const RowKey& key, const Row& row) {
+  return std::ranges::any_of(key.parts(),
+                             [&](const RowKey::Part& part) { return row.isNull(part.column); });
+}
+
+bool isPrimary(const TableSource& source, std::size_t index) {
+  return std::ranges::any_of(source.definition.logicalIndexes, [&](const LogicalIndex& logical) {
+    return logical.index == index && logical.kind == LogicalIndex::Kind::PrimaryKey;
+  });
+}
+
+/// A memo that doesn't lie in its row can't be read before it is written.
+bool keyIsInRow(const TableSource& source, const RowKey& key, const Row& row) {
+  return std::ranges::all_of(key.parts(), [&](const RowKey::Part& part) {
+    const ColumnDefinition& column = source.columns[static_cast<std::size_t>(part.column)];
+    if (!isLongValue(column.type)) return true;
+    const std::optional<ByteView> stored = row.stored(part.column);
+    return !stored || stored->empty() ||
+           LongValueHead::decode(*stored, source.place(row.id().page)).form ==
+               LongValueHead::Form::Inline;
+  });
+}
+
+/// True when another row has this key: its entry stands in the index and isn't a leftover.
+bool isOthersKey(const TableSource& source, std::size_t index, const RowKey& key, ByteView bytes,
+                 RowId own) {
+  IndexWalk walk(source, index, bytes);
+  RowReader reader(source);
+  Bytes rowKey;
+  while (walk.next()) {
+    const ByteView entry = walk.entry();
+    if (compareBytes(entry.first(entry.size() - kEntryRow), bytes) != 0) return false;
+    if (walk.row() == own || !reader.find(walk.row())) continue;
+    if (!key.make(reader.row(), rowKey) || rowKey == Bytes(bytes.begin(), bytes.end())) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+void checkValues(Catalog& catalog, const TableSource& source, std::span<const ColumnValue> values) {
+  const bool anyEmpty = std::ranges::any_of(values, [](const ColumnValue& each) {
+    return each.value.isNull() || isEmptyText(each.value);
+  });
+  if (!anyEmpty) return;
+  const std::vector<PropertyBlock> blocks = catalog.properties(source.definitionPage);
+  for (const ColumnValue& each : values) {
+    const ColumnDefinition& column = source.columns[static_cast<std::size_t>(each.column)];
+    const auto block = std::ranges::find_if(blocks, [&](const PropertyBlock& candidate) {
+      return candidate.type == PropertyBlock::kColumn && sameName(candidate.name, column.name);
+    });
+    const auto flag = [&](std::u16string_view name) {
+      return block != blocks.end() && block->flag(name);
+    };
+    if (each.value.isNull() && flag(u"Required"))
+      raise(u"The field " + fieldName(source, column) +
+            u" cannot contain a Null value because the Required property for this field is set to "
+            u"True.  Enter a value in this field.");
+    if (isEmptyText(each.value) && !flag(u"AllowZeroLength"))
+      raise(u"Field " + fieldName(source, column) + u" cannot be a zero-length string.");
+  }
+}
+
+std::vector<KeyChange> keyChanges(const TableSource& source, const Row& before, const Row& after,
+                                  std::span<const ColumnValue> values) {
+  std::vector<KeyChange> changes;
+  for (std::size_t i = 0; i < source.definition.indexes.size(); ++i) {
+    const IndexDefinition& index = source.definition.indexes[i];
+    const RowKey key(source, i);
+    if (!isOn(key, values)) continue;
+    const Place place = source.place(index.root);
+    if (!key.isSupported())
+      raiseUnsupported(place, u"an index is of a kind whose keys are not known");
+    if ((index.required() || isPrimary(source, i)) && hasNull(key, after))
+      raise(u"Index or primary key cannot contain a Null value.");
+    Bytes bytes;
+    KeyChange change;
+    change.index = i;
+    change.hadEntry = !(index.ignoresNulls() && key.isAllNull(before));
+    if (change.hadEntry && key.make(before, bytes))
+      change.oldEntry = IndexEntry::of(bytes, before.id()).bytes;
+    if (!(index.ignoresNulls() && key.isAllNull(after))) {
+      if (!keyIsInRow(source, key, after))
+        raiseUnsupported(place, u"an index on so long a text is not kept");
+      if (!key.make(after, bytes))
+        raiseUnsupported(place, u"a character has no known place in the order of an index");
+      change.newEntry = IndexEntry::of(bytes, after.id()).bytes;
+      if (index.unique() && change.newEntry != change.oldEntry && !hasNull(key, after) &&
+          isOthersKey(source, i, key, bytes, after.id()))
+        raise(
+            u"The changes you requested to the table were not successful because they would create "
+            u"duplicate values in the index, primary key, or relationship.  Change the data in the "
+            u"field or fields that contain duplicate data, remove the index, or redefine the index "
+            u"to permit duplicate entries and try again.");
+    }
+    changes.push_back(std::move(change));
+  }
+  return changes;
+}
+
+}  // namespace jet

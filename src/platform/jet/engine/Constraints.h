@@ -1,0 +1,35 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "platform/jet/engine/Catalog.h"
+#include "platform/jet/engine/ColumnValue.h"
+#include "platform/jet/engine/RowKey.h"
+#include "platform/jet/engine/TableSource.h"
+#include "platform/jet/format/IndexPage.h"
+
+namespace jet {
+
+/// What a changed row has in one index before and after the change.
+struct KeyChange {
+  std::size_t index = 0;          ///< place among the definition's indexes
+  bool hadEntry = false;          ///< the index has an entry for the old row
+  std::optional<Bytes> oldEntry;  ///< absent where the old row's key is unknown
+  std::optional<Bytes> newEntry;  ///< absent where the index leaves the new row out
+};
+
+/// Raises the engine's error where a column forbids its new value: null, or the empty text.
+void checkValues(Catalog& catalog, const TableSource& source, std::span<const ColumnValue> values);
+
+/// The changes that a row's new bytes mean for the indexes on the changed columns. Raises where a
+/// key can't be made safely, where an index requires a value, and where the key is another row's in
+/// a unique index.
+std::vector<KeyChange> keyChanges(const TableSource& source, const Row& before, const Row& after,
+                                  std::span<const ColumnValue> values);
+
+/// Raises the engine's error where the change would break a relationship.
+void checkRelationships(Catalog& catalog, const TableSource& source, const Row& before,
+                        const Row& after, std::span<const KeyChange> changes);
+
+}  // namespace jet

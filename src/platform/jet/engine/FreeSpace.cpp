@@ -1,0 +1,60 @@
+#include "platform/jet/engine/FreeSpace.h"
+
+#include <algorithm>
+
+#include "platform/jet/engine/PageSet.h"
+
+namespace jet {
+namespace {
+
+/// A page with less room, that of its deleted rows counted in, isn't worth trying.
+constexpr std::size_t kWorthTrying = 100;
+/// The map is a hint only: a new page is cheaper than reading many full ones.
+constexpr std::size_t kMostTries = 32;
+
+}  // namespace
+
+std::vector<std::uint32_t> FreeSpace::candidates() const {
+  std::vector<std::uint32_t> pages =
+      pagesOf(changes_.pager(), owner_.free, source_.place(source_.definitionPage));
+  std::ranges::reverse(pages);  // the newest are the emptiest
+  pages.resize(std::min(pages.size(), kMostTries));
+  return pages;
+}
+
+std::optional<RowPointer> FreeSpace::addTo(std::uint32_t number, ByteView row,
+                                           SlotMark mark) const {
+  Bytes page = *changes_.read(number, source_.place(source_.definitionPage));
+  if (page[0] != static_cast<std::uint8_t>(PageType::Data) || u32At(page, 4) != owner_.owner)
+    return std::nullopt;
+  DataPageEditor rows(changes_.layout(), page, source_.place(number));
+  if (!rows.hasRoomFor(row.size())) rows.squeeze();
+  const std::optional<std::uint8_t> slot = rows.add(row, mark);
+  if (!slot) return std::nullopt;
+  changes_.stage(WriteStep::NewPages, number, std::move(page));
+  return RowPointer{number, *slot};
+}
+
+RowPointer FreeSpace::add(ByteView row, SlotMark mark,
+                          const std::vector<std::uint32_t>& excluded) const {
+  for (const std::uint32_t page : candidates()) {
+    if (std::ranges::find(excluded, page) != excluded.end()) continue;
+    if (const std::optional<RowPointer> at = addTo(page, row, mark)) return *at;
+  }
+  const std::uint32_t page = maps_.takePage();
+  changes_.stage(WriteStep::NewPages, page,
+                 DataPageEditor::newPage(changes_.layout(), owner_.owner));
+  const std::optional<RowPointer> at = addTo(page, row, mark);
+  if (!at) raiseUnsupported(source_.place(page), u"a row is longer than a page");
+  maps_.add(owner_.owned, page, WriteStep::OwnerMaps);
+  if (owner_.free != RowPointer{}) maps_.add(owner_.free, page, WriteStep::OwnerMaps);
+  return *at;
+}
+
+void FreeSpace::note(std::uint32_t number) const {
+  Bytes page = *changes_.read(number, source_.place(source_.definitionPage));
+  const DataPageEditor rows(changes_.layout(), page, source_.place(number));
+  maps_.hint(owner_.free, number, rows.freeBytes() + rows.deadBytes() >= kWorthTrying);
+}
+
+}  // namespace jet

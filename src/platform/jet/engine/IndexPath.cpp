@@ -1,0 +1,77 @@
+#include "platform/jet/engine/IndexPath.h"
+
+#include <algorithm>
+
+#include "platform/jet/engine/IndexTree.h"
+
+namespace jet {
+
+IndexPage openIndexPage(PageChanges& changes, const TableSource& source, std::uint32_t number,
+                        const Place& from) {
+  const Pager::Page page = changes.read(number, from);
+  IndexPage open = IndexPage::decode(changes.layout(), *page, source.place(number));
+  if (open.owner != source.definitionPage)
+    raiseDamaged(source.place(number), u"it belongs to another table's index");
+  return open;
+}
+
+std::size_t placeOf(const IndexPage& page, ByteView entry) {
+  const auto at = std::ranges::partition_point(
+      page.entries, [&](const IndexEntry& each) { return compareBytes(each.bytes, entry) < 0; });
+  return static_cast<std::size_t>(at - page.entries.begin());
+}
+
+bool standsAt(const IndexPage& page, std::size_t at, ByteView entry) {
+  return at < page.entries.size() && compareBytes(page.entries[at].bytes, entry) == 0;
+}
+
+namespace {
+
+/// The leaf in front of the path's by the tree, whatever the leaf itself says; 0 for the first.
+std::uint32_t leafBefore(PageChanges& changes, const TableSource& source, const IndexPath& path) {
+  const auto turn = std::find_if(path.nodes.rbegin(), path.nodes.rend(),
+                                 [](const IndexPath::Node& node) { return node.child > 0; });
+  if (turn == path.nodes.rend()) return 0;
+  std::uint32_t number = turn->page.entries[turn->child - 1].child;
+  std::uint32_t from = turn->number;
+  for (int level = 0; level <= kMostIndexLevels; ++level) {
+    const IndexPage page = openIndexPage(changes, source, number, source.place(from));
+    if (page.leaf) return number;
+    from = number;
+    number = page.tail;
+  }
+  raiseDamaged(source.place(from), u"an index has no leaves");
+}
+
+}  // namespace
+
+IndexPath IndexPath::to(PageChanges& changes, const TableSource& source, std::size_t index,
+                        ByteView entry) {
+  IndexPath path;
+  Bytes bound;  // all entries below the next page are greater
+  std::uint32_t number = source.definition.indexes[index].root;
+  Place from = source.place(source.definitionPage);
+  for (int level = 0; level <= kMostIndexLevels; ++level) {
+    IndexPage page = openIndexPage(changes, source, number, from);
+    const std::size_t dropped = std::erase_if(page.entries, [&](const IndexEntry& each) {
+      return !bound.empty() && compareBytes(each.bytes, bound) <= 0;
+    });
+    path.hadLeftovers = path.hadLeftovers || dropped > 0;
+    from = source.place(number);
+    if (page.leaf) {
+      path.leafNumber = number;
+      path.leaf = std::move(page);
+      // The page that an interrupted split left too long doesn't know the new page in front of it.
+      if (dropped > 0) path.leaf.previous = leafBefore(changes, source, path);
+      return path;
+    }
+    const std::size_t child = placeOf(page, entry);
+    if (child > 0) bound = page.entries[child - 1].bytes;
+    path.nodes.push_back({number, std::move(page), child});
+    const Node& node = path.nodes.back();
+    number = node.followsTail() ? node.page.tail : node.page.entries[child].child;
+  }
+  raiseDamaged(from, u"an index has no leaves");
+}
+
+}  // namespace jet

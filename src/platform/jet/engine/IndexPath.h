@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/jet/engine/PageChanges.h"
+#include "platform/jet/engine/TableSource.h"
+#include "platform/jet/format/IndexPage.h"
+
+namespace jet {
+
+/// The way from an index's root to the leaf where an entry belongs, all pages laid open for change.
+/// Entries that an interrupted split left in a page below what its parent allows are dropped.
+struct IndexPath {
+  struct Node {
+    std::uint32_t number = 0;
+    IndexPage page;
+    std::size_t child = 0;  ///< place of the entry that was followed; behind the last: the tail
+
+    bool followsTail() const { return child == page.entries.size(); }
+  };
+  std::vector<Node> nodes;  ///< from the root down; none where the root is the leaf
+  std::uint32_t leafNumber = 0;
+  IndexPage leaf;
+  bool hadLeftovers = false;  ///< entries were dropped
+
+  static IndexPath to(PageChanges& changes, const TableSource& source, std::size_t index,
+                      ByteView entry);
+};
+
+/// A page of an index of this table. Raises damage where it is something else.
+IndexPage openIndexPage(PageChanges& changes, const TableSource& source, std::uint32_t number,
+                        const Place& from);
+
+/// Where the entry stands, or would stand, among a page's entries.
+std::size_t placeOf(const IndexPage& page, ByteView entry);
+bool standsAt(const IndexPage& page, std::size_t at, ByteView entry);
+
+}  // namespace jet

@@ -1,0 +1,95 @@
+#include <algorithm>
+
+#include "platform/jet/engine/Constraints.h"
+#include "platform/jet/engine/IndexTree.h"
+#include "platform/jet/format/IndexKey.h"
+#include "platform/runtime/RunTimeError.h"
+
+namespace jet {
+namespace {
+
+constexpr std::uint8_t kReferencedSide = 1;
+constexpr std::uint32_t kPageOfId = 0x00FFFFFF;
+
+std::u16string tableName(Catalog& catalog, std::uint32_t definitionPage) {
+  for (const CatalogObject& object : catalog.objects())
+    if (object.kind == ObjectKind::Table &&
+        (static_cast<std::uint32_t>(object.id) & kPageOfId) == definitionPage)
+      return object.name;
+  return {};
+}
+
+/// The place of a relationship's index among the indexes of the other table.
+std::size_t otherIndex(const TableSource& other, const LogicalIndex& relationship) {
+  const auto& all = other.definition.logicalIndexes;
+  const auto found = std::ranges::find(all, relationship.otherIndex, &LogicalIndex::number);
+  if (found == all.end() || found->index >= other.definition.indexes.size())
+    raiseDamaged(other.place(other.definitionPage), u"a relationship lacks its index");
+  return found->index;
+}
+
+/// True when the other table's index has an entry for the values that the row has in its own.
+bool hasMatch(const TableSource& source, std::size_t index, const Row& row,
+              const TableSource& other, std::size_t theirs) {
+  const RowKey own(source, index);
+  const RowKey their(other, theirs);
+  Bytes key;
+  bool made = own.parts().size() == their.parts().size() && their.isSupported();
+  for (std::size_t i = 0; made && i < own.parts().size(); ++i) {
+    const auto place = static_cast<std::size_t>(their.parts()[i].column);
+    const ColumnDefinition& column =
+        source.columns[static_cast<std::size_t>(own.parts()[i].column)];
+    made = column.type == other.columns[place].type &&
+           appendKey(other.version(), other.columns[place], their.parts()[i].ascending,
+                     row.value(own.parts()[i].column), key);
+  }
+  if (!made)
+    raiseUnsupported(source.place(source.definitionPage), u"a relationship can't be checked");
+  IndexWalk walk(other, theirs, key);
+  RowReader reader(other);
+  while (walk.next()) {
+    const ByteView entry = walk.entry();
+    if (compareBytes(entry.first(entry.size() - kEntryRow), key) != 0) return false;
+    Bytes theirKey;
+    if (reader.find(walk.row()) && their.make(reader.row(), theirKey) && theirKey == key)
+      return true;
+  }
+  return false;
+}
+
+bool hasNull(const TableSource& source, std::size_t index, const Row& row) {
+  const RowKey key(source, index);
+  return std::ranges::any_of(key.parts(),
+                             [&](const RowKey::Part& part) { return row.isNull(part.column); });
+}
+
+}  // namespace
+
+void checkRelationships(Catalog& catalog, const TableSource& source, const Row& before,
+                        const Row& after, std::span<const KeyChange> changes) {
+  for (const LogicalIndex& logical : source.definition.logicalIndexes) {
+    if (logical.kind != LogicalIndex::Kind::ForeignKey) continue;
+    const auto change = std::ranges::find(changes, std::size_t{logical.index}, &KeyChange::index);
+    if (change == changes.end() || change->oldEntry == change->newEntry) continue;
+    const TableSource other(source.pager, tableName(catalog, logical.otherTable),
+                            logical.otherTable);
+    const bool referenced = logical.side == kReferencedSide;
+    const Row& row = referenced ? before : after;
+    if (hasNull(source, logical.index, row)) continue;
+    const bool match = hasMatch(source, logical.index, row, other, otherIndex(other, logical));
+    if (referenced && match && logical.cascadeUpdates == 1)
+      raiseUnsupported(source.place(source.definitionPage),
+                       u"related rows would have to change with it");
+    if (referenced && match)
+      throw runtime::RunTimeError(
+          kEngineError, u"The record cannot be deleted or changed because table '" + other.name +
+                            u"' includes related records.");
+    if (!referenced && !match)
+      throw runtime::RunTimeError(kEngineError,
+                                  u"You cannot add or change a record because a related record is "
+                                  u"required in table '" +
+                                      other.name + u"'.");
+  }
+}
+
+}  // namespace jet

@@ -1,0 +1,64 @@
+#include "platform/jet/engine/RowBuilder.h"
+
+#include <algorithm>
+
+#include "platform/jet/format/ColumnValue.h"
+
+namespace jet {
+namespace {
+
+constexpr std::size_t kMostJet3Columns = 255;
+
+std::size_t sizeOf(const ColumnDefinition& column) {
+  return typeSize(column.type).value_or(column.length);
+}
+
+}  // namespace
+
+RowParts partsOf(const TableSource& source, const Row& row) {
+  const Place place = source.place(source.definitionPage);
+  RowParts parts;
+  parts.hasVariable = source.hasVariableSlots();
+  parts.variable.resize(source.definition.variableSlots);
+  parts.columnCount = source.definition.maxColumns;
+  const ByteView area = row.content().fixedArea();
+  parts.fixedArea.assign(area.begin(), area.end());
+  for (const ColumnDefinition& column : source.columns) {
+    parts.columnCount = std::max<std::size_t>(parts.columnCount, column.number + 1U);
+    if (column.fixed && column.type != ColumnType::Boolean)
+      parts.fixedArea.resize(std::max(parts.fixedArea.size(), column.fixedOffset + sizeOf(column)));
+    if (!column.fixed && column.type != ColumnType::Boolean &&
+        column.variableSlot >= parts.variable.size())
+      raiseDamaged(place, u"a column has a slot that the rows don't have");
+  }
+  if (source.version() == Version::Jet3 &&
+      std::max(parts.columnCount, parts.variable.size()) > kMostJet3Columns)
+    raiseUnsupported(place, u"the table has too many columns");
+  parts.hasValue.resize(parts.columnCount);
+  for (std::size_t i = 0; i < source.columns.size(); ++i) {
+    const ColumnDefinition& column = source.columns[i];
+    parts.hasValue[column.number] = row.content().hasValue(column.number);
+    if (column.fixed || column.type == ColumnType::Boolean) continue;
+    const std::optional<ByteView> stored = row.stored(static_cast<int>(i));
+    if (stored)
+      parts.variable[column.variableSlot].assign(stored->begin(), stored->end());
+    else
+      parts.hasValue[column.number] = false;
+  }
+  return parts;
+}
+
+void setStored(RowParts& parts, const ColumnDefinition& column,
+               const std::optional<Bytes>& stored) {
+  parts.hasValue[column.number] = stored.has_value();
+  if (!column.fixed)
+    parts.variable[column.variableSlot] = stored.value_or(Bytes());
+  else if (stored)
+    putBytes(parts.fixedArea, column.fixedOffset, *stored);
+}
+
+void setBoolean(RowParts& parts, const ColumnDefinition& column, bool value) {
+  parts.hasValue[column.number] = value;
+}
+
+}  // namespace jet

@@ -1,0 +1,103 @@
+#include "platform/jet/engine/RowPlacement.h"
+
+#include <algorithm>
+
+#include "platform/jet/engine/StrayBodies.h"
+#include "platform/jet/format/Damage.h"
+#include "platform/runtime/RunTimeError.h"
+
+namespace jet {
+namespace {
+
+/// A row that is this little shorter keeps its length: the rows below it needn't slide.
+constexpr std::size_t kKeptUnused = 8;
+constexpr std::size_t kPointerSize = 4;
+
+PageOwner ownerOf(const TableSource& source) {
+  return {.owner = source.definitionPage,
+          .owned = source.definition.ownedPages,
+          .free = source.definition.freePages};
+}
+
+/// The row for a place of that length.
+Bytes bytesFor(Version version, const RowParts& parts, std::size_t length) {
+  Bytes row = parts.encode(version);
+  if (row.size() >= length || length - row.size() > kKeptUnused || !parts.hasVariable) return row;
+  Bytes padded = parts.encode(version, length);
+  return padded.size() == length ? padded : row;
+}
+
+}  // namespace
+
+RowPlacement::RowPlacement(PageChanges& changes, UsageMaps& maps, const TableSource& source)
+    : changes_(changes), source_(source), space_(changes, maps, source, ownerOf(source)) {}
+
+bool RowPlacement::placeAt(RowPointer at, const RowParts& parts, SlotMark mark) {
+  Bytes page = *changes_.read(at.page, source_.place(source_.definitionPage));
+  DataPageEditor rows(changes_.layout(), page, source_.place(at.page));
+  const Bytes row = bytesFor(source_.version(), parts, rows.slot(at.slot).length);
+  if (!rows.replace(at.slot, row, mark)) {
+    rows.squeeze();
+    if (!rows.replace(at.slot, row, mark)) return false;
+  }
+  changes_.stage(WriteStep::Rows, at.page, std::move(page));
+  touched_.insert(at.page);
+  return true;
+}
+
+/// A body with these bytes that an interrupted run of the same change wrote.
+std::optional<RowPointer> RowPlacement::bodyLeftBehind(ByteView row) const {
+  std::optional<std::vector<RowPointer>> strays;
+  for (const std::uint32_t number : space_.candidates()) {
+    const Pager::Page page = changes_.read(number, source_.place(source_.definitionPage));
+    const DataPage rows(changes_.layout(), *page, source_.place(number));
+    if (rows.owner() != source_.definitionPage) continue;
+    for (std::size_t i = 0; i < std::min(rows.slotCount(), kMostSlots); ++i) {
+      const Slot slot = rows.slot(i);
+      if (!slot.isBody() || !std::ranges::equal(rows.bytes(slot), row)) continue;
+      if (!strays) strays = strayBodies(source_);
+      const RowPointer body{number, static_cast<std::uint8_t>(i)};
+      if (std::ranges::find(*strays, body) != strays->end()) return body;
+    }
+  }
+  return std::nullopt;
+}
+
+void RowPlacement::place(RowId id, const FoundRow& old, const RowParts& parts) {
+  const Bytes row = parts.encode(source_.version());
+  if (row.size() > changes_.layout().longestRow)
+    throw runtime::RunTimeError(kEngineError, u"Record is too large.");
+  const RowPointer body{old.bodyPage, old.bodySlot};
+  const bool moved = body != id;
+  if (placeAt(body, parts, moved ? SlotMark::Body : SlotMark::Row)) return;
+  if (moved && placeAt(id, parts, SlotMark::Row)) {
+    dropBody(body);
+    return;
+  }
+  const std::optional<RowPointer> left = bodyLeftBehind(row);
+  const RowPointer target = left ? *left : space_.add(row, SlotMark::Body, {id.page, body.page});
+  touched_.insert(target.page);
+  Bytes home = *changes_.read(id.page, source_.place(source_.definitionPage));
+  DataPageEditor rows(changes_.layout(), home, source_.place(id.page));
+  Bytes pointer(kPointerSize);
+  putU32(pointer, 0, target.pack());
+  if (!rows.replace(id.slot, pointer, SlotMark::Pointer))
+    raiseUnsupported(source_.place(id.page), u"a row is too short to become a pointer");
+  changes_.stage(WriteStep::Rows, id.page, std::move(home));
+  touched_.insert(id.page);
+  if (moved) dropBody(body);
+}
+
+void RowPlacement::dropBody(RowPointer body) {
+  Bytes page = *changes_.read(body.page, source_.place(source_.definitionPage));
+  DataPageEditor rows(changes_.layout(), page, source_.place(body.page));
+  rows.markDeleted(body.slot);
+  changes_.stage(WriteStep::FreeSpace, body.page, std::move(page));
+  touched_.insert(body.page);
+}
+
+void RowPlacement::noteFreeSpace() {
+  for (const std::uint32_t page : touched_) space_.note(page);
+}
+
+}  // namespace jet

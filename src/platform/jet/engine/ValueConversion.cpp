@@ -1,0 +1,274 @@
+#include "platform/jet/engine/ValueConversion.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <variant>
+
+#include "platform/jet/format/TextKey.h"
+#include "platform/runtime/CodePage.h"
+#include "platform/runtime/Conversion.h"
+#include "platform/runtime/RunTimeError.h"
+
+namespace jet {
+namespace {
+
+using runtime::Variant;
+
+constexpr std::int32_t kMismatch = -2147217913;
+constexpr std::int32_t kTooSmall = -2147217833;
+constexpr double kCurrencyUnits = 10000;
+constexpr std::size_t kCurrencyScale = 4;
+
+[[noreturn]] void raiseMismatch() {
+  throw runtime::RunTimeError(kMismatch, u"Data type mismatch in criteria expression.");
+}
+
+std::optional<bool> namedTruth(std::u16string_view text) {
+  for (const char16_t* name : {u"True", u"Yes", u"On"})
+    if (sameName(text, name)) return true;
+  for (const char16_t* name : {u"False", u"No", u"Off"})
+    if (sameName(text, name)) return false;
+  return std::nullopt;
+}
+
+double textNumber(std::u16string_view text) {
+  try {
+    return runtime::toDouble(text);
+  } catch (const runtime::RunTimeError& error) {
+    if (error.number() == static_cast<std::int32_t>(runtime::ErrorNumber::Overflow))
+      raiseTooLarge();
+  }
+  raiseMismatch();
+}
+
+double numberOf(const Variant& value) {
+  return std::visit(
+      [](const auto& any) -> double {
+        using T = std::decay_t<decltype(any)>;
+        if constexpr (std::is_same_v<T, bool>)
+          return any ? -1 : 0;
+        else if constexpr (std::is_arithmetic_v<T>)
+          return static_cast<double>(any);
+        else if constexpr (std::is_same_v<T, runtime::Currency>)
+          return static_cast<double>(any.tenThousandths) / kCurrencyUnits;
+        else if constexpr (std::is_same_v<T, runtime::Date>)
+          return any.days;
+        else if constexpr (std::is_same_v<T, runtime::Decimal>)
+          return textNumber(any.digits);
+        else if constexpr (std::is_same_v<T, std::u16string>)
+          return textNumber(any);
+        else
+          raiseMismatch();
+      },
+      value.get());
+}
+
+template <class T>
+T wholeNumber(const Variant& value) {
+  const double rounded = std::nearbyint(numberOf(value));  // half to even
+  if (!(rounded >= std::numeric_limits<T>::min() && rounded <= std::numeric_limits<T>::max()))
+    raiseTooLarge();
+  return static_cast<T>(rounded);
+}
+
+/// The text's own digits where it is a plain decimal number; the number of a double has others.
+std::optional<std::string> plainDecimal(const Variant& value) {
+  std::u16string text;
+  if (const auto* own = std::get_if<std::u16string>(&value.get()))
+    text = *own;
+  else if (const auto* decimal = std::get_if<runtime::Decimal>(&value.get()))
+    text = decimal->digits;
+  const std::size_t first = std::min(text.find_first_not_of(u' '), text.size());
+  std::string plain(text.begin() + static_cast<std::ptrdiff_t>(first), text.end());
+  plain.erase(plain.find_last_not_of(' ') + 1);
+  const std::size_t sign = plain.starts_with('-') || plain.starts_with('+') ? 1 : 0;
+  const bool digits = plain.find_first_of("0123456789") != std::string::npos;
+  const bool onlyThose = plain.find_first_not_of("0123456789.", sign) == std::string::npos;
+  if (!digits || !onlyThose || std::ranges::count(plain, '.') > 1) return std::nullopt;
+  const bool ascii = std::ranges::all_of(text, [](char16_t c) { return c < 0x80; });
+  return ascii ? std::optional(plain) : std::nullopt;
+}
+
+/// Rounds a plain decimal number half to even; gives sign and digits, the point left out.
+std::string rounded(const std::string& plain, std::size_t scale) {
+  const bool negative = plain.starts_with('-');
+  const std::size_t front = negative || plain.starts_with('+') ? 1 : 0;
+  const std::size_t point = std::min(plain.find('.'), plain.size());
+  std::string digits = "0" + plain.substr(front, point - front);
+  const std::string fraction = point < plain.size() ? plain.substr(point + 1) : "";
+  digits += fraction.substr(0, scale);
+  digits.append(scale - std::min(scale, fraction.size()), '0');
+  const std::string rest = fraction.size() > scale ? fraction.substr(scale) : "";
+  const bool half = rest.starts_with('5') && rest.find_first_not_of('0', 1) == std::string::npos;
+  const bool odd = (digits.back() - '0') % 2 != 0;
+  if (half ? odd : !rest.empty() && rest[0] >= '5') {
+    std::size_t at = digits.size() - 1;
+    for (; digits[at] == '9'; --at) digits[at] = '0';
+    ++digits[at];
+  }
+  return (negative ? "-" : "") + digits;
+}
+
+runtime::Currency currencyOf(const Variant& value) {
+  if (const auto* exact = std::get_if<runtime::Currency>(&value.get())) return *exact;
+  if (const std::optional<std::string> plain = plainDecimal(value)) {
+    const std::string units = rounded(*plain, kCurrencyScale);
+    runtime::Currency amount;
+    const auto [end, error] =
+        std::from_chars(units.data(), units.data() + units.size(), amount.tenThousandths);
+    if (error != std::errc()) raiseTooLarge();
+    return amount;
+  }
+  constexpr double kLimit = 9223372036854775808.0;
+  const double units = std::nearbyint(numberOf(value) * kCurrencyUnits);
+  if (!(units >= -kLimit && units < kLimit)) raiseTooLarge();
+  return {static_cast<std::int64_t>(units)};
+}
+
+runtime::Decimal decimalOf(const ColumnDefinition& column, const Variant& value) {
+  std::optional<std::string> plain = plainDecimal(value);
+  if (!plain) {
+    constexpr double kLimit = 1e28;
+    const double number = numberOf(value);
+    if (!(std::abs(number) < kLimit)) raiseTooLarge();
+    std::array<char, 80> text{};
+    std::snprintf(text.data(), text.size(), "%.*f", 15, number);
+    plain = text.data();
+  }
+  std::string digits = rounded(*plain, column.scale);
+  const bool negative = digits.starts_with('-');
+  digits.erase(0, std::min(digits.find_first_not_of("-0"), digits.size()));
+  const bool zero = digits.empty();
+  if (digits.size() > column.precision) raiseTooLarge();
+  if (digits.size() <= column.scale) digits.insert(0, column.scale + 1U - digits.size(), '0');
+  if (column.scale > 0) digits.insert(digits.size() - column.scale, ".");
+  if (negative && !zero) digits.insert(0, "-");
+  return {std::u16string(digits.begin(), digits.end())};
+}
+
+float singleOf(const Variant& value) {
+  const double number = numberOf(value);
+  if (std::abs(number) > std::numeric_limits<float>::max()) raiseTooLarge();
+  return static_cast<float>(number);
+}
+
+bool booleanOf(const Variant& value) {
+  if (const auto* text = std::get_if<std::u16string>(&value.get()))
+    if (const std::optional<bool> named = namedTruth(*text)) return *named;
+  return numberOf(value) != 0;
+}
+
+/// A date of the calendar as day number; `toText` of a date gives the text that is read here.
+runtime::Date dateOf(const Variant& value) {
+  const auto* text = std::get_if<std::u16string>(&value.get());
+  int year = 0;
+  unsigned month = 0;
+  unsigned day = 0;
+  unsigned hour = 0;
+  unsigned minute = 0;
+  unsigned second = 0;
+  const std::string plain = text == nullptr ? "" : runtime::toUtf8(*text);
+  const int fields = std::sscanf(plain.c_str(), "%4d-%2u-%2u %2u:%2u:%2u", &year, &month, &day,
+                                 &hour, &minute, &second);
+  constexpr double kFirstDay = -657434;
+  constexpr double kEnd = 2958466;
+  if (fields < 3) {
+    const double days = numberOf(value);
+    if (!(days > kFirstDay - 1 && days < kEnd)) raiseTooLarge();
+    return {days};
+  }
+  const std::chrono::year_month_day date{std::chrono::year(year), std::chrono::month(month),
+                                         std::chrono::day(day)};
+  if (!date.ok() || hour > 23 || minute > 59 || second > 59 || (fields != 3 && fields < 5))
+    raiseMismatch();
+  constexpr int kDaysTo1970 = 25569;
+  constexpr double kSecondsADay = 86400;
+  const double days = std::chrono::sys_days(date).time_since_epoch().count() + kDaysTo1970;
+  const double time = (hour * 3600 + minute * 60 + second) / kSecondsADay;
+  return {days < 0 ? days - time : days + time};  // the time of day always counts up
+}
+
+std::u16string textOf(Version version, const ColumnDefinition& column, const Variant& value) {
+  if (std::holds_alternative<runtime::Binary>(value.get())) raiseMismatch();
+  std::u16string text = value.toText();
+  const std::size_t unit = version == Version::Jet3 ? 1 : 2;
+  if (column.type == ColumnType::Text && unit * text.size() > column.length) raiseTooLarge();
+  if (version == Version::Jet3 && runtime::fromCodePage(runtime::toCodePage(text)) != text)
+    raiseMismatch();
+  return text;
+}
+
+runtime::Guid guidOf(const Variant& value) {
+  if (const auto* guid = std::get_if<runtime::Guid>(&value.get())) return *guid;
+  const auto* text = std::get_if<std::u16string>(&value.get());
+  if (text == nullptr) raiseMismatch();
+  runtime::Guid guid;
+  std::u16string digits = *text;
+  if (digits.starts_with(u'{') && digits.ends_with(u'}'))
+    digits = digits.substr(1, digits.size() - 2);
+  std::erase(digits, u'-');
+  if (digits.size() != 2 * guid.bytes.size()) raiseMismatch();
+  const std::string plain = runtime::toUtf8(digits);
+  for (std::size_t i = 0; i < guid.bytes.size() && plain.size() == digits.size(); ++i) {
+    const char* at = plain.data() + 2 * i;
+    if (std::from_chars(at, at + 2, guid.bytes[i], 16).ptr != at + 2) raiseMismatch();
+  }
+  return guid;
+}
+
+runtime::Binary bytesOf(const ColumnDefinition& column, const Variant& value) {
+  const auto* bytes = std::get_if<runtime::Binary>(&value.get());
+  if (bytes == nullptr) raiseMismatch();
+  if (column.type != ColumnType::Ole && bytes->size() > column.length) raiseTooLarge();
+  return *bytes;
+}
+
+}  // namespace
+
+void raiseTooLarge() {
+  throw runtime::RunTimeError(kTooSmall,
+                              u"The field is too small to accept the amount of data you attempted "
+                              u"to add. Try inserting or pasting less data.");
+}
+
+Variant convertTo(Version version, const ColumnDefinition& column, const Variant& value) {
+  if (value.isNull())
+    return column.type == ColumnType::Boolean ? Variant(false) : Variant(runtime::Null{});
+  switch (column.type) {
+    case ColumnType::Boolean:
+      return booleanOf(value);
+    case ColumnType::Byte:
+      return wholeNumber<std::uint8_t>(value);
+    case ColumnType::Integer:
+      return wholeNumber<std::int16_t>(value);
+    case ColumnType::Long:
+      return wholeNumber<std::int32_t>(value);
+    case ColumnType::Currency:
+      return currencyOf(value);
+    case ColumnType::Single:
+      return singleOf(value);
+    case ColumnType::Double:
+      return numberOf(value);
+    case ColumnType::DateTime:
+      return dateOf(value);
+    case ColumnType::Numeric:
+      return decimalOf(column, value);
+    case ColumnType::Text:
+    case ColumnType::Memo:
+      return textOf(version, column, value);
+    case ColumnType::Guid:
+      return guidOf(value);
+    default:
+      return bytesOf(column, value);
+  }
+}
+
+}  // namespace jet

@@ -46,6 +46,7 @@ Bytes storeLongValue(PageChanges& changes, UsageMaps& maps, const TableSource& s
   for (std::size_t end = value.size(); end > 0;) {
     const std::size_t start = (end - 1) / longest * longest;
     Bytes piece;
+    piece.reserve(LongValueHead::kChainLink + end - start);
     appendU32(piece, head.first.pack());
     appendBytes(piece, value.subspan(start, end - start));
     head.first = space.add(piece, SlotMark::Row);

@@ -127,11 +127,13 @@ std::string SqlWriter::key(const Expression& expression) {
 
 std::string SqlWriter::exact(const Expression& expression) {
   const Expression& whole = meant(expression);
-  if (whole.type != Type::Currency && whole.type != Type::Decimal) return value(whole);
-  if (whole.kind == Expression::Kind::Column) {
+  const bool isAmount = whole.type == Type::Currency || whole.type == Type::Decimal;
+  if (!isAmount && !isTextual(whole.type)) return value(whole);
+  if (whole.kind == Expression::Kind::Column && !isGroupTerm(whole)) {
     return reference(*whole.source, {whole.column, Form::Exact, 0});
   }
   if (whole.kind == Expression::Kind::Scalar) return scalarQuery(whole, Form::Exact);
+  if (!isAmount) return value(whole);
   return call(whole.type == Type::Currency ? "jet_exact_currency" : "jet_exact_decimal",
               {value(whole)});
 }

@@ -12,8 +12,11 @@ namespace {
 
 using Test = Restriction::Test;
 
-/// What a row costs when it is fetched by an index, with a row of a scan as the unit.
-constexpr double kFetch = 1.5;
+/// What a row costs when it is fetched by an index, with a row of a scan as the unit: few, or of a
+/// table that stays in memory, and of a table whose pages are read again and again.
+constexpr double kFetch = 2;
+constexpr double kFetchOfMany = 10;
+constexpr double kManyRows = 20'000;
 /// What it costs to find the place in an index.
 constexpr double kDescend = 6;
 /// Of how many rows one has a given value, and one lies on the right side of a bound.
@@ -97,7 +100,7 @@ class Chooser {
     if (equal == restrictions_.end()) return plan;
     plan.taken.push_back({equal->number, equal->column, equal->test});
     plan.rows = std::max(1.0, rows_ / kEqualShare);
-    plan.cost = rows_ / 4 + kDescend;
+    plan.cost = rows_ / 4 + 2 * kDescend;
     return plan;
   }
 
@@ -134,7 +137,7 @@ class Chooser {
     if (index.ignoreNulls && !hasValue) return std::nullopt;
     if (index.unique && hasValue && isAll) plan.rows = 1;
     plan.rows = std::max(1.0, plan.rows);
-    plan.cost = kDescend + plan.rows * kFetch;
+    plan.cost = kDescend + plan.rows * (plan.rows > kManyRows ? kFetchOfMany : kFetch);
     addOrder(index, column, plan);
     if (plan.taken.empty() && !plan.ordered) return std::nullopt;
     return plan;

@@ -64,7 +64,8 @@ struct OutputColumn {
 enum class Form : std::uint8_t {
   Value,   ///< what expressions calculate with
   Key,     ///< what compares, groups and sorts: a text's key, else the value
-  Exact,   ///< what a reader of the result takes: a currency's ten-thousandths, else the value
+  Exact,   ///< what a reader of the result takes: a currency's ten-thousandths, a text perhaps as
+           ///< bytes of a letter each, else the value
   RowId,   ///< the packed id of the table row that the column comes from
   RowKey,  ///< primary key of that row, its column `part`, in the form Key
 };

@@ -105,9 +105,12 @@ Variant typedValue(Type type, const RawValue& value) {
       return asNumber(value);
     case Type::Guid:
       return bytes != nullptr ? guidValue(*bytes) : untypedValue(value);
-    case Type::Null:
     case Type::Text:
     case Type::Memo:
+      // Latin letters come as one byte each.
+      if (bytes != nullptr) return std::u16string(bytes->begin(), bytes->end());
+      break;
+    case Type::Null:
     case Type::Binary:
     case Type::Any:
       break;

@@ -5,12 +5,18 @@
 
 namespace jetsql {
 
-std::uint64_t RowLookup::hashOf(std::string_view identity) {
-  return std::hash<std::string_view>()(identity);
+/// A mix that maps no two numbers to one hash.
+std::uint64_t RowLookup::hashOf(double number) {
+  // Both zeros are equal.
+  auto bits = std::bit_cast<std::uint64_t>(number == 0 ? 0.0 : number);
+  bits ^= bits >> 33U;
+  bits *= 0xFF51AFD7ED558CCDU;
+  bits ^= bits >> 33U;
+  return bits;
 }
 
-void RowLookup::add(std::string_view identity, jet::RowId row) {
-  entries_.push_back({hashOf(identity), row.pack(), 0});
+std::uint64_t RowLookup::hashOf(std::string_view identity) {
+  return std::hash<std::string_view>()(identity);
 }
 
 void RowLookup::finish() {
@@ -21,25 +27,6 @@ void RowLookup::finish() {
     entries_[i - 1].next = head;
     head = static_cast<std::uint32_t>(i);
   }
-}
-
-std::uint32_t RowLookup::first(std::string_view identity) const {
-  const std::uint64_t hash = hashOf(identity);
-  return skip(buckets_[hash & (buckets_.size() - 1)], hash);
-}
-
-std::uint32_t RowLookup::next(std::uint32_t place) const {
-  const Entry& entry = entries_[place - 1];
-  return skip(entry.next, entry.hash);
-}
-
-jet::RowId RowLookup::row(std::uint32_t place) const {
-  return jet::RowId::unpack(entries_[place - 1].row);
-}
-
-std::uint32_t RowLookup::skip(std::uint32_t place, std::uint64_t hash) const {
-  while (place != 0 && entries_[place - 1].hash != hash) place = entries_[place - 1].next;
-  return place;
 }
 
 }  // namespace jetsql

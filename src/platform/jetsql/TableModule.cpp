@@ -37,6 +37,7 @@ struct VirtualCursor {
   sqlite3_vtab_cursor base{};
   const VirtualTable* table;
   TableReader reader;
+  std::vector<SoughtValue> sought;
   std::u16string text;
   /// The keys of the row that were asked for already.
   struct Key {
@@ -207,10 +208,9 @@ int filter(sqlite3_vtab_cursor* base, int plan, const char*, int count, sqlite3_
   VirtualCursor& cursor = cursorOf(base);
   return guarded(*cursor.table->registration->failure, [&] {
     charge(*cursor.table);
-    std::vector<SoughtValue> sought;
-    sought.reserve(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i) sought.push_back(soughtOf(values[i]));
-    cursor.reader.start(*cursor.table->plans[static_cast<std::size_t>(plan)], sought);
+    cursor.sought.clear();
+    for (int i = 0; i < count; ++i) cursor.sought.push_back(soughtOf(values[i]));
+    cursor.reader.start(*cursor.table->plans[static_cast<std::size_t>(plan)], cursor.sought);
   });
 }
 
@@ -268,6 +268,16 @@ void giveKey(sqlite3_context* context, VirtualCursor& cursor, std::size_t place,
   if (!key.isNull) giveBlob(context, key.bytes.data(), key.bytes.size());
 }
 
+/// A text for the reader of the result: a byte a letter where it is stored so.
+void giveExactText(sqlite3_context* context, VirtualCursor& cursor, int column) {
+  const jet::Row& row = cursor.reader.row();
+  if (const auto bytes = row.latinText(column)) {
+    giveBlob(context, bytes->data(), bytes->size());
+  } else if (row.text(column, cursor.text)) {
+    giveText(context, cursor.text);
+  }
+}
+
 int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int place) {
   VirtualCursor& cursor = cursorOf(base);
   return guarded(*cursor.table->registration->failure, [&] {
@@ -290,6 +300,7 @@ int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int place) {
       }
       case jet::ColumnType::Text:
       case jet::ColumnType::Memo:
+        if (demand->form == Form::Exact) return giveExactText(context, cursor, demand->column);
         if (row.text(demand->column, cursor.text)) giveText(context, cursor.text);
         break;
       default:

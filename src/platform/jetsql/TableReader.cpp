@@ -10,7 +10,7 @@ using Test = Restriction::Test;
 
 /// A table of the rows pays once this many values have been looked up, or a share of the rows.
 constexpr std::uint32_t kFewLookups = 64;
-constexpr std::uint32_t kShareOfRows = 16;
+constexpr std::uint32_t kShareOfRows = 64;
 /// Without an index each value costs a scan.
 constexpr std::uint32_t kScansBefore = 1;
 
@@ -54,29 +54,47 @@ std::optional<double> numberOf(const jet::Row& row, int column, jet::ColumnType 
 
 TableReader::TableReader(const jet::Table& table) : table_(table), single_(table.reader()) {}
 
-void TableReader::start(const IndexPlan& plan, std::span<const SoughtValue> values) {
-  if (starts_ == 0 || !plan_.samePath(plan)) {
-    plan_ = plan;
-    starts_ = 0;
-    lookup_.reset();
-    indexColumns_.clear();
-    if (plan_.index >= 0) {
-      for (const auto& each : table_.indexes()[static_cast<std::size_t>(plan_.index)].columns) {
-        const auto type = table_.columns()[static_cast<std::size_t>(each.column)].type;
-        indexColumns_.push_back({each.column, jet::isText(type) ? Form::Key : Form::Value, 0});
-      }
-    }
+void TableReader::setPlan(const IndexPlan& plan) {
+  plan_ = plan;
+  starts_ = 0;
+  lookup_.reset();
+  soughtColumns_.clear();
+  indexColumns_.clear();
+  const auto typeOfColumn = [&](int column) {
+    return table_.columns()[static_cast<std::size_t>(column)].type;
+  };
+  isNumber_ = false;
+  testsCursor_ = plan_.index < 0;
+  for (const IndexPlan::Taken& each : plan_.taken) {
+    if (each.test != Test::Equal) continue;
+    const auto type = typeOfColumn(each.column.column);
+    soughtColumns_.push_back(each.column);
+    isNumber_ = !jet::isText(type) && type != jet::ColumnType::Guid;
+    // A text may be one that the index can't tell apart.
+    testsCursor_ = testsCursor_ || jet::isText(type);
   }
+  isNumber_ = isNumber_ && plan_.taken.size() == 1;
+  if (plan_.index < 0) return;
+  for (const auto& each : table_.indexes()[static_cast<std::size_t>(plan_.index)].columns) {
+    const bool isText = jet::isText(typeOfColumn(each.column));
+    indexColumns_.push_back({each.column, isText ? Form::Key : Form::Value, 0});
+  }
+}
+
+void TableReader::start(const IndexPlan& plan, std::span<const SoughtValue> values) {
+  if (starts_ == 0 || !plan_.samePath(plan)) setPlan(plan);
   ++starts_;
   row_ = nullptr;
+  lookupPlace_ = 0;
   cursor_.reset();
   group_.clear();
   groupPlace_ = 0;
   isAhead_ = false;
-  if (!setSought(values)) return;
   if (!lookup_ && wantsLookup()) fillLookup();
   if (lookup_) {
-    lookupPlace_ = lookup_->first(sought_);
+    startLookup(values);
+  } else if (!setSought(values)) {
+    return;
   } else if (plan_.index < 0) {
     cursor_ = table_.scan();
   } else {
@@ -87,28 +105,30 @@ void TableReader::start(const IndexPlan& plan, std::span<const SoughtValue> valu
   next();
 }
 
-/// Notes the values that rows must have; false where no row can have them.
+/// Notes the identity of the values that rows must have; false where no row can have them.
 bool TableReader::setSought(std::span<const SoughtValue> values) {
   sought_.clear();
-  soughtColumns_.clear();
-  tests_ = false;
   for (std::size_t i = 0; i < plan_.taken.size(); ++i) {
     const IndexPlan::Taken& each = plan_.taken[i];
     if (each.test == Test::IsNull) continue;
     if (values[i].kind == SoughtValue::Kind::Null) return false;
     if (each.test != Test::Equal) continue;
-    const auto type = table_.columns()[static_cast<std::size_t>(each.column.column)].type;
-    if (!equalValue(type, values[i])) return false;
-    soughtColumns_.push_back(each.column);
     if (values[i].kind == SoughtValue::Kind::Bytes) {
       appendIdentity(values[i].bytes, sought_);
     } else {
       appendIdentity(values[i].asNumber(), sought_);
     }
-    // A text may be one that the index can't tell apart.
-    tests_ = tests_ || plan_.index < 0 || jet::isText(type);
   }
   return true;
+}
+
+void TableReader::startLookup(std::span<const SoughtValue> values) {
+  if (!isNumber_) {
+    if (setSought(values)) lookupPlace_ = lookup_->first(RowLookup::hashOf(sought_));
+  } else if (values[0].kind == SoughtValue::Kind::Whole ||
+             values[0].kind == SoughtValue::Kind::Number) {
+    lookupPlace_ = lookup_->first(RowLookup::hashOf(values[0].asNumber()));
+  }
 }
 
 bool TableReader::makeRange(std::span<const SoughtValue> values, jet::IndexRange& range) const {
@@ -141,14 +161,16 @@ bool TableReader::wantsLookup() const {
 
 void TableReader::fillLookup() {
   lookup_.emplace();
+  const auto type = table_.columns()[static_cast<std::size_t>(soughtColumns_.front().column)].type;
   std::string identity;
   for (const auto rows = table_.scan(); rows->next();) {
-    identity.clear();
-    bool isWhole = true;
-    for (const Demand& column : soughtColumns_) {
-      isWhole = isWhole && appendOwn(rows->row(), column, identity);
+    const jet::Row& row = rows->row();
+    if (isNumber_) {
+      const auto number = numberOf(row, soughtColumns_.front().column, type);
+      if (number) lookup_->add(RowLookup::hashOf(*number), row.id());
+    } else if (identify(row, identity)) {
+      lookup_->add(RowLookup::hashOf(identity), row.id());
     }
-    if (isWhole) lookup_->add(identity, rows->row().id());
   }
   lookup_->finish();
 }
@@ -184,12 +206,17 @@ bool TableReader::advance() {
 }
 
 bool TableReader::matches(const jet::Row& row) {
-  if (!tests_ && !lookup_) return true;
-  own_.clear();
+  if (lookup_ ? isNumber_ : !testsCursor_) return true;
+  return identify(row, own_) && own_ == sought_;
+}
+
+/// The identity of the columns that values are sought in; false where one of them is null.
+bool TableReader::identify(const jet::Row& row, std::string& identity) const {
+  identity.clear();
   for (const Demand& column : soughtColumns_) {
-    if (!appendOwn(row, column, own_)) return false;
+    if (!appendOwn(row, column, identity)) return false;
   }
-  return own_ == sought_;
+  return true;
 }
 
 /// Appends the identity of a row's column; false for null.

@@ -29,8 +29,10 @@ class TableReader {
   std::uint64_t rowsRead() const { return rowsRead_; }
 
  private:
+  void setPlan(const IndexPlan& plan);
   bool setSought(std::span<const SoughtValue> values);
   bool makeRange(std::span<const SoughtValue> values, jet::IndexRange& range) const;
+  void startLookup(std::span<const SoughtValue> values);
   bool wantsLookup() const;
   void fillLookup();
   bool nextMatch();
@@ -38,6 +40,7 @@ class TableReader {
   void nextInGroup();
   bool readGroup();
   bool matches(const jet::Row& row);
+  bool identify(const jet::Row& row, std::string& identity) const;
   bool appendOwn(const jet::Row& row, const Demand& column, std::string& identity) const;
   std::string sortKey(const jet::Row& row, std::span<const Demand> columns) const;
 
@@ -49,11 +52,12 @@ class TableReader {
   const jet::Row* row_ = nullptr;
   std::uint64_t rowsRead_ = 0;
 
-  /// Identity of the values that are sought, and which columns it is of.
+  /// Identity of the values that are sought, which columns they are of, and a row's own.
   std::string sought_;
   std::vector<Demand> soughtColumns_;
   std::string own_;
-  bool tests_ = false;  ///< rows must be compared with what is sought
+  bool isNumber_ = false;     ///< one number and nothing else is sought
+  bool testsCursor_ = false;  ///< rows of a cursor must be compared with what is sought
 
   std::optional<RowLookup> lookup_;
   std::uint32_t lookupPlace_ = 0;

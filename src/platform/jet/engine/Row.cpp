@@ -71,6 +71,15 @@ bool Row::utf8(int column, std::string& out) const {
   return withText(column, [&](ByteView bytes) { decodeTextUtf8(source_->version(), bytes, out); });
 }
 
+std::optional<ByteView> Row::latinText(int column) const {
+  const Version version = source_->version();
+  if (version == Version::Jet3 || columnAt(*source_, column).type != ColumnType::Text)
+    return std::nullopt;
+  const std::optional<ByteView> bytes = stored(column);
+  if (!bytes || !isByteText(version, *bytes)) return std::nullopt;
+  return byteText(version, *bytes);
+}
+
 bool Row::sortKey(int column, std::string& out) const {
   out.clear();
   const Version version = source_->version();

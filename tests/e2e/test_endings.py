@@ -1,11 +1,15 @@
 """Input that nobody wants, and how each ends: with the report and status 1, or without a word."""
 
+import fcntl
 import os
+import shutil
+import struct
 import subprocess
 
+import controls
 from desktop import wait_until
 from harness import Case, Screen, World
-from shop import WHITE, key_line, layout
+from shop import key_line, layout
 
 TEXT_OF_ENTRY = f"{'Tonic water':30}{'':100}1042"
 
@@ -34,6 +38,12 @@ class BadStore(Case):
     def test_wrong_password(self):
         self.shop.replace_store("--password", "another")
         self.ends(-2147217843, "Not a valid password.")
+
+    def test_a_database_that_another_program_holds_alone(self):
+        with open(self.shop.database, "r+b") as held:
+            lock = struct.pack("hhqqi4x", fcntl.F_WRLCK, os.SEEK_SET, 0, 0, 0)
+            fcntl.fcntl(held, fcntl.F_OFD_SETLK, lock)
+            self.ends(-2147467259, "file already in use")
 
     def test_barcode_setting_without_a_number(self):
         self.shop.set("[comms]\nstorename=Demo\n[KEYSTRAND]\nHIDE_BARCODE=\n")
@@ -102,38 +112,55 @@ class BadLayout(Case):
         self.assertEqual(saved[30].split(",")[:3], ["30", "", ""])
 
 
-class ReadOnlyPosdata(Case):
+class Posdata(Case):
+    """A folder that is missing, or that the user may read but not write."""
+
     NOBODY = 65534
 
-    def test_saving_is_fatal_and_the_old_layout_stays(self):
-        """As a user who may read the shop's files but not write them."""
-        self.shop.write_layout(1, layout({2: {"product": 5, "caption": "Tea"}}))
-        if os.geteuid() == 0:
-            os.chown(self.shop.folder, self.NOBODY, self.NOBODY)
-            for path in self.shop.settings.rglob("*"):
-                os.chown(path, self.NOBODY, self.NOBODY)
-            program = self.start(user=self.NOBODY)
-        else:
-            os.chmod(self.shop.posdata, 0o555)
-            (self.shop.posdata / "FastMovers1.txt").chmod(0o444)
-            program = self.start()
-        try:
-            screen = Screen(program, "Fast Item Programming 63 keys", self.table(), seen=False)
-            before = self.shop.files()
-            screen.click("cmdSave")
-            wait_until(lambda: "Run-time error '75'" in program.errors() or
-                       "Run-time error '70'" in program.errors(), "the report")
-            window = program.window("Keystrand")
-            World.desktop.hand("windowfocus", "--sync", window, "key", "Return")
-            self.assertEqual(program.status(), 1)
-            self.assertEqual(self.shop.files(), before)
-        finally:
-            os.chmod(self.shop.posdata, 0o755)
+    def test_saving_without_the_folder_is_fatal(self):
+        shutil.rmtree(self.shop.posdata)
+        screen = self.levelled()
+        screen.click("cmdSave")
+        self.ends_fatally(screen.program, 76, "Path not found")
+        self.assertFalse(self.shop.posdata.exists())
 
-    @staticmethod
-    def table():
-        from controls import LEVELLED
-        return LEVELLED
+    def unwritable(self):
+        """The editor on a shop with a layout, as a user who may not write into its Posdata."""
+        self.shop.write_layout(1, layout({2: {"product": 5, "caption": "Tea"}}))
+        self.addCleanup(os.chmod, self.shop.posdata, 0o755)
+        (self.shop.posdata / "FastMovers1.txt").chmod(0o444)
+        os.chmod(self.shop.posdata, 0o555)
+        options = {}
+        if os.geteuid() == 0:
+            options["user"] = self.NOBODY
+            for path in (self.shop.folder, *self.shop.settings.rglob("*")):
+                os.chown(path, self.NOBODY, self.NOBODY)
+        # Another user's program isn't on this user's accessibility bus.
+        return Screen(self.start(**options), controls.LEVELLED_TITLE, controls.LEVELLED, seen=False)
+
+    def ends_unseen(self, program, *numbers):
+        """The end as ends_fatally sees it, by what standard error says."""
+        wait_until(lambda: any(f"Run-time error '{number}': " in program.errors()
+                               for number in numbers), "the report")
+        window = program.window("Keystrand")
+        World.desktop.hand("windowfocus", "--sync", window, "key", "Return")
+        self.assertEqual(program.status(), 1)
+
+    def test_saving_is_fatal_and_the_old_layout_stays(self):
+        screen = self.unwritable()
+        before = self.shop.files()
+        screen.click("cmdSave")
+        self.ends_unseen(screen.program, 70, 75)
+        self.assertEqual(self.shop.files(), before)
+
+    def test_resetting_is_fatal_and_the_old_layout_stays(self):
+        screen = self.unwritable()
+        before = self.shop.files()
+        screen.click("cmdResetAll")
+        window = screen.program.window("Reset")
+        World.desktop.hand("windowfocus", "--sync", window, "key", "Return")
+        self.ends_unseen(screen.program, 70, 75)
+        self.assertEqual(self.shop.files(), before)
 
 
 class NoDisplay(Case):

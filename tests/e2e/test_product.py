@@ -117,6 +117,26 @@ class MissingPlu(ProductCase):
         self.assertEqual(self.row("tblStock", FREE[0])["description"], "Half a product")
 
 
+class Refused(ProductCase):
+    store = (*ProductCase.store, "--no-zero-length", "--department", "1=Bar",
+             "--department", "2=Chef's choice")
+
+    def test_a_name_that_the_database_refuses_is_fatal_and_nothing_is_written(self):
+        before = self.shop.rows("tblStock"), self.shop.rows("tblPlu")
+        editor = self.levelled()
+        self.sheet(editor, 2).click("cmdSave")
+        self.ends_fatally(editor.program, -2147467259, "zero-length string")
+        self.assertEqual((self.shop.rows("tblStock"), self.shop.rows("tblPlu")), before)
+
+    def test_an_apostrophe_in_the_picked_department_is_fatal(self):
+        editor = self.levelled()
+        sheet = self.sheet(editor, 2)
+        sheet.click("Grid1", *self.value(sheet, 3))
+        wait_until(lambda: len(sheet.windows()) == 3, "the departments")
+        sheet.keys("End", "Return")
+        self.ends_fatally(editor.program, -2147217900, "Syntax error")
+
+
 class TwoPrograms(ProductCase):
     def setUp(self):
         self.other = Desktop()
@@ -131,10 +151,17 @@ class TwoPrograms(ProductCase):
             sheets[-1].type(f"From editor {number}")
         with ThreadPoolExecutor() as hands:
             list(hands.map(lambda sheet: sheet.click("cmdSave"), sheets))
-        for editor in editors:
-            editor.alone()
-        self.assertEqual(sorted(self.row("tblStock", id)["description"] for id in FREE),
-                         ["From editor 0", "From editor 1"])
+        # A program that finds the row taken since it looked ends, and has written nothing; one that
+        # looked later takes the next row.
+        added = []
         for number, editor in enumerate(editors):
-            editor.wait_captions({1: f"From editor {number}"})
-            self.assertEqual(editor.program.errors(), "")
+            wait_until(lambda: len(editor.windows()) == 1 or editor.program.errors(), "the outcome")
+            if editor.program.errors():
+                self.ends_fatally(editor.program, -2147217864, "Row cannot be located for updating")
+            else:
+                added.append(f"From editor {number}")
+                editor.wait_captions({1: added[-1]})
+        self.assertTrue(added)
+        rows = [self.row("tblStock", id) for id in FREE]
+        self.assertEqual(sorted(row["description"] for row in rows if row.get("description")), added)
+        self.assertIn(rows[0].get("description"), added)

@@ -52,8 +52,7 @@ class Shop {
 
   /// Presses Save, waits for the notice to go, and gives the lines of the layout file without their
   /// ends. Fails the test where a line doesn't end with CR LF.
-  std::vector<std::string> save(WindowDriver& user,
-                                std::string_view file = "FastMovers1.txt");
+  std::vector<std::string> save(WindowDriver& user, std::string_view file = "FastMovers1.txt");
   std::vector<std::string> layout(std::string_view file) const;
 
   /// Number of the failure that ended the program; 0 while it runs.

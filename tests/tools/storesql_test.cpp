@@ -128,7 +128,7 @@ TEST_F(StoreSql, PrintsTheReferenceStoresAsExpected) {
     const std::string object = name.substr(9, name.size() - 13);
     const bool isQuery = object.starts_with("qry");
     const Result got = run({database, "select * from " + object +
-                                       (isQuery ? " order by description" : " order by 1")});
+                                          (isQuery ? " order by description" : " order by 1")});
     EXPECT_EQ(got.err, "");
     const auto lines = [&](const std::string& text) {
       std::vector<std::string> all;

@@ -3,9 +3,9 @@
 namespace jet {
 
 void IndexWalk::openLeaf(std::uint32_t number, const Place& from) {
-  page_ = source_.pager.read(number, from);
+  open_ = source_.pager.readIndexPage(number, from);
   pageNumber_ = number;
-  leaf_.emplace(source_.pager.layout(), *page_, source_.place(number));
+  leaf_ = &open_->view;
   if (leaf_->owner() != source_.definitionPage)
     raiseDamaged(source_.place(number), u"it belongs to another table's index");
 }

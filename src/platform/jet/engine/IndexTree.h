@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
+#include <memory>
 
 #include "platform/jet/engine/TableSource.h"
 #include "platform/jet/format/IndexPage.h"
@@ -29,8 +29,8 @@ class IndexWalk {
   void openLeaf(std::uint32_t number, const Place& from);
 
   const TableSource& source_;
-  Pager::Page page_;
-  std::optional<IndexPageView> leaf_;
+  std::shared_ptr<const Pager::OpenIndexPage> open_;
+  const IndexPageView* leaf_ = nullptr;
   std::uint32_t pageNumber_ = 0;
   std::uint32_t leavesSeen_ = 0;
   std::size_t at_ = 0;

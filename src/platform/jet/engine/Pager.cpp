@@ -78,11 +78,11 @@ std::size_t Pager::freeFrame() {
   return chosen;
 }
 
-Pager::Page Pager::read(std::uint32_t number, const Place& from) {
+Pager::Frame& Pager::frameWith(std::uint32_t number, const Place& from) {
   if (number == 0 || number >= pageCount_) raiseDamaged(from, u"it names a page outside the file");
   if (const std::size_t at = frameOf_[number]; at != 0) {
     frames_[at - 1].recentlyUsed = true;
-    return frames_[at - 1].page;
+    return frames_[at - 1];
   }
   auto page = std::make_shared<Bytes>(layout_->pageSize);
   const std::size_t count = withEngineWords(FileWork::Reading, shownPath_, [&] {
@@ -91,9 +91,23 @@ Pager::Page Pager::read(std::uint32_t number, const Place& from) {
   if (count < page->size()) raiseDamaged(from, u"it names a page outside the file");
   cipherPage(header_.encodingKey, number, *page);
   const std::size_t frame = freeFrame();
-  frames_[frame] = {.number = number, .recentlyUsed = false, .page = page};
+  frames_[frame] = {.number = number, .recentlyUsed = false, .page = std::move(page), .index = {}};
   frameOf_[number] = static_cast<std::uint16_t>(frame + 1);
-  return page;
+  return frames_[frame];
+}
+
+Pager::Page Pager::read(std::uint32_t number, const Place& from) {
+  return frameWith(number, from).page;
+}
+
+std::shared_ptr<const Pager::OpenIndexPage> Pager::readIndexPage(std::uint32_t number,
+                                                                 const Place& from) {
+  Frame& frame = frameWith(number, from);
+  if (!frame.index) {
+    IndexPageView view(*layout_, *frame.page, from.at(number));
+    frame.index = std::make_shared<OpenIndexPage>(OpenIndexPage{frame.page, std::move(view)});
+  }
+  return frame.index;
 }
 
 void Pager::beginUpdate() {

@@ -12,6 +12,7 @@
 #include "platform/jet/format/Bytes.h"
 #include "platform/jet/format/Damage.h"
 #include "platform/jet/format/Header.h"
+#include "platform/jet/format/IndexPage.h"
 #include "platform/jet/format/Layout.h"
 
 namespace jet {
@@ -35,6 +36,13 @@ class Pager {
   /// A page's decoded bytes. `from` is where it was named: a page outside the file is damage there.
   Page read(std::uint32_t number, const Place& from);
 
+  /// An index page, opened. It is opened once while the page is kept.
+  struct OpenIndexPage {
+    Page page;
+    IndexPageView view;
+  };
+  std::shared_ptr<const OpenIndexPage> readIndexPage(std::uint32_t number, const Place& from);
+
   /// Gives up the shared lock, takes the exclusive one and forgets all pages read so far. Raises
   /// the error for a file that is locked too long or read-only; the shared lock is held again then.
   void beginUpdate();
@@ -50,10 +58,12 @@ class Pager {
     std::uint32_t number = 0;
     bool recentlyUsed = false;
     Page page;
+    std::shared_ptr<const OpenIndexPage> index;  ///< once it has been opened as an index page
   };
 
   void forget();
   std::size_t freeFrame();
+  Frame& frameWith(std::uint32_t number, const Place& from);
 
   std::u16string shownPath_;
   bool readOnly_ = false;

@@ -39,6 +39,11 @@ class General4Key {
   explicit General4Key(std::string& key) : key_(key) {}
 
   void addCharacter(const TextWeight& weight) {
+    if (weight.plain) {
+      add(key_, weight.inlineBytes[0]);
+      ++position_;
+      return;
+    }
     for (std::size_t i = 0; i < weight.inlineCount; ++i) add(key_, weight.inlineBytes[i]);
     if (weight.mark != 0) {
       marks_.resize(position_, kNoMark);
@@ -156,6 +161,8 @@ bool appendText(std::u16string_view text, const TextWeight* (*weightOf)(char16_t
 template <class Key>
 void appendBytesOf(std::string_view text, const std::array<TextWeight, 256>& weights,
                    std::string& bytes) {
+  // Room for the inline bytes of nearly all texts, and for the end.
+  bytes.reserve(bytes.size() + text.size() + 8);
   Key key(bytes);
   for (const char byte : text) key.addCharacter(weights[static_cast<std::uint8_t>(byte)]);
   key.finish();

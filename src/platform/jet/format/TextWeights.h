@@ -14,6 +14,7 @@ struct TextWeight {
   std::uint8_t mark = 0;         ///< accent, 0 for none
   std::uint8_t ignorable = 0;    ///< code of a character that counts last of all, 0 for none
   std::uint8_t significant = 0;  ///< Jet 3: letters that the marks' string counts
+  bool plain = false;            ///< one inline byte and nothing else
 };
 
 /// Weights in a notation of one word a character: bytes in hexadecimal, "/mm" a mark, "~cc" an
@@ -44,6 +45,7 @@ consteval std::array<TextWeight, Count> parseWeights(std::string_view words) {
       for (++at; at < words.size() && words[at] != ' '; ++at)
         weight.mark = static_cast<std::uint8_t>(weight.mark << 4 | digit(words[at]));
     for (; at < words.size() && words[at] == '+'; ++at) ++weight.significant;
+    weight.plain = weight.inlineCount == 1 && weight.mark == 0 && weight.significant == 0;
   }
   return weights;
 }

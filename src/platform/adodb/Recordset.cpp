@@ -103,6 +103,7 @@ void Recordset::Rows::reread(int sourceRow, jet::RowId id) {
   for (const jetsql::ResultColumn& each : fields) {
     if (each.table != nullptr) count = std::max(count, each.sourceRow + 1);
   }
+  sources.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) {
     sources.push_back(store.source(place, static_cast<std::size_t>(i)));
   }

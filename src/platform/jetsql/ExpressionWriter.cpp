@@ -1,6 +1,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <ranges>
 
 #include "platform/jetsql/Error.h"
 #include "platform/jetsql/Function.h"
@@ -268,9 +269,9 @@ std::string SqlWriter::chain(const Expression& expression) {
     first = expression.arguments[0].get();
   }
   std::string whole = "(" + asNumber(*first);
-  for (auto link = links.rbegin(); link != links.rend(); ++link) {
+  for (const auto& link : std::views::reverse(links)) {
     whole += symbol(expression.op);
-    whole += asNumber(**link);
+    whole += asNumber(*link);
     checkLength(whole.size());
   }
   return whole + ")";
@@ -284,9 +285,9 @@ std::string SqlWriter::concatenation(const Expression& expression) {
     first = first->arguments[0].get();
   }
   std::vector<std::string> pieces{asText(*first)};
-  for (auto link = links.rbegin(); link != links.rend(); ++link) {
+  for (const auto& link : std::views::reverse(links)) {
     if (pieces.size() == kMostArguments) pieces = {call("jet_concat", pieces)};
-    pieces.push_back(asText(**link));
+    pieces.push_back(asText(*link));
   }
   return call("jet_concat", pieces);
 }
@@ -315,9 +316,9 @@ std::string SqlWriter::logical(const Expression& expression) {
     first = first->arguments[0].get();
   }
   std::string whole = "(" + condition(*first);
-  for (auto link = links.rbegin(); link != links.rend(); ++link) {
+  for (const auto& link : std::views::reverse(links)) {
     whole += symbol(expression.op);
-    whole += condition(**link);
+    whole += condition(*link);
     checkLength(whole.size());
   }
   return whole + ")";

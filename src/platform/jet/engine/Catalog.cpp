@@ -157,6 +157,7 @@ std::vector<QueryRow> Catalog::queryRows(std::int32_t objectId) {
   };
   std::ranges::stable_sort(found, before);
   std::vector<QueryRow> result;
+  result.reserve(found.size());
   for (Found& each : found) result.push_back(std::move(each.row));
   return result;
 }

@@ -112,7 +112,7 @@ void UsageMaps::addGlobalBitmap(UsageMap map, std::size_t range) {
   changes_.stage(WriteStep::TakePages, bitmap, std::move(page));
   map.bitmapPages[range] = bitmap;
   writeSameRow(kGlobalMap, map, WriteStep::TakePages);
-  if (bitmap / perBitmap != range) markUsed(bitmap);
+  if (bitmap < range * perBitmap || bitmap >= (range + 1) * perBitmap) markUsed(bitmap);
 }
 
 void UsageMaps::freePage(std::uint32_t page) {

@@ -43,7 +43,7 @@ class IndexEditor {
   void splitLeaf(IndexPath& path, std::size_t inserted);
   void insertInParent(IndexPath& path, std::size_t depth, IndexEntry entry);
   void splitNode(IndexPath& path, std::size_t depth);
-  void growRoot(std::uint32_t root, IndexPage page, std::size_t inserted);
+  void growRoot(std::uint32_t root, const IndexPage& page, std::size_t inserted);
 
   void removeAt(IndexPath& path, std::size_t at);
   void lowerBound(IndexPath& path, std::size_t depth, const Bytes& last);

@@ -120,7 +120,7 @@ IndexEditor::Insertion IndexEditor::insert(const IndexEntry& entry) {
   if (std::optional<Bytes> bytes = path.leaf.encode(changes_.layout()))
     changes_.stage(WriteStep::InsertEntries, path.leafNumber, std::move(*bytes));
   else if (path.nodes.empty())
-    growRoot(path.leafNumber, std::move(path.leaf), at);
+    growRoot(path.leafNumber, path.leaf, at);
   else
     splitLeaf(path, at);
   return newKey ? Insertion::NewKey : Insertion::KnownKey;
@@ -151,7 +151,7 @@ void IndexEditor::insertInParent(IndexPath& path, std::size_t depth, IndexEntry 
   if (std::optional<Bytes> bytes = node.page.encode(changes_.layout()))
     changes_.stage(WriteStep::InsertEntries, node.number, std::move(*bytes));
   else if (depth == 0)
-    growRoot(node.number, std::move(node.page), node.child);
+    growRoot(node.number, node.page, node.child);
   else
     splitNode(path, depth);
 }
@@ -171,7 +171,7 @@ void IndexEditor::splitNode(IndexPath& path, std::size_t depth) {
 }
 
 /// The root keeps its number: its entries move to two new pages, and it becomes their parent.
-void IndexEditor::growRoot(std::uint32_t root, IndexPage page, std::size_t inserted) {
+void IndexEditor::growRoot(std::uint32_t root, const IndexPage& page, std::size_t inserted) {
   if (page.level >= kMostIndexLevels)
     raiseDamaged(source_.place(root), u"an index has too many levels");
   const bool ascending = page.leaf && inserted + 1 == page.entries.size();

@@ -93,7 +93,6 @@ KeySupport keySupport(Version version, const ColumnDefinition& column, bool asce
       return codePage && general ? KeySupport::Ordered : KeySupport::None;
     }
     case ColumnType::Numeric:
-      return ascending ? KeySupport::Ordered : KeySupport::Unordered;
     case ColumnType::Binary:
       return ascending ? KeySupport::Ordered : KeySupport::Unordered;
     case ColumnType::Guid:

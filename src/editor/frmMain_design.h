@@ -42,19 +42,6 @@ constexpr forms::Design label(const char* name, std::u16string_view caption, int
           .transparent = true};
 }
 
-constexpr forms::Design box(const char* name, int left, int top, int width, int height,
-                            int tabIndex, bool visible = true) {
-  return {.name = name,
-          .left = left,
-          .top = top,
-          .width = width,
-          .height = height,
-          .tabIndex = tabIndex,
-          .visible = visible,
-          .backColour = forms::kWindowBackground,
-          .foreColour = forms::kWindowText};
-}
-
 constexpr forms::Design tickBox(const char* name, std::u16string_view caption, int left, int top,
                                 int tabIndex) {
   return {.name = name,
@@ -77,13 +64,13 @@ inline constexpr KeyEditorDesign kCommon{
              .maximiseBox = false,
              .startMaximised = true,
              .backColour = forms::kWindowBackground},
-    .Picture1 = box("Picture1", 180, 270, 9510, 9825, 0),
+    .Picture1 = keydesign::box("Picture1", 180, 270, 9510, 9825, 0),
     .keyCount = kKeys,
     .key = key,
-    .Grid1 = box("Grid1", 14130, 315, 2715, 7710, 75, false),
-    .List1 = box("List1", 9945, 2610, 4080, 4830, 65),
-    .txtColour = box("txtColour", 18090, 8820, 2535, 360, 71, false),
-    .txtFontColour = box("txtFontColour", 10305, 10440, 2535, 360, 70, false),
+    .Grid1 = keydesign::box("Grid1", 14130, 315, 2715, 7710, 75, false),
+    .List1 = keydesign::box("List1", 9945, 2610, 4080, 4830, 65),
+    .txtColour = keydesign::box("txtColour", 18090, 8820, 2535, 360, 71, false),
+    .txtFontColour = keydesign::box("txtFontColour", 10305, 10440, 2535, 360, 70, false),
     .cmdSelCol = command("cmdSelCol", u"Button Colour", 9945, 7965, 67),
     .cmdFontColour = command("cmdFontColour", u"Font Colour", 9945, 8460, 68),
     .cmdResetColor = command("cmdResetColor", u"Reset the Button", 9945, 8955, 69),
@@ -101,11 +88,11 @@ inline constexpr auto kChkBarcode =
     tickBox("chkBarcode", u"Ignore items with barcodes", 9945, 7470, 85);
 
 inline constexpr auto kLblLevel = label("lblLevel", u"Level", 9990, 810, 825, 285, 80);
-inline constexpr auto kCbLevel = box("cbLevel", 9945, 1080, 1050, 360, 79);
+inline constexpr auto kCbLevel = keydesign::box("cbLevel", 9945, 1080, 1050, 360, 79);
 inline constexpr auto kLabel5 = label("Label5", u"Level Name", 11295, 810, 2445, 285, 81);
-inline constexpr auto kTxtName = box("txtName", 11250, 1080, 2760, 360, 82);
+inline constexpr auto kTxtName = keydesign::box("txtName", 11250, 1080, 2760, 360, 82);
 inline constexpr auto kLabel2 = label("Label2", u"Select a department", 9990, 1575, 3930, 285, 66);
-inline constexpr auto kCbDept = box("cbDept", 9945, 1845, 4110, 360, 76);
+inline constexpr auto kCbDept = keydesign::box("cbDept", 9945, 1845, 4110, 360, 76);
 inline constexpr auto kLabel1 =
     label("Label1", u"Drag an item from the list onto a button", 9990, 2340, 4065, 330, 64);
 inline constexpr forms::Design kLabel3{.name = "Label3",

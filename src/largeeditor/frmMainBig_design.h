@@ -26,32 +26,19 @@ constexpr MyCommandButton::ButtonDesign command(const char* name, std::u16string
                             {4471, 820});
 }
 
-constexpr forms::Design box(const char* name, int left, int top, int width, int height,
-                            int tabIndex, bool visible) {
-  return {.name = name,
-          .left = left,
-          .top = top,
-          .width = width,
-          .height = height,
-          .tabIndex = tabIndex,
-          .visible = visible,
-          .backColour = forms::kWindowBackground,
-          .foreColour = forms::kWindowText};
-}
-
 inline constexpr KeyEditorDesign kCommon{
     .form = {.name = "frmMainBig",
              .caption = u"Fast touch setup 108 keys",
              .width = 4560,
              .height = 3030,
              .startMaximised = true},
-    .Picture1 = box("Picture1", 90, 90, 13650, 9825, 4, true),
+    .Picture1 = keydesign::box("Picture1", 90, 90, 13650, 9825, 4, true),
     .keyCount = kKeys,
     .key = key,
-    .Grid1 = box("Grid1", 18135, 225, 2715, 7710, 0, false),
-    .List1 = box("List1", 13770, 90, 5460, 7740, 3, true),
-    .txtColour = box("txtColour", 13860, 9585, 2535, 360, 1, false),
-    .txtFontColour = box("txtFontColour", 9990, 10170, 2535, 360, 2, false),
+    .Grid1 = keydesign::box("Grid1", 18135, 225, 2715, 7710, 0, false),
+    .List1 = keydesign::box("List1", 13770, 90, 5460, 7740, 3, true),
+    .txtColour = keydesign::box("txtColour", 13860, 9585, 2535, 360, 1, false),
+    .txtFontColour = keydesign::box("txtFontColour", 9990, 10170, 2535, 360, 2, false),
     .cmdSelCol = command("cmdSelCol", u"Button Colour", 13815, 7965, 68),
     .cmdFontColour = command("cmdFontColour", u"Font Colour", 13815, 8505, 69),
     .cmdResetColor = command("cmdResetColor", u"Reset Button Colour", 13815, 9045, 70),

@@ -53,4 +53,18 @@ constexpr MyCommandButton::ButtonDesign command(const char* name, std::u16string
           extent.y};
 }
 
+/// A box, list or key block in the window's colours.
+constexpr forms::Design box(const char* name, int left, int top, int width, int height,
+                            int tabIndex, bool visible = true) {
+  return {.name = name,
+          .left = left,
+          .top = top,
+          .width = width,
+          .height = height,
+          .tabIndex = tabIndex,
+          .visible = visible,
+          .backColour = forms::kWindowBackground,
+          .foreColour = forms::kWindowText};
+}
+
 }  // namespace keydesign

@@ -33,8 +33,10 @@ void endOnFatalMessage(QtMsgType type, const QMessageLogContext&, const QString&
 
 struct Application::Loop {
   Loop() : application(noArguments.count, noArguments.list) {
-    QApplication::setStyle(std::make_unique<qt::Look>().release());  // theirs from now on
-    const Font usual;  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): they own their style
+    auto* look = new qt::Look;
+    look->setParent(&application);
+    QApplication::setStyle(look);
+    const Font usual;
     QApplication::setFont(qt::font(usual.face, usual.points, usual.weight));
     QApplication::setWindowIcon(qt::programIcon());
     qt::installReaders();

@@ -18,8 +18,8 @@ constexpr std::int64_t kRowWork = 10;
 /// What a registered table is made of.
 struct Registration {
   TableUse use;
-  KeptFailure* failure;
-  WorkBudget* budget;
+  KeptFailure* failure = nullptr;
+  WorkBudget* budget = nullptr;
 };
 
 struct VirtualTable {

@@ -53,7 +53,7 @@ void runScalar(sqlite3_context* context, int count, sqlite3_value** values) noex
 
 /// SQLite keeps a pointer's room for each group, zeroed at first.
 Aggregate** roomFor(sqlite3_context* context, bool create) {
-  constexpr int kSize = sizeof(Aggregate*);
+  constexpr int kSize = sizeof(void*);
   return static_cast<Aggregate**>(sqlite3_aggregate_context(context, create ? kSize : 0));
 }
 

@@ -1,5 +1,7 @@
 #include "platform/jet/engine/IndexCursor.h"
 
+#include <algorithm>
+
 namespace jet {
 
 IndexCursor::IndexCursor(const TableSource& source, std::size_t index, const IndexRange& range)
@@ -15,10 +17,13 @@ bool IndexCursor::isStale() const {
   const Row& row = reader_.row();
   if (source_.definition.indexes[index_].ignoresNulls() && key_.isAllNull(row)) return true;
   if (!key_.make(row, rowKey_)) return false;
-  const Bytes own = IndexEntry::of(rowKey_, row.id()).bytes;
-  if (own == walk_->entry()) return false;
+  const Bytes& entry = walk_->entry();
+  if (entry.size() == rowKey_.size() + kEntryRow &&
+      std::equal(rowKey_.begin(), rowKey_.end(), entry.begin()))
+    return false;
   // Only a row that has an entry under its own key has a stale one: rather a row under a key that
   // we would make otherwise than none.
+  const Bytes own = IndexEntry::of(rowKey_, row.id()).bytes;
   IndexWalk lookup(source_, index_, own);
   return lookup.next() && lookup.entry() == own;
 }

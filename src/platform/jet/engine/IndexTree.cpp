@@ -35,7 +35,7 @@ bool IndexWalk::next() {
     }
     const std::size_t at = at_++;
     if (!first_ && leaf_->compare(at, entry_.bytes) <= 0) continue;
-    entry_ = leaf_->entry(at);
+    leaf_->copyEntry(at, entry_);
     first_ = false;
     return true;
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/jet/format/ColumnValue.h"
 #include "platform/jet/format/IndexKey.h"
 
 namespace jet {
@@ -35,14 +36,24 @@ bool RowKey::isAllNull(const Row& row) const {
 
 bool appendColumnKey(const TableSource& source, const Row& row, int column, bool ascending,
                      Bytes& key) {
+  const Version version = source.version();
   const ColumnDefinition& definition = source.columns[static_cast<std::size_t>(column)];
-  if (!isText(definition.type))
-    return appendKey(source.version(), definition, ascending, row.value(column), key);
-  std::string text;
-  if (!row.sortKey(column, text))
-    return appendKey(source.version(), definition, ascending, runtime::Null{}, key);
-  return appendKey(source.version(), definition, ascending,
-                   runtime::Binary(text.begin(), text.end()), key);
+  if (isText(definition.type)) {
+    std::string text;
+    if (row.sortKey(column, text)) {
+      const ByteView bytes(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
+      if (!isKnownTextKey(bytes) || keySupport(version, definition, ascending) == KeySupport::None)
+        return false;
+      appendTextPart(version, ascending, bytes, key);
+      return true;
+    }
+  } else if (const std::optional<ByteView> stored = row.stored(column)) {
+    const std::size_t size = typeSize(definition.type).value_or(stored->size());
+    if (stored->size() < size)
+      raiseDamaged(source.place(row.id().page), u"a value is shorter than its column's type");
+    return appendStoredKey(version, definition, ascending, stored->first(size), key);
+  }
+  return appendKey(version, definition, ascending, row.value(column), key);
 }
 
 }  // namespace jet

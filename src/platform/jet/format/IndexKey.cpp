@@ -36,15 +36,17 @@ void appendSegments(ByteView value, bool ascending, Bytes& key) {
 }
 
 /// Numbers, whose stored bytes are little endian: turned round, so that they sort as bytes.
-Bytes numberKey(ColumnType type, Bytes stored) {
-  std::ranges::reverse(stored);
+void appendNumber(ColumnType type, ByteView stored, bool ascending, Bytes& key) {
+  const std::size_t start = key.size();
+  key.insert(key.end(), stored.rbegin(), stored.rend());
+  const ByteSpan number = ByteSpan(key).subspan(start);
   const bool real =
       type == ColumnType::Single || type == ColumnType::Double || type == ColumnType::DateTime;
-  if (real && (stored[0] & 0x80) != 0)
-    invert(stored);
+  if (real && (number[0] & 0x80) != 0)
+    invert(number);
   else if (type != ColumnType::Byte)
-    stored[0] ^= 0x80;
-  return stored;
+    number[0] ^= 0x80;
+  if (!ascending) invert(number);
 }
 
 /// A sign byte, then the magnitude. In a descending key the sign byte stays and the magnitude of
@@ -57,14 +59,6 @@ void appendNumeric(ByteView stored, bool ascending, Bytes& key) {
     for (std::size_t i = 4; i-- > 0;) magnitude.push_back(stored[word + i]);
   if (negative == ascending) invert(magnitude);
   appendBytes(key, magnitude);
-}
-
-void appendText(Version version, bool ascending, ByteView text, Bytes& key) {
-  const std::size_t start = key.size();
-  appendBytes(key, text);
-  if (ascending) return;
-  invert(ByteSpan(key).subspan(start));
-  if (version == Version::Jet4) key.push_back(0);
 }
 
 /// The text's key, or the one that was made before; empty where a character is outside the tables.
@@ -102,6 +96,37 @@ KeySupport keySupport(Version version, const ColumnDefinition& column, bool asce
   }
 }
 
+void appendTextPart(Version version, bool ascending, ByteView textKey, Bytes& key) {
+  key.push_back(ascending ? kAscendingFlag : kDescendingFlag);
+  const std::size_t start = key.size();
+  appendBytes(key, textKey);
+  if (ascending) return;
+  invert(ByteSpan(key).subspan(start));
+  if (version == Version::Jet4) key.push_back(0);
+}
+
+bool appendStoredKey(Version version, const ColumnDefinition& column, bool ascending,
+                     ByteView stored, Bytes& key) {
+  if (keySupport(version, column, ascending) == KeySupport::None) return false;
+  key.push_back(ascending ? kAscendingFlag : kDescendingFlag);
+  switch (column.type) {
+    case ColumnType::Binary:
+      appendSegments(stored, ascending, key);
+      break;
+    case ColumnType::Guid: {
+      const runtime::Variant guid = decodeValue(version, column, stored, {});
+      appendSegments(std::get<runtime::Guid>(guid.get()).bytes, ascending, key);
+      break;
+    }
+    case ColumnType::Numeric:
+      appendNumeric(stored, ascending, key);
+      break;
+    default:
+      appendNumber(column.type, stored, ascending, key);
+  }
+  return true;
+}
+
 bool appendKey(Version version, const ColumnDefinition& column, bool ascending,
                const Variant& value, Bytes& key) {
   if (keySupport(version, column, ascending) == KeySupport::None) return false;
@@ -109,37 +134,19 @@ bool appendKey(Version version, const ColumnDefinition& column, bool ascending,
     key.push_back(nullKey(ascending));
     return true;
   }
-  const std::uint8_t flag = ascending ? kAscendingFlag : kDescendingFlag;
   if (isText(column.type)) {
     const Bytes text = textPart(version, value);
     if (text.empty()) return false;
-    key.push_back(flag);
-    appendText(version, ascending, text, key);
+    appendTextPart(version, ascending, text, key);
     return true;
   }
   if (column.type == ColumnType::Boolean) {
-    key.push_back(flag);
+    key.push_back(ascending ? kAscendingFlag : kDescendingFlag);
     key.push_back(std::get<bool>(value.get()) == ascending ? 0x00 : 0xFF);
     return true;
   }
-  if (column.type == ColumnType::Guid) {
-    key.push_back(flag);
-    appendSegments(std::get<runtime::Guid>(value.get()).bytes, ascending, key);
-    return true;
-  }
   const std::optional<Bytes> stored = encodeValue(version, column, value);
-  if (!stored) return false;
-  key.push_back(flag);
-  if (column.type == ColumnType::Binary) {
-    appendSegments(*stored, ascending, key);
-  } else if (column.type == ColumnType::Numeric) {
-    appendNumeric(*stored, ascending, key);
-  } else {
-    Bytes number = numberKey(column.type, *stored);
-    if (!ascending) invert(number);
-    appendBytes(key, number);
-  }
-  return true;
+  return stored && appendStoredKey(version, column, ascending, *stored, key);
 }
 
 }  // namespace jet

@@ -26,6 +26,13 @@ KeySupport keySupport(Version version, const ColumnDefinition& column, bool asce
 bool appendKey(Version version, const ColumnDefinition& column, bool ascending,
                const runtime::Variant& value, Bytes& key);
 
+/// The same from a value's stored bytes, which are as many as the type takes; not for null, text
+/// and Boolean.
+bool appendStoredKey(Version version, const ColumnDefinition& column, bool ascending,
+                     ByteView stored, Bytes& key);
+/// The same from a text's key.
+void appendTextPart(Version version, bool ascending, ByteView textKey, Bytes& key);
+
 /// The part of a null.
 std::uint8_t nullKey(bool ascending);
 

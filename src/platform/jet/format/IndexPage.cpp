@@ -130,17 +130,19 @@ std::uint32_t IndexPageView::child(std::size_t entry) const {
   return page;
 }
 
-IndexEntry IndexPageView::entry(std::size_t number) const {
-  IndexEntry entry;
+void IndexPageView::copyEntry(std::size_t number, IndexEntry& copy) const {
   const ByteView front = page_.subspan(layout_->indexData, number > 0 ? prefix_ : 0);
   const ByteView own = suffix(number);
-  entry.bytes.reserve(front.size() + own.size());
-  appendBytes(entry.bytes, front);
-  appendBytes(entry.bytes, own);
-  if (!leaf_) {
-    entry.child = child(number);
-    for (std::size_t i = 0; i < kEntryChild; ++i) entry.bytes.pop_back();
-  }
+  copy.bytes.resize(front.size() + own.size());
+  putBytes(copy.bytes, 0, front);
+  putBytes(copy.bytes, front.size(), own);
+  if (!leaf_) copy.bytes.erase(copy.bytes.end() - kEntryChild, copy.bytes.end());
+  copy.child = leaf_ ? 0 : child(number);
+}
+
+IndexEntry IndexPageView::entry(std::size_t number) const {
+  IndexEntry entry;
+  copyEntry(number, entry);
   return entry;
 }
 

@@ -59,6 +59,8 @@ class IndexPageView {
   RowPointer row(std::size_t entry) const;
   std::uint32_t child(std::size_t entry) const;
   IndexEntry entry(std::size_t entry) const;
+  /// The same into an entry that is there already.
+  void copyEntry(std::size_t entry, IndexEntry& copy) const;
 
  private:
   ByteView suffix(std::size_t entry) const;

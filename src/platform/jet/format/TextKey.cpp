@@ -36,14 +36,10 @@ void addUnknown(std::string& key, char16_t unit) {
 /// position.
 class General4Key {
  public:
-  explicit General4Key(std::string& key) : key_(key) {}
+  /// `plain` characters with one inline byte each stand in the key already.
+  explicit General4Key(std::string& key, std::size_t plain = 0) : key_(key), position_(plain) {}
 
   void addCharacter(const TextWeight& weight) {
-    if (weight.plain) {
-      add(key_, weight.inlineBytes[0]);
-      ++position_;
-      return;
-    }
     for (std::size_t i = 0; i < weight.inlineCount; ++i) add(key_, weight.inlineBytes[i]);
     if (weight.mark != 0) {
       marks_.resize(position_, kNoMark);
@@ -77,7 +73,7 @@ class General4Key {
   static constexpr std::uint8_t kNoMark = 2;
 
   std::string& key_;
-  std::size_t position_ = 0;  ///< characters with inline bytes so far
+  std::size_t position_;  ///< characters with inline bytes so far
   std::vector<std::uint8_t> marks_;
   std::vector<std::uint8_t> ignorables_;
 };
@@ -85,7 +81,7 @@ class General4Key {
 /// Jet 3: inline bytes, then 00, or a string of nibbles that counts the letters between accents.
 class General3Key {
  public:
-  explicit General3Key(std::string& key) : key_(key) {}
+  explicit General3Key(std::string& key, std::size_t /*plain*/ = 0) : key_(key) {}
 
   void addCharacter(const TextWeight& weight) {
     for (std::size_t i = 0; i < weight.inlineCount; ++i) add(key_, weight.inlineBytes[i]);
@@ -161,10 +157,19 @@ bool appendText(std::u16string_view text, const TextWeight* (*weightOf)(char16_t
 template <class Key>
 void appendBytesOf(std::string_view text, const std::array<TextWeight, 256>& weights,
                    std::string& bytes) {
-  // Room for the inline bytes of nearly all texts, and for the end.
-  bytes.reserve(bytes.size() + text.size() + 8);
-  Key key(bytes);
-  for (const char byte : text) key.addCharacter(weights[static_cast<std::uint8_t>(byte)]);
+  // Most texts hold nothing but plain characters, and most others begin with some.
+  const std::size_t start = bytes.size();
+  bytes.resize(start + text.size());
+  std::size_t plain = 0;
+  for (; plain < text.size(); ++plain) {
+    const TextWeight& weight = weights[static_cast<std::uint8_t>(text[plain])];
+    if (!weight.plain) break;
+    bytes[start + plain] = static_cast<char>(weight.inlineBytes[0]);
+  }
+  bytes.resize(start + plain);
+  Key key(bytes, plain);
+  for (const char byte : text.substr(plain))
+    key.addCharacter(weights[static_cast<std::uint8_t>(byte)]);
   key.finish();
 }
 

@@ -112,6 +112,45 @@ TEST_F(StoreSql, EndsWithTheErrorsNumberAndWords) {
   EXPECT_EQ(run({"--nonsense", store, "select 1"}).status, 2);
 }
 
+TEST_F(StoreSql, UpdatesTheFirstRowAndPrintsItAsItReads) {
+  const std::string store = oddStore();
+  const std::vector<std::string> session{"--password", "secret"};
+  const auto with = [&](std::vector<std::string> words) {
+    words.insert(words.begin(), session.begin(), session.end());
+    return run(words);
+  };
+  Result got = with({"--update", "words=x\\ty\\\\=1", "amount=2.5", "day=\\N", store,
+                     "select id, words, amount, day from [Odd things] order by id"});
+  EXPECT_EQ(got.err, "");
+  EXPECT_EQ(got.out, "id\twords\tamount\tday\n1\tx\\ty\\\\=1\t2.5000\t\\N\n");
+  got = with({"--update", "amount=much", store, "select amount from [Odd things] where id = 2"});
+  EXPECT_EQ(got.status, 1);
+  EXPECT_TRUE(got.err.starts_with("-2147217913: ")) << got.err;
+  got = with({"--update", "amount=1", store, "select amount from [Odd things] where id = 9"});
+  EXPECT_TRUE(got.err.starts_with("3021: ")) << got.err;
+  got = with({"--update", "nothing", store, "select id from [Odd things]"});
+  EXPECT_EQ(got.status, 1);
+  got = with({store, "select words, amount, day from [Odd things] where id = 1"});
+  EXPECT_EQ(got.out, "words\tamount\tday\nx\\ty\\\\=1\t2.5000\t\\N\n");
+}
+
+TEST_F(StoreSql, RunsAScriptStepByStepUntilOneFails) {
+  const std::string store = oddStore();
+  const fs::path script = folder_ / "script.tsv";
+  const std::string step = "select id, words from [Odd things] where id = ";
+  std::ofstream(script) << step << "1\twords=one\n"
+                        << step << "2\twords=two\\tand more\n"
+                        << "select * from [Odd things]\n"
+                        << step << "9\twords=nine\n"
+                        << step << "3\twords=three\n";
+  const Result got = run({"--password", "secret", "--script", script.string(), store});
+  EXPECT_EQ(got.status, 1);
+  EXPECT_EQ(got.out, "3\n");
+  EXPECT_TRUE(got.err.starts_with("line 4: 3021: ")) << got.err;
+  EXPECT_EQ(run({"--password", "secret", store, "select words from [Odd things] order by id"}).out,
+            "words\none\ntwo\\tand more\n\xE2\x82\xAC \xC3\xA9\n");
+}
+
 TEST_F(StoreSql, PrintsTheReferenceStoresAsExpected) {
   const fs::path stores = fs::path(TEST_DATA_DIR) / "stores";
   if (!fs::is_directory(stores)) GTEST_SKIP() << "no reference stores";

@@ -1,0 +1,143 @@
+#include <gtest/gtest.h>
+
+#include "TestStore.h"
+
+namespace adodbtest {
+namespace {
+
+using ADODB::Connection;
+using ADODB::Recordset;
+using runtime::Variant;
+
+constexpr std::u16string_view kFreeSlots =
+    u"select id, description, price, deptid from tblStock where Description is null order by ID";
+
+class Update : public testing::Test {
+ protected:
+  explicit Update(const makestore::ShopOrder& order = smallShop()) : store_(order) {
+    store_.open(connection_);
+  }
+
+  /// The first row of a statement, read in a session of its own, as texts joined by "|".
+  std::string reread(std::u16string_view statement) const {
+    Connection connection;
+    store_.open(connection);
+    Recordset rows;
+    rows.Open(statement, connection, 1, 2, -1);
+    std::string line;
+    for (int i = 0; i < rows.FieldCount(); ++i) {
+      line += narrow(rows.FieldAt(i).value() & u"|");
+    }
+    return line;
+  }
+
+  TestStore store_;
+  Connection connection_;
+  Recordset rows_;
+};
+
+TEST_F(Update, FillsTheFirstFreeSlotAndStaysOnIt) {
+  rows_.Open(kFreeSlots, connection_, 1, 2, -1);
+  EXPECT_EQ(rows_.RecordCount(), 10);
+  rows_.Fields(u"description").value(u"O'Hara's \u20AC");
+  rows_.Fields(u"price").value(2.5);
+  rows_.Fields(u"deptid").value(u"3");
+  EXPECT_EQ(rows_.Fields(u"price").value(), Variant(2.5));
+  rows_.Update();
+  EXPECT_EQ(rows_.Fields(u"id").value(), Variant(std::int32_t{31}));
+  EXPECT_EQ(rows_.Fields(u"description").value(), Variant(u"O'Hara's \u20AC"));
+  EXPECT_EQ(rows_.Fields(u"price").value(), Variant(runtime::Currency{25000}));
+  EXPECT_EQ(rows_.Fields(u"deptid").value(), Variant(std::int32_t{3}));
+  EXPECT_EQ(rows_.RecordCount(), 10);
+  rows_.Close();
+
+  EXPECT_EQ(
+      reread(u"select id, price, deptid from tblStock where description = 'o''hara''s \u20AC'"),
+      "31|2.5|3|");
+  EXPECT_EQ(reread(kFreeSlots), "32||0|0|");
+}
+
+TEST_F(Update, WritesEachTableOfAJoinAndWhatIsStagedWhenMovingOn) {
+  rows_.Open(
+      u"select s.id, s.description, p.PRINTER1, p.ITEM_TYPE from tblStock s inner join tblPlu p on "
+      u"s.id = p.id where s.id < 3 order by s.id",
+      connection_, 1, 2, -1);
+  rows_.Fields(u"PRINTER1").value(std::int16_t{1});
+  rows_.Fields(u"description").value(u"Both");
+  rows_.MoveNext();
+  rows_.Fields(u"ITEM_TYPE").value(u"1");
+  rows_.Update();
+  rows_.Update();
+  rows_.Close();
+  EXPECT_EQ(
+      reread(u"select s.description, p.PRINTER1 from tblStock s inner join tblPlu p on s.id = "
+             u"p.id where s.id = 1"),
+      "Both|1|");
+  EXPECT_EQ(reread(u"select ITEM_TYPE from tblPlu where id = 2"), "1|");
+}
+
+TEST_F(Update, ThroughASavedQueryReachesTheTable) {
+  rows_.Open(u"select ID, DESCRIPTION, barcode, deptname from qrySalesitems where ID = 7",
+             connection_, 1, 2, -1);
+  rows_.Fields(u"barcode").value(u"471");
+  rows_.Fields(u"description").value(u"Renamed");
+  rows_.Update();
+  EXPECT_EQ(rows_.Fields(u"barcode").value(), Variant(u"471"));
+  rows_.Close();
+  EXPECT_EQ(reread(u"select barcode from tblPlu where id = 7"), "471|");
+  EXPECT_EQ(reread(u"select description from tblStock where id = 7"), "Renamed|");
+}
+
+TEST_F(Update, RefusedValuesLeaveTheRowAsItWas) {
+  rows_.Open(u"select id, description, price, deptid from tblStock where id = 3", connection_, 1, 2,
+             -1);
+  const std::string before = reread(u"select * from tblStock where id = 3");
+  rows_.Fields(u"description").value(u"changed");
+  rows_.Fields(u"deptid").value(u"three");
+  EXPECT_EQ(failureNumber([&] { rows_.Update(); }), -2147217913);
+  EXPECT_EQ(reread(u"select * from tblStock where id = 3"), before);
+  rows_.Fields(u"deptid").value(u"2");
+  rows_.Fields(u"description").value(std::u16string(51, u'x'));
+  EXPECT_EQ(failureNumber([&] { rows_.Update(); }), -2147217833);
+  rows_.Fields(u"description").value(u"fits");
+  rows_.Fields(u"id").value(std::int32_t{4});
+  EXPECT_EQ(failureNumber([&] { rows_.Update(); }), -2147467259);
+  EXPECT_EQ(reread(u"select * from tblStock where id = 3"), before);
+  rows_.Fields(u"id").value(std::int32_t{3});
+  rows_.Update();
+  EXPECT_EQ(reread(u"select id, description, deptid from tblStock where id = 3"), "3|fits|2|");
+}
+
+TEST_F(Update, ARowThatAnotherSessionChangedIsRefused) {
+  rows_.Open(kFreeSlots, connection_, 1, 2, -1);
+  rows_.Fields(u"description").value(u"second");
+  {
+    Connection other;
+    store_.open(other);
+    Recordset first;
+    first.Open(kFreeSlots, other, 1, 2, -1);
+    first.Fields(u"description").value(u"first");
+    connection_.Close();
+    first.Update();
+  }
+  EXPECT_EQ(failureNumber([&] { rows_.Update(); }), 3704);
+
+  Connection reading;
+  store_.open(reading);
+  Recordset stale;
+  stale.Open(kFreeSlots, reading, 1, 2, -1);
+  Recordset sameSession;
+  sameSession.Open(kFreeSlots, reading, 1, 2, -1);
+  sameSession.Fields(u"description").value(u"third");
+  sameSession.Update();
+  stale.Fields(u"description").value(u"fourth");
+  EXPECT_EQ(failureOf([&] { stale.Update(); }),
+            "-2147217864: Row cannot be located for updating. Some values may have been changed "
+            "since it was last read.");
+  reading.Close();
+  EXPECT_EQ(reread(u"select description from tblStock where id = 31"), "first|");
+  EXPECT_EQ(reread(u"select description from tblStock where id = 32"), "third|");
+}
+
+}  // namespace
+}  // namespace adodbtest

@@ -41,7 +41,7 @@ struct Recordset::Rows final : public jetsql::RowSink {
   }
 
   void update();
-  void updateSource(int sourceRow, jet::RowId id);
+  void updateSource(const jet::Table& table, int sourceRow, jet::RowId id);
   void reread(int sourceRow, jet::RowId id);
 
   std::weak_ptr<jetsql::Session> session;
@@ -56,25 +56,24 @@ struct Recordset::Rows final : public jetsql::RowSink {
 void Recordset::Rows::update() {
   while (!staged.empty()) {
     const int column = staged.begin()->first;
-    updateSource(field(column).sourceRow, *rowOf(column));
+    const jetsql::ResultColumn& first = field(column);
+    updateSource(*first.table, first.sourceRow, *rowOf(column));
   }
 }
 
-void Recordset::Rows::updateSource(int sourceRow, jet::RowId id) {
-  const jet::Table* table = nullptr;
+void Recordset::Rows::updateSource(const jet::Table& table, int sourceRow, jet::RowId id) {
   std::vector<jet::ColumnValue> changes;
   std::vector<jet::ColumnValue> asRead;
   for (std::size_t i = 0; i < fields.size(); ++i) {
     const jetsql::ResultColumn& each = fields[i];
     if (each.table == nullptr || each.sourceRow != sourceRow) continue;
-    table = each.table;
     const auto column = static_cast<int>(i);
     asRead.push_back({each.tableColumn, value(column)});
     const auto change = staged.find(column);
     if (change != staged.end()) changes.push_back({each.tableColumn, change->second});
   }
   const auto open = session.lock();
-  open->database().update(*table, id, changes, asRead);
+  open->database().update(table, id, changes, asRead);
   std::erase_if(staged, [&](const auto& each) { return field(each.first).sourceRow == sourceRow; });
   reread(sourceRow, id);
 }

@@ -99,7 +99,7 @@ void RowStore::pack(const jetsql::RawValue& value) {
     const auto* first = static_cast<const std::uint8_t*>(bytes);
     packed_.insert(packed_.end(), first, first + size);
   };
-  const auto putWhole = [&]<class T>(Tag tag, T whole) { put(tag, &whole, sizeof whole); };
+  const auto putWhole = [&](Tag tag, auto whole) { put(tag, &whole, sizeof whole); };
   if (const auto* whole = std::get_if<std::int64_t>(&value)) {
     if (holds<std::int8_t>(*whole)) return putWhole(Tag::Whole8, static_cast<std::int8_t>(*whole));
     if (holds<std::int16_t>(*whole)) {

@@ -39,8 +39,8 @@ std::u16string padded(int number, std::size_t width) {
 
 class DateWriter {
  public:
-  DateWriter(double days, std::u16string_view pattern) : days_(days), pattern_(pattern) {
-    time_ = civilFromDays(days);
+  DateWriter(double days, std::u16string_view pattern)
+      : days_(days), pattern_(pattern), time_(civilFromDays(days)) {
     twelve_ = findHalf(0) != std::u16string_view::npos;
   }
 

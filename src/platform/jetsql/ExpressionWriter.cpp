@@ -202,7 +202,7 @@ std::string SqlWriter::condition(const Expression& expression) {
 }
 
 std::string SqlWriter::plainValue(const Expression& expression) {
-  if (isTruth(expression)) return "(-" + condition(expression) + ")";
+  if (isTruth(expression)) return "(- " + condition(expression) + ")";
   switch (expression.kind) {
     case Expression::Kind::Null:
       return "NULL";
@@ -232,7 +232,7 @@ std::string SqlWriter::operatorValue(const Expression& expression) {
     case Operator::Concatenate:
       return concatenation(expression);
     case Operator::Negate:
-      return "(-" + asNumber(*arguments[0]) + ")";
+      return "(- " + asNumber(*arguments[0]) + ")";
     case Operator::Add:
       if (isTextual(arguments[0]->type) && isTextual(arguments[1]->type)) {
         return "(" + value(*arguments[0]) + " || " + value(*arguments[1]) + ")";

@@ -93,5 +93,22 @@ TEST_F(RecordsetTest, OnlyColumnsOfATablesRowsTakeValues) {
   EXPECT_EQ(failureNumber([&] { outer.Fields(u"PRINTER1").value(1); }), 3251);
 }
 
+TEST_F(RecordsetTest, ADateIsWrittenWholeAndOfTheCalendarOnly) {
+  open(u"select id, lastsold from tblStock where id = 3");
+  const auto written = [&](std::u16string_view text) {
+    rows_.Fields(u"lastsold").value(std::u16string(text));
+    rows_.Update();
+    return narrow(rows_.Fields(u"lastsold").value().toText());
+  };
+  for (const char16_t* text :
+       {u"0100-01-01 00:00:00", u"1899-12-30 12:00:00", u"1899-12-29 18:00:01",
+        u"2004-02-29 10:15:00", u"9999-12-31 23:59:59"})
+    EXPECT_EQ(written(text), narrow(text));
+  EXPECT_EQ(written(u"38000.25"), "2004-01-14 06:00:00");
+  for (const char16_t* text : {u"0099-12-31", u"2003-02-29", u"2004-01-01 24:00", u"2004-01-01 9",
+                               u"2004-01-01x", u"2004-01-01 10:15:00 and on", u"soon"})
+    EXPECT_EQ(failureNumber([&] { written(text); }), -2147217913) << narrow(text);
+}
+
 }  // namespace
 }  // namespace adodbtest

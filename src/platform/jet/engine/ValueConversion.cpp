@@ -176,8 +176,9 @@ runtime::Date dateOf(const Variant& value) {
   unsigned minute = 0;
   unsigned second = 0;
   const std::string plain = text == nullptr ? "" : runtime::toUtf8(*text);
-  const int fields = std::sscanf(plain.c_str(), "%4d-%2u-%2u %2u:%2u:%2u", &year, &month, &day,
-                                 &hour, &minute, &second);
+  int read = 0;  // characters taken by the fields up to the day, the minute or the second
+  const int fields = std::sscanf(plain.c_str(), "%4d-%2u-%2u%n %2u:%2u%n:%2u%n", &year, &month,
+                                 &day, &read, &hour, &minute, &read, &second, &read);
   constexpr double kFirstDay = -657434;
   constexpr double kEnd = 2958466;
   if (fields < 3) {
@@ -187,7 +188,9 @@ runtime::Date dateOf(const Variant& value) {
   }
   const std::chrono::year_month_day date{std::chrono::year(year), std::chrono::month(month),
                                          std::chrono::day(day)};
-  if (!date.ok() || hour > 23 || minute > 59 || second > 59 || (fields != 3 && fields < 5))
+  constexpr int kFirstYear = 100;
+  if (!date.ok() || year < kFirstYear || hour > 23 || minute > 59 || second > 59 ||
+      static_cast<std::size_t>(read) != plain.size())
     raiseMismatch();
   constexpr int kDaysTo1970 = 25569;
   constexpr double kSecondsADay = 86400;

@@ -1,7 +1,7 @@
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <ranges>
 
 #include "platform/jetsql/Error.h"
 #include "platform/jetsql/Function.h"
@@ -269,7 +269,8 @@ std::string SqlWriter::chain(const Expression& expression) {
     first = expression.arguments[0].get();
   }
   std::string whole = "(" + asNumber(*first);
-  for (const auto& link : std::views::reverse(links)) {
+  std::reverse(links.begin(), links.end());
+  for (const Expression* link : links) {
     whole += symbol(expression.op);
     whole += asNumber(*link);
     checkLength(whole.size());
@@ -285,7 +286,8 @@ std::string SqlWriter::concatenation(const Expression& expression) {
     first = first->arguments[0].get();
   }
   std::vector<std::string> pieces{asText(*first)};
-  for (const auto& link : std::views::reverse(links)) {
+  std::reverse(links.begin(), links.end());
+  for (const Expression* link : links) {
     if (pieces.size() == kMostArguments) pieces = {call("jet_concat", pieces)};
     pieces.push_back(asText(*link));
   }
@@ -316,7 +318,8 @@ std::string SqlWriter::logical(const Expression& expression) {
     first = first->arguments[0].get();
   }
   std::string whole = "(" + condition(*first);
-  for (const auto& link : std::views::reverse(links)) {
+  std::reverse(links.begin(), links.end());
+  for (const Expression* link : links) {
     whole += symbol(expression.op);
     whole += condition(*link);
     checkLength(whole.size());

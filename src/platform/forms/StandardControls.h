@@ -40,7 +40,7 @@ class Label : public Control {
 };
 
 /// A one-line text box, drawn in the window colours. With a length limit, typed and set text is cut
-/// to it (0: no limit).
+/// to it (0: no limit). Line breaks of a pasted text become blanks; nothing can be dropped on it.
 class TextBox : public Control {
  public:
   TextBox(Container& container, const Design& design, int maxLength = 0);

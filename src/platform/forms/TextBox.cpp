@@ -2,6 +2,7 @@
 #include <limits>
 
 #include "platform/forms/StandardControls.h"
+#include "platform/forms/qt/OneLine.h"
 #include "platform/forms/qt/Text.h"
 
 namespace forms {
@@ -10,6 +11,8 @@ namespace {
 QLineEdit* makeEdit(QWidget* parent, int maxLength) {
   auto* edit = new QLineEdit(parent);
   edit->setMaxLength(maxLength > 0 ? maxLength : std::numeric_limits<int>::max());
+  edit->setValidator(new qt::OneLine(edit));
+  edit->setAcceptDrops(false);  // what is dragged goes onto keys alone
   return edit;
 }
 

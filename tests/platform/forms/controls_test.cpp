@@ -3,9 +3,12 @@
 #include <gmock/gmock.h>
 
 #include <QAccessible>
+#include <QClipboard>
 #include <QComboBox>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QListView>
+#include <QTest>
 #include <QWheelEvent>
 
 #include "platform/forms/Form.h"
@@ -151,6 +154,15 @@ TEST_F(Controls, ATextBoxCutsSetAndTypedTextToItsLength) {
   user->click("text");
   user->type(u" Lunch & <b> more than fifteen");
   EXPECT_EQ(screen.text.Text(), u" Lunch & <b> mo");
+}
+
+TEST_F(Controls, ATextBoxStaysOneLineAndTakesNoDrop) {
+  QGuiApplication::clipboard()->setText("Tea\nSCREEN2=x\ry");
+  user->click("text");
+  QTest::keyClick(&user->control("text"), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(screen.text.Text(), u"Tea SCREEN2=x y");
+  EXPECT_FALSE(user->drop("text", u"Coffee"));
+  EXPECT_EQ(screen.text.Text(), u"Tea SCREEN2=x y");
 }
 
 TEST_F(Controls, ALeftPressSelectsTheRowThenRaisesMouseDownAndStartsTheDrag) {

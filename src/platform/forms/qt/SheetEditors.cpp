@@ -4,28 +4,14 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
-#include <QValidator>
 #include <QWheelEvent>
 #include <utility>
 
+#include "platform/forms/qt/OneLine.h"
 #include "platform/forms/qt/SheetView.h"
 
 namespace forms::qt {
 namespace {
-
-/// A cell is one line: line breaks of a pasted text become blanks.
-class OneLine : public QValidator {
- public:
-  using QValidator::QValidator;
-
-  State validate(QString& input, int&) const override {
-    for (QChar& character : input)
-      if (character == u'\n' || character == u'\r' || character == QChar::LineSeparator ||
-          character == QChar::ParagraphSeparator)
-        character = u' ';
-    return Acceptable;
-  }
-};
 
 // The toolkit's line edit keeps this distance by itself.
 constexpr int kOwnInset = 2;

@@ -176,9 +176,25 @@ class Screen:
 
     def save(self):
         """Presses Save and waits for the notice to come and go."""
-        self.click("cmdSave")
-        wait_until(lambda: len(self.windows()) == 2, "the saved notice")
+        self.begin_save()
         self.alone()
+
+    def begin_save(self, *keys):
+        """Presses Save, by the mouse or by keys, and waits for the layout file and the notice. The
+        notice stays for 750 ms only: on a busy machine it can be over when this returns."""
+
+        def written():
+            return {path: path.stat().st_mtime_ns
+                    for path in (self.program.shop.folder / "Posdata").glob("FastMovers*.txt")}
+
+        before = written()
+        if keys:
+            self.keys(*keys)
+        else:
+            self.click("cmdSave")
+        wait_until(lambda: written() != before, "the layout file")
+        # Nobody answers before the notice turns its events, so the file is whole by then.
+        wait_until(lambda: alive(self.node.states), "the saved notice")
 
     # The item list
 

@@ -113,11 +113,10 @@ class DayOfWork(Case):
     def test_nothing_done_during_the_notice_reaches_the_editor(self):
         screen = self.levelled()
         name = split(screen.items()[0])[0]
-        screen.click(7)
 
         def pressed_under_the_notice():
-            screen.click("cmdSave")
-            wait_until(lambda: len(screen.windows()) == 2, "the saved notice")
+            screen.click(7)
+            screen.begin_save()
             screen.click(30)
             screen.keys("Escape", "Return")
             in_time = len(screen.windows()) == 2
@@ -149,8 +148,7 @@ class DayOfWork(Case):
                      "Reset the Button", "Copy Button Settings", "Save", "Exit"):
             reaches(name, "Tab")
         reaches("Save", "shift+Tab")
-        screen.keys("space")
-        wait_until(lambda: len(screen.windows()) == 2, "the saved notice")
+        screen.begin_save("space")
         screen.alone()
         self.assertEqual(self.shop.layout(1), layout({}, back=BUTTON_FACE))
         reaches("Exit", "Tab")

@@ -1,0 +1,210 @@
+#include "platform/jet/RandomUpdates.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "platform/jet/StoreFiles.h"
+#include "platform/runtime/RunTimeError.h"
+
+namespace jettest {
+namespace {
+
+using runtime::Variant;
+
+std::vector<std::string> valuesOf(const jet::Row& row, const jet::Table& table) {
+  std::vector<std::string> values;
+  for (int i = 0; i < static_cast<int>(table.columns().size()); ++i)
+    values.push_back(printed(row.value(i)));
+  return values;
+}
+
+bool isChangeable(const jet::Column& column) {
+  switch (column.type) {
+    case jet::ColumnType::Block:
+    case jet::ColumnType::Numeric:
+      return false;
+    default:
+      return !column.autonumber;
+  }
+}
+
+}  // namespace
+
+std::vector<std::string> indexProblems(const jet::Table& table) {
+  std::vector<std::string> problems;
+  for (std::size_t i = 0; i < table.indexes().size(); ++i) {
+    const jet::Index& index = table.indexes()[i];
+    if (!index.seekable) continue;
+    std::size_t rows = 0;
+    const auto scan = table.scan();
+    while (scan->next()) {
+      jet::IndexRange range;
+      bool allNull = true;
+      for (const jet::IndexColumn& part : index.columns) {
+        range.equal.push_back(scan->row().value(part.column));
+        allNull = allNull && range.equal.back().isNull();
+      }
+      if (index.ignoreNulls && allNull) continue;
+      ++rows;
+      bool found = false;
+      const auto walk = table.walk(static_cast<int>(i), range);
+      while (!found && walk->next()) found = walk->row().id() == scan->row().id();
+      if (!found)
+        problems.push_back(narrow(table.name()) + "." + narrow(index.name) + ": row " +
+                           std::to_string(scan->row().id().page) + "/" +
+                           std::to_string(scan->row().id().slot) + " is not found");
+    }
+    std::size_t walked = 0;
+    const auto walk = table.walk(static_cast<int>(i), {});
+    while (walk->next()) ++walked;
+    if (walked != rows)
+      problems.push_back(narrow(table.name()) + "." + narrow(index.name) + ": a walk gives " +
+                         std::to_string(walked) + " of " + std::to_string(rows) + " rows");
+  }
+  return problems;
+}
+
+RandomUpdates::RandomUpdates(std::filesystem::path file, std::u16string password,
+                             std::uint32_t seed)
+    : file_(std::move(file)), password_(std::move(password)), generator_(seed) {
+  jet::Database database(file_, u"the file", password_);
+  for (const jet::CatalogObject& object : database.objects()) {
+    if (object.kind != jet::ObjectKind::Table || object.isSystem()) continue;
+    const jet::Table& table = database.table(object);
+    TableModel model;
+    model.name = object.name;
+    const auto scan = table.scan();
+    while (scan->next()) {
+      model.rows[scan->row().id()] = valuesOf(scan->row(), table);
+      model.ids.push_back(scan->row().id());
+    }
+    if (!model.ids.empty() && std::ranges::any_of(table.columns(), isChangeable))
+      tables_.push_back(std::move(model));
+  }
+}
+
+int RandomUpdates::random(int below) {
+  return std::uniform_int_distribution<int>(0, below - 1)(generator_);
+}
+
+std::u16string RandomUpdates::randomText(std::size_t most) {
+  // Short ones mostly, so that there are equal keys; long ones, so that pages fill.
+  const int longest = static_cast<int>(std::min<std::size_t>(most, random(4) == 0 ? 255 : 20));
+  const std::u16string_view letters =
+      u"abcdefghijklmnopqrstuvwxyzABCDEFGH0123456789    "
+      u"----''&/.,\u00e9\u00e0\u00f1\u00df\u0153\u20ac";
+  std::u16string text;
+  for (int i = random(longest + 1); i > 0; --i)
+    text.push_back(letters[static_cast<std::size_t>(random(static_cast<int>(letters.size())))]);
+  if (random(3) == 0)
+    text.insert(0, u"aaaaaaaaaaaaaaaa", std::min<std::size_t>(16, most - text.size()));
+  return text;
+}
+
+Variant RandomUpdates::randomValue(const jet::Column& column, jet::Version version) {
+  if (random(8) == 0 && column.type != jet::ColumnType::Boolean) return runtime::Null{};
+  switch (column.type) {
+    case jet::ColumnType::Boolean:
+      return random(2) == 0;
+    case jet::ColumnType::Byte:
+      return static_cast<std::uint8_t>(random(256));
+    case jet::ColumnType::Integer:
+      return static_cast<std::int16_t>(random(65536) - 32768);
+    case jet::ColumnType::Long:
+      return random(2) == 0 ? random(100) : static_cast<std::int32_t>(generator_());
+    case jet::ColumnType::Currency:
+      return runtime::Currency{static_cast<std::int64_t>(generator_()) - (1LL << 31)};
+    case jet::ColumnType::Single:
+      return static_cast<float>(random(100000) - 50000) / 8;
+    case jet::ColumnType::Double:
+      return static_cast<double>(random(1000000) - 500000) / 16;
+    case jet::ColumnType::DateTime:
+      return runtime::Date{static_cast<double>(random(60000 * 24)) / 24};
+    case jet::ColumnType::Guid: {
+      runtime::Guid guid;
+      for (std::uint8_t& byte : guid.bytes) byte = static_cast<std::uint8_t>(random(256));
+      return guid;
+    }
+    case jet::ColumnType::Text:
+      return randomText(version == jet::Version::Jet3 ? column.size : column.size / 2);
+    case jet::ColumnType::Memo:
+      return randomText(255);
+    default: {
+      const std::size_t most = column.type == jet::ColumnType::Ole ? 9000 : column.size;
+      runtime::Binary bytes(static_cast<std::size_t>(random(static_cast<int>(most) + 1)));
+      for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random(256));
+      return bytes;
+    }
+  }
+}
+
+Change RandomUpdates::next(jet::Database& database) {
+  const TableModel& model =
+      tables_[static_cast<std::size_t>(random(static_cast<int>(tables_.size())))];
+  const jet::Table& table = tableNamed(database, model.name);
+  Change change;
+  change.table = model.name;
+  change.row = model.ids[static_cast<std::size_t>(random(static_cast<int>(model.ids.size())))];
+  std::map<int, Variant> assigned;
+  for (int tries = 1 + random(3); tries > 0; --tries) {
+    const int column = random(static_cast<int>(table.columns().size()));
+    const jet::Column& definition = table.columns()[static_cast<std::size_t>(column)];
+    if (isChangeable(definition)) assigned[column] = randomValue(definition, database.version());
+  }
+  for (const auto& [column, value] : assigned) change.values.push_back({column, value});
+  return change;
+}
+
+bool RandomUpdates::make(jet::Database& database, const Change& change) {
+  try {
+    database.update(tableNamed(database, change.table), change.row, change.values, {});
+  } catch (const runtime::RunTimeError& error) {
+    ++refused_[error.number()];
+    if (std::strstr(error.what(), "damaged") != nullptr) throw;
+    return false;
+  }
+  const auto model = std::ranges::find(tables_, change.table, &TableModel::name);
+  for (const auto& [column, value] : change.values)
+    model->rows[change.row][static_cast<std::size_t>(column)] = printed(value);
+  ++made_;
+  return true;
+}
+
+void makeChange(const std::filesystem::path& file, std::u16string_view password,
+                const Change& change) {
+  jet::Database database(file, u"the file", password);
+  database.update(tableNamed(database, change.table), change.row, change.values, {});
+}
+
+void RandomUpdates::run(int count) {
+  if (tables_.empty()) return;
+  jet::Database database(file_, u"the file", password_);
+  const int goal = made_ + count;
+  // A file may have tables that take hardly any change.
+  for (int tries = 50 * count; made_ < goal && tries > 0; --tries) make(database, next(database));
+}
+
+std::vector<std::string> RandomUpdates::problems() const {
+  jet::Database database(file_, u"the file", password_);
+  std::vector<std::string> problems;
+  for (const TableModel& model : tables_) {
+    const jet::Table& table = tableNamed(database, model.name);
+    for (std::string& problem : indexProblems(table)) problems.push_back(std::move(problem));
+    std::size_t seen = 0;
+    const auto scan = table.scan();
+    while (scan->next()) {
+      ++seen;
+      const auto expected = model.rows.find(scan->row().id());
+      const auto values = valuesOf(scan->row(), table);
+      if (expected == model.rows.end() || expected->second != values)
+        problems.push_back(narrow(model.name) + ": row " + std::to_string(scan->row().id().page) +
+                           "/" + std::to_string(scan->row().id().slot) + " reads otherwise");
+    }
+    if (seen != model.rows.size()) problems.push_back(narrow(model.name) + ": rows are missing");
+  }
+  const std::string verdict = checkerVerdict(file_);
+  if (!verdict.empty() && !verdict.ends_with("ok")) problems.push_back(verdict);
+  return problems;
+}
+
+}  // namespace jettest

@@ -1,6 +1,7 @@
 #include "platform/jet/engine/PageChanges.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace jet {
 namespace {
@@ -38,9 +39,11 @@ void PageChanges::stage(WriteStep step, std::uint32_t number, Bytes page) {
 void PageChanges::commit() {
   std::uint32_t end = pager_.pageCount();
   bool unsynced = false;
-  // In the order of their numbers, so that the file grows page by page.
-  std::ranges::stable_sort(steps_[static_cast<std::size_t>(WriteStep::NewPages)], {},
-                           &Write::number);
+  // Those behind the end first, so that a full disk shows before anything else is written, and in
+  // the order of their numbers, so that the file grows page by page.
+  std::ranges::stable_sort(
+      steps_[static_cast<std::size_t>(WriteStep::NewPages)], {},
+      [end](const Write& write) { return std::pair(write.number < end, write.number); });
   for (std::size_t step = 0; step < kSteps; ++step) {
     for (const Write& write : steps_[step]) {
       // A bitmap of the global map stands behind the pages that it was made for.

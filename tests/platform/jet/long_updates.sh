@@ -1,6 +1,6 @@
 #!/bin/sh
 # Random changes on copies of all reference databases, the files checked after every hundred: the
-# long run of what jet_update_test does in small.
+# long run of what jet_change_test does in small.
 #   long_updates.sh PROGRAM REFERENCE_FOLDER [ROUNDS [SEED]]
 # PROGRAM is the build's long_updates. Needs the reference data; ends with 1 where a file is unsound.
 set -u

@@ -1,0 +1,291 @@
+// What a change accepts, what it refuses with the file untouched, and changes at random.
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <fstream>
+#include <iterator>
+
+#include "platform/jet/RandomUpdates.h"
+#include "platform/jet/StoreFiles.h"
+#include "support/FileFaults.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace jettest;
+using runtime::Variant;
+using support::errorNumberOf;
+
+constexpr int kEngine = -2147467259;
+constexpr int kMismatch = -2147217913;
+constexpr int kTooLarge = -2147217833;
+constexpr int kRowChanged = -2147217864;
+
+std::string bytesOf(const fs::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// A copy of a reference file, and one row of a table of it that is changed.
+class ARow : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (referenceStores().empty() || !hasChecker()) GTEST_SKIP() << "no reference data";
+  }
+
+  void use(const std::string& file, const std::u16string& table, const std::u16string& column,
+           const Variant& value) {
+    const fs::path data = TEST_DATA_DIR;
+    file_ = scratch_.copy(data / file);
+    password_ = file.starts_with("stores") ? kStorePassword : u"";
+    table_ = table;
+    jet::Database database(file_, u"the file", password_);
+    const jet::Table& rows = tableNamed(database, table);
+    const int key = rows.columnNamed(column).value();
+    const auto scan = rows.scan();
+    while (scan->next())
+      if (scan->row().value(key) == value) row_ = scan->row().id();
+    ASSERT_NE(row_, jet::RowId());
+  }
+
+  void change(const std::u16string& column, const Variant& value) {
+    jet::Database database(file_, u"the file", password_);
+    const jet::Table& table = tableNamed(database, table_);
+    database.update(table, row_,
+                    std::vector<jet::ColumnValue>{{table.columnNamed(column).value(), value}}, {});
+  }
+
+  std::string read(const std::u16string& column) {
+    jet::Database database(file_, u"the file", password_);
+    const jet::Table& table = tableNamed(database, table_);
+    jet::RowReader reader = table.reader();
+    return reader.find(row_) ? printed(reader.row().value(table.columnNamed(column).value())) : "";
+  }
+
+  std::string changed(const std::u16string& column, const Variant& value) {
+    change(column, value);
+    return read(column);
+  }
+
+  /// The error of a change that has to leave the file as it is, byte for byte.
+  int refused(const std::u16string& column, const Variant& value) {
+    const std::string before = bytesOf(file_);
+    const int number = errorNumberOf([&] { change(column, value); });
+    EXPECT_EQ(bytesOf(file_) == before, true);
+    return number;
+  }
+
+  std::string verdict() const {
+    const std::string said = checkerVerdict(file_);
+    return said.ends_with("ok") ? "ok" : said;
+  }
+
+  Scratch scratch_;
+  fs::path file_;
+  std::u16string password_;
+  std::u16string table_;
+  jet::RowId row_;
+};
+
+using UpdateValues = ARow;
+
+TEST_F(UpdateValues, AreConvertedToTheColumnsType) {
+  use("stores/corner/MASTER.mdb", u"tblStock", u"id", std::int32_t{7});
+  EXPECT_EQ(changed(u"price", 2.00005), "2.0000");
+  EXPECT_EQ(changed(u"price", u"0.00015"), "0.0002");
+  EXPECT_EQ(changed(u"price", u" -12.34565 "), "-12.3456");
+  EXPECT_EQ(changed(u"price", u"922337203685477.5807"), "922337203685477.5807");
+  EXPECT_EQ(changed(u"deptid", u"2.5"), "2");
+  EXPECT_EQ(changed(u"deptid", 3.5), "4");
+  EXPECT_EQ(changed(u"onhand", runtime::Currency{-25000}), "-2");
+  EXPECT_EQ(changed(u"taxable", u"no"), "0");
+  EXPECT_EQ(changed(u"taxable", std::int16_t{5}), "1");
+  EXPECT_EQ(changed(u"taxable", runtime::Null{}), "0");
+  EXPECT_EQ(changed(u"description", std::int32_t{1234}), "1234");
+  EXPECT_EQ(changed(u"description", u""), "");
+  EXPECT_EQ(changed(u"lastsold", u"1899-12-29 06:00:00"), "1899-12-29 06:00:00");
+  EXPECT_EQ(changed(u"rowguid", u"{0123ABCD-4567-89ef-0123-456789abcdef}"),
+            "{0123ABCD-4567-89EF-0123-456789ABCDEF}");
+  EXPECT_EQ(changed(u"deptid", runtime::Null{}), "\\N");
+  EXPECT_EQ(verdict(), "ok");
+}
+
+TEST_F(UpdateValues, OfAnyLengthGoToPagesOfTheirOwn) {
+  use("stores/corner/MASTER.mdb", u"tblStock", u"id", std::int32_t{60});
+  for (const std::size_t length : {40U, 1200U, 9000U, 700U, 0U, 30000U}) {
+    const std::u16string text(length, u'\u20ac');
+    EXPECT_EQ(changed(u"notes", text), narrow(text));
+    EXPECT_EQ(verdict(), "ok") << length;
+    if (length == 0) continue;  // the other reader shows the empty text as null
+    const std::string exported =
+        outputOf("mdb-export -H '" + file_.string() + "' tblStock 2>/dev/null");
+    EXPECT_NE(exported.find("\"" + narrow(text) + "\""), std::string::npos) << length;
+  }
+}
+
+TEST_F(UpdateValues, ThatDoNotFitTheColumnAreRefused) {
+  use("stores/corner/MASTER.mdb", u"tblStock", u"id", std::int32_t{7});
+  EXPECT_EQ(refused(u"deptid", u"three"), kMismatch);
+  EXPECT_EQ(refused(u"deptid", u""), kMismatch);
+  EXPECT_EQ(refused(u"price", runtime::Binary{1}), kMismatch);
+  EXPECT_EQ(refused(u"lastsold", u"2004-02-30"), kMismatch);
+  EXPECT_EQ(refused(u"rowguid", u"{0123}"), kMismatch);
+  EXPECT_EQ(refused(u"onhand", std::int32_t{40000}), kTooLarge);
+  EXPECT_EQ(refused(u"deptid", 1e300), kTooLarge);
+  EXPECT_EQ(refused(u"price", u"922337203685477.5808"), kTooLarge);
+  EXPECT_EQ(refused(u"description", std::u16string(51, u'x')), kTooLarge);
+  EXPECT_EQ(refused(u"recno", std::int32_t{5}), kEngine);
+  EXPECT_EQ(refused(u"id", runtime::Null{}), kEngine);
+  EXPECT_EQ(refused(u"id", std::int32_t{8}), kEngine);
+  // A character without a place in the order can't be indexed; elsewhere it is a text like others.
+  EXPECT_EQ(refused(u"description", u"\u6f22"), kEngine);
+  EXPECT_EQ(changed(u"notes", u"\u6f22"), "\u6f22");
+  use("stores/short/MASTER.mdb", u"tblStock", u"id", std::int32_t{7});
+  EXPECT_EQ(refused(u"description", u""), kEngine);
+  EXPECT_EQ(changed(u"description", runtime::Null{}), "\\N");
+}
+
+TEST_F(UpdateValues, ThatWouldBreakARelationshipAreRefused) {
+  use("corpus/nwind.mdb", u"Products", u"ProductID", std::int32_t{1});
+  EXPECT_EQ(refused(u"CategoryID", std::int32_t{777}), kEngine);
+  EXPECT_EQ(changed(u"CategoryID", std::int32_t{2}), "2");
+  EXPECT_EQ(changed(u"CategoryID", runtime::Null{}), "\\N");
+  EXPECT_EQ(refused(u"ProductName", runtime::Null{}), kEngine);
+  use("corpus/nwind.mdb", u"Customers", u"CustomerID", u"ALFKI");
+  EXPECT_EQ(refused(u"CustomerID", u"OTHER"), kEngine);
+}
+
+using UpdateOfARow = ARow;
+
+TEST_F(UpdateOfARow, ThatIsNoLongerAsItWasReadIsRefused) {
+  use("stores/corner/MASTER.mdb", u"tblStock", u"id", std::int32_t{17});
+  jet::Database database(file_, u"the file", password_);
+  const jet::Table& table = tableNamed(database, table_);
+  const int name = table.columnNamed(u"description").value();
+  const std::vector<jet::ColumnValue> asRead{{name, runtime::Null{}}};
+  database.update(table, row_, std::vector<jet::ColumnValue>{{name, u"first"}}, asRead);
+  EXPECT_EQ(
+      errorNumberOf([&] {
+        database.update(table, row_, std::vector<jet::ColumnValue>{{name, u"second"}}, asRead);
+      }),
+      kRowChanged);
+  EXPECT_EQ(errorNumberOf([&] {
+              database.update(table, {row_.page, 200}, std::vector<jet::ColumnValue>{}, {});
+            }),
+            kRowChanged);
+  EXPECT_EQ(read(u"description"), "first");
+}
+
+TEST_F(UpdateOfARow, WaitsForOtherSessionsAndGivesUpInTheEnd) {
+  use("stores/corner/MASTER.mdb", u"tblStock", u"id", std::int32_t{17});
+  jet::Database reading(file_, u"the file", password_);
+  EXPECT_EQ(refused(u"description", u"never"), kEngine);
+  EXPECT_EQ(linesOf(tableNamed(reading, u"tblPlu")).size(), 300U);
+}
+
+TEST_F(UpdateOfARow, OfAFileThatCantBeWrittenIsRefused) {
+  use("stores/corner/MASTER.mdb", u"tblStock", u"id", std::int32_t{17});
+  fs::permissions(file_, fs::perms::owner_read);
+  EXPECT_EQ(refused(u"description", u"never"), kEngine);
+  EXPECT_EQ(read(u"description"), "\\N");
+}
+
+/// Makes the change in a program of its own that may not make the file longer than `limit`.
+int changeWithin(const fs::path& file, rlim_t limit, const Change& change) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limits{limit, limit};
+    ::setrlimit(RLIMIT_FSIZE, &limits);
+    const int number = errorNumberOf([&] { makeChange(file, kStorePassword, change); });
+    ::_exit(number == kEngine ? 1 : number == 0 ? 0 : 2);
+  }
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST_F(UpdateOfARow, OnAFullDiskLeavesAllOldRows) {
+  use("stores/tight/MASTER.mdb", u"tblStock", u"id", std::int32_t{3});
+  Change change{table_, row_, {}};
+  std::vector<std::string> before;
+  {
+    jet::Database database(file_, u"the file", password_);
+    const jet::Table& table = tableNamed(database, table_);
+    before = linesOf(table);
+    change.values = {{table.columnNamed(u"description").value(), u"Something new"},
+                     {table.columnNamed(u"notes").value(), std::u16string(200, u'n')}};
+  }
+  const auto size = static_cast<rlim_t>(fs::file_size(file_));
+  for (const rlim_t more : {0U, 1000U, 4096U}) {
+    ASSERT_EQ(changeWithin(file_, size + more, change), 1) << more;
+    jet::Database database(file_, u"the file", password_);
+    EXPECT_EQ(linesOf(tableNamed(database, table_)), before);
+    EXPECT_EQ(verdict(), "ok");
+  }
+  ASSERT_EQ(changeWithin(file_, RLIM_INFINITY, change), 0);
+  EXPECT_EQ(read(u"description"), "Something new");
+  EXPECT_EQ(verdict(), "ok");
+}
+
+/// Fills free slots one after the other, each in a session of its own; ends with the number that it
+/// filled, or 255 after an error other than that of a row that somebody else changed.
+[[noreturn]] void fillSlots(const fs::path& file, const std::u16string& name) {
+  int filled = 0;
+  const auto fillOne = [&] {
+    jet::Database database(file, u"the file", kStorePassword);
+    const jet::Table& table = tableNamed(database, u"tblStock");
+    const int description = table.columnNamed(u"description").value();
+    const auto walk =
+        table.walk(table.indexOn({u"description"}).value(), {.equal = {runtime::Null{}}});
+    if (!walk->next()) return false;
+    database.update(table, walk->row().id(), std::vector<jet::ColumnValue>{{description, name}},
+                    std::vector<jet::ColumnValue>{{description, runtime::Null{}}});
+    ++filled;
+    return true;
+  };
+  for (bool more = true; more;) {
+    const int number = errorNumberOf([&] { more = fillOne(); });
+    if (number != 0 && number != kRowChanged) ::_exit(255);
+  }
+  ::_exit(filled);
+}
+
+TEST_F(UpdateOfARow, ByTwoProgramsAtOnceNeverFillsOneSlotTwice) {
+  use("stores/corner/MASTER.mdb", u"tblStock", u"id", std::int32_t{17});
+  std::vector<pid_t> children;
+  for (const char16_t* name : {u"left", u"right"}) {
+    children.push_back(::fork());
+    if (children.back() == 0) fillSlots(file_, name);
+  }
+  int filled = 0;
+  for (const pid_t child : children) {
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) != 255);
+    filled += WEXITSTATUS(status);
+  }
+  EXPECT_EQ(filled, 300 - 173);
+  EXPECT_EQ(verdict(), "ok");
+}
+
+TEST(RandomUpdates, KeepEveryReferenceFileSound) {
+  std::vector<StoreFile> files = corpusFiles();
+  for (const StoreFile& store : referenceStores()) files.push_back(store);
+  if (files.empty() || !hasChecker()) GTEST_SKIP() << "no reference data";
+  for (const StoreFile& file : files) {
+    SCOPED_TRACE(file.path.string());
+    const Scratch scratch;
+    RandomUpdates updates(scratch.copy(file.path), file.password, 42);
+    for (int round = 0; round < 2; ++round) {
+      updates.run(100);
+      EXPECT_EQ(updates.problems(), std::vector<std::string>());
+    }
+  }
+}
+
+}  // namespace

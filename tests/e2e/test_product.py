@@ -105,6 +105,19 @@ class Tour(ProductCase):
         self.assertEqual(int(self.row("tblPlu", FREE[0])["OPEN_PLU"]), 1)
 
 
+    def test_the_sheet_cannot_be_left_behind_the_editor_that_it_shuts_out(self):
+        editor = self.levelled()
+        sheet = self.sheet(editor, 3)
+        sheet.desktop.hand("windowminimize", "--sync", sheet.window)
+        editor.desktop.hand("windowactivate", editor.window)
+        wait_until(lambda: len(editor.windows()) == 2, "the sheet to come back with the editor")
+        editor.click(0)  # shut out, and the sheet stays above it
+        sheet.type("Back again")
+        sheet.click("cmdSave")
+        editor.alone()
+        editor.wait_captions({3: "Back again"})
+
+
 class MissingPlu(ProductCase):
     store = (*ProductCase.store, "--missing-plu", str(FREE[0]))
 

@@ -23,7 +23,9 @@ Qt::WindowFlags flagsOf(const FormDesign& design) {
     const auto kind = design.inTaskBar ? Qt::Window : Qt::Tool;
     return kind | Qt::FramelessWindowHint;
   }
-  Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+  // Only windows of the dialog kind are told to the desktop as standing above another one.
+  const auto kind = design.border == BorderStyle::FixedDialog ? Qt::Dialog : Qt::Window;
+  Qt::WindowFlags flags = kind | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
   if (design.minimiseBox) flags |= Qt::WindowMinimizeButtonHint;
   if (design.maximiseBox) flags |= Qt::WindowMaximizeButtonHint;

@@ -29,6 +29,11 @@ QString toQt(std::string_view name) {
   std::abort();
 }
 
+/// The simulation sets its clock forward behind each release, past the time of a double click.
+void forgetPause() {
+  QTest::lastMouseTimestamp -= QTest::mouseDoubleClickInterval;
+}
+
 QWidget* shownScreen(std::string_view name) {
   for (QWidget* window : QApplication::topLevelWidgets())
     if (window->isVisible() && window->objectName() == toQt(name)) return window;
@@ -76,8 +81,7 @@ void WindowDriver::doubleClick(std::string_view name) {
 }
 
 void WindowDriver::clickAgain(std::string_view name) {
-  // The simulation sets its clock forward behind each release, past the time of a double click.
-  QTest::lastMouseTimestamp -= QTest::mouseDoubleClickInterval;
+  forgetPause();
   click(name);
 }
 
@@ -158,14 +162,18 @@ QPoint WindowDriver::rowPoint(std::string_view list, int row) const {
 }
 
 void WindowDriver::clickRow(std::string_view list, int row, bool rightButton) {
-  QTest::mouseClick(window_->windowHandle(), rightButton ? Qt::RightButton : Qt::LeftButton, {},
-                    rowPoint(list, row));
+  const Qt::MouseButton button = rightButton ? Qt::RightButton : Qt::LeftButton;
+  const QPoint at = rowPoint(list, row);
+  // A press may start a drag, which goes on until the release.
+  soon([this, button, at] { QTest::mouseRelease(window_->windowHandle(), button, {}, at); });
+  QTest::mousePress(window_->windowHandle(), button, {}, at);
   settle();
 }
 
 void WindowDriver::doubleClickRow(std::string_view list, int row) {
-  QTest::mouseDClick(window_->windowHandle(), Qt::LeftButton, {}, rowPoint(list, row));
-  settle();
+  clickRow(list, row);
+  forgetPause();
+  clickRow(list, row);
 }
 
 bool WindowDriver::drop(std::string_view name, std::u16string_view text) {

@@ -1,9 +1,13 @@
 #include <QDrag>
+#include <QEventLoop>
+#include <QGuiApplication>
 #include <QListView>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
+#include <QTimer>
 #include <memory>
+#include <utility>
 
 #include "platform/forms/StandardControls.h"
 #include "platform/forms/qt/DoublePress.h"
@@ -92,6 +96,29 @@ class Entries : public QListView {
     return text.left(shown);
   }
 
+  /// Drags a text from where the pointer is held down; returns after the drop. The toolkit's own
+  /// drag takes the pointer over, and the next press with it if that comes too soon. So it begins
+  /// with the first move, or when the pointer is held still for a moment, and a double click stays
+  /// whole: a drag that is let go where it began ends on the list, of which nothing comes.
+  void drag(std::unique_ptr<QMimeData> text, Qt::DropActions actions) {
+    constexpr int kHeldStill = 500;  // milliseconds
+    if (QGuiApplication::mouseButtons() == Qt::NoButton) return;
+    Drag drag;
+    drag.text = std::move(text);
+    drag.actions = actions;
+    const qt::EndWatch watch([&drag] {
+      QDrag::cancel();
+      drag.loop.quit();
+    });
+    QTimer held;
+    held.callOnTimeout(this, [this] { takeOff(); });
+    held.setSingleShot(true);
+    held.start(kHeldStill);
+    drag_ = &drag;
+    drag.loop.exec();
+    drag_ = nullptr;
+  }
+
   double scale = 1;
 
  protected:
@@ -121,10 +148,34 @@ class Entries : public QListView {
   }
 
   // The toolkit's list would select and drag by itself.
-  void mouseMoveEvent(QMouseEvent* event) override { event->accept(); }
-  void mouseReleaseEvent(QMouseEvent* event) override { event->accept(); }
+  void mouseMoveEvent(QMouseEvent* event) override {
+    event->accept();
+    takeOff();
+  }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    event->accept();
+    if (Drag* drag = std::exchange(drag_, nullptr)) drag->loop.quit();
+  }
 
  private:
+  /// A drag that waits for the pointer to move.
+  struct Drag {
+    std::unique_ptr<QMimeData> text;
+    Qt::DropActions actions;
+    QEventLoop loop;
+  };
+
+  void takeOff() {
+    Drag* drag = std::exchange(drag_, nullptr);
+    if (drag == nullptr) return;
+    auto* toolkits = new QDrag(this);  // which the toolkit deletes
+    toolkits->setPixmap(qt::dragPicture(visiblePart(drag->text->text()).simplified(), font(),
+                                        palette(), devicePixelRatioF()));
+    toolkits->setMimeData(drag->text.release());
+    toolkits->exec(drag->actions, Qt::MoveAction);
+    drag->loop.quit();
+  }
+
   void pressed(const QMouseEvent& event) {
     model_->publish();
     const QModelIndex under = indexAt(event.position().toPoint());
@@ -136,6 +187,7 @@ class Entries : public QListView {
   ListBox& control_;
   qt::EntryModel* model_;
   qt::DoublePress doublePress_;
+  Drag* drag_ = nullptr;
 };
 
 Entries& entriesOf(QWidget* widget) {
@@ -191,19 +243,13 @@ std::u16string ListBox::List(int index) const {
 }
 
 void ListBox::OLEDrag() {
-  Entries& view = entriesOf(widget());
   auto mime = std::make_unique<QMimeData>();
   std::int32_t effects = kDropCopy | kDropMove;
   {
     qt::OutgoingData data(*mime);
     if (OLEStartDrag) OLEStartDrag(data, effects);
   }
-  auto* drag = new QDrag(&view);
-  drag->setPixmap(qt::dragPicture(view.visiblePart(mime->text()).simplified(), view.font(),
-                                  view.palette(), view.devicePixelRatioF()));
-  drag->setMimeData(mime.release());
-  const qt::EndWatch watch([] { QDrag::cancel(); });
-  drag->exec(toQt(effects), Qt::MoveAction);  // the toolkit deletes the drag
+  entriesOf(widget()).drag(std::move(mime), toQt(effects));
   process::unwindIfEnded();
 }
 

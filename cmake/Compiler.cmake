@@ -12,4 +12,8 @@ else()
     -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -D_GLIBCXX_ASSERTIONS)
   add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack)
 endif()
+# The fuzzer is led by what the whole program runs, not by the targets alone.
+if(KEYSTRAND_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)

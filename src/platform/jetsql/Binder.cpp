@@ -70,7 +70,7 @@ void Binder::bindUnion(Query& query, Scope* outer) {
 
 void Binder::bindSelect(Query& query, Scope* outer) {
   Select& select = *query.select;
-  Scope scope{&select, &query, outer, 0, false};
+  Scope scope{&select, &query, outer, 0, false, nullptr};
   for (const auto& item : select.from) bindFrom(*item, scope);
   for (const auto& item : select.from) bindConditions(*item, scope);
   if (select.where) bindExpression(*select.where, scope, Place::Where);
@@ -98,8 +98,10 @@ std::unique_ptr<Source> Binder::newSource() {
 void Binder::bindFrom(FromItem& item, Scope& scope) {
   const Depth depth(*this);
   if (item.isJoin()) {
+    item.firstSource = scope.select->sources.size();
     bindFrom(*item.left, scope);
     bindFrom(*item.right, scope);
+    item.sourcesEnd = scope.select->sources.size();
     return;
   }
   std::unique_ptr<Source> source = newSource();
@@ -140,7 +142,9 @@ void Binder::bindConditions(FromItem& item, Scope& scope) {
   if (!item.isJoin()) return;
   bindConditions(*item.left, scope);
   bindConditions(*item.right, scope);
+  scope.join = &item;
   bindExpression(*item.condition, scope, Place::Where);
+  scope.join = nullptr;
 }
 
 void Binder::expandItems(Query& query, Scope& scope) {

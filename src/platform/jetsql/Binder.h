@@ -35,6 +35,8 @@ class Binder {
     Scope* outer = nullptr;
     std::size_t visibleItems = 0;  ///< entries of the SELECT list whose alias can be used so far
     bool sawAggregate = false;
+    /// The join whose condition is bound: it sees its own tables only.
+    const FromItem* join = nullptr;
   };
   /// Where an expression stands.
   enum class Place : std::uint8_t { Plain, Where, InAggregate };
@@ -59,7 +61,7 @@ class Binder {
 
   void bindExpression(Expression& expression, Scope& scope, Place place);
   void bindColumn(Expression& expression, Scope& scope);
-  bool findColumn(Expression& expression, const Select& select) const;
+  bool findColumn(Expression& expression, const Scope& scope) const;
   bool findAlias(Expression& expression, const Scope& scope) const;
   void bindCall(Expression& expression, Scope& scope, Place place);
   void bindSubquery(Expression& expression, Scope& scope);

@@ -52,6 +52,12 @@ void between(const FunctionCall& call) {
   call.giveWhole(isForward || isBackward ? 1 : 0);
 }
 
+void giveMatch(const FunctionCall& call, const LikePattern& pattern) {
+  const std::u16string text = call.text(0);
+  call.spend(text.size() * pattern.size());
+  call.giveWhole(pattern.matches(text) ? 1 : 0);
+}
+
 /// A pattern that is the same for all rows is read once.
 template <LikePattern::Dialect dialect>
 void like(const FunctionCall& call) {
@@ -59,9 +65,9 @@ void like(const FunctionCall& call) {
   constexpr int kPattern = 1;
   const auto* known =
       static_cast<const LikePattern*>(sqlite3_get_auxdata(call.context(), kPattern));
-  if (known != nullptr) return call.giveWhole(known->matches(call.text(0)) ? 1 : 0);
+  if (known != nullptr) return giveMatch(call, *known);
   auto pattern = std::make_unique<LikePattern>(call.text(kPattern), dialect);
-  call.giveWhole(pattern->matches(call.text(0)) ? 1 : 0);
+  giveMatch(call, *pattern);
   sqlite3_set_auxdata(call.context(), kPattern, pattern.release(),
                       [](void* old) { delete static_cast<LikePattern*>(old); });
 }

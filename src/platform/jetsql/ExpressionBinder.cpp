@@ -111,22 +111,30 @@ Type Binder::operatorType(const Expression& expression) {
 
 void Binder::bindColumn(Expression& expression, Scope& scope) {
   for (Scope* each = &scope; each != nullptr; each = each->outer) {
-    if (findColumn(expression, *each->select) || findAlias(expression, *each)) return;
+    if (findColumn(expression, *each) || findAlias(expression, *each)) return;
   }
   throw error::missingParameter();
 }
 
-bool Binder::findColumn(Expression& expression, const Select& select) const {
+bool Binder::findColumn(Expression& expression, const Scope& scope) const {
   // The last part names the column; where that fits nothing, a column's own name may hold a dot.
   const auto& path = expression.path;
   const std::u16string whole = pathText(path);
   const std::u16string qualifier = pathText({path.begin(), path.end() - 1});
   const auto search = [&](std::u16string_view column, std::u16string_view table) {
     int found = 0;
-    for (const auto& source : select.sources) {
+    bool isOutside = false;
+    const auto& sources = scope.select->sources;
+    for (std::size_t place = 0; place < sources.size(); ++place) {
+      const auto& source = sources[place];
       if (!table.empty() && !jet::sameName(source->name, table)) continue;
       for (std::size_t i = 0; i < source->columns.size(); ++i) {
         if (!jet::sameName(source->columns[i].name, column)) continue;
+        if (scope.join != nullptr &&
+            (place < scope.join->firstSource || place >= scope.join->sourcesEnd)) {
+          isOutside = true;
+          continue;
+        }
         expression.source = source.get();
         expression.column = static_cast<int>(i);
         expression.type = source->columns[i].type;
@@ -134,6 +142,7 @@ bool Binder::findColumn(Expression& expression, const Select& select) const {
       }
     }
     if (found > 1) throw error::ambiguousColumn(whole);
+    if (found == 0 && isOutside) throw error::statement(u"JOIN expression not supported.");
     return found == 1;
   };
   if (search(path.back(), qualifier)) return true;

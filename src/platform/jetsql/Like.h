@@ -19,6 +19,8 @@ class LikePattern {
   LikePattern(std::u16string_view pattern, Dialect dialect);
 
   bool matches(std::u16string_view text) const;
+  /// How many elements a character may have to be compared with.
+  std::size_t size() const { return elements_.size(); }
 
  private:
   struct Element {

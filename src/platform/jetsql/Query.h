@@ -38,7 +38,11 @@ struct FromItem {
   std::unique_ptr<FromItem> right;
   ExpressionPtr condition;
 
-  Source* source = nullptr;  ///< once names are bound; absent for a join
+  // Once names are bound:
+  Source* source = nullptr;  ///< absent for a join
+  /// The sources in it: places in the SELECT's.
+  std::size_t firstSource = 0;
+  std::size_t sourcesEnd = 0;
   // While SQLite's text is being written:
   JoinedSource* joined = nullptr;  ///< of a join that stands as one source within another
   std::string writtenCondition;

@@ -19,8 +19,8 @@ namespace jetsql {
 namespace {
 
 /// Work that a statement may take before it counts as one that never ends; a session of the largest
-/// stores takes a hundredth of it.
-constexpr std::int64_t kMostWork = 200'000'000;
+/// stores takes a tenth of it.
+constexpr std::int64_t kMostWork = 50'000'000;
 constexpr int kStepsBetweenChecks = 10'000;
 /// Longest single value, and the limits of SQLite's own programs.
 constexpr int kLongestValue = 64'000'000;
@@ -75,7 +75,7 @@ struct Session::Connection {
     if (status != SQLITE_OK) throw std::bad_alloc();
     sqlite3_limit(opened, SQLITE_LIMIT_LENGTH, kLongestValue);
     sqlite3_limit(opened, SQLITE_LIMIT_VDBE_OP, kLongestProgram);
-    sqlite3_progress_handler(opened, kStepsBetweenChecks, countSteps, &budget);
+    sqlite3_progress_handler(opened, kStepsBetweenChecks, countSteps, &functions.budget);
     // Texts stay as they are, in 16-bit units; sorting keeps to memory while it takes little.
     sqlite3_exec(opened, "PRAGMA encoding='UTF-16';PRAGMA cache_size=-16000", nullptr, nullptr,
                  nullptr);
@@ -85,14 +85,13 @@ struct Session::Connection {
   [[noreturn]] void fail(int status) {
     functions.failure.rethrow();
     if (status == SQLITE_NOMEM) throw std::bad_alloc();
-    if (status == SQLITE_INTERRUPT || budget.left < 0) throw error::tooComplex();
+    if (status == SQLITE_INTERRUPT || functions.budget.left < 0) throw error::tooComplex();
     const std::string words = sqlite3_errmsg(handle.get());
     if (words == "integer overflow") throw error::overflow();
     throw error::engine(u"Query is too complex (" + runtime::fromUtf8(words) + u").");
   }
 
   FunctionContext functions;
-  WorkBudget budget;
   std::set<std::string, std::less<>> registered;  ///< functions
   std::unique_ptr<sqlite3, CloseConnection> handle;
 };
@@ -127,13 +126,13 @@ void Session::translated(std::u16string_view statement, std::string_view prefix,
   if (!connection_) connection_ = std::make_unique<Connection>(database_->textOrder());
   Connection& connection = *connection_;
   sqlite3* handle = connection.handle.get();
-  connection.budget.left = kMostWork;
+  connection.functions.budget.left = kMostWork;
   for (const std::string& function : translation.functions) {
     if (!connection.registered.insert(function).second) continue;
     registerFunction(handle, function, connection.functions);
   }
   for (const TableUse& use : translation.tables) {
-    registerTable(handle, use, connection.functions.failure, connection.budget);
+    registerTable(handle, use, connection.functions.failure, connection.functions.budget);
   }
 
   const std::string sql = std::string(prefix) + translation.sql;

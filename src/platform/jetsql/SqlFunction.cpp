@@ -117,12 +117,20 @@ bool FunctionCall::hasNull() const {
   return false;
 }
 
+void FunctionCall::spend(std::size_t units) const {
+  // So many units of text go in one step.
+  constexpr std::size_t kUnitsAStep = 4;
+  session_.budget.spend(static_cast<std::int64_t>(units / kUnitsAStep));
+}
+
 std::u16string FunctionCall::text(int argument) const {
   switch (sqlite3_value_type(values_[argument])) {
     case SQLITE_TEXT: {
       const auto* units = static_cast<const char16_t*>(sqlite3_value_text16(values_[argument]));
       if (units == nullptr) throw std::bad_alloc();
-      return {units, static_cast<std::size_t>(sqlite3_value_bytes16(values_[argument])) / 2};
+      const auto size = static_cast<std::size_t>(sqlite3_value_bytes16(values_[argument])) / 2;
+      spend(size);
+      return {units, size};
     }
     case SQLITE_INTEGER:
     case SQLITE_FLOAT:
@@ -176,6 +184,7 @@ std::string_view FunctionCall::bytes(int argument) const {
 }
 
 void FunctionCall::giveText(std::u16string_view text) const {
+  spend(text.size());
   sqlite3_result_text16(context_, text.empty() ? u"" : text.data(),
                         static_cast<int>(text.size() * 2), SQLITE_TRANSIENT);
 }

@@ -10,6 +10,7 @@
 
 #include "platform/jet/format/TextKey.h"
 #include "platform/jetsql/KeptFailure.h"
+#include "platform/jetsql/WorkBudget.h"
 
 namespace jetsql {
 
@@ -17,6 +18,7 @@ namespace jetsql {
 struct FunctionContext {
   jet::TextOrder order = jet::TextOrder::General4;
   KeptFailure failure;
+  WorkBudget budget;
 };
 
 /// One call of a function: its arguments and its result, which is null until one is set. Numbers
@@ -24,7 +26,7 @@ struct FunctionContext {
 class FunctionCall {
  public:
   FunctionCall(sqlite3_context* context, int count, sqlite3_value** values,
-               const FunctionContext& session)
+               FunctionContext& session)
       : context_(context), count_(count), values_(values), session_(session) {}
 
   int count() const { return count_; }
@@ -43,6 +45,8 @@ class FunctionCall {
   sqlite3_value* raw(int argument) const { return values_[argument]; }
   jet::TextOrder order() const { return session_.order; }
   sqlite3_context* context() const { return context_; }
+  /// Counts work that grows with the length of texts; raises the error once it is too much.
+  void spend(std::size_t units) const;
 
   void giveText(std::u16string_view text) const;
   void giveNumber(double number) const;
@@ -55,7 +59,7 @@ class FunctionCall {
   sqlite3_context* context_;
   int count_;
   sqlite3_value** values_;
-  const FunctionContext& session_;
+  FunctionContext& session_;
 };
 
 /// A function over the rows of a group.

@@ -198,16 +198,10 @@ SoughtValue soughtOf(sqlite3_value* value) {
   return sought;
 }
 
-void charge(const VirtualTable& table) {
-  WorkBudget& budget = *table.registration->budget;
-  budget.left -= kRowWork;
-  if (budget.left < 0) throw error::tooComplex();
-}
-
 int filter(sqlite3_vtab_cursor* base, int plan, const char*, int count, sqlite3_value** values) {
   VirtualCursor& cursor = cursorOf(base);
   return guarded(*cursor.table->registration->failure, [&] {
-    charge(*cursor.table);
+    cursor.table->registration->budget->spend(kRowWork);
     cursor.sought.clear();
     for (int i = 0; i < count; ++i) cursor.sought.push_back(soughtOf(values[i]));
     cursor.reader.start(*cursor.table->plans[static_cast<std::size_t>(plan)], cursor.sought);
@@ -217,7 +211,7 @@ int filter(sqlite3_vtab_cursor* base, int plan, const char*, int count, sqlite3_
 int next(sqlite3_vtab_cursor* base) {
   VirtualCursor& cursor = cursorOf(base);
   return guarded(*cursor.table->registration->failure, [&] {
-    charge(*cursor.table);
+    cursor.table->registration->budget->spend(kRowWork);
     cursor.reader.next();
   });
 }

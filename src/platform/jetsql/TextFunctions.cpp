@@ -63,6 +63,7 @@ void instr(const FunctionCall& call) {
   };
   const std::u16string text = folded(call.text(1));
   const std::u16string sought = folded(call.text(2));
+  call.spend(text.size() * std::max<std::size_t>(sought.size(), 1) / 8);
   const std::size_t found =
       start > text.size() ? std::u16string::npos : text.find(sought, start - 1);
   call.giveWhole(found == std::u16string::npos ? 0 : static_cast<std::int64_t>(found) + 1);

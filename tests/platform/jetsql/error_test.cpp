@@ -57,6 +57,9 @@ TEST(StatementError, SyntaxNamesTheClause) {
          {u"select id from Items where id=1 order id",
           "-2147217900: Syntax error in ORDER BY clause."},
          {u"select * from Items inner join Depts", "-2147217900: Syntax error in JOIN operation."},
+         {u"select i.id from Items i left join (Codes c inner join Depts d on d.id = i.dept) on "
+          u"i.id = c.item",
+          "-2147217900: JOIN expression not supported."},
          {u"select from Items",
           "-2147217900: The SELECT statement includes a reserved word or an argument name that is "
           "misspelled or missing, or the punctuation is incorrect."},
@@ -142,7 +145,10 @@ TEST(StatementError, HostileStatementsEndInAnError) {
   std::u16string crowd = u"select 1 from Depts a0";
   for (int i = 1; i < 150; ++i) crowd += u", Depts a" + wide(std::to_string(i));
   const std::u16string longText = u"select '" + std::u16string(70000, u'x') + u"'";
-  for (const auto& statement : {deep, signs, chain, doubling, product, crowd, longText}) {
+  const std::u16string longWork =
+      u"select count(*) from Items a, Items b, Items c, Items d, Items e "
+      u"where String(1000000, 'x') & a.id & b.id & c.id & d.id & e.id Like '*y'";
+  for (const auto& statement : {deep, signs, chain, doubling, product, crowd, longText, longWork}) {
     EXPECT_TRUE(store().failure(statement).starts_with("-2147467259: Query is too complex"))
         << narrow(statement.substr(0, 80)) << ": " << store().failure(statement);
   }

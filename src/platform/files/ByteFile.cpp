@@ -1,6 +1,7 @@
 #include "platform/files/ByteFile.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -46,6 +47,23 @@ bool isMarkedReadOnly(const std::filesystem::path& path) {
   struct stat status {};
   return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
          (status.st_mode & kAnybodyMayWrite) == 0;
+}
+
+/// Writes as `pwrite` does, but a write beyond the process's size limit fails (EFBIG) and no more:
+/// the signal that goes with it would end the process.
+ssize_t writeWithinLimit(int descriptor, std::span<const std::uint8_t> bytes, off_t offset) {
+  sigset_t limit;
+  sigset_t before;
+  sigemptyset(&limit);
+  sigaddset(&limit, SIGXFSZ);
+  pthread_sigmask(SIG_BLOCK, &limit, &before);
+  const ssize_t count = ::pwrite(descriptor, bytes.data(), bytes.size(), offset);
+  const int problem = errno;
+  constexpr timespec kAtOnce{};
+  if (count < 0 && problem == EFBIG) sigtimedwait(&limit, nullptr, &kAtOnce);
+  pthread_sigmask(SIG_SETMASK, &before, nullptr);
+  errno = problem;
+  return count;
 }
 
 }  // namespace
@@ -96,8 +114,8 @@ void ByteFile::writeAt(std::uint64_t offset, std::span<const std::uint8_t> bytes
   const std::size_t wanted = allowedBytes({FileStep::Kind::Write, path_, offset, bytes.size()});
   std::size_t done = 0;
   while (done < wanted) {
-    const ssize_t count = ::pwrite(descriptor_, bytes.data() + done, wanted - done,
-                                   static_cast<off_t>(offset + done));
+    const ssize_t count = writeWithinLimit(descriptor_, bytes.subspan(done, wanted - done),
+                                           static_cast<off_t>(offset + done));
     if (count >= 0) {
       done += static_cast<std::size_t>(count);
     } else if (errno != EINTR) {

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -54,6 +55,23 @@ TEST(ByteFile, ReadsAndWritesAtAnyPlace) {
 
   ByteFile reader(path, Access::ReadOnly);
   EXPECT_EQ(errorNumberOf([&] { reader.writeAt(0, bytesOf("x")); }), 70);
+}
+
+TEST(ByteFile, AWriteBeyondTheSizeLimitIsAFullDisk) {
+  const support::ProgramFolder folder;
+  const fs::path path = folder.path() / "store.mdb";
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const rlimit limit{6, 6};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    ByteFile file(path, Access::Create);
+    ::_exit(errorNumberOf([&] { file.writeAt(0, bytesOf("too long")); }));
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 61);
+  EXPECT_EQ(support::readFile(path), "too lo");
 }
 
 TEST(ByteFile, TellsWhyItCannotBeOpened) {

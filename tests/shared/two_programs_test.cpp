@@ -1,0 +1,167 @@
+// Two programs that add products to one store at the same time, through the session that the
+// screens use.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "layoutdata/Statements.h"
+#include "makestore/ShopStore.h"
+#include "platform/jet/RandomUpdates.h"
+#include "platform/jet/StoreFiles.h"
+#include "platform/runtime/Conversion.h"
+#include "shared/mdOpenDatabase.h"
+#include "support/FileFaults.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+namespace statements = layoutdata::statements;
+using mdOpenDatabase::StoreRecordset;
+
+constexpr int kAdds = 200;
+constexpr int kSlots = 480;
+constexpr int kNamed = 40;
+constexpr std::int32_t kRowChanged = -2147217864;
+
+void openStatement(const std::u16string& statement) {
+  StoreRecordset.setNew();
+  StoreRecordset->Open(statement, *mdOpenDatabase::StoreConnection, mdOpenDatabase::kKeyset,
+                       mdOpenDatabase::kPessimistic, mdOpenDatabase::kUnspecified);
+}
+
+void closeStatement() {
+  StoreRecordset->Close();
+  StoreRecordset.setAbsent();
+}
+
+/// Fills the first free slot as the product sheet does; gives its id.
+std::int32_t addProduct(const std::string& name) {
+  mdOpenDatabase::OpenDatabase(statements::kMaster);
+  openStatement(std::u16string(statements::kFreeSlots));
+  StoreRecordset->Fields(u"description").value(jettest::wide(name));
+  StoreRecordset->Fields(u"price").value(1.25);
+  StoreRecordset->Fields(u"deptid").value(u"3");
+  StoreRecordset->Update();
+  const std::int32_t id = StoreRecordset->Fields(u"id").value().toLong();
+  closeStatement();
+  openStatement(std::u16string(statements::kFlags).append(runtime::toText(id)));
+  for (const char16_t* flag : {u"PRINTER1", u"PRINTER2", u"OPEN_PLU", u"ITEM_TYPE", u"NEG_PRICE"})
+    StoreRecordset->Fields(flag).value(std::int16_t{1});
+  StoreRecordset->Update();
+  closeStatement();
+  mdOpenDatabase::CloseDatabase();
+  return id;
+}
+
+/// What one program does: it writes down, a line each, what became of its adds.
+[[noreturn]] void addAll(const std::string& prefix, const fs::path& report) {
+  std::ofstream lines(report);
+  for (int i = 0; i < kAdds; ++i) {
+    const std::string name = prefix + " " + std::to_string(i);
+    std::int32_t id = 0;
+    const int number = support::errorNumberOf([&] { id = addProduct(name); });
+    lines << number << ' ' << id << ' ' << name << std::endl;
+    StoreRecordset.setAbsent();
+    mdOpenDatabase::StoreConnection.setAbsent();
+  }
+  ::_exit(0);
+}
+
+struct Add {
+  int error = 0;
+  std::int32_t id = 0;
+  std::string name;
+};
+
+std::vector<Add> readReport(const fs::path& report) {
+  std::vector<Add> adds;
+  std::ifstream lines(report);
+  for (std::string line; std::getline(lines, line);) {
+    Add& add = adds.emplace_back();
+    std::istringstream words(line);
+    words >> add.error >> add.id >> std::ws;
+    std::getline(words, add.name);
+  }
+  return adds;
+}
+
+/// The rows of a table by their id, each as its columns, joined.
+std::map<std::string, std::string> rowsById(jet::Database& database, std::u16string_view table,
+                                            const std::vector<std::u16string>& columns) {
+  std::map<std::string, std::string> rows;
+  const jet::Table& source = jettest::tableNamed(database, table);
+  const int id = source.columnNamed(u"id").value();
+  const auto scan = source.scan();
+  while (scan->next()) {
+    std::string& line = rows[jettest::printed(scan->row().value(id))];
+    for (const std::u16string& column : columns)
+      line += jettest::printed(scan->row().value(source.columnNamed(column).value())) + "|";
+  }
+  return rows;
+}
+
+TEST(TwoPrograms, ThatAddProductsAtOnceNeverFillOneSlotTwice) {
+  const jettest::Scratch scratch;
+  const fs::path file = scratch.folder() / "MASTER.mdb";
+  makestore::ShopOrder order;
+  order.slots = kSlots;
+  order.products = kNamed;
+  makestore::shopStore(order).write(file);
+  mdOpenDatabase::StoreFolder = jettest::wide(scratch.folder().string());
+
+  std::vector<pid_t> programs;
+  for (const char* name : {"left", "right"}) {
+    programs.push_back(::fork());
+    if (programs.back() == 0) addAll(name, scratch.folder() / name);
+  }
+  for (const pid_t program : programs) {
+    int status = 0;
+    ASSERT_EQ(::waitpid(program, &status, 0), program);
+    ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+  }
+
+  std::map<std::int32_t, std::string> filled;
+  for (const char* name : {"left", "right"}) {
+    const std::vector<Add> adds = readReport(scratch.folder() / name);
+    ASSERT_EQ(adds.size(), static_cast<std::size_t>(kAdds));
+    for (const Add& add : adds) {
+      EXPECT_TRUE(add.error == 0 || add.error == kRowChanged) << add.error;
+      if (add.error != 0) continue;
+      EXPECT_TRUE(filled.emplace(add.id, add.name).second) << add.id << " twice";
+    }
+  }
+  EXPECT_GE(filled.size(), static_cast<std::size_t>(kAdds));
+
+  jet::Database database(file, u"the store", jettest::kStorePassword);
+  const auto stock = rowsById(database, u"tblStock", {u"description", u"price", u"deptid"});
+  const auto flags = rowsById(database, u"tblPlu",
+                              {u"PRINTER1", u"PRINTER2", u"OPEN_PLU", u"ITEM_TYPE", u"NEG_PRICE"});
+  std::size_t named = 0;
+  for (const auto& [id, line] : stock) {
+    if (!line.starts_with("\\N|")) ++named;
+  }
+  EXPECT_EQ(named, kNamed + filled.size());
+  for (const auto& [id, name] : filled) {
+    EXPECT_EQ(stock.at(std::to_string(id)), name + "|1.2500|3|");
+    EXPECT_EQ(flags.at(std::to_string(id)), "1|1|1|1|1|");
+  }
+  for (const char16_t* table : {u"tblStock", u"tblPlu"})
+    EXPECT_EQ(jettest::indexProblems(jettest::tableNamed(database, table)),
+              std::vector<std::string>());
+  const std::string exported =
+      jettest::outputOf("mdb-export -H '" + file.string() + "' tblStock 2>/dev/null");
+  for (const auto& [id, name] : filled)
+    EXPECT_NE(exported.find("\"" + name + "\""), std::string::npos) << name;
+  const std::string verdict = jettest::checkerVerdict(file);
+  EXPECT_TRUE(verdict.empty() || verdict.ends_with("ok")) << verdict;
+}
+
+}  // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <set>
 
 #include "platform/jet/StoreFiles.h"
 #include "platform/runtime/RunTimeError.h"
@@ -35,24 +36,36 @@ std::vector<std::string> indexProblems(const jet::Table& table) {
   for (std::size_t i = 0; i < table.indexes().size(); ++i) {
     const jet::Index& index = table.indexes()[i];
     if (!index.seekable) continue;
+    // Rows of one key are looked up together: there may be many.
+    struct Group {
+      jet::IndexRange range;
+      std::set<jet::RowId> rows;
+    };
+    std::map<std::string, Group> groups;
     std::size_t rows = 0;
     const auto scan = table.scan();
     while (scan->next()) {
       jet::IndexRange range;
+      std::string key;
       bool allNull = true;
       for (const jet::IndexColumn& part : index.columns) {
         range.equal.push_back(scan->row().value(part.column));
+        key += printed(range.equal.back()) + "\t";
         allNull = allNull && range.equal.back().isNull();
       }
       if (index.ignoreNulls && allNull) continue;
       ++rows;
-      bool found = false;
-      const auto walk = table.walk(static_cast<int>(i), range);
-      while (!found && walk->next()) found = walk->row().id() == scan->row().id();
-      if (!found)
+      Group& group = groups[key];
+      group.range = std::move(range);
+      group.rows.insert(scan->row().id());
+    }
+    for (auto& [key, group] : groups) {
+      const auto walk = table.walk(static_cast<int>(i), group.range);
+      while (walk->next()) group.rows.erase(walk->row().id());
+      for (const jet::RowId& missing : group.rows)
         problems.push_back(narrow(table.name()) + "." + narrow(index.name) + ": row " +
-                           std::to_string(scan->row().id().page) + "/" +
-                           std::to_string(scan->row().id().slot) + " is not found");
+                           std::to_string(missing.page) + "/" + std::to_string(missing.slot) +
+                           " is not found");
     }
     std::size_t walked = 0;
     const auto walk = table.walk(static_cast<int>(i), {});

@@ -173,6 +173,18 @@ std::string checkerVerdict(const fs::path& file) {
   return verdict;
 }
 
+std::map<fs::path, std::vector<std::string>> checkerVerdicts(const std::vector<fs::path>& files) {
+  std::string command = "/usr/bin/python3 '" + checker().string() + "'";
+  for (const fs::path& file : files) command += " '" + file.string() + "'";
+  std::map<fs::path, std::vector<std::string>> verdicts;
+  for (const std::string& line : split(outputOf(command + " 2>&1"), '\n')) {
+    const std::size_t colon = line.find(": ");
+    if (colon != std::string::npos)
+      verdicts[line.substr(0, colon)].push_back(line.substr(colon + 2));
+  }
+  return verdicts;
+}
+
 std::vector<std::string> split(const std::string& text, char separator) {
   std::vector<std::string> parts{""};
   for (const char c : text) {

@@ -228,7 +228,6 @@ ExpressionPtr Parser::primary() {
       return whole;
     }
     case Token::Kind::QuotedName:
-      return namePrimary();
     case Token::Kind::Name:
       return namePrimary();
     default:

@@ -114,7 +114,7 @@ std::string SqlWriter::wrapped(FromItem& item) {
 }
 
 std::string SqlWriter::sourceText(Source& source) {
-  const std::string name = "t" + std::to_string(source.number);
+  std::string name = "t" + std::to_string(source.number);
   if (source.query) return "(" + query(*source.query, source.demands) + ") AS " + name;
   const auto known = std::ranges::find(out_.tables, source.number, &TableUse::number);
   if (known == out_.tables.end()) {

@@ -122,14 +122,17 @@ class Entries : public QListView {
   double scale = 1;
 
  protected:
+  // While one button holds a drag, another one's press is nobody's.
   void mousePressEvent(QMouseEvent* event) override {
     event->accept();
+    if (drag_ != nullptr) return;
     if (event->button() == Qt::LeftButton) doublePress_.press(*event);
     pressed(*event);
   }
 
   void mouseDoubleClickEvent(QMouseEvent* event) override {
     event->accept();
+    if (drag_ != nullptr) return;
     const bool isDouble = event->button() == Qt::LeftButton && doublePress_.completes(*event);
     pressed(*event);
     if (isDouble) qt::raise(control_.DblClick);
@@ -154,6 +157,7 @@ class Entries : public QListView {
   }
   void mouseReleaseEvent(QMouseEvent* event) override {
     event->accept();
+    if (event->button() != button_) return;
     if (Drag* drag = std::exchange(drag_, nullptr)) drag->loop.quit();
   }
 
@@ -177,6 +181,7 @@ class Entries : public QListView {
   }
 
   void pressed(const QMouseEvent& event) {
+    button_ = event.button();
     model_->publish();
     const QModelIndex under = indexAt(event.position().toPoint());
     if (event.button() == Qt::LeftButton && under.isValid()) setCurrentIndex(under);
@@ -188,6 +193,7 @@ class Entries : public QListView {
   qt::EntryModel* model_;
   qt::DoublePress doublePress_;
   Drag* drag_ = nullptr;
+  Qt::MouseButton button_ = Qt::NoButton;  ///< of the last press
 };
 
 Entries& entriesOf(QWidget* widget) {

@@ -184,6 +184,28 @@ TEST_F(Controls, ADoubleClickOnTheListIsTwoPressesAndOneDoubleClick) {
   EXPECT_EQ(screen.dragged.size(), 2U);
 }
 
+TEST_F(Controls, AnotherButtonNeitherStartsNorEndsADrag) {
+  QWindow* window = user->window().windowHandle();
+  const QPoint at = user->control("list").mapTo(&user->window(), QPoint(20, 20));
+  bool over = false;
+  bool heldOn = false;
+  // The left button's press turns the events until its release.
+  support::soon([&] { QTest::mousePress(window, Qt::RightButton, {}, at); });
+  support::soon([&] { QTest::mouseRelease(window, Qt::RightButton, {}, at); }, 20);
+  support::soon(
+      [&] {
+        heldOn = !over;
+        QTest::mouseRelease(window, Qt::LeftButton, {}, at);
+      },
+      40);
+  QTest::mousePress(window, Qt::LeftButton, {}, at);
+  over = true;
+  support::settle();
+  EXPECT_TRUE(heldOn);
+  EXPECT_EQ(screen.dragged.size(), 1U);
+  EXPECT_THAT(screen.log, ElementsAre("MouseDown 1 on 0"));
+}
+
 TEST_F(Controls, OnEmptyGroundBelowTheLastRowNothingIsSelected) {
   screen.list.Clear();
   screen.list.AddItem(u"first");

@@ -124,6 +124,13 @@ void Shop::writeStore() {
   store.write(storeFile());
 }
 
+void Shop::newRun() {
+  forgetTheRun();
+  process::resetEnded();
+  host.failures.clear();
+  host.endStatus.reset();
+}
+
 void Shop::start() {
   if (!std::filesystem::exists(folder.path() / "Stores")) writeStore();
   process::dispatch([] { mdMain::Main(); });

@@ -39,6 +39,8 @@ class Shop {
   /// Writes the store file as described so far; `open` does so when there is none yet.
   void writeStore();
   std::filesystem::path storeFile() const;
+  /// Ends this run of the program, if it hasn't ended: the next start is that of a new process.
+  void newRun();
   /// Runs the start-up, as `main` does.
   void start();
   /// Runs the start-up and gives the user at the editor that it opened.

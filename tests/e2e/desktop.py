@@ -5,6 +5,7 @@ import re
 import shutil
 import subprocess
 import tempfile
+import threading
 import time
 
 from screenreader import Bus
@@ -55,13 +56,32 @@ class Desktop:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = message_bus
         self.manager = subprocess.Popen(["openbox", "--sm-disable"], env=self.environment,
                                         stdout=log, stderr=log)
-        log.close()
         wait_until(self._managed, "the window manager")
+        self._watch(log)
+        log.close()
         self.reader = Bus(message_bus)
 
     def _managed(self):
         shown = self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK", check=False)
         return "window id" in shown
+
+    def _watch(self, log):
+        """Keeps what happens to the display's windows: a glimpse of a short one can be missed."""
+        self.happened = []  # ("Create" or "Destroy", window), as it came
+        self.watcher = subprocess.Popen(["xev", "-root", "-event", "substructure"],
+                                        env=self.environment, stdout=subprocess.PIPE, stderr=log,
+                                        text=True)
+
+        def keep():
+            event = None
+            for line in self.watcher.stdout:
+                told = re.match(r"(\w+)Notify event", line)
+                event = told.group(1) if told else event
+                window = re.match(r" .*, window (0x[0-9a-f]+)", line)
+                if window and event in ("Create", "Destroy"):
+                    self.happened.append((event, int(window.group(1), 16)))
+
+        threading.Thread(target=keep, daemon=True).start()
 
     def run(self, *command, check=True):
         """Runs an X client and gives what it prints."""
@@ -71,9 +91,10 @@ class Desktop:
         return done.stdout
 
     def close(self):
-        for process in (self.manager, self.messages, self.server):
+        processes = (self.watcher, self.manager, self.messages, self.server)
+        for process in processes:
             process.terminate()
-        for process in (self.manager, self.messages, self.server):
+        for process in processes:
             process.wait()
         shutil.rmtree(self.folder, ignore_errors=True)
 
@@ -86,6 +107,16 @@ class Desktop:
         if title is not None:
             command += ["--name", f"^{re.escape(title)}$"]
         return [int(line) for line in self.run(*command, check=False).split()]
+
+    def happened_to(self, event, client, since):
+        """The windows to which this happened since so many events, of the program that made the
+        window `client`: all its windows share the upper bits of their numbers."""
+        return [window for what, window in self.happened[since:]
+                if what == event and (window ^ client) < 1 << 21]
+
+    def has_keyboard(self, window):
+        """Whether what is typed goes to this window."""
+        return self.run("xdotool", "getwindowfocus", "-f", check=False).strip() == str(window)
 
     def origin(self, window):
         """Where a window's client area begins on the screen, and its size, in pixels."""

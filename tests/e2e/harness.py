@@ -83,6 +83,12 @@ class Program:
 
         return wait_until(shown, f"the window {title!r}")[0]
 
+    def settled(self, node, window):
+        """The window manager has placed a window where the program thinks it is."""
+        told = alive(lambda: self.box(node))
+        return told and all(abs(one - other) <= 1
+                            for one, other in zip(told, self.desktop.origin(window)))
+
     def root(self):
         return wait_until(lambda: self.desktop.reader.program(self.pid),
                           "the program on the accessibility bus")
@@ -115,25 +121,28 @@ class Screen:
         if seen:
             self.node = program.top(lambda node: node.name == title, f"the screen {title!r}")
         wait_until(lambda: self._settled(seen), f"{title!r} to stand still")
+        self.await_keyboard()
         self.left, self.top, self.width, self.height = self.desktop.origin(self.window)
         self.twip = 1 / controls.TWIPS  # in pixels of the display
         if program.scale != 1:
             self.twip = self.program.box(self.find(name="Save"))[2] / table["cmdSave"][2]
 
     def _settled(self, seen):
-        """The window manager has placed the window where the program thinks it is."""
-        box = self.desktop.origin(self.window)
         if not seen:
-            return box[2] == self.desktop.width
-        told = alive(lambda: self.program.box(self.node))
-        return told and all(abs(one - other) <= 1 for one, other in zip(told, box))
+            return self.desktop.origin(self.window)[2] == self.desktop.width
+        return self.program.settled(self.node, self.window)
 
     def windows(self):
         return self.program.windows()
 
     def alone(self):
-        """Waits until the program shows nothing but this screen."""
+        """Waits until the program shows nothing but this screen, and the window manager has given it
+        the keyboard back."""
         wait_until(lambda: len(self.windows()) == 1, "the screen to be alone")
+        self.await_keyboard()
+
+    def await_keyboard(self):
+        wait_until(lambda: self.desktop.has_keyboard(self.window), "the keyboard")
 
     # The hand
 
@@ -174,27 +183,28 @@ class Screen:
         self.pick(control, index)
         self.alone()
 
-    def save(self):
-        """Presses Save and waits for the notice to come and go."""
-        self.begin_save()
+    def save(self, *keys):
+        """Presses Save, by the mouse or by keys, and waits for the notice to come and go."""
+        before = len(self.desktop.happened)
+        self.begin_save(*keys)
+        wait_until(lambda: self._notice("Destroy", before), "the saved notice to go")
         self.alone()
 
     def begin_save(self, *keys):
-        """Presses Save, by the mouse or by keys, and waits for the layout file and the notice. The
-        notice stays for 750 ms only: on a busy machine it can be over when this returns."""
-
-        def written():
-            return {path: path.stat().st_mtime_ns
-                    for path in (self.program.shop.folder / "Posdata").glob("FastMovers*.txt")}
-
-        before = written()
+        """Presses Save, by the mouse or by keys, and waits for the notice. It stays for 750 ms only:
+        on a busy machine it can be over when this returns."""
+        before = len(self.desktop.happened)
         if keys:
             self.keys(*keys)
         else:
             self.click("cmdSave")
-        wait_until(lambda: written() != before, "the layout file")
-        # Nobody answers before the notice turns its events, so the file is whole by then.
-        wait_until(lambda: alive(self.node.states), "the saved notice")
+        wait_until(lambda: self._notice("Create", before), "the saved notice")
+        wait_until(lambda: len(self.windows()) == 2 or self._notice("Destroy", before),
+                   "the saved notice to show")
+
+    def _notice(self, event, since):
+        """The notice is the only window that a save makes, and the last thing that it does."""
+        return self.desktop.happened_to(event, self.window, since)
 
     # The item list
 
@@ -330,6 +340,8 @@ class Case(unittest.TestCase):
 
     def press(self, program, box, button):
         """Clicks a button of a message box."""
+        window = program.window(box.name)
+        wait_until(lambda: program.settled(box, window), f"{box.name!r} to stand still")
         node = wait_until(lambda: alive(lambda: box.find(role="push button", name=button)),
                           f"the button {button!r}")
         left, top, width, height = program.box(node)

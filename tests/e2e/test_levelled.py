@@ -148,8 +148,7 @@ class DayOfWork(Case):
                      "Reset the Button", "Copy Button Settings", "Save", "Exit"):
             reaches(name, "Tab")
         reaches("Save", "shift+Tab")
-        screen.begin_save("space")
-        screen.alone()
+        screen.save("space")
         self.assertEqual(self.shop.layout(1), layout({}, back=BUTTON_FACE))
         reaches("Exit", "Tab")
         for name in ("Select a department", "Autofill the blocks", "Level", "Level Name",

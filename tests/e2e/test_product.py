@@ -112,6 +112,8 @@ class Tour(ProductCase):
         editor.desktop.hand("windowactivate", editor.window)
         wait_until(lambda: len(editor.windows()) == 2, "the sheet to come back with the editor")
         editor.click(0)  # shut out, and the sheet stays above it
+        sheet.click("Grid1", *self.value(sheet, 1))
+        sheet.await_keyboard()
         sheet.type("Back again")
         sheet.click("cmdSave")
         editor.alone()

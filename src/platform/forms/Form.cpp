@@ -1,7 +1,8 @@
 #include "platform/forms/Form.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QEventLoop>
+#include <QPointer>
 
 #include "platform/forms/Application.h"
 #include "platform/forms/qt/Raise.h"
@@ -36,6 +37,7 @@ void Form::ShowModal() {
   load();
   QEventLoop loop;
   const qt::EndWatch watch([&loop] { loop.quit(); });
+  const QPointer<QWidget> below = QApplication::activeWindow();
   window_->modalLoop = &loop;
   window_->setWindowModality(Qt::ApplicationModal);
   window_->appear();
@@ -43,6 +45,8 @@ void Form::ShowModal() {
   window_->modalLoop = nullptr;
   window_->hide();
   process::unwindIfEnded();
+  // A window manager that is behind can leave the keyboard with a box that has gone.
+  if (below != nullptr && below->isVisible()) below->activateWindow();
 }
 
 void Form::Unload() {

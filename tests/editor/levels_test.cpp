@@ -2,7 +2,6 @@
 
 #include <QLineEdit>
 
-#include "support/FileFaults.h"
 #include "support/Shop.h"
 
 using support::caption;
@@ -128,18 +127,4 @@ TEST(Levels, AFileThatCanNotBeWrittenOrDeletedEndsTheProgram) {
     EXPECT_EQ(caption(user, key(7)), "P8") << "the keys are cleared only behind the delete";
     EXPECT_TRUE(shop.folder.read("Posdata/FastMovers1.txt"));
   }
-}
-
-TEST(Levels, AWriteThatFailsLeavesTheLinesBeforeItAndNoName) {
-  Shop shop;
-  shop.touchSettings("[SETTINGS]\r\nSCREEN1=Counter\r\n");
-  shop.folder.write("Posdata/FastMovers1.txt", layoutFrom(1, "255,0"));
-  WindowDriver user = shop.open();
-  support::FileFaults faults;
-  faults.cutAtChange(0, 10);
-  user.click("cmdSave");
-  EXPECT_NE(shop.failure(), 0);
-  EXPECT_EQ(shop.host.endStatus, 1);
-  EXPECT_EQ(shop.folder.read("Posdata/FastMovers1.txt"), "0,1,P1,255");
-  EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nSCREEN1=Counter\r\n");
 }

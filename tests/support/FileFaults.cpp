@@ -1,5 +1,9 @@
 #include "support/FileFaults.h"
 
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 
 #include "platform/runtime/RunTimeError.h"
@@ -35,6 +39,21 @@ std::size_t FileFaults::change(const files::FileStep& step) {
   if (cutAt_ < 0 || number < cutAt_) return step.size;
   if (step.kind == Kind::Write && number == cutAt_) return std::min(step.size, cutBytes_);
   throw RunTimeError(ErrorNumber::DeviceIoError);
+}
+
+bool killedAtChange(int step, const std::function<void()>& act) {
+  const pid_t copy = ::fork();
+  if (copy == 0) {
+    files::setFaultSeam([step, changes = 0](const files::FileStep& fileStep) mutable {
+      if (fileStep.kind != Kind::Read && changes++ == step) ::raise(SIGKILL);
+      return fileStep.size;
+    });
+    act();
+    ::_exit(0);
+  }
+  int status = 0;
+  return copy > 0 && ::waitpid(copy, &status, 0) == copy && WIFSIGNALED(status) &&
+         WTERMSIG(status) == SIGKILL;
 }
 
 int errorNumberOf(const std::function<void()>& use) {

@@ -16,7 +16,7 @@ class FileFaults {
   FileFaults(const FileFaults&) = delete;
   FileFaults& operator=(const FileFaults&) = delete;
 
-  /// From the `step`-th change on (writes, syncs and renames counted together, from 0) nothing more
+  /// From the `step`-th change on (all steps but reads, counted together from 0) nothing more
   /// reaches the disk: the first one is cut after `bytes` bytes, all later ones do nothing.
   void cutAtChange(int step, std::size_t bytes = 0);
   /// Reads come to the end of the file at `offset`.
@@ -32,6 +32,10 @@ class FileFaults {
   std::size_t cutBytes_ = 0;
   int changes_ = 0;
 };
+
+/// Runs `act` in a copy of this process that is killed as it asks for its `step`-th change, before
+/// anything of it has taken place. False when the copy came to an end of its own.
+bool killedAtChange(int step, const std::function<void()>& act);
 
 /// The number of the run-time error that comes out; 0 when none does.
 int errorNumberOf(const std::function<void()>& use);

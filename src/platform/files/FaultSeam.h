@@ -14,11 +14,12 @@ struct FileStep {
     Write,
     Sync,    ///< the bytes written so far are to reach the disk
     Rename,  ///< a finished temporary file takes the place of `path`
+    Delete,
   };
   Kind kind;
   const std::filesystem::path& path;  ///< a temporary file's own where one is written
-  std::uint64_t offset = 0;           ///< place of the first byte; 0 for Sync and Rename
-  std::size_t size = 0;               ///< bytes to read or write; 0 for Sync and Rename
+  std::uint64_t offset = 0;           ///< place of the first byte to read or write, else 0
+  std::size_t size = 0;               ///< bytes to read or write, else 0
 };
 
 /// Asked before each step. Gives how many bytes of it take place: fewer than `size` make a write

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/files/ByteFile.h"
+#include "platform/files/FaultSeam.h"
 #include "platform/files/ProgramFolder.h"
 #include "platform/runtime/CodePage.h"
 
@@ -84,6 +85,7 @@ void kill(std::u16string_view path) {
   const bool isThere = std::filesystem::is_regular_file(file, ignored);
   // A file that may not be written may not be deleted either.
   if (isThere) ByteFile(file, ByteFile::Access::ReadWrite).close();
+  allowedBytes({FileStep::Kind::Delete, file});
   if (::unlink(file.c_str()) != 0) raiseFileError(file, errno, FilePurpose::Write);
 }
 

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <random>
@@ -26,6 +27,20 @@ fs::path temporaryBeside(const fs::path& target) {
   std::random_device random;
   return target.parent_path() /
          ("." + target.filename().string() + "." + std::to_string(random()) + ".tmp");
+}
+
+/// Takes away what writes of this file have left that were stopped with their process. One that is
+/// still going on is younger.
+void removeLeftovers(const fs::path& target) {
+  const std::string head = "." + target.filename().string() + ".";
+  const auto old = fs::file_time_type::clock::now() - std::chrono::minutes(1);
+  std::error_code ignored;
+  for (fs::directory_iterator entry(target.parent_path(), ignored);
+       entry != fs::directory_iterator(); entry.increment(ignored)) {
+    const std::string name = entry->path().filename().string();
+    const bool isTemporary = name.starts_with(head) && name.ends_with(".tmp");
+    if (isTemporary && entry->last_write_time(ignored) < old) fs::remove(entry->path(), ignored);
+  }
 }
 
 /// A file under a name of its own that is taken away again unless it took its place.
@@ -67,6 +82,7 @@ class TemporaryFile {
 /// True when the file could be replaced by another without anybody seeing more than new bytes.
 bool replaceByAnother(const fs::path& target, const struct stat* old, std::string_view bytes) {
   if (old != nullptr && old->st_nlink > 1) return false;
+  removeLeftovers(target);
   try {
     TemporaryFile temporary(target);
     if (old != nullptr && !temporary.takeLooksOf(*old)) return false;

@@ -1,0 +1,152 @@
+// A save and a reset that are stopped at any moment: by a write that fails, or with the process.
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+#include "platform/process/Process.h"
+#include "support/FileFaults.h"
+#include "support/Shop.h"
+
+using support::killedAtChange;
+using support::Shop;
+using support::WindowDriver;
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Editor {
+  const char* screen;
+  const char* layout;
+  int keys;
+  const char* config;
+  std::u16string item;
+  int writesBehindLayout;  // of the level's name: write, sync, rename
+};
+
+const Editor kLevelled{"frmMain", "FastMovers1.txt", 63, "0", support::entry(u"Tea", 77), 3};
+const Editor kLarge{"frmMainBig", "FastMovers.txt", 108, "1", u"77        Tea", 0};
+
+constexpr const char* kOldLayout = "the layout of old\r\n";
+constexpr const char* kOldTouch = "[SETTINGS]\r\nSCREEN1=Counter\r\n";
+
+class SaveFaults : public testing::TestWithParam<Editor> {
+ protected:
+  SaveFaults() {
+    shop.folder.write("Posdata/Posconfig.ini",
+                      std::string("[GENERAL]\r\nLOAD_FASTMOVERS_LARGE=") + editor.config);
+    shop.folder.write("Posdata/FastMovers2.txt", "another level's");
+    user.emplace(shop.open(editor.screen));
+    user->drop("MyButton1(5)", editor.item);
+    save();
+    whole = layout();
+  }
+
+  void save() { user->click("cmdSave"); }
+  std::string layout() const {
+    return shop.folder.read(fs::path("Posdata") / editor.layout).value_or("(no file)");
+  }
+  void putOld() const {
+    shop.folder.write(fs::path("Posdata") / editor.layout, kOldLayout);
+    shop.touchSettings(kOldTouch);
+  }
+  /// Where the line of a key begins; the end of the file for the key behind the last one.
+  std::size_t lineOf(int key) const {
+    std::size_t at = 0;
+    for (; key > 0; --key) at = whole.find("\r\n", at) + 2;
+    return at;
+  }
+  void checkTheRest() const {
+    EXPECT_EQ(shop.touchFile(), kOldTouch);
+    EXPECT_EQ(shop.folder.read("Posdata/FastMovers2.txt"), "another level's");
+  }
+  std::vector<fs::path> leftovers() const {
+    std::vector<fs::path> found;
+    for (const auto& file : fs::directory_iterator(shop.folder.posdata()))
+      if (file.path().filename().string().starts_with('.')) found.push_back(file.path());
+    return found;
+  }
+
+  Editor editor = GetParam();
+  Shop shop;
+  std::optional<WindowDriver> user;
+  std::string whole;
+};
+
+}  // namespace
+
+TEST_P(SaveFaults, AWriteThatFailsLeavesWhatWentBeforeItAndEndsTheProgram) {
+  for (int step = 0; step < editor.keys; ++step) {
+    putOld();
+    const auto bytes = static_cast<std::size_t>(step % 13);
+    {
+      support::FileFaults faults;
+      faults.cutAtChange(step, bytes);
+      save();
+    }
+    ASSERT_EQ(shop.failure(), 61) << step;
+    EXPECT_EQ(shop.host.endStatus, 1);
+    EXPECT_EQ(layout(), whole.substr(0, lineOf(step) + bytes)) << step;
+    checkTheRest();
+    // The screen outlives the end here; it goes on for the next one.
+    process::resetEnded();
+    shop.host.failures.clear();
+  }
+  save();
+  EXPECT_EQ(layout(), whole);
+}
+
+TEST_P(SaveFaults, ANameThatCanNotBeWrittenGoesUnnoticed) {
+  for (int step = 0; step < editor.writesBehindLayout; ++step) {
+    putOld();
+    support::FileFaults faults;
+    faults.cutAtChange(editor.keys + step, 5);
+    save();
+    EXPECT_EQ(shop.failure(), 0);
+    EXPECT_EQ(layout(), whole);
+    checkTheRest();
+    EXPECT_TRUE(leftovers().empty());
+  }
+}
+
+TEST_P(SaveFaults, AProcessThatIsKilledLeavesTheLinesBefore) {
+  const int steps = editor.keys + editor.writesBehindLayout;
+  for (int step = 0; step < steps; ++step) {
+    putOld();
+    ASSERT_TRUE(killedAtChange(step, [&] { save(); })) << step;
+    EXPECT_EQ(layout(), whole.substr(0, lineOf(std::min(step, editor.keys)))) << step;
+    checkTheRest();
+  }
+  // What the stopped writes of the name left beside it, a later save takes away, though not while
+  // it could be another program's.
+  EXPECT_EQ(leftovers().size(), static_cast<std::size_t>(editor.writesBehindLayout));
+  for (const fs::path& file : leftovers())
+    fs::last_write_time(file, fs::file_time_type::clock::now() - std::chrono::minutes(2));
+  save();
+  EXPECT_EQ(layout(), whole);
+  EXPECT_TRUE(leftovers().empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Editors, SaveFaults, testing::Values(kLevelled, kLarge),
+                         [](const auto& editor) { return std::string(editor.param.screen); });
+
+TEST(ResetFaults, AFileThatStaysLeavesTheKeys) {
+  Shop shop;
+  WindowDriver user = shop.open();
+  user.drop("MyButton1(5)", kLevelled.item);
+  user.click("cmdSave");
+  const auto whole = shop.folder.read("Posdata/FastMovers1.txt");
+  shop.host.answers = {process::kYes};
+  EXPECT_TRUE(killedAtChange(0, [&] { user.click("cmdResetAll"); }));
+  EXPECT_EQ(shop.folder.read("Posdata/FastMovers1.txt"), whole);
+  {
+    support::FileFaults faults;
+    faults.cutAtChange(0);
+    user.click("cmdResetAll");
+  }
+  EXPECT_NE(shop.failure(), 0);
+  EXPECT_EQ(shop.host.endStatus, 1);
+  EXPECT_EQ(support::caption(user, "MyButton1(5)"), "Tea");
+  EXPECT_EQ(shop.folder.read("Posdata/FastMovers1.txt"), whole);
+}

@@ -36,6 +36,12 @@ void PageChanges::stage(WriteStep step, std::uint32_t number, Bytes page) {
     writes.push_back({number, latest.page});
 }
 
+/// Taking pages and filling them may reach the disk in any order, as long as no map owns them yet.
+bool PageChanges::endsGroup(std::size_t step) const {
+  constexpr auto kOwnerMaps = static_cast<std::size_t>(WriteStep::OwnerMaps);
+  return step >= kOwnerMaps || (step + 1 == kOwnerMaps && !steps_[kOwnerMaps].empty());
+}
+
 void PageChanges::commit() {
   std::uint32_t end = pager_.pageCount();
   bool unsynced = false;
@@ -52,7 +58,7 @@ void PageChanges::commit() {
       end = std::max(end, write.number + 1);
       unsynced = true;
     }
-    if (!unsynced || step < static_cast<std::size_t>(WriteStep::OwnerMaps)) continue;
+    if (!unsynced || !endsGroup(step)) continue;
     pager_.sync();
     unsynced = false;
   }

@@ -42,7 +42,8 @@ class PageChanges {
   void stage(WriteStep step, std::uint32_t number, Bytes page);
 
   bool empty() const { return latest_.empty(); }
-  /// Writes all pages, step by step; the disk has one step before the next begins.
+  /// Writes all pages, step by step; the disk has one step before the next begins, but for the
+  /// first two, which are one group.
   void commit();
 
  private:
@@ -55,6 +56,8 @@ class PageChanges {
     WriteStep step = WriteStep::TakePages;
     Pager::Page page;
   };
+
+  bool endsGroup(std::size_t step) const;
 
   Pager& pager_;
   std::uint32_t pageCount_;

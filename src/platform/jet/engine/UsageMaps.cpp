@@ -40,13 +40,15 @@ Extent extentWith(const UsageMap& map, std::uint32_t page) {
   return extent;
 }
 
-/// The same pages in another window, which covers them all.
-UsageMap rewindowed(const UsageMap& map, std::uint32_t firstPage, std::size_t size) {
+/// The same pages and one more in another window, which covers them all.
+UsageMap rewindowed(const UsageMap& map, std::uint32_t page, std::uint32_t firstPage,
+                    std::size_t size) {
   UsageMap moved;
   moved.firstPage = firstPage;
   moved.bits.resize(size);
   for (std::size_t i = 0; i < map.windowSize(); ++i)
     if (bitOf(map.bits, i)) moved.set(map.firstPage + static_cast<std::uint32_t>(i), true);
+  moved.set(page, true);
   return moved;
 }
 
@@ -114,14 +116,14 @@ bool UsageMaps::shift(RowPointer at, const UsageMap& map, std::uint32_t page, Wr
   const Extent extent = extentWith(map, page);
   const std::uint32_t first = extent.lowest / 8 * 8;
   if (extent.highest - first >= map.windowSize()) return false;
-  writeSameRow(at, rewindowed(map, first, map.bits.size()), step);
+  writeSameRow(at, rewindowed(map, page, first, map.bits.size()), step);
   return true;
 }
 
 bool UsageMaps::lengthen(RowPointer at, const UsageMap& map, std::uint32_t page, WriteStep step) {
   const std::size_t size = bitmapSize(extentWith(map, page).highest + 1);
   if (size > changes_.layout().pageSize) return false;
-  const UsageMap longer = rewindowed(map, 0, std::max(size, map.bits.size()));
+  const UsageMap longer = rewindowed(map, page, 0, std::max(size, map.bits.size()));
   return writeRow(at, longer, 0, step);
 }
 

@@ -38,11 +38,12 @@ void IndexEditor::collectLeaves(std::uint32_t number, std::uint32_t from, const 
                                 int level, std::vector<TreeLeaf>& leaves) {
   if (level > kMostIndexLevels || leaves.size() > changes_.pageCount())
     raiseDamaged(source_.place(from), u"an index leads in a circle");
-  const IndexPage page = open(number, from);
+  IndexPage page = open(number, from);
   if (page.leaf) {
     leaves.push_back({number, bound});
     return;
   }
+  if (dropUpTo(page, bound) > 0) stage(WriteStep::RemoveEntries, number, page);
   Bytes lower = bound;
   for (const IndexEntry& entry : page.entries) {
     if (!lower.empty() && compareBytes(entry.bytes, lower) <= 0) continue;
@@ -60,9 +61,7 @@ void IndexEditor::clean(RowPointer row, const std::optional<Bytes>& kept) {
     IndexPage leaf = open(leaves[i].number, source_.definitionPage);
     const std::uint32_t previous = i == 0 ? 0 : leaves[i - 1].number;
     const std::uint32_t next = i + 1 == leaves.size() ? 0 : leaves[i + 1].number;
-    const std::size_t dropped = std::erase_if(leaf.entries, [&](const IndexEntry& entry) {
-      return !leaves[i].bound.empty() && compareBytes(entry.bytes, leaves[i].bound) <= 0;
-    });
+    const std::size_t dropped = dropUpTo(leaf, leaves[i].bound);
     for (const IndexEntry& entry : leaf.entries)
       if (entry.row() == row && entry.bytes != kept) others.push_back(entry.bytes);
     if (dropped == 0 && leaf.previous == previous && leaf.next == next) continue;

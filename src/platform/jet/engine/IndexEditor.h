@@ -27,8 +27,8 @@ class IndexEditor {
   bool remove(ByteView entry);
   /// True when an entry or a link was met that only an interrupted change leaves.
   bool sawLeftovers() const { return sawLeftovers_; }
-  /// Removes all entries of a row but the one to keep, and brings the leaves into the order and the
-  /// bounds that the tree says. Reads the whole index.
+  /// Removes all entries of a row but the one to keep, and brings all pages into the bounds and the
+  /// leaves into the order that the tree says. Reads the whole index.
   void clean(RowPointer row, const std::optional<Bytes>& kept);
 
  private:
@@ -48,6 +48,9 @@ class IndexEditor {
   void removeAt(IndexPath& path, std::size_t at);
   void lowerBound(IndexPath& path, std::size_t depth, const Bytes& last);
   void unlink(IndexPath& path, std::size_t depth);
+  /// Takes out of the pages behind a place what an interrupted split left in them below the bound
+  /// there, before that bound sinks or goes and makes it part of the tree again.
+  void shortenBehind(const IndexPath::Node& node, ByteView bound);
 
   /// Links of the page `of`, on both sides of the place in the chain that it has, gains or leaves.
   /// Those of nodes are only kept where somebody has linked them.

@@ -15,6 +15,12 @@ IndexPage openIndexPage(PageChanges& changes, const TableSource& source, std::ui
   return open;
 }
 
+std::size_t dropUpTo(IndexPage& page, ByteView bound) {
+  if (bound.empty()) return 0;
+  return std::erase_if(
+      page.entries, [&](const IndexEntry& each) { return compareBytes(each.bytes, bound) <= 0; });
+}
+
 std::size_t placeOf(const IndexPage& page, ByteView entry) {
   const auto at = std::ranges::partition_point(
       page.entries, [&](const IndexEntry& each) { return compareBytes(each.bytes, entry) < 0; });
@@ -25,15 +31,8 @@ bool standsAt(const IndexPage& page, std::size_t at, ByteView entry) {
   return at < page.entries.size() && compareBytes(page.entries[at].bytes, entry) == 0;
 }
 
-namespace {
-
-/// The leaf in front of the path's by the tree, whatever the leaf itself says; 0 for the first.
-std::uint32_t leafBefore(PageChanges& changes, const TableSource& source, const IndexPath& path) {
-  const auto turn = std::find_if(path.nodes.rbegin(), path.nodes.rend(),
-                                 [](const IndexPath::Node& node) { return node.child > 0; });
-  if (turn == path.nodes.rend()) return 0;
-  std::uint32_t number = turn->page.entries[turn->child - 1].child;
-  std::uint32_t from = turn->number;
+std::uint32_t lastLeafBelow(PageChanges& changes, const TableSource& source, std::uint32_t number,
+                            std::uint32_t from) {
   for (int level = 0; level <= kMostIndexLevels; ++level) {
     const IndexPage page = openIndexPage(changes, source, number, source.place(from));
     if (page.leaf) return number;
@@ -41,6 +40,16 @@ std::uint32_t leafBefore(PageChanges& changes, const TableSource& source, const 
     number = page.tail;
   }
   raiseDamaged(source.place(from), u"an index has no leaves");
+}
+
+namespace {
+
+/// The leaf in front of the path's by the tree, whatever the leaf itself says; 0 for the first.
+std::uint32_t leafBefore(PageChanges& changes, const TableSource& source, const IndexPath& path) {
+  const auto turn = std::find_if(path.nodes.rbegin(), path.nodes.rend(),
+                                 [](const IndexPath::Node& node) { return node.child > 0; });
+  if (turn == path.nodes.rend()) return 0;
+  return lastLeafBelow(changes, source, turn->page.entries[turn->child - 1].child, turn->number);
 }
 
 }  // namespace
@@ -53,9 +62,7 @@ IndexPath IndexPath::to(PageChanges& changes, const TableSource& source, std::si
   Place from = source.place(source.definitionPage);
   for (int level = 0; level <= kMostIndexLevels; ++level) {
     IndexPage page = openIndexPage(changes, source, number, from);
-    const std::size_t dropped = std::erase_if(page.entries, [&](const IndexEntry& each) {
-      return !bound.empty() && compareBytes(each.bytes, bound) <= 0;
-    });
+    const std::size_t dropped = dropUpTo(page, bound);
     path.hadLeftovers = path.hadLeftovers || dropped > 0;
     from = source.place(number);
     if (page.leaf) {

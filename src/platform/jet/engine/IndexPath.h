@@ -32,6 +32,14 @@ struct IndexPath {
 IndexPage openIndexPage(PageChanges& changes, const TableSource& source, std::uint32_t number,
                         const Place& from);
 
+/// The last leaf below a page, which may be that leaf itself; `from` leads to the page.
+std::uint32_t lastLeafBelow(PageChanges& changes, const TableSource& source, std::uint32_t number,
+                            std::uint32_t from);
+
+/// Takes the entries out of a page that are not greater than the bound, if there is one; gives
+/// their number. Only an interrupted split leaves such.
+std::size_t dropUpTo(IndexPage& page, ByteView bound);
+
 /// Where the entry stands, or would stand, among a page's entries.
 std::size_t placeOf(const IndexPage& page, ByteView entry);
 bool standsAt(const IndexPage& page, std::size_t at, ByteView entry);

@@ -1,6 +1,7 @@
 // The half of IndexEditor that takes entries out: bounds that follow, and pages that run empty.
 
 #include "platform/jet/engine/IndexEditor.h"
+#include "platform/jet/engine/IndexTree.h"
 
 namespace jet {
 
@@ -33,11 +34,35 @@ void IndexEditor::lowerBound(IndexPath& path, std::size_t depth, const Bytes& la
     IndexPath::Node& node = path.nodes[depth];
     if (node.followsTail()) continue;
     if (node.page.entries[node.child].bytes == last) return;
+    shortenBehind(node, node.page.entries[node.child].bytes);
     node.page.entries[node.child].bytes = last;
     if (std::optional<Bytes> bytes = node.page.encode(changes_.layout()))
       changes_.stage(WriteStep::RemoveEntries, node.number, std::move(*bytes));
     return;
   }
+}
+
+void IndexEditor::shortenBehind(const IndexPath::Node& node, ByteView bound) {
+  const std::size_t behind = node.child + 1;
+  const Bytes kept(bound.begin(), bound.end());
+  std::uint32_t number =
+      behind < node.page.entries.size() ? node.page.entries[behind].child : node.page.tail;
+  std::uint32_t from = node.number;
+  for (int level = 0; level <= kMostIndexLevels; ++level) {
+    IndexPage page = open(number, from);
+    if (dropUpTo(page, kept) > 0) {
+      sawLeftovers_ = true;
+      // It doesn't know the page in front of it either.
+      if (page.leaf)
+        page.previous =
+            lastLeafBelow(changes_, source_, node.page.entries[node.child].child, node.number);
+      stage(WriteStep::RemoveEntries, number, page);
+    }
+    if (page.leaf) return;
+    from = number;
+    number = page.entries.empty() ? page.tail : page.entries[0].child;
+  }
+  raiseDamaged(source_.place(from), u"an index has no leaves");
 }
 
 /// Takes the empty page at `depth` of the path out of the tree; it isn't written itself.
@@ -48,6 +73,7 @@ void IndexEditor::unlink(IndexPath& path, std::size_t depth) {
   IndexPath::Node& parent = path.nodes[depth - 1];
   std::vector<IndexEntry>& entries = parent.page.entries;
   if (!parent.followsTail()) {
+    shortenBehind(parent, entries[parent.child].bytes);
     entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(parent.child));
     stage(WriteStep::RemoveEntries, parent.number, parent.page);
   } else if (!entries.empty()) {

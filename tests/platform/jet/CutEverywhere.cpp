@@ -1,0 +1,184 @@
+#include "platform/jet/CutEverywhere.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <set>
+#include <vector>
+
+#include "support/FileFaults.h"
+
+namespace jettest {
+namespace {
+
+namespace fs = std::filesystem;
+
+using Lines = std::multiset<std::string>;
+
+std::map<jet::RowId, std::string> rowsOf(const fs::path& file, std::u16string_view password,
+                                         std::u16string_view name) {
+  jet::Database database(file, u"the file", password);
+  const jet::Table& table = tableNamed(database, name);
+  std::map<jet::RowId, std::string> rows;
+  const auto scan = table.scan();
+  while (scan->next()) {
+    std::string& line = rows[scan->row().id()];
+    for (int i = 0; i < static_cast<int>(table.columns().size()); ++i)
+      line += printed(scan->row().value(i)) + "\t";
+  }
+  return rows;
+}
+
+Lines exportOf(const fs::path& file, const std::u16string& table) {
+  const std::string output = outputOf("mdb-export -H -R '\x1e' '" + file.string() + "' '" +
+                                      narrow(table) + "' 2>/dev/null");
+  const std::vector<std::string> lines = split(output, '\x1e');
+  return {lines.begin(), lines.end()};
+}
+
+/// Complaints of the checker that a cut may leave: about the row's second entry, its second body, a
+/// page that is in the chain of leaves but not in the tree.
+bool isLeftover(const std::string& complaint, const Change& change) {
+  const std::string row = std::to_string(change.row.page) + "/" + std::to_string(change.row.slot);
+  const std::vector<std::string> kinds{
+      "has no pointer",         " next is ",           " prev is ",
+      "last leaf has next",     "first leaf has prev", "entries out of order",
+      "starts before its",      "reached twice",       "has two entries",
+      "row " + row + " key is", "null row " + row};
+  return std::ranges::any_of(
+      kinds, [&](const std::string& kind) { return complaint.find(kind) != std::string::npos; });
+}
+
+/// One change, cut everywhere.
+class Cutting {
+ public:
+  Cutting(const Scratch& scratch, fs::path before, std::u16string password, Change change)
+      : scratch_(scratch),
+        before_(std::move(before)),
+        password_(std::move(password)),
+        change_(std::move(change)) {}
+
+  /// Gives the number of cuts.
+  int run() {
+    const fs::path whole = fresh("whole.mdb");
+    int steps = 0;
+    {
+      support::FileFaults faults;
+      faults.cutAtChange(1 << 20);
+      makeChange(whole, password_, change_);
+      steps = faults.changes();
+    }
+    rowsBefore_ = rowsOf(before_, password_, change_.table);
+    rowsAfter_ = rowsOf(whole, password_, change_.table);
+    exportBefore_ = exportOf(before_, change_.table);
+    exportAfter_ = exportOf(whole, change_.table);
+    for (int step = 0; step < steps; ++step) {
+      SCOPED_TRACE("cut at step " + std::to_string(step) + " of " + std::to_string(steps));
+      cutAt(step);
+      if (testing::Test::HasFailure()) break;
+    }
+    judgeFiles();
+    return steps;
+  }
+
+ private:
+  fs::path fresh(const std::string& name) const {
+    const fs::path file = scratch_.folder() / name;
+    fs::copy_file(before_, file, fs::copy_options::overwrite_existing);
+    return file;
+  }
+  static fs::path copied(const fs::path& file, const std::string& name) {
+    const fs::path copy = file.parent_path() / name;
+    fs::copy_file(file, copy, fs::copy_options::overwrite_existing);
+    return copy;
+  }
+
+  void cutAt(int step) {
+    const std::string number = std::to_string(step) + ".mdb";
+    const fs::path file = fresh("cut" + number);
+    cutFiles_.push_back(file);
+    {
+      support::FileFaults faults;
+      faults.cutAtChange(step);
+      EXPECT_NE(support::errorNumberOf([&] { makeChange(file, password_, change_); }), 0);
+    }
+    const auto rows = rowsOf(file, password_, change_.table);
+    EXPECT_TRUE(rows == rowsBefore_ || rows == rowsAfter_);
+    judgeExport(file);
+    judgeIndexes(file);
+    changeAnother(copied(file, "another.mdb"), rows);
+
+    const fs::path again = copied(file, "again" + number);
+    finishedFiles_.push_back(again);
+    makeChange(again, password_, change_);
+    EXPECT_EQ(rowsOf(again, password_, change_.table), rowsAfter_);
+    EXPECT_EQ(exportOf(again, change_.table), exportAfter_);
+    judgeIndexes(again);
+  }
+
+  /// The independent checker's word on all files that the cuts left.
+  void judgeFiles() const {
+    std::vector<fs::path> files = cutFiles_;
+    files.insert(files.end(), finishedFiles_.begin(), finishedFiles_.end());
+    auto verdicts = checkerVerdicts(files);
+    EXPECT_EQ(verdicts.size(), files.size());
+    for (const fs::path& file : cutFiles_)
+      for (const std::string& complaint : verdicts[file])
+        EXPECT_TRUE(complaint == "ok" || isLeftover(complaint, change_)) << file << complaint;
+    for (const fs::path& file : finishedFiles_)
+      EXPECT_EQ(verdicts[file], std::vector<std::string>{"ok"}) << file;
+  }
+
+  /// The other reader passes over pointers and lists bodies where they lie: a body too many shows
+  /// as a second copy of the row.
+  void judgeExport(const fs::path& file) const {
+    Lines missing;
+    const Lines lines = exportOf(file, change_.table);
+    std::ranges::set_difference(exportBefore_, lines, std::inserter(missing, missing.end()));
+    Lines missingNew;
+    std::ranges::set_difference(exportAfter_, lines, std::inserter(missingNew, missingNew.end()));
+    EXPECT_TRUE(missing.empty() || missingNew.empty());
+    EXPECT_LE(lines.size(), exportBefore_.size() + 1);
+  }
+
+  void judgeIndexes(const fs::path& file) const {
+    SCOPED_TRACE(file.filename().string());
+    jet::Database database(file, u"the file", password_);
+    EXPECT_EQ(indexProblems(tableNamed(database, change_.table)), std::vector<std::string>());
+  }
+
+  /// Gives other rows the values of the interrupted change, so that their entries come near its.
+  void changeAnother(const fs::path& file, std::map<jet::RowId, std::string> expected) const {
+    int changed = 0;
+    for (const auto& [id, line] : expected) {
+      if (id == change_.row || changed == 2) continue;
+      Change other = change_;
+      other.row = id;
+      if (support::errorNumberOf([&] { makeChange(file, password_, other); }) == 0) ++changed;
+    }
+    EXPECT_EQ(rowsOf(file, password_, change_.table).size(), expected.size());
+    judgeIndexes(file);
+  }
+
+  const Scratch& scratch_;
+  fs::path before_;
+  std::u16string password_;
+  Change change_;
+  std::vector<fs::path> cutFiles_;
+  std::vector<fs::path> finishedFiles_;
+  std::map<jet::RowId, std::string> rowsBefore_;
+  std::map<jet::RowId, std::string> rowsAfter_;
+  Lines exportBefore_;
+  Lines exportAfter_;
+};
+
+}  // namespace
+
+int cutEverywhere(const Scratch& scratch, const fs::path& before, const std::u16string& password,
+                  const Change& change) {
+  return Cutting(scratch, before, password, change).run();
+}
+
+}  // namespace jettest

@@ -1,0 +1,92 @@
+#include "platform/jet/FileShape.h"
+
+#include <algorithm>
+
+#include "platform/jet/StoreFiles.h"
+#include "platform/jet/engine/TableSource.h"
+#include "platform/jet/format/DataPage.h"
+#include "platform/jet/format/IndexPage.h"
+#include "platform/jet/format/UsageMap.h"
+
+namespace jettest {
+namespace {
+
+void countPages(const jet::TableSource& source, std::uint32_t number, std::vector<int>& levels) {
+  const auto page =
+      jet::IndexPage::decode(source.pager.layout(), *source.pager.read(number, {}), {});
+  levels.resize(std::max<std::size_t>(levels.size(), page.level + 1U));
+  ++levels[page.level];
+  if (page.leaf) return;
+  for (const jet::IndexEntry& entry : page.entries) countPages(source, entry.child, levels);
+  countPages(source, page.tail, levels);
+}
+
+FileShape::Map mapAt(const jet::TableSource& source, jet::RowPointer at) {
+  const auto page = source.pager.read(at.page, {});
+  const jet::DataPage rows(source.pager.layout(), *page, {});
+  const jet::Slot slot = rows.slot(at.slot);
+  const jet::UsageMap map = jet::UsageMap::decode(rows.bytes(slot), {});
+  return {map.kind == jet::UsageMap::Kind::Reference, map.firstPage, slot.length};
+}
+
+void compareMaps(const FileShape::Map& before, const FileShape::Map& after, const std::string& name,
+                 std::set<std::string>& kinds) {
+  if (!before.inReferences && after.inReferences)
+    kinds.insert(name + " turned into references");
+  else if (after.length > before.length)
+    kinds.insert(name + " lengthened");
+  else if (after.firstPage != before.firstPage)
+    kinds.insert(name + " shifted");
+}
+
+void compareLevels(const std::vector<int>& before, const std::vector<int>& after,
+                   std::set<std::string>& kinds) {
+  if (after.size() > before.size()) {
+    kinds.insert("root grown");
+    kinds.insert("root grown to level " + std::to_string(after.size() - 1));
+    return;
+  }
+  for (std::size_t level = 0; level < after.size(); ++level) {
+    const std::string page = level == 0 ? "leaf" : "node";
+    const std::string where = level == 0 ? "" : " at level " + std::to_string(level);
+    if (after[level] > before[level]) kinds.insert(page + " split" + where);
+    if (after[level] < before[level]) kinds.insert(page + " unlinked" + where);
+  }
+}
+
+}  // namespace
+
+FileShape shapeOf(const std::filesystem::path& file, std::u16string_view password,
+                  const Change& change) {
+  jet::Database database(file, u"the file", password);
+  const jet::TableSource& source = tableNamed(database, change.table).source();
+  FileShape shape;
+  const auto page = source.pager.read(change.row.page, {});
+  const jet::DataPage rows(source.pager.layout(), *page, {});
+  const jet::Slot slot = rows.slot(change.row.slot);
+  if (slot.pointer) shape.body = jet::RowPointer::unpack(jet::u32At(rows.bytes(slot), 0));
+  shape.freePages = mapAt(source, {jet::kGlobalMapPage, 0});
+  shape.maps.push_back(mapAt(source, source.definition.ownedPages));
+  shape.maps.push_back(mapAt(source, source.definition.freePages));
+  for (const jet::IndexDefinition& index : source.definition.indexes) {
+    shape.maps.push_back(mapAt(source, index.map));
+    countPages(source, index.root, shape.indexes.emplace_back());
+  }
+  return shape;
+}
+
+std::set<std::string> kindsOf(const FileShape& before, const FileShape& after) {
+  std::set<std::string> kinds;
+  if (!before.body && !after.body) kinds.insert("in place");
+  if (!before.body && after.body) kinds.insert("moved");
+  if (before.body && after.body && before.body != after.body) kinds.insert("moved again");
+  if (before.body && !after.body) kinds.insert("came home");
+  for (std::size_t i = 0; i < after.indexes.size(); ++i)
+    compareLevels(before.indexes[i], after.indexes[i], kinds);
+  compareMaps(before.freePages, after.freePages, "global map", kinds);
+  for (std::size_t i = 0; i < after.maps.size(); ++i)
+    compareMaps(before.maps[i], after.maps[i], "map", kinds);
+  return kinds;
+}
+
+}  // namespace jettest

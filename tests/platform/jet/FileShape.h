@@ -1,0 +1,38 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/jet/RandomUpdates.h"
+#include "platform/jet/format/RowPointer.h"
+
+namespace jettest {
+
+/// What a change may do to a file: where the row lies, the pages of the table's indexes, the usage
+/// maps.
+struct FileShape {
+  struct Map {
+    bool inReferences = false;
+    std::uint32_t firstPage = 0;
+    std::size_t length = 0;
+  };
+  std::optional<jet::RowPointer> body;    ///< where the row's slot points
+  std::vector<std::vector<int>> indexes;  ///< of each index the pages of each level, leaves first
+  Map freePages;                          ///< the global map
+  std::vector<Map> maps;                  ///< those of the table and of its indexes
+};
+
+/// The shape of the file as far as it concerns the change's row and table.
+FileShape shapeOf(const std::filesystem::path& file, std::u16string_view password,
+                  const Change& change);
+
+/// What happened between two shapes, in words: "moved", "leaf split", "node split at level 2".
+std::set<std::string> kindsOf(const FileShape& before, const FileShape& after);
+
+}  // namespace jettest

@@ -70,6 +70,12 @@ class Tour(ProductCase):
         product = {"product": FREE[0], "caption": "Chef's jam, homemade"}
         self.assertEqual(self.shop.layout(1), layout({12: product, 13: product}, back=BUTTON_FACE))
 
+        # The list has it from the next change of the filter on.
+        entry = f"{product['caption']:30}{'':100}{FREE[0]}"
+        self.assertNotIn(entry, editor.items())
+        editor.tick("chkBarcode")
+        wait_until(lambda: entry in editor.items(), "the new product in the list")
+
         # The second goes to the next free row; for a third there is none.
         sheet = self.sheet(editor, 14)
         sheet.type("Bun")

@@ -10,11 +10,12 @@
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <stdexcept>
 #include <string>
 
+#include "ChildProcess.h"
+#include "Folder.h"
 #include "Measurement.h"
 #include "NativeStore.h"
 #include "StoreSession.h"
@@ -27,6 +28,7 @@ namespace {
 
 namespace fs = std::filesystem;
 namespace statements = layoutdata::statements;
+using bench::compare;
 
 constexpr int kSlots = 50000;
 constexpr int kProducts = 40000;
@@ -39,39 +41,6 @@ constexpr double kMostPages = 24;
 constexpr const char* kItemsNative =
     "SELECT ID,DESCRIPTION,barcode from qrySalesitems where description <> '' order by description";
 constexpr const char* kChildWord = "--read-items";
-
-/// A folder of its own, which goes at the end.
-class Folder {
- public:
-  explicit Folder(const fs::path& parent) {
-    std::string pattern = parent / "store_benchXXXXXX";
-    if (mkdtemp(pattern.data()) == nullptr)
-      throw std::runtime_error("no folder in " + parent.string());
-    path_ = pattern;
-  }
-  ~Folder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-
-  fs::path operator/(const char* name) const { return path_ / name; }
-
- private:
-  fs::path path_;
-};
-
-void compare(const std::string& name, double aim, int rounds, const std::function<void()>& ours,
-             const std::function<void()>& peer) {
-  try {
-    const bench::Times times = bench::measure(rounds, ours, peer);
-    bench::printRow(name, bench::milliseconds(times.ours), bench::milliseconds(times.peer),
-                    times.ours / times.peer, aim);
-  } catch (const std::exception& error) {
-    bench::printFailure(name, aim, error.what());
-  }
-}
 
 void expectRows(int found, int wanted) {
   if (found != wanted)
@@ -106,17 +75,9 @@ void measureReading(const fs::path& store, const fs::path& native) {
        department.append(u"Bakery").append(statements::kDepartmentByNameTail), 1);
 }
 
-/// This process's peak memory in kilobytes, as the system counts it since the program was loaded.
-long ownPeak() {
-  std::ifstream status("/proc/self/status");
-  for (std::string word; status >> word;)
-    if (long peak = 0; word == "VmHWM:" && status >> peak) return peak;
-  throw std::runtime_error("the system doesn't tell the peak memory");
-}
-
 /// Peak memory in bytes of a process of its own that reads all items. A child's own count would
 /// begin with what this process has, so it tells itself.
-double peakMemoryOf(const fs::path& store) {
+double peakOfReading(const fs::path& store) {
   const std::string command = "'" + fs::read_symlink("/proc/self/exe").string() + "' " +
                               kChildWord + " '" + store.string() + "'";
   FILE* const child = popen(command.c_str(), "r");
@@ -124,13 +85,13 @@ double peakMemoryOf(const fs::path& store) {
   const bool told = child != nullptr && std::fscanf(child, "%ld", &peak) == 1;
   if (child == nullptr || pclose(child) != 0 || !told)
     throw std::runtime_error("the reading process failed");
-  return static_cast<double>(peak) * 1024;
+  return static_cast<double>(peak);
 }
 
 void measureMemory(const fs::path& store) {
   const std::string name = "peak memory for all items of 50,000 slots, beside the file's size";
   try {
-    const double peak = peakMemoryOf(store);
+    const double peak = peakOfReading(store);
     const auto size = static_cast<double>(fs::file_size(store));
     bench::printRow(name, bench::megabytes(peak), bench::megabytes(size), peak / size, 2);
   } catch (const std::exception& error) {
@@ -191,10 +152,10 @@ int main(int count, char** words) {
   try {
     if (count == 3 && std::string(words[1]) == kChildWord) {
       expectRows(bench::readStore(words[2], statements::kItems), kProducts);
-      std::cout << ownPeak() << '\n';
+      std::cout << static_cast<long>(bench::peakMemoryOf("self")) << '\n';
       return 0;
     }
-    const Folder folder(count > 1 ? fs::path(words[1]) : fs::temp_directory_path());
+    const bench::Folder folder(count > 1 ? fs::path(words[1]) : fs::temp_directory_path());
     makestore::ShopOrder order;
     order.slots = kSlots;
     order.products = kProducts;

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ChildProcess.h"
+#include "Folder.h"
+
+struct xcb_connection_t;
+
+namespace bench {
+
+/// A virtual display with a window manager, and an eye on what it shows.
+class Desktop {
+ public:
+  Desktop();
+  ~Desktop();
+  Desktop(const Desktop&) = delete;
+  Desktop& operator=(const Desktop&) = delete;
+
+  /// What a program that is to show itself here needs: an environment without the user's own ways.
+  std::vector<std::string> environment() const;
+
+  /// The user's configuration folder in that environment.
+  const std::filesystem::path& configuration() const { return folder_.path(); }
+
+  using Pixels = std::vector<std::uint8_t>;
+  /// The lines of pixels at these heights, from the left edge to `width`, as the display shows
+  /// them.
+  Pixels lines(const std::vector<std::int16_t>& heights, std::uint16_t width) const;
+
+ private:
+  void connect();
+  void awaitManager();
+
+  struct Disconnect {
+    void operator()(xcb_connection_t* connection) const;
+  };
+  Folder folder_;
+  std::string display_;
+  std::unique_ptr<ChildProcess> server_;
+  std::unique_ptr<ChildProcess> manager_;
+  std::unique_ptr<xcb_connection_t, Disconnect> connection_;
+  std::uint32_t root_ = 0;
+};
+
+/// Waits until the condition holds, asking each millisecond. Raises an error that says what it
+/// waited for when it doesn't within 20 seconds.
+void waitUntil(const std::function<bool()>& condition, const std::string& what);
+
+}  // namespace bench

@@ -1,0 +1,165 @@
+// The levelled editor's own work, measured in one process off screen: refilling the item list
+// beside the bare query, a level change beside plain reading of the same files, a save beside plain
+// writing of the same files.
+
+#include <QApplication>
+#include <QComboBox>
+#include <QListView>
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <stdexcept>
+#include <string>
+
+#include "Folder.h"
+#include "Measurement.h"
+#include "ShopFiles.h"
+#include "StoreSession.h"
+#include "editor/frmMain.h"
+#include "layoutdata/Statements.h"
+#include "platform/files/ProgramFolder.h"
+#include "platform/forms/Application.h"
+#include "platform/process/Process.h"
+#include "shared/mdWriteINI.h"
+#include "shared/startup/Main.h"
+#include "support/TestHost.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+namespace statements = layoutdata::statements;
+
+constexpr int kProducts = 40000;
+constexpr const char* kTouchFile = "FastTouchButtons.ini";
+
+template <class Widget>
+Widget& control(const char* name) {
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (auto* found = window->findChild<Widget*>(QString::fromLatin1(name))) return *found;
+  throw std::runtime_error(std::string("no ") + name + " on the screen");
+}
+
+/// The user picks an entry of a drop-down list.
+void pick(QComboBox& box, int entry) {
+  box.setCurrentIndex(entry);
+  box.activated(entry);
+}
+
+/// Everything that is due happens, paint and all.
+void settle() {
+  QCoreApplication::processEvents();
+}
+
+void expectRows(int found) {
+  if (found != kProducts) throw std::runtime_error(std::to_string(found) + " rows");
+}
+
+void measureList(const fs::path& store) {
+  auto& departments = control<QComboBox>("cbDept");
+  const auto& list = control<QListView>("List1");
+  std::u16string items(statements::kItemsOfDepartmentHead);
+  items.append(departments.itemText(0).toStdU16String()).append(statements::kItemsOfDepartmentTail);
+  bench::compare(
+      "item list refilled with 40,000 entries and shown, beside the bare query", 1.5, 15,
+      [&] {
+        pick(departments, 0);
+        settle();
+        expectRows(list.model()->rowCount());
+      },
+      [&] { expectRows(bench::readStore(store, items)); });
+}
+
+std::string readPlainly(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void writePlainly(const fs::path& path, const std::string& bytes) {
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  file << bytes;
+}
+
+fs::path layoutOf(const fs::path& posdata, int level) {
+  return posdata / ("FastMovers" + std::to_string(level) + ".txt");
+}
+
+/// The keys are painted between the changes, which doesn't count.
+void measureLevels(const fs::path& posdata) {
+  auto& levels = control<QComboBox>("cbLevel");
+  const auto& lastKey = control<QWidget>("MyButton1(62)");
+  int level = 0;
+  bench::compareParts(
+      "level change of 63 keys, beside plain reading of the same files", 3, 400,
+      [&] {
+        level = (level + 1) % bench::kLevels;
+        settle();
+        const double seconds = bench::secondsOf([&] { pick(levels, level); });
+        const int product = bench::kProductsALevel * (level + 1) + bench::kKeys - 1;
+        if (lastKey.accessibleName() != "Product " + QString::number(product))
+          throw std::runtime_error("the keys didn't change");
+        return seconds;
+      },
+      [&] {
+        settle();
+        return bench::secondsOf([&] {
+          const std::string layout = readPlainly(layoutOf(posdata, level + 1));
+          const std::string settings = readPlainly(posdata / kTouchFile);
+          if (layout.empty() || settings.empty()) throw std::runtime_error("nothing to read");
+        });
+      });
+}
+
+/// The editor's save up to the notice, which shows for three quarters of a second.
+class SavingEditor : public frmMain {
+ public:
+  void save() {
+    const std::u16string posdata = files::programFolder() + u"\\Posdata\\";
+    WriteLayoutFile(posdata + u"FastMovers1.txt");
+    mdWriteINI::WriteINI(posdata + u"FastTouchButtons.ini", u"SETTINGS", u"SCREEN1", u"Drinks");
+  }
+};
+
+void measureSave(const fs::path& posdata) {
+  SavingEditor editor;
+  editor.save();
+  const std::string layout = readPlainly(layoutOf(posdata, 1));
+  const std::string settings = readPlainly(posdata / kTouchFile);
+  bench::compare(
+      "save of 63 keys up to the notice, beside plain writing of the same files", 3, 200,
+      [&] { editor.save(); },
+      [&] {
+        writePlainly(layoutOf(posdata, 1), layout);
+        writePlainly(posdata / kTouchFile, settings);
+      });
+}
+
+}  // namespace
+
+int main() {
+  try {
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    const bench::Folder shop;
+    makestore::ShopOrder order;
+    order.slots = kProducts;
+    order.products = kProducts;
+    order.free.emplace();
+    order.departmentCount = 1;
+    bench::layOutShop(shop.path(), order);
+    bench::writeSettings(shop.path());
+    setenv("XDG_CONFIG_HOME", shop.path().c_str(), 1);
+    files::setProgramFile(shop / "keystrand");
+    forms::Application application;
+    const support::TestHost host;
+    process::dispatch([] { mdMain::Main(); });
+    settle();
+    measureList(shop.path() / "Stores" / "Demo" / "MASTER.mdb");
+    measureLevels(shop / "Posdata");
+    measureSave(shop / "Posdata");
+    return 0;
+  } catch (const std::exception& error) {
+    std::cerr << "editor_bench: " << error.what() << '\n';
+    return 1;
+  }
+}

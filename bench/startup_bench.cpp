@@ -1,0 +1,127 @@
+// The program's start, measured from outside: from the start of the process to the first frame on
+// the screen, and the memory taken by then, beside a bare window of the toolkit with as many plain
+// buttons and rows. Both run on a virtual display with a window manager, in turns.
+//
+//   startup_bench [FOLDER]     the built programs lie there, by default in the folder above its own
+
+#include <algorithm>
+#include <chrono>
+#include <exception>
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "Desktop.h"
+#include "Folder.h"
+#include "Measurement.h"
+#include "ShopFiles.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kProducts = 2000;
+constexpr int kRounds = 21;
+constexpr double kMost = 1.3;
+constexpr const char* kStart = "start to the first frame, 2,000 products, beside a bare window";
+constexpr const char* kMemory = "peak memory at the first frame, beside a bare window";
+
+/// A finished frame is known by lines through the captions of the second and the last row of keys,
+/// and through the last rows of the list. No line meets the focus mark.
+const std::vector<std::int16_t> kLines{150, 155, 160, 495, 500, 505, 640, 645, 650};
+constexpr std::uint16_t kWidth = 960;
+
+/// A program whose start is watched.
+class Start {
+ public:
+  Start(const bench::Desktop& desktop, std::vector<std::string> words)
+      : desktop_(desktop), words_(std::move(words)) {}
+
+  /// Seconds from the start of the process to the whole first frame on the screen.
+  double seconds() {
+    if (finished_.empty()) finished_ = settled();
+    awaitGround();
+    std::unique_ptr<bench::ChildProcess> program;
+    const double seconds = bench::secondsOf([&] {
+      program = std::make_unique<bench::ChildProcess>(words_, desktop_.environment());
+      bench::waitUntil([this] { return look() == finished_; }, "the first frame");
+    });
+    peaks_.push_back(program->peakMemory());
+    return seconds;
+  }
+
+  double medianPeak() const { return bench::median(peaks_); }
+
+ private:
+  bench::Desktop::Pixels look() const { return desktop_.lines(kLines, kWidth); }
+
+  /// The screen without a window is of one colour.
+  static bool isGround(const bench::Desktop::Pixels& pixels) {
+    return std::ranges::count(pixels, pixels.front()) == std::ssize(pixels);
+  }
+  void awaitGround() const {
+    bench::waitUntil([this] { return isGround(look()); }, "the empty screen");
+  }
+
+  /// What the screen shows when nothing changes any more.
+  bench::Desktop::Pixels settled() const {
+    constexpr int kStill = 10;
+    awaitGround();
+    const bench::ChildProcess program(words_, desktop_.environment());
+    bench::Desktop::Pixels shown;
+    int still = 0;
+    const auto standsStill = [&] {
+      if (!program.running()) throw std::runtime_error(words_[0] + " has ended");
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+      const bench::Desktop::Pixels now = look();
+      still = now == shown && !isGround(now) ? still + 1 : 0;
+      shown = now;
+      return still == kStill;
+    };
+    bench::waitUntil(standsStill, "a finished window");
+    return shown;
+  }
+
+  const bench::Desktop& desktop_;
+  std::vector<std::string> words_;
+  bench::Desktop::Pixels finished_;
+  std::vector<double> peaks_;
+};
+
+void measureStart(const fs::path& programs) {
+  const bench::Folder shop;
+  makestore::ShopOrder order;
+  order.slots = kProducts;
+  order.products = kProducts;
+  order.free.emplace();
+  bench::layOutShop(shop.path(), order);
+  fs::create_symlink(programs / "keystrand", shop / "keystrand");
+
+  const bench::Desktop desktop;
+  bench::writeSettings(desktop.configuration());
+  Start ours(desktop, {shop / "keystrand"});
+  Start peer(desktop, {programs / "bench" / "plain_window", std::to_string(bench::kKeys),
+                       std::to_string(kProducts)});
+  const bench::Medians took = bench::measure(
+      kRounds, [&] { return ours.seconds(); }, [&] { return peer.seconds(); });
+  bench::printRow(kStart, bench::milliseconds(took.ours), bench::milliseconds(took.peer),
+                  took.ours / took.peer, kMost);
+  bench::printRow(kMemory, bench::megabytes(ours.medianPeak()), bench::megabytes(peer.medianPeak()),
+                  ours.medianPeak() / peer.medianPeak(), kMost);
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+  try {
+    measureStart(count > 1 ? fs::absolute(words[1])
+                           : fs::read_symlink("/proc/self/exe").parent_path().parent_path());
+    return 0;
+  } catch (const std::exception& error) {
+    for (const char* row : {kStart, kMemory}) bench::printFailure(row, kMost, error.what());
+    return 0;
+  }
+}

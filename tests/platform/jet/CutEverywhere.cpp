@@ -51,6 +51,15 @@ bool isLeftover(const std::string& complaint, const Change& change) {
       kinds, [&](const std::string& kind) { return complaint.find(kind) != std::string::npos; });
 }
 
+/// The change with the values that the row has before it.
+Change undoing(const fs::path& file, std::u16string_view password, Change change) {
+  jet::Database database(file, u"the file", password);
+  jet::RowReader reader = tableNamed(database, change.table).reader();
+  EXPECT_TRUE(reader.find(change.row));
+  for (jet::ColumnValue& each : change.values) each.value = reader.row().value(each.column);
+  return change;
+}
+
 /// One change, cut everywhere.
 class Cutting {
  public:
@@ -58,7 +67,8 @@ class Cutting {
       : scratch_(scratch),
         before_(std::move(before)),
         password_(std::move(password)),
-        change_(std::move(change)) {}
+        change_(std::move(change)),
+        undoing_(undoing(before_, password_, change_)) {}
 
   /// Gives the number of cuts.
   int run() {
@@ -108,7 +118,7 @@ class Cutting {
     EXPECT_TRUE(rows == rowsBefore_ || rows == rowsAfter_);
     judgeExport(file);
     judgeIndexes(file);
-    changeAnother(copied(file, "another.mdb"), rows);
+    changeOthers(copied(file, "others.mdb"), rows);
 
     const fs::path again = copied(file, "again" + number);
     finishedFiles_.push_back(again);
@@ -149,14 +159,17 @@ class Cutting {
     EXPECT_EQ(indexProblems(tableNamed(database, change_.table)), std::vector<std::string>());
   }
 
-  /// Gives other rows the values of the interrupted change, so that their entries come near its.
-  void changeAnother(const fs::path& file, std::map<jet::RowId, std::string> expected) const {
-    int changed = 0;
-    for (const auto& [id, line] : expected) {
-      if (id == change_.row || changed == 2) continue;
-      Change other = change_;
-      other.row = id;
-      if (support::errorNumberOf([&] { makeChange(file, password_, other); }) == 0) ++changed;
+  /// Gives other rows the values that the interrupted change had to give or to take, so that their
+  /// entries come near its.
+  void changeOthers(const fs::path& file, std::map<jet::RowId, std::string> expected) const {
+    for (const Change& values : {undoing_, change_}) {
+      int changed = 0;
+      for (const auto& [id, line] : expected) {
+        if (id == change_.row || changed == 2) continue;
+        Change other = values;
+        other.row = id;
+        if (support::errorNumberOf([&] { makeChange(file, password_, other); }) == 0) ++changed;
+      }
     }
     EXPECT_EQ(rowsOf(file, password_, change_.table).size(), expected.size());
     judgeIndexes(file);
@@ -166,6 +179,7 @@ class Cutting {
   fs::path before_;
   std::u16string password_;
   Change change_;
+  Change undoing_;
   std::vector<fs::path> cutFiles_;
   std::vector<fs::path> finishedFiles_;
   std::map<jet::RowId, std::string> rowsBefore_;

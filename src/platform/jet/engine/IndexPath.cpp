@@ -68,8 +68,10 @@ IndexPath IndexPath::to(PageChanges& changes, const TableSource& source, std::si
     if (page.leaf) {
       path.leafNumber = number;
       path.leaf = std::move(page);
-      // The page that an interrupted split left too long doesn't know the new page in front of it.
-      if (dropped > 0) path.leaf.previous = leafBefore(changes, source, path);
+      // A leaf that an interrupted change left behind may stand in front of it in the chain.
+      const std::uint32_t before = leafBefore(changes, source, path);
+      path.hadLeftovers = path.hadLeftovers || before != path.leaf.previous;
+      path.leaf.previous = before;
       return path;
     }
     const std::size_t child = placeOf(page, entry);

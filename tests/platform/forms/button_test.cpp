@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
+#include <QDragEnterEvent>
 #include <QImage>
 #include <QMimeData>
 
@@ -237,6 +238,50 @@ TEST_F(Button, ACaptionIsPaintedAsItStandsAndNeverLeavesItsKey) {
   EXPECT_EQ(frame(), empty);
   screen.keys(2).caption(u"Sourdough and rosemary loaf, sliced, large, from the bakery next door");
   EXPECT_EQ(frame(), empty);
+}
+
+TEST_F(Button, AWordThatJustFitsTheKeyStaysWhole) {
+  const auto lines = [&](std::u16string_view caption) {
+    screen.keys(2).backcolor(forms::kWhite);
+    screen.keys(2).caption(caption);
+    const QImage key = picture("MyButton1(2)");
+    int bands = 0;
+    bool inked = false;
+    for (int y = 4; y < key.height() - 4; ++y) {
+      bool ink = false;
+      for (int x = 4; x < key.width() - 4; ++x) ink |= key.pixelColor(x, y).lightness() < 128;
+      bands += ink && !inked ? 1 : 0;
+      inked = ink;
+    }
+    return bands;
+  };
+  EXPECT_EQ(lines(u"mmmmmmm"), 1);
+  EXPECT_EQ(lines(u"mmmmmmmn"), 1);
+  EXPECT_EQ(lines(u"mmmmmmmmm"), 2);
+}
+
+TEST_F(Button, ADragOverItIsMarkedOnAnyColourUntilItLeaves) {
+  screen.keys(1).oledropmode(1);
+  QMimeData text;
+  text.setText("Tea");
+  for (const forms::Colour colour : {forms::kWhite, forms::kBlack, kRed, kBlue, 0xC68C30}) {
+    screen.keys(1).backcolor(colour);
+    const QImage without = picture("MyButton1(1)");
+    QDragEnterEvent enter({40, 30}, Qt::MoveAction, &text, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&user->control("MyButton1(1)"), &enter);
+    const QImage with = picture("MyButton1(1)");
+    int changed = 0;
+    for (int y = 0; y < with.height(); ++y)
+      for (int x = 0; x < with.width(); ++x)
+        changed +=
+            std::abs(without.pixelColor(x, y).lightness() - with.pixelColor(x, y).lightness()) > 60
+                ? 1
+                : 0;
+    EXPECT_GT(changed, 500) << colour;
+    QDragLeaveEvent leave;
+    QApplication::sendEvent(&user->control("MyButton1(1)"), &leave);
+    EXPECT_EQ(picture("MyButton1(1)"), without);
+  }
 }
 
 TEST_F(Button, AnUnknownFaceIsDrawnLikeTheDefaultOne) {

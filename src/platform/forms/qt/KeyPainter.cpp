@@ -15,7 +15,6 @@ constexpr qreal kRadius = 3;
 }  // namespace
 
 void CaptionLayout::layOut(int width) {
-  width_ = width;
   QString text = caption_;
   text.replace("\r\n", QString(QChar::LineSeparator));
   text.replace('\r', QChar::LineSeparator);
@@ -36,9 +35,29 @@ void CaptionLayout::layOut(int width) {
   layout_.endLayout();
 }
 
-void CaptionLayout::paint(QPainter& painter, const QRect& area) {
+/// True when a line ends within a word.
+bool CaptionLayout::breaksWord() const {
+  const QString& text = layout_.text();
+  for (int i = 1; i < layout_.lineCount(); ++i)
+    if (!text[layout_.lineAt(i).textStart() - 1].isSpace()) return true;
+  return false;
+}
+
+void CaptionLayout::paint(QPainter& painter, QRect area, int reserve) {
   if (caption_.isEmpty()) return;
-  if (width_ != area.width()) layOut(area.width());
+  if (width_ != area.width()) {
+    width_ = area.width();
+    reserve_ = 0;
+    layOut(width_);
+    if (breaksWord()) {
+      layOut(width_ + 2 * reserve);
+      if (breaksWord())
+        layOut(width_);
+      else
+        reserve_ = reserve;
+    }
+  }
+  area.adjust(-reserve_, 0, reserve_, 0);
   // A last line that has no whole room is left out; the first one always shows.
   qreal height = 0;
   int lines = 0;
@@ -69,18 +88,19 @@ void paintKey(QPainter& painter, const QRect& area, const KeyLook& look, Caption
       frames.frame(accent, 2, 0);
       frames.frame(mark, 1, 2);
     }
-    if (look.dropMark) {
-      frames.frame(markOn(accent), 5, 0);
-      frames.frame(accent, 4, 0);
-      frames.frame(mark, 2, 5);
-    }
   }
   const int side = qRound(kSideMargin * look.scale);
   const int top = qRound(kTopMargin * look.scale);
   QRect room = area.adjusted(side, top, -side, -top);
   if (look.pressed) room.translate(0, 1);
   painter.setPen(look.text);
-  caption.paint(painter, room);
+  caption.paint(painter, room, side / 2);
+  // Over the caption, which may reach under it.
+  if (look.dropMark) {
+    DeviceFrames frames(painter, area, kRadius);
+    frames.frame(accent, 4, 0);
+    frames.frame(mark, 2, 4);
+  }
 }
 
 }  // namespace forms::qt

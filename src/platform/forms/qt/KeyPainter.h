@@ -18,16 +18,19 @@ class CaptionLayout {
     font_ = font;
     width_ = -1;
   }
-  /// Paints the lines that have room, in the painter's pen.
-  void paint(QPainter& painter, const QRect& area);
+  /// Paints the lines that have room, in the painter's pen. Where that keeps words whole, the
+  /// lines take `reserve` pixels more on either side.
+  void paint(QPainter& painter, QRect area, int reserve);
 
  private:
   void layOut(int width);
+  bool breaksWord() const;
 
   QString caption_;
   QFont font_;
   QTextLayout layout_;
-  int width_ = -1;
+  int width_ = -1;   ///< for which it is laid out, without the reserve
+  int reserve_ = 0;  ///< that the lines take
 };
 
 /// How a button stands at the moment.

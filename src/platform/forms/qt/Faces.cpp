@@ -1,7 +1,9 @@
 #include "platform/forms/qt/Faces.h"
 
 #include <QFontDatabase>
+#include <QGuiApplication>
 #include <QHash>
+#include <QScreen>
 #include <QSet>
 #include <map>
 #include <tuple>
@@ -33,6 +35,9 @@ const QString& defaultFace() {
   return face;
 }
 
+/// The density for which a point is 20 twips, like the positions on a screen.
+constexpr double kScreenDpi = 96;
+
 QString resolve(const QString& name) {
   return installedFaces().value(name.toCaseFolded(), defaultFace());
 }
@@ -53,7 +58,8 @@ const QFont& font(std::u16string_view face, double points, int weight) {
   if (found == fonts.end()) {
     QFont font;
     font.setFamilies({*family});
-    font.setPointSizeF(points);
+    font.setPointSizeF(points * kScreenDpi /
+                       QGuiApplication::primaryScreen()->logicalDotsPerInchY());
     font.setWeight(static_cast<QFont::Weight>(qBound(1, weight, 1000)));
     found = fonts.emplace(request, font).first;
   }

@@ -58,7 +58,7 @@ class LabelText : public QLabel {
 
 class Tick : public QLabel {
  public:
-  using QLabel::QLabel;
+  explicit Tick(QWidget* parent) : QLabel(parent) { setAccessibleName(QStringLiteral("Tick")); }
 
  protected:
   void paintEvent(QPaintEvent*) override {

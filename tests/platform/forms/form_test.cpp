@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QLabel>
 #include <QWindow>
@@ -162,6 +163,33 @@ TEST_F(Screens, TabFollowsTheTabIndexesOverVisibleStops) {
   EXPECT_TRUE(user->hasFocus("second"));
   user->tab();
   EXPECT_TRUE(user->hasFocus("hidden"));
+}
+
+TEST_F(Screens, AreasAndBarelessWindowsAreNamedAfterWhatTheyHold) {
+  const auto name = [](QWidget& widget) {
+    return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name);
+  };
+  show();
+  EXPECT_EQ(name(user->control("pane")), "Commands");
+  EXPECT_EQ(name(user->window()), "Main");
+
+  class Saved : public forms::Form {
+   public:
+    Saved()
+        : Form(
+              {.name = "Saved", .width = 3000, .height = 1500, .border = forms::BorderStyle::None}),
+          frame(*this, pane()) {}
+    forms::Frame frame;
+  };
+  Saved notice;
+  forms::Design design;
+  design.name = "label";
+  design.caption = u"All done";
+  const forms::Label label(notice.frame, design);
+  notice.Show();
+  const WindowDriver atNotice("Saved");
+  EXPECT_EQ(name(atNotice.control("pane")), "All done");
+  EXPECT_EQ(name(atNotice.window()), "All done");
 }
 
 TEST_F(Screens, AModalNoticeShutsTheOthersOutUntilItsTimerTakesItAway) {

@@ -50,6 +50,7 @@ struct Form::Window final : QWidget {
   void centre();
   void orderTabs();
   void nameControls();
+  void nameArea(Control& area);
 };
 
 }  // namespace forms

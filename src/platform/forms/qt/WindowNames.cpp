@@ -22,25 +22,39 @@ bool standsAbove(const Control& label, const Control& box) {
 
 }  // namespace
 
-/// A box or list takes the name of the label above it, else what it holds.
+/// A box or list takes the name of the label above it; else it is named after what it holds, like
+/// an area that holds other controls. A window without a title bar is named like its one area.
 void Form::Window::nameControls() {
-  for (Control* box : controls) {
-    const bool isList = dynamic_cast<ListBox*>(box) != nullptr;
-    const bool isBox = isList || dynamic_cast<TextBox*>(box) || dynamic_cast<ComboBox*>(box);
+  for (Control* control : controls) {
+    if (dynamic_cast<PictureBox*>(control) != nullptr) nameArea(*control);
+    const bool isList = dynamic_cast<ListBox*>(control) != nullptr;
+    const bool isBox =
+        isList || dynamic_cast<TextBox*>(control) || dynamic_cast<ComboBox*>(control);
     if (!isBox) continue;
     QString name = isList ? QStringLiteral("Items") : QString();
     for (const Control* other : controls) {
       const auto* label = dynamic_cast<const Label*>(other);
-      if (label != nullptr && &other->container_ == &box->container_ && standsAbove(*other, *box))
+      if (label != nullptr && &other->container_ == &control->container_ &&
+          standsAbove(*other, *control))
         name = qt::toQt(label->Caption());
     }
-    box->widget_->setAccessibleName(name);
+    control->widget_->setAccessibleName(name);
   }
-  for (Control* control : controls) {
+}
+
+void Form::Window::nameArea(Control& area) {
+  QString name;
+  for (const Control* control : controls) {
+    if (control->widget_->parentWidget() != area.widget_ || !control->visible_) continue;
     const auto* button = dynamic_cast<const MyCommandButton::MyButton*>(control);
-    if (button != nullptr && button->isKey() && control->widget_->parentWidget() != this)
-      control->widget_->parentWidget()->setAccessibleName(QStringLiteral("Keys"));
+    const auto* label = dynamic_cast<const Label*>(control);
+    if (button != nullptr)
+      name = button->isKey() ? QStringLiteral("Keys") : QStringLiteral("Commands");
+    else if (label != nullptr)
+      name = qt::toQt(label->Caption());
   }
+  area.widget_->setAccessibleName(name);
+  if (design.border == BorderStyle::None) setAccessibleName(name);
 }
 
 }  // namespace forms

@@ -5,6 +5,7 @@
 
 #include "platform/forms/StandardControls.h"
 #include "platform/forms/qt/Colours.h"
+#include "platform/forms/qt/DeviceFrames.h"
 #include "platform/forms/qt/Raise.h"
 #include "platform/forms/qt/Text.h"
 #include "platform/runtime/RunTimeError.h"
@@ -29,6 +30,7 @@ class TickBox : public QCheckBox {
  protected:
   void paintEvent(QPaintEvent*) override {
     constexpr int kGap = 6;
+    constexpr double kVisible = 2;
     QPainter painter(this);
     const QColor back = qt::drawnColour(back_, palette());
     const QColor text = qt::textOn(fore_, back, palette());
@@ -36,7 +38,8 @@ class TickBox : public QCheckBox {
 
     QStyleOptionButton option;
     initStyleOption(&option);
-    option.palette = boxPalette(back, text);
+    option.palette.setColor(QPalette::Base, back);
+    option.palette.setColor(QPalette::Text, text);
     option.rect = style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, this);
     style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, &painter, this);
 
@@ -44,9 +47,10 @@ class TickBox : public QCheckBox {
     painter.setPen(text);
     painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, caption_);
     if (hasFocus()) {
-      const int width = qMin(painter.fontMetrics().horizontalAdvance(caption_), room.width() - 2);
-      painter.setPen(QPen(text, 1, Qt::DotLine));
-      painter.drawRect(QRect(room.x() - 3, 2, width + 5, height() - 5));
+      const int width = qMin(painter.fontMetrics().horizontalAdvance(caption_), room.width() - 3);
+      const QColor accent = palette().color(QPalette::Highlight);
+      qt::DeviceFrames frames(painter, {room.x() - 4, 0, width + 8, height()}, 2);
+      frames.frame(qt::contrast(accent, back) < kVisible ? text : accent, 2, 0);
     }
   }
 
@@ -58,18 +62,6 @@ class TickBox : public QCheckBox {
   }
 
  private:
-  /// The indicator's colours, which must stand on the box's own back colour in any theme.
-  QPalette boxPalette(const QColor& back, const QColor& text) const {
-    QPalette colours = palette();
-    if (qt::contrast(back, palette().color(QPalette::Base)) < 2) return colours;
-    colours.setColor(QPalette::Base, back);
-    colours.setColor(QPalette::Window, back);
-    colours.setColor(QPalette::Button, back);
-    colours.setColor(QPalette::Text, text);
-    colours.setColor(QPalette::WindowText, text);
-    return colours;
-  }
-
   CheckBox& control_;
   QString caption_;
   Colour back_;

@@ -1,9 +1,9 @@
 #include <QAbstractItemView>
 #include <QComboBox>
-#include <QStyledItemDelegate>
 #include <QWheelEvent>
 
 #include "platform/forms/StandardControls.h"
+#include "platform/forms/qt/EntryPainter.h"
 #include "platform/forms/qt/Raise.h"
 #include "platform/forms/qt/Text.h"
 #include "platform/runtime/RunTimeError.h"
@@ -11,21 +11,15 @@
 namespace forms {
 namespace {
 
-/// Rows with room for a finger.
-class RoomyRows : public QStyledItemDelegate {
- public:
-  using QStyledItemDelegate::QStyledItemDelegate;
-  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    constexpr int kMargin = 8;
-    return QStyledItemDelegate::sizeHint(option, index) + QSize(0, kMargin);
-  }
-};
+// Keeps the entries in line with the box's own text, and a row high enough for a finger.
+constexpr int kTextInset = 5;
+constexpr int kRowRoom = 8;
 
 class DropDown : public QComboBox {
  public:
   DropDown(ComboBox& control, QWidget* parent) : QComboBox(parent) {
     setMaxVisibleItems(16);
-    setItemDelegate(new RoomyRows(this));
+    setItemDelegate(new qt::EntryPainter(kTextInset, kRowRoom, this));
     // Raised for every choice of the user's, of the chosen entry too, and never for a choice of
     // code's.
     connect(this, &QComboBox::activated, this, [&control] { qt::raise(control.Click); });

@@ -3,8 +3,6 @@
 #include <QGuiApplication>
 #include <QListView>
 #include <QMouseEvent>
-#include <QPainter>
-#include <QStyledItemDelegate>
 #include <QTimer>
 #include <memory>
 #include <utility>
@@ -13,6 +11,7 @@
 #include "platform/forms/qt/DoublePress.h"
 #include "platform/forms/qt/DragData.h"
 #include "platform/forms/qt/EntryModel.h"
+#include "platform/forms/qt/EntryPainter.h"
 #include "platform/forms/qt/Measures.h"
 #include "platform/forms/qt/Pictures.h"
 #include "platform/forms/qt/Raise.h"
@@ -22,31 +21,9 @@
 namespace forms {
 namespace {
 
-constexpr int kRowMargin = 4;
-
-/// Draws an entry in one line, cut at the list's edge.
-class EntryPainter : public QStyledItemDelegate {
- public:
-  using QStyledItemDelegate::QStyledItemDelegate;
-
-  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
-    return {1, option.fontMetrics.height() + kRowMargin};
-  }
-
-  void paint(QPainter* painter, const QStyleOptionViewItem& option,
-             const QModelIndex& index) const override {
-    const bool selected = (option.state & QStyle::State_Selected) != 0;
-    const QPalette& colours = option.palette;
-    if (selected) painter->fillRect(option.rect, colours.highlight());
-    painter->setFont(option.font);
-    painter->setPen(colours.color(selected ? QPalette::HighlightedText : QPalette::Text));
-    painter->setClipRect(option.rect);
-    painter->drawText(option.rect.adjusted(kRowMargin, 0, 0, 0),
-                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                      index.data(Qt::DisplayRole).toString());
-    painter->setClipping(false);
-  }
-};
+// Keeps the text in line with that of the boxes above, and a row high enough for a finger.
+constexpr int kTextInset = 4;
+constexpr int kRowRoom = 6;
 
 /// The list's own mouse handling: one press of the hand is one `MouseDown`, the second of a double
 /// press too, and the handler may run a drag inside it.
@@ -55,7 +32,7 @@ class Entries : public QListView {
   Entries(ListBox& control, QWidget* parent)
       : QListView(parent), control_(control), model_(new qt::EntryModel(this)) {
     setModel(model_);
-    setItemDelegate(new EntryPainter(this));
+    setItemDelegate(new qt::EntryPainter(kTextInset, kRowRoom, this));
     setUniformItemSizes(true);
     setTextElideMode(Qt::ElideNone);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

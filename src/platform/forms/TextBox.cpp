@@ -8,10 +8,14 @@
 namespace forms {
 namespace {
 
+// Puts the text in line with that of lists and drop-down lists.
+constexpr int kTextMargin = 3;
+
 QLineEdit* makeEdit(QWidget* parent, int maxLength) {
   auto* edit = new QLineEdit(parent);
   edit->setMaxLength(maxLength > 0 ? maxLength : std::numeric_limits<int>::max());
   edit->setValidator(new qt::OneLine(edit));
+  edit->setTextMargins(kTextMargin, 0, kTextMargin, 0);
   edit->setAcceptDrops(false);  // what is dragged goes onto keys alone
   return edit;
 }

@@ -15,6 +15,9 @@ namespace {
 // Wide enough that the rows never cover the frame's line, at any scale.
 constexpr int kListFrame = 2;
 
+// Distance of a box's text from its left edge.
+constexpr int kBoxInset = 6;
+
 bool isList(const QWidget* widget) {
   return qobject_cast<const QAbstractItemView*>(widget) != nullptr;
 }
@@ -22,6 +25,48 @@ bool isList(const QWidget* widget) {
 bool isFramedBox(const QStyleOption* option, const QWidget* widget) {
   const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
   return frame != nullptr && frame->lineWidth > 0 && qobject_cast<const QLineEdit*>(widget);
+}
+
+bool isDropDownFrame(const QWidget* widget) {
+  return widget != nullptr && widget->inherits("QComboBoxPrivateContainer");
+}
+
+/// A box in the window colours. Its frame shows the pointer and the focus.
+void paintBox(QPainter& painter, const QStyleOption& option) {
+  const QPalette& colours = option.palette;
+  const QColor base = colours.color(QPalette::Base);
+  const bool pointedAt = (option.state & QStyle::State_MouseOver) != 0;
+  DeviceFrames frames(painter, option.rect, 2);
+  frames.fill(base);
+  if ((option.state & QStyle::State_HasFocus) != 0)
+    frames.frame(colours.color(QPalette::Highlight), 2, 0);
+  else
+    frames.frame(mixed(base, colours.color(QPalette::Text), pointedAt ? 0.6 : 0.3), 1, 0);
+}
+
+/// An open list stands out from what is below it on any ground.
+void paintDropDownFrame(QPainter& painter, const QStyleOption& option) {
+  const QPalette& colours = option.palette;
+  const QColor base = colours.color(QPalette::Base);
+  DeviceFrames frames(painter, option.rect, 0);
+  frames.fill(base);
+  frames.frame(mixed(base, colours.color(QPalette::Text), 0.5), 1, 0);
+}
+
+/// A box in the palette's base colour, ticked in its text colour.
+void paintTickBox(QPainter& painter, const QStyleOption& option) {
+  const QColor base = option.palette.color(QPalette::Base);
+  const QColor text = option.palette.color(QPalette::Text);
+  const bool sunken = (option.state & QStyle::State_Sunken) != 0;
+  const bool pointedAt = (option.state & QStyle::State_MouseOver) != 0;
+  {
+    DeviceFrames frames(painter, option.rect, 2);
+    frames.fill(sunken ? mixed(base, text, 0.15) : base);
+    frames.frame(mixed(base, text, pointedAt ? 0.8 : 0.5), 1, 0);
+  }
+  if ((option.state & QStyle::State_On) != 0) paintCheckMark(painter, option.rect, text);
+  if ((option.state & QStyle::State_NoChange) != 0)
+    DeviceFrames(painter, option.rect.adjusted(4, 4, -4, -4), 1).fill(mixed(base, text, 0.5));
 }
 
 }  // namespace
@@ -54,19 +99,39 @@ int Look::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWid
 
 void Look::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                          const QWidget* widget) const {
-  const bool isBox = element == PE_PanelLineEdit && isFramedBox(option, widget);
-  if (!isBox && (element != PE_Frame || !isList(widget))) {
+  const bool framed = (element == PE_PanelLineEdit && isFramedBox(option, widget)) ||
+                      (element == PE_Frame && isList(widget));
+  if (framed)
+    paintBox(*painter, *option);
+  else if (element == PE_Frame && isDropDownFrame(widget))
+    paintDropDownFrame(*painter, *option);
+  else if (element == PE_IndicatorCheckBox)
+    paintTickBox(*painter, *option);
+  else
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void Look::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const {
+  const auto* box = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+  if (element != CE_ComboBoxLabel || box == nullptr) {
+    QProxyStyle::drawControl(element, option, painter, widget);
     return;
   }
-  const QPalette& colours = option->palette;
-  const QColor base = colours.color(QPalette::Base);
-  DeviceFrames frames(*painter, option->rect, 2);
-  frames.fill(base);
-  if ((option->state & State_HasFocus) != 0)
-    frames.frame(colours.color(QPalette::Highlight), 2, 0);
-  else
-    frames.frame(mixed(base, colours.color(QPalette::Text), 0.3), 1, 0);
+  const QRect place = box->rect.adjusted(kBoxInset, 0, -kDropArrowRoom, 0);
+  painter->setPen(box->palette.color(QPalette::Text));
+  painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                    box->fontMetrics.elidedText(box->currentText, Qt::ElideRight, place.width()));
+}
+
+void Look::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                              QPainter* painter, const QWidget* widget) const {
+  if (control != CC_ComboBox) {
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    return;
+  }
+  paintBox(*painter, *option);
+  paintDropArrow(*painter, option->rect, option->palette.color(QPalette::Text));
 }
 
 QIcon Look::standardIcon(StandardPixmap icon, const QStyleOption* option,

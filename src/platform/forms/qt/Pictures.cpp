@@ -4,7 +4,22 @@
 #include <QPainterPath>
 #include <QPalette>
 
+#include "platform/forms/qt/Colours.h"
+#include "platform/forms/qt/DeviceFrames.h"
+
 namespace forms::qt {
+namespace {
+
+void paintLine(QPainter& painter, const QPainterPath& line, const QColor& colour, qreal width) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(colour, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawPath(line);
+  painter.restore();
+}
+
+}  // namespace
 
 void paintTick(QPainter& painter, const QRectF& area) {
   constexpr QSizeF kDrawn(51, 46);
@@ -19,6 +34,25 @@ void paintTick(QPainter& painter, const QRectF& area) {
   painter.setPen(QPen(QColor(0x00, 0xa0, 0x2c), 8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   painter.drawPath(tick);
   painter.restore();
+}
+
+void paintDropArrow(QPainter& painter, const QRect& area, const QColor& colour) {
+  constexpr qreal kWidth = 10;
+  constexpr qreal kHeight = 5;
+  const QPointF middle(area.right() - kDropArrowRoom + kWidth / 2, area.center().y());
+  QPainterPath arrow(middle - QPointF(kWidth, kHeight - 1) / 2);
+  arrow.lineTo(middle + QPointF(0, (kHeight + 1) / 2));
+  arrow.lineTo(middle + QPointF(kWidth, 1 - kHeight) / 2);
+  paintLine(painter, arrow, colour, 1.75);
+}
+
+void paintCheckMark(QPainter& painter, const QRect& box, const QColor& colour) {
+  const QPointF from = QRectF(box).topLeft();
+  const qreal size = box.width() / 16.0;
+  QPainterPath mark(from + QPointF(4, 8.2) * size);
+  mark.lineTo(from + QPointF(7, 11.2) * size);
+  mark.lineTo(from + QPointF(12, 4.8) * size);
+  paintLine(painter, mark, colour, 2);
 }
 
 QIcon programIcon() {
@@ -78,13 +112,15 @@ QPixmap dragPicture(const QString& text, const QFont& font, const QPalette& pale
 
   QPixmap picture(size * density);
   picture.setDevicePixelRatio(density);
-  picture.fill(Qt::transparent);
   QPainter painter(&picture);
-  painter.setRenderHint(QPainter::Antialiasing);
+  {
+    // Without a compositor there is nothing to be seen through round corners.
+    DeviceFrames frames(painter, {{0, 0}, size}, 0);
+    const QColor back = palette.color(QPalette::Highlight);
+    frames.fill(back);
+    frames.frame(mixed(back, markOn(back), 0.4), 1, 0);
+  }
   painter.setFont(font);
-  painter.setPen(palette.color(QPalette::Highlight).darker(130));
-  painter.setBrush(palette.color(QPalette::Highlight));
-  painter.drawRoundedRect(QRectF({0.5, 0.5}, QSizeF(size) - QSizeF(1, 1)), 4, 4);
   painter.setPen(palette.color(QPalette::HighlightedText));
   painter.drawText(QRect({0, 0}, size), Qt::AlignCenter | Qt::TextSingleLine, shown);
   return picture;

@@ -9,6 +9,14 @@ namespace forms::qt {
 /// A green tick on white, for an area of 51 by 46 or like it.
 void paintTick(QPainter& painter, const QRectF& area);
 
+/// The arrow of a drop-down list, in the middle of the right end of an area.
+void paintDropArrow(QPainter& painter, const QRect& area, const QColor& colour);
+/// What it takes of the area's width, with a margin on its right.
+inline constexpr int kDropArrowRoom = 18;
+
+/// The mark of a ticked box.
+void paintCheckMark(QPainter& painter, const QRect& box, const QColor& colour);
+
 /// The program's icon: a block of keys, one of them lit.
 QIcon programIcon();
 

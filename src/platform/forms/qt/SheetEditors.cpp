@@ -3,10 +3,10 @@
 #include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QStyledItemDelegate>
 #include <QWheelEvent>
 #include <utility>
 
+#include "platform/forms/qt/EntryPainter.h"
 #include "platform/forms/qt/OneLine.h"
 #include "platform/forms/qt/SheetView.h"
 
@@ -16,25 +16,9 @@ namespace {
 // The toolkit's line edit keeps this distance by itself.
 constexpr int kOwnInset = 2;
 
-/// The entries of a drop-down list: roomy enough for a finger, and in line with the cell's text.
-class EntryPainter : public QStyledItemDelegate {
- public:
-  using QStyledItemDelegate::QStyledItemDelegate;
-
-  void paint(QPainter* painter, const QStyleOptionViewItem& option,
-             const QModelIndex& index) const override {
-    const bool chosen = option.state.testFlag(QStyle::State_Selected);
-    const QPalette& palette = option.palette;
-    painter->fillRect(option.rect, palette.color(chosen ? QPalette::Highlight : QPalette::Base));
-    painter->setFont(option.font);
-    SheetPainter::paintText(*painter, option.rect, index.data().toString(),
-                            palette.color(chosen ? QPalette::HighlightedText : QPalette::Text));
-  }
-
-  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
-    return {0, option.fontMetrics.height() * 8 / 5};
-  }
-};
+// In line with the cell's text, within the list's frame.
+constexpr int kEntryInset = kCellInset - kEditorMargins.left() - 1;
+constexpr int kEntryRoom = 11;
 
 }  // namespace
 
@@ -77,7 +61,7 @@ bool CellEdit::focusNextPrevChild(bool next) {
 CellDropDown::CellDropDown(SheetView& view) : QComboBox(view.viewport()), view_(view) {
   setFocusPolicy(Qt::ClickFocus);
   setMaxVisibleItems(12);
-  setItemDelegate(new EntryPainter(this));
+  setItemDelegate(new EntryPainter(kEntryInset, kEntryRoom, this));
   hide();
 }
 

@@ -1,18 +1,15 @@
 #include "platform/forms/qt/SheetPainter.h"
 
 #include <QPainter>
-#include <QPainterPath>
 #include <QStyle>
 #include <QStyleOptionButton>
 
 #include "platform/forms/qt/Colours.h"
+#include "platform/forms/qt/Pictures.h"
 #include "platform/forms/qt/SheetView.h"
 
 namespace forms::qt {
 namespace {
-
-constexpr int kArrowWidth = 10;
-constexpr int kArrowHeight = 5;
 
 /// A line of whole device pixels, as near to one logical pixel as they allow.
 qreal hairline(const QPainter& painter) {
@@ -89,17 +86,8 @@ void SheetPainter::paintText(QPainter& painter, const QRect& cell, const QString
 
 void SheetPainter::paintDropDown(QPainter& painter, const QRect& cell, const QString& text,
                                  const QColor& colour) {
-  const QRectF arrow(cell.right() - kCellInset - kArrowWidth,
-                     cell.center().y() - (kArrowHeight - 1) / 2.0, kArrowWidth, kArrowHeight);
-  paintText(painter, cell.adjusted(0, 0, -(kCellInset + kArrowWidth), 0), text, colour);
-  QPainterPath path(arrow.topLeft());
-  path.lineTo(arrow.center().x(), arrow.bottom());
-  path.lineTo(arrow.topRight());
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(colour, 1.75, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  painter.setBrush(Qt::NoBrush);
-  painter.drawPath(path);
-  painter.setRenderHint(QPainter::Antialiasing, false);
+  paintText(painter, cell.adjusted(0, 0, -kDropArrowRoom, 0), text, colour);
+  paintDropArrow(painter, cell, colour);
 }
 
 /// A white box with a clear edge, whatever the theme and the cell's colour.
@@ -109,7 +97,6 @@ void SheetPainter::paintCheckBox(QPainter& painter, const QStyleOptionViewItem& 
   box.initFrom(&view_);
   box.palette.setColor(QPalette::Base, Qt::white);
   box.palette.setColor(QPalette::Text, Qt::black);
-  box.palette.setColor(QPalette::Window, Qt::lightGray);
   box.state = QStyle::State_Enabled | (checked ? QStyle::State_On : QStyle::State_Off);
   const int side = view_.style()->pixelMetric(QStyle::PM_IndicatorWidth);
   box.rect = QRect(option.rect.left() + kCellInset,

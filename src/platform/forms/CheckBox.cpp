@@ -40,7 +40,9 @@ class TickBox : public QCheckBox {
     initStyleOption(&option);
     option.palette.setColor(QPalette::Base, back);
     option.palette.setColor(QPalette::Text, text);
-    option.rect = style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, this);
+    // On a screen that is laid out smaller the box can be lower than its mark.
+    const int side = qMin(style()->pixelMetric(QStyle::PM_IndicatorHeight), height());
+    option.rect = QRect(0, (height() - side) / 2, side, side);
     style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, &painter, this);
 
     const QRect room = rect().adjusted(option.rect.right() + 1 + kGap, 0, 0, 0);

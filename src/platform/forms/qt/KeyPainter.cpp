@@ -94,7 +94,7 @@ void paintKey(QPainter& painter, const QRect& area, const KeyLook& look, Caption
   QRect room = area.adjusted(side, top, -side, -top);
   if (look.pressed) room.translate(0, 1);
   painter.setPen(look.text);
-  caption.paint(painter, room, side / 2);
+  caption.paint(painter, room, (side + 1) / 2);
   // Over the caption, which may reach under it.
   if (look.dropMark) {
     DeviceFrames frames(painter, area, kRadius);

@@ -13,12 +13,17 @@ IndexPath IndexEditor::pathTo(ByteView entry) {
 
 void IndexEditor::setLink(std::uint32_t number, std::size_t field, std::uint32_t value,
                           std::uint32_t of, WriteStep step) {
-  if (number == 0) return;
+  if (number == 0 || number >= changes_.pageCount()) return;
   const Pager::Page page = changes_.read(number, source_.place(of));
-  const IndexPageView view(changes_.layout(), *page, source_.place(number));
+  const Pager::Page beside = changes_.read(of, source_.place(of));
+  const std::size_t level = changes_.layout().indexLevel;
+  // Links of nodes may be old: what stood there can be another page by now.
+  if ((*page)[0] != (*beside)[0] || (*page)[level] != (*beside)[level] ||
+      u32At(*page, 4) != source_.definitionPage)
+    return;
+  const bool isLeaf = (*page)[0] == static_cast<std::uint8_t>(PageType::IndexLeaf);
   const std::uint32_t old = u32At(*page, field);
-  if (old == value || view.owner() != source_.definitionPage) return;
-  if (!view.isLeaf() && old != of) return;
+  if (old == value || (!isLeaf && old != of)) return;
   Bytes changed = *page;
   putU32(changed, field, value);
   changes_.stage(step, number, std::move(changed));
@@ -61,7 +66,12 @@ void IndexEditor::clean(RowPointer row, const std::optional<Bytes>& kept) {
     IndexPage leaf = open(leaves[i].number, source_.definitionPage);
     const std::uint32_t previous = i == 0 ? 0 : leaves[i - 1].number;
     const std::uint32_t next = i + 1 == leaves.size() ? 0 : leaves[i + 1].number;
-    const std::size_t dropped = dropUpTo(leaf, leaves[i].bound);
+    std::size_t dropped = dropUpTo(leaf, leaves[i].bound);
+    if (dropped > 0 && leaf.entries.empty()) {
+      // Nothing of it counts, but a leaf of the tree may not be empty.
+      leaf = open(leaves[i].number, source_.definitionPage);
+      dropped = 0;
+    }
     for (const IndexEntry& entry : leaf.entries)
       if (entry.row() == row && entry.bytes != kept) others.push_back(entry.bytes);
     if (dropped == 0 && leaf.previous == previous && leaf.next == next) continue;

@@ -50,7 +50,8 @@ void IndexEditor::shortenBehind(const IndexPath::Node& node, ByteView bound) {
   std::uint32_t from = node.number;
   for (int level = 0; level <= kMostIndexLevels; ++level) {
     IndexPage page = open(number, from);
-    if (dropUpTo(page, kept) > 0) {
+    // A leaf of which nothing counts stays as it is: it may not be empty.
+    if (dropUpTo(page, kept) > 0 && !(page.leaf && page.entries.empty())) {
       sawLeftovers_ = true;
       // It doesn't know the page in front of it either.
       if (page.leaf)

@@ -1,8 +1,9 @@
 #include "layoutdata/KeyRecord.h"
 
+#include <utility>
+
 #include "platform/runtime/Conversion.h"
 #include "platform/runtime/RunTimeError.h"
-#include "platform/runtime/Text.h"
 
 namespace layoutdata {
 
@@ -21,16 +22,22 @@ std::u16string toLine(const KeyRecord& record) {
   return line;
 }
 
-KeyLine::KeyLine(std::u16string_view line) : fields_(runtime::split(line, kSeparator)) {}
+KeyLine::KeyLine(std::u16string line) : line_(std::move(line)) {}
 
 std::int32_t KeyLine::BackColour() const {
   return runtime::toLong(field(3));
 }
 
-const std::u16string& KeyLine::field(std::size_t number) const {
-  if (number >= fields_.size())
+std::u16string_view KeyLine::field(std::size_t number) const {
+  std::u16string_view rest = line_;
+  std::size_t end = rest.find(kSeparator);
+  for (; number > 0 && end != rest.npos; --number) {
+    rest.remove_prefix(end + 1);
+    end = rest.find(kSeparator);
+  }
+  if (number > 0 || line_.empty())
     throw runtime::RunTimeError(runtime::ErrorNumber::SubscriptOutOfRange);
-  return fields_[number];
+  return rest.substr(0, end);
 }
 
 }  // namespace layoutdata

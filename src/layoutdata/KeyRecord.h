@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace layoutdata {
 
@@ -27,21 +26,21 @@ std::u16string toLine(const KeyRecord& record);
 class KeyLine {
  public:
   /// An empty line has no field at all.
-  explicit KeyLine(std::u16string_view line);
+  explicit KeyLine(std::u16string line);
 
   /// Each of these raises error 9 when the line has no such field.
-  const std::u16string& ProductId() const { return field(1); }
-  const std::u16string& Caption() const { return field(2); }
+  std::u16string_view ProductId() const { return field(1); }
+  std::u16string_view Caption() const { return field(2); }
   /// Raises 13 when the field is no number, 6 when it is beyond 32 bits.
   std::int32_t BackColour() const;
   /// The text of the field that is written from the font colour; the readers take it for a face
   /// name.
-  const std::u16string& FontColour() const { return field(4); }
+  std::u16string_view FontColour() const { return field(4); }
 
  private:
-  const std::u16string& field(std::size_t number) const;
+  std::u16string_view field(std::size_t number) const;
 
-  std::vector<std::u16string> fields_;
+  std::u16string line_;
 };
 
 }  // namespace layoutdata

@@ -1,9 +1,11 @@
 #include "platform/files/ProgramFolder.h"
 
+#include <dirent.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
+#include <memory>
 #include <vector>
 
 #include "platform/runtime/CodePage.h"
@@ -54,6 +56,11 @@ std::vector<std::u16string_view> namesIn(std::u16string_view path) {
   return names;
 }
 
+struct CloseFolder {
+  void operator()(DIR* folder) const { ::closedir(folder); }
+};
+using Entries = std::unique_ptr<DIR, CloseFolder>;
+
 bool beginsWithFolder(std::u16string_view path, std::u16string_view folder) {
   if (!path.starts_with(folder)) return false;
   return path.size() == folder.size() || path[folder.size()] == u'\\' ||
@@ -79,9 +86,9 @@ fs::path findEntry(const fs::path& folder, std::u16string_view name) {
   if (fs::exists(fs::symlink_status(asWritten, failure))) return asWritten;
   const std::u16string wanted = runtime::foldCase(name);
   std::string found;
-  fs::directory_iterator entry(folder.empty() ? "." : folder, failure);
-  for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
-    const std::string candidate = entry->path().filename().native();
+  const Entries entries(::opendir(folder.empty() ? "." : folder.c_str()));
+  while (const dirent* entry = entries ? ::readdir(entries.get()) : nullptr) {
+    const std::string_view candidate = entry->d_name;
     if (runtime::foldCase(runtime::fromUtf8(candidate)) != wanted) continue;
     if (found.empty() || candidate < found) found = candidate;
   }

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <span>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -31,6 +32,11 @@ struct InputFile::Bytes {
     return block.empty();
   }
 
+  /// What has been read and not yet taken.
+  std::string_view rest() const {
+    return {reinterpret_cast<const char*>(block.data()) + next, block.size() - next};
+  }
+
   ByteFile file;
   std::array<std::uint8_t, 16'384> store{};
   std::span<std::uint8_t> block;
@@ -45,13 +51,15 @@ std::u16string InputFile::lineInput() {
   if (bytes_->atEnd()) throw RunTimeError(ErrorNumber::InputPastEnd);
   std::string line;
   while (!bytes_->atEnd()) {
-    const auto byte = static_cast<char>(bytes_->block[bytes_->next++]);
-    if (byte == '\r') {
-      if (!bytes_->atEnd() && bytes_->block[bytes_->next] == '\n') ++bytes_->next;
-      break;
-    }
-    if (line.size() == kLineLimit) throw RunTimeError(ErrorNumber::OutOfMemory);
-    line.push_back(byte);
+    const std::string_view rest = bytes_->rest();
+    const std::string_view part = rest.substr(0, rest.find('\r'));
+    if (line.size() + part.size() > kLineLimit) throw RunTimeError(ErrorNumber::OutOfMemory);
+    line += part;
+    bytes_->next += part.size();
+    if (part.size() == rest.size()) continue;
+    ++bytes_->next;
+    if (!bytes_->atEnd() && bytes_->rest().front() == '\n') ++bytes_->next;
+    break;
   }
   return runtime::fromCodePage(line);
 }

@@ -2,6 +2,7 @@
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <unordered_map>
@@ -12,6 +13,7 @@ namespace runtime {
 namespace {
 
 constexpr char16_t kReplacement = 0xFFFD;
+constexpr char16_t kAscii = 0x80;  // below it, each character is its own byte
 
 /// The code page as the C library has it, asked once.
 class CodePage {
@@ -24,6 +26,7 @@ class CodePage {
   char16_t character(char byte) const { return characters_[static_cast<unsigned char>(byte)]; }
 
   char byte(char16_t unit) const {
+    if (unit < kAscii) return static_cast<char>(unit);
     const auto found = bytes_.find(unit);
     return found == bytes_.end() ? '?' : found->second;
   }
@@ -120,16 +123,16 @@ char32_t takeUtf8(std::string_view& bytes) {
 }  // namespace
 
 std::string toCodePage(std::u16string_view text) {
-  std::string bytes;
-  bytes.reserve(text.size());
-  for (const char16_t unit : text) bytes.push_back(CodePage::instance().byte(unit));
+  const CodePage& page = CodePage::instance();
+  std::string bytes(text.size(), '\0');
+  std::ranges::transform(text, bytes.begin(), [&page](char16_t unit) { return page.byte(unit); });
   return bytes;
 }
 
 std::u16string fromCodePage(std::string_view bytes) {
-  std::u16string text;
-  text.reserve(bytes.size());
-  for (const char byte : bytes) text.push_back(CodePage::instance().character(byte));
+  const CodePage& page = CodePage::instance();
+  std::u16string text(bytes.size(), u'\0');
+  std::ranges::transform(bytes, text.begin(), [&page](char byte) { return page.character(byte); });
   return text;
 }
 

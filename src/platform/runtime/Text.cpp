@@ -54,19 +54,6 @@ std::u16string spaces(std::size_t count) {
   return std::u16string(count, u' ');
 }
 
-std::vector<std::u16string> split(std::u16string_view text, char16_t separator) {
-  std::vector<std::u16string> pieces;
-  if (text.empty()) return pieces;
-  std::size_t begin = 0;
-  for (std::size_t end = text.find(separator); end != text.npos;
-       end = text.find(separator, begin)) {
-    pieces.emplace_back(text.substr(begin, end - begin));
-    begin = end + 1;
-  }
-  pieces.emplace_back(text.substr(begin));
-  return pieces;
-}
-
 std::u16string foldCase(std::u16string_view text) {
   return mapped(text, towupper_l);
 }

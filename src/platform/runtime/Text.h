@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace runtime {
 
@@ -18,8 +17,6 @@ std::u16string right(std::u16string_view text, std::ptrdiff_t length);
 std::u16string trim(std::u16string_view text);
 /// `count` spaces.
 std::u16string spaces(std::size_t count);
-/// The pieces between the separators, without limit; the empty text gives no piece at all.
-std::vector<std::u16string> split(std::u16string_view text, char16_t separator);
 
 /// The text with every letter, an accented one too, made comparable without regard to case. For
 /// names of files, sections, keys and fields; the store's texts compare by their own order.

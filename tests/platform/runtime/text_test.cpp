@@ -1,14 +1,10 @@
 #include "platform/runtime/Text.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/RunTimeError.h"
 #include "support/ReferenceTable.h"
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 TEST(Text, PiecesTakeWhatThereIsAndRefuseNegativeLengths) {
   EXPECT_EQ(runtime::left(u"Tea", 30), u"Tea");
@@ -23,11 +19,9 @@ TEST(Text, PiecesTakeWhatThereIsAndRefuseNegativeLengths) {
   EXPECT_THROW(runtime::left(u"Tea", -1), runtime::RunTimeError);
 }
 
-TEST(Text, TrimDropsSpacesAloneAndSplitKeepsEmptyFields) {
+TEST(Text, TrimDropsSpacesAlone) {
   EXPECT_EQ(runtime::trim(u"  a b\t "), u"a b\t");
   EXPECT_EQ(runtime::trim(u"   "), u"");
-  EXPECT_THAT(runtime::split(u"5,,Tea,", u','), ElementsAre(u"5", u"", u"Tea", u""));
-  EXPECT_THAT(runtime::split(u"", u','), IsEmpty());
 }
 
 TEST(Text, NamesFoldAccentedLettersWhateverTheLocale) {

@@ -220,10 +220,12 @@ MyButton::MyButton(forms::Container& container, const ButtonDesign& design, std:
     widget()->setObjectName(QString::fromLatin1(design.name) + '(' + number + ')');
     widget()->setAccessibleDescription("Key " + number);
   }
+  font_.name = design.font.face;
   font_.size = design.font.points;
   font_.weight = design.font.weight;
-  font(design.font.face);
-  caption(design.caption);
+  applyFont();
+  caption_ = design.caption;
+  showCaption();
 }
 
 MyButton::~MyButton() = default;
@@ -241,55 +243,60 @@ void MyButton::applyFont() {
 }
 
 void MyButton::caption(std::u16string_view text) {
+  if (text == caption_) return;
   caption_ = text;
-  const QString caption = qt::toQt(text);
+  showCaption();
+}
+
+void MyButton::showCaption() {
+  const QString caption = qt::toQt(caption_);
   face().setCaption(caption);
   face().setAccessibleName(caption.isEmpty() && isKey_ ? face().accessibleDescription() : caption);
 }
 
 void MyButton::font(std::u16string_view faceName) {
+  if (faceName == font_.name) return;
   font_.name = faceName;
   applyFont();
 }
 
-void MyButton::backcolor(forms::Colour colour) {
-  backcolor_ = colour;
+template <class Held>
+void MyButton::setColour(Held& held, forms::Colour colour) {
+  if (held == colour) return;
+  held = colour;
   face().update();
+}
+
+void MyButton::backcolor(forms::Colour colour) {
+  setColour(backcolor_, colour);
 }
 
 void MyButton::forecolor(forms::Colour colour) {
-  forecolor_ = colour;
-  face().update();
+  setColour(forecolor_, colour);
 }
 
 void MyButton::backcolordown(forms::Colour colour) {
-  backcolordown_ = colour;
-  face().update();
+  setColour(backcolordown_, colour);
 }
 
 void MyButton::backcolorfocus(forms::Colour colour) {
-  backcolorfocus_ = colour;
-  face().update();
+  setColour(backcolorfocus_, colour);
 }
 
 void MyButton::backcolorover(forms::Colour colour) {
-  backcolorover_ = colour;
-  face().update();
+  setColour(backcolorover_, colour);
 }
 
 void MyButton::forecolordown(forms::Colour colour) {
-  forecolordown_ = colour;
-  face().update();
+  setColour(forecolordown_, colour);
 }
 
 void MyButton::forecolorfocus(forms::Colour colour) {
-  forecolorfocus_ = colour;
-  face().update();
+  setColour(forecolorfocus_, colour);
 }
 
 void MyButton::forecolorover(forms::Colour colour) {
-  forecolorover_ = colour;
-  face().update();
+  setColour(forecolorover_, colour);
 }
 
 void MyButton::oledropmode(std::int16_t mode) {

@@ -84,6 +84,10 @@ class MyButton : public forms::Control {
   class Face;  // the widget
   Face& face() const;
   void applyFont();
+  void showCaption();
+  /// Sets a colour, whether or not anything has set it before.
+  template <class Held>
+  void setColour(Held& held, forms::Colour colour);
   void rescaled() override;
 
   std::u16string caption_;

@@ -8,7 +8,7 @@ namespace forms::qt {
 
 /// The house's wide text as the toolkit's, unit by unit.
 inline QString toQt(std::u16string_view text) {
-  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+  return QStringView(text.data(), static_cast<qsizetype>(text.size())).toString();
 }
 
 inline std::u16string fromQt(QStringView text) {

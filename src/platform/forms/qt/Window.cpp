@@ -14,6 +14,7 @@
 
 #include "platform/forms/qt/Colours.h"
 #include "platform/forms/qt/Measures.h"
+#include "platform/forms/qt/Text.h"
 
 namespace forms {
 namespace {
@@ -47,9 +48,7 @@ bool Form::Window::anyShown() {
 Form::Window::Window(Form& screen, const FormDesign& stored)
     : QWidget(nullptr, flagsOf(stored)), form(screen), design(stored) {
   setObjectName(QString::fromLatin1(design.name));
-  if (design.border != BorderStyle::None)
-    setWindowTitle(
-        QString::fromUtf16(design.caption.data(), static_cast<qsizetype>(design.caption.size())));
+  if (design.border != BorderStyle::None) setWindowTitle(qt::toQt(design.caption));
   setAttribute(Qt::WA_QuitOnClose, false);
   setAttribute(Qt::WA_OpaquePaintEvent);
   all().push_back(&form);

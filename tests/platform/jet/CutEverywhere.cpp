@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "support/FileFaults.h"
+#include "support/ProgramFolder.h"
 
 namespace jettest {
 namespace {
@@ -108,12 +109,15 @@ class Cutting {
   void cutAt(int step) {
     const std::string number = std::to_string(step) + ".mdb";
     const fs::path file = fresh("cut" + number);
-    cutFiles_.push_back(file);
     {
       support::FileFaults faults;
       faults.cutAtChange(step);
       EXPECT_NE(support::errorNumberOf([&] { makeChange(file, password_, change_); }), 0);
     }
+    // A cut in front of a sync and one behind it leave the same.
+    if (!cutFiles_.empty() && support::readFile(file) == support::readFile(cutFiles_.back()))
+      return;
+    cutFiles_.push_back(file);
     const auto rows = rowsOf(file, password_, change_.table);
     EXPECT_TRUE(rows == rowsBefore_ || rows == rowsAfter_);
     judgeExport(file);

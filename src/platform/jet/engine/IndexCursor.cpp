@@ -13,10 +13,11 @@ IndexCursor::IndexCursor(const TableSource& source, std::size_t index, const Ind
   if (!range_.isEmpty) walk_.emplace(source, index, range_.from);
 }
 
-bool IndexCursor::isStale() const {
+bool IndexCursor::isStale() {
   const Row& row = reader_.row();
   if (source_.definition.indexes[index_].ignoresNulls() && key_.isAllNull(row)) return true;
-  if (!key_.make(row, rowKey_)) return false;
+  // Which entry of such a row is its own can't be told: the first one counts.
+  if (!key_.make(row, rowKey_)) return !withoutKey_.insert(row.id()).second;
   const Bytes& entry = walk_->entry();
   if (entry.size() == rowKey_.size() + kEntryRow &&
       std::equal(rowKey_.begin(), rowKey_.end(), entry.begin()))

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <set>
 
 #include "platform/jet/engine/Cursor.h"
 #include "platform/jet/engine/IndexRange.h"
@@ -21,7 +22,7 @@ class IndexCursor : public Cursor {
   const Row& row() const override { return reader_.row(); }
 
  private:
-  bool isStale() const;
+  bool isStale();
 
   const TableSource& source_;
   std::size_t index_;
@@ -29,7 +30,8 @@ class IndexCursor : public Cursor {
   KeyRange range_;
   std::optional<IndexWalk> walk_;
   RowReader reader_;
-  mutable Bytes rowKey_;
+  Bytes rowKey_;
+  std::set<RowId> withoutKey_;  ///< rows given whose key can't be made
 };
 
 }  // namespace jet

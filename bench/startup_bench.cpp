@@ -24,7 +24,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kProducts = 2000;
-constexpr int kRounds = 21;
+constexpr int kRounds = 41;
 constexpr double kMost = 1.3;
 constexpr const char* kStart = "start to the first frame, 2,000 products, beside a bare window";
 constexpr const char* kMemory = "peak memory at the first frame, beside a bare window";

@@ -7,7 +7,6 @@
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
-#include <random>
 #include <span>
 
 #include "platform/files/ByteFile.h"
@@ -24,9 +23,10 @@ std::span<const std::uint8_t> bytesOf(std::string_view text) {
 }
 
 fs::path temporaryBeside(const fs::path& target) {
-  std::random_device random;
+  std::uint32_t number = 0;
+  if (::getentropy(&number, sizeof number) != 0) raiseFileError(target, errno, FilePurpose::Write);
   return target.parent_path() /
-         ("." + target.filename().string() + "." + std::to_string(random()) + ".tmp");
+         ("." + target.filename().string() + "." + std::to_string(number) + ".tmp");
 }
 
 /// Takes away what writes of this file have left that were stopped with their process. One that is

@@ -32,6 +32,33 @@ Sides sidesOf(const FromItem& join) {
   return sides;
 }
 
+bool asks(const Expression& expression, const Source& source) {
+  const Expression& whole = meant(expression);
+  if (whole.query || whole.source == &source) return true;
+  return std::ranges::any_of(whole.arguments,
+                             [&](const ExpressionPtr& each) { return asks(*each, source); });
+}
+
+/// True when the expression has columns, and all of them are of that source.
+bool asksOnly(const Expression& expression, const Source& source) {
+  const Expression& whole = meant(expression);
+  if (whole.kind == Expression::Kind::Column) return whole.source == &source;
+  const auto isConstant = [](const Expression& each, const auto& again) -> bool {
+    const Expression& inner = meant(each);
+    return !inner.query && inner.source == nullptr &&
+           std::ranges::all_of(inner.arguments,
+                               [&](const ExpressionPtr& one) { return again(*one, again); });
+  };
+  bool any = false;
+  for (const ExpressionPtr& each : whole.arguments) {
+    if (asksOnly(*each, source))
+      any = true;
+    else if (!isConstant(*each, isConstant))
+      return false;
+  }
+  return any && !whole.query;
+}
+
 }  // namespace
 
 /// Tells which sources are asked through a join that stands around them.
@@ -57,10 +84,35 @@ void SqlWriter::prepareJoins(FromItem& item, JoinedSource* around) {
 void SqlWriter::writeConditions(FromItem& item) {
   if (!item.isJoin()) return;
   if (item.joined != nullptr) item.joined->open = true;
-  item.writtenCondition = condition(*item.condition);
+  item.writtenCondition = joinCondition(item);
   writeConditions(*item.left);
   writeConditions(*item.right);
   if (item.joined != nullptr) item.joined->open = false;
+}
+
+/// Where the right side is found by something calculated from its own columns alone, SQLite is told
+/// to work that out once: it then looks the rows up, instead of calculating for each pair of rows.
+std::string SqlWriter::joinCondition(const FromItem& join) {
+  const FromItem& right = *sidesOf(join).right;
+  const Expression& equality = meant(*join.condition);
+  if (right.isJoin() || equality.op != Operator::Equal) return condition(equality);
+  Source& source = *right.source;
+  for (const std::size_t place : {0U, 1U}) {
+    const Expression& own = meant(*equality.arguments[place]);
+    const Expression& other = *equality.arguments[1 - place];
+    if (!asksOnly(own, source) || asks(other, source)) continue;
+    if (own.kind == Expression::Kind::Column) {
+      source.worksOutOnce = source.query && !originOf(source, own.column);
+      break;
+    }
+    const Comparing way = comparing(own.type, other.type);
+    if (way != Comparing::Numbers && way != Comparing::Texts) break;
+    source.worksOutOnce = true;
+    source.computed.push_back(key(own));
+    return "(" + key(other) + " = t" + std::to_string(source.number) + ".k" +
+           std::to_string(source.computed.size() - 1) + ")";
+  }
+  return condition(equality);
 }
 
 std::string SqlWriter::fromText(Select& select) {
@@ -114,15 +166,25 @@ std::string SqlWriter::wrapped(FromItem& item) {
 }
 
 std::string SqlWriter::sourceText(Source& source) {
-  std::string name = "t" + std::to_string(source.number);
-  if (source.query) return "(" + query(*source.query, source.demands) + ") AS " + name;
-  const auto known = std::ranges::find(out_.tables, source.number, &TableUse::number);
-  if (known == out_.tables.end()) {
-    out_.tables.push_back({source.number, source.table, source.demands});
+  const std::string name = "t" + std::to_string(source.number);
+  std::string text = name;
+  if (source.query) {
+    text = "(" + query(*source.query, source.demands) + ") AS " + name;
   } else {
-    known->columns = source.demands;
+    const auto known = std::ranges::find(out_.tables, source.number, &TableUse::number);
+    if (known == out_.tables.end()) {
+      out_.tables.push_back({source.number, source.table, source.demands});
+    } else {
+      known->columns = source.demands;
+    }
   }
-  return name;
+  if (!source.worksOutOnce) return text;
+  std::string columns = name + ".*";
+  for (std::size_t i = 0; i < source.computed.size(); ++i) {
+    columns += ", " + source.computed[i] + " AS k" + std::to_string(i);
+  }
+  // A limit keeps SQLite from merging it into what stands around it.
+  return "(SELECT " + columns + " FROM " + text + " LIMIT -1) AS " + name;
 }
 
 std::vector<int> primaryKey(const jet::Table& table) {

@@ -100,6 +100,9 @@ struct Source {
   JoinedSource* joined = nullptr;
   /// The columns asked for so far, in the order in which the source gives them.
   std::vector<Demand> demands;
+  // While SQLite's text is being written:
+  bool worksOutOnce = false;          ///< its rows are worked out before they are joined
+  std::vector<std::string> computed;  ///< and with them these expressions, as columns k0, k1 …
 };
 
 /// One SELECT, without its ORDER BY.

@@ -44,6 +44,7 @@ class SqlWriter {
   // FROM.
   void prepareJoins(FromItem& item, JoinedSource* around);
   void writeConditions(FromItem& item);
+  std::string joinCondition(const FromItem& join);
   std::string fromText(Select& select);
   std::string joinText(FromItem& item);
   void appendInner(FromItem& item, std::string& whole, std::string& conditions);

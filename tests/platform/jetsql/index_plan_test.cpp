@@ -84,5 +84,22 @@ TEST(IndexPlan, LooksUpWithoutAnIndexOnlyOnceInTheTable) {
   EXPECT_EQ(joined, computed);
 }
 
+TEST(IndexPlan, WorksOutOnceWhatAJoinCalculatesFromItsRightSide) {
+  const std::u16string select = u"select a.id, b.id from tblStock a ";
+  const auto expected = shop().sortedRows(select + u"left join tblStock b on a.id = b.id");
+  const std::u16string calculated = u"(select id, Val(id & '') as number, id & '' as text from ";
+  for (const std::u16string& join : std::vector<std::u16string>{
+           u"left join tblStock b on a.id & '' = b.id & ''",
+           u"left join tblStock b on Val(b.id & '') = a.id",
+           u"inner join tblStock b on a.id * 2 = b.id + b.id",
+           u"right join tblStock b on CLng(a.id & '') = b.id",
+           u"left join " + calculated + u"tblStock) b on a.id = b.number",
+           u"inner join " + calculated + u"tblStock) b on a.id & '' = b.text"}) {
+    EXPECT_EQ(shop().sortedRows(select + join), expected) << narrow(join);
+    const std::string plan = shop().plan(select + join);
+    EXPECT_NE(plan.find("AUTOMATIC"), std::string::npos) << narrow(join) << "\n" << plan;
+  }
+}
+
 }  // namespace
 }  // namespace jetsqltest

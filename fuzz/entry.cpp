@@ -1,0 +1,140 @@
+// What another program drops on a key: the text comes apart into an item in both editors, or ends
+// the program with one of three errors and the key untouched.
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QWidget>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "editor/frmMain.h"
+#include "largeeditor/frmMainBig.h"
+#include "makestore/ShopStore.h"
+#include "platform/files/ProgramFolder.h"
+#include "platform/forms/Application.h"
+#include "platform/process/Process.h"
+#include "platform/runtime/Conversion.h"
+#include "platform/runtime/Text.h"
+#include "shared/mdOpenDatabase.h"
+#include "support/TestHost.h"
+
+// What the font library keeps until the process ends is no leak of ours.
+extern "C" const char* __lsan_default_suppressions() {
+  return "leak:libfontconfig\n";
+}
+
+namespace {
+
+constexpr qsizetype kLevelledId = 130;
+constexpr qsizetype kLevelledDescription = 30;
+constexpr qsizetype kLargeId = 10;
+
+void demand(bool holds) {
+  if (!holds) __builtin_trap();
+}
+
+/// Both editors, off screen, on a little store.
+struct Editors {
+  Editors() {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::temp_directory_path() / ("entry-" + std::to_string(getpid()));
+    makestore::ShopOrder order;
+    order.slots = order.products = 3;
+    fs::create_directories(folder / "Stores" / "Demo");
+    makestore::shopStore(order).write(folder / "Stores" / "Demo" / "MASTER.mdb");
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
+    files::setProgramFile(folder / "program");
+    mdOpenDatabase::StoreFolder = files::programFolder() + u"\\Stores\\Demo";
+    application = std::make_unique<forms::Application>();
+    levelled = std::make_unique<frmMain>();
+    large = std::make_unique<frmMainBig>();
+    levelled->Show();
+    large->Show();
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      const bool isLevelled = window->objectName() == "frmMain";
+      if (!isLevelled && window->objectName() != "frmMainBig") continue;
+      (isLevelled ? levelledKey : largeKey) = window->findChild<QWidget*>("MyButton1(7)");
+      if (isLevelled) lastId = window->findChild<QLabel*>("Label3");
+    }
+    fs::remove_all(folder);
+  }
+
+  support::TestHost host;
+  std::unique_ptr<forms::Application> application;
+  std::unique_ptr<frmMain> levelled;
+  std::unique_ptr<frmMainBig> large;
+  QWidget* levelledKey = nullptr;
+  QWidget* largeKey = nullptr;
+  QLabel* lastId = nullptr;
+};
+
+/// Drops the data on the key. Gives the number of the failure that ends the program; 0 for none.
+int drop(support::TestHost& host, QWidget& key, const QMimeData& data) {
+  process::resetEnded();
+  host.failures.clear();
+  const QString before = key.accessibleName();
+  const QPoint at = key.rect().center();
+  QDragEnterEvent enter(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(&key, &enter);
+  QDropEvent event(at, Qt::MoveAction, &data, Qt::NoButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(&key, &event);
+  demand(event.isAccepted());
+  const int number = host.failures.empty() ? 0 : host.failures.front().number();
+  demand(number == 0 || number == 5 || number == 6 || number == 13);
+  demand(number == 0 || key.accessibleName() == before);
+  return number;
+}
+
+QString shownOn(const QWidget& key) {
+  return key.accessibleName() == key.accessibleDescription() ? QString() : key.accessibleName();
+}
+
+bool hasOuterBlanks(const QString& text) {
+  return text.startsWith(' ') || text.endsWith(' ');
+}
+
+void dropOnBoth(Editors& editors, const QMimeData& data) {
+  const QString text = data.text();
+  const int levelled = drop(editors.host, *editors.levelledKey, data);
+  demand((levelled == 5) == (text.size() < kLevelledId));
+  if (levelled == 0) {
+    const QString shown = shownOn(*editors.levelledKey);
+    demand(!hasOuterBlanks(shown) && text.left(kLevelledDescription).contains(shown));
+    const QString id = editors.lastId->text();
+    demand(QString::number(id.toShort()) == id);
+  }
+  const int large = drop(editors.host, *editors.largeKey, data);
+  demand(large != 5 || text.size() < kLargeId);
+  demand(large != 0 ||
+         (text.size() >= kLargeId && shownOn(*editors.largeKey) == text.mid(kLargeId)));
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static Editors& editors = *new Editors;
+  const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+  QMimeData asItStands;
+  asItStands.setData("text/plain", bytes);
+  dropOnBoth(editors, asItStands);
+
+  // Entries in either form, of a description and an id behind the first line end.
+  const qsizetype end = bytes.indexOf('\n');
+  if (end < 0) return 0;
+  QMimeData entry;
+  entry.setText(QString::fromUtf8(bytes.left(end)).leftJustified(kLevelledId) +
+                QString::fromUtf8(bytes.mid(end + 1)));
+  dropOnBoth(editors, entry);
+  entry.setText(QString::fromUtf8(bytes.mid(end + 1)).leftJustified(kLargeId) +
+                QString::fromUtf8(bytes.left(end)));
+  dropOnBoth(editors, entry);
+  return 0;
+}

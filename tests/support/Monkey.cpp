@@ -227,9 +227,10 @@ int Monkey::applyLayout(bool trimIds) {
 void Monkey::press(const std::string& control, const std::function<void()>& hand) {
   Key& target = keys_[static_cast<std::size_t>(current_)];
   if (control == "cmdSave") {
-    // Shut out by the notice.
-    soon([this, name = anyKey()] { user_->click(name); }, 100);
+    saving_ = true;
+    clickUnderTheNotice(anyKey());
     hand();
+    saving_ = false;
     files_[layoutFile()] = layoutBytes();
     saved();
     return;
@@ -261,6 +262,16 @@ void Monkey::press(const std::string& control, const std::function<void()>& hand
       current_ = static_cast<int>(i);
     }
   }
+}
+
+/// As soon as the notice is up, which shuts the click out.
+void Monkey::clickUnderTheNotice(const std::string& name) {
+  constexpr int kPause = 5;
+  if (!saving_) return;
+  if (WindowDriver::isShown("frmSaved"))
+    user_->click(name);
+  else
+    soon([this, name] { clickUnderTheNotice(name); }, kPause);
 }
 
 void Monkey::doublePressKey(int index) {

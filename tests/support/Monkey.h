@@ -106,6 +106,7 @@ class Monkey {
   void pressFocused();
   void wander();
   void juggleButtons();
+  void clickUnderTheNotice(const std::string& name);
   std::string layoutBytes() const;
 
   const std::string screen_;
@@ -115,6 +116,7 @@ class Monkey {
   int failure_ = 0;
   bool left_ = false;  ///< the user has gone, with status 0 or by the frame
   bool byFrame_ = false;
+  bool saving_ = false;
   std::int32_t dialogColour_ = 0;
   std::int32_t copyBack_ = 0;
   std::int32_t copyFore_ = 0;

@@ -4,32 +4,40 @@
 #   One folder below src/ is one library. Its sources are the folder's .cpp files and those of its
 #   INNER folders. Its headers are reached as "PATH/Header.h", and only by libraries that link it:
 #   each library gets an include root of its own that holds nothing but its headers, so an include
-#   that the links do not allow does not build. Headers of INNER folders are reachable from the
-#   library itself alone.
+#   that the links do not allow does not build. What is linked by LINKS is reached through the library
+#   as well, what is linked by PRIVATE_LINKS is not; nor are the headers of INNER folders, which have a
+#   root of their own.
 #
-# house_test(NAME [SOURCES file...] [LINKS lib...] [OFFSCREEN])
+# house_test(NAME [SOURCES file...] [LINKS lib...])
 #   One GoogleTest program, run by CTest under its name.
+
+# Makes `root` an include root that holds a folder's headers and nothing else.
+function(house_headers root folder)
+  file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.h)
+  file(MAKE_DIRECTORY ${root}/${folder})
+  foreach(header IN LISTS headers)
+    get_filename_component(file ${header} NAME)
+    file(CREATE_LINK ${header} ${root}/${folder}/${file} SYMBOLIC)
+  endforeach()
+endfunction()
 
 function(house_library name)
   cmake_parse_arguments(ARG "" "FOLDER" "LINKS;PRIVATE_LINKS;INNER" ${ARGN})
   set(dir ${PROJECT_SOURCE_DIR}/src/${ARG_FOLDER})
   file(GLOB sources CONFIGURE_DEPENDS ${dir}/*.cpp)
-  file(GLOB headers CONFIGURE_DEPENDS ${dir}/*.h)
+  set(root ${PROJECT_BINARY_DIR}/include/${name})
+  house_headers(${root} ${ARG_FOLDER})
+  set(inner_root ${PROJECT_BINARY_DIR}/include/${name}-inner)
   foreach(inner IN LISTS ARG_INNER)
     file(GLOB inner_sources CONFIGURE_DEPENDS ${dir}/${inner}/*.cpp)
     list(APPEND sources ${inner_sources})
-  endforeach()
-  set(root ${PROJECT_BINARY_DIR}/include/${name})
-  file(MAKE_DIRECTORY ${root}/${ARG_FOLDER})
-  foreach(header IN LISTS headers)
-    get_filename_component(file ${header} NAME)
-    file(CREATE_LINK ${header} ${root}/${ARG_FOLDER}/${file} SYMBOLIC)
+    house_headers(${inner_root} ${ARG_FOLDER}/${inner})
   endforeach()
   if(sources)
     add_library(${name} STATIC ${sources})
     target_include_directories(${name} PUBLIC ${root})
     if(ARG_INNER)
-      target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src)
+      target_include_directories(${name} PRIVATE ${inner_root})
     endif()
     target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS})
   else()
@@ -40,13 +48,9 @@ function(house_library name)
 endfunction()
 
 function(house_test name)
-  cmake_parse_arguments(ARG "OFFSCREEN" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gmock GTest::gtest_main)
-  target_compile_definitions(${name} PRIVATE
-    TEST_DATA_DIR="${TEST_DATA_DIR}" PROJECT_DATA_DIR="${PROJECT_SOURCE_DIR}/tests/data")
+  target_compile_definitions(${name} PRIVATE TEST_DATA_DIR="${TEST_DATA_DIR}")
   add_test(NAME ${name} COMMAND ${name})
-  if(ARG_OFFSCREEN)
-    set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
-  endif()
 endfunction()

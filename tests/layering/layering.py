@@ -31,6 +31,24 @@ class Layering(unittest.TestCase):
                 if path.suffix in (".h", ".cpp") and not toolkit_may_be_included(path):
                     self.assertNotRegex(path.read_text(), QT_INCLUDE, path)
 
+    def test_no_circle_of_includes(self):
+        includes = {}
+        for path in (SOURCE / "src").rglob("*.h"):
+            found = re.findall(r'^#include "([^"]+)"', path.read_text(), re.M)
+            includes[path.relative_to(SOURCE / "src").as_posix()] = found
+        done = set()
+
+        def visit(header, way):
+            self.assertNotIn(header, way, " -> ".join(way + [header]))
+            if header in done:
+                return
+            for included in includes[header]:
+                visit(included, way + [header])
+            done.add(header)
+
+        for header in includes:
+            visit(header, [])
+
     def compiles(self, beside, include):
         """Whether a file beside this one, built as it is built, may include the header."""
         path = str(SOURCE / beside)
@@ -57,6 +75,12 @@ class Layering(unittest.TestCase):
         private = next((SOURCE / "src/platform/forms/qt").glob("*.h"))
         self.assertFalse(self.compiles(screen, f'"platform/forms/qt/{private.name}"'))
         self.assertFalse(self.compiles(screen, '"largeeditor/frmMainBig.h"'))
+        self.assertTrue(self.compiles(screen, '"platform/adodb/Recordset.h"'))
+        self.assertFalse(self.compiles(screen, '"platform/jetsql/Session.h"'))
+        self.assertFalse(self.compiles(screen, '"platform/jet/engine/Database.h"'))
+        window = "src/platform/forms/qt/Window.cpp"
+        self.assertTrue(self.compiles(window, f'"platform/forms/qt/{private.name}"'))
+        self.assertFalse(self.compiles(window, '"keyeditor/KeyEditor.h"'))
         store = "src/platform/adodb/Connection.cpp"
         self.assertTrue(self.compiles(store, '"platform/runtime/Variant.h"'))
         self.assertFalse(self.compiles(store, "<QString>"))

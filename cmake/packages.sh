@@ -1,5 +1,5 @@
 # The Debian packages that the project needs, and a word to install those that are missing.
-# Sourced by ./run, ./test, .ci/run and bench/run.
+# Sourced by ./run, ./test and the other scripts.
 #
 #   need_packages PACKAGE...   installs the missing ones, as root or through sudo; says what it does
 

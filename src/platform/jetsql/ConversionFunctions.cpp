@@ -7,11 +7,10 @@
 #include "platform/jetsql/SqlFunction.h"
 #include "platform/jetsql/Token.h"
 #include "platform/runtime/Conversion.h"
+#include "platform/runtime/Variant.h"
 
 namespace jetsql {
 namespace {
-
-constexpr double kTenThousand = 10'000;
 
 /// A number that stands in a calculation; null stays null.
 void number(const FunctionCall& call) {
@@ -22,7 +21,7 @@ void number(const FunctionCall& call) {
 
 /// An amount to whole ten-thousandths, rounded half to even.
 std::int64_t tenThousandths(double amount) {
-  const double scaled = std::nearbyint(amount * kTenThousand);
+  const double scaled = std::nearbyint(amount * runtime::Currency::kOne);
   if (!(std::fabs(scaled) < 9.2233720368547e18)) throw error::overflow();
   return static_cast<std::int64_t>(scaled);
 }
@@ -56,7 +55,7 @@ void toDouble(const FunctionCall& call) {
 }
 
 void toCurrency(const FunctionCall& call) {
-  call.giveNumber(static_cast<double>(tenThousandths(call.number(0))) / kTenThousand);
+  call.giveNumber(runtime::Currency{tenThousandths(call.number(0))}.toDouble());
 }
 
 void toBoolean(const FunctionCall& call) {

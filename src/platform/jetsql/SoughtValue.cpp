@@ -1,5 +1,6 @@
 #include "platform/jetsql/SoughtValue.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -10,7 +11,7 @@ namespace {
 using Test = Restriction::Test;
 using runtime::Variant;
 
-constexpr double kTenThousand = 10'000;
+constexpr double kTenThousand = runtime::Currency::kOne;
 constexpr double kLargestAmount = 9.2e18;
 
 struct WholeRange {
@@ -89,41 +90,33 @@ std::optional<Variant> equalValue(jet::ColumnType type, const SoughtValue& sough
   }
 }
 
-std::optional<jet::IndexRange::Bound> boundValue(jet::ColumnType type, Test test,
-                                                 const SoughtValue& sought) {
-  const bool inclusive = test == Test::GreaterOrEqual || test == Test::LessOrEqual;
-  if (jet::isText(type) || type == jet::ColumnType::Guid) {
-    const auto value = equalValue(type, sought);
-    if (!value) return std::nullopt;
-    return jet::IndexRange::Bound{*value, inclusive};
-  }
+std::optional<Variant> boundValue(jet::ColumnType type, Test test, const SoughtValue& sought) {
+  if (jet::isText(type) || type == jet::ColumnType::Guid) return equalValue(type, sought);
   const double number = sought.asNumber();
   if (const auto range = wholeRange(type)) {
     const double whole = isLower(test) ? std::ceil(number) : std::floor(number);
     if (isLower(test) ? whole < range->low : whole > range->high) return std::nullopt;
     // A bound that leaves nothing becomes one at the far end, which the caller's test empties.
-    if (whole < range->low) return jet::IndexRange::Bound{wholeVariant(type, range->low), true};
-    if (whole > range->high) return jet::IndexRange::Bound{wholeVariant(type, range->high), true};
-    return jet::IndexRange::Bound{wholeVariant(type, whole), inclusive || whole != number};
+    return wholeVariant(type, std::clamp<double>(whole, range->low, range->high));
   }
   switch (type) {
     case jet::ColumnType::Currency: {
       const double scaled = isLower(test) ? std::floor(number * kTenThousand) - 1
                                           : std::ceil(number * kTenThousand) + 1;
       if (!(std::fabs(scaled) < kLargestAmount)) return std::nullopt;
-      return jet::IndexRange::Bound{runtime::Currency{static_cast<std::int64_t>(scaled)}, true};
+      return runtime::Currency{static_cast<std::int64_t>(scaled)};
     }
     case jet::ColumnType::Single: {
       constexpr float kFar = std::numeric_limits<float>::infinity();
       const float outward =
           std::nextafter(static_cast<float>(number), isLower(test) ? -kFar : kFar);
       if (!std::isfinite(outward)) return std::nullopt;
-      return jet::IndexRange::Bound{outward, true};
+      return outward;
     }
     case jet::ColumnType::Double:
-      return jet::IndexRange::Bound{number, inclusive};
+      return number;
     case jet::ColumnType::DateTime:
-      return jet::IndexRange::Bound{runtime::Date{number}, inclusive};
+      return runtime::Date{number};
     default:
       return std::nullopt;
   }

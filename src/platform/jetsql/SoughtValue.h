@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/jet/engine/IndexRange.h"
 #include "platform/jet/format/ColumnType.h"
 #include "platform/jetsql/IndexPlan.h"
+#include "platform/runtime/Variant.h"
 
 namespace jetsql {
 
@@ -27,8 +27,8 @@ std::optional<runtime::Variant> equalValue(jet::ColumnType type, const SoughtVal
 
 /// A bound as an index of the column's type takes it. The bound may let through a little too much,
 /// never too little; absent where it lets everything through.
-std::optional<jet::IndexRange::Bound> boundValue(jet::ColumnType type, Restriction::Test test,
-                                                 const SoughtValue& sought);
+std::optional<runtime::Variant> boundValue(jet::ColumnType type, Restriction::Test test,
+                                           const SoughtValue& sought);
 
 /// Appends bytes that are the same for equal values, of a column of the type or sought in it.
 void appendIdentity(double number, std::string& identity);

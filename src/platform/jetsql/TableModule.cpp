@@ -2,16 +2,15 @@
 
 #include <memory>
 #include <new>
+#include <optional>
 #include <utility>
 #include <vector>
 
-#include "platform/jetsql/Error.h"
 #include "platform/jetsql/TableReader.h"
 
 namespace jetsql {
 namespace {
 
-constexpr double kTenThousand = 10'000;
 /// Reading a row costs about as much as this many steps.
 constexpr std::int64_t kRowWork = 10;
 
@@ -234,7 +233,7 @@ void giveValue(sqlite3_context* context, const runtime::Variant& value, Form for
   const auto& held = value.get();
   if (const auto* amount = std::get_if<runtime::Currency>(&held)) {
     if (form == Form::Exact) return sqlite3_result_int64(context, amount->tenThousandths);
-    sqlite3_result_double(context, static_cast<double>(amount->tenThousandths) / kTenThousand);
+    sqlite3_result_double(context, amount->toDouble());
   } else if (const auto* single = std::get_if<float>(&held)) {
     sqlite3_result_double(context, *single);
   } else if (const auto* number = std::get_if<double>(&held)) {

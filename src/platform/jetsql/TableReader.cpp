@@ -14,8 +14,6 @@ constexpr std::uint32_t kShareOfRows = 64;
 /// Without an index each value costs a scan.
 constexpr std::uint32_t kScansBefore = 1;
 
-constexpr double kTenThousand = 10'000;
-
 /// A number's bits, so that they compare as bytes in the order of the numbers.
 void appendOrdered(double number, std::string& key) {
   auto bits = std::bit_cast<std::uint64_t>(number);
@@ -40,14 +38,7 @@ std::optional<double> numberOf(const jet::Row& row, int column, jet::ColumnType 
     default:
       break;
   }
-  const runtime::Variant value = row.value(column);
-  if (const auto* amount = std::get_if<runtime::Currency>(&value.get())) {
-    return static_cast<double>(amount->tenThousandths) / kTenThousand;
-  }
-  if (const auto* number = std::get_if<float>(&value.get())) return double{*number};
-  if (const auto* number = std::get_if<double>(&value.get())) return *number;
-  if (const auto* date = std::get_if<runtime::Date>(&value.get())) return date->days;
-  return std::nullopt;
+  return row.value(column).number();
 }
 
 }  // namespace

@@ -33,10 +33,9 @@ std::string padded(std::int64_t number, std::size_t width) {
 }
 
 std::u16string currencyText(Currency amount) {
-  constexpr std::int64_t kOne = 10'000;
   std::string text = amount.tenThousandths < 0 ? "-" : "";
-  text += std::to_string(std::abs(amount.tenThousandths / kOne));
-  std::string fraction = padded(std::abs(amount.tenThousandths % kOne), 4);
+  text += std::to_string(std::abs(amount.tenThousandths / Currency::kOne));
+  std::string fraction = padded(std::abs(amount.tenThousandths % Currency::kOne), 4);
   fraction.erase(fraction.find_last_not_of('0') + 1);
   if (!fraction.empty()) text += "." + fraction;
   return wide(text);
@@ -108,6 +107,19 @@ struct ToLong {
   std::int32_t operator()(const Decimal& value) const { return runtime::toLong(value.digits); }
 };
 
+struct ToNumber {
+  std::optional<double> operator()(bool value) const { return value ? -1 : 0; }
+  std::optional<double> operator()(Currency value) const { return value.toDouble(); }
+  std::optional<double> operator()(Date value) const { return value.days; }
+  template <class T>
+  std::optional<double> operator()(const T& value) const {
+    if constexpr (std::is_arithmetic_v<T>)
+      return value;
+    else
+      return std::nullopt;
+  }
+};
+
 }  // namespace
 
 std::u16string Variant::toText() const {
@@ -116,6 +128,10 @@ std::u16string Variant::toText() const {
 
 std::int32_t Variant::toLong() const {
   return std::visit(ToLong{}, value_);
+}
+
+std::optional<double> Variant::number() const {
+  return std::visit(ToNumber{}, value_);
 }
 
 std::u16string operator&(const Variant& value, std::u16string_view text) {

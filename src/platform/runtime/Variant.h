@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -11,12 +12,19 @@
 
 namespace runtime {
 
+/// The absence of a value.
 struct Null {
   bool operator==(const Null&) const = default;
 };
 /// A Currency amount in ten-thousandths.
 struct Currency {
+  /// Ten-thousandths in one.
+  static constexpr std::int64_t kOne = 10'000;
+
   std::int64_t tenThousandths = 0;
+
+  /// The amount as a floating point number, which keeps some 15 digits.
+  double toDouble() const { return static_cast<double>(tenThousandths) / kOne; }
   bool operator==(const Currency&) const = default;
 };
 /// A date: days since 1899-12-30; the fraction is the time of day.
@@ -24,6 +32,7 @@ struct Date {
   double days = 0;
   bool operator==(const Date&) const = default;
 };
+/// A globally unique identifier.
 struct Guid {
   std::array<std::uint8_t, 16> bytes{};  ///< in printed order
   bool operator==(const Guid&) const = default;
@@ -33,6 +42,7 @@ struct Decimal {
   std::u16string digits;
   bool operator==(const Decimal&) const = default;
 };
+/// Bytes without a further meaning.
 using Binary = std::vector<std::uint8_t>;
 
 /// What a database field holds, or is given.
@@ -57,6 +67,9 @@ class Variant {
   /// The value as a 32-bit integer, a fraction rounded half to even, True as -1; null raises 94, a
   /// text that is no number 13 (as do bytes and a GUID), a value beyond the range 6.
   std::int32_t toLong() const;
+  /// The value as a number where it is of a kind that calculates: True as -1, an amount, a date as
+  /// its days. Nothing for null, texts, bytes, GUIDs and scaled decimals.
+  std::optional<double> number() const;
   bool operator==(const Variant&) const = default;
 
  private:

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <set>
 
 #include "platform/jet/StoreFiles.h"
 
@@ -111,12 +110,12 @@ TEST(IndexWalk, OrdersNumbersAndCutsRangesInEitherDirection) {
       if (row.second && *row.second >= low && *row.second <= high) expected.push_back(row.first);
     }
     jet::IndexRange range;
-    range.lower = {.value = low};
-    range.upper = {.value = high + 0.25};
+    range.lower = low;
+    range.upper = high + 0.25;
     EXPECT_EQ(idsOf(*table.walk(number_, range)), expected);
     EXPECT_EQ(idsOf(*table.walk(number_, {.notNull = true})), notNull);
-    range.lower = {.value = 1e300};
-    range.upper = {};
+    range.lower = 1e300;
+    range.upper.reset();
     EXPECT_TRUE(idsOf(*table.walk(number_, range)).empty());
     ++ranges;
   });

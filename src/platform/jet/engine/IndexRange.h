@@ -12,17 +12,13 @@ namespace jet {
 /// character outside the order's tables) that bound is left out, so the caller still tests each
 /// row.
 struct IndexRange {
-  struct Bound {
-    runtime::Variant value;
-    bool inclusive = true;
-  };
   /// Values of the leading columns; a null asks for null. For a text column, Binary is a text's key
   /// as `Row::sortKey` gives it.
   std::vector<runtime::Variant> equal = {};
-  /// Bounds on the column behind those, by its values whatever the index's direction; with a bound
-  /// or with `notNull`, nulls of that column are left out.
-  std::optional<Bound> lower = {};
-  std::optional<Bound> upper = {};
+  /// Bounds on the column behind those, by its values whatever the index's direction; the bounds
+  /// themselves are within. With a bound or with `notNull`, nulls of that column are left out.
+  std::optional<runtime::Variant> lower = {};
+  std::optional<runtime::Variant> upper = {};
   bool notNull = false;
 
   bool isWhole() const { return equal.empty() && !lower && !upper && !notNull; }

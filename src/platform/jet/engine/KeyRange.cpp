@@ -68,8 +68,8 @@ class Builder {
       result_.from = with(prefix_, nullKey(true) + 1);
     else
       result_.before = with(prefix_, nullKey(false));
-    if (range.lower) addBound(part, Comparison::AtLeast, range.lower->value);
-    if (range.upper) addBound(part, Comparison::AtMost, range.upper->value);
+    if (range.lower) addBound(part, Comparison::AtLeast, *range.lower);
+    if (range.upper) addBound(part, Comparison::AtMost, *range.upper);
   }
 
   void addBound(const RowKey::Part& part, Comparison comparison, const runtime::Variant& bound) {

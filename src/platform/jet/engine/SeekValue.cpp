@@ -3,7 +3,6 @@
 #include <cmath>
 #include <limits>
 #include <optional>
-#include <type_traits>
 #include <variant>
 
 namespace jet {
@@ -11,8 +10,6 @@ namespace {
 
 using runtime::Variant;
 using Outcome = SeekValue::Outcome;
-
-constexpr double kCurrencyUnits = 10000;
 
 SeekValue noRow() {
   return {Outcome::NoRow, {}};
@@ -22,24 +19,6 @@ SeekValue unusable() {
 }
 SeekValue usable(Variant value) {
   return {Outcome::Value, std::move(value)};
-}
-
-std::optional<double> numberOf(const Variant& value) {
-  return std::visit(
-      [](const auto& any) -> std::optional<double> {
-        using T = std::decay_t<decltype(any)>;
-        if constexpr (std::is_same_v<T, bool>)
-          return any ? -1.0 : 0.0;
-        else if constexpr (std::is_arithmetic_v<T>)
-          return static_cast<double>(any);
-        else if constexpr (std::is_same_v<T, runtime::Currency>)
-          return static_cast<double>(any.tenThousandths) / kCurrencyUnits;
-        else if constexpr (std::is_same_v<T, runtime::Date>)
-          return any.days;
-        else
-          return std::nullopt;
-      },
-      value.get());
 }
 
 template <class T>
@@ -59,7 +38,7 @@ SeekValue wholeNumber(Comparison comparison, double bound) {
 SeekValue currency(Comparison comparison, const Variant& value, double bound) {
   if (const auto* exact = std::get_if<runtime::Currency>(&value.get())) return usable(*exact);
   constexpr double kSafe = 9e18;
-  const double units = bound * kCurrencyUnits;
+  const double units = bound * runtime::Currency::kOne;
   if (std::abs(units) > kSafe) return unusable();
   const double near = std::round(units);
   if (comparison == Comparison::Equal && std::abs(units - near) > 0.01) return noRow();
@@ -101,7 +80,7 @@ SeekValue seekValue(const ColumnDefinition& column, Comparison comparison, const
   if (isText(column.type)) return textValue(bound);
   if (column.type == ColumnType::Binary) return sameKind<runtime::Binary>(bound);
   if (column.type == ColumnType::Guid) return sameKind<runtime::Guid>(bound);
-  const std::optional<double> number = numberOf(bound);
+  const std::optional<double> number = bound.number();
   if (!number || std::isnan(*number)) return unusable();
   switch (column.type) {
     case ColumnType::Boolean:

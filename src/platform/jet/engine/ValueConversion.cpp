@@ -9,7 +9,6 @@
 #include <limits>
 #include <optional>
 #include <string>
-#include <type_traits>
 #include <variant>
 
 #include "platform/jet/format/TextKey.h"
@@ -24,7 +23,6 @@ using runtime::Variant;
 
 constexpr std::int32_t kMismatch = -2147217913;
 constexpr std::int32_t kTooSmall = -2147217833;
-constexpr double kCurrencyUnits = 10000;
 constexpr std::size_t kCurrencyScale = 4;
 
 [[noreturn]] void raiseMismatch() {
@@ -50,25 +48,11 @@ double textNumber(std::u16string_view text) {
 }
 
 double numberOf(const Variant& value) {
-  return std::visit(
-      [](const auto& any) -> double {
-        using T = std::decay_t<decltype(any)>;
-        if constexpr (std::is_same_v<T, bool>)
-          return any ? -1 : 0;
-        else if constexpr (std::is_arithmetic_v<T>)
-          return static_cast<double>(any);
-        else if constexpr (std::is_same_v<T, runtime::Currency>)
-          return static_cast<double>(any.tenThousandths) / kCurrencyUnits;
-        else if constexpr (std::is_same_v<T, runtime::Date>)
-          return any.days;
-        else if constexpr (std::is_same_v<T, runtime::Decimal>)
-          return textNumber(any.digits);
-        else if constexpr (std::is_same_v<T, std::u16string>)
-          return textNumber(any);
-        else
-          raiseMismatch();
-      },
-      value.get());
+  if (const std::optional<double> number = value.number()) return *number;
+  if (const auto* text = std::get_if<std::u16string>(&value.get())) return textNumber(*text);
+  if (const auto* decimal = std::get_if<runtime::Decimal>(&value.get()))
+    return textNumber(decimal->digits);
+  raiseMismatch();
 }
 
 template <class T>
@@ -128,7 +112,7 @@ runtime::Currency currencyOf(const Variant& value) {
     return amount;
   }
   constexpr double kLimit = 9223372036854775808.0;
-  const double units = std::nearbyint(numberOf(value) * kCurrencyUnits);
+  const double units = std::nearbyint(numberOf(value) * runtime::Currency::kOne);
   if (!(units >= -kLimit && units < kLimit)) raiseTooLarge();
   return {static_cast<std::int64_t>(units)};
 }

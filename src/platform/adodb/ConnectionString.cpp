@@ -1,17 +1,12 @@
 #include "platform/adodb/ConnectionString.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "platform/runtime/Text.h"
 
 namespace ADODB {
 namespace {
-
-std::u16string inLowerCase(std::u16string_view text) {
-  std::u16string lower(text);
-  for (char16_t& c : lower) {
-    if (c >= u'A' && c <= u'Z') c = static_cast<char16_t>(c - u'A' + u'a');
-  }
-  return lower;
-}
 
 /// Reads a value and leaves `place` behind its semicolon.
 std::u16string readValue(std::u16string_view text, std::size_t& place) {
@@ -42,7 +37,8 @@ ConnectionString::ConnectionString(std::u16string_view text) {
   for (std::size_t place = 0; place < text.size();) {
     const std::size_t equals = text.find(u'=', place);
     if (equals == std::u16string_view::npos) return;
-    const std::u16string name = inLowerCase(runtime::trim(text.substr(place, equals - place)));
+    const std::u16string name =
+        runtime::lowerCase(runtime::trim(text.substr(place, equals - place)));
     place = equals + 1;
     std::u16string value = readValue(text, place);
     if (name == u"provider")

@@ -3,8 +3,8 @@
 
 #include "platform/jetsql/DateText.h"
 #include "platform/jetsql/Format.h"
-#include "platform/jetsql/Like.h"
 #include "platform/jetsql/Token.h"
+#include "platform/runtime/Text.h"
 
 namespace jetsql {
 namespace {
@@ -69,13 +69,14 @@ class DateWriter {
       const std::size_t close = std::min(pattern_.find(u'"', place_ + 1), pattern_.size());
       text_ += pattern_.substr(place_ + 1, close - place_ - 1);
       place_ = close + 1;
-    } else if (isDateLetter(lowerCase(c))) {
+    } else if (isDateLetter(runtime::lowerCase(c))) {
       std::size_t count = 0;
-      while (place_ < pattern_.size() && lowerCase(pattern_[place_]) == lowerCase(c)) {
+      while (place_ < pattern_.size() &&
+             runtime::lowerCase(pattern_[place_]) == runtime::lowerCase(c)) {
         ++place_;
         ++count;
       }
-      writePart(lowerCase(c), count);
+      writePart(runtime::lowerCase(c), count);
     } else {
       text_ += c;
       ++place_;
@@ -151,7 +152,7 @@ bool isDatePattern(std::u16string_view pattern) {
     if (pattern[i] == u'"') quoted = !quoted;
     if (pattern[i] == u'\\') {
       ++i;
-    } else if (!quoted && isDateLetter(lowerCase(pattern[i]))) {
+    } else if (!quoted && isDateLetter(runtime::lowerCase(pattern[i]))) {
       return true;
     }
   }

@@ -1,49 +1,14 @@
 #include "platform/jetsql/Like.h"
 
 #include <algorithm>
-#include <clocale>
-#include <cwctype>
-#include <locale>
 
 #include "platform/jetsql/Error.h"
+#include "platform/runtime/Text.h"
 
 namespace jetsql {
-namespace {
-
-/// Letters of all scripts, whatever the user's own locale.
-locale_t letters() {
-  static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-  return locale;
-}
-
-char16_t narrowed(std::wint_t converted, char16_t original) {
-  return converted <= 0xFFFF ? static_cast<char16_t>(converted) : original;
-}
-
-}  // namespace
-
-char16_t upperCase(char16_t character) {
-  if (character < 0x80) {
-    return character >= u'a' && character <= u'z' ? static_cast<char16_t>(character - 0x20)
-                                                  : character;
-  }
-  const locale_t locale = letters();
-  if (locale == nullptr) return character;
-  return narrowed(towupper_l(character, locale), character);
-}
-
-char16_t lowerCase(char16_t character) {
-  if (character < 0x80) {
-    return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character + 0x20)
-                                                  : character;
-  }
-  const locale_t locale = letters();
-  if (locale == nullptr) return character;
-  return narrowed(towlower_l(character, locale), character);
-}
 
 char16_t foldedCase(char16_t character) {
-  return lowerCase(upperCase(character));
+  return runtime::lowerCase(runtime::upperCase(character));
 }
 
 LikePattern::LikePattern(std::u16string_view pattern, Dialect dialect) {

@@ -38,7 +38,5 @@ class LikePattern {
 
 /// A character as it compares where letter case doesn't count.
 char16_t foldedCase(char16_t character);
-char16_t upperCase(char16_t character);
-char16_t lowerCase(char16_t character);
 
 }  // namespace jetsql

@@ -6,6 +6,7 @@
 #include "platform/jetsql/Like.h"
 #include "platform/jetsql/SqlFunction.h"
 #include "platform/runtime/CodePage.h"
+#include "platform/runtime/Text.h"
 #include "platform/runtime/Variant.h"
 
 namespace jetsql {
@@ -166,8 +167,8 @@ constexpr SqlFunction kFunctions[] = {
     {"jet_right", right, nullptr},
     {"jet_mid", mid, nullptr},
     {"jet_instr", instr, nullptr},
-    {"jet_ucase", letters<upperCase>, nullptr},
-    {"jet_lcase", letters<lowerCase>, nullptr},
+    {"jet_ucase", letters<runtime::upperCase>, nullptr},
+    {"jet_lcase", letters<runtime::lowerCase>, nullptr},
     {"jet_trim", trim<Ends::Both>, nullptr},
     {"jet_ltrim", trim<Ends::Left>, nullptr},
     {"jet_rtrim", trim<Ends::Right>, nullptr},

@@ -24,13 +24,15 @@ locale_t unicodeLetters() {
 
 using LetterMap = std::wint_t (*)(std::wint_t, locale_t);
 
-/// Each unit mapped on its own; what would leave the 16 bits stays.
-std::u16string mapped(std::u16string_view text, LetterMap map) {
+char16_t mapped(char16_t unit, LetterMap map) {
+  const std::wint_t letter = map(unit, unicodeLetters());
+  return letter <= 0xFFFF ? static_cast<char16_t>(letter) : unit;
+}
+
+template <char16_t (*map)(char16_t)>
+std::u16string mapped(std::u16string_view text) {
   std::u16string result(text);
-  for (char16_t& unit : result) {
-    const std::wint_t letter = map(unit, unicodeLetters());
-    if (letter <= 0xFFFF) unit = static_cast<char16_t>(letter);
-  }
+  std::ranges::transform(result, result.begin(), map);
   return result;
 }
 
@@ -54,12 +56,22 @@ std::u16string spaces(std::size_t count) {
   return std::u16string(count, u' ');
 }
 
+char16_t upperCase(char16_t unit) {
+  if (unit < 0x80) return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 0x20) : unit;
+  return mapped(unit, towupper_l);
+}
+
+char16_t lowerCase(char16_t unit) {
+  if (unit < 0x80) return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 0x20) : unit;
+  return mapped(unit, towlower_l);
+}
+
 std::u16string foldCase(std::u16string_view text) {
-  return mapped(text, towupper_l);
+  return mapped<upperCase>(text);
 }
 
 std::u16string lowerCase(std::u16string_view text) {
-  return mapped(text, towlower_l);
+  return mapped<lowerCase>(text);
 }
 
 }  // namespace runtime

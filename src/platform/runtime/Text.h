@@ -24,4 +24,9 @@ std::u16string foldCase(std::u16string_view text);
 /// The text with its capital letters made small.
 std::u16string lowerCase(std::u16string_view text);
 
+/// One unit as a capital or a small letter, in all scripts and whatever the user's own locale is; a
+/// unit that has none, or none in 16 bits, stays.
+char16_t upperCase(char16_t unit);
+char16_t lowerCase(char16_t unit);
+
 }  // namespace runtime

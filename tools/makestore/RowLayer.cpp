@@ -4,10 +4,10 @@
 #include <stdexcept>
 #include <variant>
 
-#include "platform/jet/format/ColumnValue.h"
 #include "platform/jet/format/DataPage.h"
 #include "platform/jet/format/Layout.h"
 #include "platform/jet/format/Row.h"
+#include "platform/jet/format/StoredValue.h"
 #include "platform/runtime/CodePage.h"
 
 namespace makestore {

@@ -1,7 +1,7 @@
 #include "makestore/TableShape.h"
 
-#include "platform/jet/format/ColumnValue.h"
 #include "platform/jet/format/Header.h"
+#include "platform/jet/format/StoredValue.h"
 
 namespace makestore {
 namespace {

@@ -36,8 +36,6 @@ std::u16string_view errorText(ErrorNumber number) {
       return u"Path/File access error";
     case ErrorNumber::PathNotFound:
       return u"Path not found";
-    case ErrorNumber::ObjectNotSet:
-      return u"Object variable or With block variable not set";
     case ErrorNumber::InvalidUseOfNull:
       return u"Invalid use of Null";
     case ErrorNumber::InvalidPropertyValue:

@@ -23,7 +23,6 @@ enum class ErrorNumber : std::int32_t {
   PermissionDenied = 70,
   PathFileAccess = 75,
   PathNotFound = 76,
-  ObjectNotSet = 91,
   InvalidUseOfNull = 94,
   InvalidPropertyValue = 380,
 };

@@ -58,9 +58,6 @@ TEST(StoredText, IsCompressedOnlyWhereEachCharacterHasAByte) {
   EXPECT_EQ(text, u"a\u20acbc");
   EXPECT_EQ(jet::encodeText(Version::Jet3, u"\u20ac", false), Bytes{0x80});
   EXPECT_FALSE(jet::encodeText(Version::Jet3, u"\u0142", false));
-  std::string utf8;
-  jet::decodeTextUtf8(Version::Jet4, Bytes{0x3D, 0xD8, 0x00, 0xDE, 0x3D, 0xD8}, utf8);
-  EXPECT_EQ(utf8, "\xF0\x9F\x98\x80\xEF\xBF\xBD");
 }
 
 TEST(Row, ComesBackWhateverItsLengthAndPadding) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/jet/engine/LongValues.h"
 #include "platform/jet/engine/TableSource.h"
 #include "platform/jet/format/TextKey.h"
 
@@ -11,7 +10,6 @@ namespace {
 
 /// Tables and saved queries live in the container of this id.
 constexpr std::int32_t kTablesContainer = 0x0F000001;
-constexpr std::uint32_t kPageOfId = 0x00FFFFFF;
 
 /// Columns of a system table by name; a missing one is damage.
 class Columns {
@@ -174,7 +172,7 @@ std::vector<PropertyBlock> Catalog::properties(std::uint32_t definitionPage) {
   const std::unique_ptr<Cursor> cursor = index ? table.walk(*index, range) : table.scan();
   while (cursor->next()) {
     const Row& row = cursor->row();
-    const auto page = static_cast<std::uint32_t>(integerOf(row, id)) & kPageOfId;
+    const auto page = static_cast<std::uint32_t>(integerOf(row, id)) & CatalogObject::kPageOfId;
     if (integerOf(row, type) != 1 || page != definitionPage) continue;
     const runtime::Variant blob = row.value(properties);
     if (blob.isNull()) return {};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,10 +12,14 @@
 
 namespace jet {
 
+/// What an object of the file is, as far as it can be a source of rows.
 enum class ObjectKind : std::uint8_t { Table, Query, LinkedTable };
 
 /// A table, saved query or linked table as the file's object list has it.
 struct CatalogObject {
+  /// Bits of a table's id that are the page of its definition.
+  static constexpr std::uint32_t kPageOfId = 0x00FFFFFF;
+
   ObjectKind kind = ObjectKind::Table;
   std::int32_t id = 0;
   std::u16string name;
@@ -22,6 +27,8 @@ struct CatalogObject {
 
   /// True for the engine's own tables and for hidden objects.
   bool isSystem() const { return (flags & 0x8000000AU) != 0; }
+  /// The page of a table's definition.
+  std::uint32_t definitionPage() const { return static_cast<std::uint32_t>(id) & kPageOfId; }
 };
 
 /// One stored row of a saved query. Texts that are null are empty here.
@@ -43,8 +50,10 @@ class Catalog {
   Catalog(const Catalog&) = delete;
   Catalog& operator=(const Catalog&) = delete;
 
+  /// As `Database` gives them.
   std::optional<CatalogObject> find(std::u16string_view name);
   std::vector<CatalogObject> objects();
+  /// The rows of the saved query of that id, in the order of their attribute and number.
   std::vector<QueryRow> queryRows(std::int32_t objectId);
   /// The properties of the table with that definition page and of its columns.
   std::vector<PropertyBlock> properties(std::uint32_t definitionPage);

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "platform/jet/engine/IndexTree.h"
-#include "platform/jet/format/IndexKey.h"
 #include "platform/jet/format/LongValue.h"
 #include "platform/jet/format/TextKey.h"
 #include "platform/runtime/RunTimeError.h"
@@ -28,11 +27,6 @@ bool isOn(const RowKey& key, std::span<const ColumnValue> values) {
   return std::ranges::any_of(key.parts(), [&](const RowKey::Part& part) {
     return std::ranges::find(values, part.column, &ColumnValue::column) != values.end();
   });
-}
-
-bool hasNull(const RowKey& key, const Row& row) {
-  return std::ranges::any_of(key.parts(),
-                             [&](const RowKey::Part& part) { return row.isNull(part.column); });
 }
 
 bool isPrimary(const TableSource& source, std::size_t index) {
@@ -103,7 +97,7 @@ std::vector<KeyChange> keyChanges(const TableSource& source, const Row& before, 
     const Place place = source.place(index.root);
     if (!key.isSupported())
       raiseUnsupported(place, u"an index is of a kind whose keys are not known");
-    if ((index.required() || isPrimary(source, i)) && hasNull(key, after))
+    if ((index.required() || isPrimary(source, i)) && key.hasNull(after))
       raise(u"Index or primary key cannot contain a Null value.");
     Bytes bytes;
     KeyChange change;
@@ -117,7 +111,7 @@ std::vector<KeyChange> keyChanges(const TableSource& source, const Row& before, 
       if (!key.make(after, bytes))
         raiseUnsupported(place, u"a character has no known place in the order of an index");
       change.newEntry = IndexEntry::of(bytes, after.id()).bytes;
-      if (index.unique() && change.newEntry != change.oldEntry && !hasNull(key, after) &&
+      if (index.unique() && change.newEntry != change.oldEntry && !key.hasNull(after) &&
           isOthersKey(source, i, key, bytes, after.id()))
         raise(
             u"The changes you requested to the table were not successful because they would create "

@@ -7,7 +7,6 @@
 #include "platform/jet/engine/ColumnValue.h"
 #include "platform/jet/engine/RowKey.h"
 #include "platform/jet/engine/TableSource.h"
-#include "platform/jet/format/IndexPage.h"
 
 namespace jet {
 

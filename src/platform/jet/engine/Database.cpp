@@ -11,7 +11,6 @@ namespace jet {
 namespace {
 
 constexpr std::int32_t kWrongPassword = -2147217843;
-constexpr std::uint32_t kPageOfId = 0x00FFFFFF;
 
 }  // namespace
 
@@ -38,7 +37,7 @@ Version Database::version() const {
 }
 
 TextOrder Database::textOrder() const {
-  return version() == Version::Jet3 ? TextOrder::General3 : TextOrder::General4;
+  return textOrderOf(version());
 }
 
 bool Database::isReadOnly() const {
@@ -54,7 +53,7 @@ std::vector<CatalogObject> Database::objects() {
 }
 
 const Table& Database::table(const CatalogObject& object) {
-  const std::uint32_t page = static_cast<std::uint32_t>(object.id) & kPageOfId;
+  const std::uint32_t page = object.definitionPage();
   std::unique_ptr<Table>& table = session_->tables[page];
   if (!table) table = std::make_unique<Table>(session_->pager, object.name, page);
   return *table;

@@ -1,6 +1,5 @@
 // The global map's part of UsageMaps: the pages that are free.
 
-#include <algorithm>
 #include <bit>
 
 #include "platform/jet/engine/UsageMaps.h"

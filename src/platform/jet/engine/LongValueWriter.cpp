@@ -4,7 +4,6 @@
 
 #include "platform/jet/engine/FreeSpace.h"
 #include "platform/jet/engine/LongValues.h"
-#include "platform/jet/engine/PageSet.h"
 #include "platform/jet/format/DataPage.h"
 #include "platform/jet/format/LongValue.h"
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <optional>
-
 #include "platform/jet/engine/TableSource.h"
 #include "platform/jet/engine/UsageMaps.h"
 

@@ -9,12 +9,10 @@ namespace jet {
 namespace {
 
 constexpr std::uint8_t kReferencedSide = 1;
-constexpr std::uint32_t kPageOfId = 0x00FFFFFF;
 
 std::u16string tableName(Catalog& catalog, std::uint32_t definitionPage) {
   for (const CatalogObject& object : catalog.objects())
-    if (object.kind == ObjectKind::Table &&
-        (static_cast<std::uint32_t>(object.id) & kPageOfId) == definitionPage)
+    if (object.kind == ObjectKind::Table && object.definitionPage() == definitionPage)
       return object.name;
   return {};
 }
@@ -57,12 +55,6 @@ bool hasMatch(const TableSource& source, std::size_t index, const Row& row,
   return false;
 }
 
-bool hasNull(const TableSource& source, std::size_t index, const Row& row) {
-  const RowKey key(source, index);
-  return std::ranges::any_of(key.parts(),
-                             [&](const RowKey::Part& part) { return row.isNull(part.column); });
-}
-
 }  // namespace
 
 void checkRelationships(Catalog& catalog, const TableSource& source, const Row& before,
@@ -75,7 +67,7 @@ void checkRelationships(Catalog& catalog, const TableSource& source, const Row& 
                             logical.otherTable);
     const bool referenced = logical.side == kReferencedSide;
     const Row& row = referenced ? before : after;
-    if (hasNull(source, logical.index, row)) continue;
+    if (RowKey(source, logical.index).hasNull(row)) continue;
     const bool match = hasMatch(source, logical.index, row, other, otherIndex(other, logical));
     if (referenced && match && logical.cascadeUpdates == 1)
       raiseUnsupported(source.place(source.definitionPage),

@@ -4,8 +4,8 @@
 
 #include "platform/jet/engine/LongValues.h"
 #include "platform/jet/engine/TableSource.h"
-#include "platform/jet/format/ColumnValue.h"
 #include "platform/jet/format/StoredText.h"
+#include "platform/jet/format/StoredValue.h"
 #include "platform/jet/format/TextKey.h"
 
 namespace jet {
@@ -67,10 +67,6 @@ bool Row::text(int column, std::u16string& out) const {
   return withText(column, [&](ByteView bytes) { decodeText(source_->version(), bytes, out); });
 }
 
-bool Row::utf8(int column, std::string& out) const {
-  return withText(column, [&](ByteView bytes) { decodeTextUtf8(source_->version(), bytes, out); });
-}
-
 std::optional<ByteView> Row::latinText(int column) const {
   const Version version = source_->version();
   if (version == Version::Jet3 || columnAt(*source_, column).type != ColumnType::Text)
@@ -83,7 +79,7 @@ std::optional<ByteView> Row::latinText(int column) const {
 bool Row::sortKey(int column, std::string& out) const {
   out.clear();
   const Version version = source_->version();
-  const TextOrder order = version == Version::Jet3 ? TextOrder::General3 : TextOrder::General4;
+  const TextOrder order = textOrderOf(version);
   return withText(column, [&](ByteView bytes) {
     if (isByteText(version, bytes)) {
       appendByteTextKey(order, byteText(version, bytes), out);

@@ -28,13 +28,12 @@ class Row {
   /// Guid, Numeric Decimal.
   runtime::Variant value(int column) const;
 
-  /// Fast paths for Text and Memo columns; each replaces what `out` held and gives false for null.
+  /// Fast path for Text and Memo columns; replaces what `out` held and gives false for null.
   bool text(int column, std::u16string& out) const;
-  bool utf8(int column, std::string& out) const;
   /// The text as bytes of one character each, U+0000 to U+00FF, where the row holds it so; absent
   /// for null, for a memo and for any other text.
   std::optional<ByteView> latinText(int column) const;
-  /// The text's key in the file's order (see TextKey.h).
+  /// The text's key in the file's order (see TextKey.h); empty and false for null.
   bool sortKey(int column, std::string& out) const;
   /// Fast path for Byte, Integer, Long and Boolean (true is -1) columns; false for null.
   bool integer(int column, std::int32_t& out) const;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/jet/format/ColumnValue.h"
+#include "platform/jet/format/StoredValue.h"
 
 namespace jet {
 namespace {

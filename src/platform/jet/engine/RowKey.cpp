@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/jet/format/ColumnValue.h"
 #include "platform/jet/format/IndexKey.h"
+#include "platform/jet/format/StoredValue.h"
 
 namespace jet {
 
@@ -32,6 +32,10 @@ bool RowKey::make(const Row& row, Bytes& key) const {
 
 bool RowKey::isAllNull(const Row& row) const {
   return std::ranges::all_of(parts_, [&](const Part& part) { return row.isNull(part.column); });
+}
+
+bool RowKey::hasNull(const Row& row) const {
+  return std::ranges::any_of(parts_, [&](const Part& part) { return row.isNull(part.column); });
 }
 
 bool appendColumnKey(const TableSource& source, const Row& row, int column, bool ascending,

@@ -29,6 +29,8 @@ class RowKey {
   bool make(const Row& row, Bytes& key) const;
   /// True when all key columns of the row are null: an index may leave such a row out.
   bool isAllNull(const Row& row) const;
+  /// True when one of them is: such a key counts as no other's equal.
+  bool hasNull(const Row& row) const;
 
  private:
   const TableSource& source_;

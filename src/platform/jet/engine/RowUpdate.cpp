@@ -7,7 +7,7 @@
 #include "platform/jet/engine/RowBuilder.h"
 #include "platform/jet/engine/StrayBodies.h"
 #include "platform/jet/engine/ValueConversion.h"
-#include "platform/jet/format/ColumnValue.h"
+#include "platform/jet/format/StoredValue.h"
 #include "platform/runtime/RunTimeError.h"
 
 namespace jet {

@@ -74,6 +74,14 @@ std::optional<int> Table::indexOn(const std::vector<std::u16string_view>& column
   return static_cast<int>(found - indexes_.begin());
 }
 
+std::vector<int> Table::primaryKey() const {
+  std::vector<int> places;
+  const auto primary = std::ranges::find(indexes_, true, &Index::primary);
+  if (primary == indexes_.end()) return places;
+  for (const IndexColumn& each : primary->columns) places.push_back(each.column);
+  return places;
+}
+
 std::unique_ptr<Cursor> Table::scan() const {
   return std::make_unique<TableScan>(*source_);
 }

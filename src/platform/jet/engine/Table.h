@@ -19,6 +19,7 @@ namespace jet {
 class Pager;
 struct TableSource;
 
+/// A column, as a reader of the table needs it.
 struct Column {
   std::u16string name;
   ColumnType type = ColumnType::Long;
@@ -28,11 +29,13 @@ struct Column {
   std::uint8_t scale = 0;  ///< of a Numeric
 };
 
+/// One column of an index's key.
 struct IndexColumn {
   int column = 0;  ///< place in `Table::columns()`
   bool ascending = true;
 };
 
+/// An index that the file keeps.
 struct Index {
   std::u16string name;  ///< of the first logical index that uses it
   std::vector<IndexColumn> columns;
@@ -63,6 +66,8 @@ class Table {
   const std::vector<Index>& indexes() const { return indexes_; }
   /// The place of the first seekable index whose leading columns are these.
   std::optional<int> indexOn(const std::vector<std::u16string_view>& columnNames) const;
+  /// The columns of the primary key, as places in `columns()`; none without one.
+  std::vector<int> primaryKey() const;
   /// Number of rows as the file counts them; an estimate for system tables.
   std::uint32_t rowCount() const;
 

@@ -28,9 +28,6 @@ inline std::uint64_t u64At(ByteView bytes, std::size_t at) {
 inline std::uint32_t bigEndian24At(ByteView bytes, std::size_t at) {
   return static_cast<std::uint32_t>(bytes[at] << 16 | bytes[at + 1] << 8 | bytes[at + 2]);
 }
-inline std::uint32_t bigEndian32At(ByteView bytes, std::size_t at) {
-  return static_cast<std::uint32_t>(bytes[at]) << 24 | bigEndian24At(bytes, at + 1);
-}
 
 inline void putU16(ByteSpan bytes, std::size_t at, std::size_t value) {
   bytes[at] = static_cast<std::uint8_t>(value);

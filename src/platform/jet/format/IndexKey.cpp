@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <variant>
 
-#include "platform/jet/format/ColumnValue.h"
 #include "platform/jet/format/Header.h"
+#include "platform/jet/format/StoredValue.h"
 
 namespace jet {
 namespace {
@@ -63,11 +63,10 @@ void appendNumeric(ByteView stored, bool ascending, Bytes& key) {
 
 /// The text's key, or the one that was made before; empty where a character is outside the tables.
 Bytes textPart(Version version, const Variant& value) {
-  const TextOrder order = version == Version::Jet3 ? TextOrder::General3 : TextOrder::General4;
   if (const auto* made = std::get_if<runtime::Binary>(&value.get()))
     return isKnownTextKey(*made) ? *made : Bytes();
   std::string text;
-  if (!appendTextKey(order, std::get<std::u16string>(value.get()), text)) return {};
+  if (!appendTextKey(textOrderOf(version), std::get<std::u16string>(value.get()), text)) return {};
   return {text.begin(), text.end()};
 }
 

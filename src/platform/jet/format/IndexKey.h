@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 #include "platform/jet/format/Bytes.h"
 #include "platform/jet/format/TableDefinition.h"

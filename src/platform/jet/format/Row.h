@@ -1,8 +1,6 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -37,7 +35,6 @@ class RowContent {
   ByteView fixed(std::size_t offset, std::size_t length) const;
   /// The fixed area as far as the row has it.
   ByteView fixedArea() const;
-  std::size_t variableCount() const { return variableCount_; }
   /// The bytes of a variable slot; absent for a slot that the row doesn't know.
   std::optional<ByteView> variable(std::size_t slot) const;
 

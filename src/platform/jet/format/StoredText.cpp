@@ -28,25 +28,6 @@ const std::array<char16_t, 256>& codePageCharacters() {
   return characters;
 }
 
-void appendUtf8(char32_t character, std::string& text) {
-  const auto add = [&](char32_t byte) { text.push_back(static_cast<char>(byte)); };
-  if (character < 0x80) {
-    add(character);
-  } else if (character < 0x800) {
-    add(0xC0 | character >> 6);
-    add(0x80 | (character & 0x3F));
-  } else if (character < 0x10000) {
-    add(0xE0 | character >> 12);
-    add(0x80 | (character >> 6 & 0x3F));
-    add(0x80 | (character & 0x3F));
-  } else {
-    add(0xF0 | character >> 18);
-    add(0x80 | (character >> 12 & 0x3F));
-    add(0x80 | (character >> 6 & 0x3F));
-    add(0x80 | (character & 0x3F));
-  }
-}
-
 void decodeCompressed(ByteView bytes, std::u16string& text) {
   bool wide = false;
   for (std::size_t at = 0; at < bytes.size();) {
@@ -86,28 +67,6 @@ void decodeText(Version version, ByteView stored, std::u16string& text) {
     text.reserve(stored.size() / 2);
     for (std::size_t at = 0; at + 1 < stored.size(); at += 2)
       text.push_back(static_cast<char16_t>(u16At(stored, at)));
-  }
-}
-
-void decodeTextUtf8(Version version, ByteView stored, std::string& text) {
-  text.clear();
-  if (isByteText(version, stored)) {
-    const bool jet3 = version == Version::Jet3;
-    for (const std::uint8_t byte : byteText(version, stored))
-      appendUtf8(jet3 && byte >= 0x80 ? codePageCharacters()[byte] : byte, text);
-    return;
-  }
-  std::u16string units;
-  decodeText(version, stored, units);
-  for (std::size_t i = 0; i < units.size(); ++i) {
-    const char32_t unit = units[i];
-    const bool high = unit >= 0xD800 && unit < 0xDC00;
-    if (high && i + 1 < units.size() && units[i + 1] >= 0xDC00 && units[i + 1] < 0xE000) {
-      appendUtf8(0x10000 + ((unit - 0xD800) << 10) + (units[i + 1] - 0xDC00U), text);
-      ++i;
-    } else {
-      appendUtf8(unit >= 0xD800 && unit < 0xE000 ? 0xFFFD : unit, text);
-    }
   }
 }
 

@@ -20,8 +20,6 @@ ByteView byteText(Version version, ByteView stored);
 
 /// Replaces `text` with the text that is stored.
 void decodeText(Version version, ByteView stored, std::u16string& text);
-/// The same in UTF-8; a lone surrogate becomes U+FFFD.
-void decodeTextUtf8(Version version, ByteView stored, std::string& text);
 
 /// The text as it is to be stored; `compress` is the column's wish, which texts of one or two
 /// characters and those with a character beyond U+00FF don't get. Absent for a Jet 3 file where a

@@ -1,7 +1,6 @@
 #include "platform/jet/format/TableDefinition.h"
 
 #include <algorithm>
-#include <array>
 
 #include "platform/runtime/CodePage.h"
 
@@ -308,11 +307,6 @@ std::vector<Bytes> TableDefinition::encodePages(std::span<const std::uint32_t> p
 std::size_t TableDefinition::entryCounterAt(Version version, std::size_t index) {
   const Fields& fields = fieldsOf(version);
   return fields.end + index * fields.counterSize + 4;
-}
-
-const ColumnDefinition* TableDefinition::columnNumbered(std::uint16_t number) const {
-  const auto found = std::ranges::find(columns, number, &ColumnDefinition::number);
-  return found == columns.end() ? nullptr : &*found;
 }
 
 }  // namespace jet

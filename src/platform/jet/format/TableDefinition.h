@@ -116,8 +116,6 @@ struct TableDefinition {
 
   /// Where an index's entry counter stands in the content.
   static std::size_t entryCounterAt(Version version, std::size_t index);
-
-  const ColumnDefinition* columnNumbered(std::uint16_t number) const;
 };
 
 }  // namespace jet

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/jet/format/Layout.h"
+
 namespace jet {
 
 /// The order by which a file compares, sorts and indexes text: the General order, in the form of
@@ -12,6 +14,10 @@ namespace jet {
 /// equal, apostrophe and hyphen (Jet 4) last of all; blanks at the end never count, nor does what
 /// stands behind the 255th character.
 enum class TextOrder : std::uint8_t { General3, General4 };
+
+inline constexpr TextOrder textOrderOf(Version version) {
+  return version == Version::Jet3 ? TextOrder::General3 : TextOrder::General4;
+}
 
 /// Appends the text's key to `key`. Keys compare as plain bytes (the shorter of two first where one
 /// begins with the other); texts are equal in the order exactly when their keys are. Every text has

@@ -1,4 +1,4 @@
-#include "platform/jet/format/ColumnValue.h"
+#include "platform/jet/format/StoredValue.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,5 @@
 #include "platform/jetsql/DateText.h"
 
-#include <array>
 #include <cmath>
 #include <vector>
 

@@ -8,9 +8,6 @@ Expression::Expression() = default;
 Expression::Expression(Kind k) : kind(k) {}
 Expression::~Expression() = default;
 
-FromItem::FromItem() = default;
-FromItem::~FromItem() = default;
-
 const Expression& meant(const Expression& expression) {
   const Expression* found = &expression;
   while (found->aliased != nullptr) found = found->aliased;
@@ -39,20 +36,6 @@ std::u16string pathText(const std::vector<std::u16string>& path) {
     text += part;
   }
   return text;
-}
-
-std::optional<Origin> originOf(const Source& source, int column) {
-  if (source.table != nullptr) return Origin{source.table, column, &source};
-  return originOf(*source.query, column);
-}
-
-std::optional<Origin> originOf(const Query& query, int place) {
-  if (!query.select || query.select->grouped || query.select->distinct) return std::nullopt;
-  const Expression* expression = query.columns[static_cast<std::size_t>(place)].expression;
-  if (expression == nullptr) return std::nullopt;
-  const Expression& column = meant(*expression);
-  if (column.kind != Expression::Kind::Column) return std::nullopt;
-  return originOf(*column.source, column.column);
 }
 
 }  // namespace jetsql

@@ -101,7 +101,7 @@ const Expression& meant(const Expression& expression);
 /// True when two bound expressions are the same.
 bool sameExpression(const Expression& a, const Expression& b);
 
-/// The last part of a column's path, or the whole path with dots between.
+/// The parts of a column's path with dots between.
 std::u16string pathText(const std::vector<std::u16string>& path);
 
 }  // namespace jetsql

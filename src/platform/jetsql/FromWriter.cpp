@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/jetsql/Error.h"
 #include "platform/jetsql/SqlWriter.h"
 
 namespace jetsql {
@@ -187,20 +186,10 @@ std::string SqlWriter::sourceText(Source& source) {
   return "(SELECT " + columns + " FROM " + text + " LIMIT -1) AS " + name;
 }
 
-std::vector<int> primaryKey(const jet::Table& table) {
-  std::vector<int> columns;
-  for (const jet::Index& index : table.indexes()) {
-    if (!index.primary) continue;
-    for (const jet::IndexColumn& each : index.columns) columns.push_back(each.column);
-    break;
-  }
-  return columns;
-}
-
 /// A column of a source, which is asked for it from now on.
 std::string SqlWriter::reference(Source& source, Demand demand) {
   if (source.table != nullptr && demand.form == Form::RowKey) {
-    const int column = primaryKey(*source.table)[static_cast<std::size_t>(demand.part)];
+    const int column = source.table->primaryKey()[static_cast<std::size_t>(demand.part)];
     const bool isText = jet::isText(source.table->columns()[static_cast<std::size_t>(column)].type);
     demand = {column, isText ? Form::Key : Form::Value, 0};
   }

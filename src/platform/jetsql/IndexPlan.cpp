@@ -4,7 +4,6 @@
 #include <cmath>
 #include <optional>
 
-#include "platform/jetsql/SqlWriter.h"
 #include "platform/runtime/CodePage.h"
 
 namespace jetsql {
@@ -155,7 +154,7 @@ class Chooser {
       }
     }
     if (term == 0) return;
-    const std::vector<int> key = primaryKey(table_);
+    const std::vector<int> key = table_.primaryKey();
     std::vector<Demand> ties;
     for (; term < order_.size(); ++term) {
       const WantedOrder& wanted = order_[term];

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/jetsql/Error.h"
 #include "platform/jetsql/SqlWriter.h"
 
 namespace jetsql {
@@ -129,7 +128,7 @@ std::vector<std::string> SqlWriter::rowKeys(const Query& query) {
   const auto origin = originOf(*source, place);
   std::vector<std::string> keys;
   if (!origin) return keys;
-  const auto count = static_cast<int>(primaryKey(*origin->table).size());
+  const auto count = static_cast<int>(origin->table->primaryKey().size());
   for (int part = 0; part < count; ++part) {
     keys.push_back(reference(*source, {place, Form::RowKey, part}));
   }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -11,8 +10,7 @@
 
 namespace jet {
 class Database;
-struct ColumnValue;
-}  // namespace jet
+}
 
 namespace jetsql {
 

@@ -1,7 +1,6 @@
 #include "platform/jetsql/SqlFunction.h"
 
 #include <cmath>
-#include <initializer_list>
 #include <limits>
 #include <new>
 

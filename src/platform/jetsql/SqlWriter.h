@@ -91,9 +91,6 @@ class SqlWriter {
   int fresh_ = 0;
 };
 
-/// Columns of the primary key, as places in the table's columns.
-std::vector<int> primaryKey(const jet::Table& table);
-
 /// Types that can be compared with each other compare in one of these ways.
 enum class Comparing : std::uint8_t { Numbers, Texts, Bytes, GuidText, Null, Mixed };
 /// Raises the mismatch error for types that can't be compared.

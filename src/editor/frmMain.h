@@ -68,7 +68,7 @@ class frmMain : public KeyEditor {
   forms::Label Label1;
   forms::Label Label3;  ///< hidden; its caption keeps the id of the item placed last
 
-  /// True while the load runs: setting a control's value raises its click handler, and four of them
-  /// do nothing then.
+  /// True while the load runs: setting a control's value raises its click handler, and those of the
+  /// two boxes and the two lists do nothing then.
   std::int16_t LoadGuard = kFalse;
 };

@@ -12,8 +12,7 @@ inline constexpr int kLevelNameLength = 15;
 
 inline constexpr std::u16string_view kAutofillTip =
     u"Fills the buttons from the database with Item 1 starting at the bottom left and Item 9 at "
-    u"the top "
-    u"left. Item 10 will start at the bottom again.";
+    u"the top left. Item 10 will start at the bottom again.";
 
 /// The design grid, row by row from the top left. Keys 49 and 56 are 15 twips lower than the
 /// others.

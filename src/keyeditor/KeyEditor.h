@@ -49,7 +49,7 @@ class KeyEditor : public forms::Form {
   /// font colours don't come back from a file.
   void LoadKey(std::int16_t key, const layoutdata::KeyLine& line);
   /// Writes all keys, whatever they hold, as the layout file at `path`. The old content goes at
-  /// once.
+  /// once. Raises what `files::OutputFile` raises.
   void WriteLayoutFile(std::u16string_view path);
   /// Makes every key a target of drags.
   void MakeKeysDropTargets();
@@ -64,9 +64,10 @@ class KeyEditor : public forms::Form {
   void cmdCopy_Click();
   void cmdClose_Click();
 
-  /// Back colour and its state colours of key `i`; an empty text changes nothing.
+  /// Back colour and its state colours of key `i`, from decimal text; an empty text changes
+  /// nothing.
   void SetButtonColour(const std::u16string& strColour, std::int16_t i);
-  /// Text colour and its state colours of key `i`; an empty text changes nothing.
+  /// Text colour and its state colours of key `i`, likewise.
   void SetFontButtonColour(const std::u16string& strColour, std::int16_t i);
 
   forms::PictureBox Picture1;
@@ -85,8 +86,8 @@ class KeyEditor : public forms::Form {
 
   std::int16_t CurrentKey = 0;     ///< index of the key last picked
   std::int16_t CopyMode = kFalse;  ///< -1 while copy mode is on
-  std::u16string
-      CopyBackColour;  ///< colours kept by copy mode as decimal text, empty while it is off
+  /// Colours kept by copy mode as decimal text, empty while it is off.
+  std::u16string CopyBackColour;
   std::u16string CopyFontColour;
   std::u16string strItemDesc;  ///< description of the item being placed
   std::int16_t intItemId = 0;  ///< product id of the item being placed

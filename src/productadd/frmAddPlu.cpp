@@ -19,7 +19,7 @@ using mdOpenDatabase::StoreRecordset;
 
 namespace {
 
-// Columns and rows of the sheet. Row 0 is collapsed.
+// Columns and rows of the sheet, whose row 0 is collapsed.
 constexpr int kLabels = 1;
 constexpr int kValues = 2;
 constexpr int kName = 1;
@@ -32,15 +32,14 @@ constexpr std::array<std::u16string_view, kLastRow> kCaptions{
     u"Product Name",       u"Selling Price",     u"Department Link",    u"Print on Printer 1",
     u"Print on Printer 2", u"Set as Open Price", u"Set as Instruction", u"Set as Negative Price"};
 
-constexpr int kAlignment = 6;
-constexpr int kLabelWidth = 200;
+constexpr int kAlignment = 6;     // left, centred vertically
+constexpr int kLabelWidth = 200;  // pixels of 15 twips
 constexpr int kMaxLength = 50;
 constexpr std::size_t kDepartmentGap = 1000;  // pushes the id out of sight; nobody reads it back
 
 constexpr std::u16string_view kNoFreeRow =
     u"There are no records where the data can be saved. In the POS, you will need to open the "
-    u"Product "
-    u"Programming form under Management functions and setup the item first.";
+    u"Product Programming form under Management functions and setup the item first.";
 
 void OpenStatement(std::u16string_view source) {
   StoreRecordset->Open(source, *StoreConnection, mdOpenDatabase::kKeyset,

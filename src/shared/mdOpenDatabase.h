@@ -21,10 +21,11 @@ extern std::u16string DatabaseSource;
 /// File name of that read. Nothing assigns it.
 extern std::u16string IniFile;
 
+/// Absent between sessions.
 extern runtime::AutoObject<ADODB::Connection> StoreConnection;
 extern runtime::AutoObject<ADODB::Recordset> StoreRecordset;
 
-/// Arguments of every `StoreRecordset->Open`.
+/// Arguments of `StoreRecordset->Open`: cursor types, the lock type and the options that are used.
 inline constexpr int kForwardOnly = 0;
 inline constexpr int kKeyset = 1;
 inline constexpr int kPessimistic = 2;

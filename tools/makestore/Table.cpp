@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "platform/jet/format/PropertyBlob.h"
 #include "platform/runtime/CodePage.h"
 
 namespace makestore {

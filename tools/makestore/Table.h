@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/jet/format/Bytes.h"
 #include "platform/jet/format/ColumnType.h"
-#include "platform/jet/format/PropertyBlob.h"
 #include "platform/runtime/Variant.h"
 
 namespace makestore {

@@ -3,8 +3,6 @@
 #include <memory>
 #include <string_view>
 
-#include "platform/runtime/RunTimeError.h"
-
 namespace jetsql {
 class Session;
 }

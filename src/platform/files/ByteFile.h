@@ -51,6 +51,7 @@ class ByteFile {
   /// Returns when all that was written has reached the disk. Raises 57 or 61.
   void sync();
 
+  /// How long a lock is waited for where nothing else is said.
   static constexpr std::chrono::milliseconds kLockWait{5000};
 
   /// Takes the lock that others may share, or turns an exclusive one into it. Where another opening

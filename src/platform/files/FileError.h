@@ -38,6 +38,7 @@ class FileError : public runtime::RunTimeError {
   int systemError_;
 };
 
+/// What a file was to be used for; the platform's number for a refusal depends on it.
 enum class FilePurpose { Read, Write };
 
 /// Raises the error for what the system answered (`errno`) to a use of the file.

@@ -10,6 +10,7 @@ namespace files {
 /// A text file opened for input, read line by line, in the machine's code page.
 class InputFile {
  public:
+  /// Longest line that is read, in characters.
   static constexpr std::size_t kLineLimit = 4U << 20U;
 
   /// Raises 53 (not found), 76 (folder not found), 70 (permission denied), 75 (not a file).
@@ -42,6 +43,7 @@ class OutputFile {
   /// Writes one line in the machine's code page, ended by CR LF. Raises 61 (disk full), 57, and 54
   /// once the file is closed.
   void print(std::u16string_view line);
+  /// Closes the file. Raises 57 or 61 where the system kept a failure back until now.
   void close();
 
  private:

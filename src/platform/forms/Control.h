@@ -43,7 +43,6 @@ class Control {
 
   bool Visible() const { return visible_; }
   void Visible(bool visible);
-  int TabIndex() const { return tabIndex_; }
 
  protected:
   /// `widget` is made by the derived class as a child of the container's widget (`clientOf`); the

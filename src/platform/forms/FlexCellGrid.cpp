@@ -1,7 +1,5 @@
 #include "platform/forms/FlexCellGrid.h"
 
-#include <utility>
-
 #include "platform/forms/qt/SheetView.h"
 #include "platform/forms/qt/Text.h"
 #include "platform/runtime/RunTimeError.h"

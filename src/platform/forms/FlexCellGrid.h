@@ -56,7 +56,9 @@ struct ActiveCell {
 /// One column.
 class Column {
  public:
+  /// Keeps the user from changing the column's cells; code may.
   void Locked(bool readOnly);
+  /// In pixels of 15 twips.
   void Width(int pixels);
   /// Gives all cells of the column this kind.
   void Kind(CellType kind);
@@ -96,6 +98,7 @@ class Grid : public forms::Control {
   FlexCell::ActiveCell ActiveCell() const;
   FlexCell::Column Column(int column);
   FlexCell::ComboList ComboBox(int column);
+  /// In pixels of 15 twips; 0 hides the row.
   void RowHeight(int row, int pixels);
   /// Two display options, kept as values.
   void DisplayFocusRect(bool on);

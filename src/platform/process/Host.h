@@ -50,6 +50,7 @@ class Host {
 
 /// Makes `host` the one that is asked from now on; it must outlive its use.
 void setHost(Host& host);
+/// The one that was set. Raises 51 before any was.
 Host& host();
 
 /// The program's title, for message boxes that have no title of their own.

@@ -30,11 +30,12 @@ std::function<void()> onEnd(std::function<void()> leave);
 /// A new life for the next test.
 void resetEnded();
 
-/// Shows a message box through the host; without a title it bears the program's. Does not return
-/// when the process was ended while it was up.
+/// Shows a message box through the host; `style` is a sum of `MessageStyle`s. Without a title it
+/// bears the program's. Does not return when the process was ended while it was up.
 MessageAnswer MsgBox(const std::u16string& text, std::int32_t style = kOkOnly,
                      const std::u16string& title = std::u16string(kProgramTitle));
-/// Starts the program at a path below the program folder, each name in any case.
+/// Starts the program at a path below the program folder, each name in any case. Raises what
+/// `Host::startProgram` raises.
 void Shell(std::u16string_view path, WindowStyle style);
 
 }  // namespace process

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <unordered_map>
 
 #include "platform/runtime/RunTimeError.h"

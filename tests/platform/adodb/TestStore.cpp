@@ -1,6 +1,5 @@
 #include "TestStore.h"
 
-#include <cstdio>
 #include <fstream>
 
 #include "platform/files/ProgramFolder.h"

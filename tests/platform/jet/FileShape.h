@@ -1,12 +1,10 @@
 #pragma once
 
 #include <filesystem>
-#include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "platform/jet/RandomUpdates.h"

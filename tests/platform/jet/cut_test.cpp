@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <fstream>
 #include <functional>
-#include <map>
 #include <set>
 
 #include "makestore/StoreBuilder.h"

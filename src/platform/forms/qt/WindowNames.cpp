@@ -10,7 +10,8 @@
 namespace forms {
 namespace {
 
-/// How far a label's left edge may lie from that of the box below it, and its top above the box's.
+/// How far a label's left edge may lie from that of the box below it, and its top above the box's,
+/// in twips.
 constexpr int kAlignment = 300;
 constexpr int kReach = 600;
 

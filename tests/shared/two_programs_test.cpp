@@ -11,54 +11,22 @@
 #include <string>
 #include <vector>
 
-#include "layoutdata/Statements.h"
+#include "AddedProduct.h"
 #include "makestore/ShopStore.h"
 #include "platform/jet/RandomUpdates.h"
 #include "platform/jet/StoreFiles.h"
-#include "platform/runtime/Conversion.h"
 #include "shared/mdOpenDatabase.h"
 #include "support/FileFaults.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-namespace statements = layoutdata::statements;
-using mdOpenDatabase::StoreRecordset;
+using sharedtest::addProduct;
 
 constexpr int kAdds = 200;
 constexpr int kSlots = 480;
 constexpr int kNamed = 40;
 constexpr std::int32_t kRowChanged = -2147217864;
-
-void openStatement(const std::u16string& statement) {
-  StoreRecordset.setNew();
-  StoreRecordset->Open(statement, *mdOpenDatabase::StoreConnection, mdOpenDatabase::kKeyset,
-                       mdOpenDatabase::kPessimistic, mdOpenDatabase::kUnspecified);
-}
-
-void closeStatement() {
-  StoreRecordset->Close();
-  StoreRecordset.setAbsent();
-}
-
-/// Fills the first free slot as the product sheet does; gives its id.
-std::int32_t addProduct(const std::string& name) {
-  mdOpenDatabase::OpenDatabase(statements::kMaster);
-  openStatement(std::u16string(statements::kFreeSlots));
-  StoreRecordset->Fields(u"description").value(jettest::wide(name));
-  StoreRecordset->Fields(u"price").value(1.25);
-  StoreRecordset->Fields(u"deptid").value(u"3");
-  StoreRecordset->Update();
-  const std::int32_t id = StoreRecordset->Fields(u"id").value().toLong();
-  closeStatement();
-  openStatement(std::u16string(statements::kFlags).append(runtime::toText(id)));
-  for (const char16_t* flag : {u"PRINTER1", u"PRINTER2", u"OPEN_PLU", u"ITEM_TYPE", u"NEG_PRICE"})
-    StoreRecordset->Fields(flag).value(std::int16_t{1});
-  StoreRecordset->Update();
-  closeStatement();
-  mdOpenDatabase::CloseDatabase();
-  return id;
-}
 
 /// What one program does: it writes down, a line each, what became of its adds.
 [[noreturn]] void addAll(const std::string& prefix, const fs::path& report) {
@@ -66,10 +34,9 @@ std::int32_t addProduct(const std::string& name) {
   for (int i = 0; i < kAdds; ++i) {
     const std::string name = prefix + " " + std::to_string(i);
     std::int32_t id = 0;
-    const int number = support::errorNumberOf([&] { id = addProduct(name); });
+    const int number = support::errorNumberOf([&] { id = addProduct(name).value(); });
     lines << number << ' ' << id << ' ' << name << std::endl;
-    StoreRecordset.setAbsent();
-    mdOpenDatabase::StoreConnection.setAbsent();
+    sharedtest::forgetSession();
   }
   ::_exit(0);
 }

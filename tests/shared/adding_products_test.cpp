@@ -1,0 +1,152 @@
+// Products added to every kind of store, through the session that the screens use.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <iterator>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "AddedProduct.h"
+#include "makestore/ShopStore.h"
+#include "platform/jet/RandomUpdates.h"
+#include "platform/jet/StoreFiles.h"
+#include "shared/mdOpenDatabase.h"
+#include "support/FileFaults.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kMost = 50;
+constexpr int kNoRecord = 3021;
+
+/// A line of fields, without what two readers may spell in two ways: how a null looks, what groups
+/// a GUID, the last decimals of a Double.
+std::string plain(const std::string& line) {
+  std::string whole;
+  for (std::string field : jettest::split(line, '\t')) {
+    if (field == "\\N") field.clear();
+    char* end = nullptr;
+    const double number = std::strtod(field.c_str(), &end);
+    if (!field.empty() && *end == '\0') {
+      std::array<char, 40> rounded{};
+      std::snprintf(rounded.data(), rounded.size(), "%.10g", number);
+      field = rounded.data();
+    }
+    if (field.starts_with('{')) std::erase(field, '-');
+    whole += field + "\t";
+  }
+  while (whole.ends_with('\t')) whole.pop_back();
+  return whole;
+}
+
+std::vector<std::string> sortedPlain(std::vector<std::string> lines) {
+  for (std::string& line : lines) line = plain(line);
+  std::ranges::sort(lines);
+  return lines;
+}
+
+class AddingProducts : public testing::Test {
+ protected:
+  /// Adds up to fifty products, each in a session of its own; gives the errors in their order.
+  std::vector<int> addMany(const fs::path& file) {
+    mdOpenDatabase::StoreFolder = jettest::wide(file.parent_path().string());
+    std::vector<int> errors;
+    for (int i = 0; i < kMost; ++i) {
+      const std::string name = "Added \u00e9 " + std::to_string(i * 37 % 100);
+      std::optional<std::int32_t> id;
+      const int error = support::errorNumberOf([&] { id = sharedtest::addProduct(name); });
+      sharedtest::forgetSession();
+      if (error != 0) {
+        errors.push_back(error);
+        continue;
+      }
+      if (!id) break;
+      EXPECT_TRUE(added_.emplace(std::to_string(*id), name).second);
+    }
+    return errors;
+  }
+
+  /// The file as it now is: sound, the same for every reader, with the new rows in it.
+  void judge(const fs::path& file) const {
+    jet::Database database(file, u"the store", jettest::kStorePassword);
+    for (const char16_t* name : {u"tblStock", u"tblPlu"}) {
+      const jet::Table& table = jettest::tableNamed(database, name);
+      EXPECT_EQ(jettest::indexProblems(table), std::vector<std::string>());
+      const std::string exported =
+          jettest::outputOf("mdb-export -H -Q -d '\t' -0 '\\N' -T '%Y-%m-%d %H:%M:%S' '" +
+                            file.string() + "' " + jettest::narrow(name) + " 2>/dev/null");
+      std::vector<std::string> different;
+      std::ranges::set_symmetric_difference(sortedPlain(jettest::split(exported, '\n')),
+                                            sortedPlain(jettest::linesOf(table)),
+                                            std::back_inserter(different));
+      EXPECT_EQ(different, std::vector<std::string>()) << jettest::narrow(name);
+    }
+    const jet::Table& stock = jettest::tableNamed(database, u"tblStock");
+    const int id = stock.columnNamed(u"id").value();
+    const int description = stock.columnNamed(u"description").value();
+    std::size_t found = 0;
+    const auto scan = stock.scan();
+    while (scan->next()) {
+      const auto added = added_.find(jettest::printed(scan->row().value(id)));
+      if (added == added_.end()) continue;
+      EXPECT_EQ(jettest::printed(scan->row().value(description)), added->second);
+      ++found;
+    }
+    EXPECT_EQ(found, added_.size());
+    const std::string verdict = jettest::checkerVerdict(file);
+    EXPECT_TRUE(verdict.empty() || verdict.ends_with("ok")) << verdict;
+  }
+
+  std::map<std::string, std::string> added_;  ///< names by id
+};
+
+TEST_F(AddingProducts, KeepsEveryReferenceStoreSound) {
+  if (jettest::referenceStores().empty()) GTEST_SKIP() << "no reference data";
+  for (const jettest::StoreFile& store : jettest::referenceStores()) {
+    const std::string name = store.path.parent_path().filename();
+    SCOPED_TRACE(name);
+    added_.clear();
+    const jettest::Scratch scratch;
+    const fs::path file = scratch.copy(store.path);
+    const std::vector<int> errors = addMany(file);
+    // One store has a free slot without its row of flags.
+    EXPECT_EQ(errors, name == "short" ? std::vector<int>{kNoRecord} : std::vector<int>());
+    EXPECT_EQ(added_.size(), name == "full" ? 0U : name == "short" ? kMost - 1U : kMost);
+    judge(file);
+  }
+}
+
+TEST_F(AddingProducts, KeepsStoresOfOtherShapesSound) {
+  makestore::ShopOrder packed;
+  packed.packedIndexes = true;
+  packed.referenceMaps = true;
+  packed.compressed = false;
+  packed.moved = {17, 42, 300};
+  packed.flagType = jet::ColumnType::Boolean;
+  packed.freePages = 0;
+  makestore::ShopOrder encoded;
+  encoded.encodingKey = 0xABCDEF;
+  encoded.departmentType = jet::ColumnType::Text;
+  encoded.priceType = jet::ColumnType::Double;
+  encoded.descriptionIndex = false;
+  encoded.shuffled = true;
+  for (const makestore::ShopOrder& order :
+       {packed, encoded, makestore::cafeShop(), makestore::tightShop()}) {
+    added_.clear();
+    const jettest::Scratch scratch;
+    const fs::path file = scratch.folder() / "MASTER.mdb";
+    makestore::shopStore(order).write(file);
+    EXPECT_EQ(addMany(file), std::vector<int>());
+    EXPECT_EQ(added_.size(), static_cast<std::size_t>(kMost));
+    judge(file);
+  }
+}
+
+}  // namespace

@@ -66,8 +66,8 @@ class Desktop:
         return "window id" in shown
 
     def _watch(self, log):
-        """Keeps what happens to the display's windows: a glimpse of a short one can be missed."""
-        self.happened = []  # ("Create" or "Destroy", window), as it came
+        """Keeps which windows the display has had: a glimpse of a short one can be missed."""
+        self.created = []  # as they came
         self.watcher = subprocess.Popen(["xev", "-root", "-event", "substructure"],
                                         env=self.environment, stdout=subprocess.PIPE, stderr=log,
                                         text=True)
@@ -78,8 +78,8 @@ class Desktop:
                 told = re.match(r"(\w+)Notify event", line)
                 event = told.group(1) if told else event
                 window = re.match(r" .*, window (0x[0-9a-f]+)", line)
-                if window and event in ("Create", "Destroy"):
-                    self.happened.append((event, int(window.group(1), 16)))
+                if window and event == "Create":
+                    self.created.append(int(window.group(1), 16))
 
         threading.Thread(target=keep, daemon=True).start()
 
@@ -108,11 +108,15 @@ class Desktop:
             command += ["--name", f"^{re.escape(title)}$"]
         return [int(line) for line in self.run(*command, check=False).split()]
 
-    def happened_to(self, event, client, since):
-        """The windows to which this happened since so many events, of the program that made the
-        window `client`: all its windows share the upper bits of their numbers."""
-        return [window for what, window in self.happened[since:]
-                if what == event and (window ^ client) < 1 << 21]
+    def created_by(self, client, since):
+        """The windows made since there were so many, by the program that made the window `client`:
+        all its windows share the upper bits of their numbers."""
+        return [window for window in self.created[since:] if (window ^ client) < 1 << 21]
+
+    def is_there(self, window):
+        """Whether a window exists, shown or not. Its end is told to its parent alone, and that can
+        be a frame of the window manager's."""
+        return "Width:" in self.run("xwininfo", "-id", str(window), check=False)
 
     def has_keyboard(self, window):
         """Whether what is typed goes to this window."""

@@ -185,26 +185,27 @@ class Screen:
 
     def save(self, *keys):
         """Presses Save, by the mouse or by keys, and waits for the notice to come and go."""
-        before = len(self.desktop.happened)
+        before = len(self.desktop.created)
         self.begin_save(*keys)
-        wait_until(lambda: self._notice("Destroy", before), "the saved notice to go")
+        wait_until(lambda: self._notice_gone(before), "the saved notice to go")
         self.alone()
 
     def begin_save(self, *keys):
         """Presses Save, by the mouse or by keys, and waits for the notice. It stays for 750 ms only:
         on a busy machine it can be over when this returns."""
-        before = len(self.desktop.happened)
+        before = len(self.desktop.created)
         if keys:
             self.keys(*keys)
         else:
             self.click("cmdSave")
-        wait_until(lambda: self._notice("Create", before), "the saved notice")
-        wait_until(lambda: len(self.windows()) == 2 or self._notice("Destroy", before),
+        wait_until(lambda: self.desktop.created_by(self.window, before), "the saved notice")
+        wait_until(lambda: len(self.windows()) == 2 or self._notice_gone(before),
                    "the saved notice to show")
 
-    def _notice(self, event, since):
+    def _notice_gone(self, since):
         """The notice is the only window that a save makes, and the last thing that it does."""
-        return self.desktop.happened_to(event, self.window, since)
+        made = self.desktop.created_by(self.window, since)
+        return not any(self.desktop.is_there(window) for window in made)
 
     # The item list
 

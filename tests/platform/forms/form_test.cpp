@@ -280,19 +280,34 @@ TEST_F(Screens, AFailureInATimerIsReported) {
   forms::DefaultInstance<Notice>::drop();
 }
 
-TEST(MaximisedScreen, IsFixedInSizeOnlyWhileItIsNotMaximised) {
-  class Maximised : public forms::Form {
-   public:
-    Maximised()
-        : Form({.name = "Maximised",
-                .width = 6000,
-                .height = 3000,
-                .border = forms::BorderStyle::FixedSingle,
-                .maximiseBox = false,
-                .startMaximised = true}) {}
-  };
+class Maximised : public forms::Form {
+ public:
+  explicit Maximised(bool maximiseBox)
+      : Form({.name = "Maximised",
+              .width = 6000,
+              .height = 3000,
+              .border = forms::BorderStyle::FixedSingle,
+              .maximiseBox = maximiseBox,
+              .startMaximised = true}) {}
+};
+
+TEST(MaximisedScreen, ComesBackToItWhereItHasNoBoxForAnotherSize) {
   support::TestHost host;
-  Maximised screen;
+  Maximised screen(false);
+  screen.Show();
+  const WindowDriver user("Maximised");
+  user.window().showNormal();
+  support::settle();
+  EXPECT_TRUE(user.window().isMaximized());
+  EXPECT_EQ(user.window().size(), QSize(1920, 1080));
+  user.window().showMinimized();
+  support::settle();
+  EXPECT_TRUE(user.window().isMinimized());
+}
+
+TEST(MaximisedScreen, IsFixedInSizeOnlyWhileItIsNotMaximised) {
+  support::TestHost host;
+  Maximised screen(true);
   screen.Show();
   const WindowDriver user("Maximised");
   EXPECT_TRUE(user.window().isMaximized());

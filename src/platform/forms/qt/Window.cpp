@@ -187,8 +187,19 @@ void Form::Window::closeEvent(QCloseEvent* event) {
   event->accept();
 }
 
+/// A screen that opens maximised and has no box for that stays so: window managers offer ways out
+/// all the same, and the rest of such a screen could not be reached then.
+bool Form::Window::staysMaximised() const {
+  return design.startMaximised && !design.maximiseBox;
+}
+
 void Form::Window::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::WindowStateChange && !isMinimized()) fixSize();
+  if (event->type() == QEvent::WindowStateChange && !isMinimized()) {
+    if (staysMaximised() && !isMaximized() && isVisible())
+      setWindowState(windowState() | Qt::WindowMaximized);
+    else
+      fixSize();
+  }
   QWidget::changeEvent(event);
 }
 

@@ -47,6 +47,7 @@ struct Form::Window final : QWidget {
   void fit(QSize room);
   void fitDesktop();
   void fixSize();
+  bool staysMaximised() const;
   void centre();
   void orderTabs();
   void nameControls();

@@ -32,9 +32,8 @@ runtime::RunTimeError missingParameter() {
 }
 
 runtime::RunTimeError missingObject(std::u16string_view name) {
-  return made(kObjectError,
-              {u"The Microsoft Jet database engine cannot find the input table or query '", name,
-               u"'.  Make sure it exists and that its name is spelled correctly."});
+  return made(kObjectError, {u"The database engine cannot find the input table or query '", name,
+                             u"'.  Make sure it exists and that its name is spelled correctly."});
 }
 
 runtime::RunTimeError undefinedFunction(std::u16string_view name) {

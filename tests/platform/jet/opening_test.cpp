@@ -81,8 +81,8 @@ TEST_F(Opening, TakesAFileThatMayOnlyBeReadAndRefusesOneThatMayNot) {
   }
   fs::permissions(store_, fs::perms::none);
   const support::AsOrdinaryUser user;
-  EXPECT_EQ(openingError(store_).substr(0, 60),
-            "-2147467259 The Microsoft Jet database engine cannot open th");
+  EXPECT_EQ(openingError(store_).substr(0, 54),
+            "-2147467259 The database engine cannot open the file '");
 }
 
 TEST_F(Opening, ReadsFewPagesForOneRowByItsKey) {

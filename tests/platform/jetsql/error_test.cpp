@@ -88,7 +88,7 @@ TEST(StatementError, NamesThatMeanNothingOrTooMuch) {
           "-2147217900: The specified field 'id' could refer to more than one table listed in the "
           "FROM clause of your SQL statement."},
          {u"select * from Nowhere",
-          "-2147217865: The Microsoft Jet database engine cannot find the input table or query "
+          "-2147217865: The database engine cannot find the input table or query "
           "'Nowhere'.  Make sure it exists and that its name is spelled correctly."},
          {u"select Frob(id) from Items", "-2147217900: Undefined function 'Frob' in expression."},
          {u"select * from Strange", "-2147217900: Undefined function 'Frobnicate' in expression."},

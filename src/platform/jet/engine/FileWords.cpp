@@ -30,7 +30,7 @@ std::u16string quoted(std::u16string_view path) {
     case FileProblem::Held:
       raise(u"Could not use " + quoted(path) + u"; file already in use.");
     default:
-      raise(u"The Microsoft Jet database engine cannot open the file " + quoted(path) +
+      raise(u"The database engine cannot open the file " + quoted(path) +
             u".  It is already opened exclusively by another user, or you need permission to view "
             u"its data.");
   }

@@ -1,8 +1,7 @@
 #include "platform/forms/Form.h"
 
-#include <QApplication>
 #include <QEventLoop>
-#include <QPointer>
+#include <QWindow>
 
 #include "platform/forms/Application.h"
 #include "platform/forms/qt/Raise.h"
@@ -37,7 +36,6 @@ void Form::ShowModal() {
   load();
   QEventLoop loop;
   const qt::EndWatch watch([&loop] { loop.quit(); });
-  const QPointer<QWidget> below = QApplication::activeWindow();
   window_->modalLoop = &loop;
   window_->setWindowModality(Qt::ApplicationModal);
   window_->appear();
@@ -46,7 +44,8 @@ void Form::ShowModal() {
   window_->hide();
   process::unwindIfEnded();
   // A window manager that is behind can leave the keyboard with a box that has gone.
-  if (below != nullptr && below->isVisible()) below->activateWindow();
+  QWindow* below = window_->windowHandle()->transientParent();
+  if (below != nullptr && below->isVisible()) below->requestActivate();
 }
 
 void Form::Unload() {

@@ -38,21 +38,23 @@ bool asks(const Expression& expression, const Source& source) {
                              [&](const ExpressionPtr& each) { return asks(*each, source); });
 }
 
+/// True when nothing of the expression comes from a source or a query.
+bool isConstant(const Expression& expression) {
+  const Expression& whole = meant(expression);
+  return !whole.query && whole.source == nullptr &&
+         std::ranges::all_of(whole.arguments,
+                             [](const ExpressionPtr& each) { return isConstant(*each); });
+}
+
 /// True when the expression has columns, and all of them are of that source.
 bool asksOnly(const Expression& expression, const Source& source) {
   const Expression& whole = meant(expression);
   if (whole.kind == Expression::Kind::Column) return whole.source == &source;
-  const auto isConstant = [](const Expression& each, const auto& again) -> bool {
-    const Expression& inner = meant(each);
-    return !inner.query && inner.source == nullptr &&
-           std::ranges::all_of(inner.arguments,
-                               [&](const ExpressionPtr& one) { return again(*one, again); });
-  };
   bool any = false;
   for (const ExpressionPtr& each : whole.arguments) {
     if (asksOnly(*each, source))
       any = true;
-    else if (!isConstant(*each, isConstant))
+    else if (!isConstant(*each))
       return false;
   }
   return any && !whole.query;

@@ -159,6 +159,8 @@ class Refused(ProductCase):
 
 
 class TwoPrograms(ProductCase):
+    store = (*ProductCase.store, "--department", "1=Bar", "--department", "2=Chef's choice")
+
     def setUp(self):
         self.other = Desktop()
         self.addCleanup(self.other.close)
@@ -186,3 +188,18 @@ class TwoPrograms(ProductCase):
         rows = [self.row("tblStock", id) for id in FREE]
         self.assertEqual(sorted(row["description"] for row in rows if row.get("description")), added)
         self.assertIn(rows[0].get("description"), added)
+
+    def test_a_program_that_stands_under_its_report_keeps_no_other_from_adding(self):
+        editor, other = self.levelled(), self.levelled(desktop=self.other)
+        sheet = self.sheet(editor, 2)
+        sheet.click("Grid1", *self.value(sheet, 3))
+        wait_until(lambda: len(sheet.windows()) == 3, "the departments")
+        sheet.keys("End", "Return")
+        wait_until(editor.program.errors, "the report")
+        sheet = self.sheet(other, 2)
+        sheet.type("Meanwhile")
+        sheet.click("cmdSave")
+        other.alone()
+        other.wait_captions({2: "Meanwhile"})
+        self.assertEqual(self.row("tblStock", FREE[0])["description"], "Meanwhile")
+        self.ends_fatally(editor.program, -2147217900, "Syntax error")

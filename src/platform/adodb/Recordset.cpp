@@ -73,6 +73,7 @@ void Recordset::Rows::updateSource(const jet::Table& table, int sourceRow, jet::
     if (change != staged.end()) changes.push_back({each.tableColumn, change->second});
   }
   const auto open = session.lock();
+  const jet::Reading untilReread(open->database());
   open->database().update(table, id, changes, asRead);
   std::erase_if(staged, [&](const auto& each) { return field(each.first).sourceRow == sourceRow; });
   reread(sourceRow, id);

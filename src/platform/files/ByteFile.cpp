@@ -65,6 +65,13 @@ ssize_t writeWithinLimit(int descriptor, std::span<const std::uint8_t> bytes, of
   return count;
 }
 
+struct flock wholeFile(short lockType) {
+  struct flock range {};  // from 0, of length 0
+  range.l_type = lockType;
+  range.l_whence = SEEK_SET;
+  return range;
+}
+
 }  // namespace
 
 ByteFile::ByteFile(const std::filesystem::path& path, Access access)
@@ -149,17 +156,16 @@ void ByteFile::lockExclusive(std::chrono::milliseconds wait) {
   lock(F_WRLCK, wait);
 }
 
-void ByteFile::unlock() {
-  lock(F_UNLCK, std::chrono::milliseconds{0});
+void ByteFile::unlock() noexcept {
+  struct flock range = wholeFile(F_UNLCK);
+  ::fcntl(descriptor_, F_OFD_SETLK, &range);
 }
 
 void ByteFile::lock(short type, std::chrono::milliseconds wait) {
   using Clock = std::chrono::steady_clock;
   constexpr std::chrono::milliseconds kPause{2};
   const Clock::time_point deadline = Clock::now() + wait;
-  struct flock range {};  // from 0, of length 0: the whole file
-  range.l_type = type;
-  range.l_whence = SEEK_SET;
+  struct flock range = wholeFile(type);
   while (::fcntl(descriptor_, F_OFD_SETLK, &range) != 0) {
     if (errno == EINTR) continue;
     const bool held = errno == EAGAIN || errno == EACCES;

@@ -62,7 +62,7 @@ class ByteFile {
   /// lock of this opening is kept while it waits: who may meet another updater gives it up first.
   void lockExclusive(std::chrono::milliseconds wait = kLockWait);
   /// Gives up the lock; closing the file does so too.
-  void unlock();
+  void unlock() noexcept;
 
  private:
   void lock(short type, std::chrono::milliseconds wait);

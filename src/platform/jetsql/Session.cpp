@@ -118,6 +118,7 @@ std::vector<std::string> Session::plan(std::u16string_view statement) {
 
 void Session::translated(std::u16string_view statement, std::string_view prefix, RowSink* sink,
                          std::vector<std::string>* steps) {
+  const jet::Reading untilDone(*database_);
   const std::unique_ptr<Query> query = Parser(statement).statement();
   Catalog catalog(*database_);
   Binder(catalog).bind(*query);

@@ -14,8 +14,8 @@ class Database;
 
 namespace jetsql {
 
-/// A session on one store database: the file, open and locked for reading, and the SQL engine over
-/// it. Errors of all members are the provider's, with the engine's words.
+/// A session on one store database: the open file, and the SQL engine over it. Errors of all
+/// members are the provider's, with the engine's words.
 class Session {
  public:
   /// Opens the file; `shownPath` is the path as the user knows it. Raises what
@@ -26,7 +26,8 @@ class Session {
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
-  /// Runs a SELECT or UNION of the dialect to its end and hands over its rows one by one.
+  /// Runs a SELECT or UNION of the dialect to its end and hands over its rows one by one. The file
+  /// is locked for reading until then.
   void run(std::u16string_view statement, RowSink& sink);
 
   /// How a statement would be run: a line for each step, as "SCAN t1 VIRTUAL TABLE INDEX

@@ -117,9 +117,10 @@ TEST_F(Update, ARowThatAnotherSessionChangedIsRefused) {
     Recordset first;
     first.Open(kFreeSlots, other, 1, 2, -1);
     first.Fields(u"description").value(u"first");
-    connection_.Close();
     first.Update();
   }
+  EXPECT_EQ(failureNumber([&] { rows_.Update(); }), -2147217864);
+  connection_.Close();
   EXPECT_EQ(failureNumber([&] { rows_.Update(); }), 3704);
 
   Connection reading;
@@ -137,6 +138,39 @@ TEST_F(Update, ARowThatAnotherSessionChangedIsRefused) {
   reading.Close();
   EXPECT_EQ(reread(u"select description from tblStock where id = 31"), "first|");
   EXPECT_EQ(reread(u"select description from tblStock where id = 32"), "third|");
+}
+
+// A program may stand under a message while its session is open, also one that has failed.
+TEST_F(Update, AnOpenSessionKeepsNoOtherFromWritingAndReadsWhatThatWrote) {
+  Connection other;
+  store_.open(other);
+  const auto rename = [&](std::u16string_view name) {
+    Recordset rows;
+    rows.Open(u"select id, description from tblStock where id = 4", other, 1, 2, -1);
+    rows.Fields(u"description").value(std::u16string(name));
+    rows.Update();
+    rows.Close();
+  };
+  const auto seen = [&] {
+    rows_.Open(u"select description from tblStock where id = 4", connection_, 1, 2, -1);
+    const std::string name = narrow(rows_.Fields(u"description").value() & u"");
+    rows_.Close();
+    return name;
+  };
+  seen();
+  rename(u"once");
+  EXPECT_EQ(seen(), "once");
+  EXPECT_EQ(failureNumber([&] { rows_.Open(u"select 'a", connection_, 1, 2, -1); }), -2147217900);
+  rename(u"twice");
+  rows_.Open(u"select id from tblStock where id = 4", connection_, 1, 2, -1);
+  rows_.Fields(u"id").value(std::int32_t{5});
+  EXPECT_EQ(failureNumber([&] { rows_.Update(); }), -2147467259);
+  rename(u"three times");
+  rows_.Fields(u"id").value(std::int32_t{4});
+  rows_.Update();
+  rename(u"four times");
+  rows_.Close();
+  EXPECT_EQ(seen(), "four times");
 }
 
 }  // namespace

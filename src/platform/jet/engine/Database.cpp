@@ -74,10 +74,14 @@ void Database::update(const Table& table, RowId row, std::span<const ColumnValue
     update.expect(asRead);
     update.run(changes);
   } catch (...) {
-    pager.endUpdate();
+    pager.release();
     throw;
   }
   pager.endUpdate();
+}
+
+Reading::~Reading() {
+  database_.session_->pager.release();
 }
 
 }  // namespace jet

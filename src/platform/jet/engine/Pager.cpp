@@ -37,6 +37,7 @@ Pager::Pager(const std::filesystem::path& file, std::u16string_view shownPath)
   withEngineWords(FileWork::Opening, shownPath_, [&] {
     readOnly_ = openEitherWay(file_, file);
     file_->lockShared(kOpenWait);
+    locked_ = true;
   });
   Bytes front(Header::kDecodedSize);
   front.resize(
@@ -50,6 +51,17 @@ Pager::Pager(const std::filesystem::path& file, std::u16string_view shownPath)
   if (!header || pageCount_ <= kRelationshipsPage)
     throw runtime::RunTimeError(kEngineError,
                                 u"Unrecognized database format '" + shownPath_ + u"'.");
+}
+
+void Pager::lock() {
+  withEngineWords(FileWork::Opening, shownPath_, [&] { file_->lockShared(kOpenWait); });
+  locked_ = true;
+  forget();
+}
+
+void Pager::release() noexcept {
+  file_->unlock();
+  locked_ = false;
 }
 
 void Pager::forget() {
@@ -79,6 +91,7 @@ std::size_t Pager::freeFrame() {
 }
 
 Pager::Frame& Pager::frameWith(std::uint32_t number, const Place& from) {
+  if (!locked_) lock();
   if (number == 0 || number >= pageCount_) raiseDamaged(from, u"it names a page outside the file");
   if (const std::size_t at = frameOf_[number]; at != 0) {
     frames_[at - 1].recentlyUsed = true;
@@ -114,20 +127,16 @@ void Pager::beginUpdate() {
   withEngineWords(FileWork::Updating, shownPath_, [&] {
     if (readOnly_)
       throw runtime::RunTimeError(kEngineError, u"Cannot update. Database or object is read-only.");
-    file_->unlock();
-    try {
-      file_->lockExclusive(kUpdateWait);
-    } catch (const files::FileError&) {
-      file_->lockShared(kUpdateWait);
-      throw;
-    }
+    release();
+    file_->lockExclusive(kUpdateWait);
+    locked_ = true;
   });
   forget();
 }
 
 void Pager::endUpdate() {
-  forget();
   withEngineWords(FileWork::Updating, shownPath_, [&] { file_->lockShared(kUpdateWait); });
+  forget();
 }
 
 void Pager::write(std::uint32_t number, ByteView page) {

@@ -16,14 +16,14 @@
 
 namespace jet {
 
-/// The file as decoded pages, read when they are asked for. A session keeps a bounded number of
-/// them and nothing is kept from one session to the next.
+/// The file as decoded pages, read when they are asked for, under the file's shared lock. A bounded
+/// number of them is kept, and none for longer than the lock.
 class Pager {
  public:
   using Page = std::shared_ptr<const Bytes>;
 
   /// Opens the file, takes the shared lock and reads the header. Raises the provider's errors for a
-  /// file that can't be opened or is no database.
+  /// file that can't be opened or is no database, or that another program holds alone.
   Pager(const std::filesystem::path& file, std::u16string_view shownPath);
 
   const Header& header() const { return header_; }
@@ -33,6 +33,7 @@ class Pager {
   std::uint32_t pageCount() const { return pageCount_; }
 
   /// A page's decoded bytes. `from` is where it was named: a page outside the file is damage there.
+  /// Takes the shared lock where it was given up; a file that is held too long is an error then.
   Page read(std::uint32_t number, const Place& from);
 
   /// An index page, opened. It is opened once while the page is kept.
@@ -43,10 +44,13 @@ class Pager {
   std::shared_ptr<const OpenIndexPage> readIndexPage(std::uint32_t number, const Place& from);
 
   /// Gives up the shared lock, takes the exclusive one and forgets all pages read so far. Raises
-  /// the error for a file that is locked too long or read-only; the shared lock is held again then.
+  /// the error for a file that is locked too long or read-only; no lock is held then.
   void beginUpdate();
   /// Forgets all pages and goes back to the shared lock.
   void endUpdate();
+  /// Gives up whatever lock is held, until a page is asked for again. What was read stays with who
+  /// has it, and is forgotten here.
+  void release() noexcept;
   /// Writes a page; one behind the last makes the file longer. Only within an update.
   void write(std::uint32_t number, ByteView page);
   /// Returns when all writes have reached the disk.
@@ -60,6 +64,7 @@ class Pager {
     std::shared_ptr<const OpenIndexPage> index;  ///< once it has been opened as an index page
   };
 
+  void lock();
   void forget();
   std::size_t freeFrame();
   Frame& frameWith(std::uint32_t number, const Place& from);
@@ -67,6 +72,7 @@ class Pager {
   std::u16string shownPath_;
   bool readOnly_ = false;
   std::optional<files::ByteFile> file_;
+  bool locked_ = false;  ///< shared, or alone within an update
   Header header_;
   const Layout* layout_ = nullptr;
   std::uint32_t pageCount_ = 0;

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <random>
 
+#include "makestore/ShopStore.h"
 #include "platform/jet/StoreFiles.h"
 #include "platform/runtime/RunTimeError.h"
 
@@ -16,6 +17,11 @@ namespace fs = std::filesystem;
 std::string contentOf(const fs::path& file) {
   std::ifstream in(file, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), {}};
+}
+
+std::vector<std::string> linesIn(const fs::path& file, std::u16string_view table) {
+  jet::Database database(file, u"the file", kStorePassword);
+  return linesOf(tableNamed(database, table));
 }
 
 /// Reads all that a damaged file gives. The only way out is an error that says which file.
@@ -96,6 +102,33 @@ TEST_F(Damage, ByACutOrExchangedPagesIsAnErrorAtWorst) {
     }
   }
   EXPECT_GT(refused_, 100);
+}
+
+/// A copy that broke off has lost the rows behind its end. They aren't there to be read, but a
+/// table that lacks them must not pass for a shorter one.
+TEST_F(Damage, ByACutNeverMakesATableShorter) {
+  for (const bool referenceMaps : {false, true}) {
+    makestore::ShopOrder order;
+    order.slots = 200;
+    order.referenceMaps = referenceMaps;
+    const fs::path whole = scratch_.folder() / "whole.mdb";
+    makestore::shopStore(order).write(whole);
+    const std::string content = contentOf(whole);
+    const fs::path cut = scratch_.folder() / "cut.mdb";
+    int refused = 0;
+    for (const char16_t* name : {u"tblStock", u"tblPlu", u"tblDepartment"}) {
+      const std::vector<std::string> lines = linesIn(whole, name);
+      for (std::size_t size = content.size(); size > 4096; size -= 2048) {
+        std::ofstream(cut, std::ios::binary) << content.substr(0, size);
+        try {
+          EXPECT_EQ(linesIn(cut, name), lines) << narrow(name) << ' ' << size;
+        } catch (const runtime::RunTimeError&) {
+          ++refused;
+        }
+      }
+    }
+    EXPECT_GT(refused, 50);
+  }
 }
 
 }  // namespace

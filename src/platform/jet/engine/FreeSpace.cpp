@@ -16,7 +16,7 @@ constexpr std::size_t kMostTries = 32;
 
 std::vector<std::uint32_t> FreeSpace::candidates() const {
   std::vector<std::uint32_t> pages =
-      pagesOf(changes_.pager(), owner_.free, source_.place(source_.definitionPage));
+      pagesWithRoom(changes_.pager(), owner_.free, source_.place(source_.definitionPage));
   std::ranges::reverse(pages);  // the newest are the emptiest
   pages.resize(std::min(pages.size(), kMostTries));
   return pages;

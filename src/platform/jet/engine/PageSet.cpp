@@ -1,19 +1,61 @@
 #include "platform/jet/engine/PageSet.h"
 
 #include <bit>
+#include <utility>
 
 #include "platform/jet/format/DataPage.h"
 
 namespace jet {
 namespace {
 
-void addSetBits(ByteView bits, std::uint64_t first, std::uint32_t pageCount,
-                std::vector<std::uint32_t>& pages) {
-  for (std::size_t i = 0; i < bits.size(); ++i)
-    for (unsigned byte = bits[i]; byte != 0; byte &= byte - 1) {
-      const std::uint64_t page = first + 8 * i + static_cast<std::uint64_t>(std::countr_zero(byte));
-      if (page < pageCount) pages.push_back(static_cast<std::uint32_t>(page));
-    }
+/// What becomes of a page that is set in a map and that the file doesn't have.
+enum class Outside { IsDamage, IsPassedOver };
+
+class Collector {
+ public:
+  Collector(std::uint32_t pageCount, Outside outside) : pageCount_(pageCount), outside_(outside) {}
+
+  void addSetBits(ByteView bits, std::uint64_t first, const Place& from) {
+    for (std::size_t i = 0; i < bits.size(); ++i)
+      for (unsigned byte = bits[i]; byte != 0; byte &= byte - 1)
+        add(first + 8 * i + static_cast<std::uint64_t>(std::countr_zero(byte)), from);
+  }
+
+  std::vector<std::uint32_t> pages;
+
+ private:
+  void add(std::uint64_t page, const Place& from) {
+    if (page < pageCount_)
+      pages.push_back(static_cast<std::uint32_t>(page));
+    else if (outside_ == Outside::IsDamage)
+      raiseDamaged(from, u"it names a page outside the file");
+  }
+
+  std::uint32_t pageCount_;
+  Outside outside_;
+};
+
+std::vector<std::uint32_t> pagesOf(Pager& pager, RowPointer pointer, const Place& from,
+                                   Outside outside) {
+  Collector collector(pager.pageCount(), outside);
+  if (pointer == RowPointer{}) return {};
+  const UsageMap map = readUsageMap(pager, pointer, from);
+  const Place place = from.at(pointer.page);
+  if (map.kind == UsageMap::Kind::Inline) {
+    collector.addSetBits(map.bits, map.firstPage, place);
+    return std::move(collector.pages);
+  }
+  const std::size_t range = pagesPerBitmap(pager.layout());
+  for (std::size_t i = 0; i < map.bitmapPages.size(); ++i) {
+    if (map.bitmapPages[i] == 0) continue;
+    if (outside == Outside::IsPassedOver && i * range >= pager.pageCount()) break;
+    const Pager::Page page = pager.read(map.bitmapPages[i], place);
+    const Place bitmap = from.at(map.bitmapPages[i]);
+    if ((*page)[0] != static_cast<std::uint8_t>(PageType::Bitmap))
+      raiseDamaged(bitmap, u"it is no bitmap of a usage map");
+    collector.addSetBits(ByteView(*page).subspan(UsageMap::kBitmapHead), i * range, bitmap);
+  }
+  return std::move(collector.pages);
 }
 
 }  // namespace
@@ -25,23 +67,12 @@ UsageMap readUsageMap(Pager& pager, RowPointer map, const Place& from) {
   return UsageMap::decode(rows.bytes(rows.slot(map.slot)), place);
 }
 
-std::vector<std::uint32_t> pagesOf(Pager& pager, RowPointer pointer, const Place& from) {
-  std::vector<std::uint32_t> pages;
-  if (pointer == RowPointer{}) return pages;
-  const UsageMap map = readUsageMap(pager, pointer, from);
-  if (map.kind == UsageMap::Kind::Inline) {
-    addSetBits(map.bits, map.firstPage, pager.pageCount(), pages);
-    return pages;
-  }
-  const std::size_t range = pagesPerBitmap(pager.layout());
-  for (std::size_t i = 0; i < map.bitmapPages.size() && i * range < pager.pageCount(); ++i) {
-    if (map.bitmapPages[i] == 0) continue;
-    const Pager::Page page = pager.read(map.bitmapPages[i], from.at(pointer.page));
-    if ((*page)[0] != static_cast<std::uint8_t>(PageType::Bitmap))
-      raiseDamaged(from.at(map.bitmapPages[i]), u"it is no bitmap of a usage map");
-    addSetBits(ByteView(*page).subspan(UsageMap::kBitmapHead), i * range, pager.pageCount(), pages);
-  }
-  return pages;
+std::vector<std::uint32_t> ownedPages(Pager& pager, RowPointer map, const Place& from) {
+  return pagesOf(pager, map, from, Outside::IsDamage);
+}
+
+std::vector<std::uint32_t> pagesWithRoom(Pager& pager, RowPointer map, const Place& from) {
+  return pagesOf(pager, map, from, Outside::IsPassedOver);
 }
 
 }  // namespace jet

@@ -12,8 +12,12 @@ namespace jet {
 /// The usage map that a row pointer names. Raises damage where there is none.
 UsageMap readUsageMap(Pager& pager, RowPointer map, const Place& from);
 
-/// The pages that are set in a usage map, ascending, as far as the file has them; none for a null
-/// pointer.
-std::vector<std::uint32_t> pagesOf(Pager& pager, RowPointer map, const Place& from);
+/// The pages that are set in the map of those that a table owns, ascending; none for a null
+/// pointer. Raises damage where the file ends before one of them: rows have gone with it.
+std::vector<std::uint32_t> ownedPages(Pager& pager, RowPointer map, const Place& from);
+
+/// The same for the map of those with room for a row, which is a hint only: a page that the file
+/// doesn't have is passed over.
+std::vector<std::uint32_t> pagesWithRoom(Pager& pager, RowPointer map, const Place& from);
 
 }  // namespace jet

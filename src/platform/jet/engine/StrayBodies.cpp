@@ -11,7 +11,7 @@ std::vector<RowPointer> strayBodies(const TableSource& source) {
   const Place place = source.place(source.definitionPage);
   std::vector<RowPointer> bodies;
   std::vector<RowPointer> pointedTo;
-  for (const std::uint32_t number : pagesOf(source.pager, source.definition.ownedPages, place)) {
+  for (const std::uint32_t number : ownedPages(source.pager, source.definition.ownedPages, place)) {
     const Pager::Page page = readDataPage(source, number, place);
     const DataPage rows(source.pager.layout(), *page, source.place(number));
     for (std::size_t i = 0; i < std::min(rows.slotCount(), kMostSlots); ++i) {

@@ -9,8 +9,8 @@ namespace jet {
 
 TableScan::TableScan(const TableSource& source)
     : source_(source),
-      pages_(pagesOf(source.pager, source.definition.ownedPages,
-                     source.place(source.definitionPage))) {}
+      pages_(ownedPages(source.pager, source.definition.ownedPages,
+                        source.place(source.definitionPage))) {}
 
 bool TableScan::openNextPage() {
   if (nextPage_ == pages_.size()) return false;

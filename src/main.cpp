@@ -6,8 +6,8 @@
 
 // The process: prepares the platform, runs the start-up procedure, and lives on in the screens'
 // events.
-int main(int, char** arguments) {
-  files::setProgramFile(arguments[0]);
+int main() {
+  files::setProgramFile(files::startedProgram());
   forms::Application application;
   const auto host = forms::makeHost();
   process::setHost(*host);

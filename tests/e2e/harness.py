@@ -24,14 +24,14 @@ class World:
 class Program:
     """The program under test, started in a shop on a desktop."""
 
-    def __init__(self, shop, desktop=None, user=None, environment=None):
+    def __init__(self, shop, desktop=None, user=None, environment=None, command=None):
         self.shop = shop
         self.desktop = desktop or World.desktop
         self.scale = float((environment or {}).get("QT_SCALE_FACTOR", 1))
         environment = {**self.desktop.environment, "XDG_CONFIG_HOME": str(shop.settings),
                        "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "LC_ALL": "C.UTF-8",
                        **(environment or {})}
-        command = [str(shop.program)]
+        command = command or [str(shop.program)]
         if user is not None:
             command = ["setpriv", f"--reuid={user}", f"--regid={user}", "--clear-groups", *command]
             environment["HOME"] = environment["XDG_RUNTIME_DIR"] = str(shop.folder)

@@ -11,6 +11,16 @@ def split(entry):
     return entry[:30].strip(), entry[130:]
 
 
+class Start(Case):
+    def test_the_program_folder_is_where_the_system_found_the_program(self):
+        # Found on the search path, told another name, and started from a folder that is no more.
+        script = ('mkdir "$0/gone" && cd "$0/gone" && rmdir "$0/gone" && '
+                  'PATH="$0:$PATH" && exec -a "" keystrand')
+        screen = self.levelled(command=["bash", "-c", script, str(self.shop.folder)])
+        screen.save()
+        self.assertIsNotNone(self.shop.layout(1))
+
+
 class DayOfWork(Case):
     def test_products_go_onto_keys_and_into_the_layout_file(self):
         screen = self.levelled()

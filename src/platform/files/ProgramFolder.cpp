@@ -1,11 +1,11 @@
 #include "platform/files/ProgramFolder.h"
 
 #include <dirent.h>
-#include <unistd.h>
+#include <sys/auxv.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <memory>
+#include <system_error>
 #include <vector>
 
 #include "platform/runtime/CodePage.h"
@@ -17,23 +17,8 @@ namespace {
 namespace fs = std::filesystem;
 
 fs::path& programFile() {
-  static fs::path path = fs::current_path() / "program";
+  static fs::path path;
   return path;
-}
-
-/// Where the shell found a program that was started by its bare name.
-fs::path foundOnSearchPath(const fs::path& name) {
-  const char* const variable = std::getenv("PATH");
-  std::string_view folders = variable == nullptr ? "" : variable;
-  while (!folders.empty()) {
-    const std::string_view folder = folders.substr(0, folders.find(':'));
-    folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
-    fs::path candidate = fs::path(folder.empty() ? "." : folder) / name;
-    std::error_code ignored;
-    if (fs::is_regular_file(candidate, ignored) && ::access(candidate.c_str(), X_OK) == 0)
-      return candidate;
-  }
-  return name;
 }
 
 /// The path without its "." pieces. ".." stays: behind a link it leads elsewhere than its text
@@ -69,9 +54,16 @@ bool beginsWithFolder(std::u16string_view path, std::u16string_view folder) {
 
 }  // namespace
 
+fs::path startedProgram() {
+  const auto* const path = reinterpret_cast<const char*>(::getauxval(AT_EXECFN));
+  return path == nullptr ? fs::path() : fs::path(path);
+}
+
 void setProgramFile(const fs::path& started) {
-  const bool bareName = started.native().find('/') == std::string::npos;
-  programFile() = withoutDots(fs::absolute(bareName ? foundOnSearchPath(started) : started));
+  // A program may well be started from a folder that has been removed.
+  std::error_code unknown;
+  const fs::path absolute = fs::absolute(started, unknown);
+  programFile() = withoutDots(unknown ? started : absolute);
 }
 
 std::u16string programFolder() {

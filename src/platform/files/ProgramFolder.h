@@ -6,8 +6,12 @@
 
 namespace files {
 
-/// Tells by which path the program was started (the first argument of `main`), made absolute; a
-/// link to the program file is not followed.
+/// The path by which the system started this process: also the one that was found on the search
+/// path, and whatever the program was told about its name. Empty where the system doesn't say.
+std::filesystem::path startedProgram();
+
+/// Tells by which path the program was started; it is made absolute, and a link to the program file
+/// is not followed.
 void setProgramFile(const std::filesystem::path& started);
 
 /// The folder of that path, without a trailing separator. Asked for afresh at each use.

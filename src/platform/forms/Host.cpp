@@ -2,24 +2,21 @@
 
 #include <QApplication>
 #include <QColorDialog>
-#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMessageBox>
-#include <QProcess>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 
 #include "platform/forms/Application.h"
 #include "platform/forms/qt/Colours.h"
 #include "platform/forms/qt/Raise.h"
 #include "platform/forms/qt/Text.h"
+#include "platform/process/DetachedProgram.h"
 #include "platform/runtime/CodePage.h"
 
 namespace forms {
 namespace {
 
-using runtime::ErrorNumber;
 using runtime::RunTimeError;
 
 constexpr std::int32_t kButtonsMask = 0xF;
@@ -94,14 +91,7 @@ class RealHost : public process::Host {
   }
 
   void startProgram(const std::filesystem::path& program, process::WindowStyle) override {
-    std::error_code missing;
-    if (!std::filesystem::is_regular_file(program, missing))
-      throw RunTimeError(ErrorNumber::FileNotFound);
-    const QString path = QString::fromLocal8Bit(program.c_str());
-    if (!QFileInfo(path).isExecutable()) throw RunTimeError(ErrorNumber::PermissionDenied);
-    const QString folder = QString::fromLocal8Bit(program.parent_path().c_str());
-    if (!QProcess::startDetached(path, {}, folder))
-      throw RunTimeError(ErrorNumber::InvalidProcedureCall);
+    process::startDetached(program);
   }
 
   void endProcess(int status) override {

@@ -1,0 +1,88 @@
+#include "platform/process/DetachedProgram.h"
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <string>
+#include <system_error>
+
+#include "platform/runtime/RunTimeError.h"
+
+namespace process {
+namespace {
+
+using runtime::ErrorNumber;
+using runtime::RunTimeError;
+
+/// Both ends are closed in a program that takes a child's place.
+struct Pipe {
+  Pipe() {
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw RunTimeError(ErrorNumber::OutOfMemory);
+  }
+  ~Pipe() {
+    ::close(ends[0]);
+    if (writes) ::close(ends[1]);
+  }
+  Pipe(const Pipe&) = delete;
+  Pipe& operator=(const Pipe&) = delete;
+
+  void closeWriting() {
+    ::close(ends[1]);
+    writes = false;
+  }
+
+  std::array<int, 2> ends{};
+  bool writes = true;
+};
+
+/// In the first child: its own child becomes the program, and is nobody's once this one is gone.
+/// Only calls that are safe after a fork. What went wrong goes through the pipe.
+[[noreturn]] void become(const char* program, const char* folder, int report) {
+  ::setsid();
+  int problem = 0;
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const std::array<char*, 2> arguments{const_cast<char*>(program), nullptr};
+    if (::chdir(folder) == 0) ::execv(program, arguments.data());
+  }
+  if (child <= 0) {
+    problem = errno;
+    while (::write(report, &problem, sizeof problem) < 0 && errno == EINTR) {
+    }
+  }
+  ::_exit(0);
+}
+
+/// What kept the program from starting, as the system numbers it; 0 once it runs.
+int start(const std::string& program, const std::string& folder) {
+  Pipe report;
+  const pid_t child = ::fork();
+  if (child < 0) return errno;
+  if (child == 0) become(program.c_str(), folder.c_str(), report.ends[1]);
+  report.closeWriting();
+  while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+  }
+  int problem = 0;
+  ssize_t count = 0;
+  // The pipe ends without a word where the program has taken the child's place.
+  do {
+    count = ::read(report.ends[0], &problem, sizeof problem);
+  } while (count < 0 && errno == EINTR);
+  return count == sizeof problem ? problem : 0;
+}
+
+}  // namespace
+
+void startDetached(const std::filesystem::path& program) {
+  std::error_code missing;
+  if (!std::filesystem::is_regular_file(program, missing))
+    throw RunTimeError(ErrorNumber::FileNotFound);
+  const int problem = start(program.native(), program.parent_path().native());
+  if (problem == EACCES || problem == EPERM) throw RunTimeError(ErrorNumber::PermissionDenied);
+  if (problem != 0) throw RunTimeError(ErrorNumber::InvalidProcedureCall);
+}
+
+}  // namespace process

@@ -56,7 +56,10 @@ class Builder {
     for (const jet::QueryRow& row : rows_) {
       if (row.attribute == kKind) kind = row.flag;
       if (row.attribute == kParameter) throw error::missingParameter();
-      if (row.attribute == kForeignDatabase) {
+      // A source that has a name has a text only where it lies in another database.
+      const bool isForeignSource =
+          row.attribute == kInput && !row.name1.empty() && !row.expression.empty();
+      if (row.attribute == kForeignDatabase || isForeignSource) {
         throw error::engine(u"The query '" + std::u16string(name_) +
                             u"' reads another database, which can't be opened here.");
       }

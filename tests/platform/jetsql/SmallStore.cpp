@@ -248,6 +248,9 @@ makestore::StoreBuilder littleShop() {
                                     u"SELECT title FROM Depts"));
   store.query(SelectQuery().column(u"id").from(u"Items").where(u"id=[Which one]").named(u"Asks"));
   store.query(SelectQuery().column(u"Frobnicate(id)", u"x").from(u"Items").named(u"Strange"));
+  makestore::StoredQuery far = SelectQuery().column(u"id").from(u"Items").named(u"Far");
+  far.rows.back().expression = u"C:\\other.mdb";
+  store.query(std::move(far));
   store.query(SelectQuery().column(u"*").from(u"LoopB").named(u"LoopA"));
   store.query(SelectQuery().column(u"*").from(u"LoopA").named(u"LoopB"));
   return store;

@@ -92,6 +92,8 @@ TEST(StatementError, NamesThatMeanNothingOrTooMuch) {
           "'Nowhere'.  Make sure it exists and that its name is spelled correctly."},
          {u"select Frob(id) from Items", "-2147217900: Undefined function 'Frob' in expression."},
          {u"select * from Strange", "-2147217900: Undefined function 'Frobnicate' in expression."},
+         {u"select * from Far",
+          "-2147467259: The query 'Far' reads another database, which can't be opened here."},
          {u"select Left('a') from Items",
           "-2147217900: Wrong number of arguments used with function in query expression 'Left'."},
          {u"select id as a, qty as A from Items", "-2147217900: Duplicate output alias 'a'."},

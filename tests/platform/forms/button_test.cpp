@@ -236,6 +236,10 @@ TEST_F(Button, ACaptionIsPaintedAsItStandsAndNeverLeavesItsKey) {
   const auto empty = frame();
   screen.keys(2).caption(std::u16string(400, u'W'));
   EXPECT_EQ(frame(), empty);
+  // What has no room costs no time either.
+  const QImage filled = picture("MyButton1(2)");
+  screen.keys(2).caption(std::u16string(1'000'000, u'W'));
+  EXPECT_EQ(picture("MyButton1(2)"), filled);
   screen.keys(2).caption(u"Sourdough and rosemary loaf, sliced, large, from the bakery next door");
   EXPECT_EQ(frame(), empty);
 }

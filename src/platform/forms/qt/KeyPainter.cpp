@@ -14,6 +14,7 @@ constexpr qreal kRadius = 3;
 
 }  // namespace
 
+/// Lays out the lines that have room, and the one behind them: a caption may be very long.
 void CaptionLayout::layOut(int width) {
   QString text = caption_;
   text.replace("\r\n", QString(QChar::LineSeparator));
@@ -27,7 +28,9 @@ void CaptionLayout::layOut(int width) {
   layout_.setCacheEnabled(true);
   layout_.beginLayout();
   qreal height = 0;
-  for (QTextLine line = layout_.createLine(); line.isValid(); line = layout_.createLine()) {
+  while (layout_.lineCount() == 0 || height <= size_.height()) {
+    QTextLine line = layout_.createLine();
+    if (!line.isValid()) break;
     line.setLineWidth(width);
     line.setPosition({0, height});
     height += line.height();
@@ -45,14 +48,14 @@ bool CaptionLayout::breaksWord() const {
 
 void CaptionLayout::paint(QPainter& painter, QRect area, int reserve) {
   if (caption_.isEmpty()) return;
-  if (width_ != area.width()) {
-    width_ = area.width();
+  if (size_ != area.size()) {
+    size_ = area.size();
     reserve_ = 0;
-    layOut(width_);
+    layOut(size_.width());
     if (breaksWord()) {
-      layOut(width_ + 2 * reserve);
+      layOut(size_.width() + 2 * reserve);
       if (breaksWord())
-        layOut(width_);
+        layOut(size_.width());
       else
         reserve_ = reserve;
     }

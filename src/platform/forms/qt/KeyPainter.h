@@ -12,11 +12,11 @@ class CaptionLayout {
  public:
   void set(const QString& caption) {
     caption_ = caption;
-    width_ = -1;
+    size_ = {};
   }
   void set(const QFont& font) {
     font_ = font;
-    width_ = -1;
+    size_ = {};
   }
   /// Paints the lines that have room, in the painter's pen. Where that keeps words whole, the
   /// lines take `reserve` pixels more on either side.
@@ -29,7 +29,7 @@ class CaptionLayout {
   QString caption_;
   QFont font_;
   QTextLayout layout_;
-  int width_ = -1;   ///< for which it is laid out, without the reserve
+  QSize size_;       ///< for which it is laid out, without the reserve
   int reserve_ = 0;  ///< that the lines take
 };
 

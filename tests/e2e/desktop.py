@@ -30,7 +30,7 @@ class Desktop:
     """A virtual display with a window manager and a message bus, through which the accessibility bus
     is found. The display's number is whatever the X server finds free."""
 
-    def __init__(self, width=1920, height=1080):
+    def __init__(self, width=1920, height=1080, managed=True):
         self.width, self.height = width, height
         read_end, write_end = os.pipe()
         self.folder = tempfile.mkdtemp(prefix="desktop-")
@@ -54,9 +54,11 @@ class Desktop:
             stdout=subprocess.PIPE, stderr=log)
         message_bus = self.messages.stdout.readline().decode().strip()
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = message_bus
-        self.manager = subprocess.Popen(["openbox", "--sm-disable"], env=self.environment,
-                                        stdout=log, stderr=log)
-        wait_until(self._managed, "the window manager")
+        self.manager = None
+        if managed:
+            self.manager = subprocess.Popen(["openbox", "--sm-disable"], env=self.environment,
+                                            stdout=log, stderr=log)
+            wait_until(self._managed, "the window manager")
         self._watch(log)
         log.close()
         self.reader = Bus(message_bus)
@@ -91,7 +93,8 @@ class Desktop:
         return done.stdout
 
     def close(self):
-        processes = (self.watcher, self.manager, self.messages, self.server)
+        processes = [process for process in
+                     (self.watcher, self.manager, self.messages, self.server) if process]
         for process in processes:
             process.terminate()
         for process in processes:

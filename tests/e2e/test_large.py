@@ -1,6 +1,7 @@
 """A tour of the large editor, and the layout files that it refuses."""
 
-from desktop import wait_until
+import controls
+from desktop import Desktop, wait_until
 from harness import Case
 from shop import BUTTON_FACE, layout
 
@@ -59,6 +60,18 @@ class Tour(Large):
         screen.save()
         self.assertEqual(self.shop.layout(""), saved.replace(f",{bun_id},".encode(), b",  77,", 1))
         self.assertEqual(screen.program.errors(), "")
+
+
+class NoWindowManager(Large):
+    def test_the_screen_fills_the_display_all_the_same(self):
+        bare = Desktop(managed=False)
+        self.addCleanup(bare.close)
+        program = self.start(desktop=bare)
+        window = program.window(controls.LARGE_TITLE)
+        wait_until(lambda: bare.origin(window) == (0, 0, bare.width, bare.height), "the whole display")
+        left, top, width, height = (value // controls.TWIPS for value in controls.LARGE["cmdClose"])
+        bare.hand("mousemove", left + width // 2, top + height // 2, "click", 1)
+        self.assertEqual(program.status(), 0)
 
 
 class BadLayout(Large):

@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <QWindow>
 #include <algorithm>
+#include <chrono>
 
 #include "platform/forms/qt/Colours.h"
 #include "platform/forms/qt/Measures.h"
@@ -151,6 +152,12 @@ void Form::Window::appear() {
   for (QTimer* timer : timers) timer->start();
 }
 
+/// On a display without a window manager nobody maximises a window, and nobody could enlarge it.
+void Form::Window::fillUnmanagedDesktop() {
+  if (isMaximized() && size() == clientSize())
+    windowHandle()->setGeometry(screen()->availableGeometry());
+}
+
 void Form::Window::leave() {
   unloaded = true;
   for (QTimer* timer : timers) timer->stop();
@@ -174,6 +181,15 @@ void Form::Window::orderTabs() {
 }
 
 void Form::Window::paintEvent(QPaintEvent* event) {
+  if (!seen_ && design.startMaximised) {
+    // A window manager maximises a window before it lets it be seen, or at once behind that.
+    constexpr std::chrono::milliseconds kGrace{250};
+    auto* const grace = new QTimer(this);
+    grace->setSingleShot(true);
+    connect(grace, &QTimer::timeout, this, &Window::fillUnmanagedDesktop);
+    grace->start(kGrace);
+  }
+  seen_ = true;
   QPainter(this).fillRect(event->rect(), qt::drawnColour(design.backColour, palette()));
 }
 

@@ -48,10 +48,13 @@ struct Form::Window final : QWidget {
   void fitDesktop();
   void fixSize();
   bool staysMaximised() const;
+  void fillUnmanagedDesktop();
   void centre();
   void orderTabs();
   void nameControls();
   void nameArea(Control& area);
+
+  bool seen_ = false;  ///< it has been painted
 };
 
 }  // namespace forms

@@ -42,14 +42,13 @@ struct Pipe {
 /// Only calls that are safe after a fork. What went wrong goes through the pipe.
 [[noreturn]] void become(const char* program, const char* folder, int report) {
   ::setsid();
-  int problem = 0;
   const pid_t child = ::fork();
   if (child == 0) {
     const std::array<char*, 2> arguments{const_cast<char*>(program), nullptr};
     if (::chdir(folder) == 0) ::execv(program, arguments.data());
   }
   if (child <= 0) {
-    problem = errno;
+    const int problem = errno;
     while (::write(report, &problem, sizeof problem) < 0 && errno == EINTR) {
     }
   }

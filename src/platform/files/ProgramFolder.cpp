@@ -17,7 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 fs::path& programFile() {
-  static fs::path path;
+  static fs::path path = "/program";  // for tools, whose paths are whole
   return path;
 }
 

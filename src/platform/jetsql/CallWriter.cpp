@@ -59,14 +59,22 @@ std::string SqlWriter::callValue(const Expression& expression) {
   return call(function.target, written);
 }
 
-/// IIf: only the chosen side is evaluated; null chooses the second.
+/// IIf: only the chosen side is evaluated; null chooses the second. A choice that is the second
+/// side of another goes on with that one's cases: SQLite's parser takes few levels of nesting.
 std::string SqlWriter::choice(const Expression& expression, bool asCondition) {
-  const auto side = [&](std::size_t argument) {
-    const Expression& chosen = *expression.arguments[argument];
+  const auto side = [&](const Expression& chosen) {
     return asCondition ? condition(chosen) : value(chosen);
   };
-  return "(CASE WHEN " + condition(*expression.arguments[0]) + " THEN " + side(1) + " ELSE " +
-         side(2) + " END)";
+  const auto goesOn = [&](const Expression& second) {
+    return second.kind == Expression::Kind::Call &&
+           second.function->writing == Function::Writing::Choice && !isGroupTerm(second);
+  };
+  std::string whole = "(CASE";
+  for (const Expression* now = &expression;;) {
+    whole += " WHEN " + condition(*now->arguments[0]) + " THEN " + side(*now->arguments[1]);
+    now = &meant(*now->arguments[2]);
+    if (!goesOn(*now)) return whole + " ELSE " + side(*now) + " END)";
+  }
 }
 
 std::string SqlWriter::aggregate(const Expression& expression) {

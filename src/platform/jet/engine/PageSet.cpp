@@ -39,7 +39,8 @@ std::vector<std::uint32_t> pagesOf(Pager& pager, RowPointer pointer, const Place
                                    Outside outside) {
   if (pointer == RowPointer{}) return {};
   const UsageMap map = readUsageMap(pager, pointer, from);
-  // Asked only now: the first read of a session that did nothing for a while looks at the file anew.
+  // Asked only now: the first read of a session that did nothing for a while looks at the file
+  // anew.
   Collector collector(pager.pageCount(), outside);
   const Place place = from.at(pointer.page);
   if (map.kind == UsageMap::Kind::Inline) {

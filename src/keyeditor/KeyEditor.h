@@ -7,10 +7,13 @@
 #include "layoutdata/KeyRecord.h"
 #include "platform/files/SequentialFile.h"
 #include "platform/forms/CommonDialog.h"
+#include "platform/forms/DataObject.h"
 #include "platform/forms/Form.h"
+#include "platform/forms/ListBox.h"
 #include "platform/forms/MSHFlexGrid.h"
 #include "platform/forms/MyCommandButton.h"
-#include "platform/forms/StandardControls.h"
+#include "platform/forms/PictureBox.h"
+#include "platform/forms/TextBox.h"
 #include "platform/runtime/AutoObject.h"
 
 /// What an editor stores for the controls that both editors have.

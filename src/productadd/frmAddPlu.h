@@ -4,8 +4,9 @@
 
 #include "platform/forms/FlexCellGrid.h"
 #include "platform/forms/Form.h"
+#include "platform/forms/Label.h"
 #include "platform/forms/MyCommandButton.h"
-#include "platform/forms/StandardControls.h"
+#include "platform/forms/PictureBox.h"
 
 /// The screen on which a new product is typed: a sheet of eight labelled rows, one value each. It
 /// tells its opener what was added through `mdMain::strAddedDesc` and `strAddedId`.

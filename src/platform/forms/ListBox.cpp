@@ -1,3 +1,5 @@
+#include "platform/forms/ListBox.h"
+
 #include <QDrag>
 #include <QEventLoop>
 #include <QGuiApplication>
@@ -7,7 +9,6 @@
 #include <memory>
 #include <utility>
 
-#include "platform/forms/StandardControls.h"
 #include "platform/forms/qt/DoublePress.h"
 #include "platform/forms/qt/DragData.h"
 #include "platform/forms/qt/EntryModel.h"

@@ -5,7 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/forms/StandardControls.h"
+#include "platform/forms/Control.h"
+#include "platform/forms/DataObject.h"
 
 namespace MyCommandButton {
 

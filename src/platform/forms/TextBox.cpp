@@ -1,7 +1,8 @@
+#include "platform/forms/TextBox.h"
+
 #include <QLineEdit>
 #include <limits>
 
-#include "platform/forms/StandardControls.h"
 #include "platform/forms/qt/OneLine.h"
 #include "platform/forms/qt/Text.h"
 

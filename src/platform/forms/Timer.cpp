@@ -1,6 +1,7 @@
+#include "platform/forms/Timer.h"
+
 #include <QTimer>
 
-#include "platform/forms/StandardControls.h"
 #include "platform/forms/qt/Raise.h"
 #include "platform/forms/qt/Window.h"
 

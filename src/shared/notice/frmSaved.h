@@ -1,7 +1,10 @@
 #pragma once
 
 #include "platform/forms/Form.h"
-#include "platform/forms/StandardControls.h"
+#include "platform/forms/Frame.h"
+#include "platform/forms/Image.h"
+#include "platform/forms/Label.h"
+#include "platform/forms/Timer.h"
 
 /// The brief notice that a layout has been written. It shows for 750 ms, takes no input, and
 /// unloads itself; each use is a new instance.

@@ -11,9 +11,14 @@
 #include <QTest>
 #include <QWheelEvent>
 
+#include "platform/forms/CheckBox.h"
+#include "platform/forms/ComboBox.h"
+#include "platform/forms/DataObject.h"
 #include "platform/forms/Form.h"
+#include "platform/forms/Label.h"
+#include "platform/forms/ListBox.h"
 #include "platform/forms/MSHFlexGrid.h"
-#include "platform/forms/StandardControls.h"
+#include "platform/forms/TextBox.h"
 #include "platform/runtime/RunTimeError.h"
 #include "support/FileFaults.h"
 #include "support/TestHost.h"

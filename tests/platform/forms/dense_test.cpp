@@ -7,8 +7,8 @@
 
 #include "platform/forms/FlexCellGrid.h"
 #include "platform/forms/Form.h"
+#include "platform/forms/Label.h"
 #include "platform/forms/MyCommandButton.h"
-#include "platform/forms/StandardControls.h"
 #include "support/TestHost.h"
 #include "support/WindowDriver.h"
 

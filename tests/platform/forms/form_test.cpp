@@ -9,8 +9,11 @@
 #include <QLabel>
 #include <QWindow>
 
+#include "platform/forms/Frame.h"
+#include "platform/forms/Label.h"
 #include "platform/forms/MyCommandButton.h"
-#include "platform/forms/StandardControls.h"
+#include "platform/forms/PictureBox.h"
+#include "platform/forms/Timer.h"
 #include "platform/process/Process.h"
 #include "platform/runtime/RunTimeError.h"
 #include "support/FileFaults.h"

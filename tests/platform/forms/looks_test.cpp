@@ -9,8 +9,11 @@
 #include <QImage>
 #include <cstdlib>
 
+#include "platform/forms/CheckBox.h"
+#include "platform/forms/ComboBox.h"
 #include "platform/forms/Form.h"
-#include "platform/forms/StandardControls.h"
+#include "platform/forms/ListBox.h"
+#include "platform/forms/TextBox.h"
 #include "support/TestHost.h"
 #include "support/WindowDriver.h"
 

@@ -2,7 +2,7 @@
 
 #include <QMimeData>
 
-#include "platform/forms/StandardControls.h"
+#include "platform/forms/DataObject.h"
 #include "platform/forms/qt/Text.h"
 
 namespace forms::qt {

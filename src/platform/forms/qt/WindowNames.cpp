@@ -2,8 +2,12 @@
 
 #include <cstdlib>
 
+#include "platform/forms/ComboBox.h"
+#include "platform/forms/Label.h"
+#include "platform/forms/ListBox.h"
 #include "platform/forms/MyCommandButton.h"
-#include "platform/forms/StandardControls.h"
+#include "platform/forms/PictureBox.h"
+#include "platform/forms/TextBox.h"
 #include "platform/forms/qt/Text.h"
 #include "platform/forms/qt/Window.h"
 

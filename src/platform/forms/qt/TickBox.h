@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QCheckBox>
+#include <functional>
+
+#include "platform/forms/Measures.h"
+
+namespace forms::qt {
+
+/// A tick box that paints its own caption, so that no character of it is a mark, on the stored back
+/// colour.
+class TickBox : public QCheckBox {
+ public:
+  /// `toggle` is called, through the dispatcher, when the user changes the box; the box itself
+  /// changes only by `setCheckState`.
+  TickBox(QWidget* parent, const Design& design, std::function<void()> toggle);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  bool hitButton(const QPoint& at) const override { return rect().contains(at); }
+  void nextCheckState() override;
+
+ private:
+  std::function<void()> toggle_;
+  QString caption_;
+  Colour back_;
+  Colour fore_;
+};
+
+}  // namespace forms::qt

@@ -1,12 +1,13 @@
 # The house's own build words.
 #
-# house_library(NAME FOLDER PATH [LINKS lib...] [PRIVATE_LINKS lib...] [INNER subfolder...])
+# house_library(NAME FOLDER PATH [USES lib...] [SHOWS lib...] [INNER subfolder...])
 #   One folder below src/ is one library. Its sources are the folder's .cpp files and those of its
 #   INNER folders. Its headers are reached as "PATH/Header.h", and only by libraries that link it:
-#   each library gets an include root of its own that holds nothing but its headers, so an include
-#   that the links do not allow does not build. What is linked by LINKS is reached through the library
-#   as well, what is linked by PRIVATE_LINKS is not; nor are the headers of INNER folders, which have a
-#   root of their own.
+#   each library has an include root of its own that holds nothing but its headers, so an include
+#   that the links do not allow does not build. USES and SHOWS together list every library whose
+#   headers the folder's files include. SHOWS lists those that its own public headers include: they
+#   are linked publicly, so that whoever includes such a header finds them. All others are linked
+#   privately. The headers of INNER folders have a root of their own, which nobody else reaches.
 #
 # house_test(NAME [SOURCES file...] [LINKS lib...])
 #   One GoogleTest program, run by CTest under its name.
@@ -22,7 +23,7 @@ function(house_headers root folder)
 endfunction()
 
 function(house_library name)
-  cmake_parse_arguments(ARG "" "FOLDER" "LINKS;PRIVATE_LINKS;INNER" ${ARGN})
+  cmake_parse_arguments(ARG "" "FOLDER" "USES;SHOWS;INNER" ${ARGN})
   set(dir ${PROJECT_SOURCE_DIR}/src/${ARG_FOLDER})
   file(GLOB sources CONFIGURE_DEPENDS ${dir}/*.cpp)
   set(root ${PROJECT_BINARY_DIR}/include/${name})
@@ -39,11 +40,11 @@ function(house_library name)
     if(ARG_INNER)
       target_include_directories(${name} PRIVATE ${inner_root})
     endif()
-    target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS})
+    target_link_libraries(${name} PUBLIC ${ARG_SHOWS} PRIVATE ${ARG_USES})
   else()
     add_library(${name} INTERFACE)
     target_include_directories(${name} INTERFACE ${root})
-    target_link_libraries(${name} INTERFACE ${ARG_LINKS})
+    target_link_libraries(${name} INTERFACE ${ARG_SHOWS})
   endif()
 endfunction()
 

@@ -1,5 +1,5 @@
-"""Holds the direction of the house: the toolkit stays behind platform/forms, and an include that a
-library's links do not allow does not build.
+"""Holds the borders of the libraries: the table of docs/architecture.md, the includes of the sources
+and what the build of each library reaches say the same.
 
     layering.py SOURCE-FOLDER BUILD-FOLDER
 """
@@ -14,78 +14,137 @@ import tempfile
 import unittest
 
 SOURCE, BUILD = (pathlib.Path(argument) for argument in sys.argv[1:3])
+SRC = SOURCE / "src"
 
 QT_INCLUDE = re.compile(r'^\s*#\s*include\s*[<"](Q[A-Za-z]+|Qt[A-Za-z]*/.*)[>"]', re.M)
+TOOLKIT_PROBES = ("<QWidget>", "<QtWidgets/QWidget>", "<QString>")
+TOOLKIT_OWNER = "platform/forms"
 
 
-def toolkit_may_be_included(path):
-    place = path.relative_to(SOURCE).as_posix()
-    return (re.fullmatch(r"src/platform/forms/[^/]+\.cpp", place) is not None or
-            place.startswith("src/platform/forms/qt/"))
+def read_table():
+    """The rows of the table: folder, then the folders that it shows and those that it uses."""
+    table = {}
+    for line in (SOURCE / "docs/architecture.md").read_text().splitlines():
+        cells = [cell.strip() for cell in line.split("|")]
+        if len(cells) == 6 and re.fullmatch(r"`[^`]+`", cells[1]):
+            shows, uses = (re.findall(r"`([^`]+)`", cell) for cell in cells[3:5])
+            table[cells[1].strip("`")] = (set(shows), set(uses))
+    return table
+
+
+TABLE = read_table()
+
+
+def owner(path):
+    """The folder of the table that a file below src/ belongs to: the longest that leads to it."""
+    return max((folder for folder in TABLE if path == folder or path.startswith(folder + "/")),
+               key=len, default=None)
+
+
+def files(suffixes):
+    return sorted(path.relative_to(SRC).as_posix() for path in SRC.rglob("*")
+                  if path.suffix in suffixes)
+
+
+def includes(path):
+    return re.findall(r'^#include "([^"]+)"', (SRC / path).read_text(), re.M)
+
+
+def is_public(header):
+    """Whether a header stands in its library's own folder, not in a folder inside it."""
+    return pathlib.PurePath(header).parent.as_posix() == owner(header)
+
+
+def reachable(folder):
+    """The folders whose public headers the folder may include."""
+    found = {folder}
+    queue = list(TABLE[folder][0] | TABLE[folder][1])
+    while queue:
+        library = queue.pop()
+        if library not in found:
+            found.add(library)
+            queue += TABLE[library][0]
+    return found
 
 
 class Layering(unittest.TestCase):
-    def test_toolkit_headers_stand_in_forms_alone(self):
-        for folder in ("src", "tools"):
-            for path in (SOURCE / folder).rglob("*"):
-                if path.suffix in (".h", ".cpp") and not toolkit_may_be_included(path):
-                    self.assertNotRegex(path.read_text(), QT_INCLUDE, path)
+    def test_every_file_belongs_to_a_row_of_the_table(self):
+        self.assertGreater(len(TABLE), 10)
+        for path in files({".h", ".cpp"}):
+            self.assertIsNotNone(owner(path), path)
+        for folder, (shows, uses) in TABLE.items():
+            self.assertTrue((SRC / folder).exists(), folder)
+            self.assertLessEqual(shows | uses, set(TABLE), folder)
+
+    def test_the_table_lists_what_the_sources_include(self):
+        included = {folder: set() for folder in TABLE}
+        shown = {folder: set() for folder in TABLE}
+        for path in files({".h", ".cpp"}):
+            others = {owner(header) for header in includes(path)} - {owner(path)}
+            included[owner(path)] |= others
+            if path.endswith(".h"):
+                shown[owner(path)] |= others
+        for folder, (shows, uses) in TABLE.items():
+            self.assertEqual(shows | uses, included[folder], folder)
+            self.assertLessEqual(shows, shown[folder], folder)
 
     def test_no_circle_of_includes(self):
-        includes = {}
-        for path in (SOURCE / "src").rglob("*.h"):
-            found = re.findall(r'^#include "([^"]+)"', path.read_text(), re.M)
-            includes[path.relative_to(SOURCE / "src").as_posix()] = found
         done = set()
 
         def visit(header, way):
             self.assertNotIn(header, way, " -> ".join(way + [header]))
             if header in done:
                 return
-            for included in includes[header]:
+            for included in includes(header):
                 visit(included, way + [header])
             done.add(header)
 
-        for header in includes:
+        for header in files({".h"}):
             visit(header, [])
 
-    def compiles(self, beside, include):
-        """Whether a file beside this one, built as it is built, may include the header."""
-        path = str(SOURCE / beside)
-        commands = json.loads((BUILD / "compile_commands.json").read_text())
-        command = next(entry for entry in commands if entry["file"] == path)
+    def test_toolkit_headers_stand_in_forms_alone(self):
+        for top in ("src", "tools"):
+            for path in (SOURCE / top).rglob("*"):
+                name = path.relative_to(SOURCE).as_posix()
+                allowed = (re.fullmatch(r"src/platform/forms/[^/]+\.cpp", name) or
+                           name.startswith("src/platform/forms/qt/"))
+                if path.suffix in (".h", ".cpp") and not allowed:
+                    self.assertNotRegex(path.read_text(), QT_INCLUDE, path)
+
+    def test_each_library_reaches_the_headers_of_its_row_and_no_other(self):
+        commands = {}
+        for entry in json.loads((BUILD / "compile_commands.json").read_text()):
+            path = pathlib.Path(entry["file"])
+            if path.is_relative_to(SRC):
+                commands.setdefault(owner(path.relative_to(SRC).as_posix()), entry)
+        for folder in TABLE:
+            with self.subTest(folder):
+                self.assertIn(folder, commands)
+                self.assertEqual(self.mistakes(folder, commands[folder]), [])
+
+    def mistakes(self, folder, command):
+        """Compiles a probe as the folder's own sources are compiled, which asks for every header of
+        the project, and returns the compiler's complaints."""
+        allowed = reachable(folder)
+        lines = []
+        for header in files({".h"}):
+            mine = owner(header) == folder
+            if mine or (is_public(header) and owner(header) in allowed):
+                lines += [f'#if !__has_include("{header}")', f"#error does not reach {header}"]
+            else:
+                lines += [f'#if __has_include("{header}")', f"#error reaches {header}"]
+            lines.append("#endif")
+        for header in TOOLKIT_PROBES:
+            negation = "!" if folder == TOOLKIT_OWNER else ""
+            lines += [f"#if {negation}__has_include({header})", f"#error toolkit: {header}", "#endif"]
         words = shlex.split(command["command"])
         words = words[:words.index("-o")] + ["-fsyntax-only", "-x", "c++"]
-        if include.startswith('"'):
-            self.assertTrue((SOURCE / "src" / include.strip('"')).exists(), include)
         with tempfile.NamedTemporaryFile("w", suffix=".cpp") as probe:
-            probe.write(f"#include {include}\n")
+            probe.write("\n".join(lines) + "\n")
             probe.flush()
             done = subprocess.run(words + [probe.name], cwd=command["directory"],
                                   capture_output=True, text=True)
-        if done.returncode != 0:
-            self.assertIn("No such file or directory", done.stderr)
-        return done.returncode == 0
-
-    def test_an_include_against_the_arrows_does_not_build(self):
-        screen = "src/editor/frmMain.cpp"
-        self.assertTrue(self.compiles(screen, '"platform/forms/Form.h"'))
-        self.assertFalse(self.compiles(screen, "<QWidget>"))
-        self.assertFalse(self.compiles(screen, "<QtWidgets/QWidget>"))
-        private = next((SOURCE / "src/platform/forms/qt").glob("*.h"))
-        self.assertFalse(self.compiles(screen, f'"platform/forms/qt/{private.name}"'))
-        self.assertFalse(self.compiles(screen, '"largeeditor/frmMainBig.h"'))
-        self.assertTrue(self.compiles(screen, '"platform/adodb/Recordset.h"'))
-        self.assertFalse(self.compiles(screen, '"platform/jetsql/Session.h"'))
-        self.assertFalse(self.compiles(screen, '"platform/jet/engine/Database.h"'))
-        window = "src/platform/forms/qt/Window.cpp"
-        self.assertTrue(self.compiles(window, f'"platform/forms/qt/{private.name}"'))
-        self.assertFalse(self.compiles(window, '"keyeditor/KeyEditor.h"'))
-        store = "src/platform/adodb/Connection.cpp"
-        self.assertTrue(self.compiles(store, '"platform/runtime/Variant.h"'))
-        self.assertFalse(self.compiles(store, "<QString>"))
-        self.assertFalse(self.compiles(store, '"platform/forms/Form.h"'))
-        self.assertFalse(self.compiles(store, '"shared/mdMain.h"'))
+        return re.findall(r"error: (?:#error )?(.*)", done.stderr)
 
 
 if __name__ == "__main__":

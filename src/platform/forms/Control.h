@@ -1,11 +1,11 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "platform/forms/Event.h"
 #include "platform/forms/Measures.h"
 
 class QWidget;
@@ -15,11 +15,6 @@ namespace forms {
 class Form;
 class Container;
 class Timer;
-
-/// An event of a control. The screen sets the handler; a control raises it through the dispatcher
-/// when the user acts, and directly, nested in the setter, when code sets a value.
-template <class... Arguments>
-using Event = std::function<void(Arguments...)>;
 
 /// What all controls have. A control belongs to its container for its whole life.
 class Control {

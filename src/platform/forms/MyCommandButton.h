@@ -10,7 +10,7 @@
 
 namespace MyCommandButton {
 
-/// What a screen stores for a button beside its place. The colours are 0x00BBGGRR.
+/// What a screen stores for a button beside its position. The colours are 0x00BBGGRR.
 struct ButtonDesign : forms::Design {
   forms::Colour transparentColour = forms::kWhite;
   bool showFocus = true;  ///< stored on every instance but key 3 of each editor
@@ -35,40 +35,48 @@ class MyButton : public forms::Control {
   static constexpr forms::Colour kDefaultForeColour = forms::kButtonText;
   static constexpr forms::Colour kStoredBackColourDown = 15133676;  ///< 0xE6EBEC
 
+  /// One of the button's colours: `key.backcolor()` reads it, `key.backcolor(colour)` sets it.
+  class StateColour {
+   public:
+    /// Reads as `unset` until something has set it.
+    StateColour(MyButton& button, forms::Colour unset, std::optional<forms::Colour> stored = {})
+        : button_(button), unset_(unset), set_(stored) {}
+
+    forms::Colour operator()() const { return set_.value_or(unset_); }
+    void operator()(forms::Colour colour);
+    /// What is painted: the colour at rest until something has set this one.
+    forms::Colour painted(const StateColour& atRest) const { return set_.value_or(atRest()); }
+
+   private:
+    MyButton& button_;
+    forms::Colour unset_;
+    std::optional<forms::Colour> set_;
+  };
+
   MyButton(forms::Container& container, const ButtonDesign& design, std::int16_t index = 0);
-  ~MyButton() override;
+
+  StateColour backcolor{*this, kDefaultBackColour};
+  StateColour forecolor{*this, kDefaultForeColour};
+  StateColour backcolordown{*this, kDefaultBackColour, kStoredBackColourDown};
+  StateColour backcolorfocus{*this, kDefaultBackColour};
+  StateColour backcolorover{*this, kDefaultBackColour};
+  StateColour forecolordown{*this, kDefaultForeColour};
+  StateColour forecolorfocus{*this, kDefaultForeColour};
+  StateColour forecolorover{*this, kDefaultForeColour};
 
   const std::u16string& caption() const { return caption_; }
-  forms::Colour backcolor() const { return backcolor_; }
-  forms::Colour forecolor() const { return forecolor_; }
-  forms::Colour backcolordown() const { return backcolordown_; }
-  forms::Colour backcolorfocus() const { return backcolorfocus_.value_or(kDefaultBackColour); }
-  forms::Colour backcolorover() const { return backcolorover_.value_or(kDefaultBackColour); }
-  forms::Colour forecolordown() const { return forecolordown_.value_or(kDefaultForeColour); }
-  forms::Colour forecolorfocus() const { return forecolorfocus_.value_or(kDefaultForeColour); }
-  forms::Colour forecolorover() const { return forecolorover_.value_or(kDefaultForeColour); }
+  void caption(std::u16string_view text);
   const ButtonFont& font() const { return font_; }
+  /// Sets the face name, whatever the text is.
+  void font(std::u16string_view face);
   std::int16_t oledropmode() const { return oledropmode_; }
+  /// 1 makes the button a target of drags with text, handled by `OLEDragDrop`.
+  void oledropmode(std::int16_t mode);
   bool showfocus() const { return showfocus_; }
   forms::Colour transparentcolor() const { return transparentcolor_; }
   std::int32_t depthevent() const { return 1; }
-  bool isKey() const { return isKey_; }
   int extentx() const { return extentx_; }
   int extenty() const { return extenty_; }
-
-  void caption(std::u16string_view text);
-  void backcolor(forms::Colour colour);
-  void forecolor(forms::Colour colour);
-  void backcolordown(forms::Colour colour);
-  void backcolorfocus(forms::Colour colour);
-  void backcolorover(forms::Colour colour);
-  void forecolordown(forms::Colour colour);
-  void forecolorfocus(forms::Colour colour);
-  void forecolorover(forms::Colour colour);
-  /// Sets the face name, whatever the text is.
-  void font(std::u16string_view face);
-  /// 1 makes the button a target of drags with text, handled by `OLEDragDrop`.
-  void oledropmode(std::int16_t mode);
 
   forms::Event<> GotFocus;
   /// Data, effect, button, shift, position in twips.
@@ -82,29 +90,13 @@ class MyButton : public forms::Control {
   forms::Event<> MouseOver;
 
  private:
-  class Face;  // the widget
-  Face& face() const;
   void applyFont();
-  void showCaption();
-  /// Sets a colour, whether or not anything has set it before.
-  template <class Held>
-  void setColour(Held& held, forms::Colour colour);
   void rescaled() override;
 
   std::u16string caption_;
-  forms::Colour backcolor_ = kDefaultBackColour;
-  forms::Colour forecolor_ = kDefaultForeColour;
-  forms::Colour backcolordown_ = kStoredBackColourDown;
-  // A state colour that nothing has set reads as the default, and is painted as the colour at rest.
-  std::optional<forms::Colour> backcolorfocus_;
-  std::optional<forms::Colour> backcolorover_;
-  std::optional<forms::Colour> forecolordown_;
-  std::optional<forms::Colour> forecolorfocus_;
-  std::optional<forms::Colour> forecolorover_;
   ButtonFont font_;
   std::int16_t oledropmode_ = forms::kDropNone;
   bool showfocus_;
-  bool isKey_;
   forms::Colour transparentcolor_;
   int extentx_;
   int extenty_;

@@ -5,7 +5,7 @@
 #include <functional>
 #include <utility>
 
-#include "platform/forms/Control.h"
+#include "platform/forms/Event.h"
 #include "platform/process/Process.h"
 
 namespace forms::qt {

@@ -16,6 +16,7 @@
 #include "platform/forms/qt/Colours.h"
 #include "platform/forms/qt/Measures.h"
 #include "platform/forms/qt/Text.h"
+#include "platform/forms/qt/WindowNames.h"
 
 namespace forms {
 namespace {
@@ -133,7 +134,7 @@ void Form::Window::centre() {
 
 void Form::Window::appear() {
   orderTabs();
-  nameControls();
+  qt::nameWidgets(*this, scale);
   fitDesktop();
   resize(clientSize());
   if (!design.startMaximised) fixSize();

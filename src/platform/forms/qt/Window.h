@@ -51,8 +51,6 @@ struct Form::Window final : QWidget {
   void fillUnmanagedDesktop();
   void centre();
   void orderTabs();
-  void nameControls();
-  void nameArea(Control& area);
 
   bool seen_ = false;  ///< it has been painted
 };

@@ -1,65 +1,71 @@
-// What a screen reader calls the controls that have no caption of their own.
+#include "platform/forms/qt/WindowNames.h"
 
+#include <QComboBox>
+#include <QLineEdit>
 #include <cstdlib>
 
-#include "platform/forms/ComboBox.h"
-#include "platform/forms/Label.h"
-#include "platform/forms/ListBox.h"
-#include "platform/forms/MyCommandButton.h"
-#include "platform/forms/PictureBox.h"
-#include "platform/forms/TextBox.h"
-#include "platform/forms/qt/Text.h"
-#include "platform/forms/qt/Window.h"
+#include "platform/forms/qt/EntryList.h"
+#include "platform/forms/qt/KeyFace.h"
+#include "platform/forms/qt/LabelText.h"
+#include "platform/forms/qt/Measures.h"
+#include "platform/forms/qt/Surface.h"
 
-namespace forms {
+namespace forms::qt {
 namespace {
 
-/// How far a label's left edge may lie from that of the box below it, and its top above the box's,
-/// in twips.
-constexpr int kAlignment = 300;
-constexpr int kReach = 600;
+/// How far a label's left edge may lie from that of the box below it, and its top above the box's.
+constexpr Twips kAlignment = 300;
+constexpr Twips kReach = 600;
 
-bool standsAbove(const Control& label, const Control& box) {
-  const int rise = box.Top().value - label.Top().value;
-  return std::abs(label.Left().value - box.Left().value) <= kAlignment && rise > 0 &&
-         rise <= kReach;
+bool standsAbove(const QWidget& label, const QWidget& box, double scale) {
+  const int rise = box.y() - label.y();
+  return std::abs(label.x() - box.x()) <= toPixels(kAlignment, scale) && rise > 0 &&
+         rise <= toPixels(kReach, scale);
+}
+
+/// The widgets that stand in another one directly, in the order of their making.
+QList<QWidget*> widgetsIn(const QWidget& area) {
+  return area.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+QString labelAbove(const QWidget& box, double scale) {
+  QString name;
+  for (const QWidget* other : widgetsIn(*box.parentWidget())) {
+    const auto* label = dynamic_cast<const LabelText*>(other);
+    if (label != nullptr && standsAbove(*label, box, scale)) name = label->text();
+  }
+  return name;
+}
+
+QString nameOfArea(const QWidget& area) {
+  QString name;
+  for (const QWidget* part : widgetsIn(area)) {
+    if (part->isHidden()) continue;
+    if (const auto* key = dynamic_cast<const KeyFace*>(part))
+      name = key->isKey() ? QStringLiteral("Keys") : QStringLiteral("Commands");
+    else if (const auto* label = dynamic_cast<const LabelText*>(part))
+      name = label->text();
+  }
+  return name;
 }
 
 }  // namespace
 
-/// A box or list takes the name of the label above it; else it is named after what it holds, like
-/// an area that holds other controls. A window without a title bar is named like its one area.
-void Form::Window::nameControls() {
-  for (Control* control : controls) {
-    if (dynamic_cast<PictureBox*>(control) != nullptr) nameArea(*control);
-    const bool isList = dynamic_cast<ListBox*>(control) != nullptr;
-    const bool isBox =
-        isList || dynamic_cast<TextBox*>(control) || dynamic_cast<ComboBox*>(control);
-    if (!isBox) continue;
-    QString name = isList ? QStringLiteral("Items") : QString();
-    for (const Control* other : controls) {
-      const auto* label = dynamic_cast<const Label*>(other);
-      if (label != nullptr && &other->container_ == &control->container_ &&
-          standsAbove(*other, *control))
-        name = qt::toQt(label->Caption());
+void nameWidgets(QWidget& window, double scale) {
+  for (QWidget* widget : window.findChildren<QWidget*>()) {
+    if (dynamic_cast<Surface*>(widget) != nullptr) {
+      const QString name = nameOfArea(*widget);
+      widget->setAccessibleName(name);
+      if (window.windowTitle().isEmpty()) window.setAccessibleName(name);
+      continue;
     }
-    control->widget_->setAccessibleName(name);
+    const bool isList = dynamic_cast<EntryList*>(widget) != nullptr;
+    const bool isBox = isList || dynamic_cast<QLineEdit*>(widget) != nullptr ||
+                       dynamic_cast<QComboBox*>(widget) != nullptr;
+    if (!isBox) continue;
+    const QString label = labelAbove(*widget, scale);
+    widget->setAccessibleName(label.isEmpty() && isList ? QStringLiteral("Items") : label);
   }
 }
 
-void Form::Window::nameArea(Control& area) {
-  QString name;
-  for (const Control* control : controls) {
-    if (control->widget_->parentWidget() != area.widget_ || !control->visible_) continue;
-    const auto* button = dynamic_cast<const MyCommandButton::MyButton*>(control);
-    const auto* label = dynamic_cast<const Label*>(control);
-    if (button != nullptr)
-      name = button->isKey() ? QStringLiteral("Keys") : QStringLiteral("Commands");
-    else if (label != nullptr)
-      name = qt::toQt(label->Caption());
-  }
-  area.widget_->setAccessibleName(name);
-  if (design.border == BorderStyle::None) setAccessibleName(name);
-}
-
-}  // namespace forms
+}  // namespace forms::qt

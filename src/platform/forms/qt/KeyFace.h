@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <cstdint>
+#include <functional>
+
+#include "platform/forms/DataObject.h"
+#include "platform/forms/Event.h"
+#include "platform/forms/Measures.h"
+#include "platform/forms/qt/DoublePress.h"
+#include "platform/forms/qt/KeyPainter.h"
+
+namespace forms::qt {
+
+/// What a button raises, through the dispatcher.
+struct KeyEvents {
+  const Event<>& click;
+  const Event<>& doubleClick;
+  const Event<>& focus;
+  const Event<>& pointer;
+  const Event<DataObject&, std::int32_t&, std::int16_t, std::int16_t, float, float>& drop;
+};
+
+/// How a button stands at the moment. Of several states that hold, the later one shows.
+enum class KeyState { Rest, Focus, Over, Down };
+
+struct KeyColours {
+  Colour back;
+  Colour text;
+};
+
+/// The widget of a button: it paints the button's properties and reports what the user does.
+class KeyFace final : public QAbstractButton {
+ public:
+  /// `colours` returns what is painted in a state.
+  KeyFace(QWidget* parent, const KeyEvents& events, std::function<KeyColours(KeyState)> colours);
+
+  /// Makes it a key of the key block: screen readers name it "Key n" where its caption is empty.
+  void setKeyNumber(int number);
+  bool isKey() const { return !keyName_.isEmpty(); }
+  void setCaption(const QString& text);
+  void setTextFont(const QFont& font);
+  /// How large the screen is laid out.
+  void setScale(double scale) { scale_ = scale; }
+  void setShowsFocus(bool shows) { showsFocus_ = shows; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+  void enterEvent(QEnterEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  // A press through the accessibility interface comes by the toolkit's own click.
+  void nextCheckState() override;
+
+ private:
+  KeyState state() const;
+  void hold(bool down);
+  void markDrop(bool on);
+
+  KeyEvents events_;
+  std::function<KeyColours(KeyState)> colours_;
+  CaptionLayout caption_;
+  DoublePress doublePress_;
+  QString keyName_;
+  double scale_ = 1;
+  bool showsFocus_ = true;
+  bool pressed_ = false;  ///< a press of the mouse or the space bar is under way
+  bool held_ = false;     ///< and holds the button down
+  bool hovered_ = false;
+  bool dropMark_ = false;
+};
+
+}  // namespace forms::qt

@@ -5,6 +5,9 @@
 #include <string_view>
 
 #include "keyeditor/KeyEditor.h"
+#include "platform/forms/CheckBox.h"
+#include "platform/forms/ComboBox.h"
+#include "platform/forms/Label.h"
 
 /// The levelled editor: 63 keys on each of three levels, in a free layout view, where the user
 /// drags products onto keys, or an autofill view, where the stock table fills the keys in id order.

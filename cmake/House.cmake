@@ -1,6 +1,6 @@
 # The house's own build words.
 #
-# house_library(NAME FOLDER PATH [USES lib...] [SHOWS lib...] [INNER subfolder...])
+# house_library(NAME FOLDER PATH [USES lib...] [SHOWS lib...] [INNER subfolder...] [HEADERS header...])
 #   One folder below src/ is one library. Its sources are the folder's .cpp files and those of its
 #   INNER folders. Its headers are reached as "PATH/Header.h", and only by libraries that link it:
 #   each library has an include root of its own that holds nothing but its headers, so an include
@@ -8,9 +8,27 @@
 #   headers the folder's files include. SHOWS lists those that its own public headers include: they
 #   are linked publicly, so that whoever includes such a header finds them. All others are linked
 #   privately. The headers of INNER folders have a root of their own, which nobody else reaches.
+#   HEADERS are precompiled for this library in place of the common ones.
 #
 # house_test(NAME [SOURCES file...] [LINKS lib...])
 #   One GoogleTest program, run by CTest under its name.
+
+# Headers that most sources include, compiled once for all libraries and once for all tests. The
+# presets use them in the debug build only: the others prove that each source includes what it needs.
+file(WRITE ${PROJECT_BINARY_DIR}/headers.cpp "")
+set(common_headers <algorithm> <cstdint> <functional> <map> <memory> <optional> <span> <string>
+  <string_view> <utility> <vector>)
+add_library(library_headers OBJECT ${PROJECT_BINARY_DIR}/headers.cpp)
+target_precompile_headers(library_headers PRIVATE ${common_headers})
+
+# Compiling a test's many expectations takes longer than running them: tests are not optimised.
+function(house_test_headers)
+  add_library(test_headers OBJECT ${PROJECT_BINARY_DIR}/headers.cpp)
+  set_target_properties(test_headers PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+  target_compile_options(test_headers PRIVATE -fPIE $<$<BOOL:${KEYSTRAND_SANITIZE}>:-O0>)
+  target_link_libraries(test_headers PRIVATE GTest::gmock)
+  target_precompile_headers(test_headers PRIVATE ${common_headers} <gmock/gmock.h> <gtest/gtest.h>)
+endfunction()
 
 # Makes `root` an include root that holds a folder's headers and nothing else.
 function(house_headers root folder)
@@ -23,7 +41,7 @@ function(house_headers root folder)
 endfunction()
 
 function(house_library name)
-  cmake_parse_arguments(ARG "" "FOLDER" "USES;SHOWS;INNER" ${ARGN})
+  cmake_parse_arguments(ARG "" "FOLDER" "USES;SHOWS;INNER;HEADERS" ${ARGN})
   set(dir ${PROJECT_SOURCE_DIR}/src/${ARG_FOLDER})
   file(GLOB sources CONFIGURE_DEPENDS ${dir}/*.cpp)
   set(root ${PROJECT_BINARY_DIR}/include/${name})
@@ -41,6 +59,11 @@ function(house_library name)
       target_include_directories(${name} PRIVATE ${inner_root})
     endif()
     target_link_libraries(${name} PUBLIC ${ARG_SHOWS} PRIVATE ${ARG_USES})
+    if(ARG_HEADERS)
+      target_precompile_headers(${name} PRIVATE ${common_headers} ${ARG_HEADERS})
+    else()
+      target_precompile_headers(${name} REUSE_FROM library_headers)
+    endif()
   else()
     add_library(${name} INTERFACE)
     target_include_directories(${name} INTERFACE ${root})
@@ -52,6 +75,8 @@ function(house_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gmock GTest::gtest_main)
+  target_compile_options(${name} PRIVATE $<$<BOOL:${KEYSTRAND_SANITIZE}>:-O0>)
+  target_precompile_headers(${name} REUSE_FROM test_headers)
   target_compile_definitions(${name} PRIVATE TEST_DATA_DIR="${TEST_DATA_DIR}")
   add_test(NAME ${name} COMMAND ${name})
 endfunction()

@@ -36,4 +36,5 @@ need_packages() {
 # Compiles through ccache where it is there and nothing else is wished for.
 if [ -z "${CMAKE_CXX_COMPILER_LAUNCHER+x}" ] && command -v ccache >/dev/null; then
   export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+  export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros}
 fi

@@ -139,6 +139,9 @@ class Layering(unittest.TestCase):
             lines += [f"#if {negation}__has_include({header})", f"#error toolkit: {header}", "#endif"]
         words = shlex.split(command["command"])
         words = words[:words.index("-o")] + ["-fsyntax-only", "-x", "c++"]
+        while "-include" in words:  # precompiled headers
+            at = words.index("-include")
+            del words[at:at + 2]
         with tempfile.NamedTemporaryFile("w", suffix=".cpp") as probe:
             probe.write("\n".join(lines) + "\n")
             probe.flush()

@@ -65,11 +65,21 @@ ssize_t writeWithinLimit(int descriptor, std::span<const std::uint8_t> bytes, of
   return count;
 }
 
-struct flock wholeFile(short lockType) {
-  struct flock range {};  // from 0, of length 0
+/// The byte that is locked: far beyond the end of any file of ours (2 GiB), so that a file server
+/// that enforces locks keeps nobody from the file's own bytes.
+constexpr off_t kLockByte = off_t{1} << 40;
+
+struct flock rangeOf(short lockType, off_t begin, off_t length) {
+  struct flock range {};
   range.l_type = lockType;
   range.l_whence = SEEK_SET;
+  range.l_start = begin;
+  range.l_len = length;
   return range;
+}
+
+struct flock lockByte(short lockType) {
+  return rangeOf(lockType, kLockByte, 1);
 }
 
 }  // namespace
@@ -157,7 +167,7 @@ void ByteFile::lockExclusive(std::chrono::milliseconds wait) {
 }
 
 void ByteFile::unlock() noexcept {
-  struct flock range = wholeFile(F_UNLCK);
+  struct flock range = lockByte(F_UNLCK);
   ::fcntl(descriptor_, F_OFD_SETLK, &range);
 }
 
@@ -165,15 +175,37 @@ void ByteFile::lock(short type, std::chrono::milliseconds wait) {
   using Clock = std::chrono::steady_clock;
   constexpr std::chrono::milliseconds kPause{2};
   const Clock::time_point deadline = Clock::now() + wait;
-  struct flock range = wholeFile(type);
-  while (::fcntl(descriptor_, F_OFD_SETLK, &range) != 0) {
-    if (errno == EINTR) continue;
-    const bool held = errno == EAGAIN || errno == EACCES;
-    if (!held) fail(errno);
+  while (areBytesHeld() || !tryLock(type)) {
     if (Clock::now() >= deadline)
-      throw FileError(ErrorNumber::PermissionDenied, FileProblem::Held, path_, errno);
+      throw FileError(ErrorNumber::PermissionDenied, FileProblem::Held, path_, EAGAIN);
     std::this_thread::sleep_for(kPause);
   }
+}
+
+/// True when another opening holds some of the file's own bytes exclusively. The system is asked
+/// whether they could be locked; they are not.
+bool ByteFile::areBytesHeld() const {
+  struct flock range = rangeOf(F_RDLCK, 0, kLockByte);
+  while (::fcntl(descriptor_, F_OFD_GETLK, &range) != 0)
+    if (errno != EINTR) fail(errno);
+  return range.l_type != F_UNLCK;
+}
+
+bool ByteFile::tryLock(short type) const {
+  struct flock range = lockByte(type);
+  while (::fcntl(descriptor_, F_OFD_SETLK, &range) != 0) {
+    if (errno == EAGAIN || errno == EACCES) return false;
+    if (errno != EINTR) fail(errno);
+  }
+  return true;
+}
+
+bool ByteFile::isReplaced() const {
+  struct stat opened {};
+  struct stat named {};
+  if (::fstat(descriptor_, &opened) != 0) fail(errno);
+  if (::stat(path_.c_str(), &named) != 0) return true;
+  return opened.st_dev != named.st_dev || opened.st_ino != named.st_ino;
 }
 
 }  // namespace files

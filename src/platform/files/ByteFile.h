@@ -10,9 +10,11 @@
 
 namespace files {
 
-/// A file of bytes at random places, with advisory locks on the whole of it. The locks belong to
-/// this opening of the file (Linux open-file-description locks): two openings exclude each other
-/// inside one process as well, and a file server carries them to other hosts.
+/// A file of bytes at any offset, with an advisory lock that openings of this class share or
+/// exclude each other by. The lock is on one byte far beyond the file's end, so its own bytes stay
+/// free to all programs. It belongs to this opening of the file (a Linux open-file-description
+/// lock): two openings exclude each other inside one process as well, and a file server carries it
+/// to other hosts.
 class ByteFile {
  public:
   enum class Access {
@@ -48,6 +50,8 @@ class ByteFile {
   /// Closes the file; a failure that the system kept back until now is raised here. Raises 57
   /// or 61.
   void close();
+  /// True when the path no longer names this file: it was deleted, or another was renamed over it.
+  bool isReplaced() const;
   /// Returns when all that was written has reached the disk. Raises 57 or 61.
   void sync();
 
@@ -55,8 +59,9 @@ class ByteFile {
   static constexpr std::chrono::milliseconds kLockWait{5000};
 
   /// Takes the lock that others may share, or turns an exclusive one into it. Where another opening
-  /// holds the exclusive lock it waits up to `wait`, then raises a FileError 70 Held; this opening
-  /// then has the lock that it had before.
+  /// holds the exclusive lock, or another program has locked some of the file's own bytes
+  /// exclusively, it waits up to `wait`, then raises a FileError 70 Held; this opening then has the
+  /// lock that it had before.
   void lockShared(std::chrono::milliseconds wait = kLockWait);
   /// Takes the lock that excludes all others, with the same rules. Needs ReadWrite access. A shared
   /// lock of this opening is kept while it waits: who may meet another updater gives it up first.
@@ -66,6 +71,8 @@ class ByteFile {
 
  private:
   void lock(short type, std::chrono::milliseconds wait);
+  bool tryLock(short type) const;
+  bool areBytesHeld() const;
 
   [[noreturn]] void fail(int systemError) const;
 

@@ -1,5 +1,7 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -110,6 +112,71 @@ TEST(ByteFile, LocksExcludeOtherOpeningsAndWaitNoLongerThanTold) {
   }
   two.close();
   one.lockExclusive(kShort);
+}
+
+/// Locks all of a file's own bytes, as programs do that know nothing of ours.
+bool lockBytes(int descriptor, short type) {
+  struct stat status {};
+  ::fstat(descriptor, &status);
+  struct flock range {};
+  range.l_type = type;
+  range.l_whence = SEEK_SET;
+  range.l_len = status.st_size;
+  return ::fcntl(descriptor, F_SETLK, &range) == 0;
+}
+
+TEST(ByteFile, LocksLeaveTheFilesOwnBytesToOtherPrograms) {
+  const support::ProgramFolder folder;
+  folder.write("store.mdb", "old bytes");
+  const fs::path path = folder.path() / "store.mdb";
+  ByteFile file(path, Access::ReadWrite);
+  file.lockExclusive();
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const int other = ::open(path.c_str(), O_RDWR);
+    std::array<char, 3> read{};
+    const bool done = lockBytes(other, F_WRLCK) && ::pread(other, read.data(), 3, 0) == 3 &&
+                      read[0] == 'o' && ::pwrite(other, "new", 3, 0) == 3;
+    ::_exit(done ? 0 : 1);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(support::readFile(path), "new bytes");
+}
+
+TEST(ByteFile, IsNotLockedWhileAnotherProgramHoldsItsBytesAlone) {
+  const support::ProgramFolder folder;
+  folder.write("store.mdb", "bytes");
+  const fs::path path = folder.path() / "store.mdb";
+  std::array<int, 2> ready{};
+  std::array<int, 2> done{};
+  ASSERT_EQ(::pipe(ready.data()) + ::pipe(done.data()), 0);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const int other = ::open(path.c_str(), O_RDWR);
+    char byte = lockBytes(other, F_WRLCK) ? 'r' : 'f';
+    bool told = ::write(ready[1], &byte, 1) == 1 && ::read(done[0], &byte, 1) == 1;
+    byte = lockBytes(other, F_RDLCK) ? 'r' : 'f';
+    told = told && ::write(ready[1], &byte, 1) == 1 && ::read(done[0], &byte, 1) == 1;
+    ::_exit(told ? 0 : 1);
+  }
+  char byte = 0;
+  ByteFile file(path, Access::ReadWrite);
+  ASSERT_EQ(::read(ready[0], &byte, 1), 1);
+  ASSERT_EQ(byte, 'r');
+  EXPECT_EQ(errorNumberOf([&] { file.lockShared(kShort); }), 70);
+  EXPECT_EQ(errorNumberOf([&] { file.lockExclusive(kShort); }), 70);
+  ASSERT_EQ(::write(done[1], "d", 1), 1);
+  ASSERT_EQ(::read(ready[0], &byte, 1), 1);
+  // Who only reads disturbs nobody.
+  file.lockShared(kShort);
+  file.lockExclusive(kShort);
+  ASSERT_EQ(::write(done[1], "d", 1), 1);
+  int status = 0;
+  EXPECT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
+  for (const int end : {ready[0], ready[1], done[0], done[1]}) ::close(end);
 }
 
 TEST(ByteFile, AWaitEndsWhenTheOtherProgramDoes) {

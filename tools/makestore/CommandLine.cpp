@@ -1,5 +1,6 @@
 #include "makestore/CommandLine.h"
 
+#include <algorithm>
 #include <charconv>
 #include <functional>
 #include <map>
@@ -41,6 +42,8 @@ IDS is a list of ids and ranges: 3,7,10-20. TEXT is UTF-8; \N alone stands for n
   --description-length N the names' longest length
   --no-description-index the names have no index
   --required             names refuse null (give names to all slots)
+  --rule COLUMN=TEXT     a validation rule: of table.column a criterion, of a table an expression;
+                         repeatable; with | and words behind it: what a refusal says
   --no-zero-length       texts refuse the empty text
   --uncompressed         texts take two bytes a character
   --packed-indexes       index pages are filled to the last entry
@@ -95,6 +98,16 @@ std::pair<std::string_view, std::string_view> assignment(std::string_view text) 
   if (sign == std::string_view::npos)
     throw UsageError("not of the form ID=TEXT: " + std::string(text));
   return {text.substr(0, sign), text.substr(sign + 1)};
+}
+
+ShopRule rule(std::string_view text) {
+  const auto [subject, rest] = assignment(text);
+  const std::size_t dot = std::min(subject.find('.'), subject.size());
+  const std::size_t bar = std::min(rest.find('|'), rest.size());
+  return {.table = runtime::fromUtf8(subject.substr(0, dot)),
+          .column = runtime::fromUtf8(subject.substr(std::min(dot + 1, subject.size()))),
+          .rule = {.expression = runtime::fromUtf8(rest.substr(0, bar)),
+                   .text = runtime::fromUtf8(rest.substr(std::min(bar + 1, rest.size())))}};
 }
 
 template <class T>
@@ -198,6 +211,7 @@ const std::map<std::string_view, Setter>& setters() {
        [](ShopOrder& order, auto text) {
          order.descriptionLength = static_cast<std::size_t>(number(text));
        }},
+      {"--rule", [](ShopOrder& order, auto text) { order.rules.push_back(rule(text)); }},
       {"--free-pages", [](ShopOrder& order,
                           auto text) { order.freePages = static_cast<std::size_t>(number(text)); }},
       {"--password", [](ShopOrder& order, auto text) { order.password = runtime::fromUtf8(text); }},

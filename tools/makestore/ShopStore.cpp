@@ -317,6 +317,13 @@ StoreBuilder shopStore(const ShopOrder& order) {
 
   addDepartments(store, order, has);
   if (order.tables == ShopTables::Cafe) addBarcodes(store, has, slots);
+  for (const ShopRule& each : order.rules) {
+    Table& table = store.tableNamed(each.table);
+    if (each.column.empty())
+      table.rule(each.rule);
+    else
+      table.columns()[table.columnIndex(each.column)].rule = each.rule;
+  }
   store.query(salesItems(order));
   return store;
 }

@@ -26,6 +26,13 @@ enum class Barcodes {
   Mixed,  ///< in turn: one, null, an empty text, blanks only
 };
 
+/// A validation rule of one of the shop's tables.
+struct ShopRule {
+  std::u16string table;
+  std::u16string column;  ///< empty for the rule on the table's rows
+  Rule rule;
+};
+
 struct ShopDepartment {
   std::u16string id;
   std::optional<std::u16string> name;  ///< null where absent
@@ -72,6 +79,7 @@ struct ShopOrder {
   std::uint32_t encodingKey = 0;
   bool referenceMaps = false;
   std::size_t freePages = 2;
+  std::vector<ShopRule> rules;
 };
 
 /// The café: 230 slots, Double prices, text departments, no index on names.

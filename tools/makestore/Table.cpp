@@ -16,6 +16,21 @@ jet::Property yes(std::u16string name) {
           .data = {0xFF}};
 }
 
+jet::Property textProperty(std::u16string name, std::u16string_view value) {
+  jet::Property property{.name = std::move(name),
+                         .type = static_cast<std::uint8_t>(jet::ColumnType::Memo),
+                         .definition = true,
+                         .data = {}};
+  for (const char16_t unit : value) jet::appendU16(property.data, unit);
+  return property;
+}
+
+void addRule(const Rule& rule, jet::PropertyBlock& block) {
+  if (rule.expression.empty()) return;
+  block.properties.push_back(textProperty(u"ValidationRule", rule.expression));
+  if (!rule.text.empty()) block.properties.push_back(textProperty(u"ValidationText", rule.text));
+}
+
 }  // namespace
 
 Column Column::text(std::u16string name, std::size_t length) {
@@ -46,6 +61,11 @@ Table& Table::index(Index index) {
   return *this;
 }
 
+Table& Table::rule(Rule rule) {
+  rule_ = std::move(rule);
+  return *this;
+}
+
 Table& Table::row(std::vector<runtime::Variant> values, Placement placement) {
   if (values.size() > columns_.size())
     throw std::invalid_argument("a row has more values than its table has columns");
@@ -68,11 +88,15 @@ std::size_t Table::columnIndex(std::u16string_view name) const {
 
 jet::Bytes Table::properties() const {
   std::vector<jet::PropertyBlock> blocks;
+  jet::PropertyBlock own{.type = jet::PropertyBlock::kObject, .name = {}, .properties = {}};
+  addRule(rule_, own);
+  if (!own.properties.empty()) blocks.push_back(std::move(own));
   for (const Column& column : columns_) {
     jet::PropertyBlock block{.name = column.name, .properties = {}};
     if (column.required) block.properties.push_back(yes(u"Required"));
     if (jet::isText(column.type) && column.allowZeroLength)
       block.properties.push_back(yes(u"AllowZeroLength"));
+    addRule(column.rule, block);
     if (!block.properties.empty()) blocks.push_back(std::move(block));
   }
   return blocks.empty() ? jet::Bytes() : jet::encodeProperties(jet::Version::Jet4, blocks);

@@ -12,6 +12,13 @@
 
 namespace makestore {
 
+/// A restriction of the store's owner: an expression of the dialect, for a column a criterion, and
+/// the words for a refusal.
+struct Rule {
+  std::u16string expression;  ///< empty for none
+  std::u16string text = {};   ///< may be empty
+};
+
 /// A column to be made. Its number is its place among the table's columns.
 struct Column {
   std::u16string name;
@@ -21,6 +28,7 @@ struct Column {
   bool compressed = true;       ///< text and memo: one byte a character where that is possible
   bool required = false;        ///< refuses null
   bool allowZeroLength = true;  ///< text and memo: takes the empty text
+  Rule rule = {};               ///< for the column's values
   std::uint8_t precision = 18;  ///< Numeric
   std::uint8_t scale = 0;       ///< Numeric
   std::uint8_t flags = 0x02;    ///< as stored, but for the fixed and the autonumber bit
@@ -69,6 +77,8 @@ class Table {
 
   Table& column(Column column);
   Table& index(Index index);
+  /// Restricts the rows.
+  Table& rule(Rule rule);
   /// Adds a row. Each value is null or of exactly its column's kind (Byte: std::uint8_t, Integer:
   /// std::int16_t, Long: std::int32_t and so on); values left out are null.
   /// Raises std::invalid_argument for too many values.
@@ -80,6 +90,7 @@ class Table {
 
   const std::u16string& name() const { return name_; }
   const std::vector<Column>& columns() const { return columns_; }
+  std::vector<Column>& columns() { return columns_; }
   const std::vector<Index>& indexes() const { return indexes_; }
   const std::vector<Row>& rows() const { return rows_; }
   std::vector<Row>& rows() { return rows_; }
@@ -87,7 +98,7 @@ class Table {
 
   /// Place of the column, letter case included. Raises std::invalid_argument where there is none.
   std::size_t columnIndex(std::u16string_view name) const;
-  /// What the columns' properties are stored as; empty where none has one.
+  /// What the properties of the table and its columns are stored as; empty where there are none.
   jet::Bytes properties() const;
 
  private:
@@ -95,6 +106,7 @@ class Table {
   std::vector<Column> columns_;
   std::vector<Index> indexes_;
   std::vector<Row> rows_;
+  Rule rule_;
   std::optional<std::u16string> fillColumn_;
 };
 

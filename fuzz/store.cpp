@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -45,14 +46,15 @@ void readTable(const jet::Table& table) {
   }
 }
 
-void changeOneRow(jet::Database& database, const jet::Table& table) {
+void changeOneRow(jetsql::Session& session, const jet::Table& table) {
   const auto scan = table.scan();
   if (!scan->next()) return;
   for (int i = 0; i < static_cast<int>(table.columns().size()); ++i) {
     if (table.columns()[static_cast<std::size_t>(i)].type != jet::ColumnType::Text) continue;
-    const jet::ColumnValue asRead{i, scan->row().value(i)};
-    const jet::ColumnValue change{i, u"changed"};
-    database.update(table, scan->row().id(), {&change, 1}, {&asRead, 1});
+    session.update({.table = table.identity(),
+                    .row = scan->row().id(),
+                    .values = {{table.identity(i), u"changed"}},
+                    .asRead = {{table.identity(i), scan->row().value(i)}}});
     return;
   }
 }
@@ -75,16 +77,16 @@ void runQuery(jetsql::Session& session, const std::u16string& name) {
 void useAll(const std::filesystem::path& file, const std::u16string& password) {
   jetsql::Session session(file, u"store", password);
   jet::Database& database = session.database();
-  const jet::Table* changed = nullptr;
+  std::optional<jet::CatalogObject> changed;
   for (const jet::CatalogObject& object : database.objects()) {
     if (object.kind == jet::ObjectKind::Query) runQuery(session, object.name);
     if (object.kind != jet::ObjectKind::Table) continue;
     database.find(object.name);
     const jet::Table& table = database.table(object);
     readTable(table);
-    if (!object.isSystem()) changed = &table;
+    if (!object.isSystem()) changed = object;
   }
-  if (changed != nullptr) changeOneRow(database, *changed);
+  if (changed) changeOneRow(session, database.table(*changed));
 }
 
 }  // namespace

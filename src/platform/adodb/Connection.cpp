@@ -1,7 +1,7 @@
 #include "platform/adodb/Connection.h"
 
 #include "platform/adodb/ConnectionString.h"
-#include "platform/adodb/Error.h"
+#include "platform/adodb/ObjectError.h"
 #include "platform/files/ProgramFolder.h"
 #include "platform/jetsql/Session.h"
 

@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <span>
 #include <utility>
 #include <vector>
 
-#include "platform/adodb/Error.h"
+#include "platform/adodb/ObjectError.h"
 #include "platform/adodb/RowStore.h"
-#include "platform/jet/engine/Database.h"
+#include "platform/jet/engine/RowChange.h"
 #include "platform/jet/format/TextKey.h"
 #include "platform/jetsql/Session.h"
 
@@ -33,7 +34,7 @@ struct Recordset::Rows final : public jetsql::RowSink {
   }
   /// The table row that holds the column; absent where it can't be written.
   std::optional<jet::RowId> rowOf(int column) const {
-    if (isReadOnly || field(column).table == nullptr) return std::nullopt;
+    if (isReadOnly || !field(column).table) return std::nullopt;
     const std::uint32_t packed =
         store.source(place, static_cast<std::size_t>(field(column).sourceRow));
     if (packed == 0) return std::nullopt;
@@ -41,8 +42,8 @@ struct Recordset::Rows final : public jetsql::RowSink {
   }
 
   void update();
-  void updateSource(const jet::Table& table, int sourceRow, jet::RowId id);
-  void reread(int sourceRow, jet::RowId id);
+  void updateSource(int sourceRow, jet::RowId id);
+  void replaceCurrent(std::span<const runtime::Variant> values);
 
   std::weak_ptr<jetsql::Session> session;
   std::vector<jetsql::ResultColumn> fields;
@@ -56,57 +57,46 @@ struct Recordset::Rows final : public jetsql::RowSink {
 void Recordset::Rows::update() {
   while (!staged.empty()) {
     const int column = staged.begin()->first;
-    const jetsql::ResultColumn& first = field(column);
-    updateSource(*first.table, first.sourceRow, *rowOf(column));
+    updateSource(field(column).sourceRow, *rowOf(column));
   }
 }
 
-void Recordset::Rows::updateSource(const jet::Table& table, int sourceRow, jet::RowId id) {
-  std::vector<jet::ColumnValue> changes;
-  std::vector<jet::ColumnValue> asRead;
+void Recordset::Rows::updateSource(int sourceRow, jet::RowId id) {
+  const auto isOfSource = [&](const jetsql::ResultColumn& each) {
+    return each.table && each.sourceRow == sourceRow;
+  };
+  jet::RowChange change;
+  change.row = id;
   for (std::size_t i = 0; i < fields.size(); ++i) {
-    const jetsql::ResultColumn& each = fields[i];
-    if (each.table == nullptr || each.sourceRow != sourceRow) continue;
+    if (!isOfSource(fields[i])) continue;
     const auto column = static_cast<int>(i);
-    asRead.push_back({each.tableColumn, value(column)});
-    const auto change = staged.find(column);
-    if (change != staged.end()) changes.push_back({each.tableColumn, change->second});
+    change.table = *fields[i].table;
+    change.asRead.push_back({fields[i].tableColumn, value(column)});
+    const auto set = staged.find(column);
+    if (set != staged.end()) change.values.push_back({fields[i].tableColumn, set->second});
   }
-  const auto open = session.lock();
-  const jet::Reading untilReread(open->database());
-  open->database().update(table, id, changes, asRead);
+  std::vector<runtime::Variant> written = session.lock()->update(change);
   std::erase_if(staged, [&](const auto& each) { return field(each.first).sourceRow == sourceRow; });
-  reread(sourceRow, id);
+
+  std::vector<runtime::Variant> values;
+  auto next = written.begin();
+  for (std::size_t i = 0; i < fields.size(); ++i)
+    values.push_back(isOfSource(fields[i]) ? std::move(*next++) : value(static_cast<int>(i)));
+  replaceCurrent(values);
 }
 
-/// Takes the row as it now stands in the file.
-void Recordset::Rows::reread(int sourceRow, jet::RowId id) {
-  std::vector<runtime::Variant> values;
-  const jet::Row* row = nullptr;
-  std::optional<jet::RowReader> reader;
-  for (std::size_t i = 0; i < fields.size(); ++i) {
-    const jetsql::ResultColumn& each = fields[i];
-    values.push_back(value(static_cast<int>(i)));
-    if (each.table == nullptr || each.sourceRow != sourceRow) continue;
-    if (row == nullptr) {
-      reader.emplace(each.table->reader());
-      if (!reader->find(id)) throw error::noCurrentRecord();
-      row = &reader->row();
-    }
-    values.back() = row->value(each.tableColumn);
-  }
+/// Puts other values in the current row's stead; it still comes from the same rows.
+void Recordset::Rows::replaceCurrent(std::span<const runtime::Variant> values) {
   std::vector<jetsql::RawValue> raw;
-  std::vector<std::uint32_t> sources;
   raw.reserve(values.size());
   for (const runtime::Variant& each : values) raw.push_back(jetsql::rawValue(each));
   int count = 0;
-  for (const jetsql::ResultColumn& each : fields) {
-    if (each.table != nullptr) count = std::max(count, each.sourceRow + 1);
-  }
+  for (const jetsql::ResultColumn& each : fields)
+    if (each.table) count = std::max(count, each.sourceRow + 1);
+  std::vector<std::uint32_t> sources;
   sources.reserve(static_cast<std::size_t>(count));
-  for (int i = 0; i < count; ++i) {
+  for (int i = 0; i < count; ++i)
     sources.push_back(store.source(place, static_cast<std::size_t>(i)));
-  }
   store.replace(place, {raw, sources});
 }
 

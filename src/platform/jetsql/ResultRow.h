@@ -1,18 +1,16 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
 
+#include "platform/jet/engine/TableIdentity.h"
 #include "platform/jetsql/Type.h"
 #include "platform/runtime/Variant.h"
-
-namespace jet {
-class Table;
-}
 
 namespace jetsql {
 
@@ -20,10 +18,10 @@ namespace jetsql {
 struct ResultColumn {
   std::u16string name;  ///< as the statement or the file spells it
   Type type = Type::Null;
-  /// The table's column that the values come from unchanged, its place among the table's columns,
-  /// and which of the result's source rows holds it; without a table the column can't be written.
-  const jet::Table* table = nullptr;
-  int tableColumn = 0;
+  /// The table and the column of it that the values come from unchanged, and which of the result's
+  /// source rows holds it; without a table the column can't be written.
+  std::optional<jet::TableIdentity> table;
+  jet::ColumnIdentity tableColumn;
   int sourceRow = 0;
 };
 

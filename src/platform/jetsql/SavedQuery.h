@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-#include "platform/jet/engine/Catalog.h"
+#include "platform/jet/engine/ObjectCatalog.h"
 #include "platform/jetsql/Query.h"
 
 namespace jetsql {

@@ -7,9 +7,11 @@
 #include <utility>
 
 #include "platform/jet/engine/Database.h"
+#include "platform/jet/format/EngineError.h"
 #include "platform/jetsql/Binder.h"
 #include "platform/jetsql/Error.h"
 #include "platform/jetsql/Parser.h"
+#include "platform/jetsql/RuleCondition.h"
 #include "platform/jetsql/SqlFunction.h"
 #include "platform/jetsql/TableModule.h"
 #include "platform/jetsql/Translation.h"
@@ -60,6 +62,14 @@ RawValue rawValue(sqlite3_stmt* statement, int column) {
       return std::monostate{};
   }
 }
+
+/// Counts the rows of a result.
+struct RowCount final : public RowSink {
+  void columns(std::vector<ResultColumn>) override {}
+  void row(const ResultRow&) override { ++rows; }
+
+  int rows = 0;
+};
 
 }  // namespace
 
@@ -120,9 +130,28 @@ void Session::translated(std::u16string_view statement, std::string_view prefix,
                          std::vector<std::string>* steps) {
   const jet::Reading untilDone(*database_);
   const std::unique_ptr<Query> query = Parser(statement).statement();
+  execute(*query, prefix, sink, steps);
+}
+
+std::vector<runtime::Variant> Session::update(const jet::RowChange& change) {
+  const auto holds = [&](const jet::ValidationRule& rule, const jet::NewRow& row) {
+    RowCount broken;
+    try {
+      execute(*brokenBy(rule, row), "", &broken, nullptr);
+    } catch (const runtime::RunTimeError& failure) {
+      throw jet::error::ruleUnusable(rule.expression, rule.subject(), failure.text());
+    }
+    return broken.rows == 0;
+  };
+  return database_->update(change, holds);
+}
+
+/// Runs a parsed statement under the lock that is held.
+void Session::execute(Query& query, std::string_view prefix, RowSink* sink,
+                      std::vector<std::string>* steps) {
   Catalog catalog(*database_);
-  Binder(catalog).bind(*query);
-  Translation translation = translate(*query, database_->textOrder());
+  Binder(catalog).bind(query);
+  Translation translation = translate(query, database_->textOrder());
 
   if (!connection_) connection_ = std::make_unique<Connection>(database_->textOrder());
   Connection& connection = *connection_;

@@ -10,9 +10,12 @@
 
 namespace jet {
 class Database;
-}
+struct RowChange;
+}  // namespace jet
 
 namespace jetsql {
+
+struct Query;
 
 /// A session on one store database: the open file, and the SQL engine over it. Errors of all
 /// members are the provider's, with the engine's words.
@@ -34,11 +37,17 @@ class Session {
   /// 0:tblStock by PrimaryKey id>=? id<=? ordered".
   std::vector<std::string> plan(std::u16string_view statement);
 
-  /// The file itself, for reading and updating single rows.
+  /// Updates one row as `jet::Database::update` does, with the rules of the store's owner tried in
+  /// the dialect.
+  std::vector<runtime::Variant> update(const jet::RowChange& change);
+
+  /// The file itself.
   jet::Database& database();
 
  private:
   struct Connection;
+  void execute(Query& query, std::string_view prefix, RowSink* sink,
+               std::vector<std::string>* steps);
   void translated(std::u16string_view statement, std::string_view prefix, RowSink* sink,
                   std::vector<std::string>* steps);
 

@@ -14,11 +14,11 @@ Translation translate(Query& query, jet::TextOrder order) {
   for (std::size_t i = 0; i < query.columns.size(); ++i) {
     const auto place = static_cast<int>(i);
     wanted.push_back({place, Form::Exact, 0});
-    ResultColumn column{query.columns[i].name, query.columns[i].type, nullptr, 0, 0};
+    ResultColumn column{query.columns[i].name, query.columns[i].type, {}, {}, 0};
     if (const auto origin = originOf(query, place)) {
       const auto known = std::ranges::find(sources, origin->source);
-      column.table = origin->table;
-      column.tableColumn = origin->column;
+      column.table = origin->table->identity();
+      column.tableColumn = origin->table->identity(origin->column);
       column.sourceRow = static_cast<int>(known - sources.begin());
       if (known == sources.end()) {
         sources.push_back(origin->source);

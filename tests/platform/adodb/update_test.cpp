@@ -1,9 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "TestStore.h"
+#include "makestore/StoreBuilder.h"
+#include "platform/files/ProgramFolder.h"
+#include "support/FileFaults.h"
 
 namespace adodbtest {
 namespace {
+
+namespace fs = std::filesystem;
 
 using ADODB::Connection;
 using ADODB::Recordset;
@@ -138,6 +145,88 @@ TEST_F(Update, ARowThatAnotherSessionChangedIsRefused) {
   reading.Close();
   EXPECT_EQ(reread(u"select description from tblStock where id = 31"), "first|");
   EXPECT_EQ(reread(u"select description from tblStock where id = 32"), "third|");
+}
+
+/// The items' store, with the columns that a case wants.
+fs::path writeItems(const fs::path& file, const std::vector<makestore::Column>& columns) {
+  makestore::StoreBuilder store;
+  makestore::Table& table = store.password(u"w7rt3q8814Z").table(u"Items");
+  std::vector<runtime::Variant> row{std::int32_t{1}, u"tea"};
+  for (const makestore::Column& column : columns) table.column(column);
+  table.row(std::move(row));
+  store.write(file);
+  return file;
+}
+
+TEST_F(Update, OfADefinitionThatAnotherProgramChangedIsRefused) {
+  using makestore::Column;
+  const Column id{.name = u"id"};
+  const Column name = Column::text(u"name", 20);
+  const Column note = Column::text(u"note", 20);
+  const Column amount{.name = u"amount", .type = jet::ColumnType::Double};
+  struct Case {
+    const char* what;
+    std::vector<Column> columns;
+    bool taken;
+  };
+  for (const Case& each : {
+           Case{"dropped", {id, name}, false},
+           Case{"another number", {id, name, amount, note}, false},
+           Case{"another name", {id, name, Column::text(u"notes", 20)}, false},
+           Case{"another type", {id, name, {.name = u"note"}}, false},
+           Case{"another column", {id, name, note, amount}, true},
+       }) {
+    SCOPED_TRACE(each.what);
+    const fs::path file = writeItems(store_.folder().path() / "Items.mdb", {id, name, note});
+    Connection connection;
+    connection.Open(connectionString(files::programFolder() + u"\\Items.mdb"), u"", u"", -1);
+    Recordset rows;
+    rows.Open(u"select id, name, note from Items", connection, 1, 2, -1);
+    // Another program writes the file itself anew.
+    const auto changed =
+        support::readFile(writeItems(store_.folder().path() / "other.mdb", each.columns));
+    std::ofstream(file, std::ios::binary) << changed.value();
+    rows.Fields(u"note").value(u"green");
+    EXPECT_EQ(failureNumber([&] { rows.Update(); }), each.taken ? 0 : -2147217864);
+    EXPECT_EQ(support::readFile(file) == changed, !each.taken);
+    EXPECT_EQ(rows.Fields(u"note").value(), Variant(u"green"));
+  }
+}
+
+TEST_F(Update, OfAFileThatWasReplacedIsRefused) {
+  rows_.Open(kFreeSlots, connection_, 1, 2, -1);
+  const fs::path restored = store_.folder().path() / "restored.mdb";
+  fs::copy_file(store_.file(), restored);
+  const auto bytes = support::readFile(restored);
+  fs::rename(store_.file(), store_.folder().path() / "old.mdb");
+  fs::rename(restored, store_.file());
+  rows_.Fields(u"description").value(u"lost");
+  EXPECT_EQ(failureNumber([&] { rows_.Update(); }), -2147467259);
+  EXPECT_EQ(support::readFile(store_.file()), bytes);
+  EXPECT_EQ(support::readFile(store_.folder().path() / "old.mdb"), bytes);
+}
+
+TEST_F(Update, ThatChangesNothingReadsFewPages) {
+  makestore::ShopOrder order;
+  order.slots = 5000;
+  order.products = 4000;
+  const TestStore large(order);
+  Connection connection;
+  large.open(connection);
+  rows_.Open(u"SELECT id,PRINTER1, PRINTER2, OPEN_PLU,ITEM_TYPE,NEG_PRICE from tblPlu where ID = 7",
+             connection, 1, 2, -1);
+  for (const char16_t* column : {u"PRINTER1", u"PRINTER2", u"OPEN_PLU", u"ITEM_TYPE", u"NEG_PRICE"})
+    rows_.Fields(column).value(rows_.Fields(column).value());
+  support::FileFaults faults;
+  int reads = 0;
+  int changes = 0;
+  files::setFaultSeam([&](const files::FileStep& step) {
+    ++(step.kind == files::FileStep::Kind::Read ? reads : changes);
+    return step.size;
+  });
+  rows_.Update();
+  EXPECT_LE(reads, 20);
+  EXPECT_EQ(changes, 0);
 }
 
 // A program may stand under a message while its session is open, also one that has failed.

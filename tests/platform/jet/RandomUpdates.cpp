@@ -170,7 +170,7 @@ Change RandomUpdates::next(jet::Database& database) {
 
 bool RandomUpdates::make(jet::Database& database, const Change& change) {
   try {
-    database.update(tableNamed(database, change.table), change.row, change.values, {});
+    update(database, tableNamed(database, change.table), change.row, change.values);
   } catch (const runtime::RunTimeError& error) {
     ++refused_[error.number()];
     if (std::strstr(error.what(), "damaged") != nullptr) throw;
@@ -186,7 +186,7 @@ bool RandomUpdates::make(jet::Database& database, const Change& change) {
 void makeChange(const std::filesystem::path& file, std::u16string_view password,
                 const Change& change) {
   jet::Database database(file, u"the file", password);
-  database.update(tableNamed(database, change.table), change.row, change.values, {});
+  update(database, tableNamed(database, change.table), change.row, change.values);
 }
 
 void RandomUpdates::run(int count) {

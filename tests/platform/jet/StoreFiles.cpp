@@ -219,6 +219,16 @@ const jet::Table& tableNamed(jet::Database& database, std::u16string_view name) 
   return database.table(*object);
 }
 
+void update(jet::Database& database, const jet::Table& table, jet::RowId row,
+            std::span<const jet::ColumnValue> values, std::span<const jet::ColumnValue> asRead) {
+  jet::RowChange change{.table = table.identity(), .row = row, .values = {}, .asRead = {}};
+  for (const jet::ColumnValue& each : values)
+    change.values.push_back({table.identity(each.column), each.value});
+  for (const jet::ColumnValue& each : asRead)
+    change.asRead.push_back({table.identity(each.column), each.value});
+  database.update(change, [](const auto&, const auto&) { return true; });
+}
+
 void readEverything(const fs::path& file, std::u16string_view password) {
   jet::Database database(file, u"the file", password);
   for (const jet::CatalogObject& object : database.objects()) {

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <map>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -61,6 +62,12 @@ std::string printed(const runtime::Variant& value);
 std::vector<std::string> linesOf(const jet::Table& table);
 /// Opens the file and gives the table of that name.
 const jet::Table& tableNamed(jet::Database& database, std::u16string_view name);
+
+/// Updates one row; columns are named by their positions in `table`, which is gone after it. No
+/// validation rule refuses anything.
+void update(jet::Database& database, const jet::Table& table, jet::RowId row,
+            std::span<const jet::ColumnValue> values,
+            std::span<const jet::ColumnValue> asRead = {});
 
 /// Reads whatever a database holds: every table by a scan and by each index, every saved query.
 void readEverything(const std::filesystem::path& file, std::u16string_view password);

@@ -55,8 +55,8 @@ class ARow : public testing::Test {
   void change(const std::u16string& column, const Variant& value) {
     jet::Database database(file_, u"the file", password_);
     const jet::Table& table = tableNamed(database, table_);
-    database.update(table, row_,
-                    std::vector<jet::ColumnValue>{{table.columnNamed(column).value(), value}}, {});
+    update(database, table, row_,
+           std::vector<jet::ColumnValue>{{table.columnNamed(column).value(), value}});
   }
 
   std::string read(const std::u16string& column) {
@@ -164,19 +164,17 @@ using UpdateOfARow = ARow;
 TEST_F(UpdateOfARow, ThatIsNoLongerAsItWasReadIsRefused) {
   use("stores/corner/MASTER.mdb", u"tblStock", u"id", std::int32_t{17});
   jet::Database database(file_, u"the file", password_);
-  const jet::Table& table = tableNamed(database, table_);
-  const int name = table.columnNamed(u"description").value();
-  const std::vector<jet::ColumnValue> asRead{{name, runtime::Null{}}};
-  database.update(table, row_, std::vector<jet::ColumnValue>{{name, u"first"}}, asRead);
-  EXPECT_EQ(
-      errorNumberOf([&] {
-        database.update(table, row_, std::vector<jet::ColumnValue>{{name, u"second"}}, asRead);
-      }),
-      kRowChanged);
-  EXPECT_EQ(errorNumberOf([&] {
-              database.update(table, {row_.page, 200}, std::vector<jet::ColumnValue>{}, {});
-            }),
-            kRowChanged);
+  const int name = tableNamed(database, table_).columnNamed(u"description").value();
+  const auto fill = [&](jet::RowId row, const char16_t* text) {
+    return errorNumberOf([&] {
+      update(database, tableNamed(database, table_), row,
+             std::vector<jet::ColumnValue>{{name, text}},
+             std::vector<jet::ColumnValue>{{name, runtime::Null{}}});
+    });
+  };
+  EXPECT_EQ(fill(row_, u"first"), 0);
+  EXPECT_EQ(fill(row_, u"second"), kRowChanged);
+  EXPECT_EQ(fill({row_.page, 200}, u"third"), kRowChanged);
   EXPECT_EQ(read(u"description"), "first");
 }
 
@@ -243,8 +241,8 @@ TEST_F(UpdateOfARow, OnAFullDiskLeavesAllOldRows) {
     const auto walk =
         table.walk(table.indexOn({u"description"}).value(), {.equal = {runtime::Null{}}});
     if (!walk->next()) return false;
-    database.update(table, walk->row().id(), std::vector<jet::ColumnValue>{{description, name}},
-                    std::vector<jet::ColumnValue>{{description, runtime::Null{}}});
+    update(database, table, walk->row().id(), std::vector<jet::ColumnValue>{{description, name}},
+           std::vector<jet::ColumnValue>{{description, runtime::Null{}}});
     ++filled;
     return true;
   };

@@ -249,11 +249,12 @@ TEST(Properties, OfRealTablesAreReadAndComeBack) {
   int forbidding = 0;
   for (const StoreFile& file : referenceStores()) {
     jet::Pager pager(file.path, u"");
-    jet::Catalog catalog(pager);
+    jet::ObjectCatalog catalog(pager);
     const auto stock = catalog.find(u"tblStock");
     ASSERT_TRUE(stock);
-    for (const jet::PropertyBlock& block :
-         catalog.properties(static_cast<std::uint32_t>(stock->id)))
+    const auto blocks = catalog.properties({stock->name, stock->definitionPage()});
+    ASSERT_TRUE(blocks);
+    for (const jet::PropertyBlock& block : *blocks)
       if (jet::sameName(block.name, u"description"))
         ++(block.flag(u"AllowZeroLength") ? allowing : forbidding);
   }

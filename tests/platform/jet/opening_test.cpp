@@ -1,5 +1,7 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <fstream>
 
 #include "platform/files/ByteFile.h"
@@ -61,9 +63,16 @@ TEST_F(Opening, SharesTheFileWithReadersButNotWithAnExclusiveHolder) {
   const fs::path held = scratch_.folder() / "held.mdb";
   fs::copy_file(store_, held);
   files::ByteFile holder(held, files::ByteFile::Access::ReadWrite);
-  holder.lockExclusive();
+  struct flock range {};
+  range.l_type = F_WRLCK;
+  range.l_whence = SEEK_SET;
+  range.l_len = 1;
+  ASSERT_EQ(::fcntl(holder.descriptor(), F_OFD_SETLK, &range), 0);
+  const auto begin = std::chrono::steady_clock::now();
   EXPECT_EQ(openingError(held), "-2147467259 Could not use 'S:\\M.mdb'; file already in use.");
-  holder.unlock();
+  EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::seconds{5});
+  range.l_type = F_RDLCK;
+  ASSERT_EQ(::fcntl(holder.descriptor(), F_OFD_SETLK, &range), 0);
   EXPECT_EQ(openingError(held), "");
 }
 

@@ -3,30 +3,20 @@
 #include <algorithm>
 
 #include "platform/jet/engine/IndexTree.h"
+#include "platform/jet/format/EngineError.h"
 #include "platform/jet/format/LongValue.h"
 #include "platform/jet/format/TextKey.h"
-#include "platform/runtime/RunTimeError.h"
 
 namespace jet {
 namespace {
 
-[[noreturn]] void raise(std::u16string words) {
-  throw runtime::RunTimeError(kEngineError, std::move(words));
-}
-
 std::u16string fieldName(const TableSource& source, const ColumnDefinition& column) {
-  return u"'" + source.name + u"." + column.name + u"'";
+  return source.name + u"." + column.name;
 }
 
 bool isEmptyText(const runtime::Variant& value) {
   const auto* text = std::get_if<std::u16string>(&value.get());
   return text != nullptr && text->empty();
-}
-
-bool isOn(const RowKey& key, std::span<const ColumnValue> values) {
-  return std::ranges::any_of(key.parts(), [&](const RowKey::Part& part) {
-    return std::ranges::find(values, part.column, &ColumnValue::column) != values.end();
-  });
 }
 
 bool isPrimary(const TableSource& source, std::size_t index) {
@@ -64,26 +54,20 @@ bool isOthersKey(const TableSource& source, std::size_t index, const RowKey& key
 
 }  // namespace
 
-void checkValues(Catalog& catalog, const TableSource& source, std::span<const ColumnValue> values) {
-  const bool anyEmpty = std::ranges::any_of(values, [](const ColumnValue& each) {
-    return each.value.isNull() || isEmptyText(each.value);
-  });
-  if (!anyEmpty) return;
-  const std::vector<PropertyBlock> blocks = catalog.properties(source.definitionPage);
+void checkValues(const TableSource& source, std::span<const PropertyBlock> properties,
+                 std::span<const ColumnValue> values) {
   for (const ColumnValue& each : values) {
     const ColumnDefinition& column = source.columns[static_cast<std::size_t>(each.column)];
-    const auto block = std::ranges::find_if(blocks, [&](const PropertyBlock& candidate) {
+    const auto block = std::ranges::find_if(properties, [&](const PropertyBlock& candidate) {
       return candidate.type == PropertyBlock::kColumn && sameName(candidate.name, column.name);
     });
     const auto flag = [&](std::u16string_view name) {
-      return block != blocks.end() && block->flag(name);
+      return block != properties.end() && block->flag(name);
     };
     if (each.value.isNull() && flag(u"Required"))
-      raise(u"The field " + fieldName(source, column) +
-            u" cannot contain a Null value because the Required property for this field is set to "
-            u"True.  Enter a value in this field.");
+      throw error::nullForbidden(fieldName(source, column));
     if (isEmptyText(each.value) && !flag(u"AllowZeroLength"))
-      raise(u"Field " + fieldName(source, column) + u" cannot be a zero-length string.");
+      throw error::emptyTextForbidden(fieldName(source, column));
   }
 }
 
@@ -93,12 +77,12 @@ std::vector<KeyChange> keyChanges(const TableSource& source, const Row& before, 
   for (std::size_t i = 0; i < source.definition.indexes.size(); ++i) {
     const IndexDefinition& index = source.definition.indexes[i];
     const RowKey key(source, i);
-    if (!isOn(key, values)) continue;
+    if (!key.covers(values)) continue;
     const Place place = source.place(index.root);
     if (!key.isSupported())
       raiseUnsupported(place, u"an index is of a kind whose keys are not known");
     if ((index.required() || isPrimary(source, i)) && key.hasNull(after))
-      raise(u"Index or primary key cannot contain a Null value.");
+      throw error::nullInIndex();
     Bytes bytes;
     KeyChange change;
     change.index = i;
@@ -113,11 +97,7 @@ std::vector<KeyChange> keyChanges(const TableSource& source, const Row& before, 
       change.newEntry = IndexEntry::of(bytes, after.id()).bytes;
       if (index.unique() && change.newEntry != change.oldEntry && !key.hasNull(after) &&
           isOthersKey(source, i, key, bytes, after.id()))
-        raise(
-            u"The changes you requested to the table were not successful because they would create "
-            u"duplicate values in the index, primary key, or relationship.  Change the data in the "
-            u"field or fields that contain duplicate data, remove the index, or redefine the index "
-            u"to permit duplicate entries and try again.");
+        throw error::duplicateKey();
     }
     changes.push_back(std::move(change));
   }

@@ -3,8 +3,8 @@
 #include <span>
 #include <vector>
 
-#include "platform/jet/engine/Catalog.h"
 #include "platform/jet/engine/ColumnValue.h"
+#include "platform/jet/engine/ObjectCatalog.h"
 #include "platform/jet/engine/RowKey.h"
 #include "platform/jet/engine/TableSource.h"
 
@@ -19,7 +19,8 @@ struct KeyChange {
 };
 
 /// Raises the engine's error where a column forbids its new value: null, or the empty text.
-void checkValues(Catalog& catalog, const TableSource& source, std::span<const ColumnValue> values);
+void checkValues(const TableSource& source, std::span<const PropertyBlock> properties,
+                 std::span<const ColumnValue> values);
 
 /// The changes that a row's new bytes mean for the indexes on the changed columns. Raises where a
 /// key can't be made safely, where an index requires a value, and where the key is another row's in
@@ -28,7 +29,7 @@ std::vector<KeyChange> keyChanges(const TableSource& source, const Row& before, 
                                   std::span<const ColumnValue> values);
 
 /// Raises the engine's error where the change would break a relationship.
-void checkRelationships(Catalog& catalog, const TableSource& source, const Row& before,
+void checkRelationships(ObjectCatalog& catalog, const TableSource& source, const Row& before,
                         const Row& after, std::span<const KeyChange> changes);
 
 }  // namespace jet

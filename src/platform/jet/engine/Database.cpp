@@ -4,30 +4,45 @@
 
 #include "platform/jet/engine/Pager.h"
 #include "platform/jet/engine/RowUpdate.h"
-#include "platform/jet/engine/TableSource.h"
-#include "platform/runtime/RunTimeError.h"
+#include "platform/jet/format/EngineError.h"
 
 namespace jet {
-namespace {
-
-constexpr std::int32_t kWrongPassword = -2147217843;
-
-}  // namespace
 
 struct Database::Session {
   Session(const std::filesystem::path& file, std::u16string_view shownPath)
       : pager(file, shownPath), catalog(pager) {}
 
+  /// Gives up the lock, and with it all that was read under it.
+  void release() noexcept {
+    tables.clear();
+    catalog.forget();
+    pager.release();
+  }
+
   Pager pager;
-  Catalog catalog;
+  ObjectCatalog catalog;
   std::map<std::uint32_t, std::unique_ptr<Table>> tables;  ///< by definition page
+};
+
+/// The exclusive lock, from the first page that an update reads to its end.
+class Database::Updating {
+ public:
+  explicit Updating(Session& session) : session_(session) {
+    session_.release();
+    session_.pager.lockForUpdate();
+  }
+  ~Updating() { session_.release(); }
+  Updating(const Updating&) = delete;
+  Updating& operator=(const Updating&) = delete;
+
+ private:
+  Session& session_;
 };
 
 Database::Database(const std::filesystem::path& file, std::u16string_view shownPath,
                    std::u16string_view password)
     : session_(std::make_unique<Session>(file, shownPath)) {
-  if (session_->pager.header().password != password)
-    throw runtime::RunTimeError(kWrongPassword, u"Not a valid password.");
+  if (session_->pager.header().password != password) throw error::wrongPassword();
 }
 
 Database::~Database() = default;
@@ -63,25 +78,15 @@ std::vector<QueryRow> Database::queryRows(const CatalogObject& object) {
   return session_->catalog.queryRows(object.id);
 }
 
-void Database::update(const Table& table, RowId row, std::span<const ColumnValue> changes,
-                      std::span<const ColumnValue> asRead) {
-  Pager& pager = session_->pager;
-  pager.beginUpdate();
-  try {
-    // The definition afresh: another program may have changed it since.
-    const TableSource source(pager, table.name(), table.definitionPage());
-    RowUpdate update(pager, session_->catalog, source, row);
-    update.expect(asRead);
-    update.run(changes);
-  } catch (...) {
-    pager.release();
-    throw;
-  }
-  pager.endUpdate();
+std::vector<runtime::Variant> Database::update(const RowChange& change, const RuleTest& holds) {
+  const Updating lock(*session_);
+  RowUpdate update(session_->pager, session_->catalog, change);
+  update.run(holds);
+  return update.readAgain();
 }
 
 Reading::~Reading() {
-  database_.session_->pager.release();
+  database_.session_->release();
 }
 
 }  // namespace jet

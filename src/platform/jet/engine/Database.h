@@ -4,13 +4,13 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string_view>
 #include <vector>
 
-#include "platform/jet/engine/Catalog.h"
-#include "platform/jet/engine/ColumnValue.h"
+#include "platform/jet/engine/ObjectCatalog.h"
+#include "platform/jet/engine/RowChange.h"
 #include "platform/jet/engine/Table.h"
+#include "platform/jet/engine/ValidationRule.h"
 #include "platform/jet/format/Layout.h"
 #include "platform/jet/format/TextKey.h"
 
@@ -18,14 +18,13 @@ namespace jet {
 
 /// One session on a store database. Only the pages that are asked for are read. The file's shared
 /// lock is held from the opening, and from any later read, to the end of a `Reading` or of the
-/// session. Errors of all members: -2147467259 with the file, table and page where the file is
-/// damaged, or for a file that another program holds too long.
+/// session. Errors of all members: the general error with the file, table and page where the file
+/// is damaged, or for a file that another program holds too long.
 class Database {
  public:
   /// Opens the file. `shownPath` is the path as the user knows it, for the engine's words.
-  /// Raises, with the engine's words: -2147467259 for a missing file, a missing folder, a file that
-  /// is no database, one that another program holds exclusively or that can't be read; -2147217843
-  /// for a wrong password.
+  /// Raises the engine's errors for a missing file or folder, a file that is no database, one that
+  /// another program holds exclusively or that can't be read, and a wrong password.
   Database(const std::filesystem::path& file, std::u16string_view shownPath,
            std::u16string_view password);
   ~Database();
@@ -43,25 +42,29 @@ class Database {
   /// All tables, saved queries and linked tables, in the order of the object list.
   std::vector<CatalogObject> objects();
 
-  /// The table's definition, read once a session; it lives as long as the database.
+  /// The table's definition, read once under a lock. It goes with the lock: at the end of a
+  /// `Reading`, and at an update.
   const Table& table(const CatalogObject& object);
   /// The rows of a saved query, in the order of their attribute and their number in it.
   std::vector<QueryRow> queryRows(const CatalogObject& object);
 
-  /// Changes columns of one row, with every index of the table. Takes the exclusive lock, reads the
-  /// row afresh and compares it with `asRead`, the values that the caller read before; then writes
-  /// and goes back to the shared lock. Cursors and rows from before an update must not be used
-  /// after. Values are converted to the columns' types. Nothing is written, and no lock is held,
-  /// when it raises: -2147217864 the row was changed or is gone; -2147217913 a value can't be
-  /// converted; -2147217833 a text or number is too large; -2147467259 a null or empty text is
-  /// forbidden, the value is a duplicate, the file is read-only or locked too long, or the change
-  /// can't be written safely. A disk that fails in the middle leaves all old rows readable.
-  void update(const Table& table, RowId row, std::span<const ColumnValue> changes,
-              std::span<const ColumnValue> asRead);
+  /// Changes columns of one row, with every index of the table, in one call: takes the exclusive
+  /// lock, reads definition, rules and row afresh and compares them with what the caller had read,
+  /// converts the values to the columns' types, checks, writes, reads the row again and unlocks.
+  /// Returns what the columns of `asRead` hold now, in their order. Cursors, rows and tables from
+  /// before must not be used after it. `holds` tries a validation rule on the new row.
+  ///
+  /// Nothing is written, and no lock is held, when it raises: the error of a changed row where the
+  /// row, its table or a column isn't as it was read; a mismatch or "too large" for a value that
+  /// doesn't fit its column; the general error for a null, an empty text or a duplicate that is
+  /// forbidden, a broken rule, a file that is read-only, replaced or locked too long, and a change
+  /// that can't be written safely. A disk that fails in the middle leaves all old rows readable.
+  std::vector<runtime::Variant> update(const RowChange& change, const RuleTest& holds);
 
  private:
   friend class Reading;
   struct Session;
+  class Updating;
   std::unique_ptr<Session> session_;
 };
 

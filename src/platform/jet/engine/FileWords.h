@@ -11,7 +11,7 @@ namespace jet {
 enum class FileWork { Opening, Reading, Updating };
 
 /// Raises the provider's error for a refusal of the host system, with the engine's words.
-[[noreturn]] void raiseFileProblem(const files::FileError& error, FileWork work,
+[[noreturn]] void raiseFileProblem(const files::FileError& failure, FileWork work,
                                    std::u16string_view shownPath);
 
 /// Runs `work` and turns a refusal of the host system into the provider's error.
@@ -19,8 +19,8 @@ template <class Work>
 auto withEngineWords(FileWork kind, std::u16string_view shownPath, Work&& work) {
   try {
     return std::forward<Work>(work)();
-  } catch (const files::FileError& error) {
-    raiseFileProblem(error, kind, shownPath);
+  } catch (const files::FileError& failure) {
+    raiseFileProblem(failure, kind, shownPath);
   }
 }
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "platform/jet/engine/FileWords.h"
+#include "platform/jet/format/EngineError.h"
 #include "platform/jet/format/PageCipher.h"
-#include "platform/runtime/RunTimeError.h"
 
 namespace jet {
 namespace {
@@ -14,9 +14,6 @@ using files::FileProblem;
 
 /// Pages that a session keeps: 4 MB of a Jet 4 file.
 constexpr std::size_t kMostFrames = 1024;
-/// Other sessions hold the exclusive lock for a few page writes only.
-constexpr std::chrono::milliseconds kOpenWait{2000};
-constexpr std::chrono::milliseconds kUpdateWait{5000};
 
 /// Opens for writing where that is allowed, else for reading.
 bool openEitherWay(std::optional<ByteFile>& file, const std::filesystem::path& path) {
@@ -36,7 +33,7 @@ Pager::Pager(const std::filesystem::path& file, std::u16string_view shownPath)
     : shownPath_(shownPath) {
   withEngineWords(FileWork::Opening, shownPath_, [&] {
     readOnly_ = openEitherWay(file_, file);
-    file_->lockShared(kOpenWait);
+    file_->lockShared();
     locked_ = true;
   });
   Bytes front(Header::kDecodedSize);
@@ -48,13 +45,11 @@ Pager::Pager(const std::filesystem::path& file, std::u16string_view shownPath)
     layout_ = &layoutOf(header_.version);
     forget();
   }
-  if (!header || pageCount_ <= kRelationshipsPage)
-    throw runtime::RunTimeError(kEngineError,
-                                u"Unrecognized database format '" + shownPath_ + u"'.");
+  if (!header || pageCount_ <= kRelationshipsPage) throw error::unrecognizedFormat(shownPath_);
 }
 
 void Pager::lock() {
-  withEngineWords(FileWork::Opening, shownPath_, [&] { file_->lockShared(kOpenWait); });
+  withEngineWords(FileWork::Opening, shownPath_, [&] { file_->lockShared(); });
   locked_ = true;
   forget();
 }
@@ -123,19 +118,14 @@ std::shared_ptr<const Pager::OpenIndexPage> Pager::readIndexPage(std::uint32_t n
   return frame.index;
 }
 
-void Pager::beginUpdate() {
-  withEngineWords(FileWork::Updating, shownPath_, [&] {
-    if (readOnly_)
-      throw runtime::RunTimeError(kEngineError, u"Cannot update. Database or object is read-only.");
+void Pager::lockForUpdate() {
+  if (readOnly_) throw error::fileReadOnly();
+  withEngineWords(FileWork::Updating, shownPath_, [&] { file_->lockExclusive(); });
+  locked_ = true;
+  if (file_->isReplaced()) {
     release();
-    file_->lockExclusive(kUpdateWait);
-    locked_ = true;
-  });
-  forget();
-}
-
-void Pager::endUpdate() {
-  withEngineWords(FileWork::Updating, shownPath_, [&] { file_->lockShared(kUpdateWait); });
+    throw error::fileReplaced(shownPath_);
+  }
   forget();
 }
 

@@ -43,14 +43,14 @@ class Pager {
   };
   std::shared_ptr<const OpenIndexPage> readIndexPage(std::uint32_t number, const Place& from);
 
-  /// Gives up the shared lock, takes the exclusive one and forgets all pages read so far. Raises
-  /// the error for a file that is locked too long or read-only; no lock is held then.
-  void beginUpdate();
-  /// Forgets all pages and goes back to the shared lock.
-  void endUpdate();
-  /// Gives up whatever lock is held, until a page is asked for again. What was read stays with who
-  /// has it, and is forgotten here.
+  /// Takes the exclusive lock; no other may be held. Raises the errors of a file that is read-only,
+  /// locked too long, or no longer the one of that path; no lock is held then.
+  void lockForUpdate();
+  /// Gives up whatever lock is held, until a page is asked for again. Pages already handed out stay
+  /// valid.
   void release() noexcept;
+  /// Forgets all pages read so far: the file has others now.
+  void forget();
   /// Writes a page; one behind the last makes the file longer. Only within an update.
   void write(std::uint32_t number, ByteView page);
   /// Returns when all writes have reached the disk.
@@ -65,14 +65,13 @@ class Pager {
   };
 
   void lock();
-  void forget();
   std::size_t freeFrame();
   Frame& frameWith(std::uint32_t number, const Place& from);
 
   std::u16string shownPath_;
   bool readOnly_ = false;
   std::optional<files::ByteFile> file_;
-  bool locked_ = false;  ///< shared, or alone within an update
+  bool locked_ = false;  ///< shared, or exclusively within an update
   Header header_;
   const Layout* layout_ = nullptr;
   std::uint32_t pageCount_ = 0;

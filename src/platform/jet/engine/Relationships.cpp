@@ -2,15 +2,15 @@
 
 #include "platform/jet/engine/Constraints.h"
 #include "platform/jet/engine/IndexTree.h"
+#include "platform/jet/format/EngineError.h"
 #include "platform/jet/format/IndexKey.h"
-#include "platform/runtime/RunTimeError.h"
 
 namespace jet {
 namespace {
 
 constexpr std::uint8_t kReferencedSide = 1;
 
-std::u16string tableName(Catalog& catalog, std::uint32_t definitionPage) {
+std::u16string tableName(ObjectCatalog& catalog, std::uint32_t definitionPage) {
   for (const CatalogObject& object : catalog.objects())
     if (object.kind == ObjectKind::Table && object.definitionPage() == definitionPage)
       return object.name;
@@ -57,7 +57,7 @@ bool hasMatch(const TableSource& source, std::size_t index, const Row& row,
 
 }  // namespace
 
-void checkRelationships(Catalog& catalog, const TableSource& source, const Row& before,
+void checkRelationships(ObjectCatalog& catalog, const TableSource& source, const Row& before,
                         const Row& after, std::span<const KeyChange> changes) {
   for (const LogicalIndex& logical : source.definition.logicalIndexes) {
     if (logical.kind != LogicalIndex::Kind::ForeignKey) continue;
@@ -72,15 +72,8 @@ void checkRelationships(Catalog& catalog, const TableSource& source, const Row& 
     if (referenced && match && logical.cascadeUpdates == 1)
       raiseUnsupported(source.place(source.definitionPage),
                        u"related rows would have to change with it");
-    if (referenced && match)
-      throw runtime::RunTimeError(
-          kEngineError, u"The record cannot be deleted or changed because table '" + other.name +
-                            u"' includes related records.");
-    if (!referenced && !match)
-      throw runtime::RunTimeError(kEngineError,
-                                  u"You cannot add or change a record because a related record is "
-                                  u"required in table '" +
-                                      other.name + u"'.");
+    if (referenced && match) throw error::hasRelatedRows(other.name);
+    if (!referenced && !match) throw error::lacksRelatedRow(other.name);
   }
 }
 

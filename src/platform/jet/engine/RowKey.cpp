@@ -23,6 +23,12 @@ RowKey::RowKey(const TableSource& source, std::size_t index) : source_(source) {
   ordered_ = ordered_ && supported_;
 }
 
+bool RowKey::covers(std::span<const ColumnValue> values) const {
+  return std::ranges::any_of(parts_, [&](const Part& part) {
+    return std::ranges::find(values, part.column, &ColumnValue::column) != values.end();
+  });
+}
+
 bool RowKey::make(const Row& row, Bytes& key) const {
   key.clear();
   return supported_ && std::ranges::all_of(parts_, [&](const Part& part) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <span>
 #include <vector>
 
+#include "platform/jet/engine/ColumnValue.h"
 #include "platform/jet/engine/Row.h"
 #include "platform/jet/engine/TableSource.h"
 #include "platform/jet/format/Bytes.h"
@@ -23,6 +25,9 @@ class RowKey {
   bool isSupported() const { return supported_; }
   /// True where the keys order as the values do.
   bool isOrdered() const { return ordered_; }
+
+  /// True when the key has one of these columns.
+  bool covers(std::span<const ColumnValue> values) const;
 
   /// Replaces `key` with the row's key, without row pointer; false where the row has none that we
   /// know.

@@ -4,7 +4,7 @@
 
 #include "platform/jet/engine/StrayBodies.h"
 #include "platform/jet/format/Damage.h"
-#include "platform/runtime/RunTimeError.h"
+#include "platform/jet/format/EngineError.h"
 
 namespace jet {
 namespace {
@@ -65,8 +65,7 @@ std::optional<RowPointer> RowPlacement::bodyLeftBehind(ByteView row) const {
 
 void RowPlacement::place(RowId id, const FoundRow& old, const RowParts& parts) {
   const Bytes row = parts.encode(source_.version());
-  if (row.size() > changes_.layout().longestRow)
-    throw runtime::RunTimeError(kEngineError, u"Record is too large.");
+  if (row.size() > changes_.layout().longestRow) throw error::rowTooLarge();
   const RowPointer body{old.bodyPage, old.bodySlot};
   const bool moved = body != id;
   if (placeAt(body, parts, moved ? SlotMark::Body : SlotMark::Row)) return;

@@ -5,28 +5,21 @@
 
 #include "platform/jet/engine/LongValueWriter.h"
 #include "platform/jet/engine/RowBuilder.h"
-#include "platform/jet/engine/StrayBodies.h"
 #include "platform/jet/engine/ValueConversion.h"
+#include "platform/jet/format/EngineError.h"
 #include "platform/jet/format/StoredValue.h"
-#include "platform/runtime/RunTimeError.h"
 
 namespace jet {
 namespace {
-
-constexpr std::int32_t kRowChanged = -2147217864;
-
-[[noreturn]] void raiseRowChanged() {
-  throw runtime::RunTimeError(kRowChanged,
-                              u"Row cannot be located for updating. Some values may have been "
-                              u"changed since it was last read.");
-}
 
 const ColumnDefinition& columnOf(const TableSource& source, const ColumnValue& value) {
   return source.columns[static_cast<std::size_t>(value.column)];
 }
 
-bool isAmong(std::span<const ColumnValue> values, int column) {
-  return std::ranges::find(values, column, &ColumnValue::column) != values.end();
+std::vector<PropertyBlock> propertiesOf(ObjectCatalog& catalog, const TableIdentity& table) {
+  std::optional<std::vector<PropertyBlock>> properties = catalog.properties(table);
+  if (!properties) throw error::rowChanged();
+  return std::move(*properties);
 }
 
 /// A row whose bytes no page has yet.
@@ -41,25 +34,40 @@ struct UnwrittenRow {
 
 }  // namespace
 
-RowUpdate::RowUpdate(Pager& pager, Catalog& catalog, const TableSource& source, RowId id)
-    : catalog_(catalog),
-      source_(source),
-      id_(id),
+RowUpdate::RowUpdate(Pager& pager, ObjectCatalog& catalog, const RowChange& change)
+    : pager_(pager),
+      catalog_(catalog),
+      properties_(propertiesOf(catalog, change.table)),
+      source_(pager, change.table.name, change.table.definitionPage),
+      id_(change.row),
+      asRead_(columnsNow(change.asRead)),
+      given_(columnsNow(change.values)),
       changes_(pager),
-      maps_(changes_, source),
-      placement_(changes_, maps_, source) {
-  if (!findRow(source, id, found_)) raiseRowChanged();
-  row_ = Row(source, id, found_);
+      maps_(changes_, source_),
+      placement_(changes_, maps_, source_) {
+  if (!findRow(source_, id_, found_)) throw error::rowChanged();
+  row_ = Row(source_, id_, found_);
+  for (const ColumnValue& each : asRead_)
+    if (row_.value(each.column) != each.value) throw error::rowChanged();
 }
 
-void RowUpdate::expect(std::span<const ColumnValue> asRead) const {
-  for (const ColumnValue& each : asRead)
-    if (row_.value(each.column) != each.value) raiseRowChanged();
+/// The values by the columns' positions in the definition as it is now.
+std::vector<ColumnValue> RowUpdate::columnsNow(std::span<const FieldValue> fields) const {
+  std::vector<ColumnValue> values;
+  values.reserve(fields.size());
+  for (const FieldValue& field : fields) {
+    const auto found =
+        std::ranges::find(source_.columns, field.column.number, &ColumnDefinition::number);
+    if (found == source_.columns.end() || identityOf(*found) != field.column)
+      throw error::rowChanged();
+    values.push_back({static_cast<int>(found - source_.columns.begin()), field.value});
+  }
+  return values;
 }
 
-std::vector<ColumnValue> RowUpdate::converted(std::span<const ColumnValue> values) const {
+std::vector<ColumnValue> RowUpdate::converted() const {
   std::vector<ColumnValue> result;
-  for (const ColumnValue& each : values)
+  for (const ColumnValue& each : given_)
     result.push_back(
         {each.column, convertTo(source_.version(), columnOf(source_, each), each.value)});
   return result;
@@ -77,7 +85,7 @@ void RowUpdate::storeValues(RowParts& parts, std::span<const ColumnValue> values
       continue;
     }
     std::optional<Bytes> stored = encodeValue(source_.version(), column, each.value);
-    if (!stored) raiseTooLarge();
+    if (!stored) throw error::tooLarge();
     if (column.fixed && stored->size() != typeSize(column.type).value_or(0))
       raiseUnsupported(source_.place(source_.definitionPage),
                        u"texts and bytes of fixed length are not written");
@@ -87,29 +95,42 @@ void RowUpdate::storeValues(RowParts& parts, std::span<const ColumnValue> values
   }
 }
 
-void RowUpdate::run(std::span<const ColumnValue> given) {
-  std::vector<ColumnValue> values = converted(given);
-  checkValues(catalog_, source_, values);
-  const std::vector<ColumnValue> all = values;
-  std::erase_if(values,
+void RowUpdate::run(const RuleTest& holds) {
+  const std::vector<ColumnValue> values = converted();
+  checkValues(source_, properties_, values);
+  checkRules(source_, properties_, row_, values, holds);
+  std::vector<ColumnValue> changed = values;
+  std::erase_if(changed,
                 [&](const ColumnValue& each) { return row_.value(each.column) == each.value; });
+  if (changed.empty())
+    removeStaleEntries(values);
+  else
+    changeRow(changed);
+  placement_.noteFreeSpace();
+  if (changes_.empty()) return;
+  changes_.commit();
+  pager_.forget();
+}
+
+void RowUpdate::changeRow(std::span<const ColumnValue> values) {
   for (const ColumnValue& each : values)
     if (columnOf(source_, each).autonumber)
-      throw runtime::RunTimeError(kEngineError, u"Cannot update '" + columnOf(source_, each).name +
-                                                    u"'; field not updateable.");
-  if (values.empty()) {
-    // Perhaps this change was interrupted when the row was already written.
-    cleanUp(all);
-  } else {
-    RowParts parts = partsOf(source_, row_);
-    storeValues(parts, values);
-    const UnwrittenRow after(source_, id_, parts.encode(source_.version()));
-    const std::vector<KeyChange> keys = keyChanges(source_, row_, after.row, values);
-    checkRelationships(catalog_, source_, row_, after.row, keys);
-    write(parts, keys, values);
-  }
-  placement_.noteFreeSpace();
-  if (!changes_.empty()) changes_.commit();
+      throw error::notUpdateable(columnOf(source_, each).name);
+  RowParts parts = partsOf(source_, row_);
+  storeValues(parts, values);
+  const UnwrittenRow after(source_, id_, parts.encode(source_.version()));
+  const std::vector<KeyChange> keys = keyChanges(source_, row_, after.row, values);
+  checkRelationships(catalog_, source_, row_, after.row, keys);
+  write(parts, keys, values);
+}
+
+std::vector<runtime::Variant> RowUpdate::readAgain() {
+  if (!findRow(source_, id_, found_)) throw error::rowChanged();
+  row_ = Row(source_, id_, found_);
+  std::vector<runtime::Variant> values;
+  values.reserve(asRead_.size());
+  for (const ColumnValue& each : asRead_) values.push_back(row_.value(each.column));
+  return values;
 }
 
 void RowUpdate::write(const RowParts& parts, std::span<const KeyChange> keys,
@@ -153,30 +174,16 @@ void RowUpdate::raiseCounters(const std::vector<std::size_t>& indexes) {
   changes_.stage(WriteStep::Counters, source_.definitionPage, std::move(page));
 }
 
-/// Removes what an interrupted run of this change left behind: the row's entries under other keys,
-/// and a body that is a copy of the row but for the columns of the change.
-void RowUpdate::cleanUp(std::span<const ColumnValue> values) {
+/// This change may have been interrupted when the row was already written: removes the entries that
+/// the row has under other keys in the indexes on these columns. A body without a pointer may stay.
+void RowUpdate::removeStaleEntries(std::span<const ColumnValue> values) {
   for (std::size_t i = 0; i < source_.definition.indexes.size(); ++i) {
     const RowKey key(source_, i);
-    const bool changed = std::ranges::any_of(
-        key.parts(), [&](const RowKey::Part& part) { return isAmong(values, part.column); });
+    if (!key.covers(values)) continue;
     const bool leftOut = source_.definition.indexes[i].ignoresNulls() && key.isAllNull(row_);
     std::optional<Bytes> own;
     if (Bytes bytes; !leftOut && key.make(row_, bytes)) own = IndexEntry::of(bytes, id_).bytes;
-    if (changed && (own || leftOut)) IndexEditor(changes_, maps_, source_, i).clean(id_, own);
-  }
-  for (const RowPointer stray : strayBodies(source_)) {
-    FoundRow found;
-    found.page = readDataPage(source_, stray.page, source_.place(source_.definitionPage));
-    found.bodyPage = stray.page;
-    found.bodySlot = stray.slot;
-    const DataPage rows(changes_.layout(), *found.page, source_.place(stray.page));
-    found.bytes = rows.bytes(rows.slot(stray.slot));
-    const Row body(source_, id_, found);
-    bool same = true;
-    for (int column = 0; same && column < static_cast<int>(source_.columns.size()); ++column)
-      same = isAmong(values, column) || body.value(column) == row_.value(column);
-    if (same) placement_.dropBody(stray);
+    if (own || leftOut) IndexEditor(changes_, maps_, source_, i).clean(id_, own);
   }
 }
 

@@ -3,37 +3,46 @@
 #include <span>
 #include <vector>
 
-#include "platform/jet/engine/Catalog.h"
 #include "platform/jet/engine/Constraints.h"
 #include "platform/jet/engine/IndexEditor.h"
+#include "platform/jet/engine/ObjectCatalog.h"
+#include "platform/jet/engine/RowChange.h"
 #include "platform/jet/engine/RowPlacement.h"
+#include "platform/jet/engine/ValidationRule.h"
 
 namespace jet {
 
-/// The change of one row, made while the file's exclusive lock is held. Everything is computed and
+/// The update of one row, made while the file's exclusive lock is held. Everything is computed and
 /// checked before the first byte is written.
 class RowUpdate {
  public:
-  /// Finds the row; raises -2147217864 where there is none.
-  RowUpdate(Pager& pager, Catalog& catalog, const TableSource& source, RowId id);
+  /// Reads the table's definition, its owner's rules and the row. Raises the error of a changed row
+  /// where the table, a column that the change names, or the row isn't as it was read.
+  RowUpdate(Pager& pager, ObjectCatalog& catalog, const RowChange& change);
 
-  /// Raises -2147217864 unless the row still has these values.
-  void expect(std::span<const ColumnValue> asRead) const;
-  /// Changes the row and writes. Raises as `Database::update` says.
-  void run(std::span<const ColumnValue> values);
+  /// Checks the change and writes it. Raises as `Database::update` says.
+  void run(const RuleTest& holds);
+  /// Reads the row again: what the columns of `RowChange::asRead` hold now, in their order.
+  std::vector<runtime::Variant> readAgain();
 
  private:
-  std::vector<ColumnValue> converted(std::span<const ColumnValue> values) const;
+  std::vector<ColumnValue> columnsNow(std::span<const FieldValue> fields) const;
+  std::vector<ColumnValue> converted() const;
   void storeValues(RowParts& parts, std::span<const ColumnValue> values);
   void dropLongValues(std::span<const ColumnValue> values);
+  void changeRow(std::span<const ColumnValue> values);
   void write(const RowParts& parts, std::span<const KeyChange> keys,
              std::span<const ColumnValue> values);
   void raiseCounters(const std::vector<std::size_t>& indexes);
-  void cleanUp(std::span<const ColumnValue> values);
+  void removeStaleEntries(std::span<const ColumnValue> values);
 
-  Catalog& catalog_;
-  const TableSource& source_;
+  Pager& pager_;
+  ObjectCatalog& catalog_;
+  std::vector<PropertyBlock> properties_;
+  TableSource source_;
   RowId id_;
+  std::vector<ColumnValue> asRead_;
+  std::vector<ColumnValue> given_;
   FoundRow found_;
   Row row_;
   PageChanges changes_;

@@ -51,6 +51,14 @@ std::uint32_t Table::definitionPage() const {
   return source_->definitionPage;
 }
 
+TableIdentity Table::identity() const {
+  return {name(), definitionPage()};
+}
+
+ColumnIdentity Table::identity(int column) const {
+  return identityOf(source_->columns[static_cast<std::size_t>(column)]);
+}
+
 std::uint32_t Table::rowCount() const {
   return source_->definition.rowCount;
 }

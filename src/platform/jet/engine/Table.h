@@ -10,6 +10,7 @@
 #include "platform/jet/engine/Cursor.h"
 #include "platform/jet/engine/IndexRange.h"
 #include "platform/jet/engine/Row.h"
+#include "platform/jet/engine/TableIdentity.h"
 #include "platform/jet/format/ColumnType.h"
 #include "platform/jet/format/RowPointer.h"
 #include "platform/runtime/Variant.h"
@@ -47,7 +48,8 @@ struct Index {
   bool seekable = false;
 };
 
-/// A table: its columns, its indexes and its rows.
+/// A table: its columns, its indexes and its rows. It is as its definition was when it was read,
+/// and lives no longer than the lock under which that was.
 class Table {
  public:
   /// Reads the definition. Raises damage where the page holds none.
@@ -58,6 +60,9 @@ class Table {
 
   const std::u16string& name() const;
   std::uint32_t definitionPage() const;
+  /// What names the table, and a column of it by its position in `columns()`, to an update.
+  TableIdentity identity() const;
+  ColumnIdentity identity(int column) const;
   /// The columns in the order of their numbers, without deleted ones.
   const std::vector<Column>& columns() const { return columns_; }
   /// The place of the column of that name, letter case aside.

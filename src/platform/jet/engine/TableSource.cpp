@@ -23,6 +23,10 @@ TableSource::TableSource(Pager& pages, std::u16string tableName, std::uint32_t p
   std::ranges::stable_sort(columns, {}, &ColumnDefinition::number);
 }
 
+ColumnIdentity identityOf(const ColumnDefinition& column) {
+  return {.number = column.number, .name = column.name, .type = column.type};
+}
+
 Bytes readDefinition(Pager& pager, const Place& first, std::vector<std::uint32_t>& pages) {
   Bytes content;
   std::uint32_t number = first.page;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/jet/engine/Pager.h"
+#include "platform/jet/engine/TableIdentity.h"
 #include "platform/jet/format/RowPointer.h"
 #include "platform/jet/format/TableDefinition.h"
 
@@ -26,6 +27,9 @@ struct TableSource {
   Version version() const { return definition.version; }
   bool hasVariableSlots() const { return definition.variableSlots > 0; }
 };
+
+/// What names the column when the definition has been forgotten.
+ColumnIdentity identityOf(const ColumnDefinition& column);
 
 /// The bytes of a row, found by its id: on the row's own page, or where its pointer leads.
 struct FoundRow {

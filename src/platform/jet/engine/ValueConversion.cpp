@@ -11,6 +11,7 @@
 #include <string>
 #include <variant>
 
+#include "platform/jet/format/EngineError.h"
 #include "platform/jet/format/TextKey.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/Conversion.h"
@@ -21,13 +22,7 @@ namespace {
 
 using runtime::Variant;
 
-constexpr std::int32_t kMismatch = -2147217913;
-constexpr std::int32_t kTooSmall = -2147217833;
 constexpr std::size_t kCurrencyScale = 4;
-
-[[noreturn]] void raiseMismatch() {
-  throw runtime::RunTimeError(kMismatch, u"Data type mismatch in criteria expression.");
-}
 
 std::optional<bool> namedTruth(std::u16string_view text) {
   for (const char16_t* name : {u"True", u"Yes", u"On"})
@@ -42,9 +37,9 @@ double textNumber(std::u16string_view text) {
     return runtime::toDouble(text);
   } catch (const runtime::RunTimeError& error) {
     if (error.number() == static_cast<std::int32_t>(runtime::ErrorNumber::Overflow))
-      raiseTooLarge();
+      throw error::tooLarge();
   }
-  raiseMismatch();
+  throw error::mismatch();
 }
 
 double numberOf(const Variant& value) {
@@ -52,14 +47,14 @@ double numberOf(const Variant& value) {
   if (const auto* text = std::get_if<std::u16string>(&value.get())) return textNumber(*text);
   if (const auto* decimal = std::get_if<runtime::Decimal>(&value.get()))
     return textNumber(decimal->digits);
-  raiseMismatch();
+  throw error::mismatch();
 }
 
 template <class T>
 T wholeNumber(const Variant& value) {
   const double rounded = std::nearbyint(numberOf(value));  // half to even
   if (!(rounded >= std::numeric_limits<T>::min() && rounded <= std::numeric_limits<T>::max()))
-    raiseTooLarge();
+    throw error::tooLarge();
   return static_cast<T>(rounded);
 }
 
@@ -108,12 +103,12 @@ runtime::Currency currencyOf(const Variant& value) {
     runtime::Currency amount;
     const auto [end, error] =
         std::from_chars(units.data(), units.data() + units.size(), amount.tenThousandths);
-    if (error != std::errc()) raiseTooLarge();
+    if (error != std::errc()) throw error::tooLarge();
     return amount;
   }
   constexpr double kLimit = 9223372036854775808.0;
   const double units = std::nearbyint(numberOf(value) * runtime::Currency::kOne);
-  if (!(units >= -kLimit && units < kLimit)) raiseTooLarge();
+  if (!(units >= -kLimit && units < kLimit)) throw error::tooLarge();
   return {static_cast<std::int64_t>(units)};
 }
 
@@ -122,7 +117,7 @@ runtime::Decimal decimalOf(const ColumnDefinition& column, const Variant& value)
   if (!plain) {
     constexpr double kLimit = 1e28;
     const double number = numberOf(value);
-    if (!(std::abs(number) < kLimit)) raiseTooLarge();
+    if (!(std::abs(number) < kLimit)) throw error::tooLarge();
     std::array<char, 80> text{};
     std::snprintf(text.data(), text.size(), "%.*f", 15, number);
     plain = text.data();
@@ -131,7 +126,7 @@ runtime::Decimal decimalOf(const ColumnDefinition& column, const Variant& value)
   const bool negative = digits.starts_with('-');
   digits.erase(0, std::min(digits.find_first_not_of("-0"), digits.size()));
   const bool zero = digits.empty();
-  if (digits.size() > column.precision) raiseTooLarge();
+  if (digits.size() > column.precision) throw error::tooLarge();
   if (digits.size() <= column.scale) digits.insert(0, column.scale + 1U - digits.size(), '0');
   if (column.scale > 0) digits.insert(digits.size() - column.scale, ".");
   if (negative && !zero) digits.insert(0, "-");
@@ -140,7 +135,7 @@ runtime::Decimal decimalOf(const ColumnDefinition& column, const Variant& value)
 
 float singleOf(const Variant& value) {
   const double number = numberOf(value);
-  if (std::abs(number) > std::numeric_limits<float>::max()) raiseTooLarge();
+  if (std::abs(number) > std::numeric_limits<float>::max()) throw error::tooLarge();
   return static_cast<float>(number);
 }
 
@@ -167,7 +162,7 @@ runtime::Date dateOf(const Variant& value) {
   constexpr double kEnd = 2958466;
   if (fields < 3) {
     const double days = numberOf(value);
-    if (!(days > kFirstDay - 1 && days < kEnd)) raiseTooLarge();
+    if (!(days > kFirstDay - 1 && days < kEnd)) throw error::tooLarge();
     return {days};
   }
   const std::chrono::year_month_day date{std::chrono::year(year), std::chrono::month(month),
@@ -175,7 +170,7 @@ runtime::Date dateOf(const Variant& value) {
   constexpr int kFirstYear = 100;
   if (!date.ok() || year < kFirstYear || hour > 23 || minute > 59 || second > 59 ||
       static_cast<std::size_t>(read) != plain.size())
-    raiseMismatch();
+    throw error::mismatch();
   constexpr int kDaysTo1970 = 25569;
   constexpr double kSecondsADay = 86400;
   const double days = std::chrono::sys_days(date).time_since_epoch().count() + kDaysTo1970;
@@ -184,47 +179,42 @@ runtime::Date dateOf(const Variant& value) {
 }
 
 std::u16string textOf(Version version, const ColumnDefinition& column, const Variant& value) {
-  if (std::holds_alternative<runtime::Binary>(value.get())) raiseMismatch();
+  if (std::holds_alternative<runtime::Binary>(value.get())) throw error::mismatch();
   std::u16string text = value.toText();
   const std::size_t unit = version == Version::Jet3 ? 1 : 2;
-  if (column.type == ColumnType::Text && unit * text.size() > column.length) raiseTooLarge();
+  if (column.type == ColumnType::Text && unit * text.size() > column.length)
+    throw error::tooLarge();
   if (version == Version::Jet3 && runtime::fromCodePage(runtime::toCodePage(text)) != text)
-    raiseMismatch();
+    throw error::mismatch();
   return text;
 }
 
 runtime::Guid guidOf(const Variant& value) {
   if (const auto* guid = std::get_if<runtime::Guid>(&value.get())) return *guid;
   const auto* text = std::get_if<std::u16string>(&value.get());
-  if (text == nullptr) raiseMismatch();
+  if (text == nullptr) throw error::mismatch();
   runtime::Guid guid;
   std::u16string digits = *text;
   if (digits.starts_with(u'{') && digits.ends_with(u'}'))
     digits = digits.substr(1, digits.size() - 2);
   std::erase(digits, u'-');
-  if (digits.size() != 2 * guid.bytes.size()) raiseMismatch();
+  if (digits.size() != 2 * guid.bytes.size()) throw error::mismatch();
   const std::string plain = runtime::toUtf8(digits);
   for (std::size_t i = 0; i < guid.bytes.size() && plain.size() == digits.size(); ++i) {
     const char* at = plain.data() + 2 * i;
-    if (std::from_chars(at, at + 2, guid.bytes[i], 16).ptr != at + 2) raiseMismatch();
+    if (std::from_chars(at, at + 2, guid.bytes[i], 16).ptr != at + 2) throw error::mismatch();
   }
   return guid;
 }
 
 runtime::Binary bytesOf(const ColumnDefinition& column, const Variant& value) {
   const auto* bytes = std::get_if<runtime::Binary>(&value.get());
-  if (bytes == nullptr) raiseMismatch();
-  if (column.type != ColumnType::Ole && bytes->size() > column.length) raiseTooLarge();
+  if (bytes == nullptr) throw error::mismatch();
+  if (column.type != ColumnType::Ole && bytes->size() > column.length) throw error::tooLarge();
   return *bytes;
 }
 
 }  // namespace
-
-void raiseTooLarge() {
-  throw runtime::RunTimeError(kTooSmall,
-                              u"The field is too small to accept the amount of data you attempted "
-                              u"to add. Try inserting or pasting less data.");
-}
 
 Variant convertTo(Version version, const ColumnDefinition& column, const Variant& value) {
   if (value.isNull())

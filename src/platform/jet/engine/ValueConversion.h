@@ -7,12 +7,9 @@ namespace jet {
 
 /// The value as the column's kind (see `Row::value`) that is stored when `value` is assigned:
 /// numbers are rounded half to even, text is read as a number, any value can become text, null
-/// becomes False in a Boolean column. Raises -2147217913 for what can't be converted, -2147217833
-/// for a number beyond the column's range and a text or bytes longer than the column.
+/// becomes False in a Boolean column. Raises the mismatch for what can't be converted, and "too
+/// large" for a number beyond the column's range and a text or bytes longer than the column.
 runtime::Variant convertTo(Version version, const ColumnDefinition& column,
                            const runtime::Variant& value);
-
-/// Raises -2147217833: a value is too large for its column.
-[[noreturn]] void raiseTooLarge();
 
 }  // namespace jet

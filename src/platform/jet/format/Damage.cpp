@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/runtime/RunTimeError.h"
+#include "platform/jet/format/EngineError.h"
 
 namespace jet {
 namespace {
@@ -23,13 +23,13 @@ std::u16string whereabouts(const Place& place) {
 void raiseDamaged(const Place& place, std::u16string_view how) {
   std::u16string text = u"The database '";
   text.append(place.file).append(u"' is damaged (").append(whereabouts(place)).append(u"): ");
-  throw runtime::RunTimeError(kEngineError, text.append(how).append(u"."));
+  throw error::general(text.append(how).append(u"."));
 }
 
 void raiseUnsupported(const Place& place, std::u16string_view why) {
   std::u16string text = u"Cannot update '";
   text.append(place.file).append(u"' (").append(whereabouts(place)).append(u"): ");
-  throw runtime::RunTimeError(kEngineError, text.append(why).append(u"."));
+  throw error::general(text.append(why).append(u"."));
 }
 
 }  // namespace jet

@@ -98,10 +98,20 @@ void appendBlock(Bytes& blob, std::uint16_t type, ByteView body) {
 
 }  // namespace
 
-bool PropertyBlock::flag(std::u16string_view wanted) const {
+const Property* PropertyBlock::find(std::u16string_view wanted) const {
   const auto found = std::ranges::find_if(
       properties, [&](const Property& property) { return sameName(property.name, wanted); });
-  return found != properties.end() && !found->data.empty() && found->data[0] != 0;
+  return found != properties.end() ? &*found : nullptr;
+}
+
+bool PropertyBlock::flag(std::u16string_view wanted) const {
+  const Property* property = find(wanted);
+  return property != nullptr && !property->data.empty() && property->data[0] != 0;
+}
+
+std::u16string PropertyBlock::text(Version version, std::u16string_view wanted) const {
+  const Property* property = find(wanted);
+  return property != nullptr ? nameOf(version, property->data) : std::u16string();
 }
 
 std::vector<PropertyBlock> decodeProperties(Version version, ByteView blob, const Place& place) {

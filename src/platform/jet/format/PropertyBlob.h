@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/jet/format/Bytes.h"
@@ -29,6 +30,11 @@ struct PropertyBlock {
 
   /// A yes/no property by its name, letter case aside; false where it is absent.
   bool flag(std::u16string_view name) const;
+  /// A text property by its name, letter case aside; empty where it is absent.
+  std::u16string text(Version version, std::u16string_view name) const;
+
+ private:
+  const Property* find(std::u16string_view name) const;
 };
 
 /// Reads an object's property blob (column LvProp of the object list); an empty one has no blocks.

@@ -1,4 +1,4 @@
-#include "platform/adodb/Error.h"
+#include "platform/adodb/ObjectError.h"
 
 namespace ADODB::error {
 

@@ -1,4 +1,4 @@
-#include "platform/jet/engine/Catalog.h"
+#include "platform/jet/engine/ObjectCatalog.h"
 
 #include <algorithm>
 
@@ -79,29 +79,36 @@ struct ObjectRows {
 
 }  // namespace
 
-Catalog::Catalog(Pager& pager) : pager_(pager) {}
-Catalog::~Catalog() = default;
+ObjectCatalog::ObjectCatalog(Pager& pager) : pager_(pager) {}
+ObjectCatalog::~ObjectCatalog() = default;
 
-const Table& Catalog::objectsTable() {
+const Table& ObjectCatalog::objectsTable() {
   if (!objects_) objects_ = std::make_unique<Table>(pager_, u"MSysObjects", kObjectsPage);
   return *objects_;
 }
 
-std::optional<CatalogObject> Catalog::find(std::u16string_view name) {
+std::optional<ObjectCatalog::Location> ObjectCatalog::locate(std::u16string_view name) {
   const Table& table = objectsTable();
   const ObjectRows rows(table);
   const std::optional<int> index = table.indexOn({u"ParentId", u"Name"});
   IndexRange range;
   range.equal = {kTablesContainer, std::u16string(name)};
-  const std::unique_ptr<Cursor> cursor = index ? table.walk(*index, range) : table.scan();
+  std::unique_ptr<Cursor> cursor = index ? table.walk(*index, range) : table.scan();
   while (cursor->next()) {
     std::optional<CatalogObject> object = rows.read(cursor->row());
-    if (object && sameName(object->name, name)) return object;
+    if (object && sameName(object->name, name))
+      return Location{std::move(*object), std::move(cursor)};
   }
   return std::nullopt;
 }
 
-std::vector<CatalogObject> Catalog::objects() {
+std::optional<CatalogObject> ObjectCatalog::find(std::u16string_view name) {
+  std::optional<Location> found = locate(name);
+  if (!found) return std::nullopt;
+  return std::move(found->object);
+}
+
+std::vector<CatalogObject> ObjectCatalog::objects() {
   const Table& table = objectsTable();
   const ObjectRows rows(table);
   std::vector<CatalogObject> objects;
@@ -112,7 +119,7 @@ std::vector<CatalogObject> Catalog::objects() {
   return objects;
 }
 
-std::vector<QueryRow> Catalog::queryRows(std::int32_t objectId) {
+std::vector<QueryRow> ObjectCatalog::queryRows(std::int32_t objectId) {
   if (!queries_) queries_ = std::make_unique<Table>(pager_, u"MSysQueries", kQueriesPage);
   const Table& table = *queries_;
   const Columns columns(table);
@@ -160,26 +167,21 @@ std::vector<QueryRow> Catalog::queryRows(std::int32_t objectId) {
   return result;
 }
 
-std::vector<PropertyBlock> Catalog::properties(std::uint32_t definitionPage) {
-  const Table& table = objectsTable();
-  const Columns columns(table);
-  const int id = columns[u"Id"];
-  const int type = columns[u"Type"];
-  const int properties = columns[u"LvProp"];
-  const std::optional<int> index = table.indexOn({u"Id"});
-  IndexRange range;
-  range.equal = {static_cast<std::int32_t>(definitionPage)};
-  const std::unique_ptr<Cursor> cursor = index ? table.walk(*index, range) : table.scan();
-  while (cursor->next()) {
-    const Row& row = cursor->row();
-    const auto page = static_cast<std::uint32_t>(integerOf(row, id)) & CatalogObject::kPageOfId;
-    if (integerOf(row, type) != 1 || page != definitionPage) continue;
-    const runtime::Variant blob = row.value(properties);
-    if (blob.isNull()) return {};
-    return decodeProperties(pager_.header().version, std::get<runtime::Binary>(blob.get()),
-                            table.source().place(row.id().page));
-  }
-  return {};
+std::optional<std::vector<PropertyBlock>> ObjectCatalog::properties(const TableIdentity& table) {
+  const std::optional<Location> found = locate(table.name);
+  if (!found || found->object.kind != ObjectKind::Table ||
+      found->object.definitionPage() != table.definitionPage)
+    return std::nullopt;
+  const Row& row = found->at->row();
+  const runtime::Variant blob = row.value(Columns(objectsTable())[u"LvProp"]);
+  if (blob.isNull()) return std::vector<PropertyBlock>();
+  return decodeProperties(pager_.header().version, std::get<runtime::Binary>(blob.get()),
+                          objectsTable().source().place(row.id().page));
+}
+
+void ObjectCatalog::forget() noexcept {
+  objects_.reset();
+  queries_.reset();
 }
 
 }  // namespace jet

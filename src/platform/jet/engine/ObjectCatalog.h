@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/jet/engine/Table.h"
+#include "platform/jet/engine/TableIdentity.h"
 #include "platform/jet/format/PropertyBlob.h"
 
 namespace jet {
@@ -43,22 +44,30 @@ struct QueryRow {
 
 /// What the file's own tables tell of its objects, saved queries and columns. Each system table is
 /// read when it is asked for.
-class Catalog {
+class ObjectCatalog {
  public:
-  explicit Catalog(Pager& pager);
-  ~Catalog();
-  Catalog(const Catalog&) = delete;
-  Catalog& operator=(const Catalog&) = delete;
+  explicit ObjectCatalog(Pager& pager);
+  ~ObjectCatalog();
+  ObjectCatalog(const ObjectCatalog&) = delete;
+  ObjectCatalog& operator=(const ObjectCatalog&) = delete;
 
-  /// As `Database` gives them.
+  /// As `Database` returns them.
   std::optional<CatalogObject> find(std::u16string_view name);
   std::vector<CatalogObject> objects();
   /// The rows of the saved query of that id, in the order of their attribute and number.
   std::vector<QueryRow> queryRows(std::int32_t objectId);
-  /// The properties of the table with that definition page and of its columns.
-  std::vector<PropertyBlock> properties(std::uint32_t definitionPage);
+  /// The properties of a table and of its columns; absent when the object list has no such table.
+  std::optional<std::vector<PropertyBlock>> properties(const TableIdentity& table);
+  /// Forgets the definitions of the system tables.
+  void forget() noexcept;
 
  private:
+  /// An object, and the cursor that stands on its row.
+  struct Location {
+    CatalogObject object;
+    std::unique_ptr<Cursor> at;
+  };
+  std::optional<Location> locate(std::u16string_view name);
   const Table& objectsTable();
 
   Pager& pager_;

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/jet/engine/TableIdentity.h"
+#include "platform/jet/format/RowPointer.h"
+#include "platform/runtime/Variant.h"
+
+namespace jet {
+
+/// A column's value, by the column's identity.
+struct FieldValue {
+  ColumnIdentity column;
+  runtime::Variant value;
+};
+
+/// What an update of one row is made of. It names the table and its columns by what they were when
+/// they were read, under an earlier lock.
+struct RowChange {
+  TableIdentity table;
+  RowId row;
+  std::vector<FieldValue> values;  ///< the columns to set
+  std::vector<FieldValue> asRead;  ///< the row as it was read, as far as it was
+};
+
+}  // namespace jet

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/jet/format/ColumnType.h"
+
+namespace jet {
+
+/// A table, by what still names it when its definition has been forgotten.
+struct TableIdentity {
+  std::u16string name;
+  std::uint32_t definitionPage = 0;  ///< first page of its definition
+  bool operator==(const TableIdentity&) const = default;
+};
+
+/// A column of a table likewise.
+struct ColumnIdentity {
+  std::uint16_t number = 0;  ///< as its definition has it; stays when other columns are deleted
+  std::u16string name;
+  ColumnType type = ColumnType::Long;
+  bool operator==(const ColumnIdentity&) const = default;
+};
+
+}  // namespace jet

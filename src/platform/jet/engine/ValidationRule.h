@@ -1,0 +1,52 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "platform/jet/engine/ColumnValue.h"
+#include "platform/jet/engine/Row.h"
+#include "platform/jet/format/PropertyBlob.h"
+
+namespace jet {
+
+/// A restriction that the store's owner has set on a table or on one of its columns: the property
+/// `ValidationRule` in the table's property blob, with the words for a refusal in `ValidationText`.
+struct ValidationRule {
+  std::u16string table;
+  std::u16string column;      ///< whose values it restricts; empty where it restricts the rows
+  std::u16string expression;  ///< of a column a criterion, of a table a full expression
+  std::u16string text;        ///< the owner's words; may be empty
+
+  /// What it restricts: "table.column", or the table's name.
+  std::u16string subject() const;
+};
+
+/// The row as an update is about to leave it.
+class NewRow {
+ public:
+  /// `values` are the columns to set; the others are read from `before`.
+  NewRow(const TableSource& source, const Row& before, std::span<const ColumnValue> values)
+      : source_(source), before_(before), values_(values) {}
+
+  /// The value of the column of that name, letter case aside; absent when the table has none.
+  std::optional<runtime::Variant> value(std::u16string_view columnName) const;
+
+ private:
+  const TableSource& source_;
+  const Row& before_;
+  std::span<const ColumnValue> values_;
+};
+
+/// Tries a rule on a row: false only where the rule is False there, true also where it is null.
+/// Raises the engine's error for a rule that can't be understood.
+using RuleTest = std::function<bool(const ValidationRule&, const NewRow&)>;
+
+/// Tries the rules of the columns to be set, and that of the table. Raises the engine's error, with
+/// the owner's words where there are some, for one that the row breaks.
+void checkRules(const TableSource& source, std::span<const PropertyBlock> properties,
+                const Row& before, std::span<const ColumnValue> values, const RuleTest& holds);
+
+}  // namespace jet

@@ -23,6 +23,14 @@ void open(ADODB::Connection& connection, const std::filesystem::path& path) {
   connection.CursorLocation(ADODB::kUseClient);
 }
 
+constexpr const char16_t* kFlags[] = {u"PRINTER1", u"PRINTER2", u"OPEN_PLU", u"ITEM_TYPE",
+                                      u"NEG_PRICE"};
+
+void openFlags(ADODB::Recordset& flags, ADODB::Connection& connection, const std::u16string& id) {
+  flags.Open(std::u16string(layoutdata::statements::kFlags) + id, connection, kKeyset, kPessimistic,
+             kUnspecified);
+}
+
 }  // namespace
 
 int readStore(const std::filesystem::path& path, std::u16string_view statement) {
@@ -52,13 +60,27 @@ void addProduct(const std::filesystem::path& path, std::u16string_view name) {
   const std::u16string id = stock.Fields(u"id").value().toText();
   stock.Close();
   ADODB::Recordset flags;
-  flags.Open(std::u16string(statements::kFlags) + id, connection, kKeyset, kPessimistic,
-             kUnspecified);
-  for (const char16_t* column : {u"PRINTER1", u"PRINTER2", u"OPEN_PLU", u"ITEM_TYPE", u"NEG_PRICE"})
-    flags.Fields(column).value(std::int16_t{1});
+  openFlags(flags, connection, id);
+  for (const char16_t* column : kFlags) flags.Fields(column).value(std::int16_t{1});
   flags.Update();
   flags.Close();
   connection.Close();
+}
+
+void readFlags(const std::filesystem::path& path, int id) {
+  ADODB::Connection connection;
+  open(connection, path);
+  ADODB::Recordset flags;
+  openFlags(flags, connection, runtime::fromUtf8(std::to_string(id)));
+}
+
+void repeatFlags(const std::filesystem::path& path, int id) {
+  ADODB::Connection connection;
+  open(connection, path);
+  ADODB::Recordset flags;
+  openFlags(flags, connection, runtime::fromUtf8(std::to_string(id)));
+  for (const char16_t* column : kFlags) flags.Fields(column).value(flags.Fields(column).value());
+  flags.Update();
 }
 
 }  // namespace bench

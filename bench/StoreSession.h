@@ -13,4 +13,8 @@ int readStore(const std::filesystem::path& path, std::u16string_view statement);
 /// in tblPlu are set.
 void addProduct(const std::filesystem::path& path, std::u16string_view name);
 
+/// Reads a product's flags; updates them with the values that they have.
+void readFlags(const std::filesystem::path& path, int id);
+void repeatFlags(const std::filesystem::path& path, int id);
+
 }  // namespace bench

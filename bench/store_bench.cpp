@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 #include <stdexcept>
 #include <string>
@@ -38,6 +39,7 @@ constexpr int kFreeSlots = 250;
 constexpr int kAdds = 100;
 constexpr int kCountedAdds = 100;
 constexpr double kMostPages = 24;
+constexpr double kMostRepeatedReads = 20;
 constexpr const char* kItemsNative =
     "SELECT ID,DESCRIPTION,barcode from qrySalesitems where description <> '' order by description";
 constexpr const char* kChildWord = "--read-items";
@@ -115,6 +117,30 @@ void addNext(const fs::path& store, int& number) {
   bench::addProduct(store, runtime::fromUtf8(name));
 }
 
+/// Steps of a kind that the work takes on files.
+int stepsOf(files::FileStep::Kind kind, const std::function<void()>& work) {
+  int steps = 0;
+  files::setFaultSeam([&](const files::FileStep& step) {
+    if (step.kind == kind) ++steps;
+    return step.size;
+  });
+  work();
+  files::setFaultSeam({});
+  return steps;
+}
+
+/// Prints the line of a number of pages.
+void printPages(const std::string& name, double limit, const std::function<int()>& count) {
+  try {
+    const int pages = count();
+    bench::printRow(name, std::to_string(pages), std::to_string(static_cast<int>(limit)),
+                    pages / limit, 1);
+  } catch (const std::exception& error) {
+    files::setFaultSeam({});
+    bench::printFailure(name, 1, error.what());
+  }
+}
+
 void measureAdding(const fs::path& large, const fs::path& small) {
   writeStoreToFill(large, kSlots);
   writeStoreToFill(small, kFewSlots);
@@ -124,26 +150,22 @@ void measureAdding(const fs::path& large, const fs::path& small) {
       "adding a product at 50,000 slots, beside 5,000", 2, kAdds, [&] { addNext(large, inLarge); },
       [&] { addNext(small, inSmall); });
 
-  const std::string name = "pages written to add a product at 50,000 slots, beside the limit";
-  try {
-    int pages = 0;
+  printPages("pages written to add a product at 50,000 slots, beside the limit", kMostPages, [&] {
     int most = 0;
-    files::setFaultSeam([&pages](const files::FileStep& step) {
-      if (step.kind == files::FileStep::Kind::Write) ++pages;
-      return step.size;
-    });
-    for (int i = 0; i < kCountedAdds; ++i) {
-      pages = 0;
-      addNext(large, inLarge);
-      most = std::max(most, pages);
-    }
-    files::setFaultSeam({});
-    bench::printRow(name, std::to_string(most), std::to_string(static_cast<int>(kMostPages)),
-                    most / kMostPages, 1);
-  } catch (const std::exception& error) {
-    files::setFaultSeam({});
-    bench::printFailure(name, 1, error.what());
-  }
+    for (int i = 0; i < kCountedAdds; ++i)
+      most =
+          std::max(most, stepsOf(files::FileStep::Kind::Write, [&] { addNext(large, inLarge); }));
+    return most;
+  });
+}
+
+void measureRepeating(const fs::path& store) {
+  printPages("pages read by an update that changes nothing, beside the limit", kMostRepeatedReads,
+             [&] {
+               constexpr auto kRead = files::FileStep::Kind::Read;
+               return stepsOf(kRead, [&] { bench::repeatFlags(store, kProducts); }) -
+                      stepsOf(kRead, [&] { bench::readFlags(store, kProducts); });
+             });
 }
 
 }  // namespace
@@ -164,6 +186,7 @@ int main(int count, char** words) {
     bench::writeNative(folder / "native.db", store);
     measureReading(folder / "store.mdb", folder / "native.db");
     measureMemory(folder / "store.mdb");
+    measureRepeating(folder / "store.mdb");
     measureAdding(folder / "large.mdb", folder / "small.mdb");
     return 0;
   } catch (const std::exception& error) {

@@ -6,7 +6,7 @@
 
 #include "platform/jet/format/DataPage.h"
 #include "platform/jet/format/Layout.h"
-#include "platform/jet/format/Row.h"
+#include "platform/jet/format/RowContent.h"
 #include "platform/jet/format/StoredValue.h"
 #include "platform/runtime/CodePage.h"
 

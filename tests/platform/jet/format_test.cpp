@@ -11,7 +11,7 @@
 #include "platform/jet/format/IndexPage.h"
 #include "platform/jet/format/LongValue.h"
 #include "platform/jet/format/PropertyBlob.h"
-#include "platform/jet/format/Row.h"
+#include "platform/jet/format/RowContent.h"
 #include "platform/jet/format/StoredText.h"
 #include "platform/jet/format/TableDefinition.h"
 

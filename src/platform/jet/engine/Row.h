@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/jet/engine/Pager.h"
-#include "platform/jet/format/Row.h"
+#include "platform/jet/format/RowContent.h"
 #include "platform/jet/format/RowPointer.h"
 #include "platform/runtime/Variant.h"
 

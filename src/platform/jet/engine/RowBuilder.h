@@ -4,7 +4,7 @@
 
 #include "platform/jet/engine/Row.h"
 #include "platform/jet/engine/TableSource.h"
-#include "platform/jet/format/Row.h"
+#include "platform/jet/format/RowContent.h"
 
 namespace jet {
 

@@ -4,7 +4,7 @@
 #include <set>
 
 #include "platform/jet/engine/FreeSpace.h"
-#include "platform/jet/format/Row.h"
+#include "platform/jet/format/RowContent.h"
 
 namespace jet {
 

@@ -1,4 +1,4 @@
-#include "platform/jet/format/Row.h"
+#include "platform/jet/format/RowContent.h"
 
 #include <algorithm>
 

@@ -2,6 +2,7 @@
 
 #include "platform/files/ProgramFolder.h"
 #include "platform/forms/Application.h"
+#include "platform/forms/DesktopHost.h"
 #include "platform/process/Process.h"
 
 // The process: prepares the platform, runs the start-up procedure, and lives on in the screens'

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/forms/FlexCellGrid.h"
-#include "platform/forms/Form.h"
+#include "platform/forms/FormDesign.h"
+#include "platform/forms/GridDesign.h"
 #include "shared/KeyDesign.h"
 
 /// The table of `frmAddPlu`: what the screen stores for itself and its controls, in twips.
@@ -43,24 +43,24 @@ inline constexpr forms::Design kLblDeptId{.name = "lblDeptId",
                                           .tabIndex = 4,
                                           .visible = false};
 
-inline constexpr FlexCell::GridDesign kGrid1{{.name = "Grid1",
-                                              .left = 0,
-                                              .top = 810,
-                                              .width = 9870,
-                                              .height = 4245,
-                                              .tabIndex = 0,
-                                              .backColour = forms::kWindowBackground,
-                                              .foreColour = forms::kWindowText,
-                                              .font = {.points = 11.25}},
-                                             9,
-                                             3,
-                                             35,
-                                             true,
-                                             1,
-                                             kPaleAqua,
-                                             kPaleAqua,
-                                             kGrey,
-                                             kLightGrey,
-                                             kLightGrey};
+inline constexpr FlexCell::GridDesign kGrid1{.control = {.name = "Grid1",
+                                                         .left = 0,
+                                                         .top = 810,
+                                                         .width = 9870,
+                                                         .height = 4245,
+                                                         .tabIndex = 0,
+                                                         .backColour = forms::kWindowBackground,
+                                                         .foreColour = forms::kWindowText,
+                                                         .font = {.points = 11.25}},
+                                             .rows = 9,
+                                             .cols = 3,
+                                             .defaultRowHeight = 35,
+                                             .extendLastCol = true,
+                                             .enterKeyMoveTo = 1,
+                                             .backColourActiveCell = kPaleAqua,
+                                             .backColourSelection = kPaleAqua,
+                                             .borderColour = kGrey,
+                                             .selectionBorderColour = kLightGrey,
+                                             .gridColour = kLightGrey};
 
 }  // namespace frmAddPlu_design

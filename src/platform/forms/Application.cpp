@@ -1,6 +1,8 @@
 #include "platform/forms/Application.h"
 
 #include <QApplication>
+#include <cstdio>
+#include <cstdlib>
 
 #include "platform/forms/qt/Display.h"
 #include "platform/forms/qt/Faces.h"
@@ -22,17 +24,24 @@ struct NoArguments {
 };
 
 NoArguments noArguments;
-bool running = false;
 
 /// The toolkit gives up by a fatal message and an abort; here it ends like any other failed start.
 void endOnFatalMessage(QtMsgType type, const QMessageLogContext&, const QString&) {
   if (type == QtFatalMsg) qt::endWithoutDisplay();
 }
 
+/// The toolkit leaves by `exit` when the display is lost, in the middle of whatever runs. What is
+/// on the stack then is never destroyed, so the toolkit's own clean-up would meet live windows.
+void endWithLostDisplay() {
+  if (QCoreApplication::instance() == nullptr) return;
+  std::fflush(nullptr);
+  std::_Exit(1);
+}
+
 }  // namespace
 
-struct Application::Loop {
-  Loop() : application(noArguments.count, noArguments.list) {
+struct Application::Toolkit {
+  Toolkit() : application(noArguments.count, noArguments.list) {
     auto* look = new qt::Look;
     look->setParent(&application);
     QApplication::setStyle(look);
@@ -52,25 +61,20 @@ Application::Application() {
       Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   QGuiApplication::setDesktopFileName(QString::fromLatin1(noArguments.name));
   const QtMessageHandler usual = qInstallMessageHandler(endOnFatalMessage);
-  loop_ = std::make_unique<Loop>();
+  toolkit_ = std::make_unique<Toolkit>();
   qInstallMessageHandler(usual);
+  std::atexit(endWithLostDisplay);
 }
 
-Application::~Application() {
-  for (Form* screen : std::vector<Form*>(Form::Window::all())) Form::Window::release(*screen);
-}
+Application::~Application() = default;
 
 int Application::run() {
-  if (process::hasEnded() || !Form::Window::anyShown()) return 0;
+  if (process::hasEnded() || !qt::Window::anyShown()) return 0;
   const qt::EndWatch watch([] { QCoreApplication::exit(0); });
-  running = true;
+  qt::Window::onLastGone([] { QCoreApplication::exit(0); });
   QApplication::exec();
-  running = false;
+  qt::Window::onLastGone({});
   return 0;
-}
-
-void Application::screenClosed() {
-  if (running && !Form::Window::anyShown()) QCoreApplication::exit(0);
 }
 
 }  // namespace forms

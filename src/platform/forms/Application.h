@@ -2,11 +2,7 @@
 
 #include <memory>
 
-#include "platform/process/Host.h"
-
 namespace forms {
-
-class Form;
 
 /// The toolkit's application: made once, before any screen. Where there is no display to open, it
 /// says so on standard error and ends the process with status 1 before the toolkit is touched. The
@@ -18,19 +14,12 @@ class Application {
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
 
-  /// Runs the event loop until the last screen is closed; gives the process's exit status.
+  /// Runs the event loop until the last screen is closed; returns the process's exit status.
   int run();
 
  private:
-  friend class Form;
-  /// Leaves `run` once no screen is shown.
-  static void screenClosed();
-  struct Loop;
-  std::unique_ptr<Loop> loop_;
+  struct Toolkit;
+  std::unique_ptr<Toolkit> toolkit_;
 };
-
-/// The product's host: real message boxes, the platform's colour dialog, the failure report,
-/// programs that are really started, and an end that doesn't return.
-std::unique_ptr<process::Host> makeHost();
 
 }  // namespace forms

@@ -1,7 +1,7 @@
 #include "platform/forms/ComboBox.h"
 
 #include "platform/forms/qt/DropDown.h"
-#include "platform/forms/qt/Text.h"
+#include "platform/forms/qt/WideText.h"
 #include "platform/runtime/RunTimeError.h"
 
 namespace forms {
@@ -14,7 +14,7 @@ QComboBox* box(QWidget* widget) {
 }  // namespace
 
 ComboBox::ComboBox(Container& container, const Design& design)
-    : Control(container, design, 0, new qt::DropDown(clientOf(container), [this] {
+    : Control(container, design, 0, new qt::DropDown(container.client(), [this] {
                 if (Click) Click();
               })) {}
 

@@ -5,8 +5,8 @@
 #include <QToolTip>
 
 #include "platform/forms/qt/Faces.h"
-#include "platform/forms/qt/Measures.h"
-#include "platform/forms/qt/Text.h"
+#include "platform/forms/qt/Pixels.h"
+#include "platform/forms/qt/WideText.h"
 #include "platform/forms/qt/Window.h"
 
 namespace forms {
@@ -37,13 +37,9 @@ bool isDefault(const Font& font) {
 Control::Control(Container& container, const Design& design, std::int16_t index, QWidget* widget)
     : name_(design.name),
       index_(index),
-      container_(container),
-      screen_(container.form()),
+      screen_(container.window()),
       widget_(widget),
-      left_(design.left),
-      top_(design.top),
-      width_(design.width),
-      height_(design.height),
+      bounds_{design.left, design.top, design.width, design.height},
       tabIndex_(design.tabIndex),
       visible_(design.visible),
       font_(design.font) {
@@ -55,49 +51,45 @@ Control::Control(Container& container, const Design& design, std::int16_t index,
     widget_->installEventFilter(new PlainToolTip(widget_));
   }
   if (!visible_) widget_->hide();
-  place();
-  screen_.window_->controls.push_back(this);
+  setGeometry();
+  screen_.add(*this);
 }
 
 Control::~Control() {
-  if (widget_ == nullptr) return;
-  std::erase(screen_.window_->controls, this);
+  screen_.remove(*this);
   delete widget_;
 }
 
-QWidget* Control::clientOf(Container& container) {
-  return container.client();
-}
-
-Colour Control::backColourOf(const Container& container) {
-  return container.backColour();
-}
-
 double Control::scale() const {
-  return screen_.window_->scale;
+  return screen_.scale();
 }
 
 void Control::rescaled() {
   widget_->setFont(qt::font(font_.face, font_.points * scale(), font_.weight));
 }
 
-void Control::place() {
-  widget_->setGeometry(qt::toPixels(left_, top_, width_, height_, scale()));
+void Control::layOut() {
+  setGeometry();
+  rescaled();
+}
+
+void Control::setGeometry() {
+  widget_->setGeometry(qt::toPixels(bounds_, scale()));
 }
 
 void Control::Left(Twips left) {
-  left_ = left;
-  place();
+  bounds_.left = left;
+  setGeometry();
 }
 
 void Control::Top(Twips top) {
-  top_ = top;
-  place();
+  bounds_.top = top;
+  setGeometry();
 }
 
 void Control::Height(Twips height) {
-  height_ = height;
-  place();
+  bounds_.height = height;
+  setGeometry();
 }
 
 void Control::Visible(bool visible) {

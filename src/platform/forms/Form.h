@@ -1,28 +1,11 @@
 #pragma once
 
 #include <memory>
-#include <string_view>
 
-#include "platform/forms/Control.h"
+#include "platform/forms/Container.h"
+#include "platform/forms/FormDesign.h"
 
 namespace forms {
-
-enum class BorderStyle { None, FixedSingle, Sizable, FixedDialog };
-enum class StartPosition { PlatformDefault, CentreScreen };
-
-/// What a screen stores for itself. Width and height are those of the client area.
-struct FormDesign {
-  const char* name = "";
-  std::u16string_view caption{};
-  Twips width, height;
-  BorderStyle border = BorderStyle::Sizable;
-  bool minimiseBox = true;
-  bool maximiseBox = true;
-  bool startMaximised = false;
-  StartPosition position = StartPosition::PlatformDefault;
-  bool inTaskBar = true;
-  Colour backColour = kButtonFace;
-};
 
 /// A screen. It is loaded at its first show: the load event runs before anything is to be seen, and
 /// a failure in it leaves the screen unshown.
@@ -43,23 +26,21 @@ class Form : public Container {
   /// True once the screen was unloaded, by code or by its close box.
   bool unloaded() const;
 
+  QWidget* client() const override;
+  qt::Window& window() const override { return *window_; }
+  Colour backColour() const override;
+
  protected:
   explicit Form(const FormDesign& design);
-  QWidget* client() const override;
-  Form& form() override { return *this; }
-  Colour backColour() const override;
 
   /// The load event.
   virtual void Form_Load() {}
 
  private:
-  friend class Application;
-  friend class Control;
-  friend class Timer;
   void load();
 
-  struct Window;
-  std::unique_ptr<Window> window_;
+  std::unique_ptr<qt::Window> window_;
+  bool loaded_ = false;
 };
 
 /// The one default instance of a screen: a use while it is absent creates it. An instance that was
@@ -76,8 +57,9 @@ class DefaultInstance {
   static bool exists() { return instance() != nullptr; }
 
  private:
+  /// Never destroyed: at the process's end the toolkit goes first, and no widget may outlive it.
   static std::shared_ptr<Screen>& instance() {
-    static std::shared_ptr<Screen> screen;
+    static auto& screen = *new std::shared_ptr<Screen>;
     return screen;
   }
 };

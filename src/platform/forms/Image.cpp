@@ -14,6 +14,6 @@ QWidget* makePicture(QWidget* parent, std::string_view resource) {
 }  // namespace
 
 Image::Image(Container& container, const Design& design, std::string_view resource)
-    : Control(container, design, 0, makePicture(clientOf(container), resource)) {}
+    : Control(container, design, 0, makePicture(container.client(), resource)) {}
 
 }  // namespace forms

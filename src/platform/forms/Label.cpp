@@ -1,13 +1,13 @@
 #include "platform/forms/Label.h"
 
 #include "platform/forms/qt/LabelText.h"
-#include "platform/forms/qt/Text.h"
+#include "platform/forms/qt/WideText.h"
 
 namespace forms {
 
 Label::Label(Container& container, const Design& design)
     : Control(container, design, 0,
-              new qt::LabelText(clientOf(container), design, backColourOf(container))) {
+              new qt::LabelText(container.client(), design, container.backColour())) {
   Caption(design.caption);
 }
 

@@ -25,7 +25,7 @@ Qt::DropActions toQt(std::int32_t effects) {
 
 ListBox::ListBox(Container& container, const Design& design)
     : Control(container, design, 0,
-              new qt::EntryList(clientOf(container),
+              new qt::EntryList(container.client(),
                                 {.doubleClick = DblClick, .mouseDown = MouseDown})) {}
 
 void ListBox::rescaled() {

@@ -17,7 +17,7 @@ std::size_t checked(int place, int count) {
 
 MSHFlexGrid::MSHFlexGrid(forms::Container& container, const forms::Design& design, int rows,
                          int columns)
-    : Control(container, design, 0, new QWidget(clientOf(container))),
+    : Control(container, design, 0, new QWidget(container.client())),
       rows_(rows),
       columns_(columns),
       cells_(static_cast<std::size_t>(rows),

@@ -16,6 +16,11 @@ struct Twips {
 
 inline constexpr int kTwipsPerPixel = 15;
 
+/// A rectangle in its container.
+struct Bounds {
+  Twips left, top, width, height;
+};
+
 /// A colour: 0x00BBGGRR for a plain one, top bit set for a system colour.
 using Colour = std::int32_t;
 

@@ -4,7 +4,7 @@
 
 #include "platform/forms/qt/Faces.h"
 #include "platform/forms/qt/KeyFace.h"
-#include "platform/forms/qt/Text.h"
+#include "platform/forms/qt/WideText.h"
 
 namespace MyCommandButton {
 namespace {
@@ -44,7 +44,7 @@ void MyButton::StateColour::operator()(forms::Colour colour) {
 
 MyButton::MyButton(forms::Container& container, const ButtonDesign& design, std::int16_t index)
     : Control(container, design, index,
-              new qt::KeyFace(clientOf(container),
+              new qt::KeyFace(container.client(),
                               {.click = Click,
                                .doubleClick = DblClick,
                                .focus = GotFocus,

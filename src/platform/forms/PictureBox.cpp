@@ -5,7 +5,7 @@
 namespace forms {
 
 PictureBox::PictureBox(Container& container, const Design& design)
-    : Control(container, design, 0, new qt::Surface(clientOf(container), design.backColour)),
+    : Control(container, design, 0, new qt::Surface(container.client(), design.backColour)),
       backColour_(design.backColour) {}
 
 }  // namespace forms

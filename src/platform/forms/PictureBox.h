@@ -9,9 +9,8 @@ class PictureBox : public Control, public Container {
  public:
   PictureBox(Container& container, const Design& design);
 
- protected:
   QWidget* client() const override { return widget(); }
-  Form& form() override { return screen(); }
+  qt::Window& window() const override { return screen(); }
   Colour backColour() const override { return backColour_; }
 
  private:

@@ -1,30 +1,12 @@
 #include "platform/forms/TextBox.h"
 
-#include <QLineEdit>
-#include <limits>
-
-#include "platform/forms/qt/OneLine.h"
-#include "platform/forms/qt/Text.h"
+#include "platform/forms/qt/LineEdit.h"
+#include "platform/forms/qt/WideText.h"
 
 namespace forms {
-namespace {
-
-// Puts the text in line with that of lists and drop-down lists.
-constexpr int kTextMargin = 3;
-
-QLineEdit* makeEdit(QWidget* parent, int maxLength) {
-  auto* edit = new QLineEdit(parent);
-  edit->setMaxLength(maxLength > 0 ? maxLength : std::numeric_limits<int>::max());
-  edit->setValidator(new qt::OneLine(edit));
-  edit->setTextMargins(kTextMargin, 0, kTextMargin, 0);
-  edit->setAcceptDrops(false);  // what is dragged goes onto keys alone
-  return edit;
-}
-
-}  // namespace
 
 TextBox::TextBox(Container& container, const Design& design, int maxLength)
-    : Control(container, design, 0, makeEdit(clientOf(container), maxLength)) {
+    : Control(container, design, 0, new qt::LineEdit(container.client(), maxLength)) {
   Text(design.caption);
 }
 

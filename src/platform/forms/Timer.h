@@ -1,8 +1,7 @@
 #pragma once
 
-#include <memory>
-
-#include "platform/forms/Control.h"
+#include "platform/forms/Container.h"
+#include "platform/forms/Event.h"
 
 namespace forms {
 
@@ -10,16 +9,10 @@ namespace forms {
 class Timer {
  public:
   Timer(Container& container, const char* name, int intervalMilliseconds);
-  ~Timer();
   Timer(const Timer&) = delete;
   Timer& operator=(const Timer&) = delete;
 
   Event<> Tick;
-
- private:
-  Form& screen_;
-  struct Clock;
-  std::unique_ptr<Clock> clock_;
 };
 
 }  // namespace forms

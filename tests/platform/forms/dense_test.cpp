@@ -75,9 +75,9 @@ class WideSheet : public forms::Form {
 
   static FlexCell::GridDesign design() {
     FlexCell::GridDesign design;
-    design.name = "Grid1";
-    design.width = 18000;
-    design.height = 4245;
+    design.control.name = "Grid1";
+    design.control.width = 18000;
+    design.control.height = 4245;
     design.rows = 8;
     design.cols = 3;
     design.defaultRowHeight = 35;

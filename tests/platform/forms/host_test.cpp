@@ -10,7 +10,7 @@
 #include <QTest>
 #include <QWindow>
 
-#include "platform/forms/Application.h"
+#include "platform/forms/DesktopHost.h"
 #include "platform/forms/CommonDialog.h"
 #include "platform/process/Process.h"
 #include "support/FileFaults.h"

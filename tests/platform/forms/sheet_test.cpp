@@ -38,13 +38,13 @@ constexpr forms::Colour kGrey = 0x808080;
 
 FlexCell::GridDesign gridDesign() {
   FlexCell::GridDesign design;
-  design.name = "Grid1";
-  design.top = 600;
-  design.width = 9000;
-  design.height = 3000;
-  design.tabIndex = 0;
-  design.backColour = forms::kWindowBackground;
-  design.foreColour = forms::kWindowText;
+  design.control.name = "Grid1";
+  design.control.top = 600;
+  design.control.width = 9000;
+  design.control.height = 3000;
+  design.control.tabIndex = 0;
+  design.control.backColour = forms::kWindowBackground;
+  design.control.foreColour = forms::kWindowText;
   design.rows = kLast + 1;
   design.cols = 3;
   design.defaultRowHeight = 35;

@@ -3,7 +3,7 @@
 #include <QMimeData>
 
 #include "platform/forms/DataObject.h"
-#include "platform/forms/qt/Text.h"
+#include "platform/forms/qt/WideText.h"
 
 namespace forms::qt {
 

@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "platform/forms/qt/EntryPainter.h"
-#include "platform/forms/qt/Measures.h"
 #include "platform/forms/qt/Pictures.h"
+#include "platform/forms/qt/Pixels.h"
 #include "platform/forms/qt/Raise.h"
 
 namespace forms::qt {

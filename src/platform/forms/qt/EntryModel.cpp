@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 
-#include "platform/forms/qt/Text.h"
+#include "platform/forms/qt/WideText.h"
 
 namespace forms::qt {
 

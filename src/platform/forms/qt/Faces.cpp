@@ -8,7 +8,7 @@
 #include <map>
 #include <tuple>
 
-#include "platform/forms/qt/Text.h"
+#include "platform/forms/qt/WideText.h"
 
 namespace forms::qt {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "platform/forms/qt/Colours.h"
 #include "platform/forms/qt/DragData.h"
-#include "platform/forms/qt/Measures.h"
+#include "platform/forms/qt/Pixels.h"
 #include "platform/forms/qt/Raise.h"
 
 namespace forms::qt {

@@ -4,7 +4,7 @@
 #include <QStringList>
 #include <vector>
 
-#include "platform/forms/FlexCellGrid.h"
+#include "platform/forms/CellType.h"
 
 namespace forms::qt {
 

@@ -38,11 +38,11 @@ void paintGrid(QPainter& painter, const QRectF& area, const QModelIndex& cell,
 }  // namespace
 
 SheetColours::SheetColours(const FlexCell::GridDesign& design, const QPalette& palette)
-    : back(drawnColour(design.backColour, palette)),
-      text(textOn(design.foreColour, back, palette)),
+    : back(drawnColour(design.control.backColour, palette)),
+      text(textOn(design.control.foreColour, back, palette)),
       frame(drawnColour(kButtonFace, palette)),
       active(drawnColour(design.backColourActiveCell, palette)),
-      activeText(textOn(design.foreColour, active, palette)),
+      activeText(textOn(design.control.foreColour, active, palette)),
       activeBorder(drawnColour(design.selectionBorderColour, palette)),
       grid(drawnColour(design.gridColour, palette)),
       border(drawnColour(design.borderColour, palette)) {}

@@ -4,7 +4,7 @@
 #include <QPalette>
 #include <QStyledItemDelegate>
 
-#include "platform/forms/FlexCellGrid.h"
+#include "platform/forms/GridDesign.h"
 
 namespace forms::qt {
 

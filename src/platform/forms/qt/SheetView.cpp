@@ -6,7 +6,6 @@
 #include <limits>
 #include <utility>
 
-#include "platform/forms/qt/Raise.h"
 #include "platform/process/Process.h"
 
 namespace forms::qt {
@@ -27,10 +26,12 @@ void prepareHeader(QHeaderView& header) {
 
 }  // namespace
 
-SheetView::SheetView(FlexCell::Grid& control, const FlexCell::GridDesign& design, QWidget* parent)
+SheetView::SheetView(QWidget* parent, const FlexCell::GridDesign& design,
+                     std::function<void()> clicked, std::function<void(int)> picked)
     : QTableView(parent),
-      control_(control),
       design_(design),
+      clicked_(std::move(clicked)),
+      picked_(std::move(picked)),
       sheet_(new SheetModel(design.rows, design.cols, this)),
       colours_(design, palette()),
       heights_(static_cast<std::size_t>(design.rows), design.defaultRowHeight),
@@ -56,7 +57,7 @@ SheetView::SheetView(FlexCell::Grid& control, const FlexCell::GridDesign& design
   connect(edit_, &QLineEdit::textEdited, this,
           [this](const QString& text) { sheet_->setText(currentIndex(), text); });
   // Raised for every choice of the user's, of the chosen entry too.
-  connect(dropDown_, &QComboBox::activated, this, [this](int item) { picked(item); });
+  connect(dropDown_, &QComboBox::activated, this, [this](int item) { pick(item); });
   setCurrentIndex(cell(SheetModel::kFixedRows, SheetModel::kFixedColumns));
 }
 
@@ -178,9 +179,9 @@ void SheetView::openDropDown() {
 }
 
 /// The text stands in the cell before the screen is told.
-void SheetView::picked(int item) {
+void SheetView::pick(int item) {
   sheet_->setText(currentIndex(), dropDown_->itemText(item));
-  qt::raise(control_.ComboClick, static_cast<std::int16_t>(item));
+  picked_(item);
 }
 
 void SheetView::updateEditorGeometries() {
@@ -298,7 +299,7 @@ void SheetView::mouseReleaseEvent(QMouseEvent* event) {
   const QModelIndex pressed = std::exchange(pressed_, QPersistentModelIndex());
   const bool same = indexAt(event->position().toPoint()) == pressed;
   if (same && sheet_->kind(pressed) == CellType::CheckBox) toggle(pressed);
-  raiseClick();
+  clicked_();
   if (same && pressed == currentIndex()) openDropDown();
 }
 
@@ -311,10 +312,6 @@ void SheetView::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void SheetView::wheelEvent(QWheelEvent* event) {
   event->ignore();
-}
-
-void SheetView::raiseClick() {
-  qt::raise(control_.Click);
 }
 
 }  // namespace forms::qt

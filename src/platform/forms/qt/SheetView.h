@@ -2,10 +2,12 @@
 
 #include <QPersistentModelIndex>
 #include <QTableView>
+#include <functional>
 #include <vector>
 
-#include "platform/forms/FlexCellGrid.h"
-#include "platform/forms/qt/SheetEditors.h"
+#include "platform/forms/GridDesign.h"
+#include "platform/forms/qt/CellDropDown.h"
+#include "platform/forms/qt/CellEdit.h"
 #include "platform/forms/qt/SheetModel.h"
 #include "platform/forms/qt/SheetPainter.h"
 
@@ -15,7 +17,10 @@ namespace forms::qt {
 /// active one, so typing needs no first step and each change is in the cell at once.
 class SheetView final : public QTableView {
  public:
-  SheetView(FlexCell::Grid& control, const FlexCell::GridDesign& design, QWidget* parent);
+  /// `clicked` is called at a click, after the active cell has moved there, `picked` when an item
+  /// of a drop-down was chosen, after its text is in the cell.
+  SheetView(QWidget* parent, const FlexCell::GridDesign& design, std::function<void()> clicked,
+            std::function<void(int)> picked);
 
   SheetModel& sheet() const { return *sheet_; }
   const SheetColours& colours() const { return colours_; }
@@ -33,9 +38,10 @@ class SheetView final : public QTableView {
 
   /// Moves the active cell as the key says. False: the key doesn't move it.
   bool navigate(const QKeyEvent& event);
-  /// Gives the focus to the next control, or to the one before.
+  /// Moves the focus to the next control, or to the one before.
   bool leave(bool next);
-  void raiseClick();
+  /// Reports a click that an editor got.
+  void click() { clicked_(); }
   void openDropDown();
   void fillDropDown();
 
@@ -59,10 +65,11 @@ class SheetView final : public QTableView {
   void syncEditor();
   void step(int rows, int columns);
   void toggle(const QModelIndex& cell);
-  void picked(int item);
+  void pick(int item);
 
-  FlexCell::Grid& control_;
   FlexCell::GridDesign design_;
+  std::function<void()> clicked_;
+  std::function<void(int)> picked_;
   SheetModel* sheet_;
   SheetColours colours_;
   CellEdit* edit_ = nullptr;

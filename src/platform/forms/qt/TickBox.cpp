@@ -7,7 +7,7 @@
 
 #include "platform/forms/qt/Colours.h"
 #include "platform/forms/qt/DeviceFrames.h"
-#include "platform/forms/qt/Text.h"
+#include "platform/forms/qt/WideText.h"
 #include "platform/process/Process.h"
 
 namespace forms::qt {

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QEventLoop>
-#include <QGuiApplication>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScreen>
@@ -12,13 +11,15 @@
 #include <QWindow>
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "platform/forms/qt/Colours.h"
-#include "platform/forms/qt/Measures.h"
-#include "platform/forms/qt/Text.h"
+#include "platform/forms/qt/Pixels.h"
+#include "platform/forms/qt/Raise.h"
+#include "platform/forms/qt/WideText.h"
 #include "platform/forms/qt/WindowNames.h"
 
-namespace forms {
+namespace forms::qt {
 namespace {
 
 Qt::WindowFlags flagsOf(const FormDesign& design) {
@@ -35,59 +36,58 @@ Qt::WindowFlags flagsOf(const FormDesign& design) {
   return flags;
 }
 
+std::function<void()>& lastGone() {
+  static std::function<void()> call;
+  return call;
+}
+
 }  // namespace
 
-std::vector<Form*>& Form::Window::all() {
-  static std::vector<Form*> screens;
-  return screens;
-}
-
-bool Form::Window::anyShown() {
-  return std::ranges::any_of(
-      all(), [](const Form* screen) { return screen->window_ && screen->window_->isVisible(); });
-}
-
-Form::Window::Window(Form& screen, const FormDesign& stored)
-    : QWidget(nullptr, flagsOf(stored)), form(screen), design(stored) {
-  setObjectName(QString::fromLatin1(design.name));
-  if (design.border != BorderStyle::None) setWindowTitle(qt::toQt(design.caption));
+Window::Window(const FormDesign& design) : QWidget(nullptr, flagsOf(design)), design_(design) {
+  setObjectName(QString::fromLatin1(design_.name));
+  if (design_.border != BorderStyle::None) setWindowTitle(toQt(design_.caption));
   setAttribute(Qt::WA_QuitOnClose, false);
   setAttribute(Qt::WA_OpaquePaintEvent);
-  all().push_back(&form);
 }
 
-Form::Window::~Window() {
-  std::erase(all(), &form);
+bool Window::anyShown() {
+  return std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* window) {
+    return dynamic_cast<const Window*>(window) != nullptr && window->isVisible();
+  });
 }
 
-void Form::Window::release(Form& screen) {
-  for (QTimer* timer : screen.window_->timers) timer->stop();
-  for (Control* control : screen.window_->controls) control->widget_ = nullptr;
-  screen.window_.reset();
+void Window::onLastGone(std::function<void()> call) {
+  lastGone() = std::move(call);
 }
 
-QSize Form::Window::clientSize() const {
-  return {qt::toPixels(design.width, scale), qt::toPixels(design.height, scale)};
+void Window::addTimer(const char* name, int milliseconds, std::function<void()> tick) {
+  auto* timer = new QTimer(this);
+  timer->setObjectName(QString::fromLatin1(name));
+  timer->setInterval(milliseconds);
+  timer->setTimerType(Qt::PreciseTimer);
+  timer->callOnTimeout(std::move(tick));
+}
+
+QSize Window::clientSize() const {
+  return {toPixels(design_.width, scale_), toPixels(design_.height, scale_)};
 }
 
 /// What must fit the desktop, in pixels at full scale: the visible controls, and the window itself
 /// where it has its own size.
-QSize Form::Window::extent() const {
+QSize Window::extent() const {
   QSize size;
-  if (!design.startMaximised)
-    size = {qt::toPixels(design.width, 1), qt::toPixels(design.height, 1)};
-  for (const Control* control : controls) {
-    if (!control->visible_ || control->widget_->parentWidget() != this) continue;
-    const QRect place =
-        qt::toPixels(control->left_, control->top_, control->width_, control->height_, 1);
-    size = size.expandedTo({place.right() + 1, place.bottom() + 1});
+  if (!design_.startMaximised) size = {toPixels(design_.width, 1), toPixels(design_.height, 1)};
+  for (const WindowPart* part : parts_) {
+    if (part->widget()->parentWidget() != this || !part->widget()->isVisibleTo(this)) continue;
+    const QRect bounds = toPixels(part->bounds(), 1);
+    size = size.expandedTo({bounds.right() + 1, bounds.bottom() + 1});
   }
   return size;
 }
 
 /// Lays the screen out smaller where it would not fit, on dense desktops alone: never under one
 /// device pixel for 15 twips.
-void Form::Window::fit(QSize room) {
+void Window::fit(QSize room) {
   double fitting = 1;
   const double density = devicePixelRatioF();
   if (density > 1) {
@@ -97,26 +97,23 @@ void Form::Window::fit(QSize room) {
       fitting = std::min(fitting, double(room.height()) / need.height());
     fitting = std::max(fitting, 1 / density);
   }
-  if (fitting == scale) return;
-  scale = fitting;
-  for (Control* control : controls) {
-    control->place();
-    control->rescaled();
-  }
+  if (fitting == scale_) return;
+  scale_ = fitting;
+  for (WindowPart* part : parts_) part->layOut();
   if (!isMaximized()) fixSize();
 }
 
-void Form::Window::fitDesktop() {
+void Window::fitDesktop() {
   QSize room = screen()->availableGeometry().size();
-  if (design.border != BorderStyle::None)
+  if (design_.border != BorderStyle::None)
     room.rheight() -= style()->pixelMetric(QStyle::PM_TitleBarHeight);
   fit(room);
 }
 
 /// A window of fixed size would not be maximised by a window manager, so the size is fixed only
 /// while the window isn't maximised.
-void Form::Window::fixSize() {
-  if (design.border == BorderStyle::Sizable || isMaximized()) {
+void Window::fixSize() {
+  if (design_.border == BorderStyle::Sizable || isMaximized()) {
     setMinimumSize(0, 0);
     setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
   } else {
@@ -124,21 +121,21 @@ void Form::Window::fixSize() {
   }
 }
 
-void Form::Window::centre() {
+void Window::centre() {
   const QRect desktop = screen()->geometry();
   const int title =
-      design.border == BorderStyle::None ? 0 : style()->pixelMetric(QStyle::PM_TitleBarHeight);
+      design_.border == BorderStyle::None ? 0 : style()->pixelMetric(QStyle::PM_TitleBarHeight);
   move(desktop.x() + (desktop.width() - width()) / 2,
        desktop.y() + (desktop.height() - height() - title) / 2);
 }
 
-void Form::Window::appear() {
+void Window::appear() {
   orderTabs();
-  qt::nameWidgets(*this, scale);
+  nameWidgets(*this, scale_);
   fitDesktop();
   resize(clientSize());
-  if (!design.startMaximised) fixSize();
-  if (design.position == StartPosition::CentreScreen) centre();
+  if (!design_.startMaximised) fixSize();
+  if (design_.position == StartPosition::CentreScreen) centre();
   winId();
   connect(windowHandle(), &QWindow::screenChanged, this, [this] { fitDesktop(); });
   if (windowModality() != Qt::NonModal) {
@@ -146,43 +143,59 @@ void Form::Window::appear() {
     if (const QWidget* below = QApplication::activeWindow())
       windowHandle()->setTransientParent(below->windowHandle());
   }
-  if (design.startMaximised)
+  if (design_.startMaximised)
     showMaximized();
   else
     show();
-  for (QTimer* timer : timers) timer->start();
+  for (QTimer* timer : findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly)) timer->start();
+}
+
+void Window::appearModal() {
+  QEventLoop loop;
+  const EndWatch watch([&loop] { loop.quit(); });
+  modalLoop_ = &loop;
+  setWindowModality(Qt::ApplicationModal);
+  appear();
+  if (!process::hasEnded()) loop.exec();
+  modalLoop_ = nullptr;
+  hide();
+  process::unwindIfEnded();
+  // A window manager that is behind can leave the keyboard with a box that has gone.
+  QWindow* below = windowHandle()->transientParent();
+  if (below != nullptr && below->isVisible()) below->requestActivate();
 }
 
 /// On a display without a window manager nobody maximises a window, and nobody could enlarge it.
-void Form::Window::fillUnmanagedDesktop() {
+void Window::fillUnmanagedDesktop() {
   if (isMaximized() && size() == clientSize())
     windowHandle()->setGeometry(screen()->availableGeometry());
 }
 
-void Form::Window::leave() {
-  unloaded = true;
-  for (QTimer* timer : timers) timer->stop();
+void Window::leave() {
+  if (std::exchange(left_, true)) return;
+  for (QTimer* timer : findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly)) timer->stop();
   hide();
-  if (modalLoop != nullptr) modalLoop->quit();
+  if (modalLoop_ != nullptr) modalLoop_->quit();
+  if (lastGone() && !anyShown()) lastGone()();
 }
 
 /// The tab order is the order of the tab indexes, across containers; the lowest visible tab stop
 /// has the first focus.
-void Form::Window::orderTabs() {
-  std::vector<Control*> stops;
-  std::ranges::copy_if(controls, std::back_inserter(stops), [](const Control* control) {
-    return (control->widget_->focusPolicy() & Qt::TabFocus) != 0;
+void Window::orderTabs() {
+  std::vector<WindowPart*> stops;
+  std::ranges::copy_if(parts_, std::back_inserter(stops), [](const WindowPart* part) {
+    return (part->widget()->focusPolicy() & Qt::TabFocus) != 0;
   });
-  std::ranges::stable_sort(stops, {}, [](const Control* control) { return control->tabIndex_; });
+  std::ranges::stable_sort(stops, {}, &WindowPart::tabIndex);
   for (std::size_t i = 1; i < stops.size(); ++i)
-    setTabOrder(stops[i - 1]->widget_, stops[i]->widget_);
+    setTabOrder(stops[i - 1]->widget(), stops[i]->widget());
   const auto first = std::ranges::find_if(
-      stops, [this](const Control* control) { return control->widget_->isVisibleTo(this); });
-  if (first != stops.end()) (*first)->widget_->setFocus(Qt::TabFocusReason);
+      stops, [this](const WindowPart* part) { return part->widget()->isVisibleTo(this); });
+  if (first != stops.end()) (*first)->widget()->setFocus(Qt::TabFocusReason);
 }
 
-void Form::Window::paintEvent(QPaintEvent* event) {
-  if (!seen_ && design.startMaximised) {
+void Window::paintEvent(QPaintEvent* event) {
+  if (!seen_ && design_.startMaximised) {
     // A window manager maximises a window before it lets it be seen, or at once behind that.
     constexpr std::chrono::milliseconds kGrace{250};
     auto* const grace = new QTimer(this);
@@ -191,26 +204,26 @@ void Form::Window::paintEvent(QPaintEvent* event) {
     grace->start(kGrace);
   }
   seen_ = true;
-  QPainter(this).fillRect(event->rect(), qt::drawnColour(design.backColour, palette()));
+  QPainter(this).fillRect(event->rect(), drawnColour(design_.backColour, palette()));
 }
 
-void Form::Window::closeEvent(QCloseEvent* event) {
+void Window::closeEvent(QCloseEvent* event) {
   // A window without border has no close box; only the screen itself takes it away.
-  if (design.border == BorderStyle::None) {
+  if (design_.border == BorderStyle::None) {
     event->ignore();
     return;
   }
-  form.Unload();
+  leave();
   event->accept();
 }
 
 /// A screen that opens maximised and has no box for that stays so: window managers offer ways out
 /// all the same, and the rest of such a screen could not be reached then.
-bool Form::Window::staysMaximised() const {
-  return design.startMaximised && !design.maximiseBox;
+bool Window::staysMaximised() const {
+  return design_.startMaximised && !design_.maximiseBox;
 }
 
-void Form::Window::changeEvent(QEvent* event) {
+void Window::changeEvent(QEvent* event) {
   if (event->type() == QEvent::WindowStateChange && !isMinimized()) {
     if (staysMaximised() && !isMaximized() && isVisible())
       setWindowState(windowState() | Qt::WindowMaximized);
@@ -220,9 +233,9 @@ void Form::Window::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
 }
 
-void Form::Window::resizeEvent(QResizeEvent* event) {
+void Window::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   if (isMaximized()) fit(size());
 }
 
-}  // namespace forms
+}  // namespace forms::qt

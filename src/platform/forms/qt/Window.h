@@ -1,39 +1,42 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 #include <vector>
 
-#include "platform/forms/Form.h"
+#include "platform/forms/FormDesign.h"
+#include "platform/forms/WindowPart.h"
 
 class QEventLoop;
-class QTimer;
 
-namespace forms {
+namespace forms::qt {
 
 /// The toolkit's window of a screen.
-struct Form::Window final : QWidget {
-  Window(Form& screen, const FormDesign& stored);
-  ~Window() override;
+class Window final : public QWidget {
+ public:
+  explicit Window(const FormDesign& design);
 
-  /// The screens that live, in the order of their making.
-  static std::vector<Form*>& all();
   static bool anyShown();
+  /// Sets what is called when the last shown screen is taken away; empty for nothing.
+  static void onLastGone(std::function<void()> call);
+
+  /// A control of the screen, in the order of their making.
+  void add(WindowPart& part) { parts_.push_back(&part); }
+  void remove(WindowPart& part) { std::erase(parts_, &part); }
+  /// A timer that runs while the screen is shown.
+  void addTimer(const char* name, int milliseconds, std::function<void()> tick);
+
+  double scale() const { return scale_; }
+  Colour backColour() const { return design_.backColour; }
 
   /// Shows the loaded screen as its design has it.
   void appear();
+  /// Shows it above the others, which get no input, and returns when it has left. Does not return
+  /// when the process was ended meanwhile.
+  void appearModal();
   /// Takes the screen away for good.
   void leave();
-  /// Destroys the widgets below a screen that lives on: the application goes first at the end.
-  static void release(Form& screen);
-
-  Form& form;
-  FormDesign design;
-  std::vector<Control*> controls;
-  std::vector<QTimer*> timers;
-  QEventLoop* modalLoop = nullptr;
-  double scale = 1;
-  bool loaded = false;
-  bool unloaded = false;
+  bool hasLeft() const { return left_; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -52,7 +55,12 @@ struct Form::Window final : QWidget {
   void centre();
   void orderTabs();
 
+  FormDesign design_;
+  std::vector<WindowPart*> parts_;
+  QEventLoop* modalLoop_ = nullptr;
+  double scale_ = 1;
+  bool left_ = false;
   bool seen_ = false;  ///< it has been painted
 };
 
-}  // namespace forms
+}  // namespace forms::qt

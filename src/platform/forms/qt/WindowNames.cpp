@@ -7,7 +7,7 @@
 #include "platform/forms/qt/EntryList.h"
 #include "platform/forms/qt/KeyFace.h"
 #include "platform/forms/qt/LabelText.h"
-#include "platform/forms/qt/Measures.h"
+#include "platform/forms/qt/Pixels.h"
 #include "platform/forms/qt/Surface.h"
 
 namespace forms::qt {

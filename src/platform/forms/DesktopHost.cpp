@@ -1,16 +1,13 @@
-#include "platform/process/Host.h"
+#include "platform/forms/DesktopHost.h"
 
 #include <QApplication>
 #include <QColorDialog>
-#include <QKeyEvent>
-#include <QMessageBox>
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/forms/Application.h"
 #include "platform/forms/qt/Colours.h"
+#include "platform/forms/qt/MessageBox.h"
 #include "platform/forms/qt/Raise.h"
-#include "platform/forms/qt/Text.h"
 #include "platform/process/DetachedProgram.h"
 #include "platform/runtime/CodePage.h"
 
@@ -22,49 +19,12 @@ using runtime::RunTimeError;
 constexpr std::int32_t kButtonsMask = 0xF;
 constexpr std::int32_t kIconMask = 0xF0;
 
-/// A message box of plain text. A Yes/No box has no third way out: neither Escape nor the frame
-/// closes it.
-class Box : public QMessageBox {
- public:
-  Box(const std::u16string& text, const std::u16string& title, StandardButtons buttons)
-      : QMessageBox(QApplication::activeWindow()), asks_(buttons == (Yes | No)) {
-    setWindowTitle(qt::toQt(title));
-    setTextFormat(Qt::PlainText);
-    setText(qt::toQt(text));
-    setStandardButtons(buttons);
-    setDefaultButton(asks_ ? Yes : Ok);
-    if (asks_) setWindowFlag(Qt::WindowCloseButtonHint, false);
-  }
-
-  int ask() {
-    const qt::EndWatch watch([this] { done(0); });
-    return process::hasEnded() ? 0 : exec();
-  }
-
- protected:
-  void closeEvent(QCloseEvent* event) override {
-    if (asks_)
-      event->ignore();
-    else
-      QMessageBox::closeEvent(event);
-  }
-  void keyPressEvent(QKeyEvent* event) override {
-    if (asks_ && event->matches(QKeySequence::Cancel))
-      event->accept();
-    else
-      QMessageBox::keyPressEvent(event);
-  }
-
- private:
-  bool asks_;
-};
-
-class RealHost : public process::Host {
+class DesktopHost : public process::Host {
  public:
   process::MessageAnswer showMessage(const std::u16string& text, std::int32_t style,
                                      const std::u16string& title) override {
     const bool asks = (style & kButtonsMask) == process::kYesNo;
-    Box box(text, title, asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
+    qt::MessageBox box(text, title, asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
     if ((style & kIconMask) == process::kInformation) box.setIcon(QMessageBox::Information);
     const int answer = box.ask();
     if (!asks) return process::kOk;
@@ -84,8 +44,8 @@ class RealHost : public process::Host {
     const std::string heading = "Run-time error '" + std::to_string(failure.number()) + "':";
     std::fprintf(stderr, "%s %s\n", heading.c_str(), runtime::toUtf8(failure.text()).c_str());
     std::fflush(stderr);
-    Box box(runtime::fromUtf8(heading) + u"\n\n" + failure.text(),
-            std::u16string(process::kProgramTitle), QMessageBox::Ok);
+    qt::MessageBox box(runtime::fromUtf8(heading) + u"\n\n" + failure.text(),
+                       std::u16string(process::kProgramTitle), QMessageBox::Ok);
     box.setIcon(QMessageBox::Critical);
     box.ask();
   }
@@ -103,7 +63,7 @@ class RealHost : public process::Host {
 }  // namespace
 
 std::unique_ptr<process::Host> makeHost() {
-  return std::make_unique<RealHost>();
+  return std::make_unique<DesktopHost>();
 }
 
 }  // namespace forms

@@ -13,10 +13,10 @@ inline int toPixels(Twips length, double scale) {
 }
 
 /// Edges are rounded, not sizes, so that gaps between like controls stay even at any scale.
-inline QRect toPixels(Twips left, Twips top, Twips width, Twips height, double scale) {
-  const QPoint from(toPixels(left, scale), toPixels(top, scale));
-  const QPoint to(toPixels(left.value + width.value, scale),
-                  toPixels(top.value + height.value, scale));
+inline QRect toPixels(const Bounds& bounds, double scale) {
+  const QPoint from(toPixels(bounds.left, scale), toPixels(bounds.top, scale));
+  const QPoint to(toPixels(bounds.left.value + bounds.width.value, scale),
+                  toPixels(bounds.top.value + bounds.height.value, scale));
   return {from, QSize(to.x() - from.x(), to.y() - from.y())};
 }
 

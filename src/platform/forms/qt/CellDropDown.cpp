@@ -1,62 +1,21 @@
-#include "platform/forms/qt/SheetEditors.h"
+#include "platform/forms/qt/CellDropDown.h"
 
 #include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QWheelEvent>
-#include <utility>
 
 #include "platform/forms/qt/EntryPainter.h"
-#include "platform/forms/qt/OneLine.h"
 #include "platform/forms/qt/SheetView.h"
 
 namespace forms::qt {
 namespace {
-
-// The toolkit's line edit keeps this distance by itself.
-constexpr int kOwnInset = 2;
 
 // In line with the cell's text, within the list's frame.
 constexpr int kEntryInset = kCellInset - kEditorMargins.left() - 1;
 constexpr int kEntryRoom = 11;
 
 }  // namespace
-
-CellEdit::CellEdit(SheetView& view) : QLineEdit(view.viewport()), view_(view) {
-  setFrame(false);
-  setTextMargins(kCellInset - kEditorMargins.left() - kOwnInset, 0,
-                 kCellInset - kEditorMargins.right() - kOwnInset, 0);
-  setFocusPolicy(Qt::ClickFocus);
-  setValidator(new OneLine(this));
-  hide();
-}
-
-void CellEdit::keyPressEvent(QKeyEvent* event) {
-  const bool withinLine = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right ||
-                          event->key() == Qt::Key_Home || event->key() == Qt::Key_End;
-  if (withinLine || !view_.navigate(*event)) QLineEdit::keyPressEvent(event);
-}
-
-void CellEdit::mousePressEvent(QMouseEvent* event) {
-  pressed_ = event->button() == Qt::LeftButton;
-  QLineEdit::mousePressEvent(event);
-}
-
-void CellEdit::mouseReleaseEvent(QMouseEvent* event) {
-  QLineEdit::mouseReleaseEvent(event);
-  if (event->button() == Qt::LeftButton && std::exchange(pressed_, false)) view_.raiseClick();
-}
-
-void CellEdit::focusOutEvent(QFocusEvent* event) {
-  QLineEdit::focusOutEvent(event);
-  const bool comesBack =
-      event->reason() == Qt::ActiveWindowFocusReason || event->reason() == Qt::PopupFocusReason;
-  if (!comesBack) deselect();
-}
-
-bool CellEdit::focusNextPrevChild(bool next) {
-  return view_.leave(next);
-}
 
 CellDropDown::CellDropDown(SheetView& view) : QComboBox(view.viewport()), view_(view) {
   setFocusPolicy(Qt::ClickFocus);
@@ -98,12 +57,12 @@ void CellDropDown::keyPressEvent(QKeyEvent* event) {
 }
 
 void CellDropDown::mousePressEvent(QMouseEvent* event) {
-  pressed_ = event->button() == Qt::LeftButton;
+  press_.begin(*event);
 }
 
 void CellDropDown::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton && std::exchange(pressed_, false)) {
-    view_.raiseClick();
+  if (press_.ends(*event)) {
+    view_.click();
     view_.openDropDown();
   }
 }

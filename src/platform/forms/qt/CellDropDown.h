@@ -1,29 +1,12 @@
 #pragma once
 
 #include <QComboBox>
-#include <QLineEdit>
+
+#include "platform/forms/qt/LeftPress.h"
 
 namespace forms::qt {
 
 class SheetView;
-
-/// Stands in the active cell of a sheet while that is a text cell: what is typed is in the cell at
-/// once. Keys that a single line doesn't need move on in the sheet.
-class CellEdit final : public QLineEdit {
- public:
-  explicit CellEdit(SheetView& view);
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override;
-  void mousePressEvent(QMouseEvent* event) override;
-  void mouseReleaseEvent(QMouseEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
-  bool focusNextPrevChild(bool next) override;
-
- private:
-  SheetView& view_;
-  bool pressed_ = false;
-};
 
 /// Stands in the active cell of a sheet while that is a drop-down cell. The list opens by a click,
 /// by F4, by Alt and an arrow, by the space bar and by a letter, which seeks its entry; without the
@@ -43,7 +26,7 @@ class CellDropDown final : public QComboBox {
 
  private:
   SheetView& view_;
-  bool pressed_ = false;
+  LeftPress press_;
 };
 
 }  // namespace forms::qt

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/forms/CellType.h"
+
+namespace forms::qt {
+class SheetView;
+}
+
+namespace FlexCell {
+
+/// One cell of a sheet, named by row and column.
+class Cell {
+ public:
+  Cell(forms::qt::SheetView& view, int row, int column) : view_(view), row_(row), column_(column) {}
+
+  /// A check cell's text is "1" when it is checked; any other text shows as unchecked.
+  std::u16string Text() const;
+  void Text(std::u16string_view text);
+  /// Kept as a value: the one code in use, 6, and the initial 0 both mean left, centred vertically.
+  void Alignment(int code);
+  void Kind(CellType kind);
+  /// Makes it the active cell.
+  void SetFocus();
+
+ private:
+  forms::qt::SheetView& view_;
+  int row_, column_;
+};
+
+}  // namespace FlexCell

@@ -1,0 +1,24 @@
+#include "platform/forms/FlexCellColumn.h"
+
+#include "platform/forms/qt/SheetView.h"
+
+namespace FlexCell {
+
+void Column::Locked(bool readOnly) {
+  view_.sheet().setLocked(column_, readOnly);
+}
+
+void Column::Width(int pixels) {
+  view_.setWidth(column_, pixels);
+}
+
+void Column::Kind(CellType kind) {
+  view_.sheet().setColumnKind(column_, kind);
+}
+
+void Column::MaxLength(int characters) {
+  view_.sheet().setMaxLength(column_, characters);
+  view_.refreshEditor();
+}
+
+}  // namespace FlexCell

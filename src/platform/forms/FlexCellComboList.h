@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string_view>
+
+namespace forms::qt {
+class SheetView;
+}
+
+namespace FlexCell {
+
+/// The drop-down list of a sheet's column. An item is one text; a long run of blanks, a hundred or
+/// more, followed by the last comma begins the item's hidden part, which neither shows nor reaches
+/// the cell.
+class ComboList {
+ public:
+  ComboList(forms::qt::SheetView& view, int column) : view_(view), column_(column) {}
+
+  void AddItem(std::u16string_view item);
+
+ private:
+  forms::qt::SheetView& view_;
+  int column_;
+};
+
+}  // namespace FlexCell

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/forms/Measures.h"
+
+namespace FlexCell {
+
+/// What the screen stores for the sheet. Row heights and column widths are in pixels of 15 twips.
+struct GridDesign {
+  forms::Design control{};
+  int rows = 0;
+  int cols = 0;
+  int defaultRowHeight = 20;
+  bool extendLastCol = false;
+  int enterKeyMoveTo = 0;  ///< 1: Enter goes one row down
+  forms::Colour backColourActiveCell = forms::kWhite;
+  forms::Colour backColourSelection = forms::kWhite;
+  forms::Colour borderColour = forms::kBlack;
+  forms::Colour selectionBorderColour = forms::kBlack;
+  forms::Colour gridColour = forms::kBlack;
+};
+
+}  // namespace FlexCell

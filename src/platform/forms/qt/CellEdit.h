@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QLineEdit>
+
+#include "platform/forms/qt/LeftPress.h"
+
+namespace forms::qt {
+
+class SheetView;
+
+/// Stands in the active cell of a sheet while that is a text cell: what is typed is in the cell at
+/// once. Keys that a single line doesn't need move on in the sheet.
+class CellEdit final : public QLineEdit {
+ public:
+  explicit CellEdit(SheetView& view);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
+
+ private:
+  SheetView& view_;
+  LeftPress press_;
+};
+
+}  // namespace forms::qt

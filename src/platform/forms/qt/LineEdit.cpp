@@ -1,0 +1,17 @@
+#include "platform/forms/qt/LineEdit.h"
+
+#include <limits>
+
+#include "platform/forms/qt/OneLine.h"
+
+namespace forms::qt {
+
+LineEdit::LineEdit(QWidget* parent, int maxLength) : QLineEdit(parent) {
+  constexpr int kTextMargin = 3;  // puts the text in line with that of lists and drop-down lists
+  setMaxLength(maxLength > 0 ? maxLength : std::numeric_limits<int>::max());
+  setValidator(new OneLine(this));
+  setTextMargins(kTextMargin, 0, kTextMargin, 0);
+  setAcceptDrops(false);  // what is dragged goes onto keys alone
+}
+
+}  // namespace forms::qt

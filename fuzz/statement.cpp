@@ -8,28 +8,11 @@
 #include <vector>
 
 #include "makestore/StoreBuilder.h"
-#include "platform/jetsql/ResultRow.h"
-#include "platform/jetsql/Session.h"
+#include "platform/jetsql/sqlite/Session.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/RunTimeError.h"
 
 namespace {
-
-/// Reads every value by its type, as a recordset's reader does.
-class Reader : public jetsql::RowSink {
- public:
-  void columns(std::vector<jetsql::ResultColumn> columns) override {
-    columns_ = std::move(columns);
-  }
-  void row(const jetsql::ResultRow& row) override {
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-      static_cast<void>(jetsql::typedValue(columns_[i].type, row.values[i]));
-    }
-  }
-
- private:
-  std::vector<jetsql::ResultColumn> columns_;
-};
 
 makestore::StoreBuilder littleStore() {
   using jet::ColumnType;
@@ -76,9 +59,14 @@ jetsql::Session& store() {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  Reader reader;
   try {
-    store().run(runtime::fromCodePage({reinterpret_cast<const char*>(data), size}), reader);
+    const jetsql::Result result =
+        store().run(runtime::fromCodePage({reinterpret_cast<const char*>(data), size}));
+    for (std::size_t row = 0; row < result.count(); ++row) {
+      for (std::size_t column = 0; column < result.columns().size(); ++column) {
+        static_cast<void>(result.value(row, column));
+      }
+    }
   } catch (const runtime::RunTimeError& fault) {
     // A statement that was understood must also be one that SQLite understands.
     for (const std::u16string_view words :

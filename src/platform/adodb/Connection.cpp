@@ -3,7 +3,7 @@
 #include "platform/adodb/ConnectionString.h"
 #include "platform/adodb/ObjectError.h"
 #include "platform/files/ProgramFolder.h"
-#include "platform/jetsql/Session.h"
+#include "platform/jetsql/sqlite/Session.h"
 
 namespace ADODB {
 

@@ -6,6 +6,9 @@
 #include <cstdlib>
 #include <variant>
 
+#include "platform/jetsql/binding/QueryBinder.h"
+#include "platform/jetsql/sqlite/SqlConnection.h"
+#include "platform/jetsql/syntax/QueryParser.h"
 #include "platform/runtime/RunTimeError.h"
 
 namespace jetsqltest {
@@ -66,21 +69,32 @@ struct Shown {
   std::string operator()(const runtime::Decimal& value) const { return narrow(value.digits) + "d"; }
 };
 
-class Collector final : public jetsql::RowSink {
- public:
-  void columns(std::vector<jetsql::ResultColumn> columns) override { fields = std::move(columns); }
-  void row(const jetsql::ResultRow& row) override {
-    std::vector<std::string> values;
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-      values.push_back(
-          std::visit(Shown{}, jetsql::typedValue(fields[i].type, row.values[i]).get()));
-    }
-    lines.push_back(joined(values, " | "));
+/// The step of a plan that reads a table, with names in place of numbers; `step` ends with
+/// "t<number> VIRTUAL TABLE INDEX <index>:<tests>".
+std::string tableStep(const jetsql::WrittenStatement& statement, const std::string& step) {
+  const std::size_t at = step.find(" VIRTUAL TABLE INDEX ");
+  if (at == std::string::npos) return step;
+  const int number = std::stoi(step.substr(step.rfind(' ', at - 1) + 2));
+  const std::size_t code = at + std::string_view(" VIRTUAL TABLE INDEX ").size();
+  const int index = std::stoi(step.substr(code));
+  std::string tests = step.substr(step.find(':', code) + 1);
+  tests.resize(std::min(tests.find(' '), tests.size()));
+  const jet::Table& table =
+      *std::ranges::find(statement.tables, number, &jetsql::TableUse::number)->table;
+  const auto columnName = [&](int column) {
+    return narrow(table.columns()[static_cast<std::size_t>(column)].name);
+  };
+  std::string text = narrow(table.name()) + " by ";
+  if (index == -1) return text + "scan";
+  if (index < -1) return text + "lookup " + columnName(-2 - index) + tests;
+  const jet::Index& used = table.indexes()[static_cast<std::size_t>(index)];
+  text += narrow(used.name);
+  for (std::size_t i = 0, column = 0; i < tests.size(); ++i) {
+    text += " " + columnName(used.columns[column].column) + tests[i];
+    if (tests[i] == '=' || tests[i] == '0') ++column;
   }
-
-  std::vector<jetsql::ResultColumn> fields;
-  std::vector<std::string> lines;
-};
+  return text;
+}
 
 std::int32_t n(int number) {
   return number;
@@ -130,9 +144,16 @@ SmallStore::~SmallStore() {
 }
 
 std::vector<std::string> SmallStore::rows(std::u16string_view statement) {
-  Collector collector;
-  session_->run(statement, collector);
-  return collector.lines;
+  const jetsql::Result result = session_->run(statement);
+  std::vector<std::string> lines;
+  for (std::size_t row = 0; row < result.count(); ++row) {
+    std::vector<std::string> values;
+    for (std::size_t column = 0; column < result.columns().size(); ++column) {
+      values.push_back(std::visit(Shown{}, result.value(row, column).get()));
+    }
+    lines.push_back(joined(values, " | "));
+  }
+  return lines;
 }
 
 std::vector<std::string> SmallStore::sortedRows(std::u16string_view statement) {
@@ -142,10 +163,9 @@ std::vector<std::string> SmallStore::sortedRows(std::u16string_view statement) {
 }
 
 std::string SmallStore::columns(std::u16string_view statement) {
-  Collector collector;
-  session_->run(statement, collector);
+  const jetsql::Result result = session_->run(statement);
   std::vector<std::string> names;
-  for (const auto& field : collector.fields) names.push_back(narrow(field.name));
+  for (const auto& column : result.columns()) names.push_back(narrow(column.name));
   return joined(names, ",");
 }
 
@@ -159,12 +179,17 @@ std::string SmallStore::failure(std::u16string_view statement) {
 }
 
 std::string SmallStore::plan(std::u16string_view statement) {
+  jet::Database& database = session_->database();
+  jetsql::StoreCatalog catalog(database);
+  const jetsql::WrittenStatement written =
+      jetsql::writeStatement(jetsql::QueryBinder(catalog).bind(jetsql::parseStatement(statement)));
+  jetsql::SqlConnection connection(database.textOrder());
+  connection.prepare(written, "EXPLAIN QUERY PLAN ");
   std::vector<std::string> steps;
-  for (const std::string& step : session_->plan(statement)) {
-    constexpr std::string_view kBefore = "VIRTUAL TABLE INDEX ";
-    const std::size_t found = step.find(kBefore);
-    const std::size_t name = found == std::string::npos ? 0 : step.find(':', found) + 1;
-    steps.push_back(step.substr(name));
+  while (connection.step()) {
+    constexpr int kDetail = 3;
+    const auto* detail = sqlite3_value_text(connection.value(kDetail));
+    steps.push_back(tableStep(written, reinterpret_cast<const char*>(detail)));
   }
   return joined(steps, "; ");
 }

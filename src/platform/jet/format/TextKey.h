@@ -35,6 +35,9 @@ bool isKnownTextKey(std::span<const std::uint8_t> key);
 /// The key of one text.
 std::string textKey(TextOrder order, std::u16string_view text);
 
+/// Negative, zero or positive as `a` comes before `b`, equals it or comes after it, by their keys.
+int compareText(TextOrder order, std::u16string_view a, std::u16string_view b);
+
 /// True when the texts are equal in the General order; names of objects and columns compare so.
 bool sameName(std::u16string_view a, std::u16string_view b);
 

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/jetsql/functions/Function.h"
+#include "platform/jetsql/functions/Type.h"
+#include "platform/jetsql/syntax/Operator.h"
+
+namespace jetsql {
+
+struct BoundExpression;
+struct BoundQuery;
+struct Source;
+/// A name that is an alias stands for the same expression as the entry of the SELECT list.
+using BoundPtr = std::shared_ptr<const BoundExpression>;
+
+/// One node of an expression whose names are known, with the type of its value.
+struct BoundExpression {
+  ExpressionKind kind = ExpressionKind::Null;
+  Operator op = Operator::None;
+  bool negated = false;  ///< Is Not Null, Not Like, Not Between, Not In
+  bool every = false;
+  double number = 0;
+  std::u16string text;  ///< a text, or the name of a column or function as written
+  Type type = Type::Null;
+  const Source* source = nullptr;  ///< of a column
+  int column = 0;                  ///< index among the source's columns
+  const Function* function = nullptr;
+  std::vector<BoundPtr> arguments;
+  std::shared_ptr<const BoundQuery> query;
+};
+
+/// True when two expressions are the same.
+bool sameExpression(const BoundExpression& a, const BoundExpression& b);
+
+}  // namespace jetsql

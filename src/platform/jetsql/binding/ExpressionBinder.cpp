@@ -1,0 +1,259 @@
+#include "platform/jetsql/binding/ExpressionBinder.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <ctime>
+#include <utility>
+
+#include "platform/jet/format/TextKey.h"
+#include "platform/jetsql/binding/QueryBinder.h"
+#include "platform/jetsql/syntax/DateText.h"
+#include "platform/jetsql/syntax/DepthGuard.h"
+#include "platform/jetsql/syntax/Token.h"
+
+namespace jetsql {
+namespace {
+
+using Kind = ExpressionKind;
+
+/// The machine's own time as a date.
+double localNow() {
+  const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+  std::tm parts{};
+  localtime_r(&now, &parts);
+  return daysFromCivil({parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour,
+                        parts.tm_min, parts.tm_sec});
+}
+
+/// Date, Time and Now return one value all through a statement: they become dates.
+BoundPtr moment(std::u16string_view function) {
+  const double now = localNow();
+  const double day = std::floor(now);
+  BoundExpression made;
+  made.kind = Kind::Date;
+  made.type = Type::Date;
+  made.number = now;
+  if (sameWord(function, u"DATE")) made.number = day;
+  if (sameWord(function, u"TIME")) made.number = now - day;
+  return std::make_shared<const BoundExpression>(std::move(made));
+}
+
+Type calculatedType(Operator op, Type first, Type second) {
+  switch (op) {
+    case Operator::Concatenate:
+      return commonType(first, second) == Type::Memo ? Type::Memo : Type::Text;
+    case Operator::Add:
+      if (isTextual(first) && isTextual(second)) return commonType(first, second);
+      return arithmeticType(first, second);
+    case Operator::Subtract:
+      if (first == Type::Date && second == Type::Date) return Type::Double;
+      return arithmeticType(first, second);
+    case Operator::Multiply: {
+      const Type product = arithmeticType(first, second);
+      return product == Type::Date ? Type::Double : product;
+    }
+    case Operator::IntegerDivide:
+    case Operator::Modulo:
+      return Type::Long;
+    default:
+      return Type::Double;
+  }
+}
+
+Type operatorType(const BoundExpression& expression) {
+  switch (expression.kind) {
+    case Kind::Null:
+      return Type::Null;
+    case Kind::Whole:
+      return Type::Long;
+    case Kind::Number:
+      return Type::Double;
+    case Kind::Date:
+      return Type::Date;
+    case Kind::Text:
+      return Type::Text;
+    case Kind::Scalar:
+      return expression.query->columns[0].type;
+    case Kind::Unary:
+    case Kind::Binary:
+      break;
+    default:
+      return Type::Boolean;
+  }
+  if (isLogical(expression.op) || isComparison(expression.op)) return Type::Boolean;
+  const Type first = expression.arguments[0]->type;
+  if (expression.op == Operator::Negate) {
+    return first == Type::Boolean ? Type::Integer : arithmeticType(first, first);
+  }
+  return calculatedType(expression.op, first, expression.arguments[1]->type);
+}
+
+/// The common type of every so many-th argument.
+Type commonTypeOf(const std::vector<BoundPtr>& arguments, std::size_t first, std::size_t step) {
+  Type type = Type::Null;
+  for (std::size_t i = first; i < arguments.size(); i += step) {
+    type = commonType(type, arguments[i]->type);
+  }
+  return type;
+}
+
+Type callType(const Function& function, const std::vector<BoundPtr>& arguments) {
+  switch (function.writing) {
+    case Function::Writing::Choice:
+    case Function::Writing::Choose:
+      return commonTypeOf(arguments, 1, 1);
+    case Function::Writing::Switch:
+      return commonTypeOf(arguments, 1, 2);
+    case Function::Writing::Fallback:
+      if (arguments.size() == 2) return commonTypeOf(arguments, 0, 1);
+      // Alone, null becomes 0 where it stands for a number, else the empty text.
+      return arguments[0]->type == Type::Null ? Type::Text : arguments[0]->type;
+    case Function::Writing::Sum:
+      return arguments[0]->type == Type::Currency ? Type::Currency : Type::Double;
+    default:
+      break;
+  }
+  if (function.result == Function::Result::Fixed) return function.type;
+  const Type type = arguments[0]->type;
+  return function.isAggregate() || isNumeric(type) || type == Type::Null ? type : function.type;
+}
+
+bool holds(const BoundFrom& item, const Source* source) {
+  return item.source == source || std::ranges::any_of(item.sides, [source](const BoundFrom& side) {
+           return holds(side, source);
+         });
+}
+
+}  // namespace
+
+BoundPtr columnOf(const Source& source, std::size_t column, std::u16string written) {
+  BoundExpression made;
+  made.kind = Kind::Column;
+  made.text = std::move(written);
+  made.type = source.columns[column].type;
+  made.source = &source;
+  made.column = static_cast<int>(column);
+  return std::make_shared<const BoundExpression>(std::move(made));
+}
+
+BoundPtr ExpressionBinder::bind(const ParsedExpression& expression) const {
+  const DepthGuard depth(queries_.depth(), kDeepestBinding);
+  if (expression.kind == Kind::Column) return bindColumn(expression);
+  if (expression.kind == Kind::Call) return bindCall(expression);
+  if (expression.kind == Kind::CountRows) return bindCount();
+  BoundExpression made;
+  made.kind = expression.kind;
+  made.op = expression.op;
+  made.negated = expression.negated;
+  made.every = expression.every;
+  made.number = expression.number;
+  made.text = expression.text;
+  for (const ParsedExpression& each : expression.arguments) made.arguments.push_back(bind(each));
+  if (expression.query) {
+    made.query = queries_.bindWithin(*expression.query, around_.scope);
+    if (made.kind != Kind::Exists && made.query->columns.size() != 1) {
+      throw error::statement(
+          u"You have written a subquery that can return more than one field without using the "
+          u"EXISTS reserved word in the main query's FROM clause. Revise the SELECT statement of "
+          u"the subquery to request only one field.");
+    }
+  }
+  made.type = operatorType(made);
+  return std::make_shared<const BoundExpression>(std::move(made));
+}
+
+BoundPtr ExpressionBinder::bindColumn(const ParsedExpression& expression) const {
+  for (const Scope* each = &around_.scope; each != nullptr; each = each->outer) {
+    if (BoundPtr found = findColumn(expression, *each)) return found;
+    if (expression.path.size() != 1) continue;
+    for (const OutputColumn& column : each->query.columns) {
+      if (jet::sameName(column.name, expression.path[0])) return column.expression;
+    }
+  }
+  throw error::missingParameter();
+}
+
+/// The column of a source that the path names: its last part names the column; where that fits
+/// nothing, a column's own name may hold a dot.
+BoundPtr ExpressionBinder::findColumn(const ParsedExpression& expression,
+                                      const Scope& scope) const {
+  const auto& path = expression.path;
+  const auto search = [&](std::u16string_view table, std::u16string_view column) {
+    return searchColumn(expression, scope, table, column);
+  };
+  BoundPtr found = search(pathText({path.begin(), path.end() - 1}), path.back());
+  if (!found && path.size() > 1) found = search({}, pathText(path));
+  if (!found && path.size() > 2)
+    found = search(path.front(), pathText({path.begin() + 1, path.end()}));
+  return found;
+}
+
+BoundPtr ExpressionBinder::searchColumn(const ParsedExpression& expression, const Scope& scope,
+                                        std::u16string_view table,
+                                        std::u16string_view column) const {
+  BoundPtr found;
+  bool isOutside = false;
+  for (const auto& source : scope.query.select->sources) {
+    if (!table.empty() && !jet::sameName(source->name, table)) continue;
+    for (std::size_t i = 0; i < source->columns.size(); ++i) {
+      if (!jet::sameName(source->columns[i].name, column)) continue;
+      if (scope.join != nullptr && !holds(*scope.join, source.get())) {
+        isOutside = true;
+        continue;
+      }
+      if (found) throw error::ambiguousColumn(pathText(expression.path));
+      found = columnOf(*source, i, expression.path.back());
+    }
+  }
+  if (!found && isOutside) throw error::statement(u"JOIN expression not supported.");
+  return found;
+}
+
+BoundPtr ExpressionBinder::bindCount() const {
+  requireAggregateAllowed(u"Count(*)");
+  BoundExpression made;
+  made.kind = Kind::CountRows;
+  made.function = functionNamed(u"COUNT");
+  made.type = Type::Long;
+  return std::make_shared<const BoundExpression>(std::move(made));
+}
+
+void ExpressionBinder::requireAggregateAllowed(std::u16string_view function) const {
+  if (around_.clause == Clause::Plain) {
+    around_.scope.sawAggregate = true;
+    return;
+  }
+  const std::u16string_view where =
+      around_.clause == Clause::Where ? u"WHERE clause" : u"expression";
+  throw error::statement(u"Cannot have aggregate function in " + std::u16string(where) + u" (" +
+                         std::u16string(function) + u").");
+}
+
+BoundPtr ExpressionBinder::bindCall(const ParsedExpression& expression) const {
+  const Function* function = functionNamed(expression.text);
+  if (function == nullptr) throw error::undefinedFunction(expression.text);
+  const auto count = static_cast<int>(expression.arguments.size());
+  if (count < function->fewest || count > function->most) {
+    throw error::statement(u"Wrong number of arguments used with function in query expression '" +
+                           expression.text + u"'.");
+  }
+  if (function->writing == Function::Writing::Moment) return moment(expression.text);
+  Surroundings inside = around_;
+  if (function->isAggregate()) {
+    requireAggregateAllowed(expression.text);
+    inside.clause = Clause::InAggregate;
+  }
+  BoundExpression made;
+  made.kind = Kind::Call;
+  made.text = expression.text;
+  made.function = function;
+  const ExpressionBinder arguments(queries_, inside);
+  for (const ParsedExpression& each : expression.arguments) {
+    made.arguments.push_back(arguments.bind(each));
+  }
+  made.type = callType(*function, made.arguments);
+  return std::make_shared<const BoundExpression>(std::move(made));
+}
+
+}  // namespace jetsql

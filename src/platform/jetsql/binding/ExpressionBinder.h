@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/jetsql/binding/Scope.h"
+
+namespace jetsql {
+
+class QueryBinder;
+
+/// Finds out what the names in an expression stand for and which type it has. Raises the engine's
+/// errors for unknown or ambiguous names, for functions that don't exist or are called wrongly.
+class ExpressionBinder {
+ public:
+  /// `queries` binds the queries within the expression.
+  ExpressionBinder(QueryBinder& queries, Surroundings around)
+      : queries_(queries), around_(around) {}
+
+  BoundPtr bind(const ParsedExpression& expression) const;
+
+ private:
+  BoundPtr bindColumn(const ParsedExpression& expression) const;
+  BoundPtr findColumn(const ParsedExpression& expression, const Scope& scope) const;
+  BoundPtr searchColumn(const ParsedExpression& expression, const Scope& scope,
+                        std::u16string_view table, std::u16string_view column) const;
+  BoundPtr bindCall(const ParsedExpression& expression) const;
+  BoundPtr bindCount() const;
+  void requireAggregateAllowed(std::u16string_view function) const;
+
+  QueryBinder& queries_;
+  Surroundings around_;
+};
+
+/// A column of a source as an expression; `written` is its name in the statement.
+BoundPtr columnOf(const Source& source, std::size_t column, std::u16string written);
+
+}  // namespace jetsql

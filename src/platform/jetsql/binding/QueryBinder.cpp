@@ -1,0 +1,256 @@
+#include "platform/jetsql/binding/QueryBinder.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "platform/jet/format/TextKey.h"
+#include "platform/jetsql/binding/ExpressionBinder.h"
+#include "platform/jetsql/syntax/DepthGuard.h"
+
+namespace jetsql {
+namespace {
+
+constexpr std::size_t kMostColumns = 255;
+
+void addOutput(BoundQuery& query, BoundPtr expression, std::u16string name) {
+  if (query.columns.size() >= kMostColumns) throw error::statement(u"Too many fields defined.");
+  if (name.empty() && expression->kind == ExpressionKind::Column) {
+    name = expression->source->columns[static_cast<std::size_t>(expression->column)].name;
+  }
+  if (name.empty()) {
+    const std::string number = std::to_string(1000 + query.columns.size());
+    name = u"Expr" + std::u16string(number.begin(), number.end());
+  }
+  const Type type = expression->type;
+  query.columns.push_back({std::move(name), type, std::move(expression)});
+}
+
+/// The columns that `*` or `name.*` stands for.
+void addAll(BoundQuery& query, std::u16string_view qualifier) {
+  bool found = false;
+  for (const auto& source : query.select->sources) {
+    if (!qualifier.empty() && !jet::sameName(source->name, qualifier)) continue;
+    found = true;
+    for (std::size_t i = 0; i < source->columns.size(); ++i) {
+      addOutput(query, columnOf(*source, i, source->columns[i].name), {});
+    }
+  }
+  if (found) return;
+  if (!qualifier.empty()) throw error::missingObject(qualifier);
+  throw error::statement(u"Query input must contain at least one table or query.");
+}
+
+/// Columns of one name are told apart by the tables that they come from.
+void tellApart(std::vector<OutputColumn>& columns, const std::vector<bool>& aliased) {
+  const std::vector<OutputColumn> before = columns;
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    for (std::size_t j = 0; j < before.size(); ++j) {
+      if (i == j || !jet::sameName(before[i].name, before[j].name)) continue;
+      if (aliased[i] && aliased[j]) {
+        throw error::statement(u"Duplicate output alias '" + before[i].name + u"'.");
+      }
+      const BoundExpression& column = *before[i].expression;
+      if (!aliased[i] && column.kind == ExpressionKind::Column) {
+        columns[i].name = column.source->name + u"." + before[i].name;
+      }
+      break;
+    }
+  }
+}
+
+/// The query's own column that an ORDER BY term numbers or names; -1 where it does neither.
+int outputNamed(const std::vector<OutputColumn>& columns, const ParsedExpression& term) {
+  if (term.kind == ExpressionKind::Whole) {
+    const bool exists = term.number >= 1 && term.number <= static_cast<double>(columns.size());
+    return exists ? static_cast<int>(term.number) - 1 : -1;
+  }
+  if (term.kind != ExpressionKind::Column) return -1;
+  const auto found = std::ranges::find_if(columns, [&](const OutputColumn& column) {
+    return jet::sameName(column.name, term.path.back());
+  });
+  return found == columns.end() ? -1 : static_cast<int>(found - columns.begin());
+}
+
+void requireGrouped(const BoundExpression& expression, const BoundSelect& select) {
+  for (const BoundPtr& term : select.groupBy) {
+    if (sameExpression(*term, expression)) return;
+  }
+  if (expression.function != nullptr && expression.function->isAggregate()) return;
+  const bool isOwn = std::ranges::any_of(
+      select.sources, [&](const auto& source) { return source.get() == expression.source; });
+  if (isOwn) throw error::notGrouped(expression.text);
+  for (const BoundPtr& argument : expression.arguments) requireGrouped(*argument, select);
+}
+
+}  // namespace
+
+std::shared_ptr<const BoundQuery> QueryBinder::bindWithin(const ParsedQuery& query, Scope& around) {
+  return std::make_shared<const BoundQuery>(bindQuery(query, &around, around.open));
+}
+
+BoundQuery QueryBinder::bindQuery(const ParsedQuery& query, Scope* outer, const OpenQuery* open) {
+  const DepthGuard depth(depth_, kDeepestBinding);
+  if (query.hasParameters) throw error::missingParameter();
+  BoundQuery made;
+  if (query.select) {
+    bindSelect(query, made, outer, open);
+  } else {
+    bindUnion(query, made, outer, open);
+  }
+  return made;
+}
+
+void QueryBinder::bindUnion(const ParsedQuery& query, BoundQuery& made, Scope* outer,
+                            const OpenQuery* open) {
+  made.all = query.all;
+  made.left = std::make_shared<const BoundQuery>(bindQuery(*query.left, outer, open));
+  made.right = std::make_shared<const BoundQuery>(bindQuery(*query.right, outer, open));
+  const auto& left = made.left->columns;
+  const auto& right = made.right->columns;
+  if (left.size() != right.size()) {
+    throw error::statement(
+        u"The number of columns in the two selected tables or queries of a union query do not "
+        u"match.");
+  }
+  for (std::size_t i = 0; i < left.size(); ++i) {
+    made.columns.push_back({left[i].name, commonType(left[i].type, right[i].type), nullptr});
+  }
+  for (const ParsedOrder& term : query.orderBy) {
+    const int output = outputNamed(made.columns, term.expression);
+    if (output < 0) {
+      throw error::statement(u"The ORDER BY expression (" + pathText(term.expression.path) +
+                             u") includes fields that are not selected by the query.  Only those "
+                             u"fields requested in the first query can be included in an ORDER BY "
+                             u"expression.");
+    }
+    made.orderBy.push_back({nullptr, output, term.descending});
+  }
+}
+
+void QueryBinder::bindSelect(const ParsedQuery& query, BoundQuery& made, Scope* outer,
+                             const OpenQuery* open) {
+  const ParsedSelect& parsed = *query.select;
+  BoundSelect& select = made.select.emplace();
+  select.distinct = parsed.distinct;
+  select.distinctRow = parsed.distinctRow;
+  select.top = parsed.top;
+  Scope scope{made, outer, open};
+  const ExpressionBinder where(*this, {scope, Clause::Where});
+  const ExpressionBinder plain(*this, {scope});
+  for (const ParsedFrom& item : parsed.from) select.from.push_back(bindFrom(item, select, open));
+  for (std::size_t i = 0; i < parsed.from.size(); ++i) {
+    bindConditions(parsed.from[i], select.from[i], scope);
+  }
+  if (parsed.where) select.where = where.bind(*parsed.where);
+  bindItems(parsed, made, scope);
+  for (const ParsedExpression& term : parsed.groupBy) select.groupBy.push_back(where.bind(term));
+  if (parsed.having) select.having = plain.bind(*parsed.having);
+  bindOrder(query, made, scope);
+  select.grouped = scope.sawAggregate || !select.groupBy.empty() || select.having != nullptr;
+  if (!select.grouped) return;
+  for (const OutputColumn& column : made.columns) requireGrouped(*column.expression, select);
+  if (select.having) requireGrouped(*select.having, select);
+  for (const BoundOrder& term : made.orderBy) {
+    if (term.expression) requireGrouped(*term.expression, select);
+  }
+}
+
+BoundFrom QueryBinder::bindFrom(const ParsedFrom& item, BoundSelect& select,
+                                const OpenQuery* open) {
+  const DepthGuard depth(depth_, kDeepestBinding);
+  BoundFrom made;
+  made.join = item.join;
+  for (const ParsedFrom& side : item.sides) made.sides.push_back(bindFrom(side, select, open));
+  if (item.isJoin()) return made;
+  if (++sources_ > kMostSources) throw error::tooComplex();
+  auto source = std::make_unique<Source>();
+  source->number = sources_;
+  source->name = item.alias.empty() ? item.name : item.alias;
+  if (item.query) {
+    // A query in FROM sees nothing of the query around it.
+    source->query = std::make_shared<const BoundQuery>(bindQuery(*item.query, nullptr, open));
+  } else {
+    bindNamed(item, *source, open);
+  }
+  if (source->query) {
+    for (const OutputColumn& column : source->query->columns) {
+      source->columns.push_back({column.name, column.type});
+    }
+  }
+  made.source = source.get();
+  select.sources.push_back(std::move(source));
+  return made;
+}
+
+void QueryBinder::bindNamed(const ParsedFrom& item, Source& source, const OpenQuery* open) {
+  const CatalogEntry entry = catalog_.entry(item.name);
+  if (const auto* table = std::get_if<const jet::Table*>(&entry)) {
+    source.table = *table;
+    for (const jet::Column& column : source.table->columns()) {
+      source.columns.push_back({column.name, typeOf(column.type)});
+    }
+    return;
+  }
+  const auto& saved = std::get<StoredQuery>(entry);
+  for (const OpenQuery* each = open; each != nullptr; each = each->outer) {
+    if (each->id == saved.id) {
+      throw error::engine(u"Circular reference caused by '" + item.name + u"'.");
+    }
+  }
+  const OpenQuery inner{saved.id, open == nullptr ? 1 : open->depth + 1, open};
+  if (inner.depth > kDeepestQueries) throw error::tooComplex();
+  source.query = std::make_shared<const BoundQuery>(bindQuery(saved.query, nullptr, &inner));
+}
+
+void QueryBinder::bindConditions(const ParsedFrom& item, BoundFrom& made, Scope& scope) {
+  if (!item.isJoin()) return;
+  for (std::size_t i = 0; i < item.sides.size(); ++i) {
+    bindConditions(item.sides[i], made.sides[i], scope);
+  }
+  Scope within{scope.query, scope.outer, scope.open, &made};
+  made.condition = ExpressionBinder(*this, {within, Clause::Where}).bind(*item.condition);
+}
+
+void QueryBinder::bindItems(const ParsedSelect& select, BoundQuery& made, Scope& scope) {
+  const ExpressionBinder binder(*this, {scope});
+  std::vector<bool> aliased;
+  for (const ParsedItem& item : select.items) {
+    if (item.expression) {
+      addOutput(made, binder.bind(*item.expression), item.alias);
+    } else {
+      addAll(made, item.qualifier);
+    }
+    aliased.resize(made.columns.size(), !item.alias.empty());
+  }
+  tellApart(made.columns, aliased);
+}
+
+void QueryBinder::bindOrder(const ParsedQuery& query, BoundQuery& made, Scope& scope) {
+  const ExpressionBinder binder(*this, {scope});
+  for (const ParsedOrder& term : query.orderBy) {
+    const ExpressionKind kind = term.expression.kind;
+    if (kind == ExpressionKind::Whole || kind == ExpressionKind::Number) {
+      const int output = outputNamed(made.columns, term.expression);
+      if (output < 0) throw error::clauseSyntax(u"ORDER BY clause");
+      made.orderBy.push_back({nullptr, output, term.descending});
+      continue;
+    }
+    BoundPtr expression = binder.bind(term.expression);
+    const auto same = std::ranges::find_if(made.columns, [&](const OutputColumn& column) {
+      return sameExpression(*column.expression, *expression);
+    });
+    if (same != made.columns.end()) {
+      const int output = static_cast<int>(same - made.columns.begin());
+      made.orderBy.push_back({nullptr, output, term.descending});
+      continue;
+    }
+    if (made.select->distinct) {
+      throw error::statement(u"ORDER BY clause (" + pathText(term.expression.path) +
+                             u") conflicts with DISTINCT.");
+    }
+    made.orderBy.push_back({std::move(expression), -1, term.descending});
+  }
+}
+
+}  // namespace jetsql

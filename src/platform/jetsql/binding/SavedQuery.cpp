@@ -1,0 +1,223 @@
+#include "platform/jetsql/binding/SavedQuery.h"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+#include "platform/jet/format/TextKey.h"
+#include "platform/jetsql/syntax/ExpressionParser.h"
+#include "platform/jetsql/syntax/QueryParser.h"
+#include "platform/jetsql/syntax/StatementError.h"
+#include "platform/runtime/CodePage.h"
+
+namespace jetsql {
+namespace {
+
+/// Attributes of a stored query's rows.
+enum Attribute : std::uint8_t {
+  kKind = 1,
+  kParameter = 2,
+  kOptions = 3,
+  kForeignDatabase = 4,
+  kInput = 5,
+  kColumn = 6,
+  kJoin = 7,
+  kWhere = 8,
+  kGroup = 9,
+  kHaving = 10,
+  kOrder = 11,
+};
+
+constexpr std::int32_t kSelectKind = 1;
+constexpr std::int32_t kUnionKind = 9;
+
+/// Bits of the options row.
+constexpr std::int32_t kAllColumns = 0x01;
+constexpr std::int32_t kDistinct = 0x02;
+constexpr std::int32_t kDistinctRow = 0x08;
+constexpr std::int32_t kTop = 0x10;
+constexpr std::int32_t kPercent = 0x20;
+
+constexpr std::size_t kMostInputs = 256;
+
+std::u16string unbracketed(std::u16string_view name) {
+  if (name.size() >= 2 && name.front() == u'[' && name.back() == u']') {
+    name = name.substr(1, name.size() - 2);
+  }
+  return std::u16string(name);
+}
+
+class Builder {
+ public:
+  Builder(std::u16string_view name, std::span<const jet::QueryRow> rows)
+      : name_(name), rows_(rows) {}
+
+  ParsedQuery build() {
+    std::int32_t kind = kSelectKind;
+    for (const jet::QueryRow& row : rows_) {
+      if (row.attribute == kKind) kind = row.flag;
+      if (row.attribute == kParameter) throw error::missingParameter();
+      // A source that has a name has a text only where it lies in another database.
+      const bool isForeignSource =
+          row.attribute == kInput && !row.name1.empty() && !row.expression.empty();
+      if (row.attribute == kForeignDatabase || isForeignSource) {
+        fail(u" reads another database, which can't be opened here.");
+      }
+      if (row.attribute == kOptions) options_ = &row;
+    }
+    if (kind != kUnionKind && kind != kSelectKind) {
+      fail(u" is no select query and can't be opened as a table.");
+    }
+    ParsedQuery query = kind == kUnionKind ? unionQuery() : selectQuery();
+    for (const jet::QueryRow& row : rows_) {
+      if (row.attribute != kOrder) continue;
+      query.orderBy.push_back({parseExpression(row.expression), row.name1 == u"D"});
+    }
+    return query;
+  }
+
+ private:
+  bool has(std::int32_t option) const {
+    return options_ != nullptr && (options_->flag & option) != 0;
+  }
+
+  [[noreturn]] void fail(std::u16string_view why) const {
+    throw error::engine(u"The query '" + std::u16string(name_) + u"'" + std::u16string(why));
+  }
+  [[noreturn]] void failInconsistent() const { fail(u" is damaged."); }
+
+  /// Its halves are stored as text.
+  ParsedQuery unionQuery() const {
+    std::vector<std::shared_ptr<const ParsedQuery>> halves;
+    for (const jet::QueryRow& row : rows_) {
+      if (row.attribute != kInput) continue;
+      halves.push_back(std::make_shared<const ParsedQuery>(parseStatement(row.expression)));
+      if (halves.back()->hasParameters) throw error::missingParameter();
+    }
+    if (halves.size() != 2) failInconsistent();
+    ParsedQuery query;
+    query.all = !has(kDistinct);
+    query.left = halves[0];
+    query.right = halves[1];
+    return query;
+  }
+
+  ParsedQuery selectQuery() {
+    ParsedSelect select;
+    select.distinct = has(kDistinct);
+    select.distinctRow = has(kDistinctRow);
+    if (has(kTop)) select.top = Top{topCount(), has(kPercent)};
+    for (const jet::QueryRow& row : rows_) addRow(row, select);
+    if (has(kAllColumns)) select.items.emplace_back();
+    for (Input& input : inputs_) select.from.push_back(std::move(input.item));
+    ParsedQuery query;
+    query.select = std::move(select);
+    return query;
+  }
+
+  double topCount() const {
+    double count = 0;
+    const std::string digits = runtime::toUtf8(options_->name1);
+    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), count);
+    if (read.ec != std::errc() || read.ptr != digits.data() + digits.size()) failInconsistent();
+    return count;
+  }
+
+  void addRow(const jet::QueryRow& row, ParsedSelect& select) {
+    switch (row.attribute) {
+      case kInput:
+        addInput(row);
+        break;
+      case kColumn: {
+        ParsedItem item = parseItem(row.expression);
+        if (!row.name1.empty()) item.alias = unbracketed(row.name1);
+        select.items.push_back(std::move(item));
+        break;
+      }
+      case kJoin:
+        addJoin(row);
+        break;
+      case kWhere:
+        select.where = parseExpression(row.expression);
+        break;
+      case kGroup:
+        select.groupBy.push_back(parseExpression(row.expression));
+        break;
+      case kHaving:
+        select.having = parseExpression(row.expression);
+        break;
+      default:
+        break;
+    }
+  }
+
+  /// A source of FROM: at first a table, later perhaps a join, known by all names in it.
+  struct Input {
+    std::vector<std::u16string> names;
+    ParsedFrom item;
+  };
+
+  void addInput(const jet::QueryRow& row) {
+    if (inputs_.size() >= kMostInputs) throw error::tooComplex();
+    ParsedFrom item;
+    item.name = unbracketed(row.name1);
+    item.alias = unbracketed(row.name2);
+    if (item.name.empty()) {
+      item.query = std::make_shared<const ParsedQuery>(parseStatement(row.expression));
+    }
+    inputs_.push_back({{item.alias.empty() ? item.name : item.alias}, std::move(item)});
+  }
+
+  /// The index of the source that holds the name; a plain table is taken in where none does.
+  std::size_t inputNamed(const std::u16string& written) {
+    const std::u16string name = unbracketed(written);
+    for (std::size_t i = 0; i < inputs_.size(); ++i) {
+      for (const std::u16string& each : inputs_[i].names) {
+        if (jet::sameName(each, name)) return i;
+      }
+    }
+    jet::QueryRow row;
+    row.name1 = name;
+    addInput(row);
+    return inputs_.size() - 1;
+  }
+
+  void addJoin(const jet::QueryRow& row) {
+    if (row.flag < 1 || row.flag > 3) failInconsistent();
+    const auto kind = static_cast<JoinKind>(row.flag - 1);
+    const std::size_t left = inputNamed(row.name1);
+    const std::size_t right = inputNamed(row.name2);
+    ParsedExpression condition = parseExpression(row.expression);
+    if (left == right) {
+      // A further condition of the join that holds both tables already; the later ones come first.
+      ParsedFrom& join = inputs_[left].item;
+      if (!join.isJoin() || join.join != kind) failInconsistent();
+      join.condition = binary(Operator::And, std::move(condition), std::move(*join.condition));
+      return;
+    }
+    Input joined;
+    joined.names = std::move(inputs_[left].names);
+    for (std::u16string& name : inputs_[right].names) joined.names.push_back(std::move(name));
+    joined.item.join = kind;
+    joined.item.sides.push_back(std::move(inputs_[left].item));
+    joined.item.sides.push_back(std::move(inputs_[right].item));
+    joined.item.condition = std::move(condition);
+    const auto [low, high] = std::minmax(left, right);
+    inputs_.erase(inputs_.begin() + static_cast<std::ptrdiff_t>(high));
+    inputs_.erase(inputs_.begin() + static_cast<std::ptrdiff_t>(low));
+    inputs_.push_back(std::move(joined));
+  }
+
+  std::u16string_view name_;
+  std::span<const jet::QueryRow> rows_;
+  const jet::QueryRow* options_ = nullptr;
+  std::vector<Input> inputs_;
+};
+
+}  // namespace
+
+ParsedQuery queryFromRows(std::u16string_view name, std::span<const jet::QueryRow> rows) {
+  return Builder(name, rows).build();
+}
+
+}  // namespace jetsql

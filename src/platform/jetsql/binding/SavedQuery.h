@@ -1,0 +1,16 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "platform/jet/engine/ObjectCatalog.h"
+#include "platform/jetsql/syntax/ParsedQuery.h"
+
+namespace jetsql {
+
+/// Builds a saved query from its stored rows. Raises the engine's error for a query that is no
+/// SELECT or UNION, that takes parameters, or whose rows don't go together; `name` is for its
+/// words.
+ParsedQuery queryFromRows(std::u16string_view name, std::span<const jet::QueryRow> rows);
+
+}  // namespace jetsql

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/jetsql/binding/BoundQuery.h"
+
+namespace jetsql {
+
+/// The saved queries that are being bound, the innermost first.
+struct OpenQuery {
+  std::int32_t id = 0;
+  int depth = 1;
+  const OpenQuery* outer = nullptr;
+};
+
+/// A query in the making, whose names can be seen, and the one around it.
+struct Scope {
+  /// Its sources, and the columns bound so far, whose aliases can be used.
+  const BoundQuery& query;
+  Scope* outer = nullptr;
+  const OpenQuery* open = nullptr;
+  /// The join whose condition is bound: it sees its own tables only.
+  const BoundFrom* join = nullptr;
+  bool sawAggregate = false;
+};
+
+/// The clause that an expression belongs to, as far as it matters.
+enum class Clause : std::uint8_t { Plain, Where, InAggregate };
+
+/// What an expression's names are looked up in.
+struct Surroundings {
+  Scope& scope;
+  Clause clause = Clause::Plain;
+};
+
+}  // namespace jetsql

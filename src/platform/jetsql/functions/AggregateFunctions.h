@@ -1,0 +1,13 @@
+#pragma once
+
+#include <span>
+
+#include "platform/jetsql/functions/SqlFunction.h"
+
+namespace jetsql {
+
+/// The functions over the rows of a group: First, Last, StDev, Var and their like, and those that a
+/// written statement needs.
+std::span<const SqlFunction> aggregateFunctions();
+
+}  // namespace jetsql

@@ -1,0 +1,146 @@
+#include "platform/jetsql/functions/ConversionFunctions.h"
+
+#include <cmath>
+#include <limits>
+
+#include "platform/jetsql/functions/DateFormat.h"
+#include "platform/jetsql/functions/NumberFormat.h"
+#include "platform/jetsql/syntax/DateText.h"
+#include "platform/jetsql/syntax/StatementError.h"
+#include "platform/jetsql/syntax/Token.h"
+#include "platform/runtime/Conversion.h"
+#include "platform/runtime/Variant.h"
+
+namespace jetsql {
+namespace {
+
+/// A number that stands in a calculation; null stays null.
+void number(const FunctionCall& call) {
+  if (!call.isText(0)) return call.setValue(call.raw(0));
+  call.setNumber(call.number(0));
+}
+
+void toTenThousandths(const FunctionCall& call) {
+  call.setWhole(tenThousandths(call.number(0)));
+}
+
+template <int low, int high>
+void toWhole(const FunctionCall& call) {
+  const double rounded = std::nearbyint(call.number(0));
+  if (!(rounded >= low) || !(rounded <= high)) throw error::overflow();
+  call.setWhole(static_cast<std::int64_t>(rounded));
+}
+
+void toSingle(const FunctionCall& call) {
+  const double wide = call.number(0);
+  const auto narrow = static_cast<float>(wide);
+  if (!std::isfinite(narrow)) throw error::overflow();
+  call.setNumber(narrow);
+}
+
+void toDouble(const FunctionCall& call) {
+  call.setNumber(call.number(0));
+}
+
+void toCurrency(const FunctionCall& call) {
+  call.setNumber(runtime::Currency{tenThousandths(call.number(0))}.toDouble());
+}
+
+void toBoolean(const FunctionCall& call) {
+  if (call.isText(0)) {
+    const std::u16string text = call.text(0);
+    if (sameWord(text, u"TRUE")) return call.setBoolean(true);
+    if (sameWord(text, u"FALSE")) return call.setBoolean(false);
+  }
+  call.setBoolean(call.number(0) != 0);
+}
+
+void toDate(const FunctionCall& call) {
+  if (call.isNull(0)) throw error::invalidNull();
+  const double days = call.date(0);
+  civilFromDays(days);
+  call.setNumber(days);
+}
+
+void toText(const FunctionCall& call) {
+  if (call.isNull(0)) throw error::invalidNull();
+  call.setText(call.text(0));
+}
+
+/// A number as text with room for its sign in front.
+void str(const FunctionCall& call) {
+  const double value = call.number(0);
+  call.setText((value < 0 ? u"" : u" ") + call.text(0));
+}
+
+void val(const FunctionCall& call) {
+  if (call.isNull(0)) throw error::invalidNull();
+  try {
+    call.setNumber(runtime::leadingNumber(call.text(0)));
+  } catch (const runtime::RunTimeError&) {
+    throw error::overflow();
+  }
+}
+
+void isNumeric(const FunctionCall& call) {
+  if (call.isNull(0) || call.isBytes(0)) return call.setBoolean(false);
+  bool isNumber = true;
+  try {
+    (void)call.number(0);
+  } catch (const runtime::RunTimeError&) {
+    isNumber = false;
+  }
+  call.setBoolean(isNumber);
+}
+
+void isDate(const FunctionCall& call) {
+  call.setBoolean(call.isText(0) && parseDate(call.text(0)).has_value());
+}
+
+/// A text that is no number or date stays as it is.
+void format(const FunctionCall& call) {
+  const std::u16string pattern = call.count() > 1 ? call.text(1) : std::u16string();
+  if (call.isNull(0)) return call.setText(formatNull(pattern));
+  if (call.count() < 2) return call.setText(call.text(0));
+  double value = 0;
+  try {
+    value = isDatePattern(pattern) ? call.date(0) : call.number(0);
+  } catch (const runtime::RunTimeError&) {
+    return call.setText(call.text(0));
+  }
+  call.setText(isDatePattern(pattern) ? formatDate(value, pattern) : formatNumber(value, pattern));
+}
+
+constexpr SqlFunction kFunctions[] = {
+    {"jet_number", number},
+    {"jet_ten_thousandths", toTenThousandths},
+    {"jet_cstr", toText, SqlFunction::Nulls::Seen},
+    {"jet_cbool", toBoolean, SqlFunction::Nulls::Seen},
+    {"jet_cbyte", toWhole<0, 255>, SqlFunction::Nulls::Seen},
+    {"jet_cint", toWhole<-32768, 32767>, SqlFunction::Nulls::Seen},
+    {"jet_clng", toWhole<std::numeric_limits<int>::min(), std::numeric_limits<int>::max()>,
+     SqlFunction::Nulls::Seen},
+    {"jet_csng", toSingle, SqlFunction::Nulls::Seen},
+    {"jet_cdbl", toDouble, SqlFunction::Nulls::Seen},
+    {"jet_ccur", toCurrency, SqlFunction::Nulls::Seen},
+    {"jet_cdate", toDate, SqlFunction::Nulls::Seen},
+    {"jet_str", str},
+    {"jet_val", val, SqlFunction::Nulls::Seen},
+    {"jet_isnumeric", isNumeric, SqlFunction::Nulls::Seen},
+    {"jet_isdate", isDate, SqlFunction::Nulls::Seen},
+    {"jet_format", format, SqlFunction::Nulls::Seen},
+};
+
+}  // namespace
+
+std::int64_t tenThousandths(double amount) {
+  const double scaled = std::nearbyint(amount * runtime::Currency::kOne);
+  if (!(std::fabs(scaled) < 9.2233720368547e18)) throw error::overflow();
+  return static_cast<std::int64_t>(scaled);
+}
+
+std::span<const SqlFunction> conversionFunctions() {
+  return kFunctions;
+}
+
+}  // namespace jetsql

@@ -1,0 +1,172 @@
+#include "platform/jetsql/functions/DateFunctions.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <utility>
+
+#include "platform/jetsql/syntax/DateText.h"
+#include "platform/jetsql/syntax/StatementError.h"
+#include "platform/jetsql/syntax/Token.h"
+
+namespace jetsql {
+namespace {
+
+constexpr std::int64_t kSecondsADay = 86400;
+
+/// An interval of DateAdd, DateDiff and DatePart: so many months, or so many seconds.
+struct Interval {
+  std::u16string_view name;
+  int months;
+  std::int64_t seconds;
+};
+constexpr Interval kIntervals[] = {{u"yyyy", 12, 0},
+                                   {u"q", 3, 0},
+                                   {u"m", 1, 0},
+                                   {u"ww", 0, 7 * kSecondsADay},
+                                   {u"d", 0, kSecondsADay},
+                                   {u"y", 0, kSecondsADay},
+                                   {u"w", 0, kSecondsADay},
+                                   {u"h", 0, 3600},
+                                   {u"n", 0, 60},
+                                   {u"s", 0, 1}};
+
+const Interval& intervalOf(std::u16string_view name) {
+  for (const Interval& each : kIntervals) {
+    if (sameWord(each.name, name)) return each;
+  }
+  throw error::invalidCall();
+}
+
+template <int CivilTime::*member>
+void part(const FunctionCall& call) {
+  call.setWhole(civilFromDays(call.date(0)).*member);
+}
+
+void weekdayOf(const FunctionCall& call) {
+  const double days = call.date(0);
+  civilFromDays(days);
+  call.setWhole(weekday(days));
+}
+
+/// Raises the overflow error for a date outside the calendar.
+void setDate(const FunctionCall& call, double days) {
+  civilFromDays(days);
+  call.setNumber(days);
+}
+
+double dayOf(const CivilTime& time) {
+  return daysFromCivil({time.year, time.month, time.day, 0, 0, 0});
+}
+
+int secondOfDay(const CivilTime& time) {
+  return (time.hour * 60 + time.minute) * 60 + time.second;
+}
+
+void addMonths(const FunctionCall& call, CivilTime time, std::int64_t months) {
+  const std::int64_t total = std::int64_t{time.year} * 12 + time.month - 1 + months;
+  if (total < 0 || total > 12 * 9999 + 11) throw error::overflow();
+  time.year = static_cast<int>(total / 12);
+  time.month = static_cast<int>(total % 12) + 1;
+  // A day that the month doesn't have becomes its last one.
+  const double first = daysFromCivil({time.year, time.month, 1, 0, 0, 0});
+  const double next = daysFromCivil({time.year, time.month + 1, 1, 0, 0, 0});
+  time.day = std::min(time.day, static_cast<int>(next - first));
+  setDate(call, daysFromCivil(time));
+}
+
+void dateAdd(const FunctionCall& call) {
+  const Interval& interval = intervalOf(call.text(0));
+  const std::int64_t count = call.whole(1);
+  constexpr std::int64_t kMost = 100'000'000;
+  if (std::abs(count) > kMost) throw error::overflow();
+  const double days = call.date(2);
+  const CivilTime time = civilFromDays(days);
+  if (interval.months != 0) return addMonths(call, time, count * interval.months);
+  const std::int64_t moved = secondOfDay(time) + count * interval.seconds;
+  std::int64_t wholeDays = moved / kSecondsADay;
+  if (moved % kSecondsADay < 0) --wholeDays;
+  CivilTime result = civilFromDays(std::trunc(days) + static_cast<double>(wholeDays));
+  result.hour = 0;
+  result.minute = 0;
+  result.second = static_cast<int>(moved - wholeDays * kSecondsADay);
+  setDate(call, daysFromCivil(result));
+}
+
+/// Counts the boundaries between the intervals of two dates.
+void dateDiff(const FunctionCall& call) {
+  const std::u16string name = call.text(0);
+  const auto position = [&interval = intervalOf(name)](double days) -> std::int64_t {
+    const CivilTime time = civilFromDays(days);
+    if (interval.months != 0) {
+      return (std::int64_t{time.year} * 12 + time.month - 1) / interval.months;
+    }
+    const auto day = static_cast<std::int64_t>(dayOf(time));
+    if (interval.seconds < kSecondsADay) {
+      return (day * kSecondsADay + secondOfDay(time)) / interval.seconds;
+    }
+    // Weeks begin with Sunday; day 1 was one.
+    const auto length = static_cast<double>(interval.seconds / kSecondsADay);
+    return static_cast<std::int64_t>(std::floor(static_cast<double>(day - 1) / length));
+  };
+  std::int64_t difference = position(call.date(2)) - position(call.date(1));
+  if (sameWord(name, u"w")) difference /= 7;
+  call.setWhole(difference);
+}
+
+void datePart(const FunctionCall& call) {
+  const double days = call.date(1);
+  const CivilTime time = civilFromDays(days);
+  const double newYear = daysFromCivil({time.year, 1, 1, 0, 0, 0});
+  const int dayOfYear = static_cast<int>(dayOf(time) - newYear);
+  const std::pair<std::u16string_view, int> parts[] = {
+      {u"yyyy", time.year},  {u"q", (time.month + 2) / 3},
+      {u"m", time.month},    {u"ww", (dayOfYear + weekday(newYear) - 1) / 7 + 1},
+      {u"d", time.day},      {u"y", dayOfYear + 1},
+      {u"w", weekday(days)}, {u"h", time.hour},
+      {u"n", time.minute},   {u"s", time.second}};
+  const std::u16string_view name = intervalOf(call.text(0)).name;
+  call.setWhole(
+      std::ranges::find(parts, name, &std::pair<std::u16string_view, int>::first)->second);
+}
+
+/// A part of DateSerial or TimeSerial, which takes 16-bit numbers.
+int serialPart(const FunctionCall& call, int argument) {
+  const std::int32_t value = call.whole(argument);
+  if (value < -32768 || value > 32767) throw error::overflow();
+  return value;
+}
+
+void dateSerial(const FunctionCall& call) {
+  int year = serialPart(call, 0);
+  if (year >= 0 && year < 100) year += year < 30 ? 2000 : 1900;
+  setDate(call, daysFromCivil({year, serialPart(call, 1), serialPart(call, 2), 0, 0, 0}));
+}
+
+void timeSerial(const FunctionCall& call) {
+  setDate(call, daysFromCivil(
+                    {1899, 12, 30, serialPart(call, 0), serialPart(call, 1), serialPart(call, 2)}));
+}
+
+constexpr SqlFunction kFunctions[] = {
+    {"jet_year", part<&CivilTime::year>},
+    {"jet_month", part<&CivilTime::month>},
+    {"jet_day", part<&CivilTime::day>},
+    {"jet_hour", part<&CivilTime::hour>},
+    {"jet_minute", part<&CivilTime::minute>},
+    {"jet_second", part<&CivilTime::second>},
+    {"jet_weekday", weekdayOf},
+    {"jet_dateadd", dateAdd},
+    {"jet_datediff", dateDiff},
+    {"jet_datepart", datePart},
+    {"jet_dateserial", dateSerial},
+    {"jet_timeserial", timeSerial},
+};
+
+}  // namespace
+
+std::span<const SqlFunction> dateFunctions() {
+  return kFunctions;
+}
+
+}  // namespace jetsql

@@ -1,0 +1,121 @@
+#include "platform/jetsql/functions/FunctionCall.h"
+
+#include <cmath>
+#include <limits>
+#include <new>
+
+#include "platform/jetsql/syntax/DateText.h"
+#include "platform/jetsql/syntax/StatementError.h"
+#include "platform/runtime/Conversion.h"
+#include "platform/runtime/Variant.h"
+
+namespace jetsql {
+
+bool FunctionCall::isNull(int argument) const {
+  return sqlite3_value_type(values_[argument]) == SQLITE_NULL;
+}
+
+bool FunctionCall::isText(int argument) const {
+  return sqlite3_value_type(values_[argument]) == SQLITE_TEXT;
+}
+
+bool FunctionCall::isBytes(int argument) const {
+  return sqlite3_value_type(values_[argument]) == SQLITE_BLOB;
+}
+
+bool FunctionCall::hasNull() const {
+  for (int i = 0; i < count_; ++i) {
+    if (isNull(i)) return true;
+  }
+  return false;
+}
+
+void FunctionCall::spend(std::size_t units) const {
+  // So many units of text go in one step.
+  constexpr std::size_t kUnitsAStep = 4;
+  session_.budget.spend(static_cast<std::int64_t>(units / kUnitsAStep));
+}
+
+std::u16string FunctionCall::text(int argument) const {
+  switch (sqlite3_value_type(values_[argument])) {
+    case SQLITE_TEXT: {
+      const auto* units = static_cast<const char16_t*>(sqlite3_value_text16(values_[argument]));
+      if (units == nullptr) throw std::bad_alloc();
+      const auto size = static_cast<std::size_t>(sqlite3_value_bytes16(values_[argument])) / 2;
+      spend(size);
+      return {units, size};
+    }
+    case SQLITE_INTEGER: {
+      const std::string digits = std::to_string(sqlite3_value_int64(values_[argument]));
+      return {digits.begin(), digits.end()};
+    }
+    case SQLITE_FLOAT:
+      return numberText(sqlite3_value_double(values_[argument]));
+    case SQLITE_NULL:
+      return {};
+    default:
+      throw error::typeMismatch();
+  }
+}
+
+double FunctionCall::number(int argument) const {
+  switch (sqlite3_value_type(values_[argument])) {
+    case SQLITE_INTEGER:
+    case SQLITE_FLOAT:
+      return sqlite3_value_double(values_[argument]);
+    case SQLITE_TEXT:
+      try {
+        return runtime::toDouble(text(argument));
+      } catch (const runtime::RunTimeError& failure) {
+        const bool isOverflow =
+            failure.number() == static_cast<std::int32_t>(runtime::ErrorNumber::Overflow);
+        throw isOverflow ? error::overflow() : error::typeMismatch();
+      }
+    case SQLITE_NULL:
+      throw error::invalidNull();
+    default:
+      throw error::typeMismatch();
+  }
+}
+
+std::int32_t FunctionCall::whole(int argument) const {
+  const double rounded = std::nearbyint(number(argument));
+  if (!(rounded >= std::numeric_limits<std::int32_t>::min()) ||
+      !(rounded <= std::numeric_limits<std::int32_t>::max())) {
+    throw error::overflow();
+  }
+  return static_cast<std::int32_t>(rounded);
+}
+
+double FunctionCall::date(int argument) const {
+  if (!isText(argument)) return number(argument);
+  const std::u16string written = text(argument);
+  if (const auto days = parseDate(written)) return *days;
+  return number(argument);
+}
+
+std::string_view FunctionCall::bytes(int argument) const {
+  const auto size = static_cast<std::size_t>(sqlite3_value_bytes(values_[argument]));
+  return {static_cast<const char*>(sqlite3_value_blob(values_[argument])), size};
+}
+
+void FunctionCall::setText(std::u16string_view text) const {
+  spend(text.size());
+  sqlite3_result_text16(context_, text.empty() ? u"" : text.data(),
+                        static_cast<int>(text.size() * 2), SQLITE_TRANSIENT);
+}
+
+void FunctionCall::setNumber(double number) const {
+  if (!std::isfinite(number)) throw error::overflow();
+  sqlite3_result_double(context_, number);
+}
+
+void FunctionCall::setWhole(std::int64_t number) const {
+  sqlite3_result_int64(context_, number);
+}
+
+std::u16string numberText(double number) {
+  return runtime::Variant(number).toText();
+}
+
+}  // namespace jetsql

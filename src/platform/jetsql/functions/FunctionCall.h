@@ -1,0 +1,65 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/jet/format/TextKey.h"
+#include "platform/jetsql/functions/KeptFailure.h"
+#include "platform/jetsql/functions/WorkBudget.h"
+
+namespace jetsql {
+
+/// What the dialect's functions need of their session.
+struct FunctionContext {
+  jet::TextOrder order = jet::TextOrder::General4;
+  KeptFailure failure;
+  WorkBudget budget;
+};
+
+/// One call of a function: its arguments and its result, which is null until one is set. Numbers
+/// stand for texts and texts for numbers where they can; where not, the mismatch error is raised.
+class FunctionCall {
+ public:
+  FunctionCall(sqlite3_context* context, int count, sqlite3_value** values,
+               FunctionContext& session)
+      : context_(context), count_(count), values_(values), session_(session) {}
+
+  int count() const { return count_; }
+  bool isNull(int argument) const;
+  bool isText(int argument) const;
+  bool isBytes(int argument) const;
+  /// True when any argument is null.
+  bool hasNull() const;
+  std::u16string text(int argument) const;
+  double number(int argument) const;
+  /// A number rounded half to even; the overflow error beyond 32 bits.
+  std::int32_t whole(int argument) const;
+  /// A date, or a text that is one.
+  double date(int argument) const;
+  std::string_view bytes(int argument) const;
+  sqlite3_value* raw(int argument) const { return values_[argument]; }
+  jet::TextOrder order() const { return session_.order; }
+  sqlite3_context* context() const { return context_; }
+  /// Counts work that grows with the length of texts; raises the error once it is too much.
+  void spend(std::size_t units) const;
+
+  void setText(std::u16string_view text) const;
+  void setNumber(double number) const;
+  void setWhole(std::int64_t number) const;
+  void setBoolean(bool truth) const { setWhole(truth ? -1 : 0); }
+  void setValue(sqlite3_value* value) const { sqlite3_result_value(context_, value); }
+
+ private:
+  sqlite3_context* context_;
+  int count_;
+  sqlite3_value** values_;
+  FunctionContext& session_;
+};
+
+/// A number as `&` writes it.
+std::u16string numberText(double number);
+
+}  // namespace jetsql

@@ -1,0 +1,289 @@
+#include "platform/jetsql/functions/NumberFormat.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <vector>
+
+#include "platform/jetsql/syntax/Token.h"
+#include "platform/runtime/Variant.h"
+
+namespace jetsql {
+namespace {
+
+struct NamedPattern {
+  std::u16string_view name;
+  std::u16string_view pattern;
+};
+constexpr std::array<NamedPattern, 8> kNamed{{{u"Fixed", u"0.00"},
+                                              {u"Standard", u"#,##0.00"},
+                                              {u"Percent", u"0.00%"},
+                                              {u"Currency", u"$#,##0.00;($#,##0.00)"},
+                                              {u"Scientific", u"0.00E+00"},
+                                              {u"Yes/No", u"\"Yes\";\"Yes\";\"No\""},
+                                              {u"True/False", u"\"True\";\"True\";\"False\""},
+                                              {u"On/Off", u"\"On\";\"On\";\"Off\""}}};
+
+constexpr std::u16string_view kGeneralNumber = u"General Number";
+
+constexpr int kMostDecimals = 30;
+
+std::u16string wide(std::string_view digits) {
+  return {digits.begin(), digits.end()};
+}
+
+/// One piece of a section: a digit's place or a literal.
+struct Piece {
+  enum class Kind : std::uint8_t { Digit, Point, Exponent, Literal } kind;
+  char16_t character = 0;  ///< `0` or `#` of a digit, the sign of an exponent
+  std::u16string literal;
+};
+
+/// A section of a pattern, taken apart.
+struct Section {
+  std::vector<Piece> pieces;
+  int whole = 0;     ///< least digits before the point
+  int decimals = 0;  ///< most digits behind the point
+  int fewest = 0;    ///< least digits behind the point
+  int exponent = 0;  ///< least digits of the exponent
+  bool hasExponent = false;
+  bool hasDigits = false;
+  bool thousands = false;
+  int scale = 0;  ///< power of ten by which the number is multiplied
+};
+
+std::vector<std::u16string_view> sections(std::u16string_view pattern) {
+  std::vector<std::u16string_view> found;
+  std::size_t begin = 0;
+  bool quoted = false;
+  for (std::size_t i = 0; i < pattern.size(); ++i) {
+    if (pattern[i] == u'\\') {
+      ++i;
+    } else if (pattern[i] == u'"') {
+      quoted = !quoted;
+    } else if (pattern[i] == u';' && !quoted) {
+      found.push_back(pattern.substr(begin, i - begin));
+      begin = i + 1;
+    }
+  }
+  found.push_back(pattern.substr(begin));
+  return found;
+}
+
+class SectionReader {
+ public:
+  explicit SectionReader(std::u16string_view text) : text_(text) {}
+
+  Section read() {
+    for (; place_ < text_.size(); ++place_) readOne(text_[place_]);
+    // A comma right before the point, or at the end, divides by a thousand.
+    section_.scale -= 3 * pendingCommas_;
+    return std::move(section_);
+  }
+
+ private:
+  void readOne(char16_t c) {
+    if (c == u'0' || c == u'#') return readDigit(c);
+    if (c == u',' && section_.hasDigits && !behindPoint_) {
+      ++pendingCommas_;
+      return;
+    }
+    if (c == u'.' && !behindPoint_) {
+      section_.scale -= 3 * pendingCommas_;
+      pendingCommas_ = 0;
+      behindPoint_ = true;
+      section_.pieces.push_back({Piece::Kind::Point, c, {}});
+      return;
+    }
+    if ((c == u'E' || c == u'e') && section_.hasDigits && place_ + 1 < text_.size() &&
+        (text_[place_ + 1] == u'+' || text_[place_ + 1] == u'-')) {
+      return readExponent();
+    }
+    if (c == u'%') section_.scale += 2;
+    readLiteral(c);
+  }
+
+  void readDigit(char16_t c) {
+    section_.hasDigits = true;
+    section_.pieces.push_back({Piece::Kind::Digit, c, {}});
+    if (behindPoint_) {
+      section_.decimals = std::min(section_.decimals + 1, kMostDecimals);
+      if (c == u'0') section_.fewest = section_.decimals;
+      return;
+    }
+    if (pendingCommas_ > 0) section_.thousands = true;
+    pendingCommas_ = 0;
+    if (c == u'0' || section_.whole > 0) ++section_.whole;
+  }
+
+  void readExponent() {
+    section_.hasExponent = true;
+    section_.pieces.push_back({Piece::Kind::Exponent, text_[place_ + 1], {}});
+    for (place_ += 2; place_ < text_.size() && (text_[place_] == u'0' || text_[place_] == u'#');
+         ++place_) {
+      if (text_[place_] == u'0') ++section_.exponent;
+    }
+    --place_;
+  }
+
+  void readLiteral(char16_t c) {
+    std::u16string literal(1, c);
+    if (c == u'\\' && place_ + 1 < text_.size()) {
+      literal = text_.substr(++place_, 1);
+    } else if (c == u'"') {
+      const std::size_t close = std::min(text_.find(u'"', place_ + 1), text_.size());
+      literal = text_.substr(place_ + 1, close - place_ - 1);
+      place_ = close;
+    }
+    section_.pieces.push_back({Piece::Kind::Literal, 0, std::move(literal)});
+  }
+
+  std::u16string_view text_;
+  std::size_t place_ = 0;
+  Section section_;
+  bool behindPoint_ = false;
+  int pendingCommas_ = 0;
+};
+
+/// Digits of a number that isn't negative, before and behind its point.
+struct Digits {
+  std::string whole;
+  std::string decimals;
+};
+
+/// Rounds as a reader of the decimal number would: a half goes up.
+Digits rounded(double number, int decimals) {
+  std::array<char, 400> text{};
+  const auto end =
+      std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
+  std::string all(text.data(), end.ptr);
+  const std::size_t point = std::min(all.find('.'), all.size());
+  Digits digits{all.substr(0, point), point < all.size() ? all.substr(point + 1) : ""};
+  const auto kept = static_cast<std::size_t>(decimals);
+  const bool up = digits.decimals.size() > kept && digits.decimals[kept] >= '5';
+  digits.decimals.resize(kept, '0');
+  if (up) {
+    std::string joined = "0" + digits.whole + digits.decimals;
+    auto place = joined.size() - 1;
+    while (joined[place] == '9') joined[place--] = '0';
+    ++joined[place];
+    digits.whole = joined.substr(0, joined.size() - kept);
+    digits.decimals = joined.substr(joined.size() - kept);
+  }
+  digits.whole.erase(0, std::min(digits.whole.find_first_not_of('0'), digits.whole.size()));
+  return digits;
+}
+
+std::string withThousands(const std::string& digits) {
+  std::string whole;
+  for (std::size_t i = 0; i < digits.size(); ++i) {
+    if (i > 0 && (digits.size() - i) % 3 == 0) whole += ',';
+    whole += digits[i];
+  }
+  return whole;
+}
+
+/// Writes the digits into their places; those before the first place that they don't fit go there.
+std::u16string written(const Section& section, Digits digits, int exponent) {
+  while (static_cast<int>(digits.decimals.size()) > section.fewest && !digits.decimals.empty() &&
+         digits.decimals.back() == '0') {
+    digits.decimals.pop_back();
+  }
+  if (static_cast<int>(digits.whole.size()) < section.whole) {
+    digits.whole.insert(0, static_cast<std::size_t>(section.whole) - digits.whole.size(), '0');
+  }
+  const auto places = static_cast<std::size_t>(std::ranges::count_if(
+      section.pieces.begin(), std::ranges::find(section.pieces, Piece::Kind::Point, &Piece::kind),
+      [](const Piece& piece) { return piece.kind == Piece::Kind::Digit; }));
+  const std::string shown = section.thousands ? withThousands(digits.whole) : digits.whole;
+  const std::size_t count = digits.whole.size();
+
+  std::u16string text;
+  std::size_t place = 0;    // digit places passed before the point
+  std::size_t used = 0;     // characters of `shown` written
+  std::size_t decimal = 0;  // decimals written
+  bool behindPoint = false;
+  for (const Piece& piece : section.pieces) {
+    switch (piece.kind) {
+      case Piece::Kind::Literal:
+        text += piece.literal;
+        break;
+      case Piece::Kind::Point:
+        if (places == 0) text += wide(shown);
+        behindPoint = true;
+        text += u'.';
+        break;
+      case Piece::Kind::Exponent: {
+        std::string power = std::to_string(std::abs(exponent));
+        if (static_cast<int>(power.size()) < section.exponent) {
+          power.insert(0, static_cast<std::size_t>(section.exponent) - power.size(), '0');
+        }
+        text += exponent < 0 ? u"E-" : (piece.character == u'+' ? u"E+" : u"E");
+        text += wide(power);
+        break;
+      }
+      case Piece::Kind::Digit:
+        if (behindPoint) {
+          if (decimal < digits.decimals.size()) {
+            text += static_cast<char16_t>(digits.decimals[decimal++]);
+          }
+          break;
+        }
+        ++place;
+        // The digits still to come after this place stay for the places behind it.
+        for (const std::size_t behind = places - place; count > behind && used < shown.size();) {
+          const auto left = static_cast<std::size_t>(
+              std::ranges::count_if(shown.substr(used), [](char c) { return c != ','; }));
+          if (left <= behind) break;
+          text += static_cast<char16_t>(shown[used++]);
+        }
+        break;
+    }
+  }
+  return text;
+}
+
+std::u16string formatSection(double number, std::u16string_view text) {
+  const Section section = SectionReader(text).read();
+  double magnitude = std::fabs(number);
+  int exponent = 0;
+  if (section.hasExponent && magnitude > 0) {
+    exponent = static_cast<int>(std::floor(std::log10(magnitude))) - std::max(section.whole, 1) + 1;
+    magnitude /= std::pow(10.0, exponent);
+  } else if (section.scale != 0) {
+    magnitude *= std::pow(10.0, section.scale);
+  }
+  return written(section, rounded(magnitude, section.decimals), exponent);
+}
+
+}  // namespace
+
+bool isNumberName(std::u16string_view pattern) {
+  const auto isNamed = [&](const NamedPattern& each) { return sameWord(pattern, each.name); };
+  return sameWord(pattern, kGeneralNumber) || std::ranges::any_of(kNamed, isNamed);
+}
+
+std::u16string formatNumber(double number, std::u16string_view pattern) {
+  for (const NamedPattern& each : kNamed) {
+    if (sameWord(pattern, each.name)) pattern = each.pattern;
+  }
+  if (pattern.empty() || sameWord(pattern, kGeneralNumber)) {
+    return runtime::Variant(number).toText();
+  }
+  const std::vector<std::u16string_view> all = sections(pattern);
+  const auto chosen = [&](std::size_t place) {
+    return place < all.size() && !all[place].empty() ? all[place] : all[0];
+  };
+  if (number > 0) return formatSection(number, all[0]);
+  if (number == 0) return formatSection(0, chosen(2));
+  if (all.size() > 1 && !all[1].empty()) return formatSection(number, all[1]);
+  return u"-" + formatSection(number, all[0]);
+}
+
+std::u16string formatNull(std::u16string_view pattern) {
+  const std::vector<std::u16string_view> all = sections(pattern);
+  return all.size() < 4 ? std::u16string() : formatSection(0, all[3]);
+}
+
+}  // namespace jetsql

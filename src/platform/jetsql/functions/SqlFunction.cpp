@@ -1,0 +1,99 @@
+#include "platform/jetsql/functions/SqlFunction.h"
+
+#include <new>
+
+#include "platform/jetsql/functions/AggregateFunctions.h"
+#include "platform/jetsql/functions/ConversionFunctions.h"
+#include "platform/jetsql/functions/DateFunctions.h"
+#include "platform/jetsql/functions/NumberFunctions.h"
+#include "platform/jetsql/functions/TextFunctions.h"
+#include "platform/jetsql/syntax/StatementError.h"
+
+namespace jetsql {
+namespace {
+
+/// What a registered function finds at its call.
+struct Registered {
+  const SqlFunction* function;
+  FunctionContext* session;
+};
+
+const SqlFunction* find(std::string_view name) {
+  for (const auto functions : {textFunctions(), conversionFunctions(), numberFunctions(),
+                               dateFunctions(), aggregateFunctions()}) {
+    for (const SqlFunction& each : functions) {
+      if (each.name == name) return &each;
+    }
+  }
+  return nullptr;
+}
+
+Registered& registeredOf(sqlite3_context* context) {
+  return *static_cast<Registered*>(sqlite3_user_data(context));
+}
+
+/// Runs a call; what it throws is kept, and SQLite told to stop.
+template <class Body>
+void run(sqlite3_context* context, Body body) noexcept {
+  if (!guarded(registeredOf(context).session->failure, body)) {
+    sqlite3_result_error(context, "kept", -1);
+  }
+}
+
+void runScalar(sqlite3_context* context, int count, sqlite3_value** values) noexcept {
+  run(context, [&] {
+    const Registered& registered = registeredOf(context);
+    const FunctionCall call(context, count, values, *registered.session);
+    const bool passesNull = registered.function->nulls == SqlFunction::Nulls::Pass;
+    if (!passesNull || !call.hasNull()) registered.function->scalar(call);
+  });
+}
+
+/// SQLite keeps a pointer's room for each group, zeroed at first.
+Aggregate** roomFor(sqlite3_context* context, bool create) {
+  constexpr int kSize = sizeof(void*);
+  return static_cast<Aggregate**>(sqlite3_aggregate_context(context, create ? kSize : 0));
+}
+
+void runStep(sqlite3_context* context, int count, sqlite3_value** values) noexcept {
+  run(context, [&] {
+    const Registered& registered = registeredOf(context);
+    Aggregate** room = roomFor(context, true);
+    if (room == nullptr) throw std::bad_alloc();
+    if (*room == nullptr) *room = registered.function->aggregate().release();
+    (*room)->step({context, count, values, *registered.session});
+  });
+}
+
+void runFinish(sqlite3_context* context) noexcept {
+  run(context, [&] {
+    const Registered& registered = registeredOf(context);
+    Aggregate** room = roomFor(context, false);
+    // A group without rows has no state, and null for a result.
+    if (room == nullptr || *room == nullptr) return;
+    const std::unique_ptr<Aggregate> aggregate(*room);
+    *room = nullptr;
+    aggregate->finish({context, 0, nullptr, *registered.session});
+  });
+}
+
+void release(void* registered) {
+  delete static_cast<Registered*>(registered);
+}
+
+}  // namespace
+
+void registerFunction(sqlite3* connection, std::string_view name, FunctionContext& session) {
+  const SqlFunction* function = find(name);
+  if (function == nullptr) throw error::engine(u"A function of the dialect is missing.");
+  const bool isAggregate = function->aggregate != nullptr;
+  // SQLite releases the registration also when it refuses it.
+  const int status = sqlite3_create_function_v2(
+      connection, std::string(name).c_str(), -1,
+      SQLITE_UTF16 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, new Registered{function, &session},
+      isAggregate ? nullptr : runScalar, isAggregate ? runStep : nullptr,
+      isAggregate ? runFinish : nullptr, release);
+  if (status != SQLITE_OK) throw std::bad_alloc();
+}
+
+}  // namespace jetsql

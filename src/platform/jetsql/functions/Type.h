@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/jet/format/ColumnType.h"
+
+namespace jetsql {
+
+/// The type of an expression's value, as far as the statement alone tells.
+enum class Type : std::uint8_t {
+  Null,  ///< nothing but null
+  Boolean,
+  Byte,
+  Integer,
+  Long,
+  Currency,
+  Single,
+  Double,
+  Date,
+  Decimal,
+  Text,
+  Memo,
+  Guid,
+  Binary,
+  Any,  ///< number or text, from row to row
+};
+
+Type typeOf(jet::ColumnType column);
+
+inline constexpr bool isTextual(Type type) {
+  return type == Type::Text || type == Type::Memo;
+}
+/// True for all that compares and calculates as a number, dates and truth values too.
+inline constexpr bool isNumeric(Type type) {
+  return type >= Type::Boolean && type <= Type::Decimal;
+}
+
+/// The type that takes values of both.
+Type commonType(Type a, Type b);
+/// The type of a sum, difference or product.
+Type arithmeticType(Type a, Type b);
+
+}  // namespace jetsql

@@ -1,0 +1,117 @@
+#include "platform/jetsql/sqlite/IndexPlan.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace jetsql {
+namespace {
+
+using Test = Restriction::Test;
+
+/// Costs of a row that is fetched by an index: one of few, and one of a table whose pages are read
+/// again and again.
+constexpr double kFetch = 2;
+constexpr double kFetchOfMany = 10;
+constexpr double kManyRows = 20'000;
+/// Cost of a descent in an index.
+constexpr double kDescend = 6;
+/// Assumed selectivity: one row in so many meets an equality, or a bound.
+constexpr double kEqualShare = 20;
+constexpr double kBoundShare = 6;
+/// A value that is looked up again and again finds its rows without an index too, since the reader
+/// keeps a table of them: each time it costs this share of a scan.
+constexpr double kLookupShare = 4;
+
+/// True for columns whose values can be handed to an index.
+bool isSought(const jet::Table& table, int column) {
+  switch (table.columns()[static_cast<std::size_t>(column)].type) {
+    case jet::ColumnType::Numeric:
+    case jet::ColumnType::Binary:
+    case jet::ColumnType::Ole:
+    case jet::ColumnType::Block:
+      return false;
+    default:
+      return true;
+  }
+}
+
+class Chooser {
+ public:
+  Chooser(const jet::Table& table, const std::vector<Restriction>& restrictions)
+      : table_(table),
+        restrictions_(restrictions),
+        rows_(std::max(1.0, static_cast<double>(table.rowCount()))) {}
+
+  IndexPlan choose() const {
+    IndexPlan best = scan();
+    for (std::size_t i = 0; i < table_.indexes().size(); ++i) {
+      const auto plan = through(static_cast<int>(i));
+      if (plan && plan->cost < best.cost) best = *plan;
+    }
+    return best;
+  }
+
+ private:
+  IndexPlan scan() const {
+    IndexPlan plan{.cost = rows_, .rows = rows_};
+    const auto equal = std::ranges::find_if(restrictions_, [&](const Restriction& each) {
+      return each.test == Test::Equal && isSought(table_, each.column);
+    });
+    if (equal == restrictions_.end()) return plan;
+    plan.taken.push_back(*equal);
+    plan.rows = std::max(1.0, rows_ / kEqualShare);
+    plan.cost = rows_ / kLookupShare + 2 * kDescend;
+    return plan;
+  }
+
+  const Restriction* find(int column, Test test) const {
+    const auto found = std::ranges::find_if(restrictions_, [&](const Restriction& each) {
+      return each.test == test && each.column == column && isSought(table_, column);
+    });
+    return found == restrictions_.end() ? nullptr : &*found;
+  }
+
+  /// The plan by an index; absent where none of the restrictions reaches it.
+  std::optional<IndexPlan> through(int number) const {
+    const jet::Index& index = table_.indexes()[static_cast<std::size_t>(number)];
+    if (!index.seekable) return std::nullopt;
+    IndexPlan plan{.index = number, .rows = rows_};
+    bool hasValue = false;
+    bool hasNull = false;
+    std::size_t column = 0;
+    for (; column < index.columns.size(); ++column) {
+      const Restriction* single = find(index.columns[column].column, Test::Equal);
+      (single != nullptr ? hasValue : hasNull) = true;
+      if (single == nullptr) single = find(index.columns[column].column, Test::IsNull);
+      if (single == nullptr) break;
+      plan.taken.push_back(*single);
+      plan.rows /= kEqualShare;
+    }
+    plan.isUnique = index.unique && !hasNull && column == index.columns.size();
+    for (const Test bound : {Test::Lower, Test::Upper}) {
+      if (column == index.columns.size()) break;
+      const Restriction* range = find(index.columns[column].column, bound);
+      if (range == nullptr) continue;
+      hasValue = true;
+      plan.taken.push_back(*range);
+      plan.rows /= kBoundShare;
+    }
+    // Rows that are null in all columns are not in such an index.
+    if (plan.taken.empty() || (index.ignoreNulls && !hasValue)) return std::nullopt;
+    plan.rows = plan.isUnique ? 1 : std::max(1.0, plan.rows);
+    plan.cost = kDescend + plan.rows * (plan.rows > kManyRows ? kFetchOfMany : kFetch);
+    return plan;
+  }
+
+  const jet::Table& table_;
+  const std::vector<Restriction>& restrictions_;
+  double rows_;
+};
+
+}  // namespace
+
+IndexPlan chooseIndex(const jet::Table& table, const std::vector<Restriction>& restrictions) {
+  return Chooser(table, restrictions).choose();
+}
+
+}  // namespace jetsql

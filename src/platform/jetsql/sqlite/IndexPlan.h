@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/jet/engine/Table.h"
+
+namespace jetsql {
+
+/// A condition on one column of a table, whose value comes when the table is read.
+struct Restriction {
+  enum class Test : char { Equal = '=', IsNull = '0', Lower = '>', Upper = '<' };
+
+  Test test = Test::Equal;
+  int column = 0;  ///< index among the table's columns
+  int number = 0;  ///< the caller's own number for it
+};
+
+/// How a table is read: all of it, by a range of an index, or by looking up rows of equal values.
+/// Rows that don't meet a restriction may come as well.
+struct IndexPlan {
+  int index = -1;  ///< among the table's indexes; -1 without one
+  std::vector<Restriction> taken =
+      {};                 ///< single values first, in the order of the index's columns
+  bool isUnique = false;  ///< at most one row meets the restrictions
+  double cost = 0;        ///< in rows of a scan
+  double rows = 0;
+};
+
+/// The cheapest way to read the table under these restrictions.
+IndexPlan chooseIndex(const jet::Table& table, const std::vector<Restriction>& restrictions);
+
+}  // namespace jetsql

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "platform/jetsql/writing/WrittenStatement.h"
+
+namespace jetsql {
+
+/// The rows of a statement, packed: a number takes as many bytes as its kind needs, a text of Latin
+/// letters one a letter.
+class Result {
+ public:
+  explicit Result(std::vector<ResultColumn> columns = {}, std::size_t sourceRows = 0);
+
+  const std::vector<ResultColumn>& columns() const { return columns_; }
+  std::size_t count() const { return rows_.size(); }
+  runtime::Variant value(std::size_t row, std::size_t column) const;
+  /// Id of the table row that a column's value comes from; absent where it is calculated, and where
+  /// an outer join found none.
+  std::optional<jet::RowId> rowOf(std::size_t row, std::size_t column) const;
+  /// Replaces the values of the columns that one of a row's source rows holds, in their order.
+  void replace(std::size_t row, int sourceRow, std::span<const runtime::Variant> values);
+
+  /// Adds a row: begin, the values of all columns in turn, end. `sources` are the packed ids of the
+  /// row's source rows, 0 for none. Raises the engine's error when the rows take more memory than
+  /// any result should.
+  void beginRow(std::span<const std::uint32_t> sources);
+  void add(const runtime::Variant& value);
+  void add(const jet::Row& row, const ValueSource& source);
+  void endRow() { rows_.push_back(store()); }
+  /// Puts the rows into this order of their indexes.
+  void arrange(std::span<const std::uint32_t> order);
+
+ private:
+  template <class T>
+  void put(std::uint8_t tag, const T& value);
+  void putBytes(std::uint8_t tag, const void* bytes, std::size_t count, std::size_t unit);
+  std::uint32_t source(std::size_t row, int sourceRow) const;
+  const std::uint8_t* store();
+
+  std::vector<ResultColumn> columns_;
+  std::size_t sourceRows_ = 0;
+  std::vector<const std::uint8_t*> rows_;
+  std::vector<std::unique_ptr<std::uint8_t[]>> blocks_;
+  std::size_t blockUsed_ = 0;
+  std::size_t blockSize_ = 0;
+  std::size_t total_ = 0;
+  std::vector<std::uint8_t> packed_;  ///< the row that is being added
+  std::u16string text_;
+};
+
+}  // namespace jetsql

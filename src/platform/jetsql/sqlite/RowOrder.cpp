@@ -1,0 +1,107 @@
+#include "platform/jetsql/sqlite/RowOrder.h"
+
+#include <algorithm>
+#include <bit>
+#include <limits>
+#include <string_view>
+#include <variant>
+
+#include "platform/jetsql/syntax/StatementError.h"
+
+namespace jetsql {
+namespace {
+
+/// What a term of a key begins with; none is 0, which ends keys.
+enum Tag : char { kNull = 1, kNumber = 2, kText = 3, kBytes = 4 };
+
+constexpr std::size_t kFront = sizeof(std::uint64_t);
+
+void appendBigEndian(std::uint64_t bits, std::string& key) {
+  for (int shift = 56; shift >= 0; shift -= 8) {
+    key += static_cast<char>(static_cast<std::uint8_t>(bits >> static_cast<unsigned>(shift)));
+  }
+}
+
+}  // namespace
+
+/// Appends a number's bits, so that they compare as bytes in the order of the numbers.
+void RowOrder::addNumber(double number) {
+  // Both zeros are equal.
+  const auto bits = std::bit_cast<std::uint64_t>(number == 0 ? 0.0 : number);
+  constexpr std::uint64_t kSign = std::uint64_t{1} << 63U;
+  keys_ += kNumber;
+  appendBigEndian((bits & kSign) != 0 ? ~bits : bits | kSign, keys_);
+}
+
+void RowOrder::add(const runtime::Variant& value, bool descending) {
+  const std::size_t begin = keys_.size();
+  const auto& held = value.get();
+  if (value.isNull()) {
+    keys_ += kNull;
+  } else if (const auto* text = std::get_if<std::u16string>(&held)) {
+    keys_ += kText;
+    jet::appendTextKey(order_, *text, keys_);
+  } else if (const auto* guid = std::get_if<runtime::Guid>(&held)) {
+    keys_ += kBytes;
+    keys_.append(guid->bytes.begin(), guid->bytes.end());
+  } else if (const auto* bytes = std::get_if<runtime::Binary>(&held)) {
+    keys_ += kBytes;
+    keys_.append(bytes->begin(), bytes->end());
+  } else if (const auto* decimal = std::get_if<runtime::Decimal>(&held)) {
+    addNumber(std::stod(std::string(decimal->digits.begin(), decimal->digits.end())));
+  } else {
+    addNumber(*value.number());
+  }
+  endTerm(begin, descending);
+}
+
+void RowOrder::add(const jet::Row& row, const ValueSource& source, bool descending) {
+  if (!isTextual(source.type)) return add(row.value(source.tableColumn), descending);
+  if (!row.sortKey(source.tableColumn, text_)) return add(runtime::Variant(), descending);
+  const std::size_t begin = keys_.size();
+  keys_ += kText;
+  keys_ += text_;
+  endTerm(begin, descending);
+}
+
+/// Ends a term so that none is the beginning of another: zeros within it are marked, and a zero
+/// that isn't follows.
+void RowOrder::endTerm(std::size_t begin, bool descending) {
+  constexpr char kMark = static_cast<char>(0xFF);
+  if (keys_[begin] != kNumber) {
+    for (std::size_t i = begin; (i = keys_.find('\0', i)) != std::string::npos; i += 2) {
+      keys_.insert(i + 1, 1, kMark);
+    }
+    keys_ += '\0';
+  }
+  if (!descending) return;
+  for (std::size_t i = begin; i < keys_.size(); ++i) keys_[i] = static_cast<char>(~keys_[i]);
+}
+
+void RowOrder::endRow() {
+  if (keys_.size() > std::numeric_limits<std::uint32_t>::max() / 2) throw error::tooComplex();
+  Entry entry{.index = static_cast<std::uint32_t>(entries_.size())};
+  const std::size_t front = std::min(kFront, keys_.size() - begin_);
+  for (std::size_t i = 0; i < kFront; ++i) {
+    const auto byte = i < front ? static_cast<std::uint8_t>(keys_[begin_ + i]) : std::uint8_t{0};
+    entry.front = entry.front << 8U | byte;
+  }
+  entry.begin = static_cast<std::uint32_t>(begin_ + front);
+  entry.size = static_cast<std::uint32_t>(keys_.size()) - entry.begin;
+  entries_.push_back(entry);
+  begin_ = keys_.size();
+}
+
+std::vector<std::uint32_t> RowOrder::sorted() {
+  std::ranges::sort(entries_, [this](const Entry& a, const Entry& b) {
+    if (a.front != b.front) return a.front < b.front;
+    const int order = further(a).compare(further(b));
+    return order != 0 ? order < 0 : a.index < b.index;
+  });
+  std::vector<std::uint32_t> indexes;
+  indexes.reserve(entries_.size());
+  for (const Entry& entry : entries_) indexes.push_back(entry.index);
+  return indexes;
+}
+
+}  // namespace jetsql

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/jet/engine/Row.h"
+#include "platform/jet/format/TextKey.h"
+#include "platform/jetsql/writing/WrittenStatement.h"
+
+namespace jetsql {
+
+/// Sorts rows by the keys of their values: null first, numbers before texts, texts by the file's
+/// order. Rows of equal keys keep the order in which they were added.
+class RowOrder {
+ public:
+  explicit RowOrder(jet::TextOrder order) : order_(order) {}
+
+  /// Adds a row: the values of its terms in turn, then the end.
+  void add(const runtime::Variant& value, bool descending);
+  void add(const jet::Row& row, const ValueSource& source, bool descending);
+  void endRow();
+
+  /// The indexes of the rows in their order.
+  std::vector<std::uint32_t> sorted();
+
+ private:
+  struct Entry {
+    std::uint64_t front = 0;  ///< the key's first bytes, as a number
+    std::uint32_t begin = 0;  ///< of the key's further bytes within the keys
+    std::uint32_t size = 0;
+    std::uint32_t index = 0;
+  };
+
+  void addNumber(double number);
+  void endTerm(std::size_t begin, bool descending);
+  std::string_view further(const Entry& entry) const {
+    return std::string_view(keys_).substr(entry.begin, entry.size);
+  }
+
+  jet::TextOrder order_;
+  std::string keys_;
+  std::string text_;
+  std::size_t begin_ = 0;  ///< of the key that is being added
+  std::vector<Entry> entries_;
+};
+
+}  // namespace jetsql

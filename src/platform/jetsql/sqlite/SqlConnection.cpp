@@ -1,0 +1,122 @@
+#include "platform/jetsql/sqlite/SqlConnection.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <new>
+
+#include "platform/jetsql/functions/SqlFunction.h"
+#include "platform/jetsql/syntax/StatementError.h"
+#include "platform/runtime/CodePage.h"
+
+namespace jetsql {
+namespace {
+
+/// Work that a statement may take before it counts as one that never ends; a session of the largest
+/// stores takes a tenth of it.
+constexpr std::int64_t kMostWork = 50'000'000;
+constexpr int kStepsBetweenChecks = 10'000;
+/// Longest single value, and the limits of SQLite's own programs.
+constexpr int kLongestValue = 64'000'000;
+constexpr int kLongestProgram = 2'000'000;
+
+int countSteps(void* data) {
+  auto& budget = *static_cast<WorkBudget*>(data);
+  budget.left -= kStepsBetweenChecks;
+  return budget.left < 0 ? 1 : 0;
+}
+
+/// A text as SQLite hands it over: within a sorter's record it may lie at an odd address, and is
+/// copied then.
+std::u16string_view aligned(const void* text, int size, std::u16string& room) {
+  const std::size_t count = static_cast<std::size_t>(size) / 2;
+  if (reinterpret_cast<std::uintptr_t>(text) % alignof(char16_t) == 0) {
+    return {static_cast<const char16_t*>(text), count};
+  }
+  room.resize(count);
+  std::memcpy(room.data(), text, count * sizeof(char16_t));
+  return room;
+}
+
+}  // namespace
+
+int SqlConnection::compareTexts(void* data, int size, const void* text, int otherSize,
+                                const void* other) noexcept {
+  auto& connection = *static_cast<SqlConnection*>(data);
+  int order = 0;
+  guarded(connection.session_.failure, [&] {
+    order = jet::compareText(connection.session_.order, aligned(text, size, connection.copies_[0]),
+                             aligned(other, otherSize, connection.copies_[1]));
+  });
+  return order;
+}
+
+SqlConnection::SqlConnection(jet::TextOrder order) {
+  session_.order = order;
+  sqlite3* opened = nullptr;
+  const int status =
+      sqlite3_open_v2(":memory:", &opened,
+                      SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
+  connection_.reset(opened);
+  if (status != SQLITE_OK) throw std::bad_alloc();
+  sqlite3_limit(opened, SQLITE_LIMIT_LENGTH, kLongestValue);
+  sqlite3_limit(opened, SQLITE_LIMIT_VDBE_OP, kLongestProgram);
+  sqlite3_progress_handler(opened, kStepsBetweenChecks, countSteps, &session_.budget);
+  // Texts stay as they are, in 16-bit units, which has to be said before anything else; sorting
+  // keeps to memory while it takes little.
+  sqlite3_exec(opened, "PRAGMA encoding='UTF-16';PRAGMA cache_size=-16000", nullptr, nullptr,
+               nullptr);
+  if (sqlite3_create_collation_v2(opened, kCollation, SQLITE_UTF16, this, compareTexts, nullptr) !=
+      SQLITE_OK) {
+    throw std::bad_alloc();
+  }
+}
+
+/// Throws again what a callback kept, or the engine's error for what SQLite itself refuses.
+void SqlConnection::fail(int status) {
+  prepared_.reset();
+  session_.failure.rethrow();
+  if (status == SQLITE_NOMEM) throw std::bad_alloc();
+  if (status == SQLITE_INTERRUPT || session_.budget.left < 0) throw error::tooComplex();
+  const std::string words = sqlite3_errmsg(connection_.get());
+  if (words == "integer overflow") throw error::overflow();
+  throw error::engine(u"Query is too complex (" + runtime::fromUtf8(words) + u").");
+}
+
+void SqlConnection::prepare(const WrittenStatement& statement, std::string_view prefix) {
+  prepared_.reset();
+  session_.budget.left = kMostWork;
+  for (const std::string& function : statement.functions) {
+    if (functions_.insert(function).second) registerFunction(connection_.get(), function, session_);
+  }
+  tables_.clear();
+  for (const TableUse& use : statement.tables) {
+    tables_.push_back(&registerTable(connection_.get(), use, session_));
+  }
+  const std::string sql = std::string(prefix) + statement.sql;
+  sqlite3_stmt* prepared = nullptr;
+  const int status = sqlite3_prepare_v2(connection_.get(), sql.c_str(),
+                                        static_cast<int>(sql.size()), &prepared, nullptr);
+  prepared_.reset(prepared);
+  if (status != SQLITE_OK) fail(status);
+  int number = 0;
+  for (const std::u16string& text : statement.parameters) {
+    sqlite3_bind_text16(prepared, ++number, text.c_str(), static_cast<int>(text.size() * 2),
+                        SQLITE_TRANSIENT);
+  }
+}
+
+bool SqlConnection::step() {
+  const int status = sqlite3_step(prepared_.get());
+  // A comparison that failed doesn't stop SQLite.
+  session_.failure.rethrow();
+  if (status != SQLITE_ROW && status != SQLITE_DONE) fail(status);
+  return status == SQLITE_ROW;
+}
+
+const KnownTable& SqlConnection::table(int number) const {
+  return **std::ranges::find(tables_, number,
+                             [](const KnownTable* table) { return table->use.number; });
+}
+
+}  // namespace jetsql

@@ -1,0 +1,269 @@
+#include "platform/jetsql/sqlite/TableModule.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace jetsql {
+namespace {
+
+/// Reading a row costs about as much as this many steps.
+constexpr std::int64_t kRowWork = 10;
+
+struct VirtualTable {
+  sqlite3_vtab base{};
+  KnownTable* known = nullptr;
+};
+
+struct VirtualCursor {
+  sqlite3_vtab_cursor base{};
+  KnownTable* known = nullptr;
+  std::optional<TableReader> reader;  ///< along the plan that it was opened for
+  int plan = 0;
+  std::string tests;
+  std::vector<runtime::Variant> values;
+  std::u16string text;
+};
+
+VirtualTable& tableOf(sqlite3_vtab* base) {
+  return *reinterpret_cast<VirtualTable*>(base);
+}
+VirtualCursor& cursorOf(sqlite3_vtab_cursor* base) {
+  return *reinterpret_cast<VirtualCursor*>(base);
+}
+
+/// Runs a callback; what it throws is kept, and SQLite told to stop.
+template <class Body>
+int run(KnownTable& known, Body body) noexcept {
+  return guarded(known.session->failure, body) ? SQLITE_OK : SQLITE_ERROR;
+}
+
+int connect(sqlite3* connection, void* data, int, const char* const*, sqlite3_vtab** table,
+            char**) {
+  auto& known = *static_cast<KnownTable*>(data);
+  return run(known, [&] {
+    std::string columns = "CREATE TABLE t(";
+    const auto& all = known.use.table->columns();
+    for (std::size_t i = 0; i < all.size(); ++i) {
+      columns += "c" + std::to_string(i);
+      if (jet::isText(all[i].type)) columns += std::string(" COLLATE ") + kCollation;
+      columns += ",";
+    }
+    if (sqlite3_declare_vtab(connection, (columns + "r)").c_str()) != SQLITE_OK) {
+      throw std::bad_alloc();
+    }
+    auto made = std::make_unique<VirtualTable>();
+    made->known = &known;
+    *table = &made.release()->base;
+  });
+}
+
+int disconnect(sqlite3_vtab* table) {
+  delete &tableOf(table);
+  return SQLITE_OK;
+}
+
+std::optional<Restriction::Test> testOf(unsigned char op) {
+  switch (op) {
+    case SQLITE_INDEX_CONSTRAINT_EQ:
+      return Restriction::Test::Equal;
+    case SQLITE_INDEX_CONSTRAINT_ISNULL:
+      return Restriction::Test::IsNull;
+    case SQLITE_INDEX_CONSTRAINT_GT:
+    case SQLITE_INDEX_CONSTRAINT_GE:
+      return Restriction::Test::Lower;
+    case SQLITE_INDEX_CONSTRAINT_LT:
+    case SQLITE_INDEX_CONSTRAINT_LE:
+      return Restriction::Test::Upper;
+    default:
+      return std::nullopt;
+  }
+}
+
+std::vector<Restriction> restrictionsOf(const sqlite3_index_info& info, const jet::Table& table) {
+  const auto count = static_cast<int>(table.columns().size());
+  std::vector<Restriction> restrictions;
+  for (int i = 0; i < info.nConstraint; ++i) {
+    const auto& constraint = info.aConstraint[i];
+    const auto test = testOf(constraint.op);
+    const bool isColumn = constraint.iColumn >= 0 && constraint.iColumn < count;
+    if (constraint.usable != 0 && test && isColumn) {
+      restrictions.push_back({*test, constraint.iColumn, i});
+    }
+  }
+  return restrictions;
+}
+
+int bestIndex(sqlite3_vtab* base, sqlite3_index_info* info) {
+  KnownTable& known = *tableOf(base).known;
+  return run(known, [&] {
+    const jet::Table& table = *known.use.table;
+    const IndexPlan plan = chooseIndex(table, restrictionsOf(*info, table));
+    const PlanCode code = PlanCode::of(plan);
+    // SQLite tests the rows itself, since some may come that don't meet a restriction.
+    for (std::size_t i = 0; i < plan.taken.size(); ++i) {
+      info->aConstraintUsage[plan.taken[i].number].argvIndex = static_cast<int>(i) + 1;
+    }
+    info->estimatedCost = plan.cost;
+    info->estimatedRows = static_cast<sqlite3_int64>(plan.rows);
+    if (plan.isUnique) info->idxFlags = SQLITE_INDEX_SCAN_UNIQUE;
+    info->idxNum = code.number;
+    info->idxStr = sqlite3_mprintf("%s", code.tests.c_str());
+    info->needToFreeIdxStr = 1;
+  });
+}
+
+int open(sqlite3_vtab* base, sqlite3_vtab_cursor** cursor) {
+  KnownTable& known = *tableOf(base).known;
+  return run(known, [&] {
+    auto made = std::make_unique<VirtualCursor>();
+    made->known = &known;
+    *cursor = &made.release()->base;
+  });
+}
+
+int close(sqlite3_vtab_cursor* base) {
+  VirtualCursor& cursor = cursorOf(base);
+  if (cursor.reader && cursor.known->reader == &*cursor.reader) cursor.known->reader = nullptr;
+  delete &cursor;
+  return SQLITE_OK;
+}
+
+runtime::Variant soughtValue(sqlite3_value* value) {
+  switch (sqlite3_value_type(value)) {
+    case SQLITE_INTEGER:
+    case SQLITE_FLOAT:
+      return sqlite3_value_double(value);
+    case SQLITE_TEXT: {
+      const auto* units = static_cast<const char16_t*>(sqlite3_value_text16(value));
+      if (units == nullptr) throw std::bad_alloc();
+      return std::u16string(units, static_cast<std::size_t>(sqlite3_value_bytes16(value)) / 2);
+    }
+    case SQLITE_BLOB: {
+      runtime::Guid guid;
+      const auto size = static_cast<std::size_t>(sqlite3_value_bytes(value));
+      std::memcpy(guid.bytes.data(), sqlite3_value_blob(value), std::min(size, guid.bytes.size()));
+      return guid;
+    }
+    default:
+      return {};
+  }
+}
+
+int filter(sqlite3_vtab_cursor* base, int plan, const char* tests, int count,
+           sqlite3_value** values) {
+  VirtualCursor& cursor = cursorOf(base);
+  return run(*cursor.known, [&] {
+    cursor.known->session->budget.spend(kRowWork);
+    if (!cursor.reader || cursor.plan != plan || cursor.tests != tests) {
+      cursor.plan = plan;
+      cursor.tests = tests;
+      cursor.reader.emplace(*cursor.known->use.table, plan, tests);
+    }
+    cursor.values.clear();
+    for (int i = 0; i < count; ++i) cursor.values.push_back(soughtValue(values[i]));
+    cursor.reader->start(cursor.values);
+    cursor.known->reader = &*cursor.reader;
+  });
+}
+
+int next(sqlite3_vtab_cursor* base) {
+  VirtualCursor& cursor = cursorOf(base);
+  return run(*cursor.known, [&] {
+    cursor.known->session->budget.spend(kRowWork);
+    cursor.reader->next();
+    cursor.known->reader = &*cursor.reader;
+  });
+}
+
+int atEnd(sqlite3_vtab_cursor* base) {
+  return cursorOf(base).reader->atEnd() ? 1 : 0;
+}
+
+void setBytes(sqlite3_context* context, const void* bytes, std::size_t size) {
+  sqlite3_result_blob64(context, size == 0 ? "" : bytes, size, SQLITE_TRANSIENT);
+}
+
+/// A value of the less common types.
+void setValue(sqlite3_context* context, const runtime::Variant& value) {
+  const auto& held = value.get();
+  if (const auto number = value.number()) {
+    sqlite3_result_double(context, *number);
+  } else if (const auto* decimal = std::get_if<runtime::Decimal>(&held)) {
+    const std::string digits(decimal->digits.begin(), decimal->digits.end());
+    sqlite3_result_double(context, std::strtod(digits.c_str(), nullptr));
+  } else if (const auto* binary = std::get_if<runtime::Binary>(&held)) {
+    setBytes(context, binary->data(), binary->size());
+  } else if (const auto* guid = std::get_if<runtime::Guid>(&held)) {
+    setBytes(context, guid->bytes.data(), guid->bytes.size());
+  }
+}
+
+int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int index) {
+  VirtualCursor& cursor = cursorOf(base);
+  return run(*cursor.known, [&] {
+    const auto& columns = cursor.known->use.table->columns();
+    const jet::Row& row = cursor.reader->row();
+    if (index == static_cast<int>(columns.size())) {
+      return sqlite3_result_int64(context, row.id().pack());
+    }
+    switch (columns[static_cast<std::size_t>(index)].type) {
+      case jet::ColumnType::Boolean:
+      case jet::ColumnType::Byte:
+      case jet::ColumnType::Integer:
+      case jet::ColumnType::Long: {
+        std::int32_t whole = 0;
+        if (row.integer(index, whole)) sqlite3_result_int(context, whole);
+        break;
+      }
+      case jet::ColumnType::Text:
+      case jet::ColumnType::Memo:
+        if (!row.text(index, cursor.text)) break;
+        sqlite3_result_text16(context, cursor.text.c_str(),
+                              static_cast<int>(cursor.text.size() * 2), SQLITE_TRANSIENT);
+        break;
+      default:
+        setValue(context, row.value(index));
+    }
+  });
+}
+
+int rowNumber(sqlite3_vtab_cursor* base, sqlite3_int64* number) {
+  *number = cursorOf(base).reader->row().id().pack();
+  return SQLITE_OK;
+}
+
+/// Without a creating method the table exists by the module's name alone.
+constexpr sqlite3_module kModule = [] {
+  sqlite3_module methods{};
+  methods.xConnect = connect;
+  methods.xBestIndex = bestIndex;
+  methods.xDisconnect = disconnect;
+  methods.xOpen = open;
+  methods.xClose = close;
+  methods.xFilter = filter;
+  methods.xNext = next;
+  methods.xEof = atEnd;
+  methods.xColumn = column;
+  methods.xRowid = rowNumber;
+  return methods;
+}();
+
+}  // namespace
+
+KnownTable& registerTable(sqlite3* connection, const TableUse& use, FunctionContext& session) {
+  const std::string name = "t" + std::to_string(use.number);
+  auto* known = new KnownTable{use, &session};
+  // SQLite releases the table also when it refuses it.
+  const int status =
+      sqlite3_create_module_v2(connection, name.c_str(), &kModule, known,
+                               [](void* data) { delete static_cast<KnownTable*>(data); });
+  if (status != SQLITE_OK) throw std::bad_alloc();
+  return *known;
+}
+
+}  // namespace jetsql

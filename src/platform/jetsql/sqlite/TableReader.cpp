@@ -1,0 +1,93 @@
+#include "platform/jetsql/sqlite/TableReader.h"
+
+#include <algorithm>
+
+namespace jetsql {
+namespace {
+
+using Test = Restriction::Test;
+
+/// Number of the plan that looks up rows by column 0; those of further columns are lower.
+constexpr int kFirstLookup = -2;
+
+/// A table of the rows pays once this many values have been looked up, or a share of the rows.
+constexpr std::uint32_t kFewLookups = 64;
+constexpr std::uint32_t kShareOfRows = 64;
+/// Without an index each value costs a scan.
+constexpr std::uint32_t kScansBefore = 1;
+
+}  // namespace
+
+PlanCode PlanCode::of(const IndexPlan& plan) {
+  PlanCode code{.number = plan.index, .tests = {}};
+  if (plan.index < 0 && !plan.taken.empty()) {
+    code.number = kFirstLookup - plan.taken.front().column;
+  }
+  for (const Restriction& each : plan.taken) code.tests += static_cast<char>(each.test);
+  return code;
+}
+
+TableReader::TableReader(const jet::Table& table, int planNumber, std::string_view tests)
+    : table_(table), index_(std::max(planNumber, -1)), tests_(tests), single_(table.reader()) {
+  if (planNumber <= kFirstLookup) equal_.push_back(kFirstLookup - planNumber);
+  if (index_ < 0 || tests_.find_first_not_of('=') != std::string::npos) return;
+  const auto& columns = table.indexes()[static_cast<std::size_t>(index_)].columns;
+  for (std::size_t i = 0; i < tests_.size(); ++i) equal_.push_back(columns[i].column);
+}
+
+void TableReader::start(const std::vector<runtime::Variant>& values) {
+  ++starts_;
+  row_ = nullptr;
+  cursor_.reset();
+  position_ = 0;
+  // Nothing equals null, or lies on a side of it.
+  for (std::size_t i = 0; i < tests_.size(); ++i) {
+    if (values[i].isNull() && tests_[i] != static_cast<char>(Test::IsNull)) return;
+  }
+  if (!lookup_ && wantsLookup()) lookup_.emplace(table_, equal_);
+  if (lookup_) {
+    position_ = lookup_->first(values);
+  } else {
+    cursor_ = index_ < 0 ? table_.scan() : table_.walk(index_, rangeOf(values));
+  }
+  next();
+}
+
+bool TableReader::wantsLookup() const {
+  if (equal_.empty()) return false;
+  if (index_ < 0) return starts_ > kScansBefore;
+  return starts_ > std::max(kFewLookups, table_.rowCount() / kShareOfRows);
+}
+
+jet::IndexRange TableReader::rangeOf(const std::vector<runtime::Variant>& values) const {
+  jet::IndexRange range;
+  for (std::size_t i = 0; i < tests_.size(); ++i) {
+    switch (static_cast<Test>(tests_[i])) {
+      case Test::Equal:
+        range.equal.push_back(values[i]);
+        break;
+      case Test::IsNull:
+        range.equal.emplace_back();
+        break;
+      case Test::Lower:
+        range.lower = values[i];
+        break;
+      case Test::Upper:
+        range.upper = values[i];
+        break;
+    }
+  }
+  range.notNull = range.lower || range.upper;
+  return range;
+}
+
+void TableReader::next() {
+  row_ = nullptr;
+  if (cursor_ && cursor_->next()) row_ = &cursor_->row();
+  while (position_ != 0 && row_ == nullptr) {
+    if (single_.find(lookup_->row(position_))) row_ = &single_.row();
+    position_ = lookup_->next(position_);
+  }
+}
+
+}  // namespace jetsql

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/jet/engine/Table.h"
+#include "platform/jetsql/sqlite/IndexPlan.h"
+#include "platform/jetsql/sqlite/RowLookup.h"
+
+namespace jetsql {
+
+/// A plan as SQLite keeps it.
+struct PlanCode {
+  int number = 0;     ///< the index; -1 for a scan, lower for a lookup by a column
+  std::string tests;  ///< the test of each value, in the order of the index's columns
+
+  static PlanCode of(const IndexPlan& plan);
+};
+
+/// Reads a table along a plan, again and again with other values. A value that is looked up often
+/// is no longer sought in the file but in a table of all rows by that value. Rows that don't meet
+/// the plan's restrictions may come as well.
+class TableReader {
+ public:
+  TableReader(const jet::Table& table, int planNumber, std::string_view tests);
+
+  /// Begins anew, at the first row for these values, one for each test.
+  void start(const std::vector<runtime::Variant>& values);
+  void next();
+  bool atEnd() const { return row_ == nullptr; }
+  const jet::Row& row() const { return *row_; }
+
+ private:
+  bool wantsLookup() const;
+  jet::IndexRange rangeOf(const std::vector<runtime::Variant>& values) const;
+
+  const jet::Table& table_;
+  int index_;  ///< -1 without one
+  std::string tests_;
+  std::vector<int> equal_;  ///< columns whose values are sought, where that is all
+  std::uint32_t starts_ = 0;
+  std::unique_ptr<jet::Cursor> cursor_;
+  jet::RowReader single_;
+  std::optional<RowLookup> lookup_;
+  std::uint32_t position_ = 0;  ///< in the lookup
+  const jet::Row* row_ = nullptr;
+};
+
+}  // namespace jetsql

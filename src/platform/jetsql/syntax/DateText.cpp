@@ -1,0 +1,240 @@
+#include "platform/jetsql/syntax/DateText.h"
+
+#include <cmath>
+#include <vector>
+
+#include "platform/jetsql/syntax/StatementError.h"
+#include "platform/jetsql/syntax/Token.h"
+
+namespace jetsql {
+namespace {
+
+constexpr std::int64_t kSecondsADay = 86400;
+constexpr std::int64_t kFirstDay = -657434;  ///< 0100-01-01
+constexpr std::int64_t kLastDay = 2958465;   ///< 9999-12-31
+/// Days from 0000-03-01 to 1899-12-30.
+constexpr std::int64_t kEpoch = 693899;
+
+/// Days since 1899-12-30 by the Gregorian calendar; the month from 1 to 12.
+std::int64_t daysFromDate(std::int64_t year, int month, std::int64_t day) {
+  const std::int64_t shifted = month > 2 ? year : year - 1;
+  const std::int64_t era = (shifted >= 0 ? shifted : shifted - 399) / 400;
+  const std::int64_t yearOfEra = shifted - era * 400;
+  const std::int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5;
+  const std::int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
+  return era * 146097 + dayOfEra + day - 1 - kEpoch;
+}
+
+void setDate(std::int64_t days, CivilTime& time) {
+  const std::int64_t shifted = days + kEpoch;
+  const std::int64_t era = (shifted >= 0 ? shifted : shifted - 146096) / 146097;
+  const std::int64_t dayOfEra = shifted - era * 146097;
+  const std::int64_t yearOfEra =
+      (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
+  const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+  const std::int64_t shiftedMonth = (5 * dayOfYear + 2) / 153;
+  time.day = static_cast<int>(dayOfYear - (153 * shiftedMonth + 2) / 5 + 1);
+  time.month = static_cast<int>(shiftedMonth < 10 ? shiftedMonth + 3 : shiftedMonth - 9);
+  time.year = static_cast<int>(yearOfEra + era * 400 + (time.month <= 2 ? 1 : 0));
+}
+
+/// A two-digit year lies between 1930 and 2029.
+int fullYear(int year, std::size_t digits) {
+  if (digits > 2) return year;
+  return year < 30 ? 2000 + year : 1900 + year;
+}
+
+/// A word of a date: digits, letters, or one other character. Blanks separate.
+struct Word {
+  enum class Kind { Number, Letters, Mark } kind;
+  std::u16string text;
+  int number = 0;
+};
+
+std::optional<std::vector<Word>> words(std::u16string_view text) {
+  std::vector<Word> all;
+  for (std::size_t i = 0; i < text.size();) {
+    const char16_t c = text[i];
+    Word word{Word::Kind::Mark, {}, 0};
+    if (c >= u'0' && c <= u'9') {
+      word.kind = Word::Kind::Number;
+      for (; i < text.size() && text[i] >= u'0' && text[i] <= u'9'; ++i) {
+        if (word.text.size() == 4) return std::nullopt;
+        word.text += text[i];
+        word.number = word.number * 10 + (text[i] - u'0');
+      }
+    } else if ((c | 0x20) >= u'a' && (c | 0x20) <= u'z') {
+      word.kind = Word::Kind::Letters;
+      for (; i < text.size() && (text[i] | 0x20) >= u'a' && (text[i] | 0x20) <= u'z'; ++i) {
+        word.text += static_cast<char16_t>(text[i] | 0x20);
+      }
+    } else {
+      word.text = c;
+      ++i;
+      if (c == u' ' || c == u'\t') continue;
+    }
+    all.push_back(std::move(word));
+    if (all.size() > 12) return std::nullopt;
+  }
+  return all;
+}
+
+class DateParser {
+ public:
+  explicit DateParser(std::vector<Word> words) : words_(std::move(words)) {}
+
+  std::optional<double> parse() {
+    const bool hasDay = !isMark(1, u":") && !isLetters(1);
+    if (hasDay && !parseDay()) return std::nullopt;
+    if (place_ < words_.size() && !parseTime()) return std::nullopt;
+    if (place_ != words_.size() || words_.empty()) return std::nullopt;
+    return daysFromCivil(time_);
+  }
+
+ private:
+  bool isMark(std::size_t place, std::u16string_view mark) const {
+    return place < words_.size() && words_[place].kind == Word::Kind::Mark &&
+           words_[place].text == mark;
+  }
+  bool isLetters(std::size_t place) const {
+    return place < words_.size() && words_[place].kind == Word::Kind::Letters;
+  }
+  const Word* number(std::size_t place) const {
+    if (place >= words_.size() || words_[place].kind != Word::Kind::Number) return nullptr;
+    return &words_[place];
+  }
+
+  bool parseDay() {
+    const Word* first = number(0);
+    const Word* second = number(2);
+    const Word* third = number(4);
+    const bool slashed =
+        (isMark(1, u"/") && isMark(3, u"/")) || (isMark(1, u"-") && isMark(3, u"-"));
+    if (first == nullptr || second == nullptr || third == nullptr || !slashed) return false;
+    place_ = 5;
+    if (first->text.size() > 2) return setDay(first->number, second->number, third->number);
+    const int year = fullYear(third->number, third->text.size());
+    // The month comes first unless it can't be one.
+    return setDay(year, first->number, second->number) ||
+           setDay(year, second->number, first->number);
+  }
+
+  bool setDay(int year, int month, int day) {
+    if (year < 100 || year > 9999 || month < 1 || month > 12 || day < 1) return false;
+    CivilTime back;
+    setDate(daysFromDate(year, month, day), back);
+    if (back.month != month) return false;
+    time_.year = year;
+    time_.month = month;
+    time_.day = day;
+    return true;
+  }
+
+  bool parseTime() {
+    const Word* hour = number(place_);
+    if (hour == nullptr) return false;
+    time_.hour = hour->number;
+    ++place_;
+    const bool hasMinute = part(time_.minute);
+    if (hasMinute) part(time_.second);
+    if (!isLetters(place_)) return hasMinute && time_.hour < 24;
+    const std::u16string& half = words_[place_++].text;
+    if ((half != u"am" && half != u"pm") || time_.hour < 1 || time_.hour > 12) return false;
+    time_.hour = time_.hour % 12 + (half == u"pm" ? 12 : 0);
+    return true;
+  }
+
+  bool part(int& value) {
+    const Word* digits = number(place_ + 1);
+    if (!isMark(place_, u":") || digits == nullptr || digits->number > 59) return false;
+    value = digits->number;
+    place_ += 2;
+    return true;
+  }
+
+  std::vector<Word> words_;
+  std::size_t place_ = 0;
+  CivilTime time_;
+};
+
+void appendTwo(std::u16string& text, int number) {
+  text += static_cast<char16_t>(u'0' + number / 10 % 10);
+  text += static_cast<char16_t>(u'0' + number % 10);
+}
+
+void appendNumber(std::u16string& text, int number) {
+  for (const char c : std::to_string(number)) text += static_cast<char16_t>(c);
+}
+
+}  // namespace
+
+double daysFromCivil(const CivilTime& time) {
+  const std::int64_t months = std::int64_t{time.year} * 12 + time.month - 1;
+  const std::int64_t year = months >= 0 ? months / 12 : (months - 11) / 12;
+  std::int64_t days = daysFromDate(year, static_cast<int>(months - year * 12) + 1, time.day);
+  std::int64_t seconds =
+      std::int64_t{time.hour} * 3600 + std::int64_t{time.minute} * 60 + time.second;
+  days += seconds / kSecondsADay;
+  seconds %= kSecondsADay;
+  if (seconds < 0) {
+    seconds += kSecondsADay;
+    --days;
+  }
+  const double fraction = static_cast<double>(seconds) / static_cast<double>(kSecondsADay);
+  const double whole = static_cast<double>(days);
+  return days < 0 ? whole - fraction : whole + fraction;
+}
+
+CivilTime civilFromDays(double days) {
+  if (!(days > static_cast<double>(kFirstDay - 1)) || !(days < static_cast<double>(kLastDay + 1))) {
+    throw error::overflow();
+  }
+  auto whole = static_cast<std::int64_t>(days);
+  const double fraction = std::fabs(days - static_cast<double>(whole));
+  std::int64_t seconds = std::llround(fraction * static_cast<double>(kSecondsADay));
+  if (seconds == kSecondsADay) {
+    seconds = 0;
+    ++whole;
+  }
+  CivilTime time;
+  setDate(whole, time);
+  time.hour = static_cast<int>(seconds / 3600);
+  time.minute = static_cast<int>(seconds / 60 % 60);
+  time.second = static_cast<int>(seconds % 60);
+  return time;
+}
+
+int weekday(double days) {
+  const auto whole = static_cast<std::int64_t>(days);
+  return static_cast<int>(((whole + 6) % 7 + 7) % 7) + 1;
+}
+
+std::optional<double> parseDate(std::u16string_view text) {
+  auto all = words(text);
+  if (!all) return std::nullopt;
+  return DateParser(std::move(*all)).parse();
+}
+
+std::u16string dateText(double days) {
+  const CivilTime time = civilFromDays(days);
+  std::u16string text;
+  const bool hasTime = time.hour != 0 || time.minute != 0 || time.second != 0;
+  if (std::trunc(days) != 0 || !hasTime) {
+    appendNumber(text, time.month);
+    text += u'/';
+    appendNumber(text, time.day);
+    text += u'/';
+    appendNumber(text, time.year);
+  }
+  if (!hasTime) return text;
+  if (!text.empty()) text += u' ';
+  appendNumber(text, time.hour % 12 == 0 ? 12 : time.hour % 12);
+  text += u':';
+  appendTwo(text, time.minute);
+  text += u':';
+  appendTwo(text, time.second);
+  text += time.hour < 12 ? u" AM" : u" PM";
+  return text;
+}
+
+}  // namespace jetsql

@@ -1,0 +1,327 @@
+#include "platform/jetsql/syntax/ExpressionParser.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "platform/jetsql/syntax/DepthGuard.h"
+#include "platform/jetsql/syntax/QueryParser.h"
+
+namespace jetsql {
+namespace {
+
+using Kind = ExpressionKind;
+
+struct WordOperator {
+  std::u16string_view word;
+  Operator op;
+};
+/// The operators between truth values, the loosest first.
+constexpr std::array<WordOperator, 5> kLogical{{{u"IMP", Operator::Imp},
+                                                {u"EQV", Operator::Eqv},
+                                                {u"XOR", Operator::Xor},
+                                                {u"OR", Operator::Or},
+                                                {u"AND", Operator::And}}};
+
+constexpr std::array<WordOperator, 6> kComparisons{{{u"=", Operator::Equal},
+                                                    {u"<>", Operator::NotEqual},
+                                                    {u"<", Operator::Less},
+                                                    {u"<=", Operator::LessOrEqual},
+                                                    {u">", Operator::Greater},
+                                                    {u">=", Operator::GreaterOrEqual}}};
+
+struct LevelOperator {
+  std::u16string_view symbol;
+  int level;
+  Operator op;
+};
+/// Calculating operators, the loosest level first; `Mod` stands alone in level 1.
+constexpr std::array<LevelOperator, 5> kArithmetic{{{u"+", 0, Operator::Add},
+                                                    {u"-", 0, Operator::Subtract},
+                                                    {u"\\", 2, Operator::IntegerDivide},
+                                                    {u"*", 3, Operator::Multiply},
+                                                    {u"/", 3, Operator::Divide}}};
+constexpr int kModuloLevel = 1;
+constexpr int kSignLevel = 4;
+
+/// Words that stand for values.
+struct WordValue {
+  std::u16string_view word;
+  int value;
+};
+constexpr std::array<WordValue, 6> kTruthWords{
+    {{u"TRUE", -1}, {u"YES", -1}, {u"ON", -1}, {u"FALSE", 0}, {u"NO", 0}, {u"OFF", 0}}};
+
+void add(ParsedExpression& parent, ParsedExpression argument) {
+  parent.height = std::max(parent.height, argument.height + 1);
+  if (parent.height > kTallestExpression) throw error::tooComplex();
+  parent.arguments.push_back(std::move(argument));
+}
+
+ParsedExpression node(Kind kind) {
+  ParsedExpression made;
+  made.kind = kind;
+  return made;
+}
+
+ParsedExpression test(Kind kind, bool negated, ParsedExpression operand) {
+  ParsedExpression made = node(kind);
+  made.negated = negated;
+  add(made, std::move(operand));
+  return made;
+}
+
+}  // namespace
+
+ParsedExpression unary(Operator op, ParsedExpression operand) {
+  ParsedExpression made = node(Kind::Unary);
+  made.op = op;
+  add(made, std::move(operand));
+  return made;
+}
+
+ParsedExpression binary(Operator op, ParsedExpression left, ParsedExpression right) {
+  ParsedExpression made = node(Kind::Binary);
+  made.op = op;
+  add(made, std::move(left));
+  add(made, std::move(right));
+  return made;
+}
+
+ParsedExpression parseExpression(std::u16string_view text) {
+  TokenStream words(text);
+  ParsedExpression read = ExpressionParser(words).read();
+  if (!words.atEnd()) words.failExpression(0);
+  return read;
+}
+
+ParsedExpression ExpressionParser::logical(std::size_t level) {
+  if (level == kLogical.size()) return negation();
+  ParsedExpression left = logical(level + 1);
+  while (words_.acceptWord(kLogical[level].word))
+    left = binary(kLogical[level].op, std::move(left), logical(level + 1));
+  return left;
+}
+
+ParsedExpression ExpressionParser::negation() {
+  const DepthGuard nesting(words_.depth(), kDeepestNesting);
+  return words_.acceptWord(u"NOT") ? unary(Operator::Not, negation()) : comparison();
+}
+
+ParsedExpression ExpressionParser::comparison() {
+  ParsedExpression left = concatenation();
+  while (compare(left)) {
+  }
+  return left;
+}
+
+/// Makes `left` the first operand of the test that follows; false where none does.
+bool ExpressionParser::compare(ParsedExpression& left) {
+  for (const WordOperator& each : kComparisons) {
+    if (!words_.accept(each.word)) continue;
+    const Token& next = words_.here();
+    const bool isQuantified = next.isWord(u"ALL") || next.isWord(u"ANY") || next.isWord(u"SOME");
+    left = isQuantified ? quantified(std::move(left), each.op)
+                        : binary(each.op, std::move(left), concatenation());
+    return true;
+  }
+  if (words_.acceptWord(u"IS")) {
+    const bool negated = words_.acceptWord(u"NOT");
+    if (!words_.acceptWord(u"NULL")) words_.failExpression(clause_);
+    left = test(Kind::IsNull, negated, std::move(left));
+    return true;
+  }
+  const bool negated = words_.here().isWord(u"NOT");
+  const Token& word = words_.ahead(negated ? 1 : 0);
+  const bool isLike = word.isWord(u"LIKE");
+  const bool isBetween = word.isWord(u"BETWEEN");
+  const bool isIn = word.isWord(u"IN");
+  if (!isLike && !isBetween && !isIn && !word.isWord(u"ALIKE")) return false;
+  words_.advance(negated ? 2 : 1);
+  if (isIn) {
+    left = inOperand(std::move(left), negated);
+    return true;
+  }
+  left = test(isBetween ? Kind::Between : (isLike ? Kind::Like : Kind::Alike), negated,
+              std::move(left));
+  add(left, concatenation());
+  if (!isBetween) return true;
+  if (!words_.acceptWord(u"AND")) words_.failExpression(clause_);
+  add(left, concatenation());
+  return true;
+}
+
+ParsedExpression ExpressionParser::inOperand(ParsedExpression left, bool negated) {
+  if (words_.here().is(u"(") && words_.ahead(1).isWord(u"SELECT")) {
+    ParsedExpression made = test(Kind::InQuery, negated, std::move(left));
+    readQuery(made);
+    return made;
+  }
+  ParsedExpression made = test(Kind::InList, negated, std::move(left));
+  if (!words_.accept(u"(")) words_.failExpression(clause_);
+  do {
+    add(made, read());
+  } while (words_.accept(u","));
+  words_.expectClosing(clause_);
+  return made;
+}
+
+ParsedExpression ExpressionParser::quantified(ParsedExpression left, Operator op) {
+  ParsedExpression made = test(Kind::Quantified, false, std::move(left));
+  made.op = op;
+  made.every = words_.here().isWord(u"ALL");
+  words_.advance();
+  readQuery(made);
+  return made;
+}
+
+ParsedExpression ExpressionParser::concatenation() {
+  ParsedExpression left = arithmetic(0);
+  while (words_.accept(u"&")) left = binary(Operator::Concatenate, std::move(left), arithmetic(0));
+  return left;
+}
+
+ParsedExpression ExpressionParser::arithmetic(int level) {
+  if (level == kSignLevel) return sign();
+  ParsedExpression left = arithmetic(level + 1);
+  for (;;) {
+    const auto found = std::ranges::find_if(kArithmetic, [&](const LevelOperator& each) {
+      return each.level == level && words_.here().is(each.symbol);
+    });
+    Operator op = Operator::None;
+    if (found != kArithmetic.end()) op = found->op;
+    if (level == kModuloLevel && words_.here().isWord(u"MOD")) op = Operator::Modulo;
+    if (op == Operator::None) return left;
+    words_.advance();
+    left = binary(op, std::move(left), arithmetic(level + 1));
+  }
+}
+
+ParsedExpression ExpressionParser::sign() {
+  const DepthGuard nesting(words_.depth(), kDeepestNesting);
+  if (words_.accept(u"+")) return sign();
+  if (!words_.accept(u"-")) return power();
+  ParsedExpression operand = sign();
+  if (operand.kind != Kind::Whole && operand.kind != Kind::Number) {
+    return unary(Operator::Negate, std::move(operand));
+  }
+  operand.number = -operand.number;
+  return operand;
+}
+
+ParsedExpression ExpressionParser::power() {
+  ParsedExpression left = primary();
+  while (words_.accept(u"^")) {
+    // The exponent may bear a sign of its own.
+    const bool isSigned = words_.here().is(u"-") || words_.here().is(u"+");
+    left = binary(Operator::Power, std::move(left), isSigned ? sign() : primary());
+  }
+  return left;
+}
+
+ParsedExpression ExpressionParser::literal(Kind kind, double number) {
+  ParsedExpression made = node(kind);
+  made.number = number;
+  words_.advance();
+  return made;
+}
+
+ParsedExpression ExpressionParser::primary() {
+  const Token& token = words_.here();
+  switch (token.kind) {
+    case Token::Kind::Whole:
+      return literal(token.number <= 2147483647.0 ? Kind::Whole : Kind::Number, token.number);
+    case Token::Kind::Decimal:
+      return literal(Kind::Number, token.number);
+    case Token::Kind::Date:
+      return literal(Kind::Date, token.number);
+    case Token::Kind::Text: {
+      ParsedExpression made = node(Kind::Text);
+      made.text = token.text;
+      words_.advance();
+      return made;
+    }
+    case Token::Kind::QuotedName:
+    case Token::Kind::Name:
+      return namePrimary();
+    default:
+      break;
+  }
+  if (token.is(u"(") && words_.ahead(1).isWord(u"SELECT")) {
+    ParsedExpression made = node(Kind::Scalar);
+    readQuery(made);
+    return made;
+  }
+  if (!words_.accept(u"(")) words_.failExpression(clause_);
+  ParsedExpression inner = read();
+  words_.expectClosing(clause_);
+  return inner;
+}
+
+ParsedExpression ExpressionParser::namePrimary() {
+  const Token& token = words_.here();
+  const Token& next = words_.ahead(1);
+  if (token.kind == Token::Kind::Name && !next.is(u".") && !next.is(u"!")) {
+    if (words_.acceptWord(u"NULL")) return node(Kind::Null);
+    if (token.isWord(u"EXISTS") && next.is(u"(")) {
+      words_.advance();
+      ParsedExpression made = node(Kind::Exists);
+      readQuery(made);
+      return made;
+    }
+    for (const WordValue& each : kTruthWords) {
+      if (token.isWord(each.word) && !next.is(u"(")) return literal(Kind::Boolean, each.value);
+    }
+    // Some words of clauses are functions where a bracket follows.
+    const bool isFunction = token.isWord(u"LEFT") || token.isWord(u"RIGHT") || token.isWord(u"ASC");
+    if (next.is(u"(") && (isFunction || words_.isName())) {
+      std::u16string function = token.text;
+      words_.advance();
+      return call(std::move(function));
+    }
+  }
+  if (!words_.isName()) words_.failExpression(clause_);
+  return column();
+}
+
+ParsedExpression ExpressionParser::call(std::u16string name) {
+  words_.advance();
+  if (sameWord(name, u"COUNT") && words_.here().is(u"*") && words_.ahead(1).is(u")")) {
+    words_.advance(2);
+    return node(Kind::CountRows);
+  }
+  ParsedExpression made = node(Kind::Call);
+  made.text = std::move(name);
+  if (words_.accept(u")")) return made;
+  do {
+    add(made, read());
+  } while (words_.accept(u","));
+  words_.expectClosing(clause_);
+  return made;
+}
+
+ParsedExpression ExpressionParser::column() {
+  ParsedExpression made = node(Kind::Column);
+  made.path.push_back(words_.here().text);
+  words_.advance();
+  while (words_.accept(u".") || words_.accept(u"!")) {
+    const Token& part = words_.here();
+    if (part.kind != Token::Kind::Name && part.kind != Token::Kind::QuotedName) {
+      words_.failExpression(clause_);
+    }
+    made.path.push_back(part.text);
+    words_.advance();
+  }
+  return made;
+}
+
+/// Reads the query in parentheses that belongs to an expression.
+void ExpressionParser::readQuery(ParsedExpression& owner) {
+  if (!words_.accept(u"(")) words_.failExpression(clause_);
+  owner.query = std::make_shared<const ParsedQuery>(QueryParser(words_).read());
+  owner.height = std::max(owner.height, owner.query->height + 1);
+  if (owner.height > kTallestExpression) throw error::tooComplex();
+  words_.expectClosing(clause_);
+}
+
+}  // namespace jetsql

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/jetsql/syntax/ParsedExpression.h"
+#include "platform/jetsql/syntax/TokenStream.h"
+
+namespace jetsql {
+
+/// Tallest tree of an expression, with the queries inside: a chain of `And`s grows one level a
+/// link.
+inline constexpr int kTallestExpression = 250;
+
+/// Reads one expression by the dialect's grammar.
+class ExpressionParser {
+ public:
+  /// The expression begins, and with it its clause, at the stream's position.
+  explicit ExpressionParser(TokenStream& words) : words_(words), clause_(words.position()) {}
+
+  /// Reads the expression and stops at the first word that can't belong to it. Raises the engine's
+  /// syntax error.
+  ParsedExpression read() { return logical(0); }
+
+ private:
+  // From the loosest operator to the tightest.
+  ParsedExpression logical(std::size_t level);
+  ParsedExpression negation();
+  ParsedExpression comparison();
+  bool compare(ParsedExpression& left);
+  ParsedExpression inOperand(ParsedExpression left, bool negated);
+  ParsedExpression quantified(ParsedExpression left, Operator op);
+  ParsedExpression concatenation();
+  ParsedExpression arithmetic(int level);
+  ParsedExpression sign();
+  ParsedExpression power();
+  ParsedExpression primary();
+  ParsedExpression namePrimary();
+  ParsedExpression call(std::u16string name);
+  ParsedExpression column();
+  void readQuery(ParsedExpression& owner);
+  ParsedExpression literal(ExpressionKind kind, double number);
+
+  TokenStream& words_;
+  std::size_t clause_;
+};
+
+/// An operand under an operator, or two. Raises the error for a tree that grows too tall.
+ParsedExpression unary(Operator op, ParsedExpression operand);
+ParsedExpression binary(Operator op, ParsedExpression left, ParsedExpression right);
+
+/// A text that is one expression and nothing else.
+ParsedExpression parseExpression(std::u16string_view text);
+
+}  // namespace jetsql

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/jetsql/syntax/Operator.h"
+
+namespace jetsql {
+
+struct ParsedQuery;
+
+/// One node of an expression as it was written.
+struct ParsedExpression {
+  ExpressionKind kind = ExpressionKind::Null;
+  Operator op = Operator::None;
+  bool negated = false;  ///< Is Not Null, Not Like, Not Between, Not In
+  bool every = false;
+  double number = 0;
+  std::u16string text;               ///< a text, or a function's name
+  std::vector<std::u16string> path;  ///< of a column
+  std::vector<ParsedExpression> arguments;
+  std::shared_ptr<const ParsedQuery> query;
+  int height = 1;  ///< levels of nodes below and with this one, those of its query included
+};
+
+/// The parts of a column's path with dots between.
+std::u16string pathText(const std::vector<std::u16string>& path);
+
+}  // namespace jetsql

@@ -1,0 +1,199 @@
+#include "platform/jetsql/syntax/Token.h"
+
+#include <charconv>
+#include <optional>
+
+#include "platform/jetsql/syntax/DateText.h"
+#include "platform/jetsql/syntax/StatementError.h"
+
+namespace jetsql {
+namespace {
+
+constexpr bool isDigit(char16_t c) {
+  return c >= u'0' && c <= u'9';
+}
+
+constexpr bool beginsName(char16_t c) {
+  return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || c == u'_' || c >= 0x80;
+}
+
+constexpr bool continuesName(char16_t c) {
+  return beginsName(c) || isDigit(c) || c == u'$';
+}
+
+constexpr char16_t lower(char16_t c) {
+  return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c - u'A' + u'a') : c;
+}
+
+/// The value of a digit in base 16 or 8; absent for anything else.
+std::optional<int> digitValue(char16_t c, int base) {
+  int value = -1;
+  if (isDigit(c)) value = c - u'0';
+  if (lower(c) >= u'a' && lower(c) <= u'f') value = lower(c) - u'a' + 10;
+  if (value < 0 || value >= base) return std::nullopt;
+  return value;
+}
+
+class Lexer {
+ public:
+  explicit Lexer(std::u16string_view statement) : text_(statement) {}
+
+  std::vector<Token> run() {
+    std::vector<Token> tokens;
+    for (;;) {
+      while (isBlank(at(place_))) ++place_;
+      Token token;
+      token.begin = place_;
+      if (place_ < text_.size()) read(token);
+      token.end = place_;
+      tokens.push_back(token);
+      if (token.kind == Token::Kind::End) return tokens;
+      if (token.isBroken()) place_ = text_.size();
+    }
+  }
+
+ private:
+  static bool isBlank(char16_t c) { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n'; }
+  char16_t at(std::size_t place) const { return place < text_.size() ? text_[place] : u'\0'; }
+
+  void read(Token& token) {
+    const char16_t c = at(place_);
+    if (c == u'"' || c == u'\'') return readText(token, c);
+    if (c == u'[') return readQuotedName(token, u']');
+    if (c == u'`') return readQuotedName(token, u'`');
+    if (c == u'#') return readDate(token);
+    if (isDigit(c) || (c == u'.' && isDigit(at(place_ + 1)))) return readNumber(token);
+    if (c == u'&' && readBasedNumber(token)) return;
+    if (beginsName(c)) return readName(token);
+    readSymbol(token);
+  }
+
+  void readText(Token& token, char16_t quote) {
+    token.kind = Token::Kind::BrokenText;
+    for (++place_; place_ < text_.size(); ++place_) {
+      if (text_[place_] == quote) {
+        if (at(place_ + 1) != quote) {
+          token.kind = Token::Kind::Text;
+          ++place_;
+          return;
+        }
+        ++place_;
+      }
+      token.text += text_[place_];
+    }
+  }
+
+  void readQuotedName(Token& token, char16_t closing) {
+    const std::size_t close = text_.find(closing, place_ + 1);
+    if (close == std::u16string_view::npos) {
+      token.kind = Token::Kind::BrokenName;
+      token.text = text_.substr(place_);
+      place_ = text_.size();
+      return;
+    }
+    token.kind = Token::Kind::QuotedName;
+    token.text = text_.substr(place_ + 1, close - place_ - 1);
+    place_ = close + 1;
+  }
+
+  void readDate(Token& token) {
+    const std::size_t close = text_.find(u'#', place_ + 1);
+    token.kind = Token::Kind::BrokenDate;
+    if (close == std::u16string_view::npos) {
+      place_ = text_.size();
+      return;
+    }
+    if (const auto days = parseDate(text_.substr(place_ + 1, close - place_ - 1))) {
+      token.kind = Token::Kind::Date;
+      token.number = *days;
+    }
+    place_ = close + 1;
+  }
+
+  void readNumber(Token& token) {
+    const std::size_t begin = place_;
+    token.kind = Token::Kind::Whole;
+    while (isDigit(at(place_))) ++place_;
+    if (at(place_) == u'.') {
+      token.kind = Token::Kind::Decimal;
+      ++place_;
+      while (isDigit(at(place_))) ++place_;
+    }
+    if (lower(at(place_)) == u'e') {
+      const bool hasSign = at(place_ + 1) == u'+' || at(place_ + 1) == u'-';
+      const std::size_t digits = place_ + (hasSign ? 2 : 1);
+      if (isDigit(at(digits))) {
+        token.kind = Token::Kind::Decimal;
+        for (place_ = digits; isDigit(at(place_));) ++place_;
+      }
+    }
+    std::string narrow;
+    for (const char16_t c : text_.substr(begin, place_ - begin)) {
+      narrow += static_cast<char>(c);
+    }
+    const auto read = std::from_chars(narrow.data(), narrow.data() + narrow.size(), token.number);
+    if (read.ec == std::errc::result_out_of_range) {
+      // A number too small to be told from zero comes here as well.
+      if (narrow.find('-') == std::string::npos) throw error::overflow();
+      token.number = 0;
+    }
+  }
+
+  /// "&H1F" and "&O17"; false when the ampersand joins texts.
+  bool readBasedNumber(Token& token) {
+    const char16_t letter = lower(at(place_ + 1));
+    const int base = letter == u'h' ? 16 : 8;
+    if (letter != u'h' && letter != u'o') return false;
+    std::size_t end = place_ + 2;
+    double value = 0;
+    while (const auto digit = digitValue(at(end), base)) {
+      value = value * base + *digit;
+      ++end;
+    }
+    if (end == place_ + 2 || continuesName(at(end))) return false;
+    // As wide as a long or narrower, the top bit being the sign.
+    if (value > 4294967295.0) throw error::overflow();
+    if (base == 16 && end - place_ - 2 <= 4 && value > 32767) value -= 65536;
+    if (value > 2147483647.0) value -= 4294967296.0;
+    token.kind = Token::Kind::Whole;
+    token.number = value;
+    place_ = end;
+    return true;
+  }
+
+  void readName(Token& token) {
+    token.kind = Token::Kind::Name;
+    while (continuesName(at(place_))) token.text += text_[place_++];
+  }
+
+  void readSymbol(Token& token) {
+    token.kind = Token::Kind::Symbol;
+    const std::u16string_view two = text_.substr(place_, 2);
+    const bool isPair = two == u"<>" || two == u"<=" || two == u">=";
+    token.text = isPair ? two : text_.substr(place_, 1);
+    place_ += token.text.size();
+  }
+
+  std::u16string_view text_;
+  std::size_t place_ = 0;
+};
+
+}  // namespace
+
+bool Token::isWord(std::u16string_view keyword) const {
+  return kind == Kind::Name && sameWord(text, keyword);
+}
+
+std::vector<Token> tokenize(std::u16string_view statement) {
+  return Lexer(statement).run();
+}
+
+bool sameWord(std::u16string_view a, std::u16string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (lower(a[i]) != lower(b[i])) return false;
+  }
+  return true;
+}
+
+}  // namespace jetsql

@@ -1,0 +1,120 @@
+#include "platform/jetsql/syntax/TokenStream.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+
+#include "platform/jetsql/syntax/StatementError.h"
+
+namespace jetsql {
+namespace {
+
+/// Words that are never a name unless they stand in brackets.
+constexpr std::array<std::u16string_view, 33> kReserved{
+    u"ALIKE",  u"ALL",      u"AND",         u"AS",    u"ASC",    u"BETWEEN", u"BY",
+    u"DESC",   u"DISTINCT", u"DISTINCTROW", u"EQV",   u"EXISTS", u"FROM",    u"GROUP",
+    u"HAVING", u"IMP",      u"IN",          u"INNER", u"IS",     u"JOIN",    u"LEFT",
+    u"LIKE",   u"MOD",      u"NOT",         u"NULL",  u"ON",     u"OR",      u"ORDER",
+    u"RIGHT",  u"SELECT",   u"UNION",       u"WHERE", u"XOR"};
+
+/// Words that end the expression of a clause.
+constexpr std::array<std::u16string_view, 12> kClauseWords{u"FROM",  u"WHERE", u"GROUP", u"HAVING",
+                                                           u"ORDER", u"UNION", u"INNER", u"ON",
+                                                           u"AS",    u"INTO",  u"WITH",  u"PIVOT"};
+
+bool isOneOf(const Token& token, std::span<const std::u16string_view> words) {
+  return std::ranges::any_of(words, [&](std::u16string_view word) { return token.isWord(word); });
+}
+
+}  // namespace
+
+TokenStream::TokenStream(std::u16string_view text) : text_(text) {
+  if (text.size() > kLongestStatement) throw error::tooComplex();
+  tokens_ = tokenize(text);
+}
+
+const Token& TokenStream::ahead(std::size_t count) const {
+  return tokens_[std::min(position_ + count, tokens_.size() - 1)];
+}
+
+void TokenStream::advance(std::size_t count) {
+  position_ = std::min(position_ + count, tokens_.size() - 1);
+}
+
+bool TokenStream::accept(std::u16string_view symbol) {
+  if (!here().is(symbol)) return false;
+  advance();
+  return true;
+}
+
+bool TokenStream::acceptWord(std::u16string_view keyword) {
+  if (!here().isWord(keyword)) return false;
+  advance();
+  return true;
+}
+
+bool TokenStream::isName() const {
+  if (here().kind == Token::Kind::QuotedName) return true;
+  return here().kind == Token::Kind::Name && !isOneOf(here(), kReserved);
+}
+
+std::u16string TokenStream::name(std::size_t clause) {
+  if (!isName()) failReserved(clause);
+  std::u16string text = here().text;
+  advance();
+  return text;
+}
+
+void TokenStream::expectClosing(std::size_t clause) {
+  if (accept(u")")) return;
+  failIfBroken(clause);
+  if (!atEnd()) failExpression(clause);
+  throw error::statement(u"Missing ), ], or Item in query expression '" +
+                         std::u16string(clauseText(clause)) + u"'.");
+}
+
+void TokenStream::failExpression(std::size_t clause) const {
+  failIfBroken(clause);
+  throw error::expressionSyntax(u" (missing operator)", clauseText(clause));
+}
+
+void TokenStream::failClause(std::size_t clause, std::u16string_view words) const {
+  failIfBroken(clause);
+  throw error::clauseSyntax(words);
+}
+
+void TokenStream::failReserved(std::size_t clause) const {
+  failIfBroken(clause);
+  throw error::statement(
+      u"The SELECT statement includes a reserved word or an argument name that is misspelled or "
+      u"missing, or the punctuation is incorrect.");
+}
+
+/// A word that is never closed makes nonsense of all before it, so it is reported first.
+void TokenStream::failIfBroken(std::size_t clause) const {
+  if (tokens_.size() < 2) return;
+  const Token& last = tokens_[tokens_.size() - 2];
+  const std::u16string_view rest = text_.substr(tokens_[clause].begin);
+  if (last.kind == Token::Kind::BrokenText) throw error::expressionSyntax(u" in string", rest);
+  if (last.kind == Token::Kind::BrokenDate) throw error::expressionSyntax(u" in date", rest);
+  if (last.kind == Token::Kind::BrokenName) {
+    throw error::statement(u"Invalid bracketing of name '" + last.text + u"'.");
+  }
+}
+
+/// The clause's expression as it stands in the statement.
+std::u16string_view TokenStream::clauseText(std::size_t clause) const {
+  std::size_t end = clause;
+  int depth = 0;
+  for (; tokens_[end].kind != Token::Kind::End; ++end) {
+    const Token& token = tokens_[end];
+    if (token.is(u"(")) ++depth;
+    if (token.is(u")") && depth > 0) --depth;
+    if (depth == 0 && end > clause && (token.is(u";") || isOneOf(token, kClauseWords))) break;
+  }
+  const std::size_t begin = tokens_[clause].begin;
+  const std::size_t last = end == clause ? begin : tokens_[end - 1].end;
+  return text_.substr(begin, last - begin);
+}
+
+}  // namespace jetsql

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/jetsql/syntax/Token.h"
+
+namespace jetsql {
+
+/// Longest statement, in 16-bit units.
+inline constexpr std::size_t kLongestStatement = 65536;
+/// Deepest nesting of expressions, parentheses, joins and queries.
+inline constexpr int kDeepestNesting = 100;
+
+/// The words of a statement, read one after the other, and the syntax errors that name its text. A
+/// clause is known by the position of its first token.
+class TokenStream {
+ public:
+  /// Raises the error for a statement that is too long. The text must outlive the stream.
+  explicit TokenStream(std::u16string_view text);
+
+  const Token& here() const { return tokens_[position_]; }
+  /// The token so many after this one; the last one past the end.
+  const Token& ahead(std::size_t count) const;
+  std::size_t position() const { return position_; }
+  bool atEnd() const { return here().kind == Token::Kind::End; }
+  void advance(std::size_t count = 1);
+  /// Goes past this symbol or keyword, where it is next; else returns false.
+  bool accept(std::u16string_view symbol);
+  bool acceptWord(std::u16string_view keyword);
+
+  /// True at a word that may be a name.
+  bool isName() const;
+  /// Goes past a name. Raises the syntax error at anything else.
+  std::u16string name(std::size_t clause);
+  /// Goes past a closing parenthesis. Raises the syntax error at anything else.
+  void expectClosing(std::size_t clause);
+
+  /// Levels of nesting that are being read.
+  int& depth() { return depth_; }
+
+  /// "Syntax error (missing operator) in query expression '<the clause's expression>'."
+  [[noreturn]] void failExpression(std::size_t clause) const;
+  /// "Syntax error in <words>."
+  [[noreturn]] void failClause(std::size_t clause, std::u16string_view words) const;
+  [[noreturn]] void failReserved(std::size_t clause) const;
+
+ private:
+  void failIfBroken(std::size_t clause) const;
+  std::u16string_view clauseText(std::size_t clause) const;
+
+  std::u16string_view text_;
+  std::vector<Token> tokens_;
+  std::size_t position_ = 0;
+  int depth_ = 0;
+};
+
+}  // namespace jetsql

@@ -1,0 +1,356 @@
+#include "platform/jetsql/writing/ExpressionWriter.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+#include "platform/jetsql/syntax/StatementError.h"
+#include "platform/jetsql/writing/CallWriter.h"
+#include "platform/jetsql/writing/QueryWriter.h"
+
+namespace jetsql {
+namespace {
+
+using Kind = ExpressionKind;
+
+constexpr std::size_t kMostArguments = 100;
+
+std::string_view symbol(Operator op) {
+  switch (op) {
+    case Operator::Or:
+      return " OR ";
+    case Operator::And:
+      return " AND ";
+    case Operator::Equal:
+      return " = ";
+    case Operator::NotEqual:
+      return " <> ";
+    case Operator::Less:
+      return " < ";
+    case Operator::LessOrEqual:
+      return " <= ";
+    case Operator::Greater:
+      return " > ";
+    case Operator::GreaterOrEqual:
+      return " >= ";
+    case Operator::Add:
+      return " + ";
+    case Operator::Subtract:
+      return " - ";
+    default:
+      return " * ";
+  }
+}
+
+/// True for expressions that SQLite's own truth values come from.
+bool isTruth(const BoundExpression& expression) {
+  switch (expression.kind) {
+    case Kind::IsNull:
+    case Kind::Like:
+    case Kind::Alike:
+    case Kind::Between:
+    case Kind::InList:
+    case Kind::InQuery:
+    case Kind::Exists:
+    case Kind::Quantified:
+      return true;
+    case Kind::Unary:
+    case Kind::Binary:
+      return isLogical(expression.op) || isComparison(expression.op);
+    case Kind::Call:
+      return expression.function->writing == Function::Writing::NullTest;
+    default:
+      return false;
+  }
+}
+
+/// True where SQLite's own operator does for `+`.
+bool addsNumbers(const BoundExpression& expression) {
+  return expression.type != Type::Any && !isTextual(expression.type);
+}
+
+std::string numberText(double number) {
+  std::array<char, 40> digits{};
+  if (std::trunc(number) == number && std::fabs(number) <= 2147483648.0) {
+    return std::to_string(static_cast<std::int64_t>(number));
+  }
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number,
+                                 std::chars_format::scientific);
+  return {digits.data(), end.ptr};
+}
+
+std::string inParentheses(bool negated, const std::string& condition) {
+  return (negated ? "(NOT " : "(") + condition + ")";
+}
+
+}  // namespace
+
+Comparing comparing(Type a, Type b) {
+  if (a == Type::Null || b == Type::Null) return Comparing::Null;
+  if (isNumeric(a) && isNumeric(b)) return Comparing::Plain;
+  if (isTextual(a) && isTextual(b)) return Comparing::Texts;
+  const bool hasGuid = a == Type::Guid || b == Type::Guid;
+  if (hasGuid && (isTextual(a) || isTextual(b))) return Comparing::GuidText;
+  if (a == b && (hasGuid || a == Type::Binary)) return Comparing::Plain;
+  const bool hasBytes = hasGuid || a == Type::Binary || b == Type::Binary;
+  if (hasBytes || (a != Type::Any && b != Type::Any)) throw error::typeMismatch();
+  // Where only the rows tell the types, numbers come before texts.
+  return Comparing::Texts;
+}
+
+std::string collated(std::string value, Type type) {
+  return isTextual(type) || type == Type::Any ? value + " COLLATE " + kCollation : value;
+}
+
+std::string ExpressionWriter::compared(const BoundExpression& expression) {
+  return collated(value(expression), expression.type);
+}
+
+std::string ExpressionWriter::sorted(const BoundExpression& expression) {
+  const bool isNumber = expression.kind >= Kind::Boolean && expression.kind <= Kind::Date;
+  return isNumber ? "(" + value(expression) + " + 0)" : compared(expression);
+}
+
+std::string ExpressionWriter::asText(const BoundExpression& expression) {
+  switch (expression.type) {
+    case Type::Date:
+      return writer_.call("jet_date_text", {value(expression)});
+    case Type::Single:
+      return writer_.call("jet_single_text", {value(expression)});
+    case Type::Guid:
+      return writer_.call("jet_guid_text", {value(expression)});
+    case Type::Binary:
+      throw error::typeMismatch();
+    default:
+      return value(expression);
+  }
+}
+
+std::string ExpressionWriter::asNumber(const BoundExpression& expression) {
+  if (isNumeric(expression.type)) return value(expression);
+  if (expression.type == Type::Guid || expression.type == Type::Binary) throw error::typeMismatch();
+  return writer_.call("jet_number", {value(expression)});
+}
+
+// An alias may stand for an expression many times over, so lengths are checked on the way.
+std::string ExpressionWriter::value(const BoundExpression& expression) {
+  return checked(plainValue(expression));
+}
+
+std::string ExpressionWriter::condition(const BoundExpression& expression) {
+  return checked(plainCondition(expression));
+}
+
+std::string ExpressionWriter::plainValue(const BoundExpression& expression) {
+  if (isTruth(expression)) return "(- " + condition(expression) + ")";
+  switch (expression.kind) {
+    case Kind::Null:
+      return "NULL";
+    case Kind::Boolean:
+    case Kind::Whole:
+    case Kind::Number:
+    case Kind::Date:
+      return numberText(expression.number);
+    case Kind::Text:
+      return writer_.parameter(expression.text);
+    case Kind::Column:
+      return writer_.column(*expression.source, expression.column);
+    case Kind::Unary:
+    case Kind::Binary:
+      return operatorValue(expression);
+    case Kind::Scalar:
+      return scalarQuery(expression);
+    case Kind::CountRows:
+      return "count(*)";
+    default:
+      return writeCall(*this, expression);
+  }
+}
+
+std::string ExpressionWriter::plainCondition(const BoundExpression& expression) {
+  if (isTruth(expression)) return testCondition(expression);
+  if (expression.kind == Kind::Call && expression.function->writing == Function::Writing::Choice) {
+    return writeChoice(*this, expression, &ExpressionWriter::condition);
+  }
+  return "(" + asNumber(expression) + " <> 0)";
+}
+
+std::string ExpressionWriter::testCondition(const BoundExpression& expression) {
+  const auto& arguments = expression.arguments;
+  switch (expression.kind) {
+    case Kind::Like:
+    case Kind::Alike:
+      return inParentheses(expression.negated,
+                           writer_.call(expression.kind == Kind::Like ? "jet_like" : "jet_alike",
+                                        {asText(*arguments[0]), asText(*arguments[1])}));
+    case Kind::Between:
+      return between(expression);
+    case Kind::InList:
+      return inList(expression);
+    case Kind::InQuery:
+    case Kind::Exists:
+    case Kind::Quantified:
+      return subqueryCondition(expression);
+    case Kind::Unary:
+    case Kind::Binary:
+      return isLogical(expression.op) ? logical(expression)
+                                      : comparison(expression.op, *arguments[0], *arguments[1]);
+    default:
+      return "(" + value(*arguments[0]) + (expression.negated ? " IS NOT NULL)" : " IS NULL)");
+  }
+}
+
+std::string ExpressionWriter::operatorValue(const BoundExpression& expression) {
+  const auto& arguments = expression.arguments;
+  const auto call = [&](std::string_view function) {
+    return writer_.call(function, {asNumber(*arguments[0]), asNumber(*arguments[1])});
+  };
+  switch (expression.op) {
+    case Operator::Concatenate:
+      return chain(expression, &ExpressionWriter::asText);
+    case Operator::Negate:
+      return "(- " + asNumber(*arguments[0]) + ")";
+    case Operator::Add:
+      if (isTextual(expression.type)) {
+        return "(" + value(*arguments[0]) + " || " + value(*arguments[1]) + ")";
+      }
+      if (expression.type == Type::Any) {
+        return writer_.call("jet_plus", {value(*arguments[0]), value(*arguments[1])});
+      }
+      return chain(expression, &ExpressionWriter::asNumber);
+    case Operator::Subtract:
+    case Operator::Multiply:
+      return chain(expression, &ExpressionWriter::asNumber);
+    case Operator::Divide:
+      return call("jet_divide");
+    case Operator::IntegerDivide:
+      return call("jet_intdivide");
+    case Operator::Modulo:
+      return call("jet_modulo");
+    default:
+      return call("jet_power");
+  }
+}
+
+/// A chain of one operator as one list of operands, since SQLite's parser is not deep.
+std::string ExpressionWriter::chain(const BoundExpression& expression,
+                                    std::string (ExpressionWriter::*form)(const BoundExpression&)) {
+  std::vector<const BoundExpression*> operands;
+  const BoundExpression* first = &expression;
+  do {
+    operands.push_back(first->arguments[1].get());
+    first = first->arguments[0].get();
+  } while (first->kind == Kind::Binary && first->op == expression.op &&
+           (first->op != Operator::Add || addsNumbers(*first)));
+  std::vector<std::string> pieces{(this->*form)(*first)};
+  for (auto operand = operands.rbegin(); operand != operands.rend(); ++operand) {
+    if (expression.op == Operator::Concatenate && pieces.size() == kMostArguments) {
+      pieces = {writer_.call("jet_concat", pieces)};
+    }
+    pieces.push_back((this->*form)(**operand));
+  }
+  if (expression.op == Operator::Concatenate) return writer_.call("jet_concat", pieces);
+  return "(" + joined(pieces, symbol(expression.op)) + ")";
+}
+
+std::string ExpressionWriter::logical(const BoundExpression& expression) {
+  const auto& arguments = expression.arguments;
+  switch (expression.op) {
+    case Operator::Not:
+      return "(NOT " + condition(*arguments[0]) + ")";
+    case Operator::And:
+    case Operator::Or:
+      return chain(expression, &ExpressionWriter::condition);
+    case Operator::Imp:
+      return "((NOT " + condition(*arguments[0]) + ") OR " + condition(*arguments[1]) + ")";
+    default:
+      return inParentheses(expression.op == Operator::Eqv, "(" + condition(*arguments[0]) + " <> " +
+                                                               condition(*arguments[1]) + ")");
+  }
+}
+
+std::string ExpressionWriter::comparison(Operator op, const BoundExpression& a,
+                                         const BoundExpression& b) {
+  const std::string sign(symbol(op));
+  switch (comparing(a.type, b.type)) {
+    case Comparing::Plain:
+      return "(" + value(a) + sign + value(b) + ")";
+    case Comparing::Texts:
+      return "(" + value(a) + sign + collated(value(b), Type::Any) + ")";
+    case Comparing::GuidText:
+      return "(" + asText(a) + sign + collated(asText(b), Type::Any) + ")";
+    case Comparing::Null:
+      break;
+  }
+  return "NULL";
+}
+
+/// The bounds may come in either order.
+std::string ExpressionWriter::between(const BoundExpression& expression) {
+  const auto& arguments = expression.arguments;
+  const Comparing first = comparing(arguments[0]->type, arguments[1]->type);
+  const Comparing second = comparing(arguments[0]->type, arguments[2]->type);
+  if (first == Comparing::Null || second == Comparing::Null) return "NULL";
+  const bool isGuidText = first == Comparing::GuidText || second == Comparing::GuidText;
+  const auto operand = [&](std::size_t argument) {
+    const std::string written =
+        isGuidText ? asText(*arguments[argument]) : value(*arguments[argument]);
+    return first == Comparing::Plain ? written : collated(written, Type::Any);
+  };
+  const std::string low = operand(1);
+  const std::string high = operand(2);
+  return inParentheses(expression.negated, operand(0) + " BETWEEN " +
+                                               writer_.call("min", {low, high}) + " AND " +
+                                               writer_.call("max", {low, high}));
+}
+
+std::string ExpressionWriter::inList(const BoundExpression& expression) {
+  const auto& arguments = expression.arguments;
+  const BoundExpression& tested = *arguments[0];
+  const bool isGuidText =
+      std::any_of(arguments.begin() + 1, arguments.end(), [&](const BoundPtr& each) {
+        return comparing(tested.type, each->type) == Comparing::GuidText;
+      });
+  std::vector<std::string> items;
+  for (std::size_t i = 1; i < arguments.size(); ++i) {
+    items.push_back(isGuidText ? asText(*arguments[i]) : value(*arguments[i]));
+  }
+  const std::string first = isGuidText ? collated(asText(tested), Type::Any) : compared(tested);
+  return "(" + first + (expression.negated ? " NOT IN (" : " IN (") + joined(items, ", ") + "))";
+}
+
+std::string ExpressionWriter::subqueryCondition(const BoundExpression& expression) {
+  const BoundQuery& inner = *expression.query;
+  if (expression.kind == Kind::Exists) return "EXISTS (" + writeQuery(writer_, inner, {}) + ")";
+  const BoundExpression& tested = *expression.arguments[0];
+  const Comparing how = comparing(tested.type, inner.columns[0].type);
+  if (how == Comparing::Null) return "NULL";
+  const bool isGuidText = how == Comparing::GuidText;
+  const std::string left = isGuidText ? asText(tested) : value(tested);
+  const std::string operand = how == Comparing::Plain ? left : collated(left, Type::Any);
+  const std::string rows = "(" + writeQuery(writer_, inner, {.columns = {0}}) + ")";
+  if (expression.kind == Kind::InQuery && !isGuidText) {
+    return "(" + operand + (expression.negated ? " NOT IN " : " IN ") + rows + ")";
+  }
+  // The test is made for each row of the subquery in turn.
+  const std::string name = writer_.freshName();
+  const std::string column =
+      isGuidText ? writer_.call("jet_guid_text", {name + ".c0"}) : name + ".c0";
+  const bool isQuantified = expression.kind == Kind::Quantified;
+  const std::string test = "(" + operand +
+                           std::string(symbol(isQuantified ? expression.op : Operator::Equal)) +
+                           column + ")";
+  const std::string found = "EXISTS (SELECT 1 FROM " + rows + " AS " + name + " WHERE ";
+  if (expression.every) return "(NOT " + found + test + " IS NOT TRUE))";
+  return inParentheses(expression.negated, found + test + ")");
+}
+
+/// A subquery's one value; more than one row is an error.
+std::string ExpressionWriter::scalarQuery(const BoundExpression& expression) {
+  const std::string name = writer_.freshName();
+  return "(SELECT " + writer_.call("jet_single", {name + ".c0"}) + " FROM (" +
+         writeQuery(writer_, *expression.query, {.columns = {0}}) + ") AS " + name + ")";
+}
+
+}  // namespace jetsql

@@ -1,0 +1,135 @@
+#include "platform/jetsql/writing/FromWriter.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/jetsql/writing/ExpressionWriter.h"
+#include "platform/jetsql/writing/QueryWriter.h"
+
+namespace jetsql {
+namespace {
+
+/// The sides of a join in the order in which SQLite gets them. A join on the right side is a table
+/// of its own for SQLite, so it goes to the left where that is allowed.
+std::pair<const BoundFrom*, const BoundFrom*> sidesOf(const BoundFrom& join) {
+  const BoundFrom* left = &join.sides[0];
+  const BoundFrom* right = &join.sides[1];
+  const bool isBetterLeft = join.join == JoinKind::Inner && right->isJoin() && !left->isJoin();
+  if (join.join == JoinKind::Right || isBetterLeft) std::swap(left, right);
+  return {left, right};
+}
+
+bool asks(const BoundExpression& expression, const Source& source) {
+  if (expression.query || expression.source == &source) return true;
+  return std::ranges::any_of(expression.arguments,
+                             [&](const BoundPtr& each) { return asks(*each, source); });
+}
+
+/// True when nothing of the expression comes from a source or a query.
+bool isConstant(const BoundExpression& expression) {
+  return !expression.query && expression.source == nullptr &&
+         std::ranges::all_of(expression.arguments,
+                             [](const BoundPtr& each) { return isConstant(*each); });
+}
+
+/// True when the expression has columns, and all of them are of that source.
+bool asksOnly(const BoundExpression& expression, const Source& source) {
+  if (expression.query) return false;
+  if (expression.source != nullptr) return expression.source == &source;
+  return !isConstant(expression) &&
+         std::ranges::all_of(expression.arguments, [&](const BoundPtr& each) {
+           return isConstant(*each) || asksOnly(*each, source);
+         });
+}
+
+class FromWriter {
+ public:
+  explicit FromWriter(StatementWriter& writer) : writer_(writer), expressions_(writer) {}
+
+  std::string write(const BoundSelect& select) {
+    // Conditions come before any source, since they ask for columns as well.
+    for (const BoundFrom& item : select.from) writeConditions(item);
+    std::vector<std::string> items;
+    for (const BoundFrom& item : select.from) items.push_back(itemText(item));
+    return items.empty() ? "" : " FROM " + joined(items, ", ");
+  }
+
+ private:
+  void writeConditions(const BoundFrom& item) {
+    if (!item.isJoin()) return;
+    conditions_[&item] = joinCondition(item);
+    for (const BoundFrom& side : item.sides) writeConditions(side);
+  }
+
+  /// Where the right side is found by something calculated from its own columns alone, SQLite is
+  /// told to work that out once: it then looks the rows up, instead of calculating for each pair of
+  /// rows.
+  std::string joinCondition(const BoundFrom& join) {
+    const BoundExpression& equality = *join.condition;
+    const BoundFrom& right = *sidesOf(join).second;
+    if (right.isJoin() || equality.op != Operator::Equal) return expressions_.condition(equality);
+    const Source& source = *right.source;
+    for (const std::size_t side : {0U, 1U}) {
+      const BoundExpression& own = *equality.arguments[side];
+      const BoundExpression& other = *equality.arguments[1 - side];
+      if (!asksOnly(own, source) || asks(other, source)) continue;
+      if (own.kind == ExpressionKind::Column) {
+        if (source.query && !originOf(own)) computed_[&source];
+        break;
+      }
+      const Comparing way = comparing(own.type, other.type);
+      if (way != Comparing::Plain && way != Comparing::Texts) break;
+      std::vector<std::string>& computed = computed_[&source];
+      computed.push_back(expressions_.compared(own));
+      return "(" + expressions_.compared(other) + " = " + sourceName(source) + ".k" +
+             std::to_string(computed.size() - 1) + ")";
+    }
+    return expressions_.condition(equality);
+  }
+
+  std::string itemText(const BoundFrom& item) {
+    if (!item.isJoin()) return sourceText(*item.source);
+    const auto [left, right] = sidesOf(item);
+    std::string text = itemText(*left);
+    text += item.join == JoinKind::Inner ? " JOIN " : " LEFT JOIN ";
+    text += right->isJoin() ? "(" + itemText(*right) + ")" : itemText(*right);
+    return text + " ON " + conditions_[&item];
+  }
+
+  std::string sourceText(const Source& source) {
+    const std::string name = sourceName(source);
+    const Asked& asked = writer_.asked(source);
+    std::string text = name;
+    if (source.query) {
+      Request request{.columns = asked.columns, .rows = asked.rows};
+      text = "(" + writeQuery(writer_, *source.query, request) + ") AS " + name;
+    } else {
+      writer_.addTable(source);
+    }
+    const auto computed = computed_.find(&source);
+    if (computed == computed_.end()) return text;
+    std::vector<std::string> columns;
+    for (const int column : asked.columns) columns.push_back(name + ".c" + std::to_string(column));
+    for (const int row : asked.rows) columns.push_back(writer_.rowId(source, row));
+    for (std::size_t i = 0; i < computed->second.size(); ++i) {
+      columns.push_back(computed->second[i] + " AS k" + std::to_string(i));
+    }
+    // A limit keeps SQLite from merging it into the query around it.
+    return "(SELECT " + joined(columns, ", ") + " FROM " + text + " LIMIT -1) AS " + name;
+  }
+
+  StatementWriter& writer_;
+  ExpressionWriter expressions_;
+  std::map<const BoundFrom*, std::string> conditions_;
+  /// Sources whose rows are worked out before they are joined, and with them these expressions, as
+  /// columns k0, k1 …
+  std::map<const Source*, std::vector<std::string>> computed_;
+};
+
+}  // namespace
+
+std::string writeFrom(StatementWriter& writer, const BoundSelect& select) {
+  return FromWriter(writer).write(select);
+}
+
+}  // namespace jetsql

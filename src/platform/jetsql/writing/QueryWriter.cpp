@@ -1,0 +1,181 @@
+#include "platform/jetsql/writing/QueryWriter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/jetsql/writing/ExpressionWriter.h"
+#include "platform/jetsql/writing/FromWriter.h"
+
+namespace jetsql {
+namespace {
+
+std::string named(const std::string& expression, char prefix, int index) {
+  return expression + " AS " + prefix + std::to_string(index);
+}
+
+std::string numbered(char prefix, int index) {
+  return prefix + std::to_string(index);
+}
+
+std::string wholeText(double number) {
+  return std::to_string(std::llround(number));
+}
+
+const BoundExpression& orderedBy(const BoundQuery& query, const BoundOrder& term) {
+  return term.expression ? *term.expression
+                         : *query.columns[static_cast<std::size_t>(term.output)].expression;
+}
+
+/// DISTINCTROW matters where tables take part that no column comes from: a row of the others then
+/// counts once. Returns the ids of those rows; none where it doesn't matter.
+std::vector<std::string> distinctRows(StatementWriter& writer, const BoundQuery& query) {
+  std::set<const Source*> shown;
+  const auto note = [&](const BoundExpression& expression, const auto& again) -> void {
+    if (expression.source != nullptr) shown.insert(expression.source);
+    for (const BoundPtr& argument : expression.arguments) again(*argument, again);
+  };
+  for (const OutputColumn& column : query.columns) note(*column.expression, note);
+  const auto& sources = query.select->sources;
+  const auto isShown = [&](const auto& source) { return shown.contains(source.get()); };
+  const bool areTables = std::ranges::all_of(
+      sources, [&](const auto& source) { return !isShown(source) || source->table != nullptr; });
+  std::vector<std::string> rows;
+  if (!areTables || std::ranges::all_of(sources, isShown)) return rows;
+  for (const auto& source : sources) {
+    if (isShown(source)) rows.push_back(writer.rowId(*source, 0));
+  }
+  return rows;
+}
+
+/// Writes one SELECT.
+class SelectWriter {
+ public:
+  SelectWriter(StatementWriter& writer, const BoundQuery& query, const Request& request)
+      : writer_(writer),
+        expressions_(writer),
+        query_(query),
+        select_(*query.select),
+        request_(request),
+        isRanked_(select_.top && (select_.top->percent || !query.orderBy.empty())) {}
+
+  std::string write() {
+    std::string text = select_.distinct ? "SELECT DISTINCT " : "SELECT ";
+    text += outputs();
+    std::vector<std::string> order = orderTexts();
+    const std::string clauses = clausesAfterFrom();
+    text += writeFrom(writer_, select_) + clauses;
+    if (isRanked_) return ranked(text);
+    if (select_.top) text += " LIMIT " + wholeText(select_.top->count);
+    if (select_.top || !request_.ordered || order.empty()) return text;
+    return text + " ORDER BY " + joined(order, ", ");
+  }
+
+ private:
+  std::string outputs() {
+    std::vector<std::string> outputs;
+    for (const int row : request_.rows) {
+      const BoundExpression& column = *query_.columns[static_cast<std::size_t>(row)].expression;
+      outputs.push_back(named(writer_.rowId(*column.source, column.column), 'r', row));
+    }
+    for (int i = 0; i < static_cast<int>(query_.columns.size()); ++i) {
+      const BoundExpression& column = *query_.columns[static_cast<std::size_t>(i)].expression;
+      if (select_.distinct) {
+        outputs.push_back(named(expressions_.compared(column), 'c', i));
+      } else if (request_.columns.contains(i)) {
+        outputs.push_back(named(expressions_.value(column), 'c', i));
+      }
+    }
+    for (int i = 0; i < static_cast<int>(query_.orderBy.size()); ++i) {
+      const BoundOrder& term = query_.orderBy[static_cast<std::size_t>(i)];
+      if (!isRanked_ && !request_.orderTerms.contains(i)) continue;
+      outputs.push_back(named(expressions_.compared(orderedBy(query_, term)), 'o', i));
+    }
+    return outputs.empty() ? "1 AS c" : joined(outputs, ", ");
+  }
+
+  std::vector<std::string> orderTexts() {
+    std::vector<std::string> order;
+    if (isRanked_ || !request_.ordered) return order;
+    for (const BoundOrder& term : query_.orderBy) {
+      order.push_back(expressions_.sorted(orderedBy(query_, term)) +
+                      (term.descending ? " DESC" : ""));
+    }
+    return order;
+  }
+
+  std::string clausesAfterFrom() {
+    std::string text;
+    if (select_.where) text += " WHERE " + expressions_.condition(*select_.where);
+    std::vector<std::string> groups;
+    for (const BoundPtr& term : select_.groupBy) groups.push_back(expressions_.sorted(*term));
+    if (select_.distinctRow && !select_.distinct && !select_.grouped) {
+      groups = distinctRows(writer_, query_);
+    }
+    // SQLite wants a group where HAVING stands alone.
+    if (groups.empty() && select_.having) groups.emplace_back("NULL");
+    if (!groups.empty()) text += " GROUP BY " + joined(groups, ", ");
+    if (select_.having) text += " HAVING " + expressions_.condition(*select_.having);
+    return text;
+  }
+
+  /// The first rows of the order, with all that are equal to the last of them.
+  std::string ranked(const std::string& rows) {
+    std::vector<std::string> outputs;
+    for (const int row : request_.rows) outputs.push_back(numbered('r', row));
+    for (const int column : request_.columns) outputs.push_back(numbered('c', column));
+    for (const int term : request_.orderTerms) outputs.push_back(numbered('o', term));
+    std::vector<std::string> order;
+    for (int i = 0; i < static_cast<int>(query_.orderBy.size()); ++i) {
+      const BoundOrder& term = query_.orderBy[static_cast<std::size_t>(i)];
+      order.push_back(collated(numbered('o', i), orderedBy(query_, term).type) +
+                      (term.descending ? " DESC" : ""));
+    }
+    const std::string by = joined(order, ", ");
+    std::string text = "SELECT " + (outputs.empty() ? "1 AS c" : joined(outputs, ", ")) +
+                       " FROM (SELECT *, " +
+                       (by.empty() ? "row_number() OVER ()" : "rank() OVER (ORDER BY " + by + ")") +
+                       " AS place, count(*) OVER () AS total FROM (" + rows + ")) WHERE place <= ";
+    const std::string count = wholeText(select_.top->count);
+    // The share rounds up, so that a percent of few rows is not nothing.
+    text += select_.top->percent ? "(" + count + " * total + 99) / 100" : count;
+    return request_.ordered && !by.empty() ? text + " ORDER BY " + by : text;
+  }
+
+  StatementWriter& writer_;
+  ExpressionWriter expressions_;
+  const BoundQuery& query_;
+  const BoundSelect& select_;
+  const Request& request_;
+  bool isRanked_;  ///< TOP counts rows by their order, or a share of them
+};
+
+/// A union has all of its columns, whichever are wanted.
+std::string unionText(StatementWriter& writer, const BoundQuery& query, const Request& request) {
+  Request all{.ordered = false};
+  std::vector<std::string> columns;
+  for (int i = 0; i < static_cast<int>(query.columns.size()); ++i) {
+    all.columns.insert(i);
+    const Type type = query.columns[static_cast<std::size_t>(i)].type;
+    columns.push_back(named(collated(numbered('c', i), type), 'c', i));
+  }
+  std::string text = "SELECT * FROM (" + writeQuery(writer, *query.left, all);
+  text += ") UNION ALL SELECT * FROM (" + writeQuery(writer, *query.right, all) + ")";
+  text =
+      (query.all ? "SELECT " : "SELECT DISTINCT ") + joined(columns, ", ") + " FROM (" + text + ")";
+  if (!request.ordered || query.orderBy.empty()) return text;
+  std::vector<std::string> order;
+  for (const BoundOrder& term : query.orderBy) {
+    const Type type = query.columns[static_cast<std::size_t>(term.output)].type;
+    order.push_back(collated(numbered('c', term.output), type) + (term.descending ? " DESC" : ""));
+  }
+  return text + " ORDER BY " + joined(order, ", ");
+}
+
+}  // namespace
+
+std::string writeQuery(StatementWriter& writer, const BoundQuery& query, const Request& request) {
+  return query.select ? SelectWriter(writer, query, request).write()
+                      : unionText(writer, query, request);
+}
+
+}  // namespace jetsql

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/jetsql/binding/BoundQuery.h"
+#include "platform/jetsql/writing/ResultColumn.h"
+
+namespace jetsql {
+
+/// Name of the collating sequence by which texts compare within SQLite: the file's own order.
+inline constexpr const char* kCollation = "jet";
+
+/// A table as a statement uses it: SQLite's table `t<number>`. Its columns are c0, c1, … as in the
+/// table, then r: the row's packed id.
+struct TableUse {
+  int number = 0;
+  const jet::Table* table = nullptr;
+};
+
+/// Where the values of a result's column, or of a term of its order, are found.
+struct ValueSource {
+  Type type = Type::Null;
+  const jet::Table* table = nullptr;  ///< absent where they are calculated
+  int tableColumn = 0;                ///< index among the table's columns
+  int sourceRow = 0;                  ///< of the table's row
+  int sqlColumn = 0;                  ///< column of SQLite's result with a calculated value
+};
+
+struct OrderSource {
+  ValueSource value;
+  bool descending = false;
+};
+
+/// A statement of the dialect as SQLite takes it. SQLite's result has the packed ids of the source
+/// rows first (null where an outer join found none), then calculated values. Its rows come in any
+/// order.
+struct WrittenStatement {
+  std::string sql;
+  std::vector<std::u16string> parameters;  ///< ?1, ?2, …
+  std::vector<TableUse> tables;
+  std::vector<int> sourceRows;                   ///< the number of the table of each source row
+  std::set<std::string, std::less<>> functions;  ///< of ours, by their names within SQLite
+  std::vector<ResultColumn> columns;
+  std::vector<ValueSource> values;  ///< of the columns
+  std::vector<OrderSource> order;
+};
+
+/// Writes a bound query for SQLite. Raises the engine's errors for types that don't go together.
+WrittenStatement writeStatement(const BoundQuery& query);
+
+}  // namespace jetsql

@@ -8,9 +8,11 @@
 
 namespace jettest {
 
-/// Makes a change on copies of the file and cuts it after each of its page writes: nothing may be
-/// lost, other changes have to work, and the change made again has to leave the row clean. Fails
-/// the running test otherwise. Gives the number of cuts.
+/// Makes a change, and judges every state in which a power cut may leave the file: with all writes
+/// up to a sync and any subset of those between it and the next. (A killed process leaves one of
+/// these too.) A page write counts as one: torn pages are not tried. Every row has its old or its
+/// new values and is found by its key in every index, other changes work, and the same change made
+/// again leaves the file sound. Fails the running test otherwise. Returns the number of states.
 int cutEverywhere(const Scratch& scratch, const std::filesystem::path& before,
                   const std::u16string& password, const Change& change);
 

@@ -11,14 +11,17 @@
 namespace jettest {
 namespace {
 
-void countPages(const jet::TableSource& source, std::uint32_t number, std::vector<int>& levels) {
+void collect(const jet::TableSource& source, std::uint32_t number, FileShape::Index& index) {
   const auto page =
       jet::IndexPage::decode(source.pager.layout(), *source.pager.read(number, {}), {});
-  levels.resize(std::max<std::size_t>(levels.size(), page.level + 1U));
-  ++levels[page.level];
+  index.levels.resize(std::max<std::size_t>(index.levels.size(), page.level + 1U));
+  ++index.levels[page.level];
   if (page.leaf) return;
-  for (const jet::IndexEntry& entry : page.entries) countPages(source, entry.child, levels);
-  countPages(source, page.tail, levels);
+  for (const jet::IndexEntry& entry : page.entries) {
+    index.bounds.push_back(entry.bytes);
+    collect(source, entry.child, index);
+  }
+  collect(source, page.tail, index);
 }
 
 FileShape::Map mapAt(const jet::TableSource& source, jet::RowPointer at) {
@@ -39,8 +42,11 @@ void compareMaps(const FileShape::Map& before, const FileShape::Map& after, cons
     kinds.insert(name + " shifted");
 }
 
-void compareLevels(const std::vector<int>& before, const std::vector<int>& after,
-                   std::set<std::string>& kinds) {
+void compareIndexes(const FileShape::Index& indexBefore, const FileShape::Index& indexAfter,
+                    std::set<std::string>& kinds) {
+  const std::vector<int>& before = indexBefore.levels;
+  const std::vector<int>& after = indexAfter.levels;
+  if (before == after && indexBefore.bounds != indexAfter.bounds) kinds.insert("bound lowered");
   if (after.size() > before.size()) {
     kinds.insert("root grown");
     kinds.insert("root grown to level " + std::to_string(after.size() - 1));
@@ -70,7 +76,7 @@ FileShape shapeOf(const std::filesystem::path& file, std::u16string_view passwor
   shape.maps.push_back(mapAt(source, source.definition.freePages));
   for (const jet::IndexDefinition& index : source.definition.indexes) {
     shape.maps.push_back(mapAt(source, index.map));
-    countPages(source, index.root, shape.indexes.emplace_back());
+    collect(source, index.root, shape.indexes.emplace_back());
   }
   return shape;
 }
@@ -82,7 +88,7 @@ std::set<std::string> kindsOf(const FileShape& before, const FileShape& after) {
   if (before.body && after.body && before.body != after.body) kinds.insert("moved again");
   if (before.body && !after.body) kinds.insert("came home");
   for (std::size_t i = 0; i < after.indexes.size(); ++i)
-    compareLevels(before.indexes[i], after.indexes[i], kinds);
+    compareIndexes(before.indexes[i], after.indexes[i], kinds);
   compareMaps(before.freePages, after.freePages, "global map", kinds);
   for (std::size_t i = 0; i < after.maps.size(); ++i)
     compareMaps(before.maps[i], after.maps[i], "map", kinds);

@@ -20,10 +20,14 @@ struct FileShape {
     std::uint32_t firstPage = 0;
     std::size_t length = 0;
   };
-  std::optional<jet::RowPointer> body;    ///< where the row's slot points
-  std::vector<std::vector<int>> indexes;  ///< of each index the pages of each level, leaves first
-  Map freePages;                          ///< the global map
-  std::vector<Map> maps;                  ///< those of the table and of its indexes
+  std::optional<jet::RowPointer> body;  ///< where the row's slot points
+  struct Index {
+    std::vector<int> levels;         ///< pages of each level, leaves first
+    std::vector<jet::Bytes> bounds;  ///< the entries of its nodes
+  };
+  std::vector<Index> indexes;
+  Map freePages;          ///< the global map
+  std::vector<Map> maps;  ///< those of the table and of its indexes
 };
 
 /// The shape of the file as far as it concerns the change's row and table.

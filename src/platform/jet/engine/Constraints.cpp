@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/jet/engine/IndexTree.h"
+#include "platform/jet/engine/IndexWalk.h"
 #include "platform/jet/format/EngineError.h"
 #include "platform/jet/format/LongValue.h"
 #include "platform/jet/format/TextKey.h"

@@ -22,8 +22,7 @@ std::vector<std::uint32_t> FreeSpace::candidates() const {
   return pages;
 }
 
-std::optional<RowPointer> FreeSpace::addTo(std::uint32_t number, ByteView row,
-                                           SlotMark mark) const {
+std::optional<RowPointer> FreeSpace::addTo(std::uint32_t number, ByteView row, SlotMark mark) {
   Bytes page = *changes_.read(number, source_.place(source_.definitionPage));
   if (page[0] != static_cast<std::uint8_t>(PageType::Data) || u32At(page, 4) != owner_.owner)
     return std::nullopt;
@@ -32,29 +31,32 @@ std::optional<RowPointer> FreeSpace::addTo(std::uint32_t number, ByteView row,
   const std::optional<std::uint8_t> slot = rows.add(row, mark);
   if (!slot) return std::nullopt;
   changes_.stage(WriteStep::NewPages, number, std::move(page));
+  touch(number);
   return RowPointer{number, *slot};
 }
 
-RowPointer FreeSpace::add(ByteView row, SlotMark mark,
-                          const std::vector<std::uint32_t>& excluded) const {
+RowPointer FreeSpace::add(ByteView row, SlotMark mark, const std::vector<std::uint32_t>& excluded) {
   for (const std::uint32_t page : candidates()) {
     if (std::ranges::find(excluded, page) != excluded.end()) continue;
     if (const std::optional<RowPointer> at = addTo(page, row, mark)) return *at;
   }
-  const std::uint32_t page = maps_.takePage();
+  const std::uint32_t page = maps_.pages().take();
   changes_.stage(WriteStep::NewPages, page,
                  DataPageEditor::newPage(changes_.layout(), owner_.owner));
   const std::optional<RowPointer> at = addTo(page, row, mark);
   if (!at) raiseUnsupported(source_.place(page), u"a row is longer than a page");
   maps_.add(owner_.owned, page, WriteStep::OwnerMaps);
-  if (owner_.free != RowPointer{}) maps_.add(owner_.free, page, WriteStep::OwnerMaps);
+  // The map of pages with room gets the page with the hints, once the table owns it for certain.
+  if (owner_.free != RowPointer{}) maps_.cover(owner_.free, page, WriteStep::OwnerMaps);
   return *at;
 }
 
-void FreeSpace::note(std::uint32_t number) const {
-  Bytes page = *changes_.read(number, source_.place(source_.definitionPage));
-  const DataPageEditor rows(changes_.layout(), page, source_.place(number));
-  maps_.hint(owner_.free, number, rows.freeBytes() + rows.deadBytes() >= kWorthTrying);
+void FreeSpace::noteTouched() {
+  for (const std::uint32_t number : touched_) {
+    Bytes page = *changes_.read(number, source_.place(source_.definitionPage));
+    const DataPageEditor rows(changes_.layout(), page, source_.place(number));
+    maps_.hint(owner_.free, number, rows.freeBytes() + rows.deadBytes() >= kWorthTrying);
+  }
 }
 
 }  // namespace jet

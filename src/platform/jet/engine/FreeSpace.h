@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "platform/jet/engine/TableSource.h"
@@ -16,7 +17,7 @@ struct PageOwner {
   RowPointer free;          ///< usage map of those that may have room
 };
 
-/// Finds room for new rows on the pages of an owner.
+/// Finds room for new rows on the pages of an owner, and notes in its maps which have some left.
 class FreeSpace {
  public:
   FreeSpace(PageChanges& changes, UsageMaps& maps, const TableSource& source, PageOwner owner)
@@ -25,18 +26,20 @@ class FreeSpace {
   /// Pages that may have room, the ones to be tried first in front.
   std::vector<std::uint32_t> candidates() const;
   /// Adds a row on the first candidate with room that isn't excluded, else on a new page.
-  RowPointer add(ByteView row, SlotMark mark,
-                 const std::vector<std::uint32_t>& excluded = {}) const;
-  /// Says in the map of pages with room whether a page has some now.
-  void note(std::uint32_t page) const;
+  RowPointer add(ByteView row, SlotMark mark, const std::vector<std::uint32_t>& excluded = {});
+  /// Remembers a page of the owner that was changed.
+  void touch(std::uint32_t page) { touched_.insert(page); }
+  /// Stages in the map of pages with room what the changed pages have now. The last thing to do.
+  void noteTouched();
 
  private:
-  std::optional<RowPointer> addTo(std::uint32_t page, ByteView row, SlotMark mark) const;
+  std::optional<RowPointer> addTo(std::uint32_t page, ByteView row, SlotMark mark);
 
   PageChanges& changes_;
   UsageMaps& maps_;
   const TableSource& source_;
   PageOwner owner_;
+  std::set<std::uint32_t> touched_;
 };
 
 }  // namespace jet

@@ -6,7 +6,7 @@
 
 #include "platform/jet/engine/Cursor.h"
 #include "platform/jet/engine/IndexRange.h"
-#include "platform/jet/engine/IndexTree.h"
+#include "platform/jet/engine/IndexWalk.h"
 #include "platform/jet/engine/KeyRange.h"
 #include "platform/jet/engine/RowKey.h"
 

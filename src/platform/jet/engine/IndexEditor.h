@@ -10,7 +10,8 @@
 namespace jet {
 
 /// Changes the entries of one index. New entries go into the step before the row itself changes,
-/// removals into the one behind it: a leaf that gains one entry and loses another is written twice.
+/// removals into the one after it: a leaf that gains one entry and loses another is written twice.
+/// Where pages of a split depend on each other the disk has one before the next is written.
 class IndexEditor {
  public:
   IndexEditor(PageChanges& changes, UsageMaps& maps, const TableSource& source, std::size_t index)
@@ -23,12 +24,12 @@ class IndexEditor {
   };
   Insertion insert(const IndexEntry& entry);
 
-  /// Removes an entry by its bytes; false where it isn't there.
-  bool remove(ByteView entry);
-  /// True when an entry or a link was met that only an interrupted change leaves.
-  bool sawLeftovers() const { return sawLeftovers_; }
+  /// Removes the old entry of a row; `old` is absent where its bytes are unknown. Where it isn't
+  /// found, or where something was met that only an interrupted change leaves, the index is
+  /// cleaned: see `clean`.
+  void remove(RowPointer row, const std::optional<Bytes>& old, const std::optional<Bytes>& kept);
   /// Removes all entries of a row but the one to keep, and brings all pages into the bounds and the
-  /// leaves into the order that the tree says. Reads the whole index.
+  /// leaves into the order that the tree says. Reads the entire index.
   void clean(RowPointer row, const std::optional<Bytes>& kept);
 
  private:
@@ -39,6 +40,7 @@ class IndexEditor {
   std::uint32_t takePage();
   bool isNewKey(const IndexPath& path, std::size_t at);
   void stage(WriteStep step, std::uint32_t number, const IndexPage& page);
+  void stageAfterRemoval(WriteStep step, std::uint32_t number, Bytes page);
 
   void splitLeaf(IndexPath& path, std::size_t inserted);
   void insertInParent(IndexPath& path, std::size_t depth, IndexEntry entry);
@@ -48,16 +50,12 @@ class IndexEditor {
   void removeAt(IndexPath& path, std::size_t at);
   void lowerBound(IndexPath& path, std::size_t depth, const Bytes& last);
   void unlink(IndexPath& path, std::size_t depth);
-  /// Takes out of the pages behind a place what an interrupted split left in them below the bound
-  /// there, before that bound sinks or goes and makes it part of the tree again.
-  void shortenBehind(const IndexPath::Node& node, ByteView bound);
+  void trimNextTo(const IndexPath::Node& node);
 
-  /// Links of the page `of`, on both sides of the place in the chain that it has, gains or leaves.
-  /// Those of nodes are only kept where somebody has linked them.
-  void setNext(std::uint32_t number, std::uint32_t next, std::uint32_t of, WriteStep step);
-  void setPrevious(std::uint32_t number, std::uint32_t previous, std::uint32_t of, WriteStep step);
-  void setLink(std::uint32_t number, std::size_t field, std::uint32_t value, std::uint32_t of,
-               WriteStep step);
+  enum class Link { Previous, Next };
+  std::optional<Bytes> relinked(std::uint32_t number, Link link, std::uint32_t to,
+                                std::uint32_t of);
+  void mendNext(const IndexPath& path, WriteStep step);
 
   struct TreeLeaf {
     std::uint32_t number = 0;
@@ -70,6 +68,8 @@ class IndexEditor {
   UsageMaps& maps_;
   const TableSource& source_;
   std::size_t index_;
+  /// An entry or a link was met that only an interrupted change leaves. From then on all pages of a
+  /// removal are written in their order, whatever it costs.
   bool sawLeftovers_ = false;
 };
 

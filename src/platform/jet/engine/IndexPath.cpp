@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/jet/engine/IndexTree.h"
+#include "platform/jet/engine/IndexWalk.h"
 
 namespace jet {
 
@@ -21,16 +21,6 @@ std::size_t dropUpTo(IndexPage& page, ByteView bound) {
       page.entries, [&](const IndexEntry& each) { return compareBytes(each.bytes, bound) <= 0; });
 }
 
-std::size_t placeOf(const IndexPage& page, ByteView entry) {
-  const auto at = std::ranges::partition_point(
-      page.entries, [&](const IndexEntry& each) { return compareBytes(each.bytes, entry) < 0; });
-  return static_cast<std::size_t>(at - page.entries.begin());
-}
-
-bool standsAt(const IndexPage& page, std::size_t at, ByteView entry) {
-  return at < page.entries.size() && compareBytes(page.entries[at].bytes, entry) == 0;
-}
-
 std::uint32_t lastLeafBelow(PageChanges& changes, const TableSource& source, std::uint32_t number,
                             std::uint32_t from) {
   for (int level = 0; level <= kMostIndexLevels; ++level) {
@@ -44,7 +34,7 @@ std::uint32_t lastLeafBelow(PageChanges& changes, const TableSource& source, std
 
 namespace {
 
-/// The leaf in front of the path's by the tree, whatever the leaf itself says; 0 for the first.
+/// The leaf before the path's by the tree, whatever the leaf itself says; 0 for the first.
 std::uint32_t leafBefore(PageChanges& changes, const TableSource& source, const IndexPath& path) {
   const auto turn = std::find_if(path.nodes.rbegin(), path.nodes.rend(),
                                  [](const IndexPath::Node& node) { return node.child > 0; });
@@ -68,13 +58,13 @@ IndexPath IndexPath::to(PageChanges& changes, const TableSource& source, std::si
     if (page.leaf) {
       path.leafNumber = number;
       path.leaf = std::move(page);
-      // A leaf that an interrupted change left behind may stand in front of it in the chain.
+      // A leaf that an interrupted change left behind may stand before it in the chain.
       const std::uint32_t before = leafBefore(changes, source, path);
       path.hadLeftovers = path.hadLeftovers || before != path.leaf.previous;
       path.leaf.previous = before;
       return path;
     }
-    const std::size_t child = placeOf(page, entry);
+    const std::size_t child = page.lowerBound(entry);
     if (child > 0) bound = page.entries[child - 1].bytes;
     path.nodes.push_back({number, std::move(page), child});
     const Node& node = path.nodes.back();

@@ -15,7 +15,7 @@ struct IndexPath {
   struct Node {
     std::uint32_t number = 0;
     IndexPage page;
-    std::size_t child = 0;  ///< place of the entry that was followed; behind the last: the tail
+    std::size_t child = 0;  ///< index of the entry that was followed; after the last: the tail
 
     bool followsTail() const { return child == page.entries.size(); }
   };
@@ -36,12 +36,8 @@ IndexPage openIndexPage(PageChanges& changes, const TableSource& source, std::ui
 std::uint32_t lastLeafBelow(PageChanges& changes, const TableSource& source, std::uint32_t number,
                             std::uint32_t from);
 
-/// Takes the entries out of a page that are not greater than the bound, if there is one; gives
-/// their number. Only an interrupted split leaves such.
+/// Drops the entries of a page that are not greater than the bound, if there is one; returns their
+/// number. Only an interrupted split leaves such.
 std::size_t dropUpTo(IndexPage& page, ByteView bound);
-
-/// Where the entry stands, or would stand, among a page's entries.
-std::size_t placeOf(const IndexPage& page, ByteView entry);
-bool standsAt(const IndexPage& page, std::size_t at, ByteView entry);
 
 }  // namespace jet

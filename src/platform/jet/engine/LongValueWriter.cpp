@@ -2,28 +2,24 @@
 
 #include <algorithm>
 
-#include "platform/jet/engine/FreeSpace.h"
 #include "platform/jet/engine/LongValues.h"
 #include "platform/jet/format/DataPage.h"
 #include "platform/jet/format/LongValue.h"
 
 namespace jet {
-namespace {
 
-const LongValueMaps& mapsOf(const TableSource& source, const ColumnDefinition& column) {
-  const auto& all = source.definition.longValueMaps;
+FreeSpace& LongValueWriter::spaceOf(const ColumnDefinition& column) {
+  const auto& all = source_.definition.longValueMaps;
   const auto found = std::ranges::find(all, column.number, &LongValueMaps::column);
   if (found == all.end() || found->owned == RowPointer{})
-    raiseUnsupported(source.place(source.definitionPage),
+    raiseUnsupported(source_.place(source_.definitionPage),
                      u"a column has no usage map for long values");
-  return *found;
+  const PageOwner owner{.owner = kLongValueOwner, .owned = found->owned, .free = found->free};
+  return spaces_.try_emplace(column.number, changes_, maps_, source_, owner).first->second;
 }
 
-}  // namespace
-
-Bytes storeLongValue(PageChanges& changes, UsageMaps& maps, const TableSource& source,
-                     const ColumnDefinition& column, ByteView value) {
-  const Layout& layout = changes.layout();
+Bytes LongValueWriter::store(const ColumnDefinition& column, ByteView value) {
+  const Layout& layout = changes_.layout();
   if (value.empty()) return {};
   LongValueHead head;
   head.length = static_cast<std::uint32_t>(value.size());
@@ -31,9 +27,7 @@ Bytes storeLongValue(PageChanges& changes, UsageMaps& maps, const TableSource& s
     head.inlineBytes = value;
     return head.encode();
   }
-  const LongValueMaps& owner = mapsOf(source, column);
-  const FreeSpace space(changes, maps, source,
-                        {.owner = kLongValueOwner, .owned = owner.owned, .free = owner.free});
+  FreeSpace& space = spaceOf(column);
   if (value.size() <= layout.longestPiece) {
     head.form = LongValueHead::Form::Single;
     head.first = space.add(value, SlotMark::Row);
@@ -54,18 +48,21 @@ Bytes storeLongValue(PageChanges& changes, UsageMaps& maps, const TableSource& s
   return head.encode();
 }
 
-void dropLongValue(PageChanges& changes, UsageMaps& maps, const TableSource& source,
-                   const ColumnDefinition& column, ByteView stored) {
-  const Place place = source.place(source.definitionPage);
+void LongValueWriter::drop(const ColumnDefinition& column, ByteView stored) {
+  const Place place = source_.place(source_.definitionPage);
   if (stored.empty()) return;
   const LongValueHead head = LongValueHead::decode(stored, place);
-  for (const RowPointer piece : piecesOf(source, head, place)) {
-    Bytes page = *changes.read(piece.page, place);
-    DataPageEditor rows(changes.layout(), page, source.place(piece.page));
+  for (const RowPointer piece : piecesOf(source_, head, place)) {
+    Bytes page = *changes_.read(piece.page, place);
+    DataPageEditor rows(changes_.layout(), page, source_.place(piece.page));
     rows.markDeleted(piece.slot);
-    changes.stage(WriteStep::FreeSpace, piece.page, std::move(page));
-    maps.hint(mapsOf(source, column).free, piece.page, true);
+    changes_.stage(WriteStep::DropOld, piece.page, std::move(page));
+    spaceOf(column).touch(piece.page);
   }
+}
+
+void LongValueWriter::noteFreeSpace() {
+  for (auto& [column, space] : spaces_) space.noteTouched();
 }
 
 }  // namespace jet

@@ -1,6 +1,7 @@
 #include "platform/jet/engine/PageChanges.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace jet {
@@ -27,38 +28,74 @@ Pager::Page PageChanges::read(std::uint32_t number, const Place& from) {
 
 void PageChanges::stage(WriteStep step, std::uint32_t number, Bytes page) {
   Latest& latest = latest_[number];
-  latest.step = std::max(latest.step, step);
+  assert(step >= latest.step && "a page is staged in an earlier step than before");
+  assert((step != WriteStep::TakePages || groupsOf(WriteStep::Hints).empty()) &&
+         "a page is taken after one was freed");
+  latest.step = step;
   latest.page = std::make_shared<const Bytes>(std::move(page));
-  std::vector<Write>& writes = steps_[static_cast<std::size_t>(latest.step)];
-  if (!writes.empty() && writes.back().number == number)
-    writes.back().page = latest.page;
+  std::vector<Group>& groups = groupsOf(step);
+  if (groups.empty()) groups.emplace_back();
+  Group& group = groups.back();
+  if (!group.empty() && group.back().number == number)
+    group.back().page = latest.page;
   else
-    writes.push_back({number, latest.page});
+    group.push_back({number, latest.page});
+}
+
+void PageChanges::stageMap(WriteStep step, std::uint32_t number, Bytes page) {
+  const auto found = latest_.find(number);
+  const WriteStep latest = found == latest_.end() ? step : std::max(found->second.step, step);
+  stage(latest, number, std::move(page));
+  if (latest > step) barrier(latest);
+}
+
+void PageChanges::barrier(WriteStep step) {
+  std::vector<Group>& groups = groupsOf(step);
+  if (!groups.empty() && !groups.back().empty()) groups.emplace_back();
 }
 
 /// Taking pages and filling them may reach the disk in any order, as long as no map owns them yet.
-bool PageChanges::endsGroup(std::size_t step) const {
-  constexpr auto kOwnerMaps = static_cast<std::size_t>(WriteStep::OwnerMaps);
-  return step >= kOwnerMaps || (step + 1 == kOwnerMaps && !steps_[kOwnerMaps].empty());
+/// Nothing depends on hints.
+bool PageChanges::endsWithSync(WriteStep step) {
+  switch (step) {
+    case WriteStep::TakePages:
+    case WriteStep::Hints:
+      return false;
+    case WriteStep::NewPages:
+      return !groupsOf(WriteStep::OwnerMaps).empty();
+    default:
+      return true;
+  }
+}
+
+/// Writes a group; `end` is the number of pages that the file has.
+void PageChanges::write(const Group& group, std::uint32_t& end) {
+  for (const Write& write : group) {
+    // A bitmap of the global map lies beyond the pages that it was made for.
+    for (; end < write.number; ++end) pager_.write(end, Bytes(layout().pageSize));
+    pager_.write(write.number, *write.page);
+    end = std::max(end, write.number + 1);
+  }
 }
 
 void PageChanges::commit() {
   std::uint32_t end = pager_.pageCount();
-  bool unsynced = false;
-  // Those behind the end first, so that a full disk shows before anything else is written, and in
+  // Those beyond the end first, so that a full disk shows before anything else is written, and in
   // the order of their numbers, so that the file grows page by page.
-  std::ranges::stable_sort(
-      steps_[static_cast<std::size_t>(WriteStep::NewPages)], {},
-      [end](const Write& write) { return std::pair(write.number < end, write.number); });
-  for (std::size_t step = 0; step < kSteps; ++step) {
-    for (const Write& write : steps_[step]) {
-      // A bitmap of the global map stands behind the pages that it was made for.
-      for (; end < write.number; ++end) pager_.write(end, Bytes(layout().pageSize));
-      pager_.write(write.number, *write.page);
-      end = std::max(end, write.number + 1);
+  for (Group& group : groupsOf(WriteStep::NewPages))
+    std::ranges::stable_sort(group, {}, [end](const Write& write) {
+      return std::pair(write.number < end, write.number);
+    });
+  bool unsynced = false;
+  for (std::size_t i = 0; i < kSteps; ++i) {
+    bool first = true;
+    for (const Group& group : steps_[i]) {
+      if (group.empty()) continue;
+      if (!std::exchange(first, false)) pager_.sync();
+      write(group, end);
       unsynced = true;
     }
-    if (!unsynced || !endsGroup(step)) continue;
+    if (!unsynced || !endsWithSync(static_cast<WriteStep>(i))) continue;
     pager_.sync();
     unsynced = false;
   }

@@ -10,7 +10,8 @@
 namespace jet {
 
 /// The steps of a change, in the order in which their pages reach the disk. After a stop between
-/// any two page writes every row is readable and found through every index by its right key.
+/// any two page writes, and after a power cut that keeps any of the writes since the last sync,
+/// every row is readable and found through every index by its right key.
 enum class WriteStep : std::uint8_t {
   TakePages,      ///< global map: the pages to be taken are no longer free
   NewPages,       ///< their content, and a moved row's body: nothing refers to them yet
@@ -19,7 +20,9 @@ enum class WriteStep : std::uint8_t {
   Counters,       ///< the entry counters in the definition
   Rows,           ///< the row itself flips in one page write
   RemoveEntries,  ///< the old index entries
-  FreeSpace,      ///< old bodies, maps of pages with room, pages that are free again
+  DropOld,        ///< old bodies and long values; links and maps of pages that left an index
+  Hints,  ///< bounds that sink, maps of pages with room, pages that are free again: each may be
+          ///< lost
 };
 
 /// The pages that a change writes, computed completely in memory before the first write, so that
@@ -32,22 +35,29 @@ class PageChanges {
   const Layout& layout() const { return pager_.layout(); }
   /// Pages of the file, with those that the change adds.
   std::uint32_t pageCount() const { return pageCount_; }
-  /// Makes the file a page longer; gives the page's number. Raises the error of a full file.
+  /// Makes the file a page longer; returns the page's number. Raises the error of a full file.
   std::uint32_t addPage(const Place& from);
 
   /// A page as the change leaves it so far; see `Pager::read`.
   Pager::Page read(std::uint32_t number, const Place& from);
-  /// Puts a page's new content into a step, or into the latest step that has already changed it:
-  /// what a page is given later never reaches the disk before what it was given earlier.
+  /// Puts a page's new content into a step. The page must not have been staged in a later step:
+  /// what a page receives later never reaches the disk before what it received earlier. No page is
+  /// taken once one has been freed: both would change the global map, in the wrong order.
   void stage(WriteStep step, std::uint32_t number, Bytes page);
+  /// The same for a page of usage maps, which may hold maps of several steps: one that was staged
+  /// in a later step stays there, and the disk has it before what follows in that step.
+  void stageMap(WriteStep step, std::uint32_t number, Bytes page);
+  /// Within the step the disk has all that was staged so far before anything that is staged from
+  /// now on. Costs a sync where both are there.
+  void barrier(WriteStep step);
 
   bool empty() const { return latest_.empty(); }
-  /// Writes all pages, step by step; the disk has one step before the next begins, but for the
-  /// first two, which are one group.
+  /// Writes all pages, step by step, with a sync after each step but `Hints`. The first two steps
+  /// are one group, and the third as well where no map gains a page.
   void commit();
 
  private:
-  static constexpr std::size_t kSteps = 8;
+  static constexpr std::size_t kSteps = 9;
   struct Write {
     std::uint32_t number = 0;
     Pager::Page page;
@@ -56,12 +66,15 @@ class PageChanges {
     WriteStep step = WriteStep::TakePages;
     Pager::Page page;
   };
+  using Group = std::vector<Write>;  ///< writes without a sync between them
 
-  bool endsGroup(std::size_t step) const;
+  std::vector<Group>& groupsOf(WriteStep step) { return steps_[static_cast<std::size_t>(step)]; }
+  bool endsWithSync(WriteStep step);
+  void write(const Group& group, std::uint32_t& end);
 
   Pager& pager_;
   std::uint32_t pageCount_;
-  std::array<std::vector<Write>, kSteps> steps_;
+  std::array<std::vector<Group>, kSteps> steps_;
   std::map<std::uint32_t, Latest> latest_;
 };
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "platform/jet/engine/Constraints.h"
-#include "platform/jet/engine/IndexTree.h"
+#include "platform/jet/engine/IndexWalk.h"
 #include "platform/jet/format/EngineError.h"
 #include "platform/jet/format/IndexKey.h"
 

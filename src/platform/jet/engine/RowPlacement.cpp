@@ -41,12 +41,12 @@ bool RowPlacement::placeAt(RowPointer at, const RowParts& parts, SlotMark mark) 
     if (!rows.replace(at.slot, row, mark)) return false;
   }
   changes_.stage(WriteStep::Rows, at.page, std::move(page));
-  touched_.insert(at.page);
+  space_.touch(at.page);
   return true;
 }
 
 /// A body with these bytes that an interrupted run of the same change wrote.
-std::optional<RowPointer> RowPlacement::bodyLeftBehind(ByteView row) const {
+std::optional<RowPointer> RowPlacement::bodyLeftOver(ByteView row) const {
   std::optional<std::vector<RowPointer>> strays;
   for (const std::uint32_t number : space_.candidates()) {
     const Pager::Page page = changes_.read(number, source_.place(source_.definitionPage));
@@ -73,9 +73,9 @@ void RowPlacement::place(RowId id, const FoundRow& old, const RowParts& parts) {
     dropBody(body);
     return;
   }
-  const std::optional<RowPointer> left = bodyLeftBehind(row);
+  const std::optional<RowPointer> left = bodyLeftOver(row);
   const RowPointer target = left ? *left : space_.add(row, SlotMark::Body, {id.page, body.page});
-  touched_.insert(target.page);
+  space_.touch(target.page);
   Bytes home = *changes_.read(id.page, source_.place(source_.definitionPage));
   DataPageEditor rows(changes_.layout(), home, source_.place(id.page));
   Bytes pointer(kPointerSize);
@@ -83,7 +83,7 @@ void RowPlacement::place(RowId id, const FoundRow& old, const RowParts& parts) {
   if (!rows.replace(id.slot, pointer, SlotMark::Pointer))
     raiseUnsupported(source_.place(id.page), u"a row is too short to become a pointer");
   changes_.stage(WriteStep::Rows, id.page, std::move(home));
-  touched_.insert(id.page);
+  space_.touch(id.page);
   if (moved) dropBody(body);
 }
 
@@ -91,12 +91,8 @@ void RowPlacement::dropBody(RowPointer body) {
   Bytes page = *changes_.read(body.page, source_.place(source_.definitionPage));
   DataPageEditor rows(changes_.layout(), page, source_.place(body.page));
   rows.markDeleted(body.slot);
-  changes_.stage(WriteStep::FreeSpace, body.page, std::move(page));
-  touched_.insert(body.page);
-}
-
-void RowPlacement::noteFreeSpace() {
-  for (const std::uint32_t page : touched_) space_.note(page);
+  changes_.stage(WriteStep::DropOld, body.page, std::move(page));
+  space_.touch(body.page);
 }
 
 }  // namespace jet

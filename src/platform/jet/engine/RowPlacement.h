@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <set>
 
 #include "platform/jet/engine/FreeSpace.h"
 #include "platform/jet/format/RowContent.h"
@@ -20,16 +19,15 @@ class RowPlacement {
   /// Stages the end of a body that no row points to, or won't.
   void dropBody(RowPointer body);
   /// Stages what the maps say of the pages that were changed.
-  void noteFreeSpace();
+  void noteFreeSpace() { space_.noteTouched(); }
 
  private:
   bool placeAt(RowPointer at, const RowParts& parts, SlotMark mark);
-  std::optional<RowPointer> bodyLeftBehind(ByteView row) const;
+  std::optional<RowPointer> bodyLeftOver(ByteView row) const;
 
   PageChanges& changes_;
   const TableSource& source_;
   FreeSpace space_;
-  std::set<std::uint32_t> touched_;
 };
 
 }  // namespace jet

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <memory>
 
-#include "platform/jet/engine/LongValueWriter.h"
 #include "platform/jet/engine/RowBuilder.h"
 #include "platform/jet/engine/ValueConversion.h"
 #include "platform/jet/format/EngineError.h"
@@ -44,7 +43,8 @@ RowUpdate::RowUpdate(Pager& pager, ObjectCatalog& catalog, const RowChange& chan
       given_(columnsNow(change.values)),
       changes_(pager),
       maps_(changes_, source_),
-      placement_(changes_, maps_, source_) {
+      placement_(changes_, maps_, source_),
+      longValues_(changes_, maps_, source_) {
   if (!findRow(source_, id_, found_)) throw error::rowChanged();
   row_ = Row(source_, id_, found_);
   for (const ColumnValue& each : asRead_)
@@ -89,8 +89,7 @@ void RowUpdate::storeValues(RowParts& parts, std::span<const ColumnValue> values
     if (column.fixed && stored->size() != typeSize(column.type).value_or(0))
       raiseUnsupported(source_.place(source_.definitionPage),
                        u"texts and bytes of fixed length are not written");
-    if (isLongValue(column.type))
-      stored = storeLongValue(changes_, maps_, source_, column, *stored);
+    if (isLongValue(column.type)) stored = longValues_.store(column, *stored);
     setStored(parts, column, stored);
   }
 }
@@ -107,6 +106,7 @@ void RowUpdate::run(const RuleTest& holds) {
   else
     changeRow(changed);
   placement_.noteFreeSpace();
+  longValues_.noteFreeSpace();
   if (changes_.empty()) return;
   changes_.commit();
   pager_.forget();
@@ -148,8 +148,7 @@ void RowUpdate::write(const RowParts& parts, std::span<const KeyChange> keys,
   for (std::size_t i = 0; i < keys.size(); ++i) {
     const KeyChange& key = keys[i];
     if (!key.hadEntry || key.newEntry == key.oldEntry) continue;
-    const bool removed = key.oldEntry && editors[i].remove(*key.oldEntry);
-    if (!removed || editors[i].sawLeftovers()) editors[i].clean(id_, key.newEntry);
+    editors[i].remove(id_, key.oldEntry, key.newEntry);
   }
   dropLongValues(values);
 }
@@ -159,7 +158,7 @@ void RowUpdate::dropLongValues(std::span<const ColumnValue> values) {
     const ColumnDefinition& column = columnOf(source_, each);
     if (!isLongValue(column.type)) continue;
     if (const std::optional<ByteView> stored = row_.stored(each.column))
-      dropLongValue(changes_, maps_, source_, column, *stored);
+      longValues_.drop(column, *stored);
   }
 }
 

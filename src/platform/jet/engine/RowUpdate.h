@@ -5,6 +5,7 @@
 
 #include "platform/jet/engine/Constraints.h"
 #include "platform/jet/engine/IndexEditor.h"
+#include "platform/jet/engine/LongValueWriter.h"
 #include "platform/jet/engine/ObjectCatalog.h"
 #include "platform/jet/engine/RowChange.h"
 #include "platform/jet/engine/RowPlacement.h"
@@ -48,6 +49,7 @@ class RowUpdate {
   PageChanges changes_;
   UsageMaps maps_;
   RowPlacement placement_;
+  LongValueWriter longValues_;
 };
 
 }  // namespace jet

@@ -159,6 +159,16 @@ IndexPage IndexPage::decode(const Layout& layout, ByteView page, const Place& pl
   return open;
 }
 
+std::size_t IndexPage::lowerBound(ByteView entry) const {
+  const auto at = std::ranges::partition_point(
+      entries, [&](const IndexEntry& each) { return compareBytes(each.bytes, entry) < 0; });
+  return static_cast<std::size_t>(at - entries.begin());
+}
+
+bool IndexPage::hasAt(std::size_t index, ByteView entry) const {
+  return index < entries.size() && compareBytes(entries[index].bytes, entry) == 0;
+}
+
 std::optional<Bytes> IndexPage::encode(const Layout& layout) const {
   std::size_t whole = 0;
   for (const IndexEntry& entry : entries) whole += entry.bytes.size() + (leaf ? 0 : kEntryChild);

@@ -84,6 +84,11 @@ struct IndexPage {
   std::vector<IndexEntry> entries;
 
   static IndexPage decode(const Layout& layout, ByteView page, const Place& place);
+  /// The index of the first entry that is not less than `entry`; the number of entries where all
+  /// are.
+  std::size_t lowerBound(ByteView entry) const;
+  /// True where the entry at that index is this one.
+  bool hasAt(std::size_t index, ByteView entry) const;
   /// The page. Entries are written whole where they fit, else a leaf's entries leave out what all
   /// have in common. Absent where they don't fit even so.
   std::optional<Bytes> encode(const Layout& layout) const;

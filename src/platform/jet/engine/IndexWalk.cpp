@@ -1,4 +1,4 @@
-#include "platform/jet/engine/IndexTree.h"
+#include "platform/jet/engine/IndexWalk.h"
 
 namespace jet {
 

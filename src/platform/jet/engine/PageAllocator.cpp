@@ -1,8 +1,7 @@
-// The global map's part of UsageMaps: the pages that are free.
+#include "platform/jet/engine/PageAllocator.h"
 
 #include <bit>
 
-#include "platform/jet/engine/UsageMaps.h"
 #include "platform/jet/format/DataPage.h"
 
 namespace jet {
@@ -24,61 +23,61 @@ std::optional<std::uint32_t> lowestSetBit(ByteView bits, std::uint64_t first, st
 
 }  // namespace
 
-std::optional<std::uint32_t> UsageMaps::lowestFreePage() {
+std::optional<std::uint32_t> PageAllocator::lowestFree() {
   constexpr std::uint32_t kFrom = kRelationshipsPage + 1;
-  const UsageMap map = read(kGlobalMap);
+  const UsageMap map = maps_.read(kGlobalMap);
   const std::uint32_t end = changes_.pageCount();
   if (map.kind == UsageMap::Kind::Inline) return lowestSetBit(map.bits, map.firstPage, kFrom, end);
   const std::size_t perBitmap = pagesPerBitmap(changes_.layout());
   for (std::size_t i = 0; i < map.bitmapPages.size() && i * perBitmap < end; ++i) {
     if (map.bitmapPages[i] == 0) continue;
-    const Pager::Page bitmap = readBitmap(map.bitmapPages[i]);
+    const Pager::Page bitmap = maps_.readBitmap(map.bitmapPages[i]);
     const ByteView bits = ByteView(*bitmap).subspan(UsageMap::kBitmapHead);
     if (const auto page = lowestSetBit(bits, i * perBitmap, kFrom, end)) return page;
   }
   return std::nullopt;
 }
 
-std::uint32_t UsageMaps::takePage() {
-  const std::optional<std::uint32_t> free = lowestFreePage();
+std::uint32_t PageAllocator::take() {
+  const std::optional<std::uint32_t> free = lowestFree();
   const std::uint32_t page = free ? *free : changes_.addPage(source_.place(kGlobalMapPage));
   markUsed(page);
   return page;
 }
 
-void UsageMaps::markUsed(std::uint32_t page) {
-  UsageMap map = read(kGlobalMap);
+void PageAllocator::markUsed(std::uint32_t page) {
+  UsageMap map = maps_.read(kGlobalMap);
   if (map.kind == UsageMap::Kind::Inline) {
     // Pages below a window that has moved up have no bit: they count as used.
     if (page < map.firstPage) return;
     if (map.covers(page)) {
       map.set(page, false);
-      writeSameRow(kGlobalMap, map, WriteStep::TakePages);
-    } else if (!lengthenGlobal(map, page)) {
-      turnGlobalIntoReference(map);
+      maps_.writeInPlace(kGlobalMap, map, WriteStep::TakePages);
+    } else if (!lengthen(map, page)) {
+      turnIntoReference(map);
     }
     return;
   }
-  const std::size_t range = rangeOf(map, page);
+  const std::size_t range = maps_.rangeOf(map, page);
   if (map.bitmapPages[range] == 0)
-    addGlobalBitmap(map, range);
+    addBitmap(map, range);
   else
-    setBitmapBit(map.bitmapPages[range], page % pagesPerBitmap(changes_.layout()), false,
-                 WriteStep::TakePages);
+    maps_.setBitmapBit(map.bitmapPages[range], maps_.bitOnBitmap(page), false,
+                       WriteStep::TakePages);
 }
 
-/// New range is free behind the end of the file; in front of it nothing is known to be free.
-bool UsageMaps::lengthenGlobal(UsageMap map, std::uint32_t page) {
+/// New range is free beyond the end of the file; before it nothing is known to be free.
+bool PageAllocator::lengthen(UsageMap map, std::uint32_t page) {
   const std::size_t size = (page - map.firstPage + kGrowthPages) / kGrowthPages * 4;
   if (size > changes_.layout().pageSize) return false;
   std::size_t bit = map.windowSize();
   map.bits.resize(size);
   for (; bit < map.windowSize(); ++bit)
     if (map.firstPage + bit >= changes_.pageCount()) setBit(map.bits, bit, true);
-  return writeRow(kGlobalMap, map, 0, WriteStep::TakePages);
+  return maps_.write(kGlobalMap, map, 0, WriteStep::TakePages);
 }
 
-void UsageMaps::turnGlobalIntoReference(const UsageMap& map) {
+void PageAllocator::turnIntoReference(const UsageMap& map) {
   const Layout& layout = changes_.layout();
   const std::size_t perBitmap = pagesPerBitmap(layout);
   UsageMap reference;
@@ -86,6 +85,9 @@ void UsageMaps::turnGlobalIntoReference(const UsageMap& map) {
   std::vector<std::uint32_t>& bitmaps = reference.bitmapPages;
   while (bitmaps.size() * perBitmap < changes_.pageCount())
     bitmaps.push_back(changes_.addPage(source_.place(kGlobalMapPage)));
+  const std::size_t room = (UsageMap::kInlineHead - UsageMap::kReferenceHead + map.bits.size()) / 4;
+  if (bitmaps.size() > room)
+    raiseUnsupported(source_.place(kGlobalMapPage), u"the map of free pages has no room");
   for (std::size_t range = 0; range < bitmaps.size(); ++range) {
     Bytes page = newBitmapPage(layout);
     const ByteSpan bits = ByteSpan(page).subspan(UsageMap::kBitmapHead);
@@ -95,13 +97,11 @@ void UsageMaps::turnGlobalIntoReference(const UsageMap& map) {
     }
     changes_.stage(WriteStep::TakePages, bitmaps[range], std::move(page));
   }
-  const std::size_t room = (UsageMap::kInlineHead - UsageMap::kReferenceHead + map.bits.size()) / 4;
-  if (bitmaps.size() > room)
-    raiseUnsupported(source_.place(kGlobalMapPage), u"the map of free pages has no room");
-  writeSameRow(kGlobalMap, reference, WriteStep::TakePages);
+  changes_.barrier(WriteStep::TakePages);
+  maps_.writeInPlace(kGlobalMap, reference, WriteStep::TakePages);
 }
 
-void UsageMaps::addGlobalBitmap(UsageMap map, std::size_t range) {
+void PageAllocator::addBitmap(UsageMap map, std::size_t range) {
   const std::size_t perBitmap = pagesPerBitmap(changes_.layout());
   const std::uint32_t bitmap = changes_.addPage(source_.place(kGlobalMapPage));
   Bytes page = newBitmapPage(changes_.layout());
@@ -109,23 +109,21 @@ void UsageMaps::addGlobalBitmap(UsageMap map, std::size_t range) {
   for (std::size_t bit = 0; bit < perBitmap; ++bit)
     if (range * perBitmap + bit >= changes_.pageCount()) setBit(bits, bit, true);
   changes_.stage(WriteStep::TakePages, bitmap, std::move(page));
+  changes_.barrier(WriteStep::TakePages);
   map.bitmapPages[range] = bitmap;
-  writeSameRow(kGlobalMap, map, WriteStep::TakePages);
+  maps_.writeInPlace(kGlobalMap, map, WriteStep::TakePages);
   if (bitmap < range * perBitmap || bitmap >= (range + 1) * perBitmap) markUsed(bitmap);
 }
 
-void UsageMaps::freePage(std::uint32_t page) {
-  UsageMap map = read(kGlobalMap);
+void PageAllocator::free(std::uint32_t page) {
+  UsageMap map = maps_.read(kGlobalMap);
   if (map.kind == UsageMap::Kind::Inline) {
     if (!map.covers(page)) return;
     map.set(page, true);
-    writeSameRow(kGlobalMap, map, WriteStep::FreeSpace);
-    return;
+    maps_.writeInPlace(kGlobalMap, map, WriteStep::Hints);
+  } else if (const std::uint32_t bitmap = maps_.bitmapFor(map, page); bitmap != 0) {
+    maps_.setBitmapBit(bitmap, maps_.bitOnBitmap(page), true, WriteStep::Hints);
   }
-  const std::size_t range = rangeOf(map, page);
-  if (map.bitmapPages[range] != 0)
-    setBitmapBit(map.bitmapPages[range], page % pagesPerBitmap(changes_.layout()), true,
-                 WriteStep::FreeSpace);
 }
 
 }  // namespace jet

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/jet/format/Damage.h"
+#include "platform/jet/format/IndexPage.h"
+#include "platform/jet/format/Layout.h"
+
+namespace jet {
+
+/// An index page cut in two: both halves, without links, and the entry for the first in their
+/// parent.
+struct SplitIndexPage {
+  IndexPage first;
+  IndexPage second;
+  Bytes bound;
+};
+
+/// Cuts a page that has too many entries, as near to the preferred cut as both halves fit: the
+/// middle, or next to the end of a leaf whose entries are added in ascending order. A node's entry
+/// at the cut goes up, and its child becomes the first half's tail. Raises where no cut fits.
+SplitIndexPage splitIndexPage(const Layout& layout, const IndexPage& page, bool ascending,
+                              const Place& place);
+
+}  // namespace jet

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "platform/jet/engine/UsageMapRows.h"
+
+namespace jet {
+
+/// Takes pages from the file and returns them to it, by the global map of free pages.
+class PageAllocator {
+ public:
+  PageAllocator(PageChanges& changes, const TableSource& source)
+      : changes_(changes), source_(source), maps_(changes, source) {}
+
+  /// A page for new content: a free one of the file, else one beyond its end. It is marked used and
+  /// belongs to nobody yet.
+  std::uint32_t take();
+  /// Marks a page free again. One that the global map doesn't cover stays lost.
+  void free(std::uint32_t page);
+
+ private:
+  std::optional<std::uint32_t> lowestFree();
+  void markUsed(std::uint32_t page);
+  bool lengthen(UsageMap map, std::uint32_t page);
+  void turnIntoReference(const UsageMap& map);
+  void addBitmap(UsageMap map, std::size_t range);
+
+  PageChanges& changes_;
+  const TableSource& source_;
+  UsageMapRows maps_;
+};
+
+}  // namespace jet

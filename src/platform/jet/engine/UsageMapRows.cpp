@@ -1,0 +1,69 @@
+#include "platform/jet/engine/UsageMapRows.h"
+
+#include <algorithm>
+
+#include "platform/jet/format/DataPage.h"
+
+namespace jet {
+namespace {
+
+/// A row pointer has room for 24 bits of page number.
+constexpr std::uint32_t kLastPage = 0xFFFFFF;
+
+}  // namespace
+
+UsageMap UsageMapRows::read(RowPointer at) {
+  const Pager::Page page = changes_.read(at.page, source_.place(source_.definitionPage));
+  const DataPage rows(changes_.layout(), *page, source_.place(at.page));
+  UsageMap map = UsageMap::decode(rows.bytes(rows.slot(at.slot)), source_.place(at.page));
+  if (map.firstPage > kLastPage)
+    raiseDamaged(source_.place(at.page), u"a usage map begins beyond all pages");
+  return map;
+}
+
+Pager::Page UsageMapRows::readBitmap(std::uint32_t number) {
+  Pager::Page page = changes_.read(number, source_.place(source_.definitionPage));
+  if ((*page)[0] != static_cast<std::uint8_t>(PageType::Bitmap))
+    raiseDamaged(source_.place(number), u"it is no bitmap of a usage map");
+  return page;
+}
+
+bool UsageMapRows::write(RowPointer at, const UsageMap& map, std::size_t length, WriteStep step) {
+  Bytes page = *changes_.read(at.page, source_.place(source_.definitionPage));
+  Bytes row = map.encode();
+  row.resize(std::max(row.size(), length));
+  DataPageEditor rows(changes_.layout(), page, source_.place(at.page));
+  if (!rows.replace(at.slot, row, SlotMark::Row)) return false;
+  changes_.stageMap(step, at.page, std::move(page));
+  return true;
+}
+
+void UsageMapRows::writeInPlace(RowPointer at, const UsageMap& map, WriteStep step) {
+  const Pager::Page page = changes_.read(at.page, source_.place(source_.definitionPage));
+  const DataPage rows(changes_.layout(), *page, source_.place(at.page));
+  write(at, map, rows.slot(at.slot).length, step);
+}
+
+void UsageMapRows::setBitmapBit(std::uint32_t bitmap, std::size_t bit, bool value, WriteStep step) {
+  Bytes page = *readBitmap(bitmap);
+  setBit(ByteSpan(page).subspan(UsageMap::kBitmapHead), bit, value);
+  changes_.stageMap(step, bitmap, std::move(page));
+}
+
+std::size_t UsageMapRows::rangeOf(const UsageMap& map, std::uint32_t page) const {
+  const std::size_t range = page / pagesPerBitmap(changes_.layout());
+  if (range >= map.bitmapPages.size())
+    raiseUnsupported(source_.place(page), u"a usage map has no room for the page");
+  return range;
+}
+
+std::uint32_t UsageMapRows::bitmapFor(const UsageMap& map, std::uint32_t page) const {
+  const std::size_t range = page / pagesPerBitmap(changes_.layout());
+  return range < map.bitmapPages.size() ? map.bitmapPages[range] : 0;
+}
+
+std::size_t UsageMapRows::bitOnBitmap(std::uint32_t page) const {
+  return page % pagesPerBitmap(changes_.layout());
+}
+
+}  // namespace jet

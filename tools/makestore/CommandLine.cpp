@@ -46,7 +46,8 @@ IDS is a list of ids and ranges: 3,7,10-20. TEXT is UTF-8; \N alone stands for n
                          repeatable; with | and words behind it: what a refusal says
   --no-zero-length       texts refuse the empty text
   --uncompressed         texts take two bytes a character
-  --packed-indexes       index pages are filled to the last entry
+  --packed-indexes       index leaves are packed as the engine of the POS packs them: 1,300 nulls
+                         on one
   --reference-maps       usage maps as those of large files
   --free-pages N         free pages at the end of the file
   --encoded              all pages but the first are enciphered

@@ -21,16 +21,15 @@ std::size_t usualFill() {
   return kLayout.indexCapacity() * 9 / 10;
 }
 
-/// Size of a leaf's entries when they leave out what all have in common. They are in order, so the
-/// first and the last tell what that is; the shortest must keep its row pointer.
+/// Size of a leaf's entries when they leave out what all have in common, up to the last byte of the
+/// shortest. They are in order, so the first and the last tell what that is.
 class PackedSize {
  public:
   explicit PackedSize(const jet::IndexEntry& first)
       : first_(&first), whole_(first.bytes.size()), shortest_(first.bytes.size()) {}
 
   std::size_t with(const jet::IndexEntry& next) const {
-    const std::size_t most =
-        std::min({first_->bytes.size(), next.bytes.size(), shortest_}) - jet::kEntryRow;
+    const std::size_t most = std::min({first_->bytes.size(), next.bytes.size(), shortest_}) - 1;
     const auto front = first_->bytes.begin();
     const auto common =
         std::mismatch(front, front + static_cast<std::ptrdiff_t>(most), next.bytes.begin()).first -

@@ -50,8 +50,9 @@ struct Index {
   bool unique = false;
   bool ignoreNulls = false;
   bool required = false;  ///< no nulls
-  /// Leaves are filled to the last entry that fits once they leave out what their entries have in
-  /// common; otherwise they are written whole, with some room for more.
+  /// Leaves are filled as the engine of the POS fills them: to the last entry that fits once they
+  /// leave out what their entries have in common, row pointers included. Otherwise entries are
+  /// written in full, with some room for more.
   bool packed = false;
 
   static Index primaryKey(std::u16string column);

@@ -4,6 +4,7 @@
 
 #include <fstream>
 
+#include "makestore/ShopStore.h"
 #include "makestore/StoreBuilder.h"
 #include "platform/jet/RandomUpdates.h"
 #include "platform/jet/StoreFiles.h"
@@ -75,6 +76,52 @@ TEST(RandomUpdates, KeepMadeStoresSoundWhateverTheirIndexes) {
       EXPECT_EQ(updates.problems(), std::vector<std::string>());
     }
   }
+}
+
+/// The most entries that a leaf of the index has.
+std::size_t fullestLeaf(const jet::TableSource& source, std::size_t index) {
+  std::size_t most = 0;
+  std::uint32_t number = source.definition.indexes[index].root;
+  for (bool leaf = false; number != 0;) {
+    const auto page = source.pager.read(number, {});
+    const jet::IndexPageView view(source.pager.layout(), *page, {});
+    if (view.isLeaf()) most = std::max(most, view.size());
+    leaf = leaf || view.isLeaf();
+    number = leaf ? view.next() : view.size() == 0 ? view.tail() : view.child(0);
+  }
+  return most;
+}
+
+TEST(PackedLeaves, TakeFiftyProductsWhereFreeSlotsFillThem) {
+  if (!hasChecker()) GTEST_SKIP() << "no reference data";
+  const Scratch scratch;
+  const fs::path file = scratch.folder() / "packed.mdb";
+  makestore::ShopOrder order;
+  order.slots = 1400;
+  order.products = 40;
+  order.packedIndexes = true;
+  makestore::shopStore(order).write(file);
+  EXPECT_EQ(checkerVerdict(file), "ok");
+  std::vector<Change> changes;
+  {
+    jet::Database database(file, u"the file", kStorePassword);
+    const jet::Table& table = tableNamed(database, u"tblStock");
+    const int name = table.columnNamed(u"description").value();
+    const int index = table.indexOn({u"description"}).value();
+    EXPECT_GE(fullestLeaf(table.source(), static_cast<std::size_t>(index)), 1300U);
+    const auto walk = table.walk(index, {.equal = {runtime::Null{}}});
+    for (int i = 0; walk->next(); ++i)
+      if (i % 27 == 0)
+        changes.push_back({u"tblStock",
+                           walk->row().id(),
+                           {{name, longKey(i).substr(0, 40)},
+                            {table.columnNamed(u"deptid").value(), std::int32_t{3}}}});
+  }
+  EXPECT_GE(changes.size(), 50U);
+  for (const Change& change : changes) makeChange(file, kStorePassword, change);
+  jet::Database database(file, u"the file", kStorePassword);
+  EXPECT_EQ(indexProblems(tableNamed(database, u"tblStock")), std::vector<std::string>());
+  EXPECT_EQ(checkerVerdict(file), "ok");
 }
 
 /// Lets nodes say that a leaf stands in front of them: nobody keeps those links.

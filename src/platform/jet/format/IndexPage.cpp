@@ -14,13 +14,13 @@ void putBigEndian(Bytes& bytes, std::uint32_t value, std::size_t size) {
   for (std::size_t i = size; i-- > 0;) bytes.push_back(static_cast<std::uint8_t>(value >> 8 * i));
 }
 
-/// What all entries have in common in front, as far as each keeps its row pointer.
-std::size_t commonPrefix(const std::vector<IndexEntry>& entries) {
+/// What all entries begin with, as far as each keeps at least `kept` bytes of its own.
+std::size_t commonPrefix(const std::vector<IndexEntry>& entries, std::size_t kept) {
   if (entries.size() < 2) return 0;
   const Bytes& first = entries.front().bytes;
-  std::size_t common = first.size() - kEntryRow;
+  std::size_t common = first.size() - kept;
   for (const IndexEntry& entry : entries) {
-    const std::size_t most = std::min(common, entry.bytes.size() - kEntryRow);
+    const std::size_t most = std::min(common, entry.bytes.size() - kept);
     common = static_cast<std::size_t>(
         std::mismatch(first.begin(), first.begin() + static_cast<std::ptrdiff_t>(most),
                       entry.bytes.begin())
@@ -28,6 +28,22 @@ std::size_t commonPrefix(const std::vector<IndexEntry>& entries) {
         first.begin());
   }
   return common;
+}
+
+/// The shortest prefix to leave out with which the entries fit a page: none, else a leaf's entries
+/// keep their row pointers, else (many equal keys) at least one byte. Absent where none fits.
+std::optional<std::size_t> fittingPrefix(const Layout& layout, const IndexPage& page) {
+  std::size_t size = 0;
+  for (const IndexEntry& entry : page.entries)
+    size += entry.bytes.size() + (page.leaf ? 0 : kEntryChild);
+  if (size <= layout.indexCapacity()) return 0;
+  if (!page.leaf) return std::nullopt;
+  for (const std::size_t kept : {kEntryRow, std::size_t{1}}) {
+    std::size_t prefix = commonPrefix(page.entries, kept);
+    if (layout.version == Version::Jet3) prefix = std::min<std::size_t>(prefix, 0xFF);
+    if (size - prefix * (page.entries.size() - 1) <= layout.indexCapacity()) return prefix;
+  }
+  return std::nullopt;
 }
 
 }  // namespace
@@ -170,33 +186,26 @@ bool IndexPage::hasAt(std::size_t index, ByteView entry) const {
 }
 
 std::optional<Bytes> IndexPage::encode(const Layout& layout) const {
-  std::size_t whole = 0;
-  for (const IndexEntry& entry : entries) whole += entry.bytes.size() + (leaf ? 0 : kEntryChild);
-  std::size_t prefix = 0;
-  if (whole > layout.indexCapacity()) {
-    prefix = leaf ? commonPrefix(entries) : 0;
-    if (layout.version == Version::Jet3) prefix = std::min<std::size_t>(prefix, 0xFF);
-    if (prefix > 0) whole -= prefix * (entries.size() - 1);
-    if (whole > layout.indexCapacity()) return std::nullopt;
-  }
+  const std::optional<std::size_t> prefix = fittingPrefix(layout, *this);
+  if (!prefix) return std::nullopt;
+  Bytes data;
   Bytes page(layout.pageSize);
   page[0] = static_cast<std::uint8_t>(leaf ? PageType::IndexLeaf : PageType::IndexNode);
   page[1] = 1;
-  putU16(page, 2, layout.indexCapacity() - whole);
   putU32(page, 4, owner);
   putU32(page, layout.indexPrevious, previous);
   putU32(page, layout.indexNext, next);
   putU32(page, layout.indexTail, tail);
   page[layout.indexLevel] = level;
-  page[layout.indexPrefix] = static_cast<std::uint8_t>(prefix);
-  if (layout.version == Version::Jet4) putU16(page, layout.indexPrefix, prefix);
-  Bytes data;
+  page[layout.indexPrefix] = static_cast<std::uint8_t>(*prefix);
+  if (layout.version == Version::Jet4) putU16(page, layout.indexPrefix, *prefix);
   for (std::size_t i = 0; i < entries.size(); ++i) {
-    appendBytes(data, ByteView(entries[i].bytes).subspan(i == 0 ? 0 : prefix));
+    appendBytes(data, ByteView(entries[i].bytes).subspan(i == 0 ? 0 : *prefix));
     if (!leaf) putBigEndian(data, entries[i].child, kEntryChild);
     std::uint8_t& mask = page[layout.indexMask + data.size() / 8];
     mask = static_cast<std::uint8_t>(mask | 1U << (data.size() % 8));
   }
+  putU16(page, 2, layout.indexCapacity() - data.size());
   putBytes(page, layout.indexData, data);
   return page;
 }

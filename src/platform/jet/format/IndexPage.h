@@ -89,8 +89,9 @@ struct IndexPage {
   std::size_t lowerBound(ByteView entry) const;
   /// True where the entry at that index is this one.
   bool hasAt(std::size_t index, ByteView entry) const;
-  /// The page. Entries are written whole where they fit, else a leaf's entries leave out what all
-  /// have in common. Absent where they don't fit even so.
+  /// The page. Entries are written in full where they fit, else a leaf's entries leave out a prefix
+  /// that all have in common, which reaches into the row pointers only where they wouldn't fit
+  /// otherwise. Absent where they don't fit even so.
   std::optional<Bytes> encode(const Layout& layout) const;
 };
 

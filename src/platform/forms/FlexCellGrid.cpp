@@ -1,6 +1,5 @@
 #include "platform/forms/FlexCellGrid.h"
 
-#include "platform/forms/qt/Raise.h"
 #include "platform/forms/qt/SheetView.h"
 #include "platform/runtime/RunTimeError.h"
 
@@ -15,11 +14,8 @@ void demand(const QModelIndex& cell) {
 
 Grid::Grid(forms::Container& container, const GridDesign& design)
     : Control(container, design.control, 0,
-              new forms::qt::SheetView(
-                  container.client(), design, [this] { forms::qt::raise(Click); },
-                  [this](int item) {
-                    forms::qt::raise(ComboClick, static_cast<std::int16_t>(item));
-                  })) {}
+              new forms::qt::SheetView(container.client(), design,
+                                       {.click = Click, .comboClick = ComboClick})) {}
 
 forms::qt::SheetView& Grid::view() const {
   return static_cast<forms::qt::SheetView&>(*widget());

@@ -200,6 +200,38 @@ TEST_F(Sheet, StopsTypingAndPastingAtTheColumnsLength) {
   EXPECT_EQ(screen.text(kName), u"two  lines");
 }
 
+TEST_F(Sheet, TheCaretStaysWhereTheUserTypesAndUndoStaysInItsCell) {
+  const auto undo = [&] {
+    QTest::keyClick(user->window().windowHandle(), Qt::Key_Z, Qt::ControlModifier);
+    support::settle();
+  };
+  user->type(u"abcdef");
+  for (int presses = 0; presses < 4; ++presses) user->key(Qt::Key_Left);
+  user->type(u"XYZ");
+  EXPECT_EQ(screen.text(kName), u"abXYZcdef");
+  undo();
+  EXPECT_EQ(screen.text(kName), u"abcdef");
+  undo();
+  EXPECT_EQ(screen.text(kName), u"");
+  user->key(Qt::Key_Down);
+  undo();
+  EXPECT_EQ(screen.text(kPrice), u"");
+}
+
+TEST_F(Sheet, ACellTakesOneLineOfCharactersThatTheCodePageHas) {
+  paste(QString::fromUtf16(u"tab\tnul\0end\u0085", 12));
+  EXPECT_EQ(screen.text(kName), u"tab nul end ");
+  user->key(Qt::Key_Down);
+  paste(QString::fromUtf16(u"Cafe\u0301 \U0001F600 \u03A9 \u2192 \u20AC\u00FF q\u0303"));
+  EXPECT_EQ(screen.text(kPrice), u"Caf\u00E9 ? ? ? \u20AC\u00FF q?");
+
+  // Half of a character is none, and nothing is dropped into a cell.
+  user->key(Qt::Key_Up);
+  paste(QString(49, 'n') + QString::fromUtf16(u"\U0001F600"));
+  EXPECT_EQ(screen.text(kName), std::u16string(49, u'n'));
+  EXPECT_FALSE(QApplication::focusWidget()->acceptDrops());
+}
+
 TEST_F(Sheet, TabLeavesItFromEachKindOfCellAndComesBackToTheSameOne) {
   for (const int row : {kName, kDepartment, kFirstCheck}) {
     screen.Grid1.Cell(row, kValues).SetFocus();
@@ -381,6 +413,21 @@ TEST_F(Sheet, FillsItsPlaceAndPaintsTheActiveCellAndTheBorder) {
     EXPECT_LT(QApplication::focusWidget()->palette().color(QPalette::Text).lightness(), 60);
   }
   QApplication::setPalette(light);
+}
+
+TEST_F(Sheet, TheActiveCellShowsWhetherTheSheetHasTheFocus) {
+  for (const int row : {kName, kDepartment, kFirstCheck}) {
+    const auto edge = [&] {
+      support::settle();
+      const QRect cell = table().visualRect(table().model()->index(row, kValues));
+      return table().viewport()->grab().toImage().pixelColor(cell.left() + 1, cell.center().y());
+    };
+    screen.Grid1.Cell(row, kValues).SetFocus();
+    user->focus("Grid1");
+    EXPECT_EQ(edge(), QApplication::palette().color(QPalette::Highlight)) << row;
+    user->focus("cmdSave");
+    EXPECT_EQ(edge(), QColor(0x80, 0xFF, 0xFF)) << row;
+  }
 }
 
 TEST_F(Sheet, IsReadOutWithLabelsValuesAndStates) {

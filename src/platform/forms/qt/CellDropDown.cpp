@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QTimer>
 #include <QWheelEvent>
 
 #include "platform/forms/qt/EntryPainter.h"
@@ -27,6 +28,12 @@ CellDropDown::CellDropDown(SheetView& view) : QComboBox(view.viewport()), view_(
 void CellDropDown::showPopup() {
   view_.fillDropDown();
   QComboBox::showPopup();
+}
+
+void CellDropDown::hidePopup() {
+  QComboBox::hidePopup();
+  // The toolkit tells that the table has the focus once the list has gone.
+  QTimer::singleShot(0, &view_, &SheetView::announceCell);
 }
 
 void CellDropDown::paintEvent(QPaintEvent*) {

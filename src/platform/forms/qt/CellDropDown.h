@@ -15,6 +15,7 @@ class CellDropDown final : public QComboBox {
  public:
   explicit CellDropDown(SheetView& view);
   void showPopup() override;
+  void hidePopup() override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -2,7 +2,7 @@
 
 #include <QKeyEvent>
 
-#include "platform/forms/qt/OneLine.h"
+#include "platform/forms/qt/InCodePage.h"
 #include "platform/forms/qt/SheetView.h"
 
 namespace forms::qt {
@@ -18,7 +18,8 @@ CellEdit::CellEdit(SheetView& view) : QLineEdit(view.viewport()), view_(view) {
   setTextMargins(kCellInset - kEditorMargins.left() - kOwnInset, 0,
                  kCellInset - kEditorMargins.right() - kOwnInset, 0);
   setFocusPolicy(Qt::ClickFocus);
-  setValidator(new OneLine(this));
+  setValidator(new InCodePage(this));
+  setAcceptDrops(false);  // what is dragged goes onto keys alone
   hide();
 }
 

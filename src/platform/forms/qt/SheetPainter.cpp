@@ -17,8 +17,9 @@ qreal hairline(const QPainter& painter) {
   return qMax(1, qFloor(density)) / density;
 }
 
-void paintBorder(QPainter& painter, const QRectF& area, const QColor& colour) {
-  const qreal line = hairline(painter);
+/// A border of so many lines.
+void paintBorder(QPainter& painter, const QRectF& area, const QColor& colour, int lines) {
+  const qreal line = hairline(painter) * lines;
   painter.fillRect(QRectF(area.left(), area.top(), area.width(), line), colour);
   painter.fillRect(QRectF(area.left(), area.bottom() - line, area.width(), line), colour);
   painter.fillRect(QRectF(area.left(), area.top(), line, area.height()), colour);
@@ -44,8 +45,12 @@ SheetColours::SheetColours(const FlexCell::GridDesign& design, const QPalette& p
       active(drawnColour(design.backColourActiveCell, palette)),
       activeText(textOn(design.control.foreColour, active, palette)),
       activeBorder(drawnColour(design.selectionBorderColour, palette)),
+      focus(palette.color(QPalette::Highlight)),
       grid(drawnColour(design.gridColour, palette)),
-      border(drawnColour(design.borderColour, palette)) {}
+      border(drawnColour(design.borderColour, palette)) {
+  constexpr double kVisible = 2;
+  if (contrast(focus, active) < kVisible) focus = activeText;
+}
 
 SheetPainter::SheetPainter(SheetView& view) : QStyledItemDelegate(&view), view_(view) {}
 
@@ -57,7 +62,10 @@ void SheetPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
   const bool fixed = sheet.isFixed(index);
   painter->fillRect(option.rect, fixed ? colours.frame : active ? colours.active : colours.back);
   paintGrid(*painter, option.rect, index, colours.grid);
-  if (active) paintBorder(*painter, option.rect, colours.activeBorder);
+  if (active && view_.holdsFocus())
+    paintBorder(*painter, option.rect, colours.focus, 2);
+  else if (active)
+    paintBorder(*painter, option.rect, colours.activeBorder, 1);
   if (fixed || (active && view_.editor() != nullptr)) return;
 
   painter->setFont(option.font);

@@ -12,14 +12,15 @@ class SheetView;
 
 /// Distance of a cell's content from the cell's edges, in pixels.
 inline constexpr int kCellInset = 8;
-/// What an editor leaves free within its cell for the grid's lines; its middle is the content's.
-inline constexpr QMargins kEditorMargins(1, 1, 1, 2);
+/// What an editor leaves free within its cell for the focus mark and the grid's lines; its middle
+/// is the content's.
+inline constexpr QMargins kEditorMargins(2, 2, 2, 3);
 
 /// A sheet's colours as they are drawn.
 struct SheetColours {
   SheetColours(const FlexCell::GridDesign& design, const QPalette& palette);
   bool operator==(const SheetColours&) const = default;
-  QColor back, text, frame, active, activeText, activeBorder, grid, border;
+  QColor back, text, frame, active, activeText, activeBorder, focus, grid, border;
 };
 
 /// Paints the cells of a sheet.

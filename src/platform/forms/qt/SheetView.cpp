@@ -1,12 +1,14 @@
 #include "platform/forms/qt/SheetView.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <limits>
 #include <utility>
 
-#include "platform/process/Process.h"
+#include "platform/forms/qt/Raise.h"
 
 namespace forms::qt {
 
@@ -26,12 +28,10 @@ void prepareHeader(QHeaderView& header) {
 
 }  // namespace
 
-SheetView::SheetView(QWidget* parent, const FlexCell::GridDesign& design,
-                     std::function<void()> clicked, std::function<void(int)> picked)
+SheetView::SheetView(QWidget* parent, const FlexCell::GridDesign& design, const SheetEvents& events)
     : QTableView(parent),
       design_(design),
-      clicked_(std::move(clicked)),
-      picked_(std::move(picked)),
+      events_(events),
       sheet_(new SheetModel(design.rows, design.cols, this)),
       colours_(design, palette()),
       heights_(static_cast<std::size_t>(design.rows), design.defaultRowHeight),
@@ -58,6 +58,7 @@ SheetView::SheetView(QWidget* parent, const FlexCell::GridDesign& design,
           [this](const QString& text) { sheet_->setText(currentIndex(), text); });
   // Raised for every choice of the user's, of the chosen entry too.
   connect(dropDown_, &QComboBox::activated, this, [this](int item) { pick(item); });
+  connect(qApp, &QApplication::focusChanged, viewport(), qOverload<>(&QWidget::update));
   setCurrentIndex(cell(SheetModel::kFixedRows, SheetModel::kFixedColumns));
 }
 
@@ -119,6 +120,7 @@ QWidget* SheetView::editor() const {
 void SheetView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
   if (!current.isValid()) return;  // while the sheet is being made
+  edit_->setText({});              // what was typed in another cell can't be undone in this one
   refreshEditor();
   edit_->selectAll();
 }
@@ -150,9 +152,11 @@ void SheetView::syncEditor() {
   if (open == edit_) {
     edit_->setAccessibleName(sheet_->label(active));
     const int limit = sheet_->maxLength(active.column());
-    // A longer text that the screen itself has set stays whole.
-    edit_->setMaxLength(limit > 0 ? qMax(limit, static_cast<int>(text.size()))
-                                  : std::numeric_limits<int>::max());
+    // A longer text that the screen itself has set is not cut.
+    const int room =
+        limit > 0 ? qMax(limit, static_cast<int>(text.size())) : std::numeric_limits<int>::max();
+    // The toolkit moves the caret to the end and forgets what can be undone each time it is set.
+    if (edit_->maxLength() != room) edit_->setMaxLength(room);
     if (edit_->text() != text) edit_->setText(text);
   }
   if (open == dropDown_) {
@@ -181,7 +185,7 @@ void SheetView::openDropDown() {
 /// The text stands in the cell before the screen is told.
 void SheetView::pick(int item) {
   sheet_->setText(currentIndex(), dropDown_->itemText(item));
-  picked_(item);
+  qt::raise(events_.comboClick, static_cast<std::int16_t>(item));
 }
 
 void SheetView::updateEditorGeometries() {
@@ -272,15 +276,28 @@ void SheetView::keyPressEvent(QKeyEvent* event) {
     event->ignore();
 }
 
+bool SheetView::holdsFocus() const {
+  return hasFocus() || edit_->hasFocus() || dropDown_->hasFocus() || dropDown_->view()->isVisible();
+}
+
+void SheetView::announceCell() {
+  if (!QAccessible::isActive() || !holdsFocus()) return;
+  QAccessibleEvent told(accessibleCell(currentIndex()), QAccessible::Focus);
+  QAccessible::updateAccessibility(&told);
+}
+
+QAccessibleInterface* SheetView::accessibleCell(const QModelIndex& cell) {
+  QAccessibleInterface* table = QAccessible::queryAccessibleInterface(this);
+  return table->tableInterface()->cellAt(cell.row(), cell.column());
+}
+
 void SheetView::toggle(const QModelIndex& cell) {
   if (!sheet_->isOpen(cell)) return;
   sheet_->setText(cell, sheet_->text(cell) == u"1" ? QStringLiteral("0") : QStringLiteral("1"));
   if (!QAccessible::isActive()) return;
-  QAccessibleInterface* table = QAccessible::queryAccessibleInterface(this);
   QAccessible::State changed;
   changed.checked = true;
-  QAccessibleStateChangeEvent told(table->tableInterface()->cellAt(cell.row(), cell.column()),
-                                   changed);
+  QAccessibleStateChangeEvent told(accessibleCell(cell), changed);
   QAccessible::updateAccessibility(&told);
 }
 
@@ -299,7 +316,7 @@ void SheetView::mouseReleaseEvent(QMouseEvent* event) {
   const QModelIndex pressed = std::exchange(pressed_, QPersistentModelIndex());
   const bool same = indexAt(event->position().toPoint()) == pressed;
   if (same && sheet_->kind(pressed) == CellType::CheckBox) toggle(pressed);
-  clicked_();
+  click();
   if (same && pressed == currentIndex()) openDropDown();
 }
 
@@ -308,6 +325,10 @@ void SheetView::mouseMoveEvent(QMouseEvent*) {}
 
 void SheetView::mouseDoubleClickEvent(QMouseEvent* event) {
   mousePressEvent(event);
+}
+
+void SheetView::click() {
+  qt::raise(events_.click);
 }
 
 void SheetView::wheelEvent(QWheelEvent* event) {

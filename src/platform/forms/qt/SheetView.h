@@ -2,25 +2,31 @@
 
 #include <QPersistentModelIndex>
 #include <QTableView>
-#include <functional>
+#include <cstdint>
 #include <vector>
 
+#include "platform/forms/Event.h"
 #include "platform/forms/GridDesign.h"
 #include "platform/forms/qt/CellDropDown.h"
 #include "platform/forms/qt/CellEdit.h"
 #include "platform/forms/qt/SheetModel.h"
 #include "platform/forms/qt/SheetPainter.h"
 
+class QAccessibleInterface;
+
 namespace forms::qt {
+
+/// What a sheet raises, through the dispatcher.
+struct SheetEvents {
+  const Event<>& click;
+  const Event<std::int16_t>& comboClick;
+};
 
 /// The widget of a sheet. An open text or drop-down cell has its editor in it while it is the
 /// active one, so typing needs no first step and each change is in the cell at once.
 class SheetView final : public QTableView {
  public:
-  /// `clicked` is called at a click, after the active cell has moved there, `picked` when an item
-  /// of a drop-down was chosen, after its text is in the cell.
-  SheetView(QWidget* parent, const FlexCell::GridDesign& design, std::function<void()> clicked,
-            std::function<void(int)> picked);
+  SheetView(QWidget* parent, const FlexCell::GridDesign& design, const SheetEvents& events);
 
   SheetModel& sheet() const { return *sheet_; }
   const SheetColours& colours() const { return colours_; }
@@ -41,8 +47,12 @@ class SheetView final : public QTableView {
   /// Moves the focus to the next control, or to the one before.
   bool leave(bool next);
   /// Reports a click that an editor got.
-  void click() { clicked_(); }
+  void click();
   void openDropDown();
+  /// Tells screen readers that the active cell has the focus.
+  void announceCell();
+  /// Whether what is typed goes into the sheet.
+  bool holdsFocus() const;
   void fillDropDown();
 
  protected:
@@ -65,11 +75,11 @@ class SheetView final : public QTableView {
   void syncEditor();
   void step(int rows, int columns);
   void toggle(const QModelIndex& cell);
+  QAccessibleInterface* accessibleCell(const QModelIndex& cell);
   void pick(int item);
 
   FlexCell::GridDesign design_;
-  std::function<void()> clicked_;
-  std::function<void(int)> picked_;
+  SheetEvents events_;
   SheetModel* sheet_;
   SheetColours colours_;
   CellEdit* edit_ = nullptr;

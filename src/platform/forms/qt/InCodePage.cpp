@@ -1,0 +1,15 @@
+#include "platform/forms/qt/InCodePage.h"
+
+#include "platform/forms/qt/WideText.h"
+#include "platform/runtime/CodePage.h"
+
+namespace forms::qt {
+
+QString InCodePage::accepted(const QString& text) const {
+  QString composed = OneLine::accepted(text).normalized(QString::NormalizationForm_C);
+  // Each unit becomes a "?"; one is enough for a pair.
+  composed.removeIf([](QChar unit) { return unit.isLowSurrogate(); });
+  return toQt(runtime::fromCodePage(runtime::toCodePage(fromQt(composed))));
+}
+
+}  // namespace forms::qt

@@ -20,6 +20,9 @@ struct FormDesign {
   bool maximiseBox = true;
   bool startMaximised = false;
   StartPosition position = StartPosition::PlatformDefault;
+  /// Where the client area stands on the desktop once the user has restored a maximised screen; the
+  /// platform decides where none is stored.
+  std::optional<Offset> restoredAt{};
   bool inTaskBar = true;
   Colour backColour = kButtonFace;
 };

@@ -16,6 +16,11 @@ struct Twips {
 
 inline constexpr int kTwipsPerPixel = 15;
 
+/// A position, from the left and the top.
+struct Offset {
+  Twips left, top;
+};
+
 /// A rectangle in its container.
 struct Bounds {
   Twips left, top, width, height;

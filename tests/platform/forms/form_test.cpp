@@ -283,6 +283,38 @@ TEST_F(Screens, AFailureInATimerIsReported) {
   forms::DefaultInstance<Notice>::drop();
 }
 
+TEST_F(Screens, AModalScreenThatIsMinimisedShowsItselfAgain) {
+  bool shows = false;
+  support::soon([&shows] {
+    QWidget& window = WindowDriver("Dialog").window();
+    window.showMinimized();
+    support::settle();
+    shows = window.isVisible() && !window.isMinimized();
+    forms::DefaultInstance<Dialog>::get()->Unload();
+  });
+  process::dispatch([] { forms::DefaultInstance<Dialog>::get()->ShowModal(); });
+  EXPECT_TRUE(shows);
+  forms::DefaultInstance<Dialog>::drop();
+}
+
+TEST(UnframedDialog, HasAnEdgeOfItsOwn) {
+  class Plain : public forms::Form {
+   public:
+    Plain()
+        : Form({.name = "Plain",
+                .width = 600,
+                .height = 600,
+                .border = forms::BorderStyle::FixedDialog}) {}
+  };
+  support::TestHost host;
+  Plain screen;
+  screen.Show();
+  const WindowDriver user("Plain");
+  const auto pixel = [&](int x, int y) { return user.window().grab().toImage().pixel(x, y); };
+  EXPECT_TRUE(support::waitUntil([&] { return pixel(0, 20) != pixel(20, 20); }));
+  EXPECT_EQ(pixel(39, 20), pixel(0, 20));
+}
+
 class Maximised : public forms::Form {
  public:
   explicit Maximised(bool maximiseBox)
@@ -291,7 +323,8 @@ class Maximised : public forms::Form {
               .height = 3000,
               .border = forms::BorderStyle::FixedSingle,
               .maximiseBox = maximiseBox,
-              .startMaximised = true}) {}
+              .startMaximised = true,
+              .restoredAt = forms::Offset{120, 450}}) {}
 };
 
 TEST(MaximisedScreen, ComesBackToItWhereItHasNoBoxForAnotherSize) {
@@ -317,7 +350,7 @@ TEST(MaximisedScreen, IsFixedInSizeOnlyWhileItIsNotMaximised) {
   EXPECT_EQ(user.window().size(), QSize(1920, 1080));
   user.window().showNormal();
   support::settle();
-  EXPECT_EQ(user.window().size(), QSize(400, 200));
+  EXPECT_EQ(user.window().geometry(), QRect(8, 30, 400, 200));
   EXPECT_EQ(user.window().maximumSize(), QSize(400, 200));
   user.window().showMaximized();
   support::settle();

@@ -12,6 +12,10 @@ inline int toPixels(Twips length, double scale) {
   return qRound(length.value * scale / kTwipsPerPixel);
 }
 
+inline QPoint toPixels(const Offset& offset, double scale) {
+  return {toPixels(offset.left, scale), toPixels(offset.top, scale)};
+}
+
 /// Edges are rounded, not sizes, so that gaps between like controls stay even at any scale.
 inline QRect toPixels(const Bounds& bounds, double scale) {
   const QPoint from(toPixels(bounds.left, scale), toPixels(bounds.top, scale));

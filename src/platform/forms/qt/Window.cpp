@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "platform/forms/qt/Colours.h"
+#include "platform/forms/qt/Edge.h"
 #include "platform/forms/qt/Pixels.h"
 #include "platform/forms/qt/Raise.h"
 #include "platform/forms/qt/WideText.h"
@@ -32,7 +33,9 @@ Qt::WindowFlags flagsOf(const FormDesign& design) {
   Qt::WindowFlags flags = kind | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
   if (design.minimiseBox) flags |= Qt::WindowMinimizeButtonHint;
-  if (design.maximiseBox) flags |= Qt::WindowMaximizeButtonHint;
+  // Some window managers maximise nothing that has no box for it; one that does nothing is the
+  // lesser evil.
+  if (design.maximiseBox || design.startMaximised) flags |= Qt::WindowMaximizeButtonHint;
   return flags;
 }
 
@@ -134,6 +137,8 @@ void Window::appear() {
   nameWidgets(*this, scale_);
   fitDesktop();
   resize(clientSize());
+  if (design_.restoredAt)
+    setGeometry({screen()->geometry().topLeft() + toPixels(*design_.restoredAt, scale_), size()});
   if (!design_.startMaximised) fixSize();
   if (design_.position == StartPosition::CentreScreen) centre();
   winId();
@@ -165,10 +170,13 @@ void Window::appearModal() {
   if (below != nullptr && below->isVisible()) below->requestActivate();
 }
 
-/// On a display without a window manager nobody maximises a window, and nobody could enlarge it.
-void Window::fillUnmanagedDesktop() {
+/// On a display without a window manager nobody maximises a window, and nobody could enlarge it;
+/// nor does anybody frame a dialog, which then needs an edge of its own.
+void Window::adaptToNoManager() {
   if (isMaximized() && size() == clientSize())
     windowHandle()->setGeometry(screen()->availableGeometry());
+  if (design_.border == BorderStyle::FixedDialog && windowHandle()->frameMargins().isNull())
+    new Edge(this);
 }
 
 void Window::leave() {
@@ -195,15 +203,10 @@ void Window::orderTabs() {
 }
 
 void Window::paintEvent(QPaintEvent* event) {
-  if (!seen_ && design_.startMaximised) {
-    // A window manager maximises a window before it lets it be seen, or at once behind that.
-    constexpr std::chrono::milliseconds kGrace{250};
-    auto* const grace = new QTimer(this);
-    grace->setSingleShot(true);
-    connect(grace, &QTimer::timeout, this, &Window::fillUnmanagedDesktop);
-    grace->start(kGrace);
-  }
-  seen_ = true;
+  // A window manager maximises a window, and frames it, before it lets it be seen, or at once
+  // after that.
+  constexpr std::chrono::milliseconds kGrace{250};
+  if (!std::exchange(seen_, true)) QTimer::singleShot(kGrace, this, &Window::adaptToNoManager);
   QPainter(this).fillRect(event->rect(), drawnColour(design_.backColour, palette()));
 }
 
@@ -224,6 +227,9 @@ bool Window::staysMaximised() const {
 }
 
 void Window::changeEvent(QEvent* event) {
+  // A minimised screen that shuts the others out would leave the user with nothing to go on with.
+  if (event->type() == QEvent::WindowStateChange && isMinimized() && isModal())
+    setWindowState(windowState() & ~Qt::WindowMinimized);
   if (event->type() == QEvent::WindowStateChange && !isMinimized()) {
     if (staysMaximised() && !isMaximized() && isVisible())
       setWindowState(windowState() | Qt::WindowMaximized);

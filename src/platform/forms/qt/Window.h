@@ -51,7 +51,7 @@ class Window final : public QWidget {
   void fitDesktop();
   void fixSize();
   bool staysMaximised() const;
-  void fillUnmanagedDesktop();
+  void adaptToNoManager();
   void centre();
   void orderTabs();
 

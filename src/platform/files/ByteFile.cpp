@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "platform/files/FaultSeam.h"
+#include "platform/files/ReadWatch.h"
 
 namespace files {
 namespace {
@@ -110,6 +111,7 @@ std::uint64_t ByteFile::size() const {
 }
 
 std::size_t ByteFile::readAt(std::uint64_t offset, std::span<std::uint8_t> bytes) const {
+  announceRead();
   const std::size_t wanted = allowedBytes({FileStep::Kind::Read, path_, offset, bytes.size()});
   std::size_t done = 0;
   while (done < wanted) {

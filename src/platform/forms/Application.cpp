@@ -1,15 +1,18 @@
 #include "platform/forms/Application.h"
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/files/ReadWatch.h"
 #include "platform/forms/qt/Display.h"
 #include "platform/forms/qt/Faces.h"
 #include "platform/forms/qt/Look.h"
 #include "platform/forms/qt/Pictures.h"
 #include "platform/forms/qt/Raise.h"
 #include "platform/forms/qt/Readers.h"
+#include "platform/forms/qt/WaitPointer.h"
 #include "platform/forms/qt/Window.h"
 #include "platform/process/Process.h"
 
@@ -45,6 +48,8 @@ struct Application::Toolkit {
     auto* look = new qt::Look;
     look->setParent(&application);
     QApplication::setStyle(look);
+    if (QFontDatabase::families().isEmpty())
+      std::fputs("There is no font with which the program could show its texts.\n", stderr);
     const Font usual;
     QApplication::setFont(qt::font(usual.face, usual.points, usual.weight));
     QApplication::setWindowIcon(qt::programIcon());
@@ -64,9 +69,12 @@ Application::Application() {
   toolkit_ = std::make_unique<Toolkit>();
   qInstallMessageHandler(usual);
   std::atexit(endWithLostDisplay);
+  files::onRead(qt::WaitPointer::showIfLate);
 }
 
-Application::~Application() = default;
+Application::~Application() {
+  files::onRead({});
+}
 
 int Application::run() {
   if (process::hasEnded() || !qt::Window::anyShown()) return 0;

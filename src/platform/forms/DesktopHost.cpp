@@ -47,6 +47,7 @@ class DesktopHost : public process::Host {
     qt::MessageBox box(runtime::fromUtf8(heading) + u"\n\n" + failure.text(),
                        std::u16string(process::kProgramTitle), QMessageBox::Ok);
     box.setIcon(QMessageBox::Critical);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     box.ask();
   }
 

@@ -11,6 +11,7 @@
 #include <QTest>
 #include <QWheelEvent>
 
+#include "platform/files/ByteFile.h"
 #include "platform/forms/CheckBox.h"
 #include "platform/forms/ComboBox.h"
 #include "platform/forms/DataObject.h"
@@ -21,6 +22,7 @@
 #include "platform/forms/TextBox.h"
 #include "platform/runtime/RunTimeError.h"
 #include "support/FileFaults.h"
+#include "support/ProgramFolder.h"
 #include "support/TestHost.h"
 #include "support/WindowDriver.h"
 
@@ -120,6 +122,54 @@ TEST_F(Controls, ATickBoxRaisesItsClickWhenItsValueChangesByCodeOrUser) {
   EXPECT_EQ(errorNumberOf([&] { screen.tick.Value(3); }), 380);
   EXPECT_EQ(errorNumberOf([&] { screen.tick.Value(-1); }), 380);
   EXPECT_EQ(screen.tick.Value(), 0);
+}
+
+TEST_F(Controls, ATickIsPaintedBeforeAHandlerThatMayTakeLong) {
+  struct Paints : QObject {
+    bool eventFilter(QObject*, QEvent* event) override {
+      count += event->type() == QEvent::Paint ? 1 : 0;
+      return false;
+    }
+    int count = 0;
+  } paints;
+  user->control("tick").installEventFilter(&paints);
+  bool painted = false;
+  screen.tick.Click = [&] { painted = std::exchange(paints.count, 0) > 0; };
+  user->moveTo("tick");
+  user->press("tick");
+  paints.count = 0;
+  user->release("tick");
+  EXPECT_TRUE(painted);
+}
+
+TEST_F(Controls, TheWaitPointerShowsWhileAHandlerReadsForLong) {
+  const support::ProgramFolder folder;
+  folder.write("stock", "bytes");
+  const files::ByteFile file(folder.path() / "stock", files::ByteFile::Access::ReadOnly);
+  const auto waitsAtARead = [&] {
+    std::uint8_t byte = 0;
+    file.readAt(0, {&byte, 1});
+    const QCursor* pointer = QGuiApplication::overrideCursor();
+    return pointer != nullptr && pointer->shape() == Qt::WaitCursor;
+  };
+  std::vector<bool> waited;
+  screen.tick.Click = [&] {
+    waited.push_back(waitsAtARead());
+    QTest::qSleep(320);
+    waited.push_back(waitsAtARead());
+  };
+  user->click("tick");
+  EXPECT_THAT(waited, ElementsAre(false, true));
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+  EXPECT_FALSE(waitsAtARead());
+}
+
+TEST_F(Controls, ATextBoxTakesOneLineOfCompleteCharacters) {
+  user->focus("text");
+  QApplication::clipboard()->setText(QString::fromUtf16(u"a\0b\nc\t", 6) + "12345678" +
+                                     QString::fromUtf16(u"\U0001F600"));
+  QTest::keyClick(user->window().windowHandle(), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(screen.text.Text(), u"a b c 12345678");  // 14 of 15 units, and half a character
 }
 
 TEST_F(Controls, AFailureInANestedHandlerReachesTheSettersCaller) {

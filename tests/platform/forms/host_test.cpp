@@ -10,8 +10,8 @@
 #include <QTest>
 #include <QWindow>
 
-#include "platform/forms/DesktopHost.h"
 #include "platform/forms/CommonDialog.h"
+#include "platform/forms/DesktopHost.h"
 #include "platform/process/Process.h"
 #include "support/FileFaults.h"
 #include "support/ProgramFolder.h"
@@ -69,6 +69,8 @@ TEST_F(RealHost, AFailureIsShownAndWrittenInOneLine) {
   soon([] {
     EXPECT_EQ(box().windowTitle(), "Keystrand");
     EXPECT_EQ(box().text(), "Run-time error '13':\n\nType mismatch");
+    EXPECT_TRUE(box().textInteractionFlags().testFlags(Qt::TextSelectableByMouse |
+                                                       Qt::TextSelectableByKeyboard));
     box().button(QMessageBox::Ok)->click();
   });
   testing::internal::CaptureStderr();

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/forms/qt/EntryPainter.h"
-#include "platform/process/Process.h"
+#include "platform/forms/qt/Raise.h"
 
 namespace forms::qt {
 namespace {
@@ -19,7 +19,7 @@ DropDown::DropDown(QWidget* parent, std::function<void()> chosen) : QComboBox(pa
   setMaxVisibleItems(16);
   setItemDelegate(new EntryPainter(kTextInset, kRowRoom, this));
   connect(this, &QComboBox::activated, this,
-          [chosen = std::move(chosen)] { process::dispatch(chosen); });
+          [chosen = std::move(chosen)] { qt::dispatch(chosen); });
 }
 
 void DropDown::wheelEvent(QWheelEvent* event) {

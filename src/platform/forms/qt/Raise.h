@@ -6,18 +6,26 @@
 #include <utility>
 
 #include "platform/forms/Event.h"
+#include "platform/forms/qt/WaitPointer.h"
 #include "platform/process/Process.h"
 
 namespace forms::qt {
 
-/// Raises an event that the user caused. Called inside the toolkit's event override, so that no
-/// exception reaches a frame of the toolkit.
-template <class... Arguments, class... Values>
-void raise(const Event<Arguments...>& event, Values&&... values) {
-  if (event) process::dispatch([&] { event(std::forward<Values>(values)...); });
+/// Runs what the user caused. Called inside the toolkit's event override, so that no exception
+/// reaches a frame of the toolkit.
+inline void dispatch(const std::function<void()>& handler) {
+  const WaitPointer wait;
+  process::dispatch(handler);
 }
 
-/// Leaves a modal loop when the process is ended under a host that outlives the end.
+/// Raises an event that the user caused.
+template <class... Arguments, class... Values>
+void raise(const Event<Arguments...>& event, Values&&... values) {
+  if (event) dispatch([&] { event(std::forward<Values>(values)...); });
+}
+
+/// Stands around a modal loop: leaves it when the process is ended under a host that outlives the
+/// end.
 class EndWatch {
  public:
   explicit EndWatch(std::function<void()> leave) : off_(process::onEnd(std::move(leave))) {}
@@ -26,6 +34,7 @@ class EndWatch {
   EndWatch& operator=(const EndWatch&) = delete;
 
  private:
+  WaitPointer wait_;
   std::function<void()> off_;
 };
 

@@ -7,8 +7,8 @@
 
 #include "platform/forms/qt/Colours.h"
 #include "platform/forms/qt/DeviceFrames.h"
+#include "platform/forms/qt/Raise.h"
 #include "platform/forms/qt/WideText.h"
-#include "platform/process/Process.h"
 
 namespace forms::qt {
 
@@ -52,7 +52,7 @@ void TickBox::paintEvent(QPaintEvent*) {
 
 // The toolkit calls this for every change by the user, by mouse, key or reader.
 void TickBox::nextCheckState() {
-  process::dispatch(toggle_);
+  qt::dispatch(toggle_);
 }
 
 }  // namespace forms::qt

@@ -1,6 +1,7 @@
 #include "platform/forms/qt/Faces.h"
 
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QGuiApplication>
 #include <QHash>
 #include <QScreen>
@@ -13,12 +14,20 @@
 namespace forms::qt {
 namespace {
 
+/// A family that several foundries have is listed once for each: "Nimbus Sans [urw]".
+QString withoutFoundry(const QString& family) {
+  const qsizetype tail = family.lastIndexOf(QStringLiteral(" ["));
+  return tail > 0 && family.endsWith(']') ? family.left(tail) : family;
+}
+
 /// The machine's face names, found without regard to case.
 const QHash<QString, QString>& installedFaces() {
   static const QHash<QString, QString> faces = [] {
     QHash<QString, QString> all;
-    for (const QString& family : QFontDatabase::families())
+    for (const QString& listed : QFontDatabase::families()) {
+      const QString family = withoutFoundry(listed);
       all.insert(family.toCaseFolded(), family);
+    }
     return all;
   }();
   return faces;
@@ -30,7 +39,8 @@ const QString& defaultFace() {
       const auto found = installedFaces().find(QString::fromLatin1(name).toCaseFolded());
       if (found != installedFaces().end()) return *found;
     }
-    return QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
+    // What the system's font matching has for the first of them.
+    return withoutFoundry(QFontInfo(QFont(QStringLiteral("Arial"))).family());
   }();
   return face;
 }

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QFont>
+#include <QPainter>
+#include <QString>
+#include <QTextLayout>
+
+namespace forms::qt {
+
+/// A caption laid out for an area, every line centred. No character of it is a mark or markup. What
+/// doesn't fit as it stands takes more room step by step, the first step that fits counts: a
+/// reserve at the sides, lines without leading, narrowed glyphs, words broken with a hyphen. What
+/// has no room even then is left out, and "…" says so.
+class CaptionLayout {
+ public:
+  void set(const QString& caption);
+  void set(const QFont& font);
+  /// Paints the lines in the painter's pen. `reserve` is what they may take more on either side.
+  void paint(QPainter& painter, const QRect& area, int reserve);
+
+ private:
+  void layOut(int reserve);
+  /// Breaks the text into lines, and positions them. False where a word is wider than a line or the
+  /// lines are too many, even at the least pitch.
+  bool fits(const QString& text, qreal narrowing, bool solid, QTextOption::WrapMode wrap);
+  /// The text with its line breaks set, in at most as many lines as have room.
+  QString broken(const QString& text, qreal narrowing) const;
+  qsizetype lineLength(const QString& text, qreal width) const;
+  qreal lineWidth(qreal narrowing) const { return (size_.width() + 2 * reserve_) / narrowing; }
+  qreal solidPitch() const;
+
+  QString caption_;
+  QFont font_;
+  QTextLayout layout_;
+  QSize size_;  ///< for which it is laid out, without the reserve
+  int reserve_ = 0;
+  qreal narrowing_ = 1;
+  qreal height_ = 0;  ///< of all lines
+};
+
+}  // namespace forms::qt

@@ -68,6 +68,7 @@ inline constexpr KeyEditorDesign kCommon{
     .key = key,
     .Grid1 = keydesign::box("Grid1", 14130, 315, 2715, 7710, 75, false),
     .List1 = keydesign::box("List1", 9945, 2610, 4080, 4830, 65),
+    .entries = {.name = {.length = 30}, .id = {.offset = 130}},
     .txtColour = keydesign::box("txtColour", 18090, 8820, 2535, 360, 71, false),
     .txtFontColour = keydesign::box("txtFontColour", 10305, 10440, 2535, 360, 70, false),
     .cmdSelCol = command("cmdSelCol", u"Button Colour", 9945, 7965, 67),

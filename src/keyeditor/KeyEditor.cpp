@@ -9,7 +9,7 @@ KeyEditor::KeyEditor(const KeyEditorDesign& design)
       Picture1(*this, design.Picture1),
       MyButton1(Picture1, design.keyCount, design.key),
       Grid1(*this, design.Grid1, design.keyCount, 2),
-      List1(*this, design.List1),
+      List1(*this, design.List1, design.entries),
       txtColour(*this, design.txtColour),
       txtFontColour(*this, design.txtFontColour),
       cmdSelCol(*this, design.cmdSelCol),

@@ -24,6 +24,7 @@ struct KeyEditorDesign {
   MyCommandButton::ButtonDesign (*key)(std::int16_t index);
   forms::Design Grid1;
   forms::Design List1;
+  forms::EntryParts entries;  ///< of `List1`
   forms::Design txtColour;
   forms::Design txtFontColour;
   MyCommandButton::ButtonDesign cmdSelCol;

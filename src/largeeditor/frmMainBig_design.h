@@ -38,6 +38,7 @@ inline constexpr KeyEditorDesign kCommon{
     .key = key,
     .Grid1 = keydesign::box("Grid1", 18135, 225, 2715, 7710, 0, false),
     .List1 = keydesign::box("List1", 13770, 90, 5460, 7740, 3, true),
+    .entries = {.name = {.offset = 10}, .id = {.length = 10}},
     .txtColour = keydesign::box("txtColour", 13860, 9585, 2535, 360, 1, false),
     .txtFontColour = keydesign::box("txtFontColour", 9990, 10170, 2535, 360, 2, false),
     .cmdSelCol = command("cmdSelCol", u"Button Colour", 13815, 7965, 68),

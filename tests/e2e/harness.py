@@ -213,9 +213,10 @@ class Screen:
         return self.node.find(role="list")
 
     def items(self):
-        """All entries of the item list, in order."""
+        """All entries of the item list, in order, as description and id."""
         node = self.item_list()
-        return [node.child(row).name for row in range(node.child_count())]
+        rows = (node.child(row) for row in range(node.child_count()))
+        return [(row.name, row.description) for row in rows]
 
     def item_point(self, row):
         """Scrolls an entry into view if need be, and gives a place on it."""

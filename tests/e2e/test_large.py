@@ -20,9 +20,8 @@ class Tour(Large):
         entries = screen.items()
         stock = {row["id"]: row["description"] for row in self.shop.rows("tblStock")
                  if row.get("description")}
-        self.assertEqual(sorted(entries), sorted(f"{id:<10}{name}" for id, name in stock.items()))
-        products = [(entry[10:], entry[:10].strip()) for entry in entries[:3]]
-        (tea, tea_id), (bun, bun_id), (jam, jam_id) = products
+        self.assertEqual(sorted(entries), sorted((name.strip(), str(id)) for id, name in stock.items()))
+        (tea, tea_id), (bun, bun_id), (jam, jam_id) = entries[:3]
         self.assertEqual(screen.captions(), {})
 
         screen.drag(0, 107)

@@ -6,11 +6,6 @@ from harness import Case, Screen, World
 from shop import BUTTON_FACE, BUTTON_TEXT, WHITE, key_line, layout
 
 
-def split(entry):
-    """An entry of the item list as description and id."""
-    return entry[:30].strip(), entry[130:]
-
-
 class Start(Case):
     def test_the_program_folder_is_where_the_system_found_the_program(self):
         # Found on the search path, told another name, and started from a folder that is no more.
@@ -27,11 +22,11 @@ class DayOfWork(Case):
         entries = screen.items()
         stock = {row["id"]: row["description"] for row in self.shop.rows("tblStock")
                  if row.get("description")}
-        self.assertEqual(sorted(entries), sorted(f"{name[:30]:30}{'':100}{id}"
+        self.assertEqual(sorted(entries), sorted((name[:30].strip(), str(id))
                                                  for id, name in stock.items()))
         self.assertEqual(screen.captions(), {})
         self.assertEqual(screen.chosen("cbLevel"), "1")
-        (tea, tea_id), (bun, bun_id), (jam, jam_id) = (split(entry) for entry in entries[:3])
+        (tea, tea_id), (bun, bun_id), (jam, jam_id) = entries[:3]
 
         screen.drag(0, 20)
         screen.wait_captions({20: tea})
@@ -101,13 +96,13 @@ class DayOfWork(Case):
         name = wait_until(lambda: screen.chosen("cbDept"), "a department")
         (department,) = (id for id, text in departments.items() if text == name)
         theirs = {str(row["id"]) for row in stock if row.get("deptid") == department}
-        wait_until(lambda: {split(entry)[1] for entry in screen.items()} == theirs,
+        wait_until(lambda: {entry[1] for entry in screen.items()} == theirs,
                    f"the products of {name}")
-        self.assertEqual([entry for entry in everything if split(entry)[1] in theirs],
+        self.assertEqual([entry for entry in everything if entry[1] in theirs],
                          screen.items())
 
         screen.tick("chkBarcode")
-        wait_until(lambda: {split(entry)[1] for entry in screen.items()} == theirs - barcodes,
+        wait_until(lambda: {entry[1] for entry in screen.items()} == theirs - barcodes,
                    "products without a barcode")
         self.assertTrue(theirs & barcodes)
         self.assertEqual(self.shop.setting("KEYSTRAND", "HIDE_BARCODE"), "1")
@@ -117,12 +112,12 @@ class DayOfWork(Case):
 
         screen = self.levelled()
         self.assertIn("checked", screen.find(name="Ignore items with barcodes").states())
-        self.assertEqual([entry for entry in everything if split(entry)[1] not in barcodes],
+        self.assertEqual([entry for entry in everything if entry[1] not in barcodes],
                          screen.items())
 
     def test_nothing_done_during_the_notice_reaches_the_editor(self):
         screen = self.levelled()
-        name = split(screen.items()[0])[0]
+        name = screen.items()[0][0]
 
         def pressed_under_the_notice():
             screen.click(7)

@@ -71,7 +71,7 @@ class Tour(ProductCase):
         self.assertEqual(self.shop.layout(1), layout({12: product, 13: product}, back=BUTTON_FACE))
 
         # The list has it from the next change of the filter on.
-        entry = f"{product['caption']:30}{'':100}{FREE[0]}"
+        entry = (product["caption"], str(FREE[0]))
         self.assertNotIn(entry, editor.items())
         editor.tick("chkBarcode")
         wait_until(lambda: entry in editor.items(), "the new product in the list")

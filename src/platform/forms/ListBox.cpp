@@ -23,9 +23,9 @@ Qt::DropActions toQt(std::int32_t effects) {
 
 }  // namespace
 
-ListBox::ListBox(Container& container, const Design& design)
+ListBox::ListBox(Container& container, const Design& design, const EntryParts& parts)
     : Control(container, design, 0,
-              new qt::EntryList(container.client(),
+              new qt::EntryList(container.client(), parts,
                                 {.doubleClick = DblClick, .mouseDown = MouseDown})) {}
 
 void ListBox::rescaled() {

@@ -6,6 +6,7 @@
 
 #include "platform/forms/Control.h"
 #include "platform/forms/DataObject.h"
+#include "platform/forms/EntryParts.h"
 
 namespace forms {
 
@@ -13,7 +14,7 @@ namespace forms {
 /// list is cut at its edge. A left press selects the entry under the pointer before `MouseDown`.
 class ListBox : public Control {
  public:
-  ListBox(Container& container, const Design& design);
+  ListBox(Container& container, const Design& design, const EntryParts& parts = {});
   void Clear();
   void AddItem(std::u16string_view entry);
   int ListCount() const;

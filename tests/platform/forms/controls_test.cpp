@@ -2,14 +2,18 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QClipboard>
 #include <QComboBox>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QListView>
+#include <QPointingDevice>
+#include <QScrollBar>
 #include <QTest>
 #include <QWheelEvent>
+#include <algorithm>
 
 #include "platform/files/ByteFile.h"
 #include "platform/forms/CheckBox.h"
@@ -239,6 +243,124 @@ TEST_F(Controls, ADoubleClickOnTheListIsTwoPressesAndOneDoubleClick) {
   EXPECT_EQ(screen.dragged.size(), 2U);
 }
 
+TEST_F(Controls, ASecondPressThatDragsTheRowOffTheListIsNoDoubleClick) {
+  QWindow* window = user->window().windowHandle();
+  const auto& list = static_cast<QListView&>(user->control("list"));
+  const auto pressTwiceAndMoveTo = [&](QPoint onList) {
+    screen.log.clear();
+    user->clickRow("list", 3);
+    QTest::lastMouseTimestamp -= QTest::mouseDoubleClickInterval;
+    const int middle = list.visualRect(list.model()->index(3, 0)).center().y();
+    const QPoint row = list.viewport()->mapTo(&user->window(), QPoint(10, middle));
+    const QPoint to = list.mapTo(&user->window(), onList);
+    support::soon([&] {
+      QCursor::setPos(list.mapToGlobal(onList));
+      QTest::mouseMove(window, to);  // here the toolkit's drag ends at once
+      QTest::mouseRelease(window, Qt::LeftButton, {}, to);
+    });
+    QTest::mousePress(window, Qt::LeftButton, {}, row);
+    support::settle();
+    return std::ranges::count_if(
+        screen.log, [](const std::string& event) { return event.starts_with("DblClick"); });
+  };
+  const QPoint shaken(23, 26);
+  const QPoint outside(list.width() + 40, 20);
+  EXPECT_EQ(pressTwiceAndMoveTo(shaken), 1);
+  EXPECT_EQ(pressTwiceAndMoveTo(outside), 0);
+  EXPECT_EQ(pressTwiceAndMoveTo(shaken), 1);
+}
+
+/// A finger on the list, in pixels from its corner.
+class FingerOnList : public Controls {
+ protected:
+  void down(int x, int y) {
+    touch([&](auto& events, QPoint at) { events.press(0, at, window()); }, x, y);
+  }
+  void move(int x, int y) {
+    touch([&](auto& events, QPoint at) { events.move(0, at, window()); }, x, y);
+  }
+  void up(int x, int y) {
+    touch([&](auto& events, QPoint at) { events.release(0, at, window()); }, x, y);
+  }
+  void swipe(int fromY, int toY) {
+    const int step = fromY < toY ? 10 : -10;
+    down(30, fromY);
+    for (int y = fromY + step; y != toY; y += step) {
+      QTest::qWait(5);
+      move(30, y);
+    }
+    up(30, toY);
+  }
+  int scrolled() const {
+    return static_cast<QListView&>(user->control("list")).verticalScrollBar()->value();
+  }
+
+ private:
+  QWindow* window() const { return user->window().windowHandle(); }
+  template <class Act>
+  void touch(Act act, int x, int y) {
+    auto events = QTest::touchEvent(window(), screenDevice());
+    act(events, user->control("list").mapTo(&user->window(), QPoint(x, y)));
+    events.commit();
+    support::settle();
+  }
+  static QPointingDevice* screenDevice() {
+    static QPointingDevice* const device = QTest::createTouchDevice();
+    return device;
+  }
+};
+
+TEST_F(FingerOnList, ScrollsByASwipeAndTheListRunsOn) {
+  swipe(90, 20);
+  const int lifted = scrolled();
+  EXPECT_GT(lifted, 30);
+  EXPECT_TRUE(support::waitUntil([&] { return scrolled() > lifted + 20; }));
+  EXPECT_THAT(screen.log, ElementsAre());
+  EXPECT_EQ(screen.list.ListIndex(), -1);
+  // A touch stops it, and is no tap.
+  down(30, 40);
+  const int stopped = scrolled();
+  QTest::qWait(50);
+  EXPECT_EQ(scrolled(), stopped);
+  up(30, 40);
+  EXPECT_THAT(screen.log, ElementsAre());
+}
+
+TEST_F(FingerOnList, TapsOnceForAPressAndTwiceForADoubleClick) {
+  down(30, 40);
+  EXPECT_THAT(screen.log, ElementsAre());
+  up(31, 42);
+  EXPECT_THAT(screen.log, ElementsAre("MouseDown 1 on 1"));
+  down(30, 40);
+  up(30, 40);
+  EXPECT_THAT(screen.log, ElementsAre("MouseDown 1 on 1", "MouseDown 1 on 1", "DblClick 1"));
+}
+
+TEST_F(FingerOnList, DragsByASidewaysMoveOrAHold) {
+  down(30, 40);
+  move(60, 44);
+  EXPECT_THAT(screen.log, ElementsAre("MouseDown 1 on 1"));
+  EXPECT_EQ(screen.dragged.size(), 1U);
+  up(60, 44);
+  EXPECT_EQ(screen.log.size(), 1U);
+
+  down(30, 70);
+  EXPECT_EQ(screen.log.size(), 1U);
+  EXPECT_TRUE(support::waitUntil([&] { return screen.log.size() == 2; }, 3000));
+  EXPECT_EQ(screen.log.back(), "MouseDown 1 on 2");
+  up(30, 70);
+  EXPECT_EQ(screen.log.size(), 2U);
+  EXPECT_EQ(scrolled(), 0);
+}
+
+TEST_F(Controls, RowsAndScrollBarsAreAsLargeAsAFingerNeeds) {
+  const auto& list = static_cast<QListView&>(user->control("list"));
+  EXPECT_EQ(list.visualRect(list.model()->index(0, 0)).height(), 29);
+  EXPECT_EQ(list.verticalScrollBar()->width(), 24);
+  const auto& box = static_cast<QComboBox&>(user->control("box"));
+  EXPECT_EQ(box.view()->sizeHintForRow(0), 29);
+}
+
 TEST_F(Controls, AnotherButtonNeitherStartsNorEndsADrag) {
   QWindow* window = user->window().windowHandle();
   const QPoint at = user->control("list").mapTo(&user->window(), QPoint(20, 20));
@@ -324,6 +446,66 @@ TEST_F(Controls, AReaderHearsNamesAsTheyStand) {
   EXPECT_EQ(reader("list")->child(1)->text(QAccessible::Name),
             "Entry " + QString(100, ' ') + QString("B"));
   EXPECT_EQ(QAccessible::queryAccessibleInterface(&user->window())->role(), QAccessible::Window);
+}
+
+/// Two lists of the same entries: one knows where an entry's id and name are.
+class ProductScreen : public forms::Form {
+ public:
+  ProductScreen()
+      : Form({.name = "ProductScreen", .width = 6000, .height = 6000}),
+        list(*this, tall("list", 0), {.name = {.offset = 10}, .id = {.length = 10}}) {
+    list.AddItem(u"7          Tea ");
+    list.AddItem(u"1042       Tea ");
+    list.DblClick = [this] { log.push_back("DblClick " + std::to_string(list.ListIndex())); };
+    list.MouseDown = [this](auto&&...) { log.push_back("MouseDown"); };
+  }
+  forms::ListBox list;
+  std::vector<std::string> log;
+};
+
+class Products : public testing::Test {
+ protected:
+  Products() {
+    screen.Show();
+    user.emplace("ProductScreen");
+  }
+
+  support::TestHost host;
+  ProductScreen screen;
+  std::optional<WindowDriver> user;
+};
+
+TEST_F(Products, NamesThatFollowAnIdStandInOneColumn) {
+  const auto& list = static_cast<QListView&>(user->control("list"));
+  const auto row = [&](int index) {
+    QRect area = list.visualRect(list.model()->index(index, 0));
+    area.setLeft(50);
+    return list.viewport()->grab(area).toImage();
+  };
+  EXPECT_EQ(row(0), row(1));
+  QImage empty = row(0);
+  empty.fill(empty.pixelColor(0, 0));
+  EXPECT_NE(row(0), empty);
+}
+
+TEST_F(Products, AReaderHearsARowsNameAndIdAndPressesIt) {
+  QAccessibleInterface* list = QAccessible::queryAccessibleInterface(&user->control("list"));
+  ASSERT_EQ(list->childCount(), 2);
+  QAccessibleInterface* row = list->child(1);
+  EXPECT_EQ(row->role(), QAccessible::ListItem);
+  EXPECT_EQ(row->text(QAccessible::Name), "Tea");
+  EXPECT_EQ(row->text(QAccessible::Description), "1042");
+  EXPECT_EQ(list->indexOfChild(row), 1);
+  EXPECT_EQ(row->parent(), list);
+  EXPECT_EQ(list->childAt(row->rect().center().x(), row->rect().center().y()), row);
+  EXPECT_FALSE(row->state().selected);
+  row->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_TRUE(support::waitUntil([&] { return !screen.log.empty(); }));
+  EXPECT_THAT(screen.log, ElementsAre("DblClick 1"));
+  EXPECT_TRUE(row->state().selected);
+  screen.list.Clear();
+  EXPECT_FALSE(row->isValid());
+  EXPECT_EQ(row->text(QAccessible::Name), "");
 }
 
 }  // namespace

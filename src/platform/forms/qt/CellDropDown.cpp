@@ -14,14 +14,13 @@ namespace {
 
 // In line with the cell's text, within the list's frame.
 constexpr int kEntryInset = kCellInset - kEditorMargins.left() - 1;
-constexpr int kEntryRoom = 11;
 
 }  // namespace
 
 CellDropDown::CellDropDown(SheetView& view) : QComboBox(view.viewport()), view_(view) {
   setFocusPolicy(Qt::ClickFocus);
   setMaxVisibleItems(12);
-  setItemDelegate(new EntryPainter(kEntryInset, kEntryRoom, this));
+  setItemDelegate(new EntryPainter(kEntryInset, this));
   hide();
 }
 

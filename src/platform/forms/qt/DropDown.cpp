@@ -9,15 +9,14 @@
 namespace forms::qt {
 namespace {
 
-// Keeps the entries in line with the box's own text, and a row high enough for a finger.
+// Keeps the entries in line with the box's own text.
 constexpr int kTextInset = 5;
-constexpr int kRowRoom = 8;
 
 }  // namespace
 
 DropDown::DropDown(QWidget* parent, std::function<void()> chosen) : QComboBox(parent) {
   setMaxVisibleItems(16);
-  setItemDelegate(new EntryPainter(kTextInset, kRowRoom, this));
+  setItemDelegate(new EntryPainter(kTextInset, this));
   connect(this, &QComboBox::activated, this,
           [chosen = std::move(chosen)] { qt::dispatch(chosen); });
 }

@@ -1,5 +1,6 @@
 #include "platform/forms/qt/EntryList.h"
 
+#include <QCursor>
 #include <QDrag>
 #include <QEventLoop>
 #include <QGuiApplication>
@@ -11,13 +12,17 @@
 #include "platform/forms/qt/Pictures.h"
 #include "platform/forms/qt/Pixels.h"
 #include "platform/forms/qt/Raise.h"
+#include "platform/forms/qt/WideText.h"
 
 namespace forms::qt {
 namespace {
 
-// Keeps the text in line with that of the boxes above, and a row high enough for a finger.
+// Keeps the text in line with that of the boxes above.
 constexpr int kTextInset = 4;
-constexpr int kRowRoom = 6;
+
+QString trimmed(std::u16string_view text) {
+  return toQt(text).trimmed();
+}
 
 }  // namespace
 
@@ -27,13 +32,22 @@ struct EntryList::Drag {
   QEventLoop loop;
 };
 
-EntryList::EntryList(QWidget* parent, const EntryListEvents& events)
-    : QListView(parent), events_(events), model_(new EntryModel(this)) {
+EntryList::EntryList(QWidget* parent, const EntryParts& parts, const EntryListEvents& events)
+    : QListView(parent),
+      parts_(parts),
+      events_(events),
+      model_(new EntryModel(this)),
+      finger_(*this, {.drag = [this](const QMouseEvent& event) { press(event); },
+                      .tap = [this](const QMouseEvent& event) { fingerTaps(event); }}) {
   setModel(model_);
-  setItemDelegate(new EntryPainter(kTextInset, kRowRoom, this));
+  auto* const painter = new EntryPainter(kTextInset, this);
+  if (parts.id.offset < parts.name.offset)
+    painter->setNumberColumn(static_cast<int>(parts.name.offset));
+  setItemDelegate(painter);
   setUniformItemSizes(true);
   setTextElideMode(Qt::ElideNone);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollMode(ScrollPerPixel);
   setEditTriggers(NoEditTriggers);
   setSelectionMode(SingleSelection);
   setDragDropMode(NoDragDrop);
@@ -52,6 +66,19 @@ void EntryList::select(int row) {
 int EntryList::selected() const {
   const QModelIndexList rows = selectionModel()->selectedRows();
   return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+QString EntryList::nameOf(int row) const {
+  return trimmed(parts_.name.of(model_->entry(row)));
+}
+
+QString EntryList::idOf(int row) const {
+  return trimmed(parts_.id.of(model_->entry(row)));
+}
+
+void EntryList::doubleClickRow(int row) {
+  select(row);
+  qt::raise(events_.doubleClick);
 }
 
 /// The beginning of a text, as far as a row shows it.
@@ -79,11 +106,15 @@ void EntryList::drag(std::unique_ptr<QMimeData> text, Qt::DropActions actions) {
     QDrag::cancel();
     drag.loop.quit();
   });
+  drag_ = &drag;
+  if (finger_.drags()) {
+    takeOff();
+    return;
+  }
   QTimer held;
   held.callOnTimeout(this, [this] { takeOff(); });
   held.setSingleShot(true);
   held.start(kHeldStill);
-  drag_ = &drag;
   drag.loop.exec();
   drag_ = nullptr;
 }
@@ -95,12 +126,14 @@ void EntryList::takeOff() {
   toolkits->setPixmap(dragPicture(visiblePart(drag->text->text()).simplified(), font(), palette(),
                                   devicePixelRatioF()));
   toolkits->setMimeData(drag->text.release());
-  toolkits->exec(drag->actions, Qt::MoveAction);
+  const Qt::DropAction taken = toolkits->exec(drag->actions, Qt::MoveAction);
+  droppedOutside_ = taken != Qt::IgnoreAction || !rect().contains(mapFromGlobal(QCursor::pos()));
   drag->loop.quit();
 }
 
-void EntryList::pressed(const QMouseEvent& event) {
+void EntryList::press(const QMouseEvent& event) {
   button_ = event.button();
+  droppedOutside_ = false;
   model_->publish();
   const QModelIndex under = indexAt(event.position().toPoint());
   if (event.button() == Qt::LeftButton && under.isValid()) setCurrentIndex(under);
@@ -108,30 +141,61 @@ void EntryList::pressed(const QMouseEvent& event) {
             toTwips(event.position().x(), scale_), toTwips(event.position().y(), scale_));
 }
 
+/// The second press of a double press is a double click, unless it drags a row off the list.
+void EntryList::pressTwice(const QMouseEvent& event) {
+  press(event);
+  if (!droppedOutside_) qt::raise(events_.doubleClick);
+}
+
+// Two taps on one row: the toolkit also takes a swipe for the first press of a double press.
+void EntryList::fingerTaps(const QMouseEvent& event) {
+  const QModelIndex under = indexAt(event.position().toPoint());
+  const bool isDouble = doublePress_.completes(event) && under == tapped_;
+  tapped_ = isDouble ? QModelIndex() : under;
+  if (isDouble)
+    pressTwice(event);
+  else
+    press(event);
+}
+
 // While one button holds a drag, presses of the others are ignored.
 void EntryList::mousePressEvent(QMouseEvent* event) {
   event->accept();
   if (drag_ != nullptr) return;
+  if (Finger::made(*event)) {
+    finger_.press(*event);
+    return;
+  }
   if (event->button() == Qt::LeftButton) doublePress_.press(*event);
-  pressed(*event);
+  press(*event);
 }
 
 void EntryList::mouseDoubleClickEvent(QMouseEvent* event) {
   event->accept();
   if (drag_ != nullptr) return;
-  const bool isDouble = event->button() == Qt::LeftButton && doublePress_.completes(*event);
-  pressed(*event);
-  if (isDouble) qt::raise(events_.doubleClick);
+  if (Finger::made(*event))
+    finger_.press(*event);
+  else if (event->button() == Qt::LeftButton && doublePress_.completes(*event))
+    pressTwice(*event);
+  else
+    press(*event);
 }
 
 // The toolkit's list would select and drag by itself.
 void EntryList::mouseMoveEvent(QMouseEvent* event) {
   event->accept();
-  takeOff();
+  if (Finger::made(*event))
+    finger_.move(*event);
+  else
+    takeOff();
 }
 
 void EntryList::mouseReleaseEvent(QMouseEvent* event) {
   event->accept();
+  if (Finger::made(*event)) {
+    finger_.release(*event);
+    return;
+  }
   if (event->button() != button_) return;
   if (Drag* drag = std::exchange(drag_, nullptr)) drag->loop.quit();
 }

@@ -1,14 +1,15 @@
 #include "platform/forms/qt/EntryPainter.h"
 
+#include <QFontInfo>
 #include <QPainter>
 
 namespace forms::qt {
 
-EntryPainter::EntryPainter(int inset, int room, QObject* list)
-    : QStyledItemDelegate(list), inset_(inset), room_(room) {}
+EntryPainter::EntryPainter(int inset, QObject* list) : QStyledItemDelegate(list), inset_(inset) {}
 
 QSize EntryPainter::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const {
-  return {1, option.fontMetrics.height() + room_};
+  constexpr qreal kRowHeight = 2.25;  // of the font's size: 29 pixels for the usual font
+  return {1, qRound(QFontInfo(option.font).pixelSize() * kRowHeight)};
 }
 
 void EntryPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -18,14 +19,20 @@ void EntryPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
   const QPalette& colours = option.palette;
   painter->fillRect(option.rect, selected ? colours.highlight() : colours.base());
   const bool cut = option.textElideMode == Qt::ElideNone;
-  const QRect place = option.rect.adjusted(inset_, 0, cut ? 0 : -inset_, 0);
-  const QString text = index.data(Qt::DisplayRole).toString();
+  QRect room = option.rect.adjusted(inset_, 0, cut ? 0 : -inset_, 0);
+  QString text = index.data(Qt::DisplayRole).toString();
+  constexpr int kAlignment = Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine;
   painter->setFont(option.font);
   painter->setPen(colours.color(selected ? QPalette::HighlightedText : QPalette::Text));
   painter->setClipRect(option.rect);
+  if (numberColumn_ > 0) {
+    painter->drawText(room, kAlignment, text.left(numberColumn_));
+    text.remove(0, numberColumn_);
+    room.setLeft(room.left() + numberColumn_ * option.fontMetrics.horizontalAdvance('0'));
+  }
   painter->drawText(
-      place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-      cut ? text : option.fontMetrics.elidedText(text, option.textElideMode, place.width()));
+      room, kAlignment,
+      cut ? text : option.fontMetrics.elidedText(text, option.textElideMode, room.width()));
   painter->setClipping(false);
 }
 

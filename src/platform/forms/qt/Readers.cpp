@@ -4,6 +4,8 @@
 #include <QAccessibleWidget>
 #include <QComboBox>
 
+#include "platform/forms/qt/EntryReader.h"
+
 namespace forms::qt {
 namespace {
 
@@ -60,6 +62,7 @@ class DropDownReader : public QAccessibleWidget {
 };
 
 QAccessibleInterface* makeReader(const QString&, QObject* object) {
+  if (auto* list = dynamic_cast<EntryList*>(object)) return new EntryListReader(*list);
   if (auto* box = qobject_cast<QComboBox*>(object); box != nullptr && !box->isEditable())
     return new DropDownReader(box);
   auto* widget = qobject_cast<QWidget*>(object);

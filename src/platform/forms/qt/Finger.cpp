@@ -1,0 +1,76 @@
+#include "platform/forms/qt/Finger.h"
+
+#include <QApplication>
+#include <QScroller>
+#include <cstdlib>
+#include <utility>
+
+namespace forms::qt {
+namespace {
+
+constexpr int kHeldStill = 500;  // milliseconds
+
+qint64 timeOf(const QMouseEvent& event) {
+  return static_cast<qint64>(event.timestamp());
+}
+
+}  // namespace
+
+Finger::Finger(QAbstractScrollArea& list, Gestures gestures)
+    : list_(list), gestures_(std::move(gestures)) {
+  held_.setSingleShot(true);
+  held_.setInterval(kHeldStill);
+  held_.callOnTimeout([this] { beginDrag(); });
+
+  QScroller* const scroller = QScroller::scroller(&list_);
+  QScrollerProperties properties = scroller->scrollerProperties();
+  properties.setScrollMetric(QScrollerProperties::VerticalOvershootPolicy,
+                             QScrollerProperties::OvershootAlwaysOff);
+  // The finger has moved before the scroller hears of it.
+  properties.setScrollMetric(QScrollerProperties::DragStartDistance, 0.0005);  // metres
+  scroller->setScrollerProperties(properties);
+}
+
+void Finger::press(const QMouseEvent& event) {
+  QScroller* const scroller = QScroller::scroller(&list_);
+  // A touch that stops a list that runs is no tap.
+  const bool stops = scroller->state() == QScroller::Scrolling;
+  scroller->handleInput(QScroller::InputPress, event.position(), timeOf(event));
+  press_.reset(event.clone());
+  meaning_ = stops ? Meaning::Scroll : Meaning::Open;
+  if (!stops) held_.start();
+}
+
+void Finger::move(const QMouseEvent& event) {
+  if (meaning_ == Meaning::Open) {
+    const QPointF way = event.position() - press_->position();
+    if (way.manhattanLength() < QApplication::startDragDistance()) return;
+    if (std::abs(way.x()) > std::abs(way.y())) {
+      beginDrag();
+      return;
+    }
+    held_.stop();
+    meaning_ = Meaning::Scroll;
+  }
+  if (meaning_ == Meaning::Scroll)
+    QScroller::scroller(&list_)->handleInput(QScroller::InputMove, event.position(), timeOf(event));
+}
+
+void Finger::release(const QMouseEvent& event) {
+  held_.stop();
+  const Meaning meaning = std::exchange(meaning_, Meaning::None);
+  if (meaning == Meaning::None) return;
+  QScroller::scroller(&list_)->handleInput(QScroller::InputRelease, event.position(),
+                                           timeOf(event));
+  if (meaning == Meaning::Open) gestures_.tap(*press_);
+}
+
+void Finger::beginDrag() {
+  held_.stop();
+  QScroller::scroller(&list_)->stop();
+  meaning_ = Meaning::Drag;
+  gestures_.drag(*press_);
+  meaning_ = Meaning::None;
+}
+
+}  // namespace forms::qt

@@ -22,6 +22,7 @@ KeyEditor::KeyEditor(const KeyEditorDesign& design)
     MyButton1(i).Click = [this, i] { MyButton1_Click(i); };
     MyButton1(i).GotFocus = [this, i] { MyButton1_GotFocus(i); };
     MyButton1(i).MouseOver = [this, i] { MyButton1_MouseOver(i); };
+    MyButton1(i).isCurrent = [this, i] { return CurrentKey == i; };
   }
   List1.MouseDown = [this](std::int16_t button, std::int16_t shift, float x, float y) {
     List1_MouseDown(button, shift, x, y);

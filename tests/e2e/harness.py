@@ -260,13 +260,14 @@ class Screen:
 
     def key(self, index):
         """The node of a key."""
-        return self.node.find(description=f"Key {index}")
+        return next((node for node in self.node.walk()
+                     if node.description.startswith(f"Key {index}, ")), None)
 
     def captions(self):
         """All keys' captions that aren't empty, by index; a key without one bears its number."""
         found = {}
         for node in self.node.walk():
-            about = node.description
+            about = node.description.split(",")[0]
             if about.startswith("Key ") and node.name != about:
                 found[int(about[4:])] = node.name
         return found

@@ -95,6 +95,12 @@ class Node:
         bits = low | high << 32
         return {name for name, bit in STATES.items() if bits >> bit & 1}
 
+    def act(self, name):
+        """Carries out one of the part's actions."""
+        told = self._call("Action", "GetActions")[0]
+        index = next(i for i, action in enumerate(told) if action[0] == name)
+        self._call("Action", "DoAction", GLib.Variant("(i)", (index,)))
+
     def box(self):
         """Left, top, width and height on the screen, in pixels."""
         return self._call("Component", "GetExtents", GLib.Variant("(u)", (0,)))[0]

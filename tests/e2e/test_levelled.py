@@ -1,5 +1,7 @@
 """Tours of the levelled editor: what a shop's day with it leaves on the screen and on the disk."""
 
+import time
+
 import controls
 from desktop import wait_until
 from harness import Case, Screen, World
@@ -286,3 +288,51 @@ class Autofill(Case):
         self.assertEqual(self.shop.touch_setting("SETTINGS", "AUTOFILL"), "0")
         self.assertTrue(self.arranged(screen))
         self.assertIsNone(screen.item_list())
+
+
+class Hand(Case):
+    def test_a_second_press_that_becomes_a_drag_places_its_item_once(self):
+        screen = self.levelled()
+        (tea, _), (bun, _) = screen.items()[:2]
+        screen.click(5)
+        x, y = screen.item_point(0)
+        before = len(screen.windows())
+        screen.desktop.hand("mousemove", x, y, "click", 1, "mousedown", 1, "mousemove", x - 3, y + 3)
+        wait_until(lambda: len(screen.windows()) > before, "the drag's picture")
+        x, y = screen.point(20)
+        screen.desktop.hand("mousemove", x + 9, y + 9, "mousemove", x, y, "mouseup", 1)
+        screen.alone()
+        screen.drag(1, 30)
+        screen.wait_captions({20: tea, 30: bun})
+        # What a reader hears of the keys, and what it can press.
+        self.assertIn("selected", screen.key(5).states())
+        self.assertNotIn("selected", screen.key(20).states())
+        self.assertRegex(screen.key(20).description, "^Key 20, row 3, column 7, colour #[0-9A-F]{6}$")
+        screen.item_list().child(1).act("Press")
+        screen.wait_captions({5: bun, 20: tea, 30: bun})
+        screen.click(9)
+        screen.keys("Right", "Down", "Return")
+        wait_until(lambda: "selected" in screen.key(17).states(), "the key below and beside")
+
+    def test_a_key_that_is_held_saves_once(self):
+        screen = self.levelled()
+        screen.save()  # the focus is on Save
+        made = len(screen.desktop.created)
+
+        def notices():
+            return len(screen.desktop.created_by(screen.window, made))
+
+        for key in ("space", "Return"):
+            made = len(screen.desktop.created)
+            screen.desktop.hand("keydown", key)
+            time.sleep(1.5)  # some repeats
+            self.assertEqual(notices(), 0)
+            screen.desktop.hand("keyup", key)
+            wait_until(lambda: notices() == 1, "the notice")
+            # Down again in the notice, and held beyond its end.
+            screen.desktop.hand("keydown", key)
+            screen.alone()
+            time.sleep(1.5)
+            screen.desktop.hand("keyup", key)
+            screen.alone()
+            self.assertEqual(notices(), 1)

@@ -1,5 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QColor>
+#include <QImage>
+#include <QWidget>
+#include <cstdlib>
+
 #include "support/Shop.h"
 
 using support::caption;
@@ -12,6 +17,23 @@ using support::WindowDriver;
 namespace {
 constexpr std::int32_t kRed = 255;
 constexpr std::int32_t kBlue = 0xFF0000;
+
+/// True when a colour shows on a control off its edge.
+bool hasInk(const WindowDriver& user, std::string_view control, const QColor& colour) {
+  constexpr int kEdge = 8;
+  constexpr int kNear = 60;
+  const QImage picture = user.control(control).grab().toImage();
+  for (int y = kEdge; y < picture.height() - kEdge; ++y)
+    for (int x = kEdge; x < picture.width() - kEdge; ++x) {
+      const QColor seen = picture.pixelColor(x, y);
+      if (std::abs(seen.red() - colour.red()) + std::abs(seen.green() - colour.green()) +
+              std::abs(seen.blue() - colour.blue()) <
+          kNear)
+        return true;
+    }
+  return false;
+}
+
 }  // namespace
 
 TEST(Colours, TheDialogsAnswerSurvivesAndCancelPaintsWithIt) {
@@ -81,6 +103,7 @@ TEST(CopyMode, ColoursTravelOverLevelsSavesAndResetsUntilTheModeIsEnded) {
   user.click("cmdCopy");
   EXPECT_EQ(caption(user, "cmdCopy"), "STOP COPY");
   EXPECT_EQ(shownColour(user, "cmdCopy"), kRed);
+  EXPECT_TRUE(hasInk(user, "cmdCopy", Qt::white));
   user.click(key(2));
   user.click("cmdResetColor");  // the source key is still current
   shop.save(user);
@@ -96,6 +119,7 @@ TEST(CopyMode, ColoursTravelOverLevelsSavesAndResetsUntilTheModeIsEnded) {
   user.click("cmdCopy");
   EXPECT_EQ(caption(user, "cmdCopy"), "Copy Button Settings");
   EXPECT_EQ(shownColour(user, "cmdCopy"), 0xFFFFFF) << "not the look that it had at the start";
+  EXPECT_TRUE(hasInk(user, "cmdCopy", Qt::black));
   user.click(key(4));
   saved = shop.save(user, "FastMovers3.txt");
   EXPECT_EQ(saved[4], "4,,,16777215,-2147483630");

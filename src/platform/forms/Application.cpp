@@ -8,6 +8,7 @@
 #include "platform/files/ReadWatch.h"
 #include "platform/forms/qt/Display.h"
 #include "platform/forms/qt/Faces.h"
+#include "platform/forms/qt/HeldKeys.h"
 #include "platform/forms/qt/Look.h"
 #include "platform/forms/qt/Pictures.h"
 #include "platform/forms/qt/Raise.h"
@@ -54,6 +55,7 @@ struct Application::Toolkit {
     QApplication::setFont(qt::font(usual.face, usual.points, usual.weight));
     QApplication::setWindowIcon(qt::programIcon());
     qt::installReaders();
+    new qt::HeldKeys(&application);
     QApplication::setQuitOnLastWindowClosed(false);
   }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -88,6 +89,10 @@ class MyButton : public forms::Control {
   forms::Event<> DblClick;
   /// The pointer enters the button.
   forms::Event<> MouseOver;
+
+  /// Asked for screen readers: true for the key that the screen's commands act on. Nothing shows
+  /// it.
+  std::function<bool()> isCurrent;
 
  private:
   void applyFont();

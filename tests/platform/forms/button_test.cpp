@@ -8,6 +8,9 @@
 #include <QDragEnterEvent>
 #include <QImage>
 #include <QMimeData>
+#include <QTest>
+#include <QWindow>
+#include <algorithm>
 
 #include "platform/forms/Form.h"
 #include "platform/forms/MyCommandButton.h"
@@ -28,7 +31,8 @@ constexpr forms::Colour kBlue = 0xFF0000;
 ButtonDesign keyDesign(std::int16_t index) {
   ButtonDesign design;
   design.name = "MyButton1";
-  design.left = 1350 * index;
+  design.left = 1350 * (index % 3);
+  design.top = 1080 * (index / 3);
   design.width = 1320;
   design.height = 1050;
   design.tabIndex = index;
@@ -37,12 +41,12 @@ ButtonDesign keyDesign(std::int16_t index) {
   return design;
 }
 
-/// Three keys that write down what they raise.
+/// Five keys, three in a row, that write down what they raise.
 class KeyScreen : public forms::Form {
  public:
   KeyScreen()
       : Form({.name = "KeyScreen", .width = 6000, .height = 3000, .backColour = forms::kWhite}),
-        keys(*this, 3, keyDesign) {
+        keys(*this, 5, keyDesign) {
     for (std::int16_t i = 0; i < keys.count(); ++i) {
       const std::string key = std::to_string(i);
       keys(i).Click = [this, key] { log.push_back("Click " + key); };
@@ -120,9 +124,81 @@ TEST_F(Button, APressAndReleaseOnItIsAClickAndNothingElseIs) {
   EXPECT_THAT(screen.log, testing::Not(testing::Contains(testing::StartsWith("Click"))));
 
   screen.log.clear();
+  for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+    screen.log.clear();
+    user->key(key);
+    EXPECT_THAT(screen.log, ElementsAre("Click 1"));
+  }
+  user->key(Qt::Key_X);
+  EXPECT_EQ(screen.log.size(), 1U);
+}
+
+/// A screen that stays up until its user has pressed a key of the keyboard, and held it.
+class Notice : public forms::Form {
+ public:
+  Notice() : Form({.name = "Notice", .width = 1500, .height = 1500}) {}
+};
+
+TEST_F(Button, AKeyThatIsHeldIsOneClickAndReachesNothingAfterAModalScreen) {
+  QWindow* window = user->window().windowHandle();
+  // The display system tells of a held key by presses without releases.
+  for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
+    screen.log.clear();
+    for (int repeat = 0; repeat < 3; ++repeat) QTest::keyPress(window, key);
+    EXPECT_THAT(screen.log, ElementsAre());
+    QTest::keyRelease(window, key);
+    support::settle();
+    EXPECT_THAT(screen.log, ElementsAre("Click 0"));
+  }
+
+  // Another button than the one on which it went down gets nothing of it.
+  screen.log.clear();
+  QTest::keyPress(window, Qt::Key_Space);
+  user->focus("MyButton1(1)");
+  QTest::keyPress(window, Qt::Key_Space);
+  QTest::keyRelease(window, Qt::Key_Space);
+  EXPECT_THAT(screen.log, ElementsAre("GotFocus 1"));
+
+  screen.log.clear();
+  screen.keys(1).Click = [&] {
+    screen.log.push_back("Click 1");
+    Notice notice;
+    support::soon([&] {
+      const support::WindowDriver reader("Notice");
+      QTest::keyPress(reader.window().windowHandle(), Qt::Key_Space);
+      notice.Unload();
+    });
+    notice.ShowModal();
+  };
+  user->click("MyButton1(1)");
+  user->focus("MyButton1(1)");
+  const auto clicks = [&] { return std::ranges::count(screen.log, "Click 1"); };
+  EXPECT_EQ(clicks(), 1);
+  QTest::keyPress(window, Qt::Key_Space);
+  QTest::keyRelease(window, Qt::Key_Space);
+  support::settle();
+  EXPECT_EQ(clicks(), 1);
+  screen.keys(1).Click = [&] { screen.log.push_back("Click 1"); };
   user->key(Qt::Key_Space);
-  user->key(Qt::Key_Return);
-  EXPECT_THAT(screen.log, ElementsAre("Click 1"));
+  EXPECT_EQ(clicks(), 2);
+}
+
+TEST_F(Button, ArrowKeysMoveTheFocusAmongTheKeysAsTheyStand) {
+  const auto after = [&](Qt::Key arrow) {
+    user->key(arrow);
+    for (std::int16_t i = 0; i < screen.keys.count(); ++i)
+      if (user->hasFocus("MyButton1(" + std::to_string(i) + ")")) return int{i};
+    return -1;
+  };
+  EXPECT_EQ(after(Qt::Key_Left), 0);
+  EXPECT_EQ(after(Qt::Key_Right), 1);
+  EXPECT_EQ(after(Qt::Key_Down), 4);
+  EXPECT_EQ(after(Qt::Key_Right), 4);
+  EXPECT_EQ(after(Qt::Key_Left), 3);
+  EXPECT_EQ(after(Qt::Key_Up), 0);
+  screen.keys(1).Visible(false);
+  EXPECT_EQ(after(Qt::Key_Right), 2);
+  EXPECT_EQ(after(Qt::Key_Down), 2);
 }
 
 TEST_F(Button, ADoublePressIsOneClickThenOneDoubleClick) {
@@ -329,16 +405,46 @@ TEST_F(Button, IsNamedForScreenReadersAndPressedByThem) {
   const auto reader = [&](const std::string& key) {
     return QAccessible::queryAccessibleInterface(&user->control(key));
   };
+  const auto text = [&](const std::string& key, QAccessible::Text kind) {
+    return reader(key)->text(kind).toStdString();
+  };
+  screen.keys(2).backcolor(0xB4E1FF);
   EXPECT_EQ(reader("MyButton1(2)")->role(), QAccessible::PushButton);
-  EXPECT_EQ(reader("MyButton1(2)")->text(QAccessible::Name), "Key 2");
-  EXPECT_EQ(reader("MyButton1(2)")->text(QAccessible::Description), "Key 2");
+  EXPECT_EQ(text("MyButton1(2)", QAccessible::Name), "Key 2");
+  EXPECT_EQ(text("MyButton1(2)", QAccessible::Description),
+            "Key 2, row 1, column 3, colour #FFE1B4");
   screen.keys(2).caption(u"Fish & Chips");
-  EXPECT_EQ(reader("MyButton1(2)")->text(QAccessible::Name), "Fish & Chips");
-  EXPECT_EQ(reader("MyButton1(2)")->text(QAccessible::Description), "Key 2");
+  EXPECT_EQ(text("MyButton1(2)", QAccessible::Name), "Fish & Chips");
+  screen.keys(4).backcolor(forms::kWhite);
+  EXPECT_EQ(text("MyButton1(4)", QAccessible::Description),
+            "Key 4, row 2, column 2, colour #FFFFFF");
+  screen.keys(4).Top(0);
+  screen.keys(4).Left(4050);
+  EXPECT_EQ(text("MyButton1(4)", QAccessible::Description),
+            "Key 4, row 1, column 4, colour #FFFFFF");
 
-  reader("MyButton1(2)")->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  screen.keys(2).isCurrent = [] { return true; };
+  EXPECT_TRUE(reader("MyButton1(2)")->state().selected);
+  EXPECT_FALSE(reader("MyButton1(1)")->state().selected);
+
+  QAccessibleActionInterface* actions = reader("MyButton1(2)")->actionInterface();
+  actions->doAction(QAccessibleActionInterface::pressAction());
   EXPECT_TRUE(support::waitUntil([&] { return !screen.log.empty(); }));
   EXPECT_THAT(screen.log, ElementsAre("Click 2"));
+  EXPECT_TRUE(actions->actionNames().contains("Double click"));
+  actions->doAction("Double click");
+  support::settle();
+  EXPECT_THAT(screen.log, ElementsAre("Click 2", "DblClick 2"));
+
+  // What a modal screen shuts out, a reader can't press either.
+  Notice notice;
+  support::soon([&] {
+    actions->doAction(QAccessibleActionInterface::pressAction());
+    support::soon([&] { notice.Unload(); });
+  });
+  notice.ShowModal();
+  support::settle();
+  EXPECT_EQ(std::ranges::count(screen.log, "Click 2"), 1);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "platform/forms/qt/KeyFace.h"
 
+#include <QAccessible>
 #include <QDragEnterEvent>
 #include <QEnterEvent>
 #include <QKeyEvent>
@@ -9,6 +10,7 @@
 
 #include "platform/forms/qt/Colours.h"
 #include "platform/forms/qt/DragData.h"
+#include "platform/forms/qt/KeyBlock.h"
 #include "platform/forms/qt/Pixels.h"
 #include "platform/forms/qt/Raise.h"
 
@@ -26,6 +28,11 @@ bool take(QDropEvent& event) {
   return true;
 }
 
+bool isPressKey(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return ||
+         event.key() == Qt::Key_Enter;
+}
+
 }  // namespace
 
 KeyFace::KeyFace(QWidget* parent, const KeyEvents& events,
@@ -36,7 +43,6 @@ KeyFace::KeyFace(QWidget* parent, const KeyEvents& events,
 
 void KeyFace::setKeyNumber(int number) {
   keyName_ = "Key " + QString::number(number);
-  setAccessibleDescription(keyName_);
 }
 
 void KeyFace::setCaption(const QString& text) {
@@ -54,6 +60,29 @@ KeyState KeyFace::state() const {
   if (held_) return KeyState::Down;
   if (hovered_) return KeyState::Over;
   return hasFocus() ? KeyState::Focus : KeyState::Rest;
+}
+
+QColor KeyFace::restColour() const {
+  return drawnColour(colours_(KeyState::Rest).back, palette());
+}
+
+void KeyFace::tellCurrent() {
+  const bool current = isCurrent();
+  if (std::exchange(toldCurrent_, current) == current) return;
+  QAccessible::State changed;
+  changed.selected = true;
+  QAccessibleStateChangeEvent event(this, changed);
+  QAccessible::updateAccessibility(&event);
+}
+
+void KeyFace::raiseClick() {
+  qt::raise(events_.click);
+  if (isKey()) tellCurrentKeys(*this);
+}
+
+void KeyFace::doubleClick() {
+  qt::raise(events_.doubleClick);
+  if (isKey()) tellCurrentKeys(*this);
 }
 
 void KeyFace::hold(bool down) {
@@ -98,37 +127,41 @@ void KeyFace::mouseReleaseEvent(QMouseEvent* event) {
   pressed_ = false;
   const bool inside = held_;
   hold(false);
-  if (inside) qt::raise(events_.click);
+  if (inside) raiseClick();
 }
 
 // The second press of a double press is no click: its release finds nothing under way.
 void KeyFace::mouseDoubleClickEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   if (doublePress_.completes(*event))
-    qt::raise(events_.doubleClick);
+    doubleClick();
   else
     mousePressEvent(event);
 }
 
 void KeyFace::keyPressEvent(QKeyEvent* event) {
-  if (event->key() != Qt::Key_Space) {
-    event->ignore();
+  if (isPressKey(*event)) {
+    if (event->isAutoRepeat()) return;
+    pressed_ = true;
+    hold(true);
     return;
   }
-  if (event->isAutoRepeat()) return;
-  pressed_ = true;
-  hold(true);
+  KeyFace* const next = isKey() ? neighbour(*this, event->key()) : nullptr;
+  if (next != nullptr)
+    next->setFocus(Qt::TabFocusReason);
+  else
+    event->ignore();
 }
 
 void KeyFace::keyReleaseEvent(QKeyEvent* event) {
-  if (event->key() != Qt::Key_Space) {
+  if (!isPressKey(*event)) {
     event->ignore();
     return;
   }
   if (event->isAutoRepeat() || !pressed_) return;
   pressed_ = false;
   hold(false);
-  qt::raise(events_.click);
+  raiseClick();
 }
 
 void KeyFace::enterEvent(QEnterEvent*) {
@@ -176,7 +209,7 @@ void KeyFace::dropEvent(QDropEvent* event) {
 }
 
 void KeyFace::nextCheckState() {
-  qt::raise(events_.click);
+  raiseClick();
 }
 
 }  // namespace forms::qt

@@ -12,13 +12,14 @@
 
 namespace forms::qt {
 
-/// What a button raises, through the dispatcher.
+/// What a button raises, through the dispatcher, and what it asks for screen readers.
 struct KeyEvents {
   const Event<>& click;
   const Event<>& doubleClick;
   const Event<>& focus;
   const Event<>& pointer;
   const Event<DataObject&, std::int32_t&, std::int16_t, std::int16_t, float, float>& drop;
+  const std::function<bool()>& isCurrent;
 };
 
 /// How a button stands at the moment. Of several states that hold, the later one shows.
@@ -38,11 +39,21 @@ class KeyFace final : public QAbstractButton {
   /// Makes it a key of the key block: screen readers name it "Key n" where its caption is empty.
   void setKeyNumber(int number);
   bool isKey() const { return !keyName_.isEmpty(); }
+  const QString& keyName() const { return keyName_; }
   void setCaption(const QString& text);
   void setTextFont(const QFont& font);
   /// How large the screen is laid out.
   void setScale(double scale) { scale_ = scale; }
   void setShowsFocus(bool shows) { showsFocus_ = shows; }
+
+  /// The colour that fills it at rest.
+  QColor restColour() const;
+  /// True for the key that the screen's commands act on.
+  bool isCurrent() const { return events_.isCurrent && events_.isCurrent(); }
+  /// Tells screen readers where that has changed since it was told last.
+  void tellCurrent();
+  bool takesDoubleClick() const { return static_cast<bool>(events_.doubleClick); }
+  void doubleClick();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -65,6 +76,7 @@ class KeyFace final : public QAbstractButton {
 
  private:
   KeyState state() const;
+  void raiseClick();
   void hold(bool down);
   void markDrop(bool on);
 
@@ -75,10 +87,11 @@ class KeyFace final : public QAbstractButton {
   QString keyName_;
   double scale_ = 1;
   bool showsFocus_ = true;
-  bool pressed_ = false;  ///< a press of the mouse or the space bar is under way
+  bool pressed_ = false;  ///< a press of the mouse or of a key is under way
   bool held_ = false;     ///< and holds the button down
   bool hovered_ = false;
   bool dropMark_ = false;
+  bool toldCurrent_ = false;
 };
 
 }  // namespace forms::qt

@@ -5,6 +5,7 @@
 #include <QComboBox>
 
 #include "platform/forms/qt/EntryReader.h"
+#include "platform/forms/qt/KeyReader.h"
 
 namespace forms::qt {
 namespace {
@@ -62,6 +63,7 @@ class DropDownReader : public QAccessibleWidget {
 };
 
 QAccessibleInterface* makeReader(const QString&, QObject* object) {
+  if (auto* face = dynamic_cast<KeyFace*>(object)) return new KeyReader(*face);
   if (auto* list = dynamic_cast<EntryList*>(object)) return new EntryListReader(*list);
   if (auto* box = qobject_cast<QComboBox*>(object); box != nullptr && !box->isEditable())
     return new DropDownReader(box);

@@ -1,0 +1,74 @@
+#include "platform/forms/qt/HeldKeys.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QLibrary>
+
+namespace forms::qt {
+namespace {
+
+/// Asks the X server not to make up a release before each repeat. The toolkit tells those from real
+/// ones only if the next press has arrived by then.
+void askForRealReleases() {
+  const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  if (x11 == nullptr || x11->display() == nullptr) return;
+  using SetDetectableAutoRepeat = int (*)(Display*, int, int*);
+  QLibrary library(QStringLiteral("X11"), 6);
+  const auto setDetectable =
+      reinterpret_cast<SetDetectableAutoRepeat>(library.resolve("XkbSetDetectableAutoRepeat"));
+  if (setDetectable != nullptr) setDetectable(x11->display(), 1, nullptr);
+}
+
+}  // namespace
+
+HeldKeys::HeldKeys(QObject* application) : QObject(application) {
+  askForRealReleases();
+  application->installEventFilter(this);
+}
+
+bool HeldKeys::eventFilter(QObject* watched, QEvent* event) {
+  if (!watched->isWindowType()) return false;
+  switch (event->type()) {
+    case QEvent::WindowBlocked:
+    case QEvent::WindowUnblocked:
+      ++period_;
+      return false;
+    case QEvent::KeyPress:
+      return filterPress(watched, *static_cast<QKeyEvent*>(event));
+    case QEvent::KeyRelease:
+      return filterRelease(*static_cast<QKeyEvent*>(event));
+    default:
+      return false;
+  }
+}
+
+bool HeldKeys::filterPress(QObject* window, QKeyEvent& event) {
+  // A held key repeats sooner than this; one that hasn't was let go over another program.
+  constexpr quint64 kStillHeld = 1000;
+  const auto press = down_.find(event.key());
+  const bool wasDown = press != down_.end() && event.timestamp() - press->last <= kStillHeld;
+  if (!event.isAutoRepeat() && !wasDown) {
+    down_.insert(event.key(), {.period = period_, .last = event.timestamp()});
+    return false;
+  }
+  if (press != down_.end()) press->last = event.timestamp();
+  if (press == down_.end() || press->period != period_) return true;
+  if (event.isAutoRepeat()) return false;
+  QKeyEvent repeat(QEvent::KeyPress, event.key(), event.modifiers(), event.nativeScanCode(),
+                   event.nativeVirtualKey(), event.nativeModifiers(), event.text(), true,
+                   static_cast<quint16>(event.count()));
+  repeat.setTimestamp(event.timestamp());
+  QCoreApplication::sendEvent(window, &repeat);
+  event.setAccepted(repeat.isAccepted());
+  return true;
+}
+
+bool HeldKeys::filterRelease(const QKeyEvent& event) {
+  const auto press = down_.constFind(event.key());
+  if (press == down_.constEnd()) return false;
+  const bool isOld = press->period != period_;
+  if (!event.isAutoRepeat()) down_.erase(press);
+  return isOld;
+}
+
+}  // namespace forms::qt

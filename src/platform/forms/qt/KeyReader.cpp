@@ -1,0 +1,48 @@
+#include "platform/forms/qt/KeyReader.h"
+
+#include "platform/forms/qt/KeyBlock.h"
+#include "platform/forms/qt/ReaderAction.h"
+
+namespace forms::qt {
+namespace {
+
+const QString& doubleClickAction() {
+  static const QString name = QStringLiteral("Double click");
+  return name;
+}
+
+}  // namespace
+
+QString KeyReader::text(QAccessible::Text kind) const {
+  if (kind != QAccessible::Description || !face().isKey()) return QAccessibleWidget::text(kind);
+  const KeyPosition position = positionOf(face());
+  return QStringLiteral("%1, row %2, column %3, colour %4")
+      .arg(face().keyName())
+      .arg(position.row)
+      .arg(position.column)
+      .arg(face().restColour().name().toUpper());
+}
+
+QAccessible::State KeyReader::state() const {
+  QAccessible::State now = QAccessibleWidget::state();
+  now.selectable = face().isKey();
+  now.selected = face().isCurrent();
+  return now;
+}
+
+QStringList KeyReader::actionNames() const {
+  QStringList names{pressAction(), setFocusAction()};
+  if (face().takesDoubleClick()) names.append(doubleClickAction());
+  return names;
+}
+
+void KeyReader::doAction(const QString& action) {
+  if (action == pressAction())
+    actLater(face(), [&face = face()] { face.click(); });
+  else if (action == doubleClickAction() && face().takesDoubleClick())
+    actLater(face(), [&face = face()] { face.doubleClick(); });
+  else
+    QAccessibleWidget::doAction(action);
+}
+
+}  // namespace forms::qt

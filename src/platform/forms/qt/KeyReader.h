@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QAccessibleWidget>
+
+#include "platform/forms/qt/KeyFace.h"
+
+namespace forms::qt {
+
+/// A button as screen readers see it. A key is described by its index (from 0), its position (from
+/// 1) and its colour at rest, is selected where it is the current one, and can be double-clicked.
+class KeyReader final : public QAccessibleWidget {
+ public:
+  explicit KeyReader(KeyFace& face) : QAccessibleWidget(&face, QAccessible::Button) {}
+
+  QString text(QAccessible::Text kind) const override;
+  QAccessible::State state() const override;
+  QStringList actionNames() const override;
+  void doAction(const QString& action) override;
+
+ private:
+  KeyFace& face() const { return *static_cast<KeyFace*>(widget()); }
+};
+
+}  // namespace forms::qt

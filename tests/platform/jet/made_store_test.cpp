@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 
 #include "makestore/ShopStore.h"
@@ -10,6 +11,8 @@
 #include "platform/jet/StoreFiles.h"
 #include "platform/jet/engine/TableSource.h"
 #include "platform/jet/format/IndexPage.h"
+#include "support/FileFaults.h"
+#include "support/ProgramFolder.h"
 
 namespace {
 
@@ -25,6 +28,10 @@ std::u16string longKey(int number) {
   return text;
 }
 
+Index index(std::u16string name, std::vector<makestore::KeyPart> parts) {
+  return {.name = std::move(name), .columns = std::move(parts)};
+}
+
 /// A table with an index of each kind.
 void addManyIndexes(makestore::StoreBuilder& store) {
   makestore::Table& table = store.table(u"Many");
@@ -36,9 +43,6 @@ void addManyIndexes(makestore::StoreBuilder& store) {
       .column({.name = u"when", .type = ColumnType::DateTime})
       .column({.name = u"guid", .type = ColumnType::Guid})
       .column({.name = u"on", .type = ColumnType::Boolean});
-  const auto index = [](std::u16string name, std::vector<makestore::KeyPart> parts) {
-    return Index{.name = std::move(name), .columns = std::move(parts)};
-  };
   Index ignoring = index(u"down", {{u"name", false}});
   ignoring.ignoreNulls = true;
   Index unique = index(u"unique", {{u"note", true}, {u"number", false}, {u"id", true}});
@@ -76,6 +80,34 @@ TEST(RandomUpdates, KeepMadeStoresSoundWhateverTheirIndexes) {
       EXPECT_EQ(updates.problems(), std::vector<std::string>());
     }
   }
+}
+
+TEST(AnIndexOnAColumnThatTheDefinitionLacks, RefusesChangesOfItsOtherColumns) {
+  const Scratch scratch;
+  const fs::path file = scratch.folder() / "lacking.mdb";
+  makestore::StoreBuilder store;
+  store.table(u"Items")
+      .column({.name = u"id"})
+      .column({.name = u"group"})
+      .column({.name = u"place"})
+      .index(index(u"both", {{u"group", true}, {u"place", true}}))
+      .row({std::int32_t{1}, std::int32_t{2}, std::int32_t{3}});
+  jet::Bytes bytes = store.build();
+  const jet::Bytes columns{1, 0, 1, 2, 0, 1, 0xFF, 0xFF};    // numbers 1 and 2, both ascending
+  const auto found = std::ranges::find_end(bytes, columns);  // the system tables come first
+  ASSERT_FALSE(found.empty());
+  found.front() = 77;
+  support::writeFile(file, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+  Change change{u"Items", {}, {{2, std::int32_t{9}}}};
+  {
+    jet::Database database(file, u"the file", u"");
+    const auto scan = tableNamed(database, change.table).scan();
+    ASSERT_TRUE(scan->next());
+    change.row = scan->row().id();
+  }
+  EXPECT_NE(support::errorNumberOf([&] { makeChange(file, u"", change); }), 0);
+  change.values = {{0, std::int32_t{4}}};
+  EXPECT_EQ(support::errorNumberOf([&] { makeChange(file, u"", change); }), 0);
 }
 
 /// The most entries that a leaf of the index has.

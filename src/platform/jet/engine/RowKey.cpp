@@ -7,8 +7,8 @@
 
 namespace jet {
 
-RowKey::RowKey(const TableSource& source, std::size_t index) : source_(source) {
-  for (const KeyColumn& column : source.definition.indexes[index].columns) {
+RowKey::RowKey(const TableSource& source, std::size_t index) : source_(source), index_(index) {
+  for (const KeyColumn& column : keyColumns()) {
     const auto at = std::ranges::find(source.columns, column.number, &ColumnDefinition::number);
     if (at == source.columns.end()) {
       supported_ = false;
@@ -23,9 +23,14 @@ RowKey::RowKey(const TableSource& source, std::size_t index) : source_(source) {
   ordered_ = ordered_ && supported_;
 }
 
+const std::vector<KeyColumn>& RowKey::keyColumns() const {
+  return source_.definition.indexes[index_].columns;
+}
+
 bool RowKey::covers(std::span<const ColumnValue> values) const {
-  return std::ranges::any_of(parts_, [&](const Part& part) {
-    return std::ranges::find(values, part.column, &ColumnValue::column) != values.end();
+  return std::ranges::any_of(values, [&](const ColumnValue& each) {
+    const std::uint16_t number = source_.columns[static_cast<std::size_t>(each.column)].number;
+    return std::ranges::find(keyColumns(), number, &KeyColumn::number) != keyColumns().end();
   });
 }
 
@@ -37,7 +42,8 @@ bool RowKey::make(const Row& row, Bytes& key) const {
 }
 
 bool RowKey::isAllNull(const Row& row) const {
-  return std::ranges::all_of(parts_, [&](const Part& part) { return row.isNull(part.column); });
+  return parts_.size() == keyColumns().size() &&
+         std::ranges::all_of(parts_, [&](const Part& part) { return row.isNull(part.column); });
 }
 
 bool RowKey::hasNull(const Row& row) const {

@@ -26,19 +26,22 @@ class RowKey {
   /// True where the keys order as the values do.
   bool isOrdered() const { return ordered_; }
 
-  /// True when the key has one of these columns.
+  /// True when the key has one of these columns, also after one that the definition doesn't have.
   bool covers(std::span<const ColumnValue> values) const;
 
   /// Replaces `key` with the row's key, without row pointer; false where the row has none that we
   /// know.
   bool make(const Row& row, Bytes& key) const;
-  /// True when all key columns of the row are null: an index may leave such a row out.
+  /// True when all key columns are known, and null in the row: an index may leave such a row out.
   bool isAllNull(const Row& row) const;
   /// True when one of them is: such a key counts as no other's equal.
   bool hasNull(const Row& row) const;
 
  private:
+  const std::vector<KeyColumn>& keyColumns() const;
+
   const TableSource& source_;
+  std::size_t index_;
   std::vector<Part> parts_;
   bool supported_ = true;
   bool ordered_ = true;

@@ -22,7 +22,7 @@ constexpr std::size_t kWorthTrying = 100;
 jet::UsageMap emptyReferenceMap() {
   jet::UsageMap map;
   map.kind = jet::UsageMap::Kind::Reference;
-  map.bitmapPages.resize((kLayout.defaultMapRow - jet::UsageMap::kReferenceHead) / 4);
+  map.bitmapPages.resize((kLayout.defaultMapRow - jet::UsageMap::kBitmapPages) / 4);
   return map;
 }
 
@@ -93,7 +93,7 @@ void PageSpace::writeReferenceMap(jet::RowPointer map, const std::vector<std::ui
       bitmap = allocate();
       put(bitmap, jet::newBitmapPage(kLayout));
     }
-    jet::setBit(jet::ByteSpan(page(bitmap)).subspan(jet::UsageMap::kBitmapHead),
+    jet::setBit(jet::ByteSpan(page(bitmap)).subspan(jet::UsageMap::kBitmapPageBits),
                 number % jet::pagesPerBitmap(kLayout), true);
   }
   putMapRow(map, references.encode());
@@ -101,13 +101,12 @@ void PageSpace::writeReferenceMap(jet::RowPointer map, const std::vector<std::ui
 
 void PageSpace::writeGlobalMap() {
   const std::size_t words = (pages_.size() + kPagesPerWord - 1) / kPagesPerWord;
-  const std::size_t length =
-      std::max(kLayout.defaultMapRow, jet::UsageMap::kInlineHead + 4 * words);
+  const std::size_t length = std::max(kLayout.defaultMapRow, jet::UsageMap::kBitmap + 4 * words);
   const std::size_t room = jet::DataPageEditor(kLayout, page(jet::kGlobalMapPage), {}).freeBytes() +
                            kLayout.defaultMapRow;
   if (referenceMaps_ || length > room) return writeGlobalReferenceMap();
   jet::UsageMap map;
-  map.bits.assign(length - jet::UsageMap::kInlineHead, 0xFF);
+  map.bits.assign(length - jet::UsageMap::kBitmap, 0xFF);
   for (std::uint32_t number = 0; number < pages_.size(); ++number) map.set(number, false);
   for (const std::uint32_t number : freePages_) map.set(number, true);
   putMapRow({jet::kGlobalMapPage, 0}, map.encode());
@@ -127,8 +126,8 @@ void PageSpace::writeGlobalReferenceMap() {
     if (bitmap == 0) break;
     const bool free = number >= pages_.size() ||
                       std::ranges::binary_search(freePages_, static_cast<std::uint32_t>(number));
-    jet::setBit(jet::ByteSpan(page(bitmap)).subspan(jet::UsageMap::kBitmapHead), number % perBitmap,
-                free);
+    jet::setBit(jet::ByteSpan(page(bitmap)).subspan(jet::UsageMap::kBitmapPageBits),
+                number % perBitmap, free);
   }
   putMapRow({jet::kGlobalMapPage, 0}, references.encode());
 }

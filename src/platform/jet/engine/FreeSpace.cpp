@@ -24,7 +24,8 @@ std::vector<std::uint32_t> FreeSpace::candidates() const {
 
 std::optional<RowPointer> FreeSpace::addTo(std::uint32_t number, ByteView row, SlotMark mark) {
   Bytes page = *changes_.read(number, source_.place(source_.definitionPage));
-  if (page[0] != static_cast<std::uint8_t>(PageType::Data) || u32At(page, 4) != owner_.owner)
+  if (page[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data) ||
+      u32At(page, PageHead::kOwner) != owner_.owner)
     return std::nullopt;
   DataPageEditor rows(changes_.layout(), page, source_.place(number));
   if (!rows.hasRoomFor(row.size())) rows.squeeze();

@@ -42,11 +42,12 @@ std::optional<Bytes> IndexEditor::relinked(std::uint32_t number, Link link, std:
   const Pager::Page page = changes_.read(number, source_.place(of));
   const Pager::Page beside = changes_.read(of, source_.place(of));
   // Links of nodes may be old: what stood there can be another page by now.
-  if ((*page)[0] != (*beside)[0] || (*page)[layout.indexLevel] != (*beside)[layout.indexLevel] ||
-      u32At(*page, 4) != source_.definitionPage)
+  if ((*page)[PageHead::kType] != (*beside)[PageHead::kType] ||
+      (*page)[layout.indexLevel] != (*beside)[layout.indexLevel] ||
+      u32At(*page, PageHead::kOwner) != source_.definitionPage)
     return std::nullopt;
   const std::size_t field = link == Link::Next ? layout.indexNext : layout.indexPrevious;
-  const bool isLeaf = (*page)[0] == static_cast<std::uint8_t>(PageType::IndexLeaf);
+  const bool isLeaf = (*page)[PageHead::kType] == static_cast<std::uint8_t>(PageType::IndexLeaf);
   const std::uint32_t old = u32At(*page, field);
   if (old == to || (!isLeaf && old != of)) return std::nullopt;
   Bytes changed = *page;

@@ -32,7 +32,7 @@ std::optional<std::uint32_t> PageAllocator::lowestFree() {
   for (std::size_t i = 0; i < map.bitmapPages.size() && i * perBitmap < end; ++i) {
     if (map.bitmapPages[i] == 0) continue;
     const Pager::Page bitmap = maps_.readBitmap(map.bitmapPages[i]);
-    const ByteView bits = ByteView(*bitmap).subspan(UsageMap::kBitmapHead);
+    const ByteView bits = ByteView(*bitmap).subspan(UsageMap::kBitmapPageBits);
     if (const auto page = lowestSetBit(bits, i * perBitmap, kFrom, end)) return page;
   }
   return std::nullopt;
@@ -85,12 +85,12 @@ void PageAllocator::turnIntoReference(const UsageMap& map) {
   std::vector<std::uint32_t>& bitmaps = reference.bitmapPages;
   while (bitmaps.size() * perBitmap < changes_.pageCount())
     bitmaps.push_back(changes_.addPage(source_.place(kGlobalMapPage)));
-  const std::size_t room = (UsageMap::kInlineHead - UsageMap::kReferenceHead + map.bits.size()) / 4;
+  const std::size_t room = (UsageMap::kBitmap - UsageMap::kBitmapPages + map.bits.size()) / 4;
   if (bitmaps.size() > room)
     raiseUnsupported(source_.place(kGlobalMapPage), u"the map of free pages has no room");
   for (std::size_t range = 0; range < bitmaps.size(); ++range) {
     Bytes page = newBitmapPage(layout);
-    const ByteSpan bits = ByteSpan(page).subspan(UsageMap::kBitmapHead);
+    const ByteSpan bits = ByteSpan(page).subspan(UsageMap::kBitmapPageBits);
     for (std::size_t bit = 0; bit < perBitmap; ++bit) {
       const auto number = static_cast<std::uint32_t>(range * perBitmap + bit);
       setBit(bits, bit, map.covers(number) ? map.contains(number) : number >= changes_.pageCount());
@@ -105,7 +105,7 @@ void PageAllocator::addBitmap(UsageMap map, std::size_t range) {
   const std::size_t perBitmap = pagesPerBitmap(changes_.layout());
   const std::uint32_t bitmap = changes_.addPage(source_.place(kGlobalMapPage));
   Bytes page = newBitmapPage(changes_.layout());
-  const ByteSpan bits = ByteSpan(page).subspan(UsageMap::kBitmapHead);
+  const ByteSpan bits = ByteSpan(page).subspan(UsageMap::kBitmapPageBits);
   for (std::size_t bit = 0; bit < perBitmap; ++bit)
     if (range * perBitmap + bit >= changes_.pageCount()) setBit(bits, bit, true);
   changes_.stage(WriteStep::TakePages, bitmap, std::move(page));

@@ -53,9 +53,9 @@ std::vector<std::uint32_t> pagesOf(Pager& pager, RowPointer pointer, const Place
     if (outside == Outside::IsPassedOver && i * range >= pager.pageCount()) break;
     const Pager::Page page = pager.read(map.bitmapPages[i], place);
     const Place bitmap = from.at(map.bitmapPages[i]);
-    if ((*page)[0] != static_cast<std::uint8_t>(PageType::Bitmap))
+    if ((*page)[PageHead::kType] != static_cast<std::uint8_t>(PageType::Bitmap))
       raiseDamaged(bitmap, u"it is no bitmap of a usage map");
-    collector.addSetBits(ByteView(*page).subspan(UsageMap::kBitmapHead), i * range, bitmap);
+    collector.addSetBits(ByteView(*page).subspan(UsageMap::kBitmapPageBits), i * range, bitmap);
   }
   return std::move(collector.pages);
 }

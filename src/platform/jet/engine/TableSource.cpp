@@ -75,7 +75,7 @@ bool findRow(const TableSource& source, RowId id, const Pager::Page& home, Found
 
 bool findRow(const TableSource& source, RowId id, FoundRow& found) {
   const Pager::Page home = source.pager.read(id.page, source.place(source.definitionPage));
-  if ((*home)[0] != static_cast<std::uint8_t>(PageType::Data)) return false;
+  if ((*home)[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data)) return false;
   const DataPage page(source.pager.layout(), *home, source.place(id.page));
   return page.owner() == source.definitionPage && findRow(source, id, home, found);
 }

@@ -23,7 +23,7 @@ UsageMap UsageMapRows::read(RowPointer at) {
 
 Pager::Page UsageMapRows::readBitmap(std::uint32_t number) {
   Pager::Page page = changes_.read(number, source_.place(source_.definitionPage));
-  if ((*page)[0] != static_cast<std::uint8_t>(PageType::Bitmap))
+  if ((*page)[PageHead::kType] != static_cast<std::uint8_t>(PageType::Bitmap))
     raiseDamaged(source_.place(number), u"it is no bitmap of a usage map");
   return page;
 }
@@ -46,7 +46,7 @@ void UsageMapRows::writeInPlace(RowPointer at, const UsageMap& map, WriteStep st
 
 void UsageMapRows::setBitmapBit(std::uint32_t bitmap, std::size_t bit, bool value, WriteStep step) {
   Bytes page = *readBitmap(bitmap);
-  setBit(ByteSpan(page).subspan(UsageMap::kBitmapHead), bit, value);
+  setBit(ByteSpan(page).subspan(UsageMap::kBitmapPageBits), bit, value);
   changes_.stageMap(step, bitmap, std::move(page));
 }
 

@@ -52,7 +52,7 @@ bool UsageMaps::contains(RowPointer at, std::uint32_t page) {
   const std::uint32_t number = rows_.bitmapFor(map, page);
   if (number == 0) return false;
   const Pager::Page bitmap = rows_.readBitmap(number);
-  return bitOf(ByteView(*bitmap).subspan(UsageMap::kBitmapHead), rows_.bitOnBitmap(page));
+  return bitOf(ByteView(*bitmap).subspan(UsageMap::kBitmapPageBits), rows_.bitOnBitmap(page));
 }
 
 bool UsageMaps::shift(RowPointer at, const UsageMap& map, std::uint32_t page, WriteStep step) {
@@ -80,7 +80,7 @@ void UsageMaps::turnIntoReference(RowPointer at, WriteStep step) {
   const UsageMap map = rows_.read(at);
   UsageMap reference;
   reference.kind = UsageMap::Kind::Reference;
-  reference.bitmapPages.resize((map.encode().size() - UsageMap::kReferenceHead) / 4);
+  reference.bitmapPages.resize((map.encode().size() - UsageMap::kBitmapPages) / 4);
   for (std::size_t i = 0; i < map.windowSize(); ++i) {
     if (!bitOf(map.bits, i)) continue;
     const auto page = map.firstPage + static_cast<std::uint32_t>(i);

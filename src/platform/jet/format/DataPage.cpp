@@ -3,34 +3,28 @@
 namespace jet {
 namespace {
 
-constexpr std::size_t kFreeBytesAt = 2;
-constexpr std::size_t kOwnerAt = 4;
-constexpr std::size_t kOffsetMask = 0x1FFF;
-constexpr std::size_t kMarksMask = 0xC000;
-
-/// The number of slots stands right before the first of them.
-std::size_t slotCountAt(const Layout& layout) {
-  return layout.dataSlots - 2;
-}
+/// The parts of a slot: the offset of its row, and its SlotMark.
+constexpr std::size_t kSlotOffset = 0x1FFF;
+constexpr std::size_t kSlotMark = 0xC000;
 
 }  // namespace
 
 DataPage::DataPage(const Layout& layout, ByteView page, const Place& place)
-    : layout_(&layout), page_(page), place_(place), slotCount_(u16At(page, slotCountAt(layout))) {
-  if (page[0] != static_cast<std::uint8_t>(PageType::Data))
+    : layout_(&layout), page_(page), place_(place), slotCount_(u16At(page, layout.dataSlotCount)) {
+  if (page[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data))
     raiseDamaged(place, u"it is no data page");
   if (layout.dataSlots + 2 * slotCount_ > layout.pageSize)
     raiseDamaged(place, u"it claims more rows than it can hold");
 }
 
 std::size_t DataPage::offsetOf(std::size_t number) const {
-  return u16At(page_, layout_->dataSlots + 2 * number) & kOffsetMask;
+  return u16At(page_, layout_->dataSlots + 2 * number) & kSlotOffset;
 }
 
 Slot DataPage::slot(std::size_t number) const {
   if (number >= slotCount_) raiseDamaged(place_, u"a row is looked for that it doesn't have");
   const std::size_t raw = u16At(page_, layout_->dataSlots + 2 * number);
-  const std::size_t offset = raw & kOffsetMask;
+  const std::size_t offset = raw & kSlotOffset;
   const std::size_t end = number == 0 ? layout_->pageSize : offsetOf(number - 1);
   if (offset > end || end > layout_->pageSize || offset < layout_->dataSlots + 2 * slotCount_)
     raiseDamaged(place_, u"a row lies outside its place");
@@ -49,10 +43,10 @@ DataPageEditor::DataPageEditor(const Layout& layout, ByteSpan page, const Place&
 
 Bytes DataPageEditor::newPage(const Layout& layout, std::uint32_t owner) {
   Bytes page(layout.pageSize);
-  page[0] = static_cast<std::uint8_t>(PageType::Data);
-  page[1] = 1;
-  putU16(page, kFreeBytesAt, layout.pageSize - layout.dataSlots);
-  putU32(page, kOwnerAt, owner);
+  page[PageHead::kType] = static_cast<std::uint8_t>(PageType::Data);
+  page[PageHead::kMark] = PageHead::kLive;
+  putU16(page, PageHead::kFreeBytes, layout.pageSize - layout.dataSlots);
+  putU32(page, PageHead::kOwner, owner);
   return page;
 }
 
@@ -75,12 +69,12 @@ ByteView DataPageEditor::bytes(std::size_t number) const {
 
 std::size_t DataPageEditor::freeBytes() const {
   const std::size_t lowest =
-      slotCount_ == 0 ? layout_->pageSize : rawSlot(slotCount_ - 1) & kOffsetMask;
+      slotCount_ == 0 ? layout_->pageSize : rawSlot(slotCount_ - 1) & kSlotOffset;
   return lowest - (layout_->dataSlots + 2 * slotCount_);
 }
 
 void DataPageEditor::updateFreeBytes() {
-  putU16(page_, kFreeBytesAt, freeBytes());
+  putU16(page_, PageHead::kFreeBytes, freeBytes());
 }
 
 std::size_t DataPageEditor::deadBytes() const {
@@ -92,16 +86,16 @@ std::size_t DataPageEditor::deadBytes() const {
 
 void DataPageEditor::resize(std::size_t number, std::size_t length) {
   const Slot old = slot(number);
-  const std::size_t lowest = rawSlot(slotCount_ - 1) & kOffsetMask;
+  const std::size_t lowest = rawSlot(slotCount_ - 1) & kSlotOffset;
   const std::size_t end = old.offset + old.length;
   const std::size_t offset = end - length;
   // The rows of the higher slots lie below this one: they slide by the difference as one block.
   putBytes(page_, lowest + offset - old.offset, page_.subspan(lowest, old.offset - lowest));
   for (std::size_t i = number + 1; i < slotCount_; ++i) {
     const std::size_t raw = rawSlot(i);
-    setSlot(i, (raw & kOffsetMask) + offset - old.offset, raw & kMarksMask);
+    setSlot(i, (raw & kSlotOffset) + offset - old.offset, raw & kSlotMark);
   }
-  setSlot(number, offset, rawSlot(number) & kMarksMask);
+  setSlot(number, offset, rawSlot(number) & kSlotMark);
   updateFreeBytes();
 }
 
@@ -110,7 +104,7 @@ bool DataPageEditor::replace(std::size_t number, ByteView row, SlotMark mark) {
   if (row.size() > old.length + freeBytes()) return false;
   const Bytes kept(row.begin(), row.end());
   resize(number, kept.size());
-  const std::size_t offset = rawSlot(number) & kOffsetMask;
+  const std::size_t offset = rawSlot(number) & kSlotOffset;
   putBytes(page_, offset, kept);
   setSlot(number, offset, static_cast<std::size_t>(mark));
   return true;
@@ -131,9 +125,9 @@ std::optional<std::uint8_t> DataPageEditor::add(ByteView row, SlotMark mark) {
       return static_cast<std::uint8_t>(i);
     }
   const std::size_t lowest =
-      slotCount_ == 0 ? layout_->pageSize : rawSlot(slotCount_ - 1) & kOffsetMask;
+      slotCount_ == 0 ? layout_->pageSize : rawSlot(slotCount_ - 1) & kSlotOffset;
   const std::size_t number = slotCount_++;
-  putU16(page_, slotCountAt(*layout_), slotCount_);
+  putU16(page_, layout_->dataSlotCount, slotCount_);
   putBytes(page_, lowest - row.size(), row);
   setSlot(number, lowest - row.size(), static_cast<std::size_t>(mark));
   updateFreeBytes();
@@ -141,7 +135,7 @@ std::optional<std::uint8_t> DataPageEditor::add(ByteView row, SlotMark mark) {
 }
 
 void DataPageEditor::markDeleted(std::size_t number) {
-  setSlot(number, rawSlot(number) & kOffsetMask, static_cast<std::size_t>(SlotMark::Deleted));
+  setSlot(number, rawSlot(number) & kSlotOffset, static_cast<std::size_t>(SlotMark::Deleted));
 }
 
 void DataPageEditor::squeeze() {

@@ -40,7 +40,7 @@ class DataPage {
   DataPage(const Layout& layout, ByteView page, const Place& place);
 
   std::size_t slotCount() const { return slotCount_; }
-  std::uint32_t owner() const { return u32At(page_, 4); }
+  std::uint32_t owner() const { return u32At(page_, PageHead::kOwner); }
   /// Raises damage where there is no such slot or its bytes aren't inside the page.
   Slot slot(std::size_t number) const;
   ByteView bytes(const Slot& slot) const { return page_.subspan(slot.offset, slot.length); }

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/jet/format/PageCipher.h"
+#include "platform/jet/format/RowPointer.h"
 #include "platform/runtime/CodePage.h"
 
 namespace jet {
@@ -25,6 +26,20 @@ constexpr std::size_t kJet4PasswordSize = 40;
 constexpr std::size_t kJet4LanguageAt = 0x6E;
 constexpr std::size_t kJet4SortVersionAt = 0x71;
 constexpr std::size_t kCreationDateAt = 0x72;
+constexpr std::size_t kJet4MarkAt = 0x98;
+constexpr std::uint32_t kJet4Mark = 0x0654;
+constexpr std::size_t kJet4TextAt = 0x9C;
+constexpr std::string_view kJet4Text = "4.0";
+constexpr std::size_t kJet3CommitBytesAt = 0x600;
+constexpr std::size_t kJet4CommitBytesAt = 0xE00;
+/// What page 0 holds at kPointersAt: the two global maps, then the definitions of the four system
+/// tables.
+constexpr std::array<std::uint32_t, 6> kPointers{RowPointer{kGlobalMapPage, 0}.pack(),
+                                                 RowPointer{kGlobalMapPage, 1}.pack(),
+                                                 kObjectsPage,
+                                                 kAcesPage,
+                                                 kQueriesPage,
+                                                 kRelationshipsPage};
 constexpr std::array<std::uint8_t, 4> kMaskKey{0xC7, 0xDA, 0x39, 0x6B};
 
 std::size_t maskedSize(Version version) {
@@ -78,7 +93,9 @@ std::optional<Header> Header::decode(ByteView front) {
   if (front.size() < kDecodedSize) return std::nullopt;
   const std::string_view magic(reinterpret_cast<const char*>(front.data()) + kMagicAt,
                                kMagic.size());
-  if (front[0] != 0 || magic != kMagic || front[kVersionAt] > 1) return std::nullopt;
+  if (front[PageHead::kType] != static_cast<std::uint8_t>(PageType::Header) || magic != kMagic ||
+      front[kVersionAt] > 1)
+    return std::nullopt;
   Header header;
   header.version = front[kVersionAt] == 0 ? Version::Jet3 : Version::Jet4;
   const bool jet3 = header.version == Version::Jet3;
@@ -96,13 +113,11 @@ std::optional<Header> Header::decode(ByteView front) {
 Bytes Header::encode() const {
   const bool jet3 = version == Version::Jet3;
   Bytes page(layoutOf(version).pageSize);
-  page[1] = 1;
+  page[PageHead::kMark] = PageHead::kLive;
   putBytes(page, kMagicAt, {reinterpret_cast<const std::uint8_t*>(kMagic.data()), kMagic.size()});
   page[kVersionAt] = jet3 ? 0 : 1;
-  // The two global maps, then the definitions of the four system tables.
-  const std::array<std::uint32_t, 6> pointers{0x100,     0x101,        kObjectsPage,
-                                              kAcesPage, kQueriesPage, kRelationshipsPage};
-  for (std::size_t i = 0; i < pointers.size(); ++i) putU32(page, kPointersAt + 4 * i, pointers[i]);
+  for (std::size_t i = 0; i < kPointers.size(); ++i)
+    putU32(page, kPointersAt + 4 * i, kPointers[i]);
   putU16(page, kCodePageAt, codePage);
   putU32(page, kEncodingKeyAt, encodingKey);
   putU64(page, kCreationDateAt, std::bit_cast<std::uint64_t>(creationDate));
@@ -110,11 +125,13 @@ Bytes Header::encode() const {
   putU16(page, jet3 ? kJet3LanguageAt : kJet4LanguageAt, sortLanguage);
   if (!jet3) {
     page[kJet4SortVersionAt] = sortVersion;
-    putU32(page, 0x98, 0x0654);
-    putBytes(page, 0x9C, Bytes{'4', '.', '0'});
+    putU32(page, kJet4MarkAt, kJet4Mark);
+    putBytes(page, kJet4TextAt,
+             {reinterpret_cast<const std::uint8_t*>(kJet4Text.data()), kJet4Text.size()});
   }
   // One pair of commit bytes for each possible user, as nobody has written yet.
-  for (std::size_t at = jet3 ? 0x600 : 0xE00; at < page.size(); at += 2) page[at + 1] = 1;
+  for (std::size_t at = jet3 ? kJet3CommitBytesAt : kJet4CommitBytesAt; at < page.size(); at += 2)
+    page[at + 1] = 1;
   mask(version, page);
   return page;
 }

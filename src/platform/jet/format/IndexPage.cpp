@@ -69,8 +69,8 @@ RowPointer IndexEntry::row() const {
 
 IndexPageView::IndexPageView(const Layout& layout, ByteView page, const Place& place)
     : layout_(&layout), page_(page) {
-  leaf_ = page[0] == static_cast<std::uint8_t>(PageType::IndexLeaf);
-  if (!leaf_ && page[0] != static_cast<std::uint8_t>(PageType::IndexNode))
+  leaf_ = page[PageHead::kType] == static_cast<std::uint8_t>(PageType::IndexLeaf);
+  if (!leaf_ && page[PageHead::kType] != static_cast<std::uint8_t>(PageType::IndexNode))
     raiseDamaged(place, u"it is no page of an index");
   prefix_ =
       layout.version == Version::Jet3 ? page[layout.indexPrefix] : u16At(page, layout.indexPrefix);
@@ -190,9 +190,10 @@ std::optional<Bytes> IndexPage::encode(const Layout& layout) const {
   if (!prefix) return std::nullopt;
   Bytes data;
   Bytes page(layout.pageSize);
-  page[0] = static_cast<std::uint8_t>(leaf ? PageType::IndexLeaf : PageType::IndexNode);
-  page[1] = 1;
-  putU32(page, 4, owner);
+  page[PageHead::kType] =
+      static_cast<std::uint8_t>(leaf ? PageType::IndexLeaf : PageType::IndexNode);
+  page[PageHead::kMark] = PageHead::kLive;
+  putU32(page, PageHead::kOwner, owner);
   putU32(page, layout.indexPrevious, previous);
   putU32(page, layout.indexNext, next);
   putU32(page, layout.indexTail, tail);
@@ -205,7 +206,7 @@ std::optional<Bytes> IndexPage::encode(const Layout& layout) const {
     std::uint8_t& mask = page[layout.indexMask + data.size() / 8];
     mask = static_cast<std::uint8_t>(mask | 1U << (data.size() % 8));
   }
-  putU16(page, 2, layout.indexCapacity() - data.size());
+  putU16(page, PageHead::kFreeBytes, layout.indexCapacity() - data.size());
   putBytes(page, layout.indexData, data);
   return page;
 }

@@ -42,7 +42,7 @@ class IndexPageView {
   IndexPageView(const Layout& layout, ByteView page, const Place& place);
 
   bool isLeaf() const { return leaf_; }
-  std::uint32_t owner() const { return u32At(page_, 4); }
+  std::uint32_t owner() const { return u32At(page_, PageHead::kOwner); }
   std::uint32_t previous() const { return u32At(page_, layout_->indexPrevious); }
   std::uint32_t next() const { return u32At(page_, layout_->indexNext); }
   /// Nodes: the child for all that is greater than the last entry.

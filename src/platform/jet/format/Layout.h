@@ -18,29 +18,39 @@ enum class PageType : std::uint8_t {
   Bitmap = 5,
 };
 
-/// Fixed places of the file.
+/// What pages have in common: offsets in the page.
+struct PageHead {
+  static constexpr std::size_t kType = 0;       ///< u8, a PageType
+  static constexpr std::size_t kMark = 1;       ///< u8, always kLive
+  static constexpr std::size_t kFreeBytes = 2;  ///< u16: data and index pages
+  static constexpr std::size_t kOwner = 4;      ///< u32: data and index pages
+  static constexpr std::uint8_t kLive = 1;
+};
+
+/// Pages at fixed numbers.
 inline constexpr std::uint32_t kGlobalMapPage = 1;
 inline constexpr std::uint32_t kObjectsPage = 2;  ///< definition of MSysObjects
 inline constexpr std::uint32_t kAcesPage = 3;
 inline constexpr std::uint32_t kQueriesPage = 4;
 inline constexpr std::uint32_t kRelationshipsPage = 5;
 
-/// What differs in size between the generations. Offsets count from the start of a page or of the
-/// structure named, in bytes.
+/// What differs in size between the generations. Offsets count from the start of the page, sizes in
+/// bytes.
 struct Layout {
   Version version;
   std::size_t pageSize;
   std::size_t longestRow;
   std::size_t longestPiece;   ///< of a long value on a page of its own
   std::size_t longestInline;  ///< long value that is kept in the row
-  std::size_t dataSlots;      ///< data page: where the slots begin
-  std::size_t indexPrevious;  ///< index page: fields of the header
-  std::size_t indexNext;
-  std::size_t indexTail;
-  std::size_t indexPrefix;
-  std::size_t indexLevel;
-  std::size_t indexMask;
-  std::size_t indexData;
+  std::size_t dataSlotCount;  ///< data page: u16
+  std::size_t dataSlots;      ///< data page: u16 each
+  std::size_t indexPrevious;  ///< index page: u32, page before on the same level
+  std::size_t indexNext;      ///< index page: u32, page after
+  std::size_t indexTail;      ///< index page: u32, last child of a node
+  std::size_t indexPrefix;    ///< index page: u8 / u16, length of the common prefix
+  std::size_t indexLevel;     ///< index page: u8, 0 for leaves
+  std::size_t indexMask;      ///< index page: bit n set where an entry ends at byte n of the data
+  std::size_t indexData;      ///< index page: the entries
   std::size_t defaultMapRow;  ///< length of a new usage map's row
 
   std::size_t indexCapacity() const { return pageSize - indexData; }
@@ -51,6 +61,7 @@ inline constexpr Layout kJet3Layout{.version = Version::Jet3,
                                     .longestRow = 2012,
                                     .longestPiece = 2032,
                                     .longestInline = 32,
+                                    .dataSlotCount = 8,
                                     .dataSlots = 10,
                                     .indexPrevious = 8,
                                     .indexNext = 12,
@@ -66,6 +77,7 @@ inline constexpr Layout kJet4Layout{.version = Version::Jet4,
                                     .longestRow = 4060,
                                     .longestPiece = 4076,
                                     .longestInline = 64,
+                                    .dataSlotCount = 12,
                                     .dataSlots = 14,
                                     .indexPrevious = 12,
                                     .indexNext = 16,

@@ -11,10 +11,10 @@ constexpr std::uint32_t kLengthMask = 0x3FFFFFFF;
 
 LongValueHead LongValueHead::decode(ByteView stored, const Place& place) {
   if (stored.size() < kSize) raiseDamaged(place, u"a long value's head is too short");
-  const std::uint32_t word = u32At(stored, 0);
+  const std::uint32_t word = u32At(stored, kLength);
   LongValueHead head;
   head.length = word & kLengthMask;
-  head.first = RowPointer::unpack(u32At(stored, 4));
+  head.first = RowPointer::unpack(u32At(stored, kFirst));
   if ((word & kInline) != 0) {
     if (head.length > stored.size() - kSize)
       raiseDamaged(place, u"a long value claims more than its row holds");

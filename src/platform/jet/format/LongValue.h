@@ -11,7 +11,10 @@ namespace jet {
 
 /// What a row holds of a memo or OLE value: twelve bytes, and the value itself where it is short.
 struct LongValueHead {
-  static constexpr std::size_t kSize = 12;
+  // Offsets in what the row holds.
+  static constexpr std::size_t kLength = 0;  ///< u32: length in bytes, and the form in the top bits
+  static constexpr std::size_t kFirst = 4;  ///< u32: row pointer of the first piece; then 4 bytes 0
+  static constexpr std::size_t kSize = 12;  ///< where an inline value begins
   /// A piece of a chain begins with the row pointer of the next, 0 on the last.
   static constexpr std::size_t kChainLink = 4;
 

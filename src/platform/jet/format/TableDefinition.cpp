@@ -13,19 +13,130 @@ constexpr std::uint8_t kExtendedCompressed = 0x01;
 constexpr std::uint16_t kNoColumn = 0xFFFF;
 constexpr std::uint32_t kMark = 0x659;
 constexpr std::uint32_t kIndexMark = 0x783;
-constexpr std::size_t kNextPageAt = 4;
-constexpr std::size_t kLengthAt = 8;
+// Offsets in a page of a definition, and in the content that the pages make up.
+constexpr std::size_t kNextPage = 4;  ///< u32
+constexpr std::size_t kLength = 8;    ///< u32, bytes of the content that are used
 
-/// Offsets of a definition's fixed part and the sizes of its entries.
+/// Offsets in the fixed part and in the entries that follow it, and the entries' sizes.
 struct Fields {
-  std::size_t rowCount, lastAutonumber, kind, maxColumns, variableSlots, columnCount, logicalCount,
-      indexCount, ownedMap, freeMap, end;
-  std::size_t counterSize, columnSize, indexSize, logicalSize;
-  std::size_t entryMark;  ///< bytes of the constant in front of each Jet 4 entry
+  // Fixed part.
+  std::size_t rowCount;        ///< u32
+  std::size_t lastAutonumber;  ///< u32
+  std::size_t kind;            ///< u8
+  std::size_t maxColumns;      ///< u16
+  std::size_t variableSlots;   ///< u16
+  std::size_t columnCount;     ///< u16
+  std::size_t logicalCount;    ///< u32
+  std::size_t indexCount;      ///< u32
+  std::size_t ownedMap;        ///< u32, row pointer
+  std::size_t freeMap;         ///< u32, row pointer
+  std::size_t end;
+  // Counter of an index.
+  std::size_t counterSize;
+  // Column.
+  std::size_t columnSize;
+  std::size_t columnNumber;           ///< u16
+  std::size_t columnVariableSlot;     ///< u16
+  std::size_t columnDisplayPosition;  ///< u16, again the number
+  std::size_t columnLanguage;         ///< u16, texts
+  std::size_t columnFlags;            ///< u8
+  std::size_t columnFixedOffset;      ///< u16
+  std::size_t columnLength;           ///< u16
+  // Index, after the mark.
+  std::size_t indexSize;
+  std::size_t indexFlags;  ///< u8
+  // Logical index.
+  std::size_t logicalSize;
+  std::size_t entryMark;  ///< bytes of the constant that indexes begin with
 };
 
-constexpr Fields kJet3Fields{12, 16, 20, 21, 23, 25, 27, 31, 35, 39, 43, 8, 18, 39, 20, 0};
-constexpr Fields kJet4Fields{16, 20, 40, 41, 43, 45, 47, 51, 55, 59, 63, 12, 25, 52, 28, 4};
+constexpr Fields kJet3Fields{.rowCount = 12,
+                             .lastAutonumber = 16,
+                             .kind = 20,
+                             .maxColumns = 21,
+                             .variableSlots = 23,
+                             .columnCount = 25,
+                             .logicalCount = 27,
+                             .indexCount = 31,
+                             .ownedMap = 35,
+                             .freeMap = 39,
+                             .end = 43,
+                             .counterSize = 8,
+                             .columnSize = 18,
+                             .columnNumber = 1,
+                             .columnVariableSlot = 3,
+                             .columnDisplayPosition = 5,
+                             .columnLanguage = 9,
+                             .columnFlags = 13,
+                             .columnFixedOffset = 14,
+                             .columnLength = 16,
+                             .indexSize = 39,
+                             .indexFlags = 38,
+                             .logicalSize = 20,
+                             .entryMark = 0};
+
+constexpr Fields kJet4Fields{.rowCount = 16,
+                             .lastAutonumber = 20,
+                             .kind = 40,
+                             .maxColumns = 41,
+                             .variableSlots = 43,
+                             .columnCount = 45,
+                             .logicalCount = 47,
+                             .indexCount = 51,
+                             .ownedMap = 55,
+                             .freeMap = 59,
+                             .end = 63,
+                             .counterSize = 12,
+                             .columnSize = 25,
+                             .columnNumber = 5,
+                             .columnVariableSlot = 7,
+                             .columnDisplayPosition = 9,
+                             .columnLanguage = 11,
+                             .columnFlags = 15,
+                             .columnFixedOffset = 21,
+                             .columnLength = 23,
+                             .indexSize = 52,
+                             .indexFlags = 42,
+                             .logicalSize = 28,
+                             .entryMark = 4};
+
+constexpr std::size_t kJet3Letters = 2;  ///< "VC", where Jet 4 has the free bytes
+constexpr std::size_t kJet4Mark = 12;    ///< u32, kMark
+constexpr std::size_t kJet4Step = 24;    ///< u32, step of the autonumber: 1
+
+constexpr std::size_t kEntryCounter = 4;  ///< u32, in the counter of an index
+
+// Column.
+constexpr std::size_t kColumnType = 0;           ///< u8
+constexpr std::size_t kJet4ColumnMark = 1;       ///< u32, kMark
+constexpr std::size_t kColumnPrecision = 11;     ///< u8, Numeric
+constexpr std::size_t kColumnScale = 12;         ///< u8, Numeric
+constexpr std::size_t kJet3ColumnCodePage = 11;  ///< u16, texts
+constexpr std::size_t kJet4SortVersion = 14;     ///< u8, texts
+constexpr std::size_t kJet4ExtendedFlags = 16;   ///< u8
+
+// Index, after its mark: ten key columns, each a number and an order.
+constexpr std::size_t kKeyColumnSize = 3;
+constexpr std::size_t kKeyColumnOrder = 2;  ///< u8, kAscending
+constexpr std::uint8_t kAscending = 0x01;
+constexpr std::size_t kIndexMap = 30;   ///< u32, row pointer
+constexpr std::size_t kIndexRoot = 34;  ///< u32, page number
+
+// Logical index, after its mark.
+constexpr std::size_t kLogicalNumber = 0;           ///< u32
+constexpr std::size_t kLogicalIndex = 4;            ///< u32
+constexpr std::size_t kLogicalSide = 8;             ///< u8
+constexpr std::size_t kLogicalOtherIndex = 9;       ///< u32
+constexpr std::size_t kLogicalOtherTable = 13;      ///< u32
+constexpr std::size_t kLogicalCascadeUpdates = 17;  ///< u8
+constexpr std::size_t kLogicalCascadeDeletes = 18;  ///< u8
+constexpr std::size_t kLogicalKind = 19;            ///< u8
+
+// Usage maps of a long value column.
+constexpr std::size_t kLongValueColumn = 0;  ///< u16
+constexpr std::size_t kLongValueOwned = 2;   ///< u32, row pointer
+constexpr std::size_t kLongValueFree = 6;    ///< u32, row pointer
+constexpr std::size_t kLongValueSize = 10;
 
 const Fields& fieldsOf(Version version) {
   return version == Version::Jet3 ? kJet3Fields : kJet4Fields;
@@ -67,24 +178,25 @@ class Content {
 
 ColumnDefinition decodeColumn(Version version, ByteView entry) {
   const bool jet3 = version == Version::Jet3;
+  const Fields& fields = fieldsOf(version);
   ColumnDefinition column;
-  column.type = static_cast<ColumnType>(entry[0]);
-  column.number = u16At(entry, jet3 ? 1 : 5);
-  column.variableSlot = u16At(entry, jet3 ? 3 : 7);
-  column.flags = entry[jet3 ? 13 : 15];
-  column.extendedFlags = jet3 ? 0 : entry[16];
-  column.fixedOffset = u16At(entry, jet3 ? 14 : 21);
-  column.length = u16At(entry, jet3 ? 16 : 23);
+  column.type = static_cast<ColumnType>(entry[kColumnType]);
+  column.number = u16At(entry, fields.columnNumber);
+  column.variableSlot = u16At(entry, fields.columnVariableSlot);
+  column.flags = entry[fields.columnFlags];
+  column.extendedFlags = jet3 ? 0 : entry[kJet4ExtendedFlags];
+  column.fixedOffset = u16At(entry, fields.columnFixedOffset);
+  column.length = u16At(entry, fields.columnLength);
   column.fixed = (column.flags & kFlagFixed) != 0;
   column.autonumber = (column.flags & kFlagAutonumber) != 0;
   column.compressed = (column.extendedFlags & kExtendedCompressed) != 0;
   if (column.type == ColumnType::Numeric) {
-    column.precision = entry[11];
-    column.scale = entry[12];
+    column.precision = entry[kColumnPrecision];
+    column.scale = entry[kColumnScale];
   } else {
-    column.sortLanguage = u16At(entry, jet3 ? 9 : 11);
-    column.sortVersion = jet3 ? 0 : entry[14];
-    column.codePage = jet3 ? u16At(entry, 11) : 0;
+    column.sortLanguage = u16At(entry, fields.columnLanguage);
+    column.sortVersion = jet3 ? 0 : entry[kJet4SortVersion];
+    column.codePage = jet3 ? u16At(entry, kJet3ColumnCodePage) : 0;
   }
   return column;
 }
@@ -93,27 +205,29 @@ IndexDefinition decodeIndex(const Fields& fields, ByteView entry) {
   const ByteView body = entry.subspan(fields.entryMark);
   IndexDefinition index;
   for (std::size_t i = 0; i < IndexDefinition::kMostColumns; ++i) {
-    const std::uint16_t number = u16At(body, 3 * i);
+    const ByteView column = body.subspan(kKeyColumnSize * i, kKeyColumnSize);
+    const std::uint16_t number = u16At(column, 0);
     if (number != kNoColumn)
-      index.columns.push_back({.number = number, .ascending = (body[3 * i + 2] & 1) != 0});
+      index.columns.push_back(
+          {.number = number, .ascending = (column[kKeyColumnOrder] & kAscending) != 0});
   }
-  index.map = RowPointer::unpack(u32At(body, 30));
-  index.root = u32At(body, 34);
-  index.flags = fields.entryMark == 0 ? body[38] : body[42];
+  index.map = RowPointer::unpack(u32At(body, kIndexMap));
+  index.root = u32At(body, kIndexRoot);
+  index.flags = body[fields.indexFlags];
   return index;
 }
 
 LogicalIndex decodeLogical(const Fields& fields, ByteView entry) {
   const ByteView body = entry.subspan(fields.entryMark);
   LogicalIndex logical;
-  logical.number = u32At(body, 0);
-  logical.index = u32At(body, 4);
-  logical.side = body[8];
-  logical.otherIndex = u32At(body, 9);
-  logical.otherTable = u32At(body, 13);
-  logical.cascadeUpdates = body[17];
-  logical.cascadeDeletes = body[18];
-  logical.kind = static_cast<LogicalIndex::Kind>(body[19]);
+  logical.number = u32At(body, kLogicalNumber);
+  logical.index = u32At(body, kLogicalIndex);
+  logical.side = body[kLogicalSide];
+  logical.otherIndex = u32At(body, kLogicalOtherIndex);
+  logical.otherTable = u32At(body, kLogicalOtherTable);
+  logical.cascadeUpdates = body[kLogicalCascadeUpdates];
+  logical.cascadeDeletes = body[kLogicalCascadeDeletes];
+  logical.kind = static_cast<LogicalIndex::Kind>(body[kLogicalKind]);
   return logical;
 }
 
@@ -130,27 +244,28 @@ void appendName(Version version, Bytes& content, std::u16string_view name) {
 
 void appendColumn(Version version, Bytes& content, const ColumnDefinition& column) {
   const bool jet3 = version == Version::Jet3;
-  Bytes entry(fieldsOf(version).columnSize);
-  entry[0] = static_cast<std::uint8_t>(column.type);
-  if (!jet3) putU32(entry, 1, kMark);
-  putU16(entry, jet3 ? 1 : 5, column.number);
-  putU16(entry, jet3 ? 3 : 7, column.variableSlot);
-  putU16(entry, jet3 ? 5 : 9, column.number);
+  const Fields& fields = fieldsOf(version);
+  Bytes entry(fields.columnSize);
+  entry[kColumnType] = static_cast<std::uint8_t>(column.type);
+  if (!jet3) putU32(entry, kJet4ColumnMark, kMark);
+  putU16(entry, fields.columnNumber, column.number);
+  putU16(entry, fields.columnVariableSlot, column.variableSlot);
+  putU16(entry, fields.columnDisplayPosition, column.number);
   if (column.type == ColumnType::Numeric) {
-    entry[11] = column.precision;
-    entry[12] = column.scale;
+    entry[kColumnPrecision] = column.precision;
+    entry[kColumnScale] = column.scale;
   } else {
-    putU16(entry, jet3 ? 9 : 11, column.sortLanguage);
-    if (jet3) putU16(entry, 11, column.codePage);
-    if (!jet3) entry[14] = column.sortVersion;
+    putU16(entry, fields.columnLanguage, column.sortLanguage);
+    if (jet3) putU16(entry, kJet3ColumnCodePage, column.codePage);
+    if (!jet3) entry[kJet4SortVersion] = column.sortVersion;
   }
-  entry[jet3 ? 13 : 15] = static_cast<std::uint8_t>(column.flags | (column.fixed ? kFlagFixed : 0) |
-                                                    (column.autonumber ? kFlagAutonumber : 0));
+  entry[fields.columnFlags] = static_cast<std::uint8_t>(
+      column.flags | (column.fixed ? kFlagFixed : 0) | (column.autonumber ? kFlagAutonumber : 0));
   if (!jet3)
-    entry[16] = static_cast<std::uint8_t>(column.extendedFlags |
-                                          (column.compressed ? kExtendedCompressed : 0));
-  putU16(entry, jet3 ? 14 : 21, column.fixedOffset);
-  putU16(entry, jet3 ? 16 : 23, column.length);
+    entry[kJet4ExtendedFlags] = static_cast<std::uint8_t>(
+        column.extendedFlags | (column.compressed ? kExtendedCompressed : 0));
+  putU16(entry, fields.columnFixedOffset, column.fixedOffset);
+  putU16(entry, fields.columnLength, column.length);
   appendBytes(content, entry);
 }
 
@@ -160,12 +275,13 @@ void appendIndex(const Fields& fields, Bytes& content, const IndexDefinition& in
   const ByteSpan body = ByteSpan(entry).subspan(fields.entryMark);
   for (std::size_t i = 0; i < IndexDefinition::kMostColumns; ++i) {
     const bool used = i < index.columns.size();
-    putU16(body, 3 * i, used ? index.columns[i].number : kNoColumn);
-    body[3 * i + 2] = used && index.columns[i].ascending ? 1 : 0;
+    const ByteSpan column = body.subspan(kKeyColumnSize * i, kKeyColumnSize);
+    putU16(column, 0, used ? index.columns[i].number : kNoColumn);
+    column[kKeyColumnOrder] = used && index.columns[i].ascending ? kAscending : 0;
   }
-  putU32(body, 30, index.map.pack());
-  putU32(body, 34, index.root);
-  body[fields.entryMark == 0 ? 38 : 42] = index.flags;
+  putU32(body, kIndexMap, index.map.pack());
+  putU32(body, kIndexRoot, index.root);
+  body[fields.indexFlags] = index.flags;
   appendBytes(content, entry);
 }
 
@@ -173,23 +289,23 @@ void appendLogical(const Fields& fields, Bytes& content, const LogicalIndex& log
   Bytes entry(fields.logicalSize);
   if (fields.entryMark != 0) putU32(entry, 0, kMark);
   const ByteSpan body = ByteSpan(entry).subspan(fields.entryMark);
-  putU32(body, 0, logical.number);
-  putU32(body, 4, logical.index);
-  body[8] = logical.side;
-  putU32(body, 9, logical.otherIndex);
-  putU32(body, 13, logical.otherTable);
-  body[17] = logical.cascadeUpdates;
-  body[18] = logical.cascadeDeletes;
-  body[19] = static_cast<std::uint8_t>(logical.kind);
+  putU32(body, kLogicalNumber, logical.number);
+  putU32(body, kLogicalIndex, logical.index);
+  body[kLogicalSide] = logical.side;
+  putU32(body, kLogicalOtherIndex, logical.otherIndex);
+  putU32(body, kLogicalOtherTable, logical.otherTable);
+  body[kLogicalCascadeUpdates] = logical.cascadeUpdates;
+  body[kLogicalCascadeDeletes] = logical.cascadeDeletes;
+  body[kLogicalKind] = static_cast<std::uint8_t>(logical.kind);
   appendBytes(content, entry);
 }
 
 }  // namespace
 
 std::uint32_t TableDefinition::nextPage(ByteView page, const Place& place) {
-  if (page[0] != static_cast<std::uint8_t>(PageType::TableDefinition))
+  if (page[PageHead::kType] != static_cast<std::uint8_t>(PageType::TableDefinition))
     raiseDamaged(place, u"it is no page of a table's definition");
-  return u32At(page, kNextPageAt);
+  return u32At(page, kNextPage);
 }
 
 TableDefinition TableDefinition::decode(Version version, ByteView bytes, const Place& place) {
@@ -212,7 +328,7 @@ TableDefinition TableDefinition::decode(Version version, ByteView bytes, const P
   content.expect(indexCount, fields.counterSize);
   std::vector<std::uint32_t> counters;
   for (std::size_t i = 0; i < indexCount; ++i)
-    counters.push_back(u32At(content.take(fields.counterSize), 4));
+    counters.push_back(u32At(content.take(fields.counterSize), kEntryCounter));
   content.expect(columnCount, fields.columnSize);
   for (std::size_t i = 0; i < columnCount; ++i)
     table.columns.push_back(decodeColumn(version, content.take(fields.columnSize)));
@@ -226,12 +342,12 @@ TableDefinition TableDefinition::decode(Version version, ByteView bytes, const P
   for (std::size_t i = 0; i < logicalCount; ++i)
     table.logicalIndexes.push_back(decodeLogical(fields, content.take(fields.logicalSize)));
   for (LogicalIndex& logical : table.logicalIndexes) logical.name = content.takeName(version);
-  while (content.has(10)) {
-    const ByteView entry = content.take(10);
-    if (u16At(entry, 0) == kNoColumn) break;
-    table.longValueMaps.push_back({.column = u16At(entry, 0),
-                                   .owned = RowPointer::unpack(u32At(entry, 2)),
-                                   .free = RowPointer::unpack(u32At(entry, 6))});
+  while (content.has(kLongValueSize)) {
+    const ByteView entry = content.take(kLongValueSize);
+    if (u16At(entry, kLongValueColumn) == kNoColumn) break;
+    table.longValueMaps.push_back({.column = u16At(entry, kLongValueColumn),
+                                   .owned = RowPointer::unpack(u32At(entry, kLongValueOwned)),
+                                   .free = RowPointer::unpack(u32At(entry, kLongValueFree))});
   }
   return table;
 }
@@ -239,12 +355,12 @@ TableDefinition TableDefinition::decode(Version version, ByteView bytes, const P
 Bytes TableDefinition::encode() const {
   const Fields& fields = fieldsOf(version);
   Bytes content(fields.end);
-  content[0] = static_cast<std::uint8_t>(PageType::TableDefinition);
-  content[1] = 1;
-  if (version == Version::Jet3) putBytes(content, 2, Bytes{'V', 'C'});
+  content[PageHead::kType] = static_cast<std::uint8_t>(PageType::TableDefinition);
+  content[PageHead::kMark] = PageHead::kLive;
+  if (version == Version::Jet3) putBytes(content, kJet3Letters, Bytes{'V', 'C'});
   if (version == Version::Jet4) {
-    putU32(content, 12, kMark);
-    putU32(content, 24, 1);
+    putU32(content, kJet4Mark, kMark);
+    putU32(content, kJet4Step, 1);
   }
   putU32(content, fields.rowCount, rowCount);
   putU32(content, fields.lastAutonumber, lastAutonumber);
@@ -259,7 +375,7 @@ Bytes TableDefinition::encode() const {
 
   for (const IndexDefinition& index : indexes) {
     Bytes counter(fields.counterSize);
-    putU32(counter, 4, index.entryCounter);
+    putU32(counter, kEntryCounter, index.entryCounter);
     appendBytes(content, counter);
   }
   for (const ColumnDefinition& column : columns) appendColumn(version, content, column);
@@ -268,12 +384,14 @@ Bytes TableDefinition::encode() const {
   for (const LogicalIndex& logical : logicalIndexes) appendLogical(fields, content, logical);
   for (const LogicalIndex& logical : logicalIndexes) appendName(version, content, logical.name);
   for (const LongValueMaps& maps : longValueMaps) {
-    appendU16(content, maps.column);
-    appendU32(content, maps.owned.pack());
-    appendU32(content, maps.free.pack());
+    Bytes entry(kLongValueSize);
+    putU16(entry, kLongValueColumn, maps.column);
+    putU32(entry, kLongValueOwned, maps.owned.pack());
+    putU32(entry, kLongValueFree, maps.free.pack());
+    appendBytes(content, entry);
   }
   appendU16(content, kNoColumn);
-  putU32(content, kLengthAt, static_cast<std::uint32_t>(content.size()));
+  putU32(content, kLength, static_cast<std::uint32_t>(content.size()));
   return content;
 }
 
@@ -297,8 +415,9 @@ std::vector<Bytes> TableDefinition::encodePages(std::span<const std::uint32_t> p
     putBytes(page, front, ByteView(content).subspan(at, part));
     at += part;
     const std::size_t left = pageSize - front - part;
-    if (version == Version::Jet4) putU16(page, 2, left < kPageHeader ? 0 : left - kPageHeader);
-    putU32(page, kNextPageAt, i + 1 < pages.size() ? pages[i + 1] : 0);
+    if (version == Version::Jet4)
+      putU16(page, PageHead::kFreeBytes, left < kPageHeader ? 0 : left - kPageHeader);
+    putU32(page, kNextPage, i + 1 < pages.size() ? pages[i + 1] : 0);
     result.push_back(std::move(page));
   }
   return result;
@@ -306,7 +425,7 @@ std::vector<Bytes> TableDefinition::encodePages(std::span<const std::uint32_t> p
 
 std::size_t TableDefinition::entryCounterAt(Version version, std::size_t index) {
   const Fields& fields = fieldsOf(version);
-  return fields.end + index * fields.counterSize + 4;
+  return fields.end + index * fields.counterSize + kEntryCounter;
 }
 
 }  // namespace jet

@@ -13,15 +13,15 @@ void setBit(ByteSpan bits, std::size_t number, bool value) {
 }
 
 UsageMap UsageMap::decode(ByteView row, const Place& place) {
-  if (row.size() < kInlineHead || row[0] > static_cast<std::uint8_t>(Kind::Reference))
+  if (row.size() < kBitmap || row[kKind] > static_cast<std::uint8_t>(Kind::Reference))
     raiseDamaged(place, u"a usage map is of no known kind");
   UsageMap map;
-  map.kind = static_cast<Kind>(row[0]);
+  map.kind = static_cast<Kind>(row[kKind]);
   if (map.kind == Kind::Inline) {
-    map.firstPage = u32At(row, kReferenceHead);
-    map.bits.assign(row.begin() + kInlineHead, row.end());
+    map.firstPage = u32At(row, kFirstPage);
+    map.bits.assign(row.begin() + kBitmap, row.end());
   } else {
-    for (std::size_t at = kReferenceHead; at + 4 <= row.size(); at += 4)
+    for (std::size_t at = kBitmapPages; at + 4 <= row.size(); at += 4)
       map.bitmapPages.push_back(u32At(row, at));
   }
   return map;
@@ -40,7 +40,7 @@ Bytes UsageMap::encode() const {
 
 UsageMap UsageMap::empty(const Layout& layout) {
   UsageMap map;
-  map.bits.resize(layout.defaultMapRow - kInlineHead);
+  map.bits.resize(layout.defaultMapRow - kBitmap);
   return map;
 }
 
@@ -54,8 +54,8 @@ void UsageMap::set(std::uint32_t page, bool value) {
 
 Bytes newBitmapPage(const Layout& layout) {
   Bytes page(layout.pageSize);
-  page[0] = static_cast<std::uint8_t>(PageType::Bitmap);
-  page[1] = 1;
+  page[PageHead::kType] = static_cast<std::uint8_t>(PageType::Bitmap);
+  page[PageHead::kMark] = PageHead::kLive;
   return page;
 }
 

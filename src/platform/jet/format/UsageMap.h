@@ -16,11 +16,13 @@ struct UsageMap {
     Inline = 0,     ///< a window of pages as a bitmap in the row itself
     Reference = 1,  ///< page numbers of bitmap pages, each for a fixed range of pages
   };
-  /// Bytes in front of an inline map's bitmap.
-  static constexpr std::size_t kInlineHead = 5;
-  static constexpr std::size_t kReferenceHead = 1;
-  /// Bytes in front of a bitmap page's bits.
-  static constexpr std::size_t kBitmapHead = 4;
+  // Offsets in the row.
+  static constexpr std::size_t kKind = 0;         ///< u8, a Kind
+  static constexpr std::size_t kFirstPage = 1;    ///< inline: u32, page of the first bit
+  static constexpr std::size_t kBitmap = 5;       ///< inline: the bits, low bit first
+  static constexpr std::size_t kBitmapPages = 1;  ///< reference: u32 each, 0 where there is none
+  /// Offset in a bitmap page.
+  static constexpr std::size_t kBitmapPageBits = 4;
 
   Kind kind = Kind::Inline;
   std::uint32_t firstPage = 0;             ///< inline: page of the first bit
@@ -44,7 +46,7 @@ struct UsageMap {
 
 /// Pages that one bitmap page covers.
 inline std::size_t pagesPerBitmap(const Layout& layout) {
-  return 8 * (layout.pageSize - UsageMap::kBitmapHead);
+  return 8 * (layout.pageSize - UsageMap::kBitmapPageBits);
 }
 /// A bitmap page without bits.
 Bytes newBitmapPage(const Layout& layout);

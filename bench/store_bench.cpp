@@ -22,7 +22,7 @@
 #include "StoreSession.h"
 #include "layoutdata/Statements.h"
 #include "makestore/ShopStore.h"
-#include "platform/files/FaultSeam.h"
+#include "platform/files/seam/FaultSeam.h"
 #include "platform/runtime/CodePage.h"
 
 namespace {

@@ -19,7 +19,7 @@
 #include "makestore/ShopStore.h"
 #include "platform/files/ProgramFolder.h"
 #include "platform/forms/Application.h"
-#include "platform/process/Process.h"
+#include "platform/process/seam/ProcessEnd.h"
 #include "platform/runtime/Conversion.h"
 #include "platform/runtime/Text.h"
 #include "shared/mdOpenDatabase.h"

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/process/Process.h"
+#include "platform/process/seam/ProcessEnd.h"
 #include "support/FileFaults.h"
 #include "support/Shop.h"
 

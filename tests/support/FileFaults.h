@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/files/FaultSeam.h"
+#include "platform/files/seam/FaultSeam.h"
 
 namespace support {
 

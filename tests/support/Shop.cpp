@@ -12,6 +12,7 @@
 #include "largeeditor/frmMainBig.h"
 #include "makestore/StoreBuilder.h"
 #include "platform/process/Process.h"
+#include "platform/process/seam/ProcessEnd.h"
 #include "platform/runtime/Conversion.h"
 #include "productadd/frmAddPlu.h"
 #include "shared/mdMain.h"

@@ -1,6 +1,6 @@
 #include "support/TestHost.h"
 
-#include "platform/process/Process.h"
+#include "platform/process/seam/ProcessEnd.h"
 
 namespace support {
 namespace {

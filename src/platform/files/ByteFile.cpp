@@ -8,8 +8,8 @@
 #include <cerrno>
 #include <thread>
 
-#include "platform/files/FaultSeam.h"
 #include "platform/files/ReadWatch.h"
+#include "platform/files/seam/FaultSeam.h"
 
 namespace files {
 namespace {

@@ -11,8 +11,8 @@
 #include <utility>
 
 #include "platform/files/ByteFile.h"
-#include "platform/files/FaultSeam.h"
 #include "platform/files/ProgramFolder.h"
+#include "platform/files/seam/FaultSeam.h"
 #include "platform/runtime/CodePage.h"
 
 namespace files {

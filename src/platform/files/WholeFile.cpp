@@ -10,7 +10,7 @@
 #include <span>
 
 #include "platform/files/ByteFile.h"
-#include "platform/files/FaultSeam.h"
+#include "platform/files/seam/FaultSeam.h"
 
 namespace files {
 namespace {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/files/ProgramFolder.h"
+#include "platform/process/seam/ProcessEnd.h"
 
 namespace process {
 namespace {

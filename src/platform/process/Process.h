@@ -27,8 +27,6 @@ bool hasEnded();
 /// Calls `leave` when the process is ended under a host that outlives it, so that a modal loop can
 /// return. Gives back a function that takes the call off again.
 std::function<void()> onEnd(std::function<void()> leave);
-/// A new life for the next test.
-void resetEnded();
 
 /// Shows a message box through the host; `style` is a sum of `MessageStyle`s. Without a title it
 /// bears the program's. Does not return when the process was ended while it was up.

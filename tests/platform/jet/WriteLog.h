@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/files/FaultSeam.h"
+#include "platform/files/seam/FaultSeam.h"
 
 namespace jettest {
 

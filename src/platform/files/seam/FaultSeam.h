@@ -12,13 +12,13 @@ struct FileStep {
   enum class Kind {
     Read,
     Write,
-    Sync,    ///< the bytes written so far are to reach the disk
+    Sync,    ///< what was written so far to the file or folder is to reach the disk
     Rename,  ///< a finished temporary file takes the place of `path`
     Delete,
   };
   Kind kind;
   const std::filesystem::path& path;  ///< a temporary file's own where one is written
-  std::uint64_t offset = 0;           ///< place of the first byte to read or write, else 0
+  std::uint64_t offset = 0;           ///< of the first byte to read or write, else 0
   std::size_t size = 0;               ///< bytes to read or write, else 0
 };
 
@@ -28,11 +28,11 @@ struct FileStep {
 using FaultSeam = std::function<std::size_t(const FileStep&)>;
 
 /// Puts a seam between the program and all its files; an empty one (the default) takes it off.
-/// For tests only: the product sets none.
+/// For tests only: the product sets none, and its libraries can't include this header.
 void setFaultSeam(FaultSeam seam);
 
-/// Bytes of the step that may take place; all of them where no seam is set. For this library's
-/// files.
+/// Bytes of the step that may take place; all of them where no seam is set. For the files of
+/// `files`.
 std::size_t allowedBytes(const FileStep& step);
 
 }  // namespace files

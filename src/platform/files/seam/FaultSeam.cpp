@@ -1,4 +1,4 @@
-#include "platform/files/FaultSeam.h"
+#include "platform/files/seam/FaultSeam.h"
 
 #include <algorithm>
 #include <utility>

@@ -73,18 +73,17 @@ std::u16string programFolder() {
 }
 
 fs::path findEntry(const fs::path& folder, std::u16string_view name) {
-  fs::path asWritten = folder / runtime::toUtf8(name);
-  std::error_code failure;
-  if (fs::exists(fs::symlink_status(asWritten, failure))) return asWritten;
   const std::u16string wanted = runtime::foldCase(name);
   std::string found;
   const Entries entries(::opendir(folder.empty() ? "." : folder.c_str()));
   while (const dirent* entry = entries ? ::readdir(entries.get()) : nullptr) {
     const std::string_view candidate = entry->d_name;
-    if (runtime::foldCase(runtime::fromUtf8(candidate)) != wanted) continue;
-    if (found.empty() || candidate < found) found = candidate;
+    // A unit takes one to three bytes: most names are refused by their length.
+    if (candidate.size() < wanted.size() || candidate.size() > 3 * wanted.size()) continue;
+    if (!found.empty() && found < candidate) continue;
+    if (runtime::foldCase(runtime::fromUtf8(candidate)) == wanted) found = candidate;
   }
-  return found.empty() ? asWritten : folder / found;
+  return folder / (found.empty() ? runtime::toUtf8(name) : found);
 }
 
 fs::path resolve(std::u16string_view path) {

@@ -19,12 +19,13 @@ std::u16string programFolder();
 
 /// A path of the system, that is the program folder joined with literals that begin with a
 /// backslash, as a path of the host. Each name below the program folder is found without regard to
-/// case; an exact match wins, and a name that is not there yet stays as written. Doubled separators
-/// count once.
+/// case (see `findEntry`), and one that is not there yet stays as written. Doubled separators count
+/// once.
 std::filesystem::path resolve(std::u16string_view path);
 
-/// The folder's entry of that name, found without regard to case: an exact match wins, then the
-/// first in byte order; the name as written where there is none, or no such folder.
+/// The folder's entry of that name, found without regard to case: of several the first in byte
+/// order, since an exact match would depend on the spelling that a caller happens to use. The name
+/// as written where there is none, or no such folder.
 std::filesystem::path findEntry(const std::filesystem::path& folder, std::u16string_view name);
 
 }  // namespace files

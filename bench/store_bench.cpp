@@ -70,7 +70,7 @@ void measureReading(const fs::path& store, const fs::path& native) {
   };
   std::u16string level(statements::kStockHead);
   both("slots of level 1 of 50,000",
-       level.append(statements::kLevel1).append(statements::kStockTail), 63);
+       level.append(statements::kLevels.front().condition).append(statements::kStockTail), 63);
   both("flags of one product of 50,000", std::u16string(statements::kFlags) + u"30000", 1);
   std::u16string department(statements::kDepartmentByNameHead);
   both("a department by its name, 50,000 slots",

@@ -5,7 +5,7 @@
 #include "layoutdata/Statements.h"
 #include "platform/files/ProgramFolder.h"
 #include "platform/process/Process.h"
-#include "platform/profile/Settings.h"
+#include "platform/profile/SettingsStore.h"
 #include "platform/runtime/Conversion.h"
 #include "shared/mdWriteINI.h"
 
@@ -13,8 +13,6 @@ namespace settings = layoutdata::settings;
 namespace statements = layoutdata::statements;
 
 namespace {
-
-constexpr std::u16string_view kCommunicationsProgram = u"\\tavenor_comms.exe";
 
 std::u16string TouchFile() {
   return files::programFolder().append(settings::kTouchFile);
@@ -36,19 +34,12 @@ frmMain::frmMain()
       cbDept(*this, frmMain_design::kCbDept),
       Label1(*this, frmMain_design::kLabel1),
       Label3(*this, frmMain_design::kLabel3) {
-  for (std::int16_t i = 0; i < MyButton1.count(); ++i) {
+  for (std::int16_t i = 0; i < MyButton1.count(); ++i)
     MyButton1(i).DblClick = [this, i] { MyButton1_DblClick(i); };
-    MyButton1(i).OLEDragDrop = [this, i](forms::DataObject& data, std::int32_t&, std::int16_t,
-                                         std::int16_t, float,
-                                         float) { MyButton1_OLEDragDrop(i, data); };
-  }
-  List1.DblClick = [this] { List1_DblClick(); };
   Check1.Click = [this] { Check1_Click(); };
   chkBarcode.Click = [this] { chkBarcode_Click(); };
   cbLevel.Click = [this] { cbLevel_Click(); };
   cbDept.Click = [this] { cbDept_Click(); };
-  cmdSelCol.Click = [this] { cmdSelCol_Click(); };
-  cmdSave.Click = [this] { cmdSave_Click(); };
   cmdResetAll.Click = [this] { cmdResetAll_Click(); };
   cmdUpdate.Click = [this] { cmdUpdate_Click(); };
 }
@@ -81,7 +72,7 @@ void frmMain::LoadDetailsIntoGrid() {
     cbLevel.Visible(true);
     LoadLevels();
     ArrangeButtons();
-    LoadIDintoGrid(statements::kLevel1);
+    LoadIDintoGrid(statements::kLevels.front().condition);
     LoadDescriptionIntoButton();
     LoadButtons(runtime::toInteger(cbLevel.Text()));
   }
@@ -104,7 +95,7 @@ void frmMain::Check1_Click() {
     lblLevel.Visible(true);
     cbLevel.Visible(true);
     cbLevel.ListIndex(0);  // raises cbLevel_Click
-    LoadIDintoGrid(statements::kLevel1);
+    LoadIDintoGrid(statements::kLevels.front().condition);
     LoadDescriptionIntoButton();
   } else {
     lblLevel.Visible(false);
@@ -120,13 +111,4 @@ void frmMain::Setlabels(bool StrView) {
   cbDept.Visible(StrView);
   Label1.Visible(StrView);
   List1.Visible(StrView);
-}
-
-void frmMain::cmdUpdate_Click() {
-  profile::SaveSetting(settings::kUpdate.application, settings::kUpdate.section,
-                       settings::kUpdate.key, settings::kUpdateProgramData);
-  profile::SaveSetting(settings::kFormToOpen.application, settings::kFormToOpen.section,
-                       settings::kFormToOpen.key, settings::kFormToOpenUpdatePos);
-  process::Shell(files::programFolder().append(kCommunicationsProgram),
-                 process::WindowStyle::MinimizedFocus);
 }

@@ -23,18 +23,19 @@ class frmMain : public KeyEditor {
   void LoadDetailsIntoGrid();
   void Check1_Click();
   void Setlabels(bool StrView);
-  void cmdUpdate_Click();
 
   // Levels (frmMain_levels.cpp)
   void LoadLevels();
   void cbLevel_Click();
   void Changelevel(std::int16_t LevelNo);
   void ClearTheForm();
+
+  // A level's layout file: load, save, reset (frmMain_layout.cpp)
   /// Keys and key table from the level's layout file, as far as the file is good: the first fault
   /// ends the reading silently. Without a file nothing changes.
   void LoadButtons(std::int16_t strScr);
   void SaveButtons();
-  void cmdSave_Click();
+  void cmdSave_Click() override;
   void cmdResetAll_Click();
 
   // Autofill (frmMain_autofill.cpp)
@@ -42,21 +43,28 @@ class frmMain : public KeyEditor {
   void LoadIDintoGrid(std::u16string_view strSql);
   void LoadDescriptionIntoButton();
 
-  // Item list and key assignment (frmMain_items.cpp)
+  // Item list (frmMain_items.cpp)
   void LoadCombo();
   void LoadList(const std::u16string& strDesc);
   void cbDept_Click();
   void chkBarcode_Click();
-  void cmdSelCol_Click();
-  void SelectButCol();
-  void List1_DblClick();
+
+  // Key assignment (frmMain_assignment.cpp)
+  void List1_DblClick() override;
   void MyButton1_DblClick(std::int16_t Index);
-  void MyButton1_OLEDragDrop(std::int16_t Index, forms::DataObject& Data);
-  /// Takes a list entry apart: `strItemDesc` first, then `intItemId`. Raises 5 for an entry shorter
-  /// than 130 characters, 13 or 6 for an id that is no 16-bit number.
+  void MyButton1_OLEDragDrop(std::int16_t Index, forms::DataObject& Data) override;
+  /// Takes a list entry apart: `strItemDesc` first, then `intItemId`, with what `listentry::idOf`
+  /// raises.
   void SplitEntry(std::u16string_view entry);
   /// Puts the item of `strItemDesc` and `intItemId` on a key.
   void PlaceItem(std::int16_t key);
+
+  // Key colours (frmMain_colours.cpp)
+  void cmdSelCol_Click() override;
+  void SelectButCol();
+
+  // Hand-off to the POS (frmMain_update.cpp)
+  void cmdUpdate_Click();
 
   MyCommandButton::MyButton cmdResetAll;
   MyCommandButton::MyButton cmdUpdate;

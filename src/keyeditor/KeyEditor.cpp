@@ -1,5 +1,6 @@
 #include "keyeditor/KeyEditor.h"
 
+#include "layoutdata/LayoutFile.h"
 #include "platform/process/Process.h"
 #include "platform/runtime/Conversion.h"
 #include "shared/mdOpenDatabase.h"
@@ -23,6 +24,9 @@ KeyEditor::KeyEditor(const KeyEditorDesign& design)
     MyButton1(i).GotFocus = [this, i] { MyButton1_GotFocus(i); };
     MyButton1(i).MouseOver = [this, i] { MyButton1_MouseOver(i); };
     MyButton1(i).isCurrent = [this, i] { return CurrentKey == i; };
+    MyButton1(i).OLEDragDrop = [this, i](forms::DataObject& data, std::int32_t&, std::int16_t,
+                                         std::int16_t, float,
+                                         float) { MyButton1_OLEDragDrop(i, data); };
   }
   List1.MouseDown = [this](std::int16_t button, std::int16_t shift, float x, float y) {
     List1_MouseDown(button, shift, x, y);
@@ -30,9 +34,12 @@ KeyEditor::KeyEditor(const KeyEditorDesign& design)
   List1.OLEStartDrag = [this](forms::DataObject& data, std::int32_t& effects) {
     List1_OLEStartDrag(data, effects);
   };
+  List1.DblClick = [this] { List1_DblClick(); };
+  cmdSelCol.Click = [this] { cmdSelCol_Click(); };
   cmdFontColour.Click = [this] { cmdFontColour_Click(); };
   cmdResetColor.Click = [this] { cmdResetColor_Click(); };
   cmdCopy.Click = [this] { cmdCopy_Click(); };
+  cmdSave.Click = [this] { cmdSave_Click(); };
   cmdClose.Click = [this] { cmdClose_Click(); };
 }
 
@@ -48,13 +55,13 @@ void KeyEditor::LoadKey(std::int16_t key, const layoutdata::KeyLine& line) {
 }
 
 void KeyEditor::WriteLayoutFile(std::u16string_view path) {
-  files::OutputFile file(path);
+  layoutdata::LayoutWriter file(path);
   for (std::int16_t key = 0; key < MyButton1.count(); ++key) {
-    file.print(layoutdata::toLine({.KeyIndex = key,
-                                   .ProductId = Grid1.TextMatrix(key, 1),
-                                   .Caption = MyButton1(key).caption(),
-                                   .BackColour = MyButton1(key).backcolor(),
-                                   .FontColour = MyButton1(key).forecolor()}));
+    file.write({.KeyIndex = key,
+                .ProductId = Grid1.TextMatrix(key, 1),
+                .Caption = MyButton1(key).caption(),
+                .BackColour = MyButton1(key).backcolor(),
+                .FontColour = MyButton1(key).forecolor()});
   }
   file.close();
 }

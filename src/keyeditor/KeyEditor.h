@@ -53,7 +53,7 @@ class KeyEditor : public forms::Form {
   /// font colours don't come back from a file.
   void LoadKey(std::int16_t key, const layoutdata::KeyLine& line);
   /// Writes all keys, whatever they hold, as the layout file at `path`. The old content goes at
-  /// once. Raises what `files::OutputFile` raises.
+  /// once. Raises what `layoutdata::LayoutWriter` raises.
   void WriteLayoutFile(std::u16string_view path);
   /// Makes every key a target of drags.
   void MakeKeysDropTargets();
@@ -67,6 +67,12 @@ class KeyEditor : public forms::Form {
   void cmdResetColor_Click();
   void cmdCopy_Click();
   void cmdClose_Click();
+
+  /// Each editor has its own.
+  virtual void MyButton1_OLEDragDrop(std::int16_t Index, forms::DataObject& Data) = 0;
+  virtual void List1_DblClick() = 0;
+  virtual void cmdSelCol_Click() = 0;
+  virtual void cmdSave_Click() = 0;
 
   /// Back colour and its state colours of key `i`, from decimal text; an empty text changes
   /// nothing.

@@ -4,7 +4,6 @@
 namespace {
 const std::u16string kWhiteText = u"16777215";
 const std::u16string kButtonTextColourText = u"-2147483630";
-constexpr forms::Colour kRed = 255;
 }  // namespace
 
 void KeyEditor::SetButtonColour(const std::u16string& strColour, std::int16_t i) {
@@ -40,23 +39,4 @@ void KeyEditor::cmdResetColor_Click() {
   txtFontColour.Text(u"");
   MyButton1(CurrentKey).caption(u"");
   Grid1.TextMatrix(CurrentKey, 1, u"");
-}
-
-void KeyEditor::cmdCopy_Click() {
-  if (CopyMode != kTrue) {
-    CopyBackColour = runtime::toText(MyButton1(CurrentKey).backcolor());
-    CopyFontColour = runtime::toText(MyButton1(CurrentKey).forecolor());
-    CopyMode = kTrue;
-    cmdCopy.caption(u"STOP COPY");
-    cmdCopy.backcolor(kRed);
-    cmdCopy.forecolor(forms::kWhite);
-    return;
-  }
-  CopyBackColour.clear();
-  CopyFontColour.clear();
-  cmdCopy.caption(u"Copy Button Settings");
-  CopyMode = kFalse;
-  // White with black text, not the look that it had before its first use.
-  cmdCopy.backcolor(forms::kWhite);
-  cmdCopy.forecolor(forms::kBlack);
 }

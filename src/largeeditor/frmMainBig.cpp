@@ -1,7 +1,7 @@
 #include "largeeditor/frmMainBig.h"
 
 #include "largeeditor/frmMainBig_design.h"
-#include "layoutdata/LayoutFiles.h"
+#include "layoutdata/LayoutFile.h"
 #include "layoutdata/Statements.h"
 #include "platform/files/ProgramFolder.h"
 #include "platform/runtime/Conversion.h"
@@ -26,16 +26,7 @@ std::u16string BehindId(std::u16string_view row) {
 
 }  // namespace
 
-frmMainBig::frmMainBig() : KeyEditor(frmMainBig_design::kCommon) {
-  for (std::int16_t i = 0; i < MyButton1.count(); ++i) {
-    MyButton1(i).OLEDragDrop = [this, i](forms::DataObject& data, std::int32_t&, std::int16_t,
-                                         std::int16_t, float,
-                                         float) { MyButton1_OLEDragDrop(i, data); };
-  }
-  List1.DblClick = [this] { List1_DblClick(); };
-  cmdSelCol.Click = [this] { cmdSelCol_Click(); };
-  cmdSave.Click = [this] { cmdSave_Click(); };
-}
+frmMainBig::frmMainBig() : KeyEditor(frmMainBig_design::kCommon) {}
 
 void frmMainBig::Form_Load() {
   LoadGrid();
@@ -65,9 +56,9 @@ void frmMainBig::LoadList() {
 void frmMainBig::LoadButtons() {
   const std::u16string path = files::programFolder().append(layoutdata::large::kRead);
   if (!FileSystem->FileExists(path)) return;
-  files::InputFile file(path);
+  layoutdata::LayoutReader file(path);
   for (std::int16_t key = 0; key < MyButton1.count(); ++key) {
-    const layoutdata::KeyLine line(file.lineInput());
+    const layoutdata::KeyLine line = file.next();
     LoadKey(key, line);
     Grid1.TextMatrix(key, 1, line.ProductId());  // as it stands, blanks and all
   }

@@ -18,8 +18,8 @@ class frmMainBig : public KeyEditor {
   /// out of here, with what was applied before it left in place.
   void LoadButtons();
   void SaveButtons();
-  void cmdSave_Click();
-  void cmdSelCol_Click();
-  void List1_DblClick();
-  void MyButton1_OLEDragDrop(std::int16_t Index, forms::DataObject& Data);
+  void cmdSave_Click() override;
+  void cmdSelCol_Click() override;
+  void List1_DblClick() override;
+  void MyButton1_OLEDragDrop(std::int16_t Index, forms::DataObject& Data) override;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string_view>
 
 /// Every statement that the program puts to the store database, as it stands. Text that is joined
@@ -9,13 +10,19 @@ namespace layoutdata::statements {
 /// Name of the store database; two procedures spell it in the second way.
 inline constexpr std::u16string_view kMaster = u"MASTER";
 inline constexpr std::u16string_view kMasterMixedCase = u"Master";
+/// The password of every store database.
+inline constexpr std::u16string_view kPassword = u"w7rt3q8814Z";
 
 /// Stock rows of a level: head, one of the level conditions, tail.
 inline constexpr std::u16string_view kStockHead = u"select id, description from tblStock ";
 inline constexpr std::u16string_view kStockTail = u" order by ID";
-inline constexpr std::u16string_view kLevel1 = u"Where id >=1 and id <=63";
-inline constexpr std::u16string_view kLevel2 = u"Where id >=64 and id <=126";
-inline constexpr std::u16string_view kLevel3 = u"Where id >=127 and id <=189";
+struct Level {
+  std::u16string_view name;  ///< as the level box shows it
+  std::u16string_view condition;
+};
+inline constexpr std::array<Level, 3> kLevels{{{u"1", u"Where id >=1 and id <=63"},
+                                               {u"2", u"Where id >=64 and id <=126"},
+                                               {u"3", u"Where id >=127 and id <=189"}}};
 
 inline constexpr std::u16string_view kDepartments =
     u"select id, description from tblDepartment order by description";

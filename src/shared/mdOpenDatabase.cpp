@@ -1,5 +1,7 @@
 #include "shared/mdOpenDatabase.h"
 
+#include "layoutdata/Statements.h"
+
 namespace mdOpenDatabase {
 
 std::u16string StoreName;
@@ -15,7 +17,9 @@ void OpenDatabase(std::u16string_view name) {
   connection += StoreFolder;
   connection += u"\\";
   connection += name;
-  connection += u".mdb;Jet OLEDB:Database Password=w7rt3q8814Z;Persist Security Info=False";
+  connection += u".mdb;Jet OLEDB:Database Password=";
+  connection += layoutdata::statements::kPassword;
+  connection += u";Persist Security Info=False";
   StoreConnection->Open(connection, u"", u"", kUnspecified);
   // Set on the open connection: it holds for the recordsets opened from now on.
   StoreConnection->CursorLocation(ADODB::kUseClient);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "layoutdata/Statements.h"
 #include "makestore/StoreBuilder.h"
 #include "platform/jet/format/ColumnType.h"
 
@@ -75,7 +76,7 @@ struct ShopOrder {
   bool packedIndexes = false;  ///< see Index::packed
   Barcodes barcodes = Barcodes::Some;
 
-  std::u16string password = u"w7rt3q8814Z";
+  std::u16string password{layoutdata::statements::kPassword};
   std::uint32_t encodingKey = 0;
   bool referenceMaps = false;
   std::size_t freePages = 2;

@@ -10,12 +10,12 @@
 #include <vector>
 
 #include "Step.h"
+#include "layoutdata/Statements.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/RunTimeError.h"
 
 namespace {
 
-constexpr const char* kProductPassword = "w7rt3q8814Z";
 constexpr int kUsageStatus = 2;
 
 constexpr const char* kUsage =
@@ -24,7 +24,7 @@ constexpr const char* kUsage =
     "storesql [--password TEXT] --script FILE DATABASE\n";
 
 struct Arguments {
-  storesql::Store store{"", kProductPassword};
+  storesql::Store store{"", runtime::toUtf8(layoutdata::statements::kPassword)};
   std::optional<std::string> script;
   bool updates = false;
   std::vector<std::string> plain;

@@ -1,4 +1,4 @@
-#include "platform/profile/Settings.h"
+#include "platform/profile/SettingsStore.h"
 
 #include <pwd.h>
 #include <unistd.h>

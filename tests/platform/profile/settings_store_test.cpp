@@ -1,4 +1,4 @@
-#include "platform/profile/Settings.h"
+#include "platform/profile/SettingsStore.h"
 
 #include <gtest/gtest.h>
 #include <stdlib.h>

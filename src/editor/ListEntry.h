@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// An entry of the levelled editor's item list: the description cut or filled to 30 characters, 100
+/// blanks that push the id out of sight, the id in decimal. It is put together and taken apart by
+/// position alone.
+namespace listentry {
+
+std::u16string make(std::u16string_view description, std::u16string_view id);
+
+/// The description, trimmed.
+std::u16string descriptionOf(std::u16string_view entry);
+/// Raises 5 for an entry shorter than 130 characters, 13 or 6 for an id that is no 16-bit number.
+std::int16_t idOf(std::u16string_view entry);
+
+}  // namespace listentry

@@ -1,0 +1,13 @@
+#include "editor/frmMain.h"
+#include "platform/runtime/Conversion.h"
+
+void frmMain::cmdSelCol_Click() {
+  SelectButCol();
+}
+
+// Nobody asks how the dialog was closed: Cancel goes on with the colour that the dialog holds.
+void frmMain::SelectButCol() {
+  CommonDialog1.ShowColor();
+  SetButtonColour(runtime::toText(CommonDialog1.Color()), CurrentKey);
+  txtColour.Text(runtime::toText(CommonDialog1.Color()));
+}

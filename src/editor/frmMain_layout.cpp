@@ -1,0 +1,56 @@
+#include "editor/frmMain.h"
+#include "layoutdata/LayoutFile.h"
+#include "layoutdata/Settings.h"
+#include "platform/files/ProgramFolder.h"
+#include "platform/files/SequentialFile.h"
+#include "platform/process/Process.h"
+#include "platform/runtime/Conversion.h"
+#include "platform/runtime/RunTimeError.h"
+#include "platform/runtime/Text.h"
+#include "shared/mdWriteINI.h"
+#include "shared/notice/frmSaved.h"
+
+namespace levelled = layoutdata::levelled;
+namespace settings = layoutdata::settings;
+
+void frmMain::LoadButtons(std::int16_t strScr) {
+  const std::u16string path = layoutdata::levelFile(levelled::kRead, strScr);
+  if (!FileSystem->FileExists(path)) return;
+  layoutdata::LayoutReader file(path);  // a failure here is not trapped
+  try {
+    for (std::int16_t key = 0; key < MyButton1.count(); ++key) {
+      const layoutdata::KeyLine line = file.next();
+      LoadKey(key, line);
+      Grid1.TextMatrix(key, 1, runtime::trim(line.ProductId()));
+    }
+  } catch (const runtime::RunTimeError&) {
+    // The first fault ends the reading: this key stays as far as it got, those after it as they
+    // were.
+  }
+}
+
+void frmMain::SaveButtons() {
+  const std::int16_t level = runtime::toInteger(cbLevel.Text());
+  WriteLayoutFile(layoutdata::levelFile(levelled::kWrite, level));
+  mdWriteINI::WriteINI(files::programFolder().append(settings::kTouchFile), settings::kSettings,
+                       std::u16string(settings::kScreen) + runtime::toText(level),
+                       runtime::trim(txtName.Text()));
+  forms::DefaultInstance<frmSaved>::get()->ShowModal();
+}
+
+void frmMain::cmdSave_Click() {
+  SaveButtons();
+}
+
+// What stays, on purpose: the ids in the key table, the text colours, the level's name, the current
+// key and copy mode.
+void frmMain::cmdResetAll_Click() {
+  const std::u16string answer =
+      runtime::toText(process::MsgBox(u"This will reset all the buttons. Are you sure?",
+                                      process::kYesNo + process::kInformation, u"Reset"));
+  if (runtime::toInteger(answer) == process::kNo) return;
+  const std::int16_t level = runtime::toInteger(cbLevel.Text());
+  const std::u16string path = layoutdata::levelFile(levelled::kDelete, level);
+  if (FileSystem->FileExists(path)) files::kill(path);
+  ClearTheForm();
+}

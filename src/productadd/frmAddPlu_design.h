@@ -61,6 +61,12 @@ inline constexpr FlexCell::GridDesign kGrid1{.control = {.name = "Grid1",
                                              .backColourSelection = kPaleAqua,
                                              .borderColour = kGrey,
                                              .selectionBorderColour = kLightGrey,
-                                             .gridColour = kLightGrey};
+                                             .gridColour = kLightGrey,
+                                             .boldFixedCell = false,
+                                             .appearance = 0,
+                                             .fixedRowColStyle = 0,
+                                             .scrollBars = 0,
+                                             .scrollBarStyle = 0,
+                                             .multiSelect = false};
 
 }  // namespace frmAddPlu_design

@@ -14,43 +14,36 @@ inline constexpr forms::Colour kFirstKeyTransparent = 14215660;
 /// Key 3 of either editor stores no focus setting and so has the control's default, no focus mark.
 inline constexpr std::int16_t kKeyWithoutFocusMark = 3;
 
-struct Place {
+struct Bounds {
   int left, top, width, height;
 };
 struct Extent {
   int x, y;
 };
 
-constexpr MyCommandButton::ButtonDesign key(std::int16_t index, Place place, int tabIndex,
-                                            forms::Colour transparent, Extent extent) {
-  return {{.name = "MyButton1",
-           .left = place.left,
-           .top = place.top,
-           .width = place.width,
-           .height = place.height,
-           .tabIndex = tabIndex},
-          index == 0 ? kFirstKeyTransparent : transparent,
-          index != kKeyWithoutFocusMark,
-          true,
-          extent.x,
-          extent.y};
+constexpr MyCommandButton::ButtonDesign command(const char* name, std::u16string_view caption,
+                                                Bounds bounds, int tabIndex,
+                                                forms::Colour transparent, Extent extent) {
+  MyCommandButton::ButtonDesign design{{.name = name,
+                                        .caption = caption,
+                                        .left = bounds.left,
+                                        .top = bounds.top,
+                                        .width = bounds.width,
+                                        .height = bounds.height,
+                                        .tabIndex = tabIndex}};
+  design.transparentColour = transparent;
+  design.extentX = extent.x;
+  design.extentY = extent.y;
+  return design;
 }
 
-constexpr MyCommandButton::ButtonDesign command(const char* name, std::u16string_view caption,
-                                                Place place, int tabIndex,
-                                                forms::Colour transparent, Extent extent) {
-  return {{.name = name,
-           .caption = caption,
-           .left = place.left,
-           .top = place.top,
-           .width = place.width,
-           .height = place.height,
-           .tabIndex = tabIndex},
-          transparent,
-          true,
-          false,
-          extent.x,
-          extent.y};
+constexpr MyCommandButton::ButtonDesign key(std::int16_t index, Bounds bounds, int tabIndex,
+                                            forms::Colour transparent, Extent extent) {
+  MyCommandButton::ButtonDesign design = command(
+      "MyButton1", u"", bounds, tabIndex, index == 0 ? kFirstKeyTransparent : transparent, extent);
+  design.showFocus = index != kKeyWithoutFocusMark;
+  design.isKey = true;
+  return design;
 }
 
 /// A box, list or key block in the window's colours.

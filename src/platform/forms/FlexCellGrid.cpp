@@ -15,7 +15,8 @@ void demand(const QModelIndex& cell) {
 Grid::Grid(forms::Container& container, const GridDesign& design)
     : Control(container, design.control, 0,
               new forms::qt::SheetView(container.client(), design,
-                                       {.click = Click, .comboClick = ComboClick})) {}
+                                       {.click = Click, .comboClick = ComboClick})),
+      design_(design) {}
 
 forms::qt::SheetView& Grid::view() const {
   return static_cast<forms::qt::SheetView&>(*widget());

@@ -23,6 +23,9 @@ class Grid : public forms::Control {
  public:
   Grid(forms::Container& container, const GridDesign& design);
 
+  /// What the screen stores, also what is only kept as a value.
+  const GridDesign& design() const { return design_; }
+
   FlexCell::Cell Cell(int row, int column);
   FlexCell::ActiveCell ActiveCell() const;
   FlexCell::Column Column(int column);
@@ -46,6 +49,7 @@ class Grid : public forms::Control {
  private:
   forms::qt::SheetView& view() const;
 
+  GridDesign design_;
   bool focusRect_ = true;
   int rowIndexStyle_ = 0;
 };

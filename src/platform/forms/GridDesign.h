@@ -17,6 +17,13 @@ struct GridDesign {
   forms::Colour borderColour = forms::kBlack;
   forms::Colour selectionBorderColour = forms::kBlack;
   forms::Colour gridColour = forms::kBlack;
+  // Kept as values: the sheet is drawn in one way.
+  bool boldFixedCell = true;
+  int appearance = 1;        ///< 0: flat
+  int fixedRowColStyle = 1;  ///< 0: flat
+  int scrollBars = 3;        ///< 0: none
+  int scrollBarStyle = 1;    ///< 0: flat
+  bool multiSelect = true;   ///< false: one cell at a time
 };
 
 }  // namespace FlexCell

@@ -23,7 +23,8 @@ enum MessageAnswer : std::int32_t {
   kNo = 7,
 };
 
-/// How a started program's window is to come up.
+/// How a started program's window is to come up. Kept as a value: the host system starts a program
+/// without a say in its windows.
 enum class WindowStyle : std::int32_t { MinimizedFocus = 2 };
 
 /// All that leaves the program passes through here. The product's host shows real boxes and ends

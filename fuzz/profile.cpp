@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "platform/files/WholeFile.h"
+#include "platform/profile/IniText.h"
 #include "platform/profile/ProfileFile.h"
 #include "platform/runtime/CodePage.h"
 
@@ -23,8 +24,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   };
   const std::string other = read("SETTINGS", "AUTOFILL");
   if (other.size() >= kBuffer) __builtin_trap();
-  if (!profile::WritePrivateProfileStringA("SETTINGS", "SCREEN1", "Lunch bar", path))
+  const bool isText = !profile::IniText::isUtf16({reinterpret_cast<const char*>(data), size});
+  if (profile::WritePrivateProfileStringA("SETTINGS", "SCREEN1", "Lunch bar", path) != isText)
     __builtin_trap();
+  if (!isText) return 0;
   if (read("settings", "screen1") != "Lunch bar" || read("SETTINGS", "AUTOFILL") != other)
     __builtin_trap();
   return 0;

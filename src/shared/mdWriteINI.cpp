@@ -1,11 +1,11 @@
 #include "shared/mdWriteINI.h"
 
 #include <cstddef>
+#include <exception>
 
 #include "platform/profile/ProfileFile.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/Conversion.h"
-#include "platform/runtime/RunTimeError.h"
 
 namespace mdWriteINI {
 
@@ -18,7 +18,7 @@ bool WriteINI(std::u16string_view file, std::u16string_view section, std::u16str
   try {
     return profile::WritePrivateProfileStringA(
         runtime::toCodePage(section), runtime::toCodePage(key), runtime::toCodePage(value), file);
-  } catch (const runtime::RunTimeError&) {
+  } catch (const std::exception&) {
     return false;  // a failing statement is skipped
   }
 }
@@ -29,7 +29,7 @@ std::u16string ReadINI(std::u16string_view file, std::u16string_view section,
     return runtime::fromCodePage(
         profile::GetPrivateProfileStringA(runtime::toCodePage(section), runtime::toCodePage(key),
                                           runtime::toCodePage(defaultValue), kBufferSize, file));
-  } catch (const runtime::RunTimeError&) {
+  } catch (const std::exception&) {
     return {};  // a failing statement is skipped: nothing was copied, not even the default
   }
 }

@@ -1,5 +1,6 @@
 #include "platform/files/WholeFile.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +11,7 @@
 #include <span>
 
 #include "platform/files/ByteFile.h"
+#include "platform/files/FolderLock.h"
 #include "platform/files/seam/FaultSeam.h"
 
 namespace files {
@@ -22,6 +24,25 @@ std::span<const std::uint8_t> bytesOf(std::string_view text) {
   return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
+/// Where the bytes of a path stand: a link is followed, as far as it leads to a file.
+fs::path targetOf(const fs::path& path) {
+  std::error_code failure;
+  const fs::path real = fs::canonical(path, failure);
+  return failure ? path : real;
+}
+
+/// Returns when the folder's entries have reached the disk, where this user may open it and its
+/// file system knows of such a thing (EINVAL where not).
+void syncFolder(const fs::path& folder) {
+  allowedBytes({FileStep::Kind::Sync, folder});
+  const int descriptor =
+      ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  const int problem = ::fsync(descriptor) == 0 ? 0 : errno;
+  ::close(descriptor);
+  if (problem != 0 && problem != EINVAL) raiseFileError(folder, problem, FilePurpose::Write);
+}
+
 fs::path temporaryBeside(const fs::path& target) {
   std::uint32_t number = 0;
   if (::getentropy(&number, sizeof number) != 0) raiseFileError(target, errno, FilePurpose::Write);
@@ -29,8 +50,8 @@ fs::path temporaryBeside(const fs::path& target) {
          ("." + target.filename().string() + "." + std::to_string(number) + ".tmp");
 }
 
-/// Takes away what writes of this file have left that were stopped with their process. One that is
-/// still going on is younger.
+/// Removes the temporary files of writes of this file that were stopped with their process. One of
+/// a write that is still going on is younger.
 void removeLeftovers(const fs::path& target) {
   const std::string head = "." + target.filename().string() + ".";
   const auto old = fs::file_time_type::clock::now() - std::chrono::minutes(1);
@@ -43,7 +64,7 @@ void removeLeftovers(const fs::path& target) {
   }
 }
 
-/// A file under a name of its own that is taken away again unless it took its place.
+/// A file under a name of its own that is removed again unless it has replaced another.
 class TemporaryFile {
  public:
   explicit TemporaryFile(const fs::path& target)
@@ -55,7 +76,7 @@ class TemporaryFile {
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 
   /// Gives it the other file's owner and permissions; false where this user may not.
-  bool takeLooksOf(const struct stat& other) {
+  bool copyOwnerAndMode(const struct stat& other) {
     return ::fchown(file_.descriptor(), other.st_uid, other.st_gid) == 0 &&
            ::fchmod(file_.descriptor(), other.st_mode & 07777U) == 0;
   }
@@ -71,6 +92,7 @@ class TemporaryFile {
     if (std::rename(path_.c_str(), target.c_str()) != 0)
       raiseFileError(target, errno, FilePurpose::Write);
     inPlace_ = true;
+    syncFolder(target.parent_path());
   }
 
  private:
@@ -85,7 +107,7 @@ bool replaceByAnother(const fs::path& target, const struct stat* old, std::strin
   removeLeftovers(target);
   try {
     TemporaryFile temporary(target);
-    if (old != nullptr && !temporary.takeLooksOf(*old)) return false;
+    if (old != nullptr && !temporary.copyOwnerAndMode(*old)) return false;
     temporary.write(bytes);
     temporary.moveTo(target);
     return true;
@@ -113,18 +135,24 @@ std::optional<std::string> readWhole(const fs::path& path) {
 }
 
 void replaceWhole(const fs::path& path, std::string_view bytes) {
-  std::error_code failure;
-  const fs::path real = fs::canonical(path, failure);
-  const fs::path target = failure ? path : real;
+  const fs::path target = targetOf(path);
   struct stat old {};
   const bool isThere = ::stat(target.c_str(), &old) == 0;
   // Opening it tells whether this user may write it at all.
   if (isThere) ByteFile(target, Access::ReadWrite).close();
-  const bool danglingLink = !isThere && fs::is_symlink(fs::symlink_status(target, failure));
+  std::error_code ignored;
+  const bool danglingLink = !isThere && fs::is_symlink(fs::symlink_status(target, ignored));
   if (!danglingLink && replaceByAnother(target, isThere ? &old : nullptr, bytes)) return;
   ByteFile file(target, Access::Output);
   file.writeAt(0, bytesOf(bytes));
+  file.sync();
   file.close();
+}
+
+void changeWhole(const fs::path& path,
+                 const std::function<std::string(std::string bytes)>& change) {
+  const FolderLock lock(targetOf(path).parent_path());
+  replaceWhole(path, change(readWhole(path).value_or("")));
 }
 
 }  // namespace files

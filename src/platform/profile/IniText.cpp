@@ -6,6 +6,9 @@
 namespace profile {
 namespace {
 
+constexpr std::string_view kBlanks = " \t\v\f\x1A";  // the last one is an old end-of-file mark
+constexpr std::string_view kLineEnds = "\r\n";
+
 bool isComment(std::string_view line) {
   return IniText::trimmed(line).starts_with(';');
 }
@@ -13,7 +16,7 @@ bool isEmpty(std::string_view line) {
   return IniText::trimmed(line).empty();
 }
 
-/// The section's name, where the line is a header. Words behind the bracket count for nothing.
+/// The section's name, where the line is a header. Words after the bracket count for nothing.
 std::optional<std::string_view> headerName(std::string_view line) {
   const std::string_view text = IniText::trimmed(line);
   const std::size_t close = text.find(']');
@@ -28,29 +31,36 @@ std::optional<std::string_view> keyName(std::string_view line) {
   return IniText::trimmed(line.substr(0, equals));
 }
 
-std::string_view takeLineEnd(std::string_view& rest) {
-  const std::size_t length = rest.starts_with("\r\n") ? 2 : std::min<std::size_t>(rest.size(), 1);
-  const std::string_view end = rest.substr(0, length);
-  rest.remove_prefix(length);
-  return end;
+/// A name that is looked for.
+class Wanted {
+ public:
+  Wanted(std::string_view name, IniText::Fold fold)
+      : name_(fold(IniText::trimmed(name))), fold_(fold) {}
+
+  bool is(std::optional<std::string_view> found) const {
+    // A unit takes three bytes at most: a longer name is not worth folding.
+    return found && found->size() <= 3 * name_.size() && fold_(*found) == name_;
+  }
+
+ private:
+  std::u16string name_;
+  IniText::Fold fold_;
+};
+
+std::string keyLine(std::string_view key, std::string_view value) {
+  return std::string(key).append("=").append(value);
 }
 
 }  // namespace
 
-IniText::IniText(std::string_view bytes, Fold fold) : fold_(fold) {
-  while (!bytes.empty()) {
-    const std::string_view text = bytes.substr(0, bytes.find_first_of("\r\n"));
-    bytes.remove_prefix(text.size());
-    const std::string_view end = takeLineEnd(bytes);
-    lines_.push_back({std::string(text), std::string(end)});
-  }
-}
+IniText::IniText(std::string bytes, Fold fold) : bytes_(std::move(bytes)), fold_(fold) {}
 
-std::optional<std::string> IniText::value(std::string_view section, std::string_view key) const {
+std::optional<std::string_view> IniText::value(std::string_view section,
+                                               std::string_view key) const {
   const std::optional<Section> found = findSection(section);
-  const std::optional<std::size_t> line = found ? findKey(*found, key) : std::nullopt;
+  const std::optional<Line> line = found ? findKey(*found, key) : std::nullopt;
   if (!line) return std::nullopt;
-  const std::string& text = lines_[*line].text;
+  const std::string_view text = textOf(*line);
   return text.substr(text.find('=') + 1);
 }
 
@@ -58,73 +68,77 @@ void IniText::setValue(std::string_view section, std::string_view key, std::stri
                        std::string_view lineEnd) {
   const std::optional<Section> found = findSection(section);
   if (!found) {
-    insertLine(lines_.size(), "[" + std::string(section) + "]", lineEnd);
-    insertLine(lines_.size(), std::string(key) + "=" + std::string(value), lineEnd);
-  } else if (const std::optional<std::size_t> line = findKey(*found, key)) {
-    std::string& text = lines_[*line].text;
-    text.replace(text.find('=') + 1, text.npos, value);
+    insert(bytes_.size(), "[" + std::string(section) + "]", lineEnd);
+    insert(bytes_.size(), keyLine(key, value), lineEnd);
+  } else if (const std::optional<Line> line = findKey(*found, key)) {
+    const std::size_t begin = bytes_.find('=', line->begin) + 1;
+    bytes_.replace(begin, line->end - begin, value);
   } else {
-    insertLine(placeForKey(*found), std::string(key) + "=" + std::string(value), lineEnd);
+    insert(offsetForKey(*found), keyLine(key, value), lineEnd);
   }
 }
 
-std::string IniText::bytes() const {
-  std::string bytes;
-  for (const Line& line : lines_) bytes.append(line.text).append(line.end);
-  return bytes;
-}
-
-bool IniText::isBlank(char character) {
-  constexpr std::string_view kBlanks = " \t\v\f\x1A";
-  return kBlanks.find(character) != kBlanks.npos;
+bool IniText::isUtf16(std::string_view bytes) {
+  if (bytes.size() < 2) return false;
+  const bool isMarked = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
+  return isMarked || (bytes[0] == '\0') != (bytes[1] == '\0');
 }
 
 std::string_view IniText::trimmed(std::string_view text) {
-  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
-  return text;
+  const std::size_t begin = std::min(text.find_first_not_of(kBlanks), text.size());
+  return text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
+}
+
+IniText::Line IniText::lineAt(std::size_t begin) const {
+  const std::size_t end = std::min(bytes_.find_first_of(kLineEnds, begin), bytes_.size());
+  const std::size_t lineEnd = std::string_view(bytes_).substr(end).starts_with(kLineEnds) ? 2 : 1;
+  return {begin, end, std::min(end + lineEnd, bytes_.size())};
+}
+
+std::string_view IniText::textOf(const Line& line) const {
+  return std::string_view(bytes_).substr(line.begin, line.end - line.begin);
 }
 
 std::optional<IniText::Section> IniText::findSection(std::string_view name) const {
-  const std::u16string wanted = fold_(trimmed(name));
-  for (std::size_t header = 0; header < lines_.size(); ++header) {
-    const auto found = headerName(lines_[header].text);
-    if (!found || fold_(*found) != wanted) continue;
-    std::size_t end = header + 1;
-    while (end < lines_.size() && !headerName(lines_[end].text)) ++end;
-    return Section{header, end};
+  const Wanted wanted(name, fold_);
+  std::optional<Section> section;
+  for (Line line{}; line.next < bytes_.size();) {
+    line = lineAt(line.next);
+    const std::optional<std::string_view> found = headerName(textOf(line));
+    if (section && found) return Section{section->begin, line.begin};
+    if (!section && wanted.is(found)) section = Section{line.next, bytes_.size()};
   }
-  return std::nullopt;
+  return section;
 }
 
-std::optional<std::size_t> IniText::findKey(const Section& section, std::string_view key) const {
-  const std::u16string wanted = fold_(trimmed(key));
-  for (std::size_t line = section.header + 1; line < section.end; ++line) {
-    const auto found = keyName(lines_[line].text);
-    if (found && fold_(*found) == wanted) return line;
+std::optional<IniText::Line> IniText::findKey(const Section& section, std::string_view key) const {
+  const Wanted wanted(key, fold_);
+  for (std::size_t next = section.begin; next < section.end;) {
+    const Line line = lineAt(next);
+    if (wanted.is(keyName(textOf(line)))) return line;
+    next = line.next;
   }
   return std::nullopt;
 }
 
 /// The end of the section; but an empty line that only empty lines and comments follow parts it
-/// from the next one, and so does what stands behind.
-std::size_t IniText::placeForKey(const Section& section) const {
-  std::size_t place = section.end;
-  for (std::size_t line = section.end; line-- > section.header + 1;) {
-    const std::string& text = lines_[line].text;
-    if (isEmpty(text)) {
-      place = line;
-    } else if (!isComment(text)) {
-      break;
-    }
+/// from the next one, and so does what follows that line.
+std::size_t IniText::offsetForKey(const Section& section) const {
+  std::optional<std::size_t> gap;
+  for (std::size_t next = section.begin; next < section.end;) {
+    const Line line = lineAt(next);
+    const std::string_view text = textOf(line);
+    if (!isEmpty(text) && !isComment(text)) gap.reset();
+    if (isEmpty(text) && !gap) gap = line.begin;
+    next = line.next;
   }
-  return place;
+  return gap.value_or(section.end);
 }
 
-void IniText::insertLine(std::size_t place, std::string text, std::string_view lineEnd) {
-  if (place > 0 && lines_[place - 1].end.empty()) lines_[place - 1].end = lineEnd;
-  lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(place),
-                Line{std::move(text), std::string(lineEnd)});
+void IniText::insert(std::size_t offset, std::string text, std::string_view lineEnd) {
+  text.append(lineEnd);
+  const bool followsLine = offset == 0 || kLineEnds.find(bytes_[offset - 1]) != kLineEnds.npos;
+  bytes_.insert(offset, followsLine ? text : std::string(lineEnd) + text);
 }
 
 }  // namespace profile

@@ -1,6 +1,8 @@
 #include "platform/profile/ProfileFile.h"
 
+#include <exception>
 #include <optional>
+#include <utility>
 
 #include "platform/files/ProgramFolder.h"
 #include "platform/files/WholeFile.h"
@@ -12,6 +14,9 @@
 namespace profile {
 namespace {
 
+using runtime::ErrorNumber;
+using runtime::RunTimeError;
+
 std::u16string foldedName(std::string_view name) {
   return runtime::foldCase(runtime::fromCodePage(name));
 }
@@ -22,20 +27,20 @@ std::string_view withoutQuotes(std::string_view value) {
   return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
-std::string_view withoutSpacesBehind(std::string_view text) {
+std::string_view withoutTrailingSpaces(std::string_view text) {
   return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
+/// The stored value as a buffer of `size` bytes holds it with a terminator; nullopt where there is
+/// none.
 std::optional<std::string> storedValue(std::string_view section, std::string_view key,
-                                       std::u16string_view file) {
-  if (file.empty()) return std::nullopt;
-  try {
-    const std::optional<std::string> bytes = files::readWhole(files::resolve(file));
-    return bytes ? IniText(*bytes, foldedName).value(section, key) : std::nullopt;
-  } catch (const runtime::RunTimeError&) {
-    // A file that can't be read has no keys: this call knows no failure.
-    return std::nullopt;
-  }
+                                       std::size_t size, std::u16string_view file) {
+  std::optional<std::string> bytes = files::readWhole(files::resolve(file));
+  if (!bytes) return std::nullopt;
+  const IniText text(std::move(*bytes), foldedName);
+  const std::optional<std::string_view> value = text.value(section, key);
+  if (!value) return std::nullopt;
+  return std::string(withoutQuotes(IniText::trimmed(*value)).substr(0, size - 1));
 }
 
 }  // namespace
@@ -44,20 +49,25 @@ std::string GetPrivateProfileStringA(std::string_view section, std::string_view 
                                      std::string_view defaultValue, std::size_t size,
                                      std::u16string_view file) {
   if (size == 0) return {};
-  const std::optional<std::string> stored = storedValue(section, key, file);
-  const std::string_view value =
-      stored ? withoutQuotes(IniText::trimmed(*stored)) : withoutSpacesBehind(defaultValue);
-  return std::string(value.substr(0, size - 1));
+  try {
+    if (!file.empty())
+      if (std::optional<std::string> value = storedValue(section, key, size, file)) return *value;
+  } catch (const std::exception&) {
+    // A file that can't be read has no keys: this call knows no failure.
+  }
+  return std::string(withoutTrailingSpaces(defaultValue).substr(0, size - 1));
 }
 
 bool WritePrivateProfileStringA(std::string_view section, std::string_view key,
                                 std::string_view value, std::u16string_view file) {
   if (file.empty()) return false;
   try {
-    const std::filesystem::path path = files::resolve(file);
-    IniText text(files::readWhole(path).value_or(""), foldedName);
-    text.setValue(section, key, value, "\r\n");
-    files::replaceWhole(path, text.bytes());
+    files::changeWhole(files::resolve(file), [&](std::string bytes) {
+      if (IniText::isUtf16(bytes)) throw RunTimeError(ErrorNumber::PathFileAccess);
+      IniText text(std::move(bytes), foldedName);
+      text.setValue(section, key, value, "\r\n");
+      return text.takeBytes();
+    });
     return true;
   } catch (const std::exception&) {
     // Its callers learn of a failure by the value alone.

@@ -1,12 +1,14 @@
 #include "platform/profile/SettingsStore.h"
 
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
-#include <system_error>
+#include <utility>
 
 #include "platform/files/ProgramFolder.h"
 #include "platform/files/WholeFile.h"
@@ -33,18 +35,15 @@ std::u16string foldedName(std::string_view name) {
 constexpr std::u16string_view kEscapeMark = u"\\\"";
 constexpr char16_t kEscapeEnd = u'"';
 
-bool isSurrogate(char16_t unit) {
-  return unit >= 0xD800 && unit <= 0xDFFF;
-}
-
 bool needsEscape(char16_t unit) {
-  return (unit < u' ' && unit != u'\t') || isSurrogate(unit);
+  return (unit < u' ' && unit != u'\t') || runtime::isHighSurrogate(unit) ||
+         runtime::isLowSurrogate(unit);
 }
 
 bool hasOddUnit(std::u16string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool pair =
-        i + 1 < text.size() && (text[i] & 0xFC00) == 0xD800 && (text[i + 1] & 0xFC00) == 0xDC00;
+    const bool pair = i + 1 < text.size() && runtime::isHighSurrogate(text[i]) &&
+                      runtime::isLowSurrogate(text[i + 1]);
     if (pair) {
       ++i;
     } else if (needsEscape(text[i])) {
@@ -92,26 +91,24 @@ std::optional<char16_t> unitOf(std::u16string_view digits) {
   return static_cast<char16_t>(unit);
 }
 
-/// The escaped text's meaning; nothing where it isn't well formed.
-std::optional<std::u16string> unescaped(std::u16string_view text) {
-  std::u16string value;
-  while (!text.empty()) {
-    if (text[0] != u'\\') {
-      value.push_back(text[0]);
-      text.remove_prefix(1);
-      continue;
-    }
-    const char16_t kind = text.size() > 1 ? text[1] : u'\0';
-    std::optional<char16_t> unit;
-    if (kind == u'\\') unit = u'\\';
-    if (kind == u'n') unit = u'\n';
-    if (kind == u'r') unit = u'\r';
-    if (kind == u'u') unit = unitOf(text.substr(2, 4));
-    if (!unit) return std::nullopt;
-    value.push_back(*unit);
-    text.remove_prefix(kind == u'u' ? 6 : 2);
-  }
-  return value;
+/// Takes one unit off the front of an escaped text; nullopt where that isn't well formed.
+std::optional<char16_t> takeUnit(std::u16string_view& text) {
+  const bool isEscape = text.front() == u'\\';
+  const char16_t kind = isEscape && text.size() > 1 ? text[1] : u'\0';
+  std::optional<char16_t> unit;
+  if (!isEscape) unit = text.front();
+  if (kind == u'\\') unit = u'\\';
+  if (kind == u'n') unit = u'\n';
+  if (kind == u'r') unit = u'\r';
+  if (kind == u'u') unit = unitOf(text.substr(2, 4));
+  if (unit) text.remove_prefix(!isEscape ? 1 : kind == u'u' ? 6 : 2);
+  return unit;
+}
+
+bool isWellFormed(std::u16string_view text) {
+  while (!text.empty())
+    if (!takeUnit(text)) return false;
+  return true;
 }
 
 std::u16string decoded(std::string_view bytes) {
@@ -119,9 +116,17 @@ std::u16string decoded(std::string_view bytes) {
   const std::size_t marks = kEscapeMark.size() + 1;
   if (text.size() < marks || !text.starts_with(kEscapeMark) || text.back() != kEscapeEnd)
     return text;
-  const std::u16string_view inside =
+  std::u16string_view escaped =
       std::u16string_view(text).substr(kEscapeMark.size(), text.size() - marks);
-  return unescaped(inside).value_or(text);
+  if (!isWellFormed(escaped)) return text;
+  // In the text's own memory: what is taken is always ahead of what is put.
+  std::size_t length = 0;
+  while (!escaped.empty()) {
+    const std::optional<char16_t> unit = takeUnit(escaped);
+    text[length++] = *unit;
+  }
+  text.resize(length);
+  return text;
 }
 
 std::optional<fs::path> configFolder() {
@@ -140,10 +145,21 @@ fs::path settingsFile(std::u16string_view application) {
   return files::findEntry(*config / "program-settings", runtime::lowerCase(application) + u".ini");
 }
 
-std::string readSettings(const fs::path& file) {
-  std::string bytes = files::readWhole(file).value_or("");
-  if (bytes.starts_with(kByteOrderMark)) bytes.erase(0, kByteOrderMark.size());
-  return bytes;
+/// Creates the folder and those above it that are missing, open to this user alone. Where that
+/// fails, the write that follows tells.
+void createPrivateFolder(const fs::path& folder) {
+  constexpr mode_t kUserAlone = 0700;
+  if (::mkdir(folder.c_str(), kUserAlone) == 0 || errno != ENOENT) return;
+  if (!folder.has_relative_path()) return;
+  createPrivateFolder(folder.parent_path());
+  ::mkdir(folder.c_str(), kUserAlone);
+}
+
+/// Removes the byte order mark and returns it, empty where there is none.
+std::string takeMark(std::string& bytes) {
+  if (!bytes.starts_with(kByteOrderMark)) return {};
+  bytes.erase(0, kByteOrderMark.size());
+  return std::string(kByteOrderMark);
 }
 
 /// Names that a line could not give back are no names.
@@ -164,7 +180,9 @@ std::u16string GetSetting(std::u16string_view application, std::u16string_view s
                           std::u16string_view key, std::u16string_view defaultValue) {
   checkNames(application, section, key);
   try {
-    const IniText text(readSettings(settingsFile(application)), foldedName);
+    std::string bytes = files::readWhole(settingsFile(application)).value_or("");
+    takeMark(bytes);
+    const IniText text(std::move(bytes), foldedName);
     const auto stored = text.value(runtime::toUtf8(section), runtime::toUtf8(key));
     return stored ? decoded(*stored) : std::u16string(defaultValue);
   } catch (const RunTimeError&) {
@@ -178,13 +196,15 @@ void SaveSetting(std::u16string_view application, std::u16string_view section,
   checkNames(application, section, key);
   try {
     const fs::path file = settingsFile(application);
-    std::error_code ignored;  // the write tells
-    fs::create_directories(file.parent_path(), ignored);
-    const std::string old = readSettings(file);
-    IniText text(old, foldedName);
-    text.setValue(runtime::toUtf8(section), runtime::toUtf8(key), encoded(value),
-                  old.find("\r\n") == old.npos ? "\n" : "\r\n");
-    files::replaceWhole(file, text.bytes());
+    createPrivateFolder(file.parent_path());
+    files::changeWhole(file, [&](std::string bytes) {
+      if (IniText::isUtf16(bytes)) throw RunTimeError(ErrorNumber::PathFileAccess);
+      const std::string mark = takeMark(bytes);
+      const std::string_view lineEnd = bytes.find("\r\n") == bytes.npos ? "\n" : "\r\n";
+      IniText text(std::move(bytes), foldedName);
+      text.setValue(runtime::toUtf8(section), runtime::toUtf8(key), encoded(value), lineEnd);
+      return text.takeBytes().insert(0, mark);
+    });
   } catch (const RunTimeError&) {
     throw RunTimeError(ErrorNumber::PathFileAccess);
   }

@@ -12,8 +12,9 @@ namespace profile {
 std::u16string GetSetting(std::u16string_view application, std::u16string_view section,
                           std::u16string_view key, std::u16string_view defaultValue = u"");
 
-/// Stores the text, creating application, section and key as needed.
-/// Raises 5 for such a name, 75 when the entry can't be written.
+/// Stores the text, creating application, section and key as needed; a new folder is open to this
+/// user alone. Of programs on one machine that store at once, none loses the entry of another.
+/// Raises 5 for such a name, 75 when the entry can't be written or the file is in UTF-16.
 void SaveSetting(std::u16string_view application, std::u16string_view section,
                  std::u16string_view key, std::u16string_view value);
 

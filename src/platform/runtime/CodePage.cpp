@@ -61,13 +61,6 @@ class CodePage {
   std::unordered_map<char16_t, char> bytes_;
 };
 
-bool isHighSurrogate(char16_t unit) {
-  return unit >= 0xD800 && unit <= 0xDBFF;
-}
-bool isLowSurrogate(char16_t unit) {
-  return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
 void appendUtf8(std::string& bytes, char32_t point) {
   const auto put = [&bytes](char32_t byte) { bytes.push_back(static_cast<char>(byte)); };
   if (point < 0x80) {

@@ -12,6 +12,14 @@ std::string toCodePage(std::u16string_view text);
 /// Bytes of the machine's code page to wide text; every byte has a character.
 std::u16string fromCodePage(std::string_view bytes);
 
+/// The first and the second half of a pair that stands for a character beyond 16 bits.
+constexpr bool isHighSurrogate(char16_t unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+constexpr bool isLowSurrogate(char16_t unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
 /// UTF-8 both ways; malformed input becomes U+FFFD. For the host system's names and streams.
 std::string toUtf8(std::u16string_view text);
 std::u16string fromUtf8(std::string_view bytes);

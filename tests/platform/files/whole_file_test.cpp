@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 #include "platform/files/FileError.h"
+#include "platform/files/FolderLock.h"
 #include "platform/files/WholeFile.h"
 #include "support/FileFaults.h"
 #include "support/ProgramFolder.h"
@@ -46,9 +49,9 @@ TEST_F(WholeFile, AFaultAtAnyStepLeavesTheOldContentAndNoRubbish) {
     const bool failed = errorNumberOf([&] { replaceWhole(path, "brand new"); }) != 0;
     EXPECT_EQ(entries(), 1U) << step;
     if (!failed) break;
-    EXPECT_EQ(support::readFile(path), "old") << step;
+    EXPECT_EQ(support::readFile(path), step < 3 ? "old" : "brand new") << step;
   }
-  EXPECT_EQ(step, 3);  // write, sync, rename
+  EXPECT_EQ(step, 4);  // write, sync, rename, sync of the folder
   EXPECT_EQ(support::readFile(path), "brand new");
 }
 
@@ -58,6 +61,14 @@ TEST_F(WholeFile, WhatIsLinkedOrInAClosedFolderIsWrittenInPlace) {
   replaceWhole(path, "new");
   EXPECT_TRUE(fs::is_symlink(path));
   EXPECT_EQ(folder.read("real.ini"), "new");
+
+  fs::create_hard_link(folder.path() / "real.ini", folder.path() / "second name.ini");
+  for (const int step : {1, 2}) {
+    support::FileFaults faults;
+    faults.cutAtChange(step);  // in place too the write is followed by a sync, and that is all
+    EXPECT_EQ(errorNumberOf([&] { replaceWhole(path, "newest"); }), step == 1 ? 57 : 0);
+  }
+  EXPECT_EQ(folder.read("second name.ini"), "newest");
 
   const fs::path closed = folder.path() / "closed";
   folder.write("closed/x.ini", "old content");
@@ -70,6 +81,15 @@ TEST_F(WholeFile, WhatIsLinkedOrInAClosedFolderIsWrittenInPlace) {
   }
   EXPECT_EQ(folder.read("closed/x.ini"), "new");
   fs::permissions(closed, fs::perms::all);
+}
+
+TEST_F(WholeFile, AFolderThatIsHeldTooLongRefusesAChange) {
+  const files::FolderLock held(folder.posdata());
+  EXPECT_EQ(errorNumberOf([&] {
+              const files::FolderLock second(folder.posdata(), std::chrono::milliseconds(20));
+            }),
+            70);
+  const files::FolderLock missing(folder.path() / "none");
 }
 
 TEST_F(WholeFile, AReadOnlyFileIsKeptAlsoFromItsAdministrator) {

@@ -1,9 +1,18 @@
 #include <gtest/gtest.h>
+#include <malloc.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QJsonArray>
+#include <algorithm>
+#include <cstdlib>
+#include <new>
 
 #include "platform/files/ProgramFolder.h"
+#include "platform/files/seam/FaultSeam.h"
 #include "platform/profile/ProfileFile.h"
+#include "platform/profile/SettingsStore.h"
+#include "platform/runtime/CodePage.h"
 #include "support/FileFaults.h"
 #include "support/ProgramFolder.h"
 #include "support/ReferenceTable.h"
@@ -13,6 +22,33 @@ namespace fs = std::filesystem;
 using profile::GetPrivateProfileStringA;
 using profile::WritePrivateProfileStringA;
 using support::bytesField;
+
+namespace {
+
+std::size_t allocated = 0;
+std::size_t mostAllocated = 0;
+
+}  // namespace
+
+// Counts the bytes that this program holds.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  void* const memory = std::malloc(size);
+  allocated += ::malloc_usable_size(memory);
+  mostAllocated = std::max(mostAllocated, allocated);
+  return memory;
+}
+void* operator new(std::size_t size) {
+  void* const memory = operator new(size, std::nothrow);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+void operator delete(void* memory) noexcept {
+  allocated -= ::malloc_usable_size(memory);
+  std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+  operator delete(memory);
+}
 
 namespace {
 
@@ -133,4 +169,68 @@ TEST_F(ProfileFile, OneThatMayNotBeReadGivesTheDefault) {
   const support::AsOrdinaryUser user;
   EXPECT_EQ(read("S", "K"), "dflt");
   EXPECT_FALSE(write("S", "K", "2"));
+}
+
+TEST_F(ProfileFile, OneInUtf16IsNotMixedWithBytes) {
+  for (const std::string& text :
+       {std::string("\xFF\xFE[\0S\0]\0", 8), std::string("[\0S\0]\0", 6)}) {
+    folder.write("Posdata/Touch.ini", text);
+    EXPECT_FALSE(write("S", "K", "1"));
+    EXPECT_EQ(read("S", "K"), "dflt");
+    EXPECT_EQ(after(), text);
+  }
+}
+
+TEST_F(ProfileFile, NoExceptionLeavesTheTwoCalls) {
+  folder.write("Posdata/Touch.ini", "[S]\r\nK=1\r\n");
+  files::setFaultSeam([](const files::FileStep&) -> std::size_t { throw std::bad_alloc(); });
+  EXPECT_EQ(read("S", "K"), "dflt");
+  EXPECT_FALSE(write("S", "K", "2"));
+  files::setFaultSeam({});
+}
+
+TEST_F(ProfileFile, TakesAtMostFourTimesItsSizeInMemory) {
+  constexpr std::size_t kSize = 2U << 20U;
+  const std::string line = "[S" + std::string(kSize / 2, 'x');
+  for (const std::string& text : {std::string(kSize, '\n'), line + "\n" + line + "=1\n",
+                                  "[S]\nK=" + std::string(kSize, 'x')}) {
+    folder.write("Posdata/Touch.ini", text);
+    const auto most = [](const auto& act) {
+      const std::size_t before = mostAllocated = allocated;
+      act();
+      return mostAllocated - before;
+    };
+    EXPECT_LE(most([&] { read("S", "K"); }), 4 * text.size());
+    EXPECT_LE(most([&] { EXPECT_TRUE(write("S", "K", "1")); }), 4 * text.size());
+  }
+}
+
+TEST_F(ProfileFile, TwoProgramsThatWriteAtOnceLoseNoValue) {
+  constexpr int kWrites = 500;
+  const auto names = [](const char* program, int i) { return program + std::to_string(i); };
+  std::vector<pid_t> programs;
+  for (const char* name : {"left", "right"}) {
+    programs.push_back(::fork());
+    if (programs.back() != 0) continue;
+    bool good = true;
+    for (int i = 0; i < kWrites; ++i) {
+      good = write("S", names(name, i), "1") && good;
+      const std::string key = names(name, i);
+      profile::SaveSetting(u"tavenor", u"comms", runtime::fromUtf8(key), u"1");
+    }
+    ::_exit(good ? 0 : 1);
+  }
+  for (const pid_t program : programs) {
+    int status = 0;
+    ASSERT_EQ(::waitpid(program, &status, 0), program);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+  }
+  int lost = 0;
+  for (const char* name : {"left", "right"})
+    for (int i = 0; i < kWrites; ++i) {
+      const std::string key = names(name, i);
+      if (read("S", key) != "1") ++lost;
+      if (profile::GetSetting(u"tavenor", u"comms", runtime::fromUtf8(key)) != u"1") ++lost;
+    }
+  EXPECT_EQ(lost, 0);
 }

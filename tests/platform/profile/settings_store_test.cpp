@@ -1,8 +1,7 @@
-#include "platform/profile/SettingsStore.h"
-
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
+#include "platform/profile/SettingsStore.h"
 #include "support/FileFaults.h"
 #include "support/ProgramFolder.h"
 
@@ -31,6 +30,8 @@ TEST_F(Settings, AHandWrittenFileIsReadInAnyCase) {
   EXPECT_EQ(GetSetting(u"tavenor", u"comms", u"other"), u" x");
   EXPECT_EQ(GetSetting(u"tavenor", u"comms", u"absent"), u"");
   EXPECT_EQ(GetSetting(u"unknown", u"comms", u"storename", u"none"), u"none");
+  SaveSetting(u"tavenor", u"comms", u"other", u"y");
+  EXPECT_EQ(stored(), "\xEF\xBB\xBF; shop\r\n[comms]\r\nstorename=Demo\r\nOther=y\r\n");
 }
 
 TEST_F(Settings, AreKeptAsPlainLinesAndChangedInPlace) {
@@ -84,7 +85,12 @@ TEST_F(Settings, WhatCannotBeWrittenIsErrorSeventyFive) {
   }
   fs::permissions(file(), fs::perms{0444});
   EXPECT_EQ(errorNumberOf([] { SaveSetting(u"tavenor", u"comms", u"storename", u"x"); }), 75);
-  // The settings folder's place is taken by a file.
+  fs::permissions(file(), fs::perms{0644});
+  const std::string wide("\xFF\xFE[\0c\0]\0", 8);
+  support::writeFile(file(), wide);
+  EXPECT_EQ(errorNumberOf([] { SaveSetting(u"tavenor", u"comms", u"storename", u"x"); }), 75);
+  EXPECT_EQ(stored(), wide);
+  // A file stands where the settings folder should.
   fs::remove_all(folder.settingsFolder());
   support::writeFile(folder.settingsFolder(), "");
   EXPECT_EQ(errorNumberOf([] { SaveSetting(u"tavenor", u"comms", u"storename", u"x"); }), 75);
@@ -101,6 +107,8 @@ TEST_F(Settings, LieBelowTheHomeFolderByDefault) {
     SaveSetting(u"Tavenor", u"comms", u"storename", u"Demo");
     EXPECT_EQ(folder.read(".config/program-settings/tavenor.ini"), "[comms]\nstorename=Demo\n");
     EXPECT_EQ(GetSetting(u"tavenor", u"comms", u"storename"), u"Demo");
+    for (const char* created : {".config", ".config/program-settings"})
+      EXPECT_EQ(fs::status(folder.path() / created).permissions(), fs::perms{0700});
   }
   ::setenv("HOME", home.c_str(), 1);
 }

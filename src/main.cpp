@@ -4,10 +4,12 @@
 #include "platform/forms/Application.h"
 #include "platform/forms/DesktopHost.h"
 #include "platform/process/Process.h"
+#include "platform/process/StandardStreams.h"
 
 // The process: prepares the platform, runs the start-up procedure, and lives on in the screens'
 // events.
 int main() {
+  process::prepareStandardStreams();
   files::setProgramFile(files::startedProgram());
   forms::Application application;
   const auto host = forms::makeHost();

@@ -175,6 +175,23 @@ class NoDisplay(Case):
             self.assertRegex(done.stderr, "(?i)display")
 
 
+class StandardError(Case):
+    """The report shows, and the program ends, where nothing can be written to standard error."""
+
+    def ends(self, redirection):
+        self.shop.set("[comms]\nstorename=Demo\n[KEYSTRAND]\nHIDE_BARCODE=\n")
+        program = self.start(command=["bash", "-c", f"exec '{self.shop.program}' {redirection}"])
+        window = program.window("Keystrand")
+        World.desktop.hand("windowfocus", "--sync", window, "key", "Return")
+        self.assertEqual(program.status(), 1)
+
+    def test_it_is_closed(self):
+        self.ends("2>&-")
+
+    def test_nobody_reads_the_pipe(self):
+        self.ends("2> >(:)")
+
+
 class DroppedText(Case):
     """A text that another program drops on a key."""
 

@@ -9,6 +9,7 @@
 #include "platform/forms/qt/MessageBox.h"
 #include "platform/forms/qt/Raise.h"
 #include "platform/process/DetachedProgram.h"
+#include "platform/process/StandardStreams.h"
 #include "platform/runtime/CodePage.h"
 
 namespace forms {
@@ -42,8 +43,7 @@ class DesktopHost : public process::Host {
 
   void reportFailure(const RunTimeError& failure) override {
     const std::string heading = "Run-time error '" + std::to_string(failure.number()) + "':";
-    std::fprintf(stderr, "%s %s\n", heading.c_str(), runtime::toUtf8(failure.text()).c_str());
-    std::fflush(stderr);
+    process::writeToStandardError(heading + " " + runtime::toUtf8(failure.text()) + "\n");
     qt::MessageBox box(runtime::fromUtf8(heading) + u"\n\n" + failure.text(),
                        std::u16string(process::kProgramTitle), QMessageBox::Ok);
     box.setIcon(QMessageBox::Critical);

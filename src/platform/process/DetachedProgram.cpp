@@ -9,6 +9,7 @@
 #include <string>
 #include <system_error>
 
+#include "platform/process/StandardStreams.h"
 #include "platform/runtime/RunTimeError.h"
 
 namespace process {
@@ -38,13 +39,14 @@ struct Pipe {
   bool writes = true;
 };
 
-/// In the first child: its own child becomes the program, and is nobody's once this one is gone.
+/// In the first child: its own child becomes the program, and has no parent once this one is gone.
 /// Only calls that are safe after a fork. What went wrong goes through the pipe.
 [[noreturn]] void become(const char* program, const char* folder, int report) {
   ::setsid();
   const pid_t child = ::fork();
   if (child == 0) {
     const std::array<char*, 2> arguments{const_cast<char*>(program), nullptr};
+    restoreInheritedSignals();
     if (::chdir(folder) == 0) ::execv(program, arguments.data());
   }
   if (child <= 0) {

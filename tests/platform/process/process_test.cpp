@@ -1,15 +1,95 @@
 #include "platform/process/Process.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <array>
+#include <functional>
 #include <new>
 #include <stdexcept>
+#include <string>
 
+#include "platform/process/DetachedProgram.h"
+#include "platform/process/StandardStreams.h"
 #include "support/ProgramFolder.h"
 #include "support/TestHost.h"
 
 using runtime::ErrorNumber;
 using runtime::RunTimeError;
+
+namespace {
+
+/// What a copy of this process makes of it: its exit status, or less than 0 where a signal ended
+/// it.
+int statusOfCopy(const std::function<int()>& act) {
+  const pid_t copy = ::fork();
+  if (copy == 0) {
+    ::alarm(20);  // a copy that hangs is ended
+    ::_exit(act());
+  }
+  int status = 0;
+  if (::waitpid(copy, &status, 0) != copy || !WIFEXITED(status)) return -1;
+  return WEXITSTATUS(status);
+}
+
+std::array<int, 2> pipeOnStandardError() {
+  std::array<int, 2> ends{};
+  if (::pipe(ends.data()) != 0) ::_exit(99);
+  ::dup2(ends[1], STDERR_FILENO);
+  ::close(ends[1]);
+  return ends;
+}
+
+}  // namespace
+
+TEST(StandardStreams, ClosedOnesBecomeTheNullDevice) {
+  EXPECT_EQ(statusOfCopy([] {
+              for (const int descriptor : {0, 1, 2}) ::close(descriptor);
+              process::prepareStandardStreams();
+              process::writeToStandardError("lost");
+              return ::open("/", O_RDONLY);
+            }),
+            3);
+}
+
+TEST(StandardStreams, APipeWithoutAReaderOrRoomStopsNobody) {
+  EXPECT_EQ(statusOfCopy([] {
+              ::close(pipeOnStandardError()[0]);
+              process::prepareStandardStreams();
+              process::writeToStandardError("lost");
+              return 0;
+            }),
+            0);
+  EXPECT_EQ(statusOfCopy([] {
+              pipeOnStandardError();
+              process::prepareStandardStreams();
+              process::writeToStandardError(std::string(200'000, 'x'));
+              return 0;
+            }),
+            0);
+}
+
+TEST(StandardStreams, AStartedProgramInheritsNoChangedSignal) {
+  const support::ProgramFolder folder;
+  folder.write(
+      "program",
+      "#!/bin/sh\ngrep -E 'Sig(Blk|Ign)' /proc/self/status >said.part\nmv said.part said\n");
+  const auto program = folder.path() / "program";
+  std::filesystem::permissions(program, std::filesystem::perms::all);
+  const auto said = [&] {
+    std::filesystem::remove(folder.path() / "said");
+    process::startDetached(program);
+    for (int i = 0; i < 2000 && !folder.read("said"); ++i) ::usleep(10'000);
+    return folder.read("said").value_or("nothing");
+  };
+  const std::string before = said();
+  process::prepareStandardStreams();
+  EXPECT_EQ(said(), before);
+  EXPECT_NE(before, "nothing");
+  process::restoreInheritedSignals();
+}
 
 TEST(Dispatch, ReportsAFailureOnceAndEndsWithStatusOne) {
   support::TestHost host;

@@ -10,6 +10,8 @@
 using support::caption;
 using support::entry;
 using support::key;
+using support::kWhite;
+using support::lineOf;
 using support::Shop;
 using support::shownColour;
 using support::WindowDriver;
@@ -52,10 +54,11 @@ TEST(Colours, TheDialogsAnswerSurvivesAndCancelPaintsWithIt) {
   user.click("cmdSelCol");  // Cancel: the blue that was chosen for a font
   EXPECT_EQ(shop.host.colourDialogs, 5);
   const auto saved = shop.save(user, "FastMovers2.txt");
-  EXPECT_EQ(saved[5], "5,,,16777215,255");
-  EXPECT_EQ(saved[6], "6,,,16777215,16711680");
-  EXPECT_EQ(saved[7], "7,,,16711680,-2147483630");
-  EXPECT_EQ(saved[0], "0,,,16777215,-2147483630") << "the level change cleared the back colour";
+  EXPECT_EQ(saved[5], lineOf({.key = 5, .back = kWhite, .font = kRed}));
+  EXPECT_EQ(saved[6], lineOf({.key = 6, .back = kWhite, .font = kBlue}));
+  EXPECT_EQ(saved[7], lineOf({.key = 7, .back = kBlue}));
+  EXPECT_EQ(saved[0], lineOf({.key = 0, .back = kWhite}))
+      << "the level change cleared the back colour";
   user.moveTo(key(7));
   EXPECT_EQ(shownColour(user, key(7)), kBlue);
   user.press(key(7));
@@ -66,7 +69,7 @@ TEST(Colours, TheDialogsAnswerSurvivesAndCancelPaintsWithIt) {
 TEST(Colours, ALoadedKeyPressesInItsOldColourUntilItIsColoured) {
   Shop shop;
   std::vector<std::string> texts;
-  for (int i = 0; i < 63; ++i) texts.push_back(std::to_string(i) + ",,,255,0");
+  for (int i = 0; i < 63; ++i) texts.push_back(lineOf({.key = i, .back = kRed, .font = 0}));
   shop.folder.write("Posdata/FastMovers1.txt", support::lines(texts));
   WindowDriver user = shop.open();
   EXPECT_EQ(shownColour(user, key(10)), kRed);
@@ -85,11 +88,13 @@ TEST(Colours, ResetWipesTheWholeKeyAndLeavesTheFileAlone) {
   user.click("cmdSelCol");
   user.click("cmdFontColour");
   user.drop(key(8), entry(u"Tea", 77));
-  EXPECT_EQ(shop.save(user)[8], "8,77,Tea,255,16711680");
+  EXPECT_EQ(shop.save(user)[8],
+            lineOf({.key = 8, .product = "77", .caption = "Tea", .back = kRed, .font = kBlue}));
   user.click("cmdResetColor");
-  EXPECT_EQ(shop.layout("FastMovers1.txt")[8], "8,77,Tea,255,16711680");
+  EXPECT_EQ(shop.layout("FastMovers1.txt")[8],
+            lineOf({.key = 8, .product = "77", .caption = "Tea", .back = kRed, .font = kBlue}));
   EXPECT_EQ(caption(user, key(8)), "Key 8");
-  EXPECT_EQ(shop.save(user)[8], "8,,,16777215,-2147483630");
+  EXPECT_EQ(shop.save(user)[8], lineOf({.key = 8, .back = kWhite}));
 }
 
 TEST(CopyMode, ColoursTravelOverLevelsSavesAndResetsUntilTheModeIsEnded) {
@@ -112,18 +117,19 @@ TEST(CopyMode, ColoursTravelOverLevelsSavesAndResetsUntilTheModeIsEnded) {
   user.drop(key(3), entry(u"Tea", 77));
   user.click("cmdSelCol");  // and it stays current: key 1 becomes green
   auto saved = shop.save(user, "FastMovers3.txt");
-  EXPECT_EQ(shop.layout("FastMovers1.txt")[1], "1,,,16777215,-2147483630");
-  EXPECT_EQ(shop.layout("FastMovers1.txt")[2], "2,,,255,16711680");
-  EXPECT_EQ(saved[3], "3,77,Tea,255,16711680");
-  EXPECT_EQ(saved[1], "1,,,65280,-2147483630");
+  EXPECT_EQ(shop.layout("FastMovers1.txt")[1], lineOf({.key = 1, .back = kWhite}));
+  EXPECT_EQ(shop.layout("FastMovers1.txt")[2], lineOf({.key = 2, .back = kRed, .font = kBlue}));
+  EXPECT_EQ(saved[3],
+            lineOf({.key = 3, .product = "77", .caption = "Tea", .back = kRed, .font = kBlue}));
+  EXPECT_EQ(saved[1], lineOf({.key = 1, .back = 0x00FF00}));
   user.click("cmdCopy");
   EXPECT_EQ(caption(user, "cmdCopy"), "Copy Button Settings");
   EXPECT_EQ(shownColour(user, "cmdCopy"), 0xFFFFFF) << "not the look that it had at the start";
   EXPECT_TRUE(hasInk(user, "cmdCopy", Qt::black));
   user.click(key(4));
   saved = shop.save(user, "FastMovers3.txt");
-  EXPECT_EQ(saved[4], "4,,,16777215,-2147483630");
+  EXPECT_EQ(saved[4], lineOf({.key = 4, .back = kWhite}));
   shop.host.colours = {0x123456};
   user.click("cmdSelCol");
-  EXPECT_EQ(shop.save(user, "FastMovers3.txt")[4], "4,,,1193046,-2147483630");
+  EXPECT_EQ(shop.save(user, "FastMovers3.txt")[4], lineOf({.key = 4, .back = 0x123456}));
 }

@@ -1,12 +1,19 @@
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
+#include <QImage>
 #include <QLineEdit>
+#include <QPixmap>
+#include <QScreen>
+#include <algorithm>
 
 #include "support/Shop.h"
 
 using support::caption;
 using support::entry;
 using support::key;
+using support::kWhite;
+using support::lineOf;
 using support::lines;
 using support::Shop;
 using support::WindowDriver;
@@ -45,7 +52,21 @@ TEST(Levels, ALevelComesFromItsFileAndUnsavedWorkIsDroppedWithoutAWord) {
   EXPECT_EQ(name(user), "Counter");
   EXPECT_TRUE(shop.host.messages.empty());
   // The level has no file of its own, so the key table still holds the other level's ids.
-  EXPECT_EQ(shop.save(user)[4], "4,304,,16777215,-2147483630");
+  EXPECT_EQ(shop.save(user)[4], lineOf({.key = 4, .product = "304", .back = kWhite}));
+}
+
+TEST(Levels, OfAFileInTwoSpellingsLoadSaveAndResetTakeTheSameOne) {
+  Shop shop;
+  shop.folder.write("Posdata/FastMovers1.txt", layoutFrom(300, "255,0"));
+  shop.folder.write("Posdata/fastmovers1.txt", "the other");
+  WindowDriver user = shop.open();
+  EXPECT_EQ(caption(user, key(4)), "P304");
+  user.drop(key(4), entry(u"Tea", 77));
+  EXPECT_EQ(shop.save(user)[4], lineOf({.key = 4, .product = "77", .caption = "Tea", .back = 255}));
+  shop.host.answers = {process::kYes};
+  user.click("cmdResetAll");
+  EXPECT_FALSE(shop.folder.read("Posdata/FastMovers1.txt"));
+  EXPECT_EQ(shop.folder.read("Posdata/fastmovers1.txt"), "the other");
 }
 
 TEST(Levels, SaveWritesTheLevelAndItsTrimmedNameAndNothingElse) {
@@ -79,7 +100,43 @@ TEST(Levels, ALoadRestoresNoFontColourAndASaveWritesTheOneOnTheScreen) {
   shop.folder.write("Posdata/FastMovers1.txt", layoutFrom(1, "16711680,255"));
   WindowDriver user = shop.open();
   const auto saved = shop.save(user);
-  EXPECT_EQ(saved[62], "62,63,P63,16711680,-2147483630");
+  EXPECT_EQ(saved[62], lineOf({.key = 62, .product = "63", .caption = "P63", .back = 16711680}));
+}
+
+TEST(Levels, ALoadTakesTheFaceOfAKeyFromTheFifthField) {
+  Shop shop;
+  std::vector<std::string> texts(13, ",,Tea,255,-2147483630");
+  texts[10] = ",,Tea,255,Liberation Mono";
+  texts[12] = ",,Tea,255,";
+  shop.folder.write("Posdata/FastMovers1.txt", lines(texts));
+  WindowDriver user = shop.open();
+  const auto picture = [&](int index) { return user.control(key(index)).grab().toImage(); };
+  EXPECT_NE(picture(10), picture(11));
+  EXPECT_EQ(picture(12), picture(11)) << "what is no face is drawn in the default one";
+}
+
+TEST(Levels, TheNoticeShowsInTheMiddleForThreeQuartersOfASecond) {
+  Shop shop;
+  WindowDriver user = shop.open();
+  constexpr std::int64_t kLeast = 600;
+  constexpr std::int64_t kMost = 1200;
+  std::int64_t shortest = kMost + 1;
+  // A machine that is busy can only make it longer.
+  for (int i = 0; i < 3 && shortest > kMost; ++i) {
+    QElapsedTimer time;
+    QRect bounds;
+    support::soon([&] {
+      bounds = WindowDriver("frmSaved").window().geometry();
+      time.start();
+    });
+    user.click("cmdSave");
+    shortest = std::min<std::int64_t>(shortest, time.elapsed());
+    EXPECT_EQ(bounds.size(), QSize(5775 / 15, 1995 / 15));
+    const QPoint off = bounds.center() - user.window().screen()->geometry().center();
+    EXPECT_LE(off.manhattanLength(), 2);
+  }
+  EXPECT_GE(shortest, kLeast);
+  EXPECT_LE(shortest, kMost);
 }
 
 TEST(Levels, AResetLeavesTheIdsSoThatASaveWritesThemBesideEmptyCaptions) {
@@ -101,7 +158,7 @@ TEST(Levels, AResetLeavesTheIdsSoThatASaveWritesThemBesideEmptyCaptions) {
   EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nSCREEN1=Counter\r\n");
   user.click("cmdResetAll");  // no file any more: no fault
   EXPECT_EQ(shop.failure(), 0);
-  EXPECT_EQ(shop.save(user)[7], "7,8,,16777215,-2147483630");
+  EXPECT_EQ(shop.save(user)[7], lineOf({.key = 7, .product = "8", .back = kWhite}));
 }
 
 TEST(Levels, AFileThatCanNotBeWrittenOrDeletedEndsTheProgram) {

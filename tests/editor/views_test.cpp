@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QWidget>
 
@@ -6,6 +7,8 @@
 
 using support::caption;
 using support::key;
+using support::kWhite;
+using support::lineOf;
 using support::Shop;
 using support::WindowDriver;
 
@@ -37,12 +40,14 @@ TEST(Views, AnyOtherTextThanNoughtOpensTheAutofillViewOnTheStockRows) {
   user.click("chkBarcode");
   EXPECT_FALSE(user.entries("List1").empty()) << "the hidden list is filled all the same";
   auto saved = shop.save(user);
-  EXPECT_EQ(saved[0], "0,900,From the file,255,-2147483630");
-  EXPECT_EQ(saved[1], "1,2,,-2147483633,-2147483630");
+  EXPECT_EQ(saved[0],
+            lineOf({.key = 0, .product = "900", .caption = "From the file", .back = 255}));
+  EXPECT_EQ(saved[1], lineOf({.key = 1, .product = "2"}));
   user.pick("cbLevel", 1);
   user.pick("cbLevel", 0);  // the file lies over the stock rows at the start alone
   EXPECT_EQ(caption(user, key(0)), "Item 1");
-  EXPECT_EQ(shop.save(user)[0], "0,1,Item 1,16777215,-2147483630");
+  EXPECT_EQ(shop.save(user)[0],
+            lineOf({.key = 0, .product = "1", .caption = "Item 1", .back = kWhite}));
 }
 
 TEST(Views, TickingArrangesAtOnceAndClearingRestoresNothing) {
@@ -57,7 +62,10 @@ TEST(Views, TickingArrangesAtOnceAndClearingRestoresNothing) {
   EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nAUTOFILL=1\r\nItemOne=BL\r\n");
   EXPECT_FALSE(user.isVisible("List1"));
   EXPECT_TRUE(user.drop(key(5), support::entry(u"Tea", 77))) << "the drop targets stay";
+  std::string whileMessageIsUp;
+  shop.host.whileMessageIsUp = [&](const auto&) { whileMessageIsUp = shop.touchFile(); };
   user.click("Check1");
+  EXPECT_EQ(whileMessageIsUp, "[SETTINGS]\r\nAUTOFILL=1\r\nItemOne=BL\r\n");
   ASSERT_EQ(shop.host.messages.size(), 1U);
   EXPECT_EQ(shop.host.messages[0].text, u"Close the app and restart it.");
   EXPECT_EQ(shop.host.messages[0].title, u"Keystrand");
@@ -67,6 +75,50 @@ TEST(Views, TickingArrangesAtOnceAndClearingRestoresNothing) {
   for (const char* hidden : {"lblLevel", "cbLevel", "List1", "cbDept"})
     EXPECT_FALSE(user.isVisible(hidden)) << hidden;
   EXPECT_EQ(caption(user, key(0)), "Key 0") << "level 1 was cleared and has no file";
+}
+
+// Each step that fails leaves what the steps before it did, and nothing of those after it.
+TEST(Views, TickingAndClearingTakeTheirStepsInTheirOrder) {
+  {
+    Shop shop;  // the arrangement fails: the labels are hidden, nothing is written
+    shop.touchSettings("[BUTTONS_BL]\r\nrows=nine\r\n");
+    WindowDriver user = shop.open();
+    user.click("Check1");
+    EXPECT_EQ(shop.failure(), 13);
+    EXPECT_FALSE(user.isVisible("List1"));
+    EXPECT_EQ(shop.touchFile(), "[BUTTONS_BL]\r\nrows=nine\r\n");
+  }
+  {
+    Shop shop;  // the level change fails: both settings are written before it
+    shop.missingStock = {10};
+    WindowDriver user = shop.open();
+    user.click("Check1");
+    EXPECT_EQ(shop.failure(), 3021);
+    EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nAUTOFILL=1\r\nItemOne=BL\r\n");
+  }
+  {
+    Shop shop;  // it fails when the box is cleared: the corner would be written after it
+    WindowDriver user = shop.open();
+    user.click("Check1");
+    ASSERT_EQ(::mkfifo((shop.folder.posdata() / "FastMovers1.txt").c_str(), 0600), 0);
+    user.click("Check1");
+    EXPECT_EQ(shop.failure(), 75);
+    EXPECT_FALSE(user.isVisible("cbLevel"));
+    EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nAUTOFILL=0\r\nItemOne=BL\r\n");
+  }
+}
+
+TEST(Views, InTheAutofillViewTheLevelBoxDecidesWhichStockRowsShow) {
+  Shop shop;
+  shop.touchSettings("[SETTINGS]\r\nAUTOFILL=1\r\n");
+  WindowDriver user = shop.open();
+  for (const int level : {2, 1, 3}) {
+    user.pick("cbLevel", level - 1);
+    const int first = 63 * (level - 1) + 1;
+    EXPECT_EQ(caption(user, key(0)), "Item " + std::to_string(first));
+    EXPECT_EQ(caption(user, key(62)), "Item " + std::to_string(first + 62));
+  }
+  EXPECT_EQ(shop.failure(), 0);
 }
 
 TEST(Views, ALevelWithFewerThanSixtyThreeRowsEndsTheProgram) {

@@ -8,6 +8,7 @@
 
 using support::caption;
 using support::key;
+using support::lineOf;
 using support::Shop;
 using support::shownColour;
 using support::WindowDriver;
@@ -45,10 +46,13 @@ const std::vector<Fault> kFaults{
      std::string("29,77,T\n") + '\0' + "\x1a" + "ea,65280,0", "", 65280, 0, ""},
 };
 
+std::string goodLine(int key) {
+  return lineOf({.key = key, .product = "1", .caption = "Good", .back = kGood, .font = 0});
+}
+
 std::string fileWith(const std::string& line, int keys, const char* end = "\r\n") {
   std::string bytes;
-  for (int i = 0; i < keys; ++i)
-    bytes += (i == kFaulty ? line : std::to_string(i) + ",1,Good,255,0") + end;
+  for (int i = 0; i < keys; ++i) bytes += (i == kFaulty ? line : goodLine(i)) + end;
   return bytes;
 }
 
@@ -92,7 +96,7 @@ TEST(LayoutFaults, TheLargeEditorEndsAtTheLineAndNeverShows) {
 TEST(LayoutFaults, TooFewLinesStopTheOneAndEndTheOther) {
   for (const int count : {0, 10, 62, 63, 200}) {
     Shop shop;
-    shop.folder.write("Posdata/FastMovers1.txt", fileWith("29,1,Good,255,0", count));
+    shop.folder.write("Posdata/FastMovers1.txt", fileWith(goodLine(kFaulty), count));
     WindowDriver user = shop.open();
     EXPECT_EQ(shop.failure(), 0);
     if (count > 0) {
@@ -105,7 +109,7 @@ TEST(LayoutFaults, TooFewLinesStopTheOneAndEndTheOther) {
   for (const int count : {0, 107}) {
     Shop shop;
     shop.folder.write("Posdata/Posconfig.ini", "[GENERAL]\r\nLOAD_FASTMOVERS_LARGE=00\r\n");
-    shop.folder.write("Posdata/FastMovers.txt", fileWith("29,1,Good,255,0", count));
+    shop.folder.write("Posdata/FastMovers.txt", fileWith(goodLine(kFaulty), count));
     shop.start();
     EXPECT_EQ(shop.failure(), 62);
     EXPECT_FALSE(WindowDriver::isShown("frmMainBig"));

@@ -1,11 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <QImage>
+#include <QPixmap>
 #include <QWidget>
 
 #include "support/Shop.h"
 
 using support::caption;
 using support::key;
+using support::kWhite;
+using support::lineOf;
 using support::Shop;
 using support::WindowDriver;
 
@@ -43,9 +47,10 @@ TEST(LargeEditor, ItemsComeWholeAndADropLeavesTheCurrentKey) {
   EXPECT_FALSE(WindowDriver::isShown("frmAddPlu"));
   const auto saved = shop.save(user);
   ASSERT_EQ(saved.size(), 108U);
-  EXPECT_EQ(saved[7], "7,7,Apple, " + std::string(50, 'x') + ",-2147483633,-2147483630");
-  EXPECT_EQ(saved[107], "107,42,Tea ,-2147483633,-2147483630");
-  EXPECT_EQ(saved[0], "0,,,-2147483633,-2147483630");
+  EXPECT_EQ(saved[7],
+            lineOf({.key = 7, .product = "7", .caption = "Apple, " + std::string(50, 'x')}));
+  EXPECT_EQ(saved[107], lineOf({.key = 107, .product = "42", .caption = "Tea "}));
+  EXPECT_EQ(saved[0], lineOf({.key = 0}));
   EXPECT_FALSE(shop.folder.read("Posdata/FastTouchButtons.ini"));
   user.doubleClickRow("List1", 1);
   EXPECT_EQ(shop.save(user)[40].substr(0, 6), "40,1,I") << "the double click made its key current";
@@ -68,10 +73,13 @@ TEST(LargeEditor, ACommaInANameEndsTheNextStart) {
 
 TEST(LargeEditor, TheFilesIdsAreKeptAsTheyStandAndFontColoursDoNotComeBack) {
   LargeShop shop;
-  std::vector<std::string> texts;
-  for (int i = 0; i < 108; ++i) texts.push_back("x,  77 , Tea ,255,65280");
+  std::vector<std::string> texts(108, "x,  77 , Tea ,255,65280");
+  texts[10] = "x,  77 , Tea ,255,Liberation Mono";
   shop.folder.write("Posdata/FASTMOVERS.TXT", support::lines(texts));
   WindowDriver user = shop.open("frmMainBig");
+  const auto picture = [&](int index) { return user.control(key(index)).grab().toImage(); };
+  EXPECT_NE(picture(10), picture(11)) << "the fifth field is the face";
+  EXPECT_EQ(picture(12), picture(11));
   shop.host.colours = {0x00FF00};
   user.click(key(3));
   user.click("cmdSelCol");
@@ -83,10 +91,10 @@ TEST(LargeEditor, TheFilesIdsAreKeptAsTheyStandAndFontColoursDoNotComeBack) {
   user.click("cmdSave");
   EXPECT_FALSE(shop.folder.read("Posdata/FastMovers.txt")) << "the file keeps its name";
   const auto saved = shop.layout("FASTMOVERS.TXT");
-  EXPECT_EQ(saved[2], "2,  77 , Tea ,255,-2147483630");
-  EXPECT_EQ(saved[3], "3,  77 , Tea ,65280,-2147483630");
-  EXPECT_EQ(saved[4], "4,  77 , Tea ,65280,-2147483630");
-  EXPECT_EQ(saved[5], "5,,,16777215,-2147483630");
+  EXPECT_EQ(saved[2], lineOf({.key = 2, .product = "  77 ", .caption = " Tea ", .back = 255}));
+  EXPECT_EQ(saved[3], lineOf({.key = 3, .product = "  77 ", .caption = " Tea ", .back = 65280}));
+  EXPECT_EQ(saved[4], lineOf({.key = 4, .product = "  77 ", .caption = " Tea ", .back = 65280}));
+  EXPECT_EQ(saved[5], lineOf({.key = 5, .back = kWhite}));
 }
 
 TEST(LargeEditor, ADroppedTextFailsByItsOwnOrderOfSteps) {

@@ -1,14 +1,19 @@
 #include <gtest/gtest.h>
 
-#include <Qt>
+#include <QAbstractItemView>
 #include <functional>
+#include <utility>
+#include <vector>
 
 #include "shared/mdOpenDatabase.h"
+#include "support/ProductSheet.h"
 #include "support/Shop.h"
 
 using support::caption;
 using support::key;
+using support::lineOf;
 using support::Shop;
+using support::typeProduct;
 using support::WindowDriver;
 
 namespace {
@@ -46,13 +51,6 @@ void onSheet(WindowDriver& user, int index, const std::function<void(WindowDrive
   user.doubleClick(key(index));
 }
 
-void typeProduct(WindowDriver& sheet, std::u16string_view name, std::u16string_view price) {
-  sheet.type(name);
-  sheet.key(Qt::Key_Return);
-  sheet.type(price);
-  sheet.key(Qt::Key_Return);
-}
-
 }  // namespace
 
 TEST(AddProduct, TheLowestFreeSlotIsFilledAndTheProductStandsOnTheKey) {
@@ -72,9 +70,10 @@ TEST(AddProduct, TheLowestFreeSlotIsFilledAndTheProductStandsOnTheKey) {
   EXPECT_EQ(stored(u"tblStock", u"price", 100), u"12.5");
   EXPECT_EQ(stored(u"tblStock", u"deptid", 100), u"0");
   EXPECT_EQ(flags(100), u"00010");
-  EXPECT_EQ(shop.save(user)[9],
-            "9,100,Iced \xe9"
-            "clair, 'large',-2147483633,-2147483630");
+  EXPECT_EQ(shop.save(user)[9], lineOf({.key = 9,
+                                        .product = "100",
+                                        .caption = "Iced \xe9"
+                                                   "clair, 'large'"}));
 }
 
 TEST(AddProduct, ClosingWithoutAddingPlacesTheLastAddedProductAgain) {
@@ -111,17 +110,51 @@ TEST(AddProduct, ClosingWithoutAddingPlacesTheLastAddedProductAgain) {
 TEST(AddProduct, APickedDepartmentIsLookedUpByItsName) {
   Shop shop;
   WindowDriver user = shop.open();
-  onSheet(user, 1, [](WindowDriver& sheet) {
-    typeProduct(sheet, u"Tea", u"");
+  const auto pick = [](WindowDriver& sheet, int steps) {
     sheet.key(Qt::Key_Space);
-    sheet.key(Qt::Key_Down);
-    sheet.key(Qt::Key_Down);
+    for (int i = 0; i < steps; ++i) sheet.key(Qt::Key_Down);
     sheet.key(Qt::Key_Return);
+  };
+  onSheet(user, 1, [&](WindowDriver& sheet) {
+    typeProduct(sheet, u"Tea", u"");
+    pick(sheet, 1);
+    sheet.click("cmdSave");
+  });
+  onSheet(user, 2, [&](WindowDriver& sheet) {
+    typeProduct(sheet, u"Coffee", u"");
+    pick(sheet, 1);
+    sheet.key(Qt::Key_Up);
+    pick(sheet, 2);  // the later one counts
     sheet.click("cmdSave");
   });
   EXPECT_EQ(shop.failure(), 0);
-  EXPECT_NE(stored(u"tblStock", u"deptid", 100), u"0");
+  EXPECT_EQ(stored(u"tblStock", u"deptid", 100), u"1") << "Drinks";
+  EXPECT_EQ(stored(u"tblStock", u"deptid", 130), u"2") << "Food";
   EXPECT_EQ(stored(u"tblStock", u"price", 100), u"0");
+}
+
+TEST(AddProduct, EachFlagHasItsOwnRowAndColumn) {
+  Shop shop;
+  for (const int id : {1, 2, 3}) shop.names[id] = std::nullopt;
+  WindowDriver user = shop.open();
+  const std::vector<std::pair<int, std::u16string>> expected{
+      {1, u"10000"}, {2, u"01000"}, {3, u"00100"}, {100, u"00010"}, {130, u"00001"}};
+  const std::vector<QString> labels{
+      "Product Name",       "Selling Price",     "Department Link",    "Print on Printer 1",
+      "Print on Printer 2", "Set as Open Price", "Set as Instruction", "Set as Negative Price"};
+  for (int flag = 0; flag < 5; ++flag) {
+    onSheet(user, flag, [&](WindowDriver& sheet) {
+      const auto& grid = dynamic_cast<QAbstractItemView&>(sheet.control("Grid1"));
+      for (int row = 1; row <= 8; ++row)
+        EXPECT_EQ(grid.model()->index(row, 1).data().toString(), labels[row - 1]);
+      typeProduct(sheet, u"Tea", u"1");
+      for (int row = 0; row <= flag; ++row) sheet.key(Qt::Key_Return);
+      sheet.key(Qt::Key_Space);
+      sheet.click("cmdSave");
+    });
+  }
+  EXPECT_EQ(shop.failure(), 0);
+  for (const auto& [id, flagsOfRow] : expected) EXPECT_EQ(flags(id), flagsOfRow) << id;
 }
 
 TEST(AddProduct, WithoutAFreeSlotItSaysSoAndTheSheetClosesAllTheSame) {

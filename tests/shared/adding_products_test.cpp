@@ -1,4 +1,4 @@
-// Products added to every kind of store, through the session that the screens use.
+// Products added to every kind of store, on the real sheet.
 
 #include <gtest/gtest.h>
 
@@ -8,16 +8,15 @@
 #include <cstdlib>
 #include <iterator>
 #include <map>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "AddedProduct.h"
 #include "makestore/ShopStore.h"
 #include "platform/jet/RandomUpdates.h"
 #include "platform/jet/StoreFiles.h"
+#include "platform/runtime/CodePage.h"
 #include "shared/mdOpenDatabase.h"
-#include "support/FileFaults.h"
+#include "support/ProductSheet.h"
 
 namespace {
 
@@ -54,21 +53,19 @@ std::vector<std::string> sortedPlain(std::vector<std::string> lines) {
 
 class AddingProducts : public testing::Test {
  protected:
-  /// Adds up to fifty products, each in a session of its own; gives the errors in their order.
+  /// Adds up to fifty products, each in a run of its own; returns the errors in their order.
   std::vector<int> addMany(const fs::path& file) {
     mdOpenDatabase::StoreFolder = jettest::wide(file.parent_path().string());
     std::vector<int> errors;
     for (int i = 0; i < kMost; ++i) {
       const std::string name = "Added \u00e9 " + std::to_string(i * 37 % 100);
-      std::optional<std::int32_t> id;
-      const int error = support::errorNumberOf([&] { id = sharedtest::addProduct(name); });
-      sharedtest::forgetSession();
-      if (error != 0) {
-        errors.push_back(error);
+      const support::Added added = support::addProduct(host_, runtime::fromUtf8(name));
+      if (added.error != 0) {
+        errors.push_back(added.error);
         continue;
       }
-      if (!id) break;
-      EXPECT_TRUE(added_.emplace(std::to_string(*id), name).second);
+      if (added.id == 0) break;
+      EXPECT_TRUE(added_.emplace(std::to_string(added.id), name).second);
     }
     return errors;
   }
@@ -104,6 +101,7 @@ class AddingProducts : public testing::Test {
     EXPECT_TRUE(verdict.empty() || verdict.ends_with("ok")) << verdict;
   }
 
+  support::TestHost host_;
   std::map<std::string, std::string> added_;  ///< names by id
 };
 

@@ -1,5 +1,4 @@
-// Two programs that add products to one store at the same time, through the session that the
-// screens use.
+// Two programs that add products to one store at the same time, each on its own sheet.
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -11,17 +10,16 @@
 #include <string>
 #include <vector>
 
-#include "AddedProduct.h"
 #include "makestore/ShopStore.h"
 #include "platform/jet/RandomUpdates.h"
 #include "platform/jet/StoreFiles.h"
+#include "platform/runtime/CodePage.h"
 #include "shared/mdOpenDatabase.h"
-#include "support/FileFaults.h"
+#include "support/ProductSheet.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using sharedtest::addProduct;
 
 constexpr int kAdds = 200;
 constexpr int kSlots = 480;
@@ -31,12 +29,11 @@ constexpr std::int32_t kRowChanged = -2147217864;
 /// What one program does: it writes down, a line each, what became of its adds.
 [[noreturn]] void addAll(const std::string& prefix, const fs::path& report) {
   std::ofstream lines(report);
+  support::TestHost host;
   for (int i = 0; i < kAdds; ++i) {
     const std::string name = prefix + " " + std::to_string(i);
-    std::int32_t id = 0;
-    const int number = support::errorNumberOf([&] { id = addProduct(name).value(); });
-    lines << number << ' ' << id << ' ' << name << std::endl;
-    sharedtest::forgetSession();
+    const support::Added added = support::addProduct(host, runtime::fromUtf8(name));
+    lines << added.error << ' ' << added.id << ' ' << name << std::endl;
   }
   ::_exit(0);
 }
@@ -116,7 +113,7 @@ TEST(TwoPrograms, ThatAddProductsAtOnceNeverFillOneSlotTwice) {
   }
   EXPECT_EQ(named, kNamed + filled.size());
   for (const auto& [id, name] : filled) {
-    EXPECT_EQ(stock.at(std::to_string(id)), name + "|1.2500|3|");
+    EXPECT_EQ(stock.at(std::to_string(id)), name + "|1.2500|0|");
     EXPECT_EQ(flags.at(std::to_string(id)), "1|1|1|1|1|");
   }
   for (const char16_t* table : {u"tblStock", u"tblPlu"})

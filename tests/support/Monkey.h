@@ -49,10 +49,6 @@ class Monkey {
     std::string id = {};
   };
 
-  static constexpr std::int32_t kButtonFace = -2147483633;
-  static constexpr std::int32_t kButtonText = -2147483630;
-  static constexpr std::int32_t kWhite = 16777215;
-
   // What an editor has of its own
   virtual Item split(const std::u16string& entry) const = 0;
   virtual std::u16string entryOf(std::u16string_view description, std::int64_t id) const = 0;

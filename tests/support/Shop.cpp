@@ -26,18 +26,6 @@ namespace {
 
 constexpr const char* kLineEnd = "\r\n";
 
-// The modules as a new process has them.
-void forgetTheRun() {
-  forms::DefaultInstance<frmMain>::drop();
-  forms::DefaultInstance<frmMainBig>::drop();
-  forms::DefaultInstance<frmAddPlu>::drop();
-  forms::DefaultInstance<frmSaved>::drop();
-  mdMain::strAddedDesc.clear();
-  mdMain::strAddedId.clear();
-  mdOpenDatabase::StoreRecordset.setAbsent();
-  mdOpenDatabase::StoreConnection.setAbsent();
-}
-
 constexpr std::int32_t kDrinks = 1;
 constexpr std::int32_t kFood = 2;
 
@@ -60,6 +48,17 @@ bool contains(const std::vector<std::int32_t>& ids, std::int32_t id) {
 }
 
 }  // namespace
+
+void forgetTheRun() {
+  forms::DefaultInstance<frmMain>::drop();
+  forms::DefaultInstance<frmMainBig>::drop();
+  forms::DefaultInstance<frmAddPlu>::drop();
+  forms::DefaultInstance<frmSaved>::drop();
+  mdMain::strAddedDesc.clear();
+  mdMain::strAddedId.clear();
+  mdOpenDatabase::StoreRecordset.setAbsent();
+  mdOpenDatabase::StoreConnection.setAbsent();
+}
 
 Shop::Shop() {
   process::setHost(host);
@@ -192,6 +191,11 @@ std::u16string entry(std::u16string_view description, std::int32_t id) {
   std::u16string text(description);
   text.resize(130, u' ');
   return text + runtime::toText(id);
+}
+
+std::string lineOf(const LayoutLine& line) {
+  return std::to_string(line.key) + "," + line.product + "," + line.caption + "," +
+         std::to_string(line.back) + "," + std::to_string(line.font);
 }
 
 std::string lines(const std::vector<std::string>& texts) {

@@ -61,8 +61,25 @@ class Shop {
   std::int32_t failure() const;
 };
 
+/// Puts the program's modules into the state that a new process has them in.
+void forgetTheRun();
+
 /// A list entry of the levelled editor.
 std::u16string entry(std::u16string_view description, std::int32_t id);
+inline constexpr std::int32_t kButtonFace = -2147483633;  ///< back colour of a key as designed
+inline constexpr std::int32_t kButtonText = -2147483630;  ///< text colour of a key as designed
+inline constexpr std::int32_t kWhite = 16777215;          ///< back colour of a cleared key
+
+/// One key of a layout file: a free key in the colours of the design where nothing else is said.
+struct LayoutLine {
+  int key = 0;
+  std::string product = {};
+  std::string caption = {};
+  std::int32_t back = kButtonFace;
+  std::int32_t font = kButtonText;
+};
+/// Its line, without the line's end.
+std::string lineOf(const LayoutLine& line);
 /// A layout file of these lines.
 std::string lines(const std::vector<std::string>& texts);
 /// What a key shows: its caption.

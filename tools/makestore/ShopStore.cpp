@@ -32,18 +32,11 @@ Variant orNull(const std::optional<std::u16string>& text) {
 }
 
 Variant wholeNumber(ColumnType type, int number) {
-  switch (type) {
-    case ColumnType::Boolean:
-      return number != 0;
-    case ColumnType::Byte:
-      return static_cast<std::uint8_t>(number);
-    case ColumnType::Integer:
-      return static_cast<std::int16_t>(number);
-    case ColumnType::Long:
-      return std::int32_t{number};
-    default:
-      throw std::invalid_argument("a flag is a Boolean, Byte, Integer or Long");
-  }
+  if (type == ColumnType::Boolean) return number != 0;
+  if (type == ColumnType::Byte) return static_cast<std::uint8_t>(number);
+  if (type == ColumnType::Integer) return static_cast<std::int16_t>(number);
+  if (type == ColumnType::Long) return std::int32_t{number};
+  throw std::invalid_argument("a flag is a Boolean, Byte, Integer or Long");
 }
 
 Variant departmentId(const ShopOrder& order, const std::optional<std::u16string>& id) {

@@ -14,9 +14,21 @@ std::size_t storedLength(const Column& column) {
       return 2 * column.length;
     case jet::ColumnType::Binary:
       return column.length;
-    default:
-      return jet::typeSize(column.type).value_or(0);
+    case jet::ColumnType::Byte:
+    case jet::ColumnType::Integer:
+    case jet::ColumnType::Long:
+    case jet::ColumnType::Currency:
+    case jet::ColumnType::Single:
+    case jet::ColumnType::Double:
+    case jet::ColumnType::DateTime:
+    case jet::ColumnType::Ole:
+    case jet::ColumnType::Memo:
+    case jet::ColumnType::Guid:
+    case jet::ColumnType::Numeric:
+    case jet::ColumnType::Block:
+      break;
   }
+  return jet::typeSize(column.type).value_or(0);
 }
 
 /// Values that are always of one size stand in the row's fixed area.

@@ -101,16 +101,12 @@ bool Row::integer(int column, std::int32_t& out) const {
   if (!bytes) return false;
   if (bytes->size() < typeSize(definition.type).value_or(0))
     raiseDamaged(place(), u"a value is shorter than its column's type");
-  switch (definition.type) {
-    case ColumnType::Byte:
-      out = (*bytes)[0];
-      break;
-    case ColumnType::Integer:
-      out = std::bit_cast<std::int16_t>(u16At(*bytes, 0));
-      break;
-    default:
-      out = std::bit_cast<std::int32_t>(u32At(*bytes, 0));
-  }
+  if (definition.type == ColumnType::Byte)
+    out = (*bytes)[0];
+  else if (definition.type == ColumnType::Integer)
+    out = std::bit_cast<std::int16_t>(u16At(*bytes, 0));
+  else
+    out = std::bit_cast<std::int32_t>(u32At(*bytes, 0));
   return true;
 }
 

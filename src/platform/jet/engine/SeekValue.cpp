@@ -100,9 +100,16 @@ SeekValue seekValue(const ColumnDefinition& column, Comparison comparison, const
       return usable(*number + 0.0);
     case ColumnType::DateTime:
       return usable(runtime::Date{*number + 0.0});
-    default:
-      return unusable();
+    case ColumnType::Binary:
+    case ColumnType::Text:
+    case ColumnType::Ole:
+    case ColumnType::Memo:
+    case ColumnType::Guid:
+    case ColumnType::Numeric:
+    case ColumnType::Block:
+      break;
   }
+  return unusable();
 }
 
 }  // namespace jet

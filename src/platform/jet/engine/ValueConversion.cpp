@@ -243,9 +243,12 @@ Variant convertTo(Version version, const ColumnDefinition& column, const Variant
       return textOf(version, column, value);
     case ColumnType::Guid:
       return guidOf(value);
-    default:
-      return bytesOf(column, value);
+    case ColumnType::Binary:
+    case ColumnType::Ole:
+    case ColumnType::Block:
+      break;
   }
+  return bytesOf(column, value);
 }
 
 }  // namespace jet

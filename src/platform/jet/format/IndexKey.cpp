@@ -89,10 +89,20 @@ KeySupport keySupport(Version version, const ColumnDefinition& column, bool asce
     case ColumnType::Binary:
       return ascending ? KeySupport::Ordered : KeySupport::Unordered;
     case ColumnType::Guid:
+    case ColumnType::Boolean:
+    case ColumnType::Byte:
+    case ColumnType::Integer:
+    case ColumnType::Long:
+    case ColumnType::Currency:
+    case ColumnType::Single:
+    case ColumnType::Double:
+    case ColumnType::DateTime:
       return KeySupport::Ordered;
-    default:
-      return typeSize(column.type) ? KeySupport::Ordered : KeySupport::None;
+    case ColumnType::Ole:
+    case ColumnType::Block:
+      break;
   }
+  return KeySupport::None;
 }
 
 void appendTextPart(Version version, bool ascending, ByteView textKey, Bytes& key) {
@@ -120,8 +130,21 @@ bool appendStoredKey(Version version, const ColumnDefinition& column, bool ascen
     case ColumnType::Numeric:
       appendNumeric(stored, ascending, key);
       break;
-    default:
+    case ColumnType::Byte:
+    case ColumnType::Integer:
+    case ColumnType::Long:
+    case ColumnType::Currency:
+    case ColumnType::Single:
+    case ColumnType::Double:
+    case ColumnType::DateTime:
       appendNumber(column.type, stored, ascending, key);
+      break;
+    case ColumnType::Boolean:
+    case ColumnType::Text:
+    case ColumnType::Ole:
+    case ColumnType::Memo:
+    case ColumnType::Block:
+      break;
   }
   return true;
 }

@@ -112,9 +112,14 @@ std::optional<std::size_t> typeSize(ColumnType type) {
       return 16;
     case ColumnType::Numeric:
       return kNumericSize;
-    default:
-      return std::nullopt;
+    case ColumnType::Binary:
+    case ColumnType::Text:
+    case ColumnType::Ole:
+    case ColumnType::Memo:
+    case ColumnType::Block:
+      break;
   }
+  return std::nullopt;
 }
 
 Variant decodeValue(Version version, const ColumnDefinition& column, ByteView stored,
@@ -146,9 +151,13 @@ Variant decodeValue(Version version, const ColumnDefinition& column, ByteView st
       decodeText(version, stored, text);
       return text;
     }
-    default:
-      return runtime::Binary(stored.begin(), stored.end());
+    case ColumnType::Boolean:
+    case ColumnType::Binary:
+    case ColumnType::Ole:
+    case ColumnType::Block:
+      break;
   }
+  return runtime::Binary(stored.begin(), stored.end());
 }
 
 std::optional<Bytes> encodeValue(Version version, const ColumnDefinition& column,
@@ -177,9 +186,13 @@ std::optional<Bytes> encodeValue(Version version, const ColumnDefinition& column
     case ColumnType::Text:
     case ColumnType::Memo:
       return encodeText(version, std::get<std::u16string>(any), column.compressed);
-    default:
-      return std::get<runtime::Binary>(any);
+    case ColumnType::Boolean:
+    case ColumnType::Binary:
+    case ColumnType::Ole:
+    case ColumnType::Block:
+      break;
   }
+  return std::get<runtime::Binary>(any);
 }
 
 }  // namespace jet

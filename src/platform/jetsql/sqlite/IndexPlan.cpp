@@ -30,9 +30,20 @@ bool isSought(const jet::Table& table, int column) {
     case jet::ColumnType::Ole:
     case jet::ColumnType::Block:
       return false;
-    default:
-      return true;
+    case jet::ColumnType::Boolean:
+    case jet::ColumnType::Byte:
+    case jet::ColumnType::Integer:
+    case jet::ColumnType::Long:
+    case jet::ColumnType::Currency:
+    case jet::ColumnType::Single:
+    case jet::ColumnType::Double:
+    case jet::ColumnType::DateTime:
+    case jet::ColumnType::Text:
+    case jet::ColumnType::Memo:
+    case jet::ColumnType::Guid:
+      break;
   }
+  return true;
 }
 
 class Chooser {

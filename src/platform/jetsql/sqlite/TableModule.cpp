@@ -218,17 +218,26 @@ int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int index) {
       case jet::ColumnType::Long: {
         std::int32_t whole = 0;
         if (row.integer(index, whole)) sqlite3_result_int(context, whole);
-        break;
+        return;
       }
       case jet::ColumnType::Text:
       case jet::ColumnType::Memo:
-        if (!row.text(index, cursor.text)) break;
+        if (!row.text(index, cursor.text)) return;
         sqlite3_result_text16(context, cursor.text.c_str(),
                               static_cast<int>(cursor.text.size() * 2), SQLITE_TRANSIENT);
+        return;
+      case jet::ColumnType::Currency:
+      case jet::ColumnType::Single:
+      case jet::ColumnType::Double:
+      case jet::ColumnType::DateTime:
+      case jet::ColumnType::Binary:
+      case jet::ColumnType::Ole:
+      case jet::ColumnType::Guid:
+      case jet::ColumnType::Numeric:
+      case jet::ColumnType::Block:
         break;
-      default:
-        setValue(context, row.value(index));
     }
+    setValue(context, row.value(index));
   });
 }
 

@@ -325,7 +325,10 @@ void Monkey::pressFocused() {
   const bool isButton = name.starts_with("MyButton1") || name.starts_with("cmd");
   note(name);
   if (isButton || name.starts_with("ch") || name == "Check1")
-    press(name, [&] { user_->key(Qt::Key_Space); });
+    press(name, [&] {
+      user_->key(isButton ? oneOf<Qt::Key>({Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter})
+                          : Qt::Key_Space);
+    });
 }
 
 void Monkey::wander() {
@@ -349,7 +352,7 @@ void Monkey::wander() {
       break;
     case 3:
       user_->focus(name);
-      user_->key(oneOf<Qt::Key>({Qt::Key_Return, Qt::Key_Escape, Qt::Key_F1, Qt::Key_X}));
+      user_->key(oneOf<Qt::Key>({Qt::Key_Right, Qt::Key_Escape, Qt::Key_F1, Qt::Key_X}));
       break;
     case 4:
       user_->key(Qt::Key_Backtab);

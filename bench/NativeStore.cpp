@@ -5,6 +5,7 @@
 #include <memory>
 #include <stdexcept>
 #include <variant>
+#include <vector>
 
 #include "platform/runtime/CodePage.h"
 
@@ -148,6 +149,30 @@ int readNative(const std::filesystem::path& path, const std::string& text) {
   while (sqlite3_step(statement.get()) == SQLITE_ROW) {
     for (int i = 0; i < columns; ++i) sqlite3_column_text(statement.get(), i);
     ++rows;
+  }
+  return rows;
+}
+
+int readNativeFields(const std::filesystem::path& path, const std::string& text,
+                     std::span<const char* const> names, const FieldsOfRow& use) {
+  const Database database = open(path);
+  const Statement statement = prepare(database, text);
+  const int columns = sqlite3_column_count(statement.get());
+  std::vector<std::u16string> fields(names.size());
+  int rows = 0;
+  for (; sqlite3_step(statement.get()) == SQLITE_ROW; ++rows) {
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      int column = 0;
+      while (column < columns &&
+             sqlite3_stricmp(sqlite3_column_name(statement.get(), column), names[i]) != 0)
+        ++column;
+      const auto* units =
+          static_cast<const char16_t*>(sqlite3_column_text16(statement.get(), column));
+      const auto size =
+          static_cast<std::size_t>(sqlite3_column_bytes16(statement.get(), column)) / 2;
+      fields[i].assign(units == nullptr ? u"" : units, units == nullptr ? 0 : size);
+    }
+    use(fields);
   }
   return rows;
 }

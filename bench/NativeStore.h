@@ -1,6 +1,8 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <span>
 #include <string>
 
 #include "makestore/StoreBuilder.h"
@@ -14,5 +16,13 @@ void writeNative(const std::filesystem::path& path, makestore::StoreBuilder& sto
 /// Opens the native file, runs the statement, reads all columns of all rows as text, and closes it.
 /// Gives the number of rows.
 int readNative(const std::filesystem::path& path, const std::string& statement);
+
+/// Takes the fields of one row as text.
+using FieldsOfRow = std::function<void(std::span<const std::u16string>)>;
+
+/// The same with fields that are found by name, letter case aside, in each row, as the screens find
+/// them: the peer of `readStoreFields`.
+int readNativeFields(const std::filesystem::path& path, const std::string& statement,
+                     std::span<const char* const> names, const FieldsOfRow& use);
 
 }  // namespace bench

@@ -47,6 +47,20 @@ int readStore(const std::filesystem::path& path, std::u16string_view statement) 
   return count;
 }
 
+int readStoreFields(const std::filesystem::path& path, std::u16string_view statement,
+                    std::span<const char16_t* const> names) {
+  ADODB::Connection connection;
+  open(connection, path);
+  ADODB::Recordset rows;
+  rows.Open(statement, connection, kKeyset, kPessimistic, kUnspecified);
+  int count = 0;
+  for (; !rows.Eof(); rows.MoveNext(), ++count)
+    for (const char16_t* name : names) static_cast<void>(rows.Fields(name).value() & u"");
+  rows.Close();
+  connection.Close();
+  return count;
+}
+
 void addProduct(const std::filesystem::path& path, std::u16string_view name) {
   namespace statements = layoutdata::statements;
   ADODB::Connection connection;

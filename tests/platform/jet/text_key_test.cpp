@@ -158,4 +158,23 @@ TEST(IndexKey, OrdersTheValuesOfEveryTypeInBothDirections) {
   }
 }
 
+TEST(TextKey, ComparesTextsAsTheirKeys) {
+  constexpr std::u16string_view kUnits = u"abAB1 -'_\u00E9\u00C9\u00DF\u0153\u20AC\u0085\u4E2D";
+  std::mt19937 random(17);
+  const auto text = [&] {
+    std::u16string made;
+    for (auto length = random() % 6; length > 0; --length) made += kUnits[random() % kUnits.size()];
+    return made;
+  };
+  const auto sign = [](int order) { return (order > 0) - (order < 0); };
+  for (const TextOrder order : {TextOrder::General3, TextOrder::General4})
+    for (int i = 0; i < 20'000; ++i) {
+      const std::u16string a = text();
+      const std::u16string b = text();
+      ASSERT_EQ(sign(jet::compareText(order, a, b)),
+                sign(jet::textKey(order, a).compare(jet::textKey(order, b))))
+          << testing::PrintToString(a) << testing::PrintToString(b);
+    }
+}
+
 }  // namespace

@@ -5,8 +5,12 @@
 namespace jet {
 
 bool RowReader::find(RowId id) {
+  if (id.page != pageNumber_) {
+    page_ = findDataPage(source_, id.page);
+    pageNumber_ = id.page;
+  }
   FoundRow found;
-  if (!findRow(source_, id, found)) return false;
+  if (!page_ || !findRow(source_, id, page_, found)) return false;
   row_ = Row(source_, id, found);
   return true;
 }

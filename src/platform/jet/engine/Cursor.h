@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "platform/jet/engine/Row.h"
 
 namespace jet {
@@ -15,7 +17,8 @@ class Cursor {
   virtual const Row& row() const = 0;
 };
 
-/// Reads single rows of a table by their ids, one after the other.
+/// Reads single rows of a table by their ids, one after the other. Rows that lie together are read
+/// fast: the last row's page stays open.
 class RowReader {
  public:
   explicit RowReader(const TableSource& source) : source_(source) {}
@@ -27,6 +30,8 @@ class RowReader {
 
  private:
   const TableSource& source_;
+  std::uint32_t pageNumber_ = 0;
+  Pager::Page page_;  ///< null where that page isn't one of the table's
   Row row_;
 };
 

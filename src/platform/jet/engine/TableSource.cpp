@@ -73,11 +73,16 @@ bool findRow(const TableSource& source, RowId id, const Pager::Page& home, Found
   return true;
 }
 
+Pager::Page findDataPage(const TableSource& source, std::uint32_t number) {
+  Pager::Page page = source.pager.read(number, source.place(source.definitionPage));
+  if ((*page)[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data)) return nullptr;
+  const DataPage opened(source.pager.layout(), *page, source.place(number));
+  return opened.owner() == source.definitionPage ? page : nullptr;
+}
+
 bool findRow(const TableSource& source, RowId id, FoundRow& found) {
-  const Pager::Page home = source.pager.read(id.page, source.place(source.definitionPage));
-  if ((*home)[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data)) return false;
-  const DataPage page(source.pager.layout(), *home, source.place(id.page));
-  return page.owner() == source.definitionPage && findRow(source, id, home, found);
+  const Pager::Page home = findDataPage(source, id.page);
+  return home && findRow(source, id, home, found);
 }
 
 }  // namespace jet

@@ -49,6 +49,9 @@ bool findRow(const TableSource& source, RowId id, FoundRow& found);
 /// The page, which has to be a data page of the table. Raises damage otherwise.
 Pager::Page readDataPage(const TableSource& source, std::uint32_t page, const Place& from);
 
+/// The same page; null where it isn't a data page of the table.
+Pager::Page findDataPage(const TableSource& source, std::uint32_t number);
+
 /// The content of a definition's chain of pages, which are added to `pages` in their order.
 Bytes readDefinition(Pager& pager, const Place& first, std::vector<std::uint32_t>& pages);
 

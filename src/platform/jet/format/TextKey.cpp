@@ -207,27 +207,27 @@ std::string textKey(TextOrder order, std::u16string_view text) {
 }
 
 int compareText(TextOrder order, std::u16string_view a, std::u16string_view b) {
-  const auto weightOf = order == TextOrder::General3 ? general3Weight : general4Weight;
   a = keyedPart(a);
   b = keyedPart(b);
-  const std::size_t size = std::min(a.size(), b.size());
-  const auto isPlain = [&](char16_t unit) {
-    const TextWeight* weight = weightOf(unit);
-    return weight != nullptr && weight->plain;
+  // The one byte of a plain Latin character; 0 for any other.
+  const auto plainByte = [order](char16_t unit) {
+    if (unit >= 0x100 || (unit >= 0x80 && unit < 0xA0)) return 0;
+    const TextWeight& weight =
+        order == TextOrder::General3 ? kGeneral3[unit] : kGeneral4Latin[unit];
+    return weight.plain ? int{weight.inlineBytes[0]} : 0;
   };
   // Inline bytes come first in a key, and plain characters have nothing else.
-  std::size_t at = 0;
-  for (; at < size; ++at) {
+  const std::size_t size = std::min(a.size(), b.size());
+  for (std::size_t at = 0; at < size; ++at) {
     if (a[at] == b[at]) continue;
-    if (!isPlain(a[at]) || !isPlain(b[at])) break;
-    const int first = weightOf(a[at])->inlineBytes[0];
-    const int second = weightOf(b[at])->inlineBytes[0];
+    const int first = plainByte(a[at]);
+    const int second = plainByte(b[at]);
+    if (first == 0 || second == 0) return textKey(order, a).compare(textKey(order, b));
     if (first != second) return first - second;
   }
-  if (at == size && a.size() == b.size()) return 0;
-  if (at == size && isPlain(a.size() < b.size() ? b[at] : a[at])) {
-    return a.size() < b.size() ? -1 : 1;
-  }
+  if (a.size() == b.size()) return 0;
+  const bool isShorter = a.size() < b.size();
+  if (plainByte(isShorter ? b[size] : a[size]) != 0) return isShorter ? -1 : 1;
   return textKey(order, a).compare(textKey(order, b));
 }
 

@@ -124,15 +124,17 @@ std::optional<IniText::Line> IniText::findKey(const Section& section, std::strin
 /// The end of the section; but an empty line that only empty lines and comments follow parts it
 /// from the next one, and so does what follows that line.
 std::size_t IniText::offsetForKey(const Section& section) const {
-  std::optional<std::size_t> gap;
+  std::size_t offset = section.end;
   for (std::size_t next = section.begin; next < section.end;) {
     const Line line = lineAt(next);
     const std::string_view text = textOf(line);
-    if (!isEmpty(text) && !isComment(text)) gap.reset();
-    if (isEmpty(text) && !gap) gap = line.begin;
+    if (isEmpty(text))
+      offset = std::min(offset, line.begin);
+    else if (!isComment(text))
+      offset = section.end;
     next = line.next;
   }
-  return gap.value_or(section.end);
+  return offset;
 }
 
 void IniText::insert(std::size_t offset, std::string text, std::string_view lineEnd) {

@@ -9,7 +9,9 @@ EntryPainter::EntryPainter(int inset, QObject* list) : QStyledItemDelegate(list)
 
 QSize EntryPainter::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const {
   constexpr qreal kRowHeight = 2.25;  // of the font's size: 29 pixels for the usual font
-  return {1, qRound(QFontInfo(option.font).pixelSize() * kRowHeight)};
+  constexpr int kMost = 30;
+  const int height = qMin(qRound(QFontInfo(option.font).pixelSize() * kRowHeight), kMost);
+  return {1, qMax(height, option.fontMetrics.height())};
 }
 
 void EntryPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,

@@ -20,6 +20,7 @@ IDS is a list of ids and ranges: 3,7,10-20. TEXT is UTF-8; \N alone stands for n
 
   --shape NAME           corner (the default), cafe or tight; give it before the other options
 
+  --generation N         of the file format: 3 or 4 (the default)
   --slots N              product slots, with the ids 1 to N
   --products N           named slots; the others are free
   --all-named            no free slot
@@ -160,6 +161,11 @@ const std::map<std::string_view, Setter>& setters() {
   using jet::ColumnType;
   static const std::map<std::string_view, Setter> all{
       {"--shape", [](ShopOrder& order, auto text) { order = shape(text); }},
+      {"--generation",
+       [](ShopOrder& order, auto text) {
+         order.version =
+             choice<jet::Version>(text, {{"3", jet::Version::Jet3}, {"4", jet::Version::Jet4}});
+       }},
       {"--slots", [](ShopOrder& order, auto text) { order.slots = number(text); }},
       {"--products",
        [](ShopOrder& order, auto text) {

@@ -8,8 +8,6 @@
 namespace makestore {
 namespace {
 
-constexpr const jet::Layout& kLayout = jet::kJet4Layout;
-
 /// A page below, and the greatest entry in it.
 struct Child {
   jet::Bytes lastEntry;
@@ -17,8 +15,8 @@ struct Child {
 };
 
 /// Bytes that a page of a larger tree is filled with: some room is left for keys to come.
-std::size_t usualFill() {
-  return kLayout.indexCapacity() * 9 / 10;
+std::size_t usualFill(const jet::Layout& layout) {
+  return layout.indexCapacity() * 9 / 10;
 }
 
 /// Size of a leaf's entries when they leave out what all have in common, up to the last byte of the
@@ -49,13 +47,14 @@ class PackedSize {
   std::size_t count_ = 1;
 };
 
-std::vector<jet::IndexPage> packedLeaves(const std::vector<jet::IndexEntry>& entries) {
+std::vector<jet::IndexPage> packedLeaves(const jet::Layout& layout,
+                                         const std::vector<jet::IndexEntry>& entries) {
   std::vector<jet::IndexPage> leaves;
   for (std::size_t i = 0; i < entries.size();) {
     jet::IndexPage leaf;
     leaf.entries.push_back(entries[i]);
     PackedSize size(entries[i]);
-    for (++i; i < entries.size() && size.with(entries[i]) <= kLayout.indexCapacity(); ++i) {
+    for (++i; i < entries.size() && size.with(entries[i]) <= layout.indexCapacity(); ++i) {
       size.add(entries[i]);
       leaf.entries.push_back(entries[i]);
     }
@@ -64,10 +63,11 @@ std::vector<jet::IndexPage> packedLeaves(const std::vector<jet::IndexEntry>& ent
   return leaves;
 }
 
-std::vector<jet::IndexPage> wholeLeaves(const std::vector<jet::IndexEntry>& entries) {
+std::vector<jet::IndexPage> wholeLeaves(const jet::Layout& layout,
+                                        const std::vector<jet::IndexEntry>& entries) {
   std::size_t all = 0;
   for (const jet::IndexEntry& entry : entries) all += entry.bytes.size();
-  const std::size_t fill = all <= kLayout.indexCapacity() ? all : usualFill();
+  const std::size_t fill = all <= layout.indexCapacity() ? all : usualFill(layout);
   std::vector<jet::IndexPage> leaves;
   std::size_t used = 0;
   for (const jet::IndexEntry& entry : entries) {
@@ -83,12 +83,13 @@ std::vector<jet::IndexPage> wholeLeaves(const std::vector<jet::IndexEntry>& entr
 
 /// Which children stand under one node each: at least two, so that a node has an entry beside its
 /// tail.
-std::vector<std::vector<Child>> groupChildren(const std::vector<Child>& children) {
+std::vector<std::vector<Child>> groupChildren(const jet::Layout& layout,
+                                              const std::vector<Child>& children) {
   std::vector<std::vector<Child>> groups;
   std::size_t used = 0;
   for (const Child& child : children) {
     const std::size_t size = child.lastEntry.size() + jet::kEntryChild;
-    if (groups.empty() || used + size > usualFill()) {
+    if (groups.empty() || used + size > usualFill(layout)) {
       groups.emplace_back();
       used = 0;
     }
@@ -127,7 +128,7 @@ void putLevel(PageSpace& space, std::uint32_t owner, std::vector<jet::IndexPage>
     level[i].owner = owner;
     level[i].previous = i == 0 ? 0 : numbers[first + i - 1];
     level[i].next = i + 1 == level.size() ? 0 : numbers[first + i + 1];
-    std::optional<jet::Bytes> bytes = level[i].encode(kLayout);
+    std::optional<jet::Bytes> bytes = level[i].encode(space.layout());
     if (!bytes) throw std::length_error("an index entry is longer than its page");
     space.put(numbers[first + i], *std::move(bytes));
   }
@@ -138,14 +139,15 @@ void putLevel(PageSpace& space, std::uint32_t owner, std::vector<jet::IndexPage>
 IndexTree buildIndex(PageSpace& space, std::uint32_t owner,
                      const std::vector<jet::IndexEntry>& entries, bool packed) {
   IndexTree tree;
-  std::vector<jet::IndexPage> level = packed ? packedLeaves(entries) : wholeLeaves(entries);
+  std::vector<jet::IndexPage> level =
+      packed ? packedLeaves(space.layout(), entries) : wholeLeaves(space.layout(), entries);
   if (level.empty()) level.emplace_back();
   putLevel(space, owner, level, tree.pages);
   std::vector<Child> children;
   for (std::size_t i = 0; i < level.size() && level.size() > 1; ++i)
     children.push_back({level[i].entries.back().bytes, tree.pages[i]});
   for (std::uint8_t height = 1; children.size() > 1; ++height) {
-    const std::vector<std::vector<Child>> groups = groupChildren(children);
+    const std::vector<std::vector<Child>> groups = groupChildren(space.layout(), children);
     level = nodesOver(groups, height);
     const std::size_t first = tree.pages.size();
     putLevel(space, owner, level, tree.pages);

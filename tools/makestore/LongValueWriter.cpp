@@ -5,38 +5,33 @@
 #include "platform/jet/format/LongValue.h"
 
 namespace makestore {
-namespace {
-
-constexpr const jet::Layout& kLayout = jet::kJet4Layout;
-
-}  // namespace
 
 jet::RowPointer LongValueWriter::addPiece(jet::ByteView piece) {
   if (!pages_.empty()) {
-    jet::DataPageEditor editor(kLayout, space_.page(pages_.back()), {});
+    jet::DataPageEditor editor(space_.layout(), space_.page(pages_.back()), {});
     if (const auto slot = editor.add(piece, jet::SlotMark::Row)) return {pages_.back(), *slot};
   }
   pages_.push_back(space_.allocate());
-  space_.put(pages_.back(), jet::DataPageEditor::newPage(kLayout, jet::kLongValueOwner));
-  jet::DataPageEditor editor(kLayout, space_.page(pages_.back()), {});
+  space_.put(pages_.back(), jet::DataPageEditor::newPage(space_.layout(), jet::kLongValueOwner));
+  jet::DataPageEditor editor(space_.layout(), space_.page(pages_.back()), {});
   return {pages_.back(), editor.add(piece, jet::SlotMark::Row).value()};
 }
 
 jet::Bytes LongValueWriter::write(jet::ByteView value) {
   jet::LongValueHead head;
   head.length = static_cast<std::uint32_t>(value.size());
-  if (value.size() <= kLayout.longestInline) {
+  if (value.size() <= space_.layout().longestInline) {
     head.inlineBytes = value;
     return head.encode();
   }
-  if (value.size() <= kLayout.longestPiece) {
+  if (value.size() <= space_.layout().longestPiece) {
     head.form = jet::LongValueHead::Form::Single;
     head.first = addPiece(value);
     return head.encode();
   }
   // Each piece names the next, so the last one is written first.
   head.form = jet::LongValueHead::Form::Chain;
-  const std::size_t most = kLayout.longestPiece - jet::LongValueHead::kChainLink;
+  const std::size_t most = space_.layout().longestPiece - jet::LongValueHead::kChainLink;
   for (std::size_t end = value.size(); end > 0;) {
     const std::size_t start = (end - 1) / most * most;
     jet::Bytes piece(jet::LongValueHead::kChainLink + end - start);

@@ -4,7 +4,9 @@
 #include <vector>
 
 #include "platform/jet/format/Bytes.h"
+#include "platform/jet/format/Layout.h"
 #include "platform/jet/format/RowPointer.h"
+#include "platform/jet/format/UsageMap.h"
 
 namespace makestore {
 
@@ -14,7 +16,10 @@ class PageSpace {
  public:
   /// Page 0 and the page of the global maps are there from the start. `referenceMaps` keeps every
   /// usage map as page numbers of bitmap pages, as large files have them.
-  explicit PageSpace(bool referenceMaps);
+  PageSpace(jet::Version version, bool referenceMaps);
+
+  jet::Version version() const { return layout_.version; }
+  const jet::Layout& layout() const { return layout_; }
 
   /// Takes a new page of zeros at the end of the file.
   std::uint32_t allocate();
@@ -38,11 +43,13 @@ class PageSpace {
   std::vector<jet::Bytes>& pages() { return pages_; }
 
  private:
+  jet::UsageMap emptyReferenceMap() const;
   bool fitsWindow(const std::vector<std::uint32_t>& pages) const;
   void writeReferenceMap(jet::RowPointer map, const std::vector<std::uint32_t>& pages);
   void writeGlobalReferenceMap();
   void putMapRow(jet::RowPointer map, jet::ByteView row);
 
+  const jet::Layout& layout_;
   bool referenceMaps_;
   std::vector<jet::Bytes> pages_;
   std::vector<std::uint32_t> freePages_;

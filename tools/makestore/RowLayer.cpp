@@ -13,7 +13,6 @@
 namespace makestore {
 namespace {
 
-constexpr const jet::Layout& kLayout = jet::kJet4Layout;
 /// Texts shorter than that are not stored compressed, so they don't grow byte by byte.
 constexpr std::size_t kShortestCompressed = 3;
 constexpr char16_t kFilling = u'.';
@@ -33,13 +32,14 @@ std::size_t growth(const runtime::Variant& value, std::size_t longest) {
 }
 
 /// The value's bytes; absent where it is of another kind than the column, or too long for it.
-std::optional<jet::Bytes> checkedBytes(const jet::ColumnDefinition& column,
+std::optional<jet::Bytes> checkedBytes(jet::Version version, const jet::ColumnDefinition& column,
                                        const runtime::Variant& value) {
   try {
-    std::optional<jet::Bytes> stored = jet::encodeValue(jet::Version::Jet4, column, value);
+    std::optional<jet::Bytes> stored = jet::encodeValue(version, column, value);
     if (!stored || jet::isLongValue(column.type)) return stored;
     const auto* text = std::get_if<std::u16string>(&value.get());
-    const std::size_t length = text != nullptr ? 2 * text->size() : stored->size();
+    const std::size_t length =
+        text != nullptr && version == jet::Version::Jet4 ? 2 * text->size() : stored->size();
     return length <= column.length ? stored : std::nullopt;
   } catch (const std::bad_variant_access&) {
     return std::nullopt;
@@ -53,6 +53,8 @@ RowLayer::RowLayer(PageSpace& space, Table& table, std::uint32_t definitionPage,
     : space_(space), table_(table), definitionPage_(definitionPage), definition_(definition) {
   for (const jet::LongValueMaps& maps : definition.longValueMaps)
     longValues_.emplace_back(space, maps);
+  if (table.fillColumn() && space.version() == jet::Version::Jet3)
+    throw std::invalid_argument("only Jet 4 stores have pages filled");
   // Filling a page writes rows anew, which would leave the first copy of a long value behind.
   if (table.fillColumn() && !longValues_.empty())
     throw std::invalid_argument("a table with memo or OLE columns has no pages filled");
@@ -60,7 +62,7 @@ RowLayer::RowLayer(PageSpace& space, Table& table, std::uint32_t definitionPage,
 
 jet::Bytes RowLayer::storedValue(const jet::ColumnDefinition& column,
                                  const runtime::Variant& value) {
-  std::optional<jet::Bytes> stored = checkedBytes(column, value);
+  std::optional<jet::Bytes> stored = checkedBytes(space_.version(), column, value);
   if (!stored)
     throw std::invalid_argument("column " + runtime::toUtf8(column.name) + " of " +
                                 runtime::toUtf8(table_.name()) + " can't take one of its values");
@@ -90,15 +92,15 @@ jet::Bytes RowLayer::encodeRow(std::size_t row, Extent extent) {
     else
       parts.variable[column.variableSlot] = std::move(stored);
   }
-  jet::Bytes bytes = parts.encode(jet::Version::Jet4);
-  if (bytes.size() > kLayout.longestRow)
+  jet::Bytes bytes = parts.encode(space_.version());
+  if (bytes.size() > space_.layout().longestRow)
     throw std::invalid_argument("a row of " + runtime::toUtf8(table_.name()) + " is too long");
   return bytes;
 }
 
 void RowLayer::openPage() {
   pages_.push_back(space_.allocate());
-  space_.put(pages_.back(), jet::DataPageEditor::newPage(kLayout, definitionPage_));
+  space_.put(pages_.back(), jet::DataPageEditor::newPage(space_.layout(), definitionPage_));
   rowsOfPage_.clear();
 }
 
@@ -107,12 +109,12 @@ void RowLayer::lay(std::size_t row) {
   const bool moved = placement == Placement::Moved;
   // A row that grew too long for its page left its old, shorter bytes behind.
   const jet::Bytes bytes = encodeRow(row, moved ? Extent::FixedOnly : Extent::Whole);
-  if (pages_.empty() ||
-      !jet::DataPageEditor(kLayout, space_.page(pages_.back()), {}).hasRoomFor(bytes.size())) {
+  if (pages_.empty() || !jet::DataPageEditor(space_.layout(), space_.page(pages_.back()), {})
+                             .hasRoomFor(bytes.size())) {
     if (!pages_.empty()) fillPage();
     openPage();
   }
-  jet::DataPageEditor editor(kLayout, space_.page(pages_.back()), {});
+  jet::DataPageEditor editor(space_.layout(), space_.page(pages_.back()), {});
   const std::uint8_t slot =
       editor.add(bytes, moved ? jet::SlotMark::Pointer : jet::SlotMark::Row).value();
   places_.push_back({pages_.back(), slot});
@@ -125,7 +127,7 @@ void RowLayer::fillPage() {
   if (!table_.fillColumn()) return;
   const std::size_t fill = table_.columnIndex(*table_.fillColumn());
   for (const std::size_t row : rowsOfPage_) {
-    jet::DataPageEditor editor(kLayout, space_.page(pages_.back()), {});
+    jet::DataPageEditor editor(space_.layout(), space_.page(pages_.back()), {});
     runtime::Variant& value = table_.rows()[row].values[fill];
     const std::size_t more =
         std::min(editor.freeBytes(), growth(value, table_.columns()[fill].length));
@@ -138,11 +140,12 @@ void RowLayer::fillPage() {
 /// Lays the body of a moved row on the last page and makes its slot point there.
 void RowLayer::layBody(std::size_t row) {
   const jet::Bytes bytes = encodeRow(row, Extent::Whole);
-  if (!jet::DataPageEditor(kLayout, space_.page(pages_.back()), {}).hasRoomFor(bytes.size()))
+  if (!jet::DataPageEditor(space_.layout(), space_.page(pages_.back()), {})
+           .hasRoomFor(bytes.size()))
     openPage();
-  jet::DataPageEditor last(kLayout, space_.page(pages_.back()), {});
+  jet::DataPageEditor last(space_.layout(), space_.page(pages_.back()), {});
   const jet::RowPointer body{pages_.back(), last.add(bytes, jet::SlotMark::Body).value()};
-  jet::DataPageEditor home(kLayout, space_.page(places_[row].page), {});
+  jet::DataPageEditor home(space_.layout(), space_.page(places_[row].page), {});
   const jet::ByteView old = home.bytes(places_[row].slot);
   jet::Bytes pointer(old.begin(), old.end());
   jet::putU32(pointer, 0, body.pack());

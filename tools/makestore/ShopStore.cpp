@@ -284,7 +284,8 @@ ShopOrder tightShop() {
 
 StoreBuilder shopStore(const ShopOrder& order) {
   StoreBuilder store;
-  store.password(order.password)
+  store.version(order.version)
+      .password(order.password)
       .encodingKey(order.encodingKey)
       .referenceMaps(order.referenceMaps)
       .freePages(order.freePages);

@@ -10,6 +10,7 @@
 #include "layoutdata/Statements.h"
 #include "makestore/StoreBuilder.h"
 #include "platform/jet/format/ColumnType.h"
+#include "platform/jet/format/Layout.h"
 
 namespace makestore {
 
@@ -76,6 +77,7 @@ struct ShopOrder {
   bool packedIndexes = false;  ///< see Index::packed
   Barcodes barcodes = Barcodes::Some;
 
+  jet::Version version = jet::Version::Jet4;
   std::u16string password{layoutdata::statements::kPassword};
   std::uint32_t encodingKey = 0;
   bool referenceMaps = false;

@@ -23,6 +23,11 @@ constexpr std::uint32_t kFirstQuery = 0x80000001;
 
 }  // namespace
 
+StoreBuilder& StoreBuilder::version(jet::Version version) {
+  version_ = version;
+  return *this;
+}
+
 StoreBuilder& StoreBuilder::password(std::u16string password) {
   if (password.size() > jet::Header::kLongestPassword)
     throw std::invalid_argument("a password has at most 20 characters");
@@ -62,7 +67,7 @@ StoreBuilder& StoreBuilder::query(StoredQuery query) {
 }
 
 jet::Bytes StoreBuilder::build() {
-  PageSpace space(referenceMaps_);
+  PageSpace space(version_, referenceMaps_);
   for (std::uint32_t page = jet::kObjectsPage; page <= jet::kRelationshipsPage; ++page)
     space.allocate();
 
@@ -74,7 +79,7 @@ jet::Bytes StoreBuilder::build() {
     object.id = static_cast<std::int32_t>(definitionPages.back());
     object.type = kTableObject;
     object.name = table.name();
-    object.properties = table.properties();
+    object.properties = table.properties(version_);
   }
   std::vector<std::int32_t> queryIds;
   for (const StoredQuery& query : queries_) {
@@ -87,9 +92,9 @@ jet::Bytes StoreBuilder::build() {
     queryIds.push_back(object.id);
   }
 
-  Table listed = objectList(objects, kCreationDate);
-  Table allowed = permissions(objects);
-  Table saved = savedQueries(queries_, queryIds);
+  Table listed = objectList(version_, objects, kCreationDate);
+  Table allowed = permissions(version_, objects);
+  Table saved = savedQueries(version_, queries_, queryIds);
   Table related = relationships();
   writeTable(space, listed, jet::kObjectsPage, TableKind::System);
   writeTable(space, allowed, jet::kAcesPage, TableKind::System);
@@ -101,13 +106,14 @@ jet::Bytes StoreBuilder::build() {
   for (std::size_t i = 0; i < freePages_; ++i) space.addFreePage();
   space.writeGlobalMap();
   jet::Header header;
+  header.version = version_;
   header.password = password_;
   header.encodingKey = encodingKey_;
   header.creationDate = kCreationDate;
   space.put(0, header.encode());
 
   jet::Bytes file;
-  file.reserve(space.pages().size() * jet::kJet4Layout.pageSize);
+  file.reserve(space.pages().size() * space.layout().pageSize);
   for (std::uint32_t number = 0; number < space.pages().size(); ++number) {
     jet::Bytes& page = space.page(number);
     if (number > 0) jet::cipherPage(encodingKey_, number, page);

@@ -11,13 +11,16 @@
 #include "makestore/StoredQuery.h"
 #include "makestore/Table.h"
 #include "platform/jet/format/Bytes.h"
+#include "platform/jet/format/Layout.h"
 
 namespace makestore {
 
-/// A store database to be made from nothing: a Jet 4 file with the engine's own tables, the tables
+/// A store database to be made from nothing: a file with the engine's own tables, the tables
 /// and the saved queries that are asked for.
 class StoreBuilder {
  public:
+  /// The generation of the file; Jet 4 where nothing is said.
+  StoreBuilder& version(jet::Version version);
   /// At most 20 characters; the empty text for none.
   StoreBuilder& password(std::u16string password);
   /// Has every page but the first enciphered under this key; 0 for none.
@@ -41,6 +44,7 @@ class StoreBuilder {
   void write(const std::filesystem::path& path);
 
  private:
+  jet::Version version_ = jet::Version::Jet4;
   std::u16string password_;
   std::uint32_t encodingKey_ = 0;
   bool referenceMaps_ = false;

@@ -62,8 +62,14 @@ constexpr std::array kFixedPermissions{
     Permission{kDatabase, kUsers, 14, false},
 };
 
-runtime::Binary binary(const Identity& identity) {
-  return {identity.begin(), identity.end()};
+/// Jet 4 keeps the numbers of Jet 3 under this mask.
+constexpr Identity kIdentityMask{0x67, 0x8A};
+
+runtime::Binary binary(jet::Version version, const Identity& identity) {
+  runtime::Binary bytes(identity.begin(), identity.end());
+  for (std::size_t i = 0; version == jet::Version::Jet3 && i < bytes.size(); ++i)
+    bytes[i] ^= kIdentityMask[i];
+  return bytes;
 }
 
 Column systemColumn(std::u16string name, ColumnType type) {
@@ -76,9 +82,9 @@ Column systemText(std::u16string name) {
   return column;
 }
 
-Column systemBinary(std::u16string name, std::uint8_t flags = kSystemColumn) {
+Column systemBinary(jet::Version version, std::u16string name, std::uint8_t flags = kSystemColumn) {
   Column column = systemColumn(std::move(name), ColumnType::Binary);
-  column.length = 2 * kLongest;
+  column.length = version == jet::Version::Jet3 ? kLongest : 2 * kLongest;
   column.flags = flags;
   return column;
 }
@@ -95,7 +101,7 @@ runtime::Binary bigEndian(std::uint32_t number) {
 
 }  // namespace
 
-Table objectList(const std::vector<ListedObject>& objects, double date) {
+Table objectList(jet::Version version, const std::vector<ListedObject>& objects, double date) {
   Table table(u"MSysObjects");
   table.column(systemColumn(u"Id", ColumnType::Long))
       .column(systemColumn(u"ParentId", ColumnType::Long))
@@ -103,12 +109,12 @@ Table objectList(const std::vector<ListedObject>& objects, double date) {
       .column(systemColumn(u"Type", ColumnType::Integer))
       .column(systemColumn(u"DateCreate", ColumnType::DateTime))
       .column(systemColumn(u"DateUpdate", ColumnType::DateTime))
-      .column(systemBinary(u"Owner", kIdentityColumn))
+      .column(systemBinary(version, u"Owner", kIdentityColumn))
       .column(systemColumn(u"Flags", ColumnType::Long))
       .column(systemColumn(u"Database", ColumnType::Memo))
       .column(systemColumn(u"Connect", ColumnType::Memo))
       .column(systemText(u"ForeignName"))
-      .column(systemBinary(u"RmtInfoShort"))
+      .column(systemBinary(version, u"RmtInfoShort"))
       .column(systemColumn(u"RmtInfoLong", ColumnType::Ole))
       .column(systemColumn(u"Lv", ColumnType::Ole))
       .column(systemColumn(u"LvProp", ColumnType::Ole))
@@ -120,7 +126,8 @@ Table objectList(const std::vector<ListedObject>& objects, double date) {
                        const std::u16string& name, const Identity& owner, std::int32_t flags,
                        const jet::Bytes& properties) {
     std::vector<Variant> row{
-        id, parent, name, type, runtime::Date{date}, runtime::Date{date}, binary(owner), flags};
+        id,   parent, name, type, runtime::Date{date}, runtime::Date{date}, binary(version, owner),
+        flags};
     if (!properties.empty()) {
       row.resize(table.columnIndex(u"LvProp"));
       row.emplace_back(properties);
@@ -144,40 +151,49 @@ Table objectList(const std::vector<ListedObject>& objects, double date) {
   return table;
 }
 
-Table permissions(const std::vector<ListedObject>& objects) {
+Table permissions(jet::Version version, const std::vector<ListedObject>& objects) {
   Table table(u"MSysACEs");
   table.column(systemColumn(u"ObjectId", ColumnType::Long))
-      .column(systemBinary(u"SID", kIdentityColumn))
+      .column(systemBinary(version, u"SID", kIdentityColumn))
       .column(systemColumn(u"ACM", ColumnType::Long))
       .column(systemColumn(u"FInheritable", ColumnType::Boolean))
       .index({.name = u"ObjectId", .columns = {{u"ObjectId"}}, .required = true});
   for (const Permission& each : kFixedPermissions)
-    table.row({each.object, binary(each.identity), each.mask, each.inheritable});
+    table.row({each.object, binary(version, each.identity), each.mask, each.inheritable});
   for (const ListedObject& object : objects)
     for (const Identity& identity : {kOwner, kUsers})
-      table.row({object.id, binary(identity), kEverything, false});
+      table.row({object.id, binary(version, identity), kEverything, false});
   return table;
 }
 
-Table savedQueries(const std::vector<StoredQuery>& queries, const std::vector<std::int32_t>& ids) {
+Table savedQueries(jet::Version version, const std::vector<StoredQuery>& queries,
+                   const std::vector<std::int32_t>& ids) {
   Table table(u"MSysQueries");
   table.column(systemColumn(u"ObjectId", ColumnType::Long))
       .column(systemColumn(u"Attribute", ColumnType::Byte))
-      .column(systemBinary(u"Order"))
+      .column(systemBinary(version, u"Order"))
       .column(systemText(u"Name1"))
       .column(systemText(u"Name2"))
       .column(systemColumn(u"Expression", ColumnType::Memo))
       .column(systemColumn(u"Flag", ColumnType::Integer))
-      .column(systemColumn(u"LvExtra", ColumnType::Long))
       .index({.name = u"ObjectIdAttribute",
               .columns = {{u"ObjectId"}, {u"Attribute"}, {u"Order"}},
               .primary = true,
               .unique = true});
+  if (version == jet::Version::Jet4) table.column(systemColumn(u"LvExtra", ColumnType::Long));
   for (std::size_t i = 0; i < queries.size(); ++i) {
     std::map<std::uint8_t, std::uint32_t> orders;
-    for (const QueryRow& row : queries[i].rows)
-      table.row({ids[i], row.attribute, bigEndian(++orders[row.attribute]), orNull(row.name1),
-                 orNull(row.name2), orNull(row.expression), orNull(row.flag), orNull(row.extra)});
+    for (const QueryRow& row : queries[i].rows) {
+      std::vector<Variant> values{ids[i],
+                                  row.attribute,
+                                  bigEndian(++orders[row.attribute]),
+                                  orNull(row.name1),
+                                  orNull(row.name2),
+                                  orNull(row.expression),
+                                  orNull(row.flag)};
+      if (version == jet::Version::Jet4) values.push_back(orNull(row.extra));
+      table.row(std::move(values));
+    }
   }
   return table;
 }

@@ -23,10 +23,11 @@ inline constexpr std::int16_t kQueryObject = 5;
 
 /// The engine's own tables with their rows: the object list, the permissions, the saved queries and
 /// the relationships (of which there are none). `date` is when all objects were made.
-Table objectList(const std::vector<ListedObject>& objects, double date);
-Table permissions(const std::vector<ListedObject>& objects);
+Table objectList(jet::Version version, const std::vector<ListedObject>& objects, double date);
+Table permissions(jet::Version version, const std::vector<ListedObject>& objects);
 /// `ids` are the queries' object numbers.
-Table savedQueries(const std::vector<StoredQuery>& queries, const std::vector<std::int32_t>& ids);
+Table savedQueries(jet::Version version, const std::vector<StoredQuery>& queries,
+                   const std::vector<std::int32_t>& ids);
 Table relationships();
 
 }  // namespace makestore

@@ -86,7 +86,7 @@ std::size_t Table::columnIndex(std::u16string_view name) const {
   return static_cast<std::size_t>(found - columns_.begin());
 }
 
-jet::Bytes Table::properties() const {
+jet::Bytes Table::properties(jet::Version version) const {
   std::vector<jet::PropertyBlock> blocks;
   jet::PropertyBlock own{.type = jet::PropertyBlock::kObject, .name = {}, .properties = {}};
   addRule(rule_, own);
@@ -99,7 +99,7 @@ jet::Bytes Table::properties() const {
     addRule(column.rule, block);
     if (!block.properties.empty()) blocks.push_back(std::move(block));
   }
-  return blocks.empty() ? jet::Bytes() : jet::encodeProperties(jet::Version::Jet4, blocks);
+  return blocks.empty() ? jet::Bytes() : jet::encodeProperties(version, blocks);
 }
 
 }  // namespace makestore

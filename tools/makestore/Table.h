@@ -8,6 +8,7 @@
 
 #include "platform/jet/format/Bytes.h"
 #include "platform/jet/format/ColumnType.h"
+#include "platform/jet/format/Layout.h"
 #include "platform/runtime/Variant.h"
 
 namespace makestore {
@@ -100,7 +101,7 @@ class Table {
   /// Place of the column, letter case included. Raises std::invalid_argument where there is none.
   std::size_t columnIndex(std::u16string_view name) const;
   /// What the properties of the table and its columns are stored as; empty where there are none.
-  jet::Bytes properties() const;
+  jet::Bytes properties(jet::Version version) const;
 
  private:
   std::u16string name_;

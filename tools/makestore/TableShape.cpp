@@ -6,12 +6,12 @@
 namespace makestore {
 namespace {
 
-std::size_t storedLength(const Column& column) {
+std::size_t storedLength(jet::Version version, const Column& column) {
   switch (column.type) {
     case jet::ColumnType::Boolean:
       return 1;
     case jet::ColumnType::Text:
-      return 2 * column.length;
+      return version == jet::Version::Jet3 ? column.length : 2 * column.length;
     case jet::ColumnType::Binary:
       return column.length;
     case jet::ColumnType::Byte:
@@ -36,17 +36,19 @@ bool isFixed(jet::ColumnType type) {
   return jet::typeSize(type).has_value();
 }
 
-jet::ColumnDefinition definitionOf(const Column& column, TableKind kind) {
+jet::ColumnDefinition definitionOf(jet::Version version, const Column& column, TableKind kind) {
+  const bool jet3 = version == jet::Version::Jet3;
   jet::ColumnDefinition definition;
   definition.name = column.name;
   definition.type = column.type;
   definition.fixed = isFixed(column.type);
   definition.autonumber = column.autonumber;
-  definition.length = static_cast<std::uint16_t>(storedLength(column));
+  definition.length = static_cast<std::uint16_t>(storedLength(version, column));
   definition.flags = column.flags;
-  if (jet::isText(column.type) || kind == TableKind::System)
+  if (jet::isText(column.type) || kind == TableKind::System || jet3)
     definition.sortLanguage = jet::Header::kGeneral;
-  definition.compressed = jet::isText(column.type) && column.compressed;
+  if (jet3) definition.codePage = jet::Header().codePage;
+  definition.compressed = jet::isText(column.type) && column.compressed && !jet3;
   if (column.type == jet::ColumnType::Numeric) {
     definition.precision = column.precision;
     definition.scale = column.scale;
@@ -67,7 +69,7 @@ void placeColumns(const Table& table, TableKind kind, jet::TableDefinition& defi
   for (const Column& column : table.columns())
     if (!isFixed(column.type) && !comesLast(column.type)) ++nextLastSlot;
   for (const Column& column : table.columns()) {
-    jet::ColumnDefinition placed = definitionOf(column, kind);
+    jet::ColumnDefinition placed = definitionOf(definition.version, column, kind);
     placed.number = static_cast<std::uint16_t>(definition.columns.size());
     std::uint16_t& slot = comesLast(column.type) ? nextLastSlot : nextSlot;
     placed.variableSlot = slot;
@@ -82,8 +84,8 @@ void placeColumns(const Table& table, TableKind kind, jet::TableDefinition& defi
   }
 }
 
-std::uint8_t flagsOf(const Index& index) {
-  unsigned flags = jet::IndexDefinition::kJet4;
+std::uint8_t flagsOf(jet::Version version, const Index& index) {
+  unsigned flags = version == jet::Version::Jet4 ? jet::IndexDefinition::kJet4 : 0U;
   if (index.unique) flags |= jet::IndexDefinition::kUnique;
   if (index.ignoreNulls) flags |= jet::IndexDefinition::kIgnoreNulls;
   if (index.required) flags |= jet::IndexDefinition::kRequired;
@@ -98,7 +100,7 @@ void addIndexes(PageSpace& space, const Table& table, TableKind kind,
       kept.columns.push_back(
           {static_cast<std::uint16_t>(table.columnIndex(part.column)), part.ascending});
     kept.map = space.newMap();
-    kept.flags = flagsOf(index);
+    kept.flags = flagsOf(definition.version, index);
     jet::LogicalIndex logical;
     logical.name = index.name;
     logical.number = static_cast<std::uint32_t>(definition.indexes.size());
@@ -114,6 +116,7 @@ void addIndexes(PageSpace& space, const Table& table, TableKind kind,
 
 jet::TableDefinition shapeOf(PageSpace& space, const Table& table, TableKind kind) {
   jet::TableDefinition definition;
+  definition.version = space.version();
   definition.kind = kind == TableKind::System ? jet::TableDefinition::kSystemTable
                                               : jet::TableDefinition::kUserTable;
   definition.maxColumns = static_cast<std::uint16_t>(table.columns().size());

@@ -33,7 +33,7 @@ runtime::Variant keyValue(const jet::ColumnDefinition& column, const runtime::Va
 }
 
 /// The entries of all rows, in the index's order.
-std::vector<Entry> entriesOf(const Table& table, const Index& index,
+std::vector<Entry> entriesOf(jet::Version version, const Table& table, const Index& index,
                              const jet::TableDefinition& definition,
                              const jet::IndexDefinition& kept,
                              const std::vector<jet::RowPointer>& places) {
@@ -46,7 +46,7 @@ std::vector<Entry> entriesOf(const Table& table, const Index& index,
       const jet::ColumnDefinition& column = definition.columns[part.number];
       const runtime::Variant value = keyValue(column, table.rows()[row].values[part.number]);
       if (value.isNull()) ++nulls;
-      if (!jet::appendKey(jet::Version::Jet4, column, part.ascending, value, key))
+      if (!jet::appendKey(version, column, part.ascending, value, key))
         refuse(table, index, "a value has no known key");
     }
     if (nulls > 0 && index.required) refuse(table, index, "a null where none may be");
@@ -63,7 +63,7 @@ void writeIndex(PageSpace& space, std::uint32_t definitionPage, const Table& tab
                 const Index& index, const jet::TableDefinition& definition,
                 jet::IndexDefinition& kept, const std::vector<jet::RowPointer>& places) {
   std::vector<jet::IndexEntry> ordered;
-  for (Entry& each : entriesOf(table, index, definition, kept, places)) {
+  for (Entry& each : entriesOf(space.version(), table, index, definition, kept, places)) {
     const bool known =
         !ordered.empty() && std::is_eq(jet::compareBytes(ordered.back().key(), each.entry.key()));
     if (known && index.unique && !each.hasNull) refuse(table, index, "a key stands there twice");
@@ -90,7 +90,7 @@ void writeDefinition(PageSpace& space, std::uint32_t definitionPage,
                      const jet::TableDefinition& definition) {
   std::vector<std::uint32_t> numbers{definitionPage};
   const std::size_t needed =
-      jet::TableDefinition::pagesNeeded(jet::Version::Jet4, definition.encode().size());
+      jet::TableDefinition::pagesNeeded(definition.version, definition.encode().size());
   while (numbers.size() < needed) numbers.push_back(space.allocate());
   std::vector<jet::Bytes> pages = definition.encodePages(numbers);
   for (std::size_t i = 0; i < numbers.size(); ++i) space.put(numbers[i], std::move(pages[i]));

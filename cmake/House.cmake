@@ -77,6 +77,5 @@ function(house_test name)
   # As the toolkit asks of programs that use it; one setting serves all with the same headers.
   target_compile_options(${name} PRIVATE -fPIC $<$<BOOL:${KEYSTRAND_SANITIZE}>:-O0>)
   target_precompile_headers(${name} REUSE_FROM test_headers)
-  target_compile_definitions(${name} PRIVATE TEST_DATA_DIR="${TEST_DATA_DIR}")
   add_test(NAME ${name} COMMAND ${name})
 endfunction()

@@ -1,18 +1,16 @@
 #include "support/ReferenceTable.h"
 
-#include <QDirIterator>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <stdexcept>
 
 namespace support {
 
 std::vector<QJsonObject> referenceRows(const QString& fileName) {
-  QDirIterator places(QStringLiteral(TEST_DATA_DIR), {fileName}, QDir::Files,
-                      QDirIterator::Subdirectories);
-  if (!places.hasNext()) return {};
-  QFile file(places.next());
-  if (!file.open(QIODevice::ReadOnly)) return {};
+  QFile file(QStringLiteral(REFERENCE_TABLES "/") + fileName);
+  if (!file.open(QIODevice::ReadOnly))
+    throw std::runtime_error("no table " + fileName.toStdString());
   std::vector<QJsonObject> rows;
   for (const auto& value : QJsonDocument::fromJson(file.readAll()).array()) {
     const QJsonObject row = value.toObject();

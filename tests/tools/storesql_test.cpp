@@ -150,10 +150,8 @@ TEST_F(StoreSql, RunsAScriptStepByStepUntilOneFails) {
 }
 
 TEST_F(StoreSql, PrintsTheReferenceStoresAsExpected) {
-  const fs::path stores = fs::path(TEST_DATA_DIR) / "stores";
-  if (!fs::is_directory(stores)) GTEST_SKIP() << "no reference stores";
   int compared = 0;
-  for (const auto& file : fs::recursive_directory_iterator(stores)) {
+  for (const auto& file : fs::recursive_directory_iterator(REFERENCE_STORES)) {
     const std::string name = file.path().filename().string();
     if (!name.starts_with("EXPECTED.")) continue;
     SCOPED_TRACE(file.path());

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "platform/jet/format/PropertyBlob.h"
+#include "platform/jet/format/StoredText.h"
 #include "platform/runtime/CodePage.h"
 
 namespace makestore {
@@ -16,19 +17,18 @@ jet::Property yes(std::u16string name) {
           .data = {0xFF}};
 }
 
-jet::Property textProperty(std::u16string name, std::u16string_view value) {
-  jet::Property property{.name = std::move(name),
-                         .type = static_cast<std::uint8_t>(jet::ColumnType::Memo),
-                         .definition = true,
-                         .data = {}};
-  for (const char16_t unit : value) jet::appendU16(property.data, unit);
-  return property;
+jet::Property textProperty(jet::Version version, std::u16string name, std::u16string_view value) {
+  return {.name = std::move(name),
+          .type = static_cast<std::uint8_t>(jet::ColumnType::Memo),
+          .definition = true,
+          .data = jet::encodeText(version, value, false).value()};
 }
 
-void addRule(const Rule& rule, jet::PropertyBlock& block) {
+void addRule(jet::Version version, const Rule& rule, jet::PropertyBlock& block) {
   if (rule.expression.empty()) return;
-  block.properties.push_back(textProperty(u"ValidationRule", rule.expression));
-  if (!rule.text.empty()) block.properties.push_back(textProperty(u"ValidationText", rule.text));
+  block.properties.push_back(textProperty(version, u"ValidationRule", rule.expression));
+  if (!rule.text.empty())
+    block.properties.push_back(textProperty(version, u"ValidationText", rule.text));
 }
 
 }  // namespace
@@ -89,14 +89,14 @@ std::size_t Table::columnIndex(std::u16string_view name) const {
 jet::Bytes Table::properties(jet::Version version) const {
   std::vector<jet::PropertyBlock> blocks;
   jet::PropertyBlock own{.type = jet::PropertyBlock::kObject, .name = {}, .properties = {}};
-  addRule(rule_, own);
+  addRule(version, rule_, own);
   if (!own.properties.empty()) blocks.push_back(std::move(own));
   for (const Column& column : columns_) {
     jet::PropertyBlock block{.name = column.name, .properties = {}};
     if (column.required) block.properties.push_back(yes(u"Required"));
     if (jet::isText(column.type) && column.allowZeroLength)
       block.properties.push_back(yes(u"AllowZeroLength"));
-    addRule(column.rule, block);
+    addRule(version, column.rule, block);
     if (!block.properties.empty()) blocks.push_back(std::move(block));
   }
   return blocks.empty() ? jet::Bytes() : jet::encodeProperties(version, blocks);

@@ -88,10 +88,7 @@ int failureNumber(const std::function<void()>& action) {
 
 std::vector<ReferenceStore> referenceStores() {
   std::vector<ReferenceStore> stores;
-  const fs::path folder = fs::path(TEST_DATA_DIR) / "stores";
-  if (!fs::is_directory(folder)) return stores;
-  for (const auto& entry : fs::directory_iterator(folder)) {
-    if (!entry.is_directory()) continue;
+  for (const auto& entry : fs::directory_iterator(fs::path(REFERENCE_STORES) / "stores")) {
     ReferenceStore store;
     for (const auto& file : fs::directory_iterator(entry.path())) {
       const std::string name = file.path().filename().string();

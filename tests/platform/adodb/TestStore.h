@@ -39,13 +39,12 @@ std::u16string connectionString(std::u16string_view path,
 std::string failureOf(const std::function<void()>& action);
 int failureNumber(const std::function<void()>& action);
 
-/// A made-up store of the reference data, and what its tables and its query must read as.
+/// A reference store, and what its tables and its query must read as.
 struct ReferenceStore {
   std::filesystem::path file;
   using Row = std::map<std::string, std::string>;  ///< by column, as printed
   std::map<std::string, std::vector<Row>> tables;
 };
-/// Empty where the reference data isn't there.
 std::vector<ReferenceStore> referenceStores();
 
 std::string narrow(std::u16string_view text);

@@ -50,9 +50,9 @@ bool isLeftover(const std::string& complaint, const Change& change) {
   const std::string row = std::to_string(change.row.page) + "/" + std::to_string(change.row.slot);
   if (isBodyWithoutPointer(complaint)) return true;
   const std::vector<std::string> kinds{" next is ",
-                                       " prev is ",
+                                       " previous is ",
                                        "last leaf has next",
-                                       "first leaf has prev",
+                                       "first leaf has previous",
                                        "entries out of order",
                                        "starts before its",
                                        "reached twice",
@@ -144,10 +144,10 @@ class Cutting {
     EXPECT_EQ(verdicts.size(), files.size());
     for (const fs::path& file : cutFiles_)
       for (const std::string& complaint : verdicts[file])
-        EXPECT_TRUE(complaint == "ok" || isLeftover(complaint, change_)) << file << complaint;
+        EXPECT_TRUE(complaint == "sound" || isLeftover(complaint, change_)) << file << complaint;
     for (const fs::path& file : finishedFiles_)
       for (const std::string& complaint : verdicts[file])
-        EXPECT_TRUE(complaint == "ok" || isBodyWithoutPointer(complaint)) << file << complaint;
+        EXPECT_TRUE(complaint == "sound" || isBodyWithoutPointer(complaint)) << file << complaint;
   }
 
   /// The other reader passes over pointers and lists bodies where they lie: a body too many shows

@@ -216,7 +216,7 @@ std::vector<std::string> RandomUpdates::problems() const {
     if (seen != model.rows.size()) problems.push_back(narrow(model.name) + ": rows are missing");
   }
   const std::string verdict = checkerVerdict(file_);
-  if (!verdict.empty() && !verdict.ends_with("ok")) problems.push_back(verdict);
+  if (verdict != "sound") problems.push_back(verdict);
   return problems;
 }
 

@@ -2,6 +2,7 @@
 
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -9,6 +10,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "makestore/ShopStore.h"
 #include "platform/runtime/CodePage.h"
 
 namespace jettest {
@@ -98,24 +100,64 @@ struct Print {
 
 }  // namespace
 
-std::vector<StoreFile> referenceStores() {
+namespace {
+
+/// The databases in a folder and the folders below it, in the order of their paths.
+std::vector<StoreFile> databasesBelow(const fs::path& folder, const std::u16string& password) {
   std::vector<StoreFile> files;
-  const fs::path stores = fs::path(TEST_DATA_DIR) / "stores";
-  if (!fs::is_directory(stores)) return files;
-  for (const fs::directory_entry& folder : fs::directory_iterator(stores)) {
-    if (!folder.is_directory()) continue;
-    for (const fs::directory_entry& file : fs::directory_iterator(folder))
-      if (isDatabase(file.path())) files.push_back({file.path(), kStorePassword});
-  }
+  for (const fs::directory_entry& file : fs::recursive_directory_iterator(folder))
+    if (isDatabase(file.path())) files.push_back({file.path(), password});
+  std::ranges::sort(files, {}, &StoreFile::path);
   return files;
 }
 
-std::vector<StoreFile> corpusFiles() {
-  std::vector<StoreFile> files;
-  const fs::path corpus = fs::path(TEST_DATA_DIR) / "corpus";
-  if (!fs::is_directory(corpus)) return files;
-  for (const fs::directory_entry& file : fs::directory_iterator(corpus))
-    if (isDatabase(file.path())) files.push_back({file.path(), u""});
+/// Stores of the older generation, and one with what the reference stores lack.
+std::vector<StoreFile> madeStores() {
+  static const Scratch scratch;
+  static const std::vector<StoreFile> files = [] {
+    makestore::ShopOrder plain;
+    plain.version = jet::Version::Jet3;
+    plain.moved = {3, 5, 7, 140};
+    makestore::ShopOrder cafe = makestore::cafeShop();
+    cafe.version = jet::Version::Jet3;
+    cafe.encodingKey = 0x1234567;
+    cafe.packedIndexes = true;
+    makestore::ShopOrder large;
+    large.slots = 2600;
+    large.products = 2500;
+    large.referenceMaps = true;
+    large.barcodes = makestore::Barcodes::Mixed;
+    std::vector<StoreFile> made;
+    for (const auto& [name, order] :
+         {std::pair{"jet3.mdb", plain}, {"jet3-encoded.mdb", cafe}, {"large.mdb", large}}) {
+      made.push_back({scratch.folder() / name, order.password});
+      makestore::shopStore(order).write(made.back().path);
+    }
+    return made;
+  }();
+  return files;
+}
+
+}  // namespace
+
+std::vector<StoreFile> referenceStores() {
+  return databasesBelow(REFERENCE_STORES, kStorePassword);
+}
+
+StoreFile referenceStore(std::string_view name) {
+  for (const StoreFile& store : referenceStores())
+    if (store.path.parent_path().filename() == name) return store;
+  throw std::runtime_error("no reference store " + std::string(name));
+}
+
+bool areRealFiles() {
+  return std::getenv("STORE_FILES") != nullptr;
+}
+
+std::vector<StoreFile> filesOfAllKinds() {
+  if (areRealFiles()) return databasesBelow(std::getenv("STORE_FILES"), u"");
+  std::vector<StoreFile> files = referenceStores();
+  for (const StoreFile& store : madeStores()) files.push_back(store);
   return files;
 }
 
@@ -151,30 +193,19 @@ std::string outputOf(const std::string& command, int* status) {
   return output;
 }
 
-namespace {
-fs::path checker() {
-  return fs::path(TEST_DATA_DIR) / "tools" / "mdbcheck.py";
-}
-}  // namespace
-
-bool hasChecker() {
-  return fs::exists(checker());
-}
-
-std::string checkerOutput(const std::string& options, const fs::path& file) {
-  return outputOf("/usr/bin/python3 '" + checker().string() + "' " + options + " '" +
-                  file.string() + "' 2>&1");
+std::string checkerOutput(const std::string& options, const fs::path& file, int* status) {
+  return outputOf("/usr/bin/python3 " STORECHECK " " + options + " '" + file.string() + "' 2>&1",
+                  status);
 }
 
 std::string checkerVerdict(const fs::path& file) {
-  if (!hasChecker()) return {};
   std::string verdict = checkerOutput("", file);
   while (!verdict.empty() && verdict.back() == '\n') verdict.pop_back();
   return verdict;
 }
 
 std::map<fs::path, std::vector<std::string>> checkerVerdicts(const std::vector<fs::path>& files) {
-  std::string command = "/usr/bin/python3 '" + checker().string() + "'";
+  std::string command = "/usr/bin/python3 " STORECHECK;
   for (const fs::path& file : files) command += " '" + file.string() + "'";
   std::map<fs::path, std::vector<std::string>> verdicts;
   for (const std::string& line : split(outputOf(command + " 2>&1"), '\n')) {

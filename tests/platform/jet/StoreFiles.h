@@ -18,10 +18,15 @@ struct StoreFile {
   std::filesystem::path path;
   std::u16string password;
 };
-/// The made-up stores and the files that the format's own engine wrote; empty where the reference
-/// data is not there.
+/// The reference stores of tests/data.
 std::vector<StoreFile> referenceStores();
-std::vector<StoreFile> corpusFiles();
+/// The reference store in this folder of tests/data.
+StoreFile referenceStore(std::string_view name);
+/// Files of both generations: the reference stores and made ones. A long run replaces them by real
+/// files: the environment variable STORE_FILES names their folder; none has a password.
+std::vector<StoreFile> filesOfAllKinds();
+/// True in a long run over real files.
+bool areRealFiles();
 
 /// A folder that goes with the object. It lies in memory where the machine has such a place, so
 /// that syncs cost nothing.
@@ -42,15 +47,14 @@ class Scratch {
 
 /// What a command printed to its standard output; its exit status goes to `status`.
 std::string outputOf(const std::string& command, int* status = nullptr);
-/// What the independent checker says about a file: "ok", or its complaints. Empty where it is not
-/// there.
+/// What storecheck says about a file: "sound", or its problems, one a line.
 std::string checkerVerdict(const std::filesystem::path& file);
-/// The same for many files at once, which is much quicker; by file, one complaint a line.
+/// The same for many files at once, which is much quicker; by file, one problem a line.
 std::map<std::filesystem::path, std::vector<std::string>> checkerVerdicts(
     const std::vector<std::filesystem::path>& files);
-bool hasChecker();
-/// What the checker prints for a file with these options.
-std::string checkerOutput(const std::string& options, const std::filesystem::path& file);
+/// What storecheck prints for a file with these options; its exit status goes to `status`.
+std::string checkerOutput(const std::string& options, const std::filesystem::path& file,
+                          int* status = nullptr);
 
 std::vector<std::string> split(const std::string& text, char separator);
 

@@ -171,9 +171,9 @@ TEST(IndexPage, LeavesOutACommonFrontOnlyWhereThePageIsFull) {
   }
 }
 
-TEST(IndexPage, OfRealFilesComesBackFromItsEntries) {
+TEST(IndexPage, OfFilesOfAllKindsComesBackFromItsEntries) {
   int pages = 0;
-  for (const StoreFile& file : corpusFiles()) {
+  for (const StoreFile& file : filesOfAllKinds()) {
     jet::Pager pager(file.path, u"");
     for (std::uint32_t number = 1; number < pager.pageCount(); ++number) {
       const jet::Pager::Page page = pager.read(number, {});
@@ -192,13 +192,12 @@ TEST(IndexPage, OfRealFilesComesBackFromItsEntries) {
       ++pages;
     }
   }
-  if (pages == 0) GTEST_SKIP() << "no corpus";
-  EXPECT_GT(pages, 200);
+  EXPECT_GT(pages, 150);
 }
 
-TEST(TableDefinition, OfRealFilesComesBackFromItsParts) {
+TEST(TableDefinition, OfFilesOfAllKindsComesBackFromItsParts) {
   int definitions = 0;
-  for (const StoreFile& file : corpusFiles()) {
+  for (const StoreFile& file : filesOfAllKinds()) {
     jet::Database database(file.path, u"", file.password);
     for (const jet::CatalogObject& object : database.objects()) {
       if (object.kind != jet::ObjectKind::Table) continue;
@@ -225,8 +224,7 @@ TEST(TableDefinition, OfRealFilesComesBackFromItsParts) {
       ++definitions;
     }
   }
-  if (definitions == 0) GTEST_SKIP() << "no corpus";
-  EXPECT_GT(definitions, 100);
+  EXPECT_GT(definitions, 70);
 }
 
 TEST(Properties, OfRealTablesAreReadAndComeBack) {
@@ -258,7 +256,6 @@ TEST(Properties, OfRealTablesAreReadAndComeBack) {
       if (jet::sameName(block.name, u"description"))
         ++(block.flag(u"AllowZeroLength") ? allowing : forbidding);
   }
-  if (referenceStores().empty()) GTEST_SKIP() << "no reference stores";
   EXPECT_EQ(forbidding, 1);
   EXPECT_GE(allowing, 4);
 }

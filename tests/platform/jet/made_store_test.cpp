@@ -125,7 +125,6 @@ std::size_t fullestLeaf(const jet::TableSource& source, std::size_t index) {
 }
 
 TEST(PackedLeaves, TakeFiftyProductsWhereFreeSlotsFillThem) {
-  if (!hasChecker()) GTEST_SKIP() << "no reference data";
   const Scratch scratch;
   const fs::path file = scratch.folder() / "packed.mdb";
   makestore::ShopOrder order;
@@ -133,7 +132,7 @@ TEST(PackedLeaves, TakeFiftyProductsWhereFreeSlotsFillThem) {
   order.products = 40;
   order.packedIndexes = true;
   makestore::shopStore(order).write(file);
-  EXPECT_EQ(checkerVerdict(file), "ok");
+  EXPECT_EQ(checkerVerdict(file), "sound");
   std::vector<Change> changes;
   {
     jet::Database database(file, u"the file", kStorePassword);
@@ -153,7 +152,7 @@ TEST(PackedLeaves, TakeFiftyProductsWhereFreeSlotsFillThem) {
   for (const Change& change : changes) makeChange(file, kStorePassword, change);
   jet::Database database(file, u"the file", kStorePassword);
   EXPECT_EQ(indexProblems(tableNamed(database, u"tblStock")), std::vector<std::string>());
-  EXPECT_EQ(checkerVerdict(file), "ok");
+  EXPECT_EQ(checkerVerdict(file), "sound");
 }
 
 /// Lets nodes say that a leaf stands in front of them: nobody keeps those links.

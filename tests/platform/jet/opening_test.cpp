@@ -27,10 +27,7 @@ std::string openingError(const fs::path& file, std::u16string_view password = kS
 
 class Opening : public testing::Test {
  protected:
-  void SetUp() override {
-    if (referenceStores().empty()) GTEST_SKIP() << "no reference stores";
-    store_ = scratch_.copy(referenceStores().front().path);
-  }
+  void SetUp() override { store_ = scratch_.copy(referenceStore("corner").path); }
 
   Scratch scratch_;
   fs::path store_;

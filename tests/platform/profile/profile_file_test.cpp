@@ -118,7 +118,6 @@ class ProfileFile : public testing::Test {
 
 TEST(ProfileTable, EveryRowHolds) {
   const auto rows = support::referenceRows("profile-cases.json");
-  if (rows.empty()) GTEST_SKIP() << "no reference data";
   for (const QJsonObject& row : rows) {
     SCOPED_TRACE(support::idOf(row));
     ProfileCase(row).check();

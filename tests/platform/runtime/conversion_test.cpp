@@ -38,7 +38,6 @@ std::string expected(const QJsonObject& row, const char* name) {
 
 TEST(Conversion, TextsBecomeIntegersAsTheTableSays) {
   const auto rows = support::referenceRows("number-cases.json");
-  if (rows.empty()) GTEST_SKIP() << "no reference data";
   for (const QJsonObject& row : rows) {
     SCOPED_TRACE(support::idOf(row));
     const std::u16string text = support::wideField(row, "text");
@@ -49,7 +48,6 @@ TEST(Conversion, TextsBecomeIntegersAsTheTableSays) {
 
 TEST(Conversion, DoublesRoundHalfToEvenAsTheTableSays) {
   const auto rows = support::referenceRows("round-cases.json");
-  if (rows.empty()) GTEST_SKIP() << "no reference data";
   for (const QJsonObject& row : rows) {
     SCOPED_TRACE(support::idOf(row));
     const auto number =
@@ -60,7 +58,6 @@ TEST(Conversion, DoublesRoundHalfToEvenAsTheTableSays) {
 
 TEST(Conversion, LeadingNumbersAreAsTheTableSays) {
   const auto rows = support::referenceRows("val-cases.json");
-  if (rows.empty()) GTEST_SKIP() << "no reference data";
   for (const QJsonObject& row : rows)
     EXPECT_EQ(leadingNumber(support::wideField(row, "text")), row["value"].toDouble())
         << support::idOf(row);

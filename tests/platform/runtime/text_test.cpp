@@ -31,7 +31,6 @@ TEST(Text, NamesFoldAccentedLettersWhateverTheLocale) {
 
 TEST(CodePage, IsAsTheTableSays) {
   const auto rows = support::referenceRows("codepage-cases.json");
-  if (rows.empty()) GTEST_SKIP() << "no reference data";
   for (const QJsonObject& row : rows) {
     SCOPED_TRACE(support::idOf(row));
     const std::u16string text = support::wideField(row, "text");

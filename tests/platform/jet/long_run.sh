@@ -1,0 +1,23 @@
+#!/bin/sh
+# The tests of store files over real ones, written by the format's own engine, and then random changes
+# on copies of them and of the reference stores, each file checked after every hundred changes.
+#
+#   long_run.sh BUILD FOLDER [ROUNDS [SEED]]
+#
+# BUILD is a build with tests and with the target long_updates; FOLDER has the real files, without
+# passwords, of both generations. Ends with 1 where a test fails or a file is unsound.
+set -u
+build=$1 folder=$2 rounds=${3:-30} seed=${4:-1}
+jet=$build/tests/platform/jet
+failed=0
+for filter in jet_format_test:'*OfFilesOfAllKinds*' jet_read_test:'IndexWalk.*Each*:IndexWalk.Orders*:Reading.Agrees*:Damage.Of*:Damage.ByACutOr*' \
+  jet_change_test:'RandomUpdates.KeepFiles*'; do
+  STORE_FILES=$folder "$jet/${filter%%:*}" --gtest_brief=1 --gtest_filter="${filter#*:}" || failed=1
+done
+for file in "$folder"/*.[mM][dD][bB]; do
+  "$jet/long_updates" "$file" "" "$rounds" 100 "$seed" || failed=1
+done
+for file in "$build"/reference-stores/stores/*/*.[mM][dD][bB]; do
+  "$jet/long_updates" "$file" w7rt3q8814Z "$rounds" 100 "$seed" || failed=1
+done
+exit $failed

@@ -1,6 +1,7 @@
 #include "platform/jet/engine/LongValues.h"
 
 #include <algorithm>
+#include <set>
 
 #include "platform/jet/format/DataPage.h"
 
@@ -13,8 +14,11 @@ void walkPieces(const TableSource& source, const LongValueHead& head, const Plac
   const bool chain = head.form == LongValueHead::Form::Chain;
   RowPointer at = head.first;
   std::size_t left = head.length;
+  std::set<std::uint32_t> walked;
   Pager& pager = source.pager;
   while (left > 0) {
+    if (!walked.insert(at.pack()).second)
+      raiseDamaged(source.place(at.page), u"a long value leads in a circle");
     const Pager::Page page = pager.read(at.page, place);
     const DataPage pieces(pager.layout(), *page, source.place(at.page));
     if (pieces.owner() != kLongValueOwner)

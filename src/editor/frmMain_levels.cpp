@@ -46,7 +46,7 @@ void frmMain::ClearTheForm() {
     key->backcolor(forms::kWhite);
     key->backcolordown(forms::kWhite);
     key->backcolorfocus(forms::kWhite);
-    key->backcolorfocus(forms::kWhite);  // written twice, and wanted so
+    key->backcolorfocus(forms::kWhite);  // twice: contract
     key->backcolorover(forms::kWhite);
   }
 }

@@ -51,7 +51,7 @@ void KeyEditor::LoadGrid() {
 void KeyEditor::LoadKey(std::int16_t key, const layoutdata::KeyLine& line) {
   MyButton1(key).caption(line.Caption());
   MyButton1(key).backcolor(line.BackColour());
-  MyButton1(key).font(line.FontColour());
+  MyButton1(key).font(line.FontColour());  // contract
 }
 
 void KeyEditor::WriteLayoutFile(std::u16string_view path) {

@@ -11,7 +11,7 @@ void KeyEditor::SetButtonColour(const std::u16string& strColour, std::int16_t i)
   MyButton1(i).backcolor(runtime::toLong(strColour));
   MyButton1(i).backcolordown(runtime::toLong(strColour));
   MyButton1(i).backcolorfocus(runtime::toLong(strColour));
-  MyButton1(i).backcolorfocus(runtime::toLong(strColour));  // written twice, and wanted so
+  MyButton1(i).backcolorfocus(runtime::toLong(strColour));  // twice: contract
   MyButton1(i).backcolorover(runtime::toLong(strColour));
 }
 
@@ -23,7 +23,7 @@ void KeyEditor::SetFontButtonColour(const std::u16string& strColour, std::int16_
   MyButton1(i).forecolorover(runtime::toLong(strColour));
 }
 
-// Nobody asks how the dialog was closed: Cancel goes on with the colour that the dialog holds.
+// Nobody asks how the dialog was closed: Cancel goes on with its colour (contract).
 void KeyEditor::cmdFontColour_Click() {
   CommonDialog1.ShowColor();
   SetFontButtonColour(runtime::toText(CommonDialog1.Color()), CurrentKey);

@@ -73,7 +73,7 @@ void frmMainBig::cmdSave_Click() {
   SaveButtons();
 }
 
-// Nobody asks how the dialog was closed: Cancel goes on with the colour that the dialog holds.
+// Nobody asks how the dialog was closed: Cancel goes on with its colour (contract).
 void frmMainBig::cmdSelCol_Click() {
   CommonDialog1.ShowColor();
   SetButtonColour(runtime::toText(CommonDialog1.Color()), CurrentKey);

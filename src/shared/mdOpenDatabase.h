@@ -16,7 +16,7 @@ namespace mdOpenDatabase {
 extern std::u16string StoreName;
 /// Program folder, "\Stores\" and the store's name: the only way by which a database is reached.
 extern std::u16string StoreFolder;
-/// Result of the "dbsource" read. Kept, and on purpose never consulted.
+/// Result of the "dbsource" read. Never consulted: contract.
 extern std::u16string DatabaseSource;
 /// File name of that read. Nothing assigns it.
 extern std::u16string IniFile;

@@ -1,12 +1,14 @@
 #!/usr/bin/python3
-"""Counts the results of a test run and prints them as the last line: "N passed, N failed".
+"""Counts the results of a test run and prints them as the last line: "N passed, N failed, N
+skipped".
 
     tally.py PROGRAMS.xml CASES-FOLDER WINDOWS.xml
 
 PROGRAMS.xml is CTest's report. A test program that wrote its own report into the folder counts by
 its cases; one that didn't, or that failed although its report holds no failure (it crashed, or was
 stopped), counts as one. WINDOWS.xml is the report of the tests with real windows. A report that is
-missing or can't be read is a failure. The status is 0 only if nothing failed and something passed.
+missing or can't be read is a failure. The status is 0 only if something passed, nothing failed and
+nothing was skipped.
 """
 
 import pathlib
@@ -74,9 +76,8 @@ def main(programs, cases, windows):
         tally.count(shown, "real windows: ")
     for name in tally.failures:
         print(f"failed: {name}")
-    skipped = f", {tally.skipped} skipped" if tally.skipped else ""
-    print(f"{tally.passed} passed, {tally.failed} failed{skipped}")
-    return 0 if tally.passed and not tally.failed else 1
+    print(f"{tally.passed} passed, {tally.failed} failed, {tally.skipped} skipped")
+    return 0 if tally.passed and not tally.failed and not tally.skipped else 1
 
 
 if __name__ == "__main__":

@@ -1,10 +1,10 @@
 #include "platform/forms/DesktopHost.h"
 
 #include <QApplication>
-#include <QColorDialog>
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/forms/qt/ColourDialog.h"
 #include "platform/forms/qt/Colours.h"
 #include "platform/forms/qt/MessageBox.h"
 #include "platform/forms/qt/Raise.h"
@@ -33,9 +33,7 @@ class DesktopHost : public process::Host {
   }
 
   std::optional<std::int32_t> showColourDialog() override {
-    QColorDialog dialog(QApplication::activeWindow());
-    dialog.setWindowTitle(QStringLiteral("Colour"));
-    dialog.setOption(QColorDialog::DontUseNativeDialog);
+    qt::ColourDialog dialog(QApplication::activeWindow());
     const qt::EndWatch watch([&dialog] { dialog.reject(); });
     if (process::hasEnded() || dialog.exec() != QDialog::Accepted) return std::nullopt;
     return qt::storedColour(dialog.selectedColor());

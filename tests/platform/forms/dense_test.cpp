@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QScreen>
 #include <QTableView>
 #include <QWidget>
 
+#include "platform/forms/DesktopHost.h"
 #include "platform/forms/FlexCellGrid.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/Label.h"
@@ -104,6 +107,23 @@ TEST(DenseDesktop, ASheetsRowsAndColumnsShrinkAndStillFit) {
   // A column that is set later shrinks as well.
   screen.Grid1.Column(1).Width(100);
   EXPECT_EQ(sheet.columnWidth(1), 80);
+}
+
+TEST(SmallDesktop, TheColourDialogFits) {
+  const support::TestHost recorder;
+  const auto host = forms::makeHost();
+  process::setHost(*host);
+  QSize size;
+  QSize room;
+  support::soon([&] {
+    QWidget* dialog = QApplication::activeModalWidget();
+    size = dialog->size();
+    room = dialog->screen()->availableSize();
+    dialog->close();
+  });
+  host->showColourDialog();
+  EXPECT_LE(size.width(), room.width());
+  EXPECT_LE(size.height() + 24, room.height());
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include "platform/forms/qt/Edge.h"
 #include "platform/forms/qt/Pixels.h"
 #include "platform/forms/qt/Raise.h"
+#include "platform/forms/qt/TaskBars.h"
 #include "platform/forms/qt/WideText.h"
 #include "platform/forms/qt/WindowNames.h"
 
@@ -142,6 +143,7 @@ void Window::appear() {
   if (!design_.startMaximised) fixSize();
   if (design_.position == StartPosition::CentreScreen) centre();
   winId();
+  if (!design_.inTaskBar) keepOutOfTaskBars(*windowHandle());
   connect(windowHandle(), &QWindow::screenChanged, this, [this] { fitDesktop(); });
   if (windowModality() != Qt::NonModal) {
     // Keeps the window above the one that it shuts out.

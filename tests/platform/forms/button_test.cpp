@@ -250,6 +250,21 @@ TEST_F(Button, AFailingDropIsReportedOnceAndEndsTheProcess) {
   EXPECT_THAT(screen.log, testing::Not(testing::Contains("Click 0")));
 }
 
+TEST_F(Button, ADroppedTextThatCannotBeFetchedIsAFailureLikeAnyOther) {
+  class Huge : public QMimeData {
+   public:
+    bool hasFormat(const QString&) const override { return true; }
+    QStringList formats() const override { return {"text/plain"}; }
+
+   protected:
+    QVariant retrieveData(const QString&, QMetaType) const override { throw std::bad_alloc(); }
+  } text;
+  screen.keys(0).oledropmode(1);
+  user->drop("MyButton1(0)", text, Qt::MoveAction);
+  ASSERT_EQ(host.failures.size(), 1U);
+  EXPECT_EQ(host.failures[0].number(), 7);
+}
+
 TEST_F(Button, PaintsEachStateInItsOwnColour) {
   MyButton& key = screen.keys(2);
   key.backcolor(forms::kWhite);

@@ -201,11 +201,14 @@ void KeyFace::dragLeaveEvent(QDragLeaveEvent*) {
 void KeyFace::dropEvent(QDropEvent* event) {
   markDrop(false);
   if (!take(*event)) return;
-  DroppedData dropped(*event->mimeData());
-  std::int32_t effect = event->dropAction() == Qt::MoveAction ? kDropMove : kDropCopy;
-  qt::raise(events_.drop, dropped, effect, buttonCode(event->buttons()),
-            shiftState(event->modifiers()), toTwips(event->position().x(), scale_),
-            toTwips(event->position().y(), scale_));
+  // What another program drops can be of any size, so fetching it is guarded like the handler.
+  dispatch([&] {
+    DroppedData dropped(*event->mimeData());
+    std::int32_t effect = event->dropAction() == Qt::MoveAction ? kDropMove : kDropCopy;
+    if (!events_.drop) return;
+    events_.drop(dropped, effect, buttonCode(event->buttons()), shiftState(event->modifiers()),
+                 toTwips(event->position().x(), scale_), toTwips(event->position().y(), scale_));
+  });
 }
 
 void KeyFace::nextCheckState() {

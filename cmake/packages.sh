@@ -6,7 +6,8 @@
 # To build the program, and to show its screens.
 build_packages=(g++ cmake ninja-build qt6-base-dev libsqlite3-dev fonts-liberation)
 # To drive the program on a virtual display, as a user does and as a screen reader does.
-desktop_packages=(xvfb openbox xdotool x11-utils imagemagick python3 python3-gi dbus at-spi2-core)
+desktop_packages=(xvfb openbox xfwm4 mutter xdotool x11-utils imagemagick python3 python3-gi dbus
+  at-spi2-core)
 # To build and run the tests and benchmarks.
 test_packages=(libgtest-dev libgmock-dev libxcb1-dev mdbtools ccache)
 # To check the sources.

@@ -28,9 +28,10 @@ def wait_until(condition, what, timeout=20.0):
 
 class Desktop:
     """A virtual display with a window manager and a message bus, through which the accessibility bus
-    is found. The display's number is whatever the X server finds free."""
+    is found. The display's number is whatever the X server finds free; `manager` is the window
+    manager's command, None for none."""
 
-    def __init__(self, width=1920, height=1080, managed=True):
+    def __init__(self, width=1920, height=1080, manager=("openbox", "--sm-disable")):
         self.width, self.height = width, height
         read_end, write_end = os.pipe()
         self.folder = tempfile.mkdtemp(prefix="desktop-")
@@ -55,9 +56,8 @@ class Desktop:
         message_bus = self.messages.stdout.readline().decode().strip()
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = message_bus
         self.manager = None
-        if managed:
-            self.manager = subprocess.Popen(["openbox", "--sm-disable"], env=self.environment,
-                                            stdout=log, stderr=log)
+        if manager:
+            self.manager = subprocess.Popen(manager, env=self.environment, stdout=log, stderr=log)
             wait_until(self._managed, "the window manager")
         self._watch(log)
         log.close()
@@ -135,12 +135,26 @@ class Desktop:
         return (number("Absolute upper-left X"), number("Absolute upper-left Y"),
                 number("Width"), number("Height"))
 
+    def _title_height(self, window):
+        told = self.run("xprop", "-id", str(window), "_NET_FRAME_EXTENTS")
+        return int(told.split("=")[1].split(",")[2])
+
     def close_box(self, window):
         """The middle of the close box in a window's frame: the last one in its title bar."""
         left, top, width, _ = self.origin(window)
-        told = self.run("xprop", "-id", str(window), "_NET_FRAME_EXTENTS")
-        bar = int(told.split("=")[1].split(",")[2])
+        bar = self._title_height(window)
         return left + width - bar // 2, top - bar // 2
+
+    def double_click_title(self, window):
+        """What takes a maximised window back to its own size, under most window managers."""
+        left, top, width, _ = self.origin(window)
+        self.hand("mousemove", left + width // 2, top - self._title_height(window) // 2,
+                  "click", "--repeat", 2, "--delay", 60, 1)
+
+    def lose(self):
+        """Ends the display under all programs that are on it."""
+        self.server.kill()
+        self.server.wait()
 
     # Pointer and keyboard, through the X server like a user's own
 
@@ -149,7 +163,7 @@ class Desktop:
         self.run("xdotool", *[str(word) for word in words])
 
     def screenshot(self, path):
-        self.run("import", "-silent", "-window", "root", str(path))
+        self.run("import", "-silent", "-window", "root", str(path), check=False)
 
     def colour(self, x, y):
         """The colour of one pixel of the screen, as 0xRRGGBB."""

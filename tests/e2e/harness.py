@@ -8,7 +8,7 @@ import tempfile
 import unittest
 
 import controls
-from desktop import wait_until
+from desktop import Desktop, wait_until
 from screenreader import Gone
 from shop import Shop
 
@@ -304,6 +304,7 @@ class Case(unittest.TestCase):
         os.chmod(self._folder.name, 0o755)
         self.shop = Shop(World.build, pathlib.Path(self._folder.name) / "pos", self.store)
         self._programs = []
+        self._desktops = []
         self.addCleanup(self._folder.cleanup)
         self.addCleanup(self._stop)
 
@@ -316,6 +317,8 @@ class Case(unittest.TestCase):
             if any(test is self for test, _ in self._result.failures):
                 self._keep(program, number)
             program.stop()
+        for desktop in self._desktops:
+            desktop.close()
         World.desktop.hand("mouseup", 1, "mousemove", World.desktop.width - 1,
                            World.desktop.height - 1)
 
@@ -323,6 +326,11 @@ class Case(unittest.TestCase):
         World.pictures.mkdir(parents=True, exist_ok=True)
         program.desktop.screenshot(World.pictures / f"{self.id()}-{number}.png")
         print(f"        the program said: {program.errors().strip() or 'nothing'}")
+
+    def another_desktop(self, **options):
+        """A desktop beside the one that all cases share."""
+        self._desktops.append(Desktop(**options))
+        return self._desktops[-1]
 
     def start(self, **options):
         program = Program(self.shop, **options)

@@ -192,6 +192,44 @@ class StandardError(Case):
         self.ends("2> >(:)")
 
 
+class LostDisplay(Case):
+    """The display goes away under the program, as at a log-out."""
+
+    def screen(self):
+        self.lost = self.another_desktop()
+        return self.levelled(desktop=self.lost)
+
+    def ends(self, screen):
+        before = self.shop.files()
+        self.lost.lose()
+        self.assertEqual(screen.program.status(), 1)
+        self.assertEqual(self.shop.files(), before)
+
+    def test_while_nothing_happens(self):
+        self.ends(self.screen())
+
+    def test_while_an_item_is_dragged(self):
+        screen = self.screen()
+        screen.start_drag(0)
+        screen.move(20)
+        self.ends(screen)
+
+    def test_under_the_sheet_and_its_list(self):
+        screen = self.screen()
+        screen.double_click(12)
+        sheet = Screen(screen.program, controls.SHEET_TITLE, controls.SHEET)
+        sheet.keys("Down", "Down", "F4")
+        wait_until(lambda: len(sheet.windows()) == 3, "the departments")
+        self.ends(screen)
+
+    def test_under_a_message_and_the_colour_dialog(self):
+        for button, title in (("cmdResetAll", "Reset"), ("cmdSelCol", "Colour")):
+            screen = self.screen()
+            screen.click(button)
+            screen.program.window(title)
+            self.ends(screen)
+
+
 class DroppedText(Case):
     """A text that another program drops on a key."""
 

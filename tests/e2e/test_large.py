@@ -1,7 +1,7 @@
 """A tour of the large editor, and the layout files that it refuses."""
 
 import controls
-from desktop import Desktop, wait_until
+from desktop import wait_until
 from harness import Case
 from shop import BUTTON_FACE, layout
 
@@ -61,10 +61,20 @@ class Tour(Large):
         self.assertEqual(screen.program.errors(), "")
 
 
+class Restored(Large):
+    def test_the_screen_has_its_stored_size_and_position(self):
+        screen = self.large()
+        screen.desktop.double_click_title(screen.window)
+        wait_until(lambda: screen.desktop.origin(screen.window) == (8, 30, 304, 202),
+                   "the stored bounds")
+        screen.desktop.double_click_title(screen.window)
+        wait_until(lambda: screen.desktop.origin(screen.window)[2] == screen.desktop.width,
+                   "the full width")
+
+
 class NoWindowManager(Large):
     def test_the_screen_fills_the_display_all_the_same(self):
-        bare = Desktop(managed=False)
-        self.addCleanup(bare.close)
+        bare = self.another_desktop(manager=None)
         program = self.start(desktop=bare)
         window = program.window(controls.LARGE_TITLE)
         wait_until(lambda: bare.origin(window) == (0, 0, bare.width, bare.height), "the whole display")

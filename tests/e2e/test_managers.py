@@ -1,0 +1,63 @@
+"""A short tour under window managers that differ from that of the other tests."""
+
+import controls
+from desktop import wait_until
+from harness import Case, Screen
+
+
+class Tour(Case):
+    store = ("--slots", "220", "--products", "40", "--free", "150,210")
+
+    @staticmethod
+    def is_minimised(screen):
+        return "_NET_WM_STATE_HIDDEN" in screen.desktop.run(
+            "xprop", "-id", str(screen.window), "_NET_WM_STATE")
+
+    def tour(self, *manager):
+        desktop = self.another_desktop(manager=manager)
+        screen = self.levelled(desktop=desktop)
+
+        def stands_full():
+            left, top, width, height = desktop.origin(screen.window)
+            return (left, width, top + height) == (0, desktop.width, desktop.height)
+
+        wait_until(stands_full, "the editor to fill the desktop")
+        desktop.double_click_title(screen.window)  # it has no size of its own to go back to
+        wait_until(lambda: desktop.origin(screen.window)[2] == desktop.width, "the full width")
+        desktop.hand("windowminimize", screen.window)
+        wait_until(lambda: self.is_minimised(screen), "the editor to be minimised")
+        desktop.hand("windowactivate", screen.window)
+        wait_until(lambda: not self.is_minimised(screen) and stands_full(),
+                   "the editor to fill the desktop again")
+        screen.alone()
+
+        name, product = screen.items()[0]
+        screen.drag(0, 62)
+        screen.wait_captions({62: name})
+        before = len(desktop.created)
+        screen.begin_save()
+        notice = desktop.created_by(screen.window, before)[0]
+        told = ""
+        while desktop.is_there(notice):
+            told += desktop.run("xprop", "-id", str(notice), "_NET_WM_STATE", check=False)
+        self.assertIn("_NET_WM_STATE_SKIP_TASKBAR", told)
+        screen.alone()
+        self.assertIn(f"\r\n62,{product},{name},".encode(), self.shop.layout(1))
+
+        screen.double_click(12)
+        sheet = Screen(screen.program, controls.SHEET_TITLE, controls.SHEET)
+        desktop.hand("windowminimize", sheet.window)
+        wait_until(lambda: not self.is_minimised(sheet), "the sheet to show itself again")
+        sheet.await_keyboard()
+        sheet.type("Quick tea")
+        sheet.click("cmdSave")
+        screen.alone()
+        screen.wait_captions({12: "Quick tea", 62: name})
+        screen.click("cmdClose")
+        self.assertEqual(screen.program.status(), 0)
+
+    def test_xfwm4(self):
+        self.tour("xfwm4", "--compositor=off")
+
+    def test_mutter(self):
+        self.tour("mutter", "--x11", "--sm-disable")

@@ -41,6 +41,28 @@ class Bus:
         except GLib.Error as error:
             raise Gone(f"{owner} {path} {method}: {error.message}") from None
 
+    def hear_focus(self):
+        """Begins to listen; returns a function that gives the nodes told to have the focus since."""
+        self.call(PREFIX + "Registry", "/org/a11y/atspi/registry", PREFIX + "Registry",
+                  "RegisterEvent",
+                  GLib.Variant("(sass)", ("object:state-changed:focused", [], "")))
+        told = []
+
+        def hear(_connection, sender, path, _interface, _signal, arguments):
+            what, now = arguments.unpack()[:2]
+            if what == "focused" and now:
+                told.append(Node(self, sender, path))
+
+        self.connection.signal_subscribe(None, PREFIX + "Event.Object", "StateChanged", None, None,
+                                         Gio.DBusSignalFlags.NONE, hear)
+
+        def heard():
+            while GLib.MainContext.default().iteration(False):
+                pass
+            return told
+
+        return heard
+
     def program(self, pid):
         """The root node of the program with this process id; None while it isn't there."""
         told = self.call(PREFIX + "Registry", ROOT, PREFIX + "Accessible", "GetChildren")[0]

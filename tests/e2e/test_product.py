@@ -4,7 +4,7 @@ from concurrent.futures import ThreadPoolExecutor
 
 import controls
 from desktop import Desktop, wait_until
-from harness import Case, Screen
+from harness import Case, Screen, alive
 from shop import BUTTON_FACE, layout
 
 FREE = (150, 210)
@@ -96,6 +96,16 @@ class Tour(ProductCase):
         wait_until(lambda: len(sheet.windows()) == 3, "the departments")
         sheet.keys("Home", *["Down"] * index, "Return")
         wait_until(lambda: len(sheet.windows()) == 2, "the departments to close")
+
+    def test_after_the_list_readers_are_told_that_its_cell_has_the_focus(self):
+        names = sorted(row["description"] for row in self.shop.rows("tblDepartment"))
+        sheet = self.sheet(self.levelled(), 12)
+        sheet.click("Grid1", *self.value(sheet, 3))
+        focused = sheet.desktop.reader.hear_focus()
+        self.pick_department(sheet, 1)
+        cell = f"Department Link: {names[1]}"
+        wait_until(lambda: focused() and alive(lambda: focused()[-1].name) == cell,
+                   "readers to be told that the cell has the focus")
 
     def test_the_sheet_is_filled_by_the_keyboard_alone(self):
         editor = self.levelled()

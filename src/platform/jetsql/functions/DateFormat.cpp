@@ -47,7 +47,7 @@ class DateWriter {
   }
 
   std::u16string write() {
-    while (place_ < pattern_.size()) writeOne();
+    while (position_ < pattern_.size()) writeOne();
     return std::move(text_);
   }
 
@@ -60,28 +60,28 @@ class DateWriter {
   }
 
   void writeOne() {
-    const char16_t c = pattern_[place_];
-    if (findHalf(place_) == place_) {
+    const char16_t c = pattern_[position_];
+    if (findHalf(position_) == position_) {
       text_ += time_.hour < 12 ? u"AM" : u"PM";
-      place_ += 5;
-    } else if (c == u'\\' && place_ + 1 < pattern_.size()) {
-      text_ += pattern_[place_ + 1];
-      place_ += 2;
+      position_ += 5;
+    } else if (c == u'\\' && position_ + 1 < pattern_.size()) {
+      text_ += pattern_[position_ + 1];
+      position_ += 2;
     } else if (c == u'"') {
-      const std::size_t close = std::min(pattern_.find(u'"', place_ + 1), pattern_.size());
-      text_ += pattern_.substr(place_ + 1, close - place_ - 1);
-      place_ = close + 1;
+      const std::size_t close = std::min(pattern_.find(u'"', position_ + 1), pattern_.size());
+      text_ += pattern_.substr(position_ + 1, close - position_ - 1);
+      position_ = close + 1;
     } else if (isDateLetter(runtime::lowerCase(c))) {
       std::size_t count = 0;
-      while (place_ < pattern_.size() &&
-             runtime::lowerCase(pattern_[place_]) == runtime::lowerCase(c)) {
-        ++place_;
+      while (position_ < pattern_.size() &&
+             runtime::lowerCase(pattern_[position_]) == runtime::lowerCase(c)) {
+        ++position_;
         ++count;
       }
       writePart(runtime::lowerCase(c), count);
     } else {
       text_ += c;
-      ++place_;
+      ++position_;
     }
   }
 
@@ -137,7 +137,7 @@ class DateWriter {
   CivilTime time_;
   bool twelve_ = false;
   bool afterHour_ = false;
-  std::size_t place_ = 0;
+  std::size_t position_ = 0;
   std::u16string text_;
 };
 

@@ -33,7 +33,7 @@ std::u16string wide(std::string_view digits) {
   return {digits.begin(), digits.end()};
 }
 
-/// One piece of a section: a digit's place or a literal.
+/// One piece of a section: a digit or a literal.
 struct Piece {
   enum class Kind : std::uint8_t { Digit, Point, Exponent, Literal } kind;
   char16_t character = 0;  ///< `0` or `#` of a digit, the sign of an exponent
@@ -44,8 +44,8 @@ struct Piece {
 struct Section {
   std::vector<Piece> pieces;
   int whole = 0;     ///< least digits before the point
-  int decimals = 0;  ///< most digits behind the point
-  int fewest = 0;    ///< least digits behind the point
+  int decimals = 0;  ///< most digits after the point
+  int fewest = 0;    ///< least digits after the point
   int exponent = 0;  ///< least digits of the exponent
   bool hasExponent = false;
   bool hasDigits = false;
@@ -76,7 +76,7 @@ class SectionReader {
   explicit SectionReader(std::u16string_view text) : text_(text) {}
 
   Section read() {
-    for (; place_ < text_.size(); ++place_) readOne(text_[place_]);
+    for (; position_ < text_.size(); ++position_) readOne(text_[position_]);
     // A comma right before the point, or at the end, divides by a thousand.
     section_.scale -= 3 * pendingCommas_;
     return std::move(section_);
@@ -85,19 +85,19 @@ class SectionReader {
  private:
   void readOne(char16_t c) {
     if (c == u'0' || c == u'#') return readDigit(c);
-    if (c == u',' && section_.hasDigits && !behindPoint_) {
+    if (c == u',' && section_.hasDigits && !afterPoint_) {
       ++pendingCommas_;
       return;
     }
-    if (c == u'.' && !behindPoint_) {
+    if (c == u'.' && !afterPoint_) {
       section_.scale -= 3 * pendingCommas_;
       pendingCommas_ = 0;
-      behindPoint_ = true;
+      afterPoint_ = true;
       section_.pieces.push_back({Piece::Kind::Point, c, {}});
       return;
     }
-    if ((c == u'E' || c == u'e') && section_.hasDigits && place_ + 1 < text_.size() &&
-        (text_[place_ + 1] == u'+' || text_[place_ + 1] == u'-')) {
+    if ((c == u'E' || c == u'e') && section_.hasDigits && position_ + 1 < text_.size() &&
+        (text_[position_ + 1] == u'+' || text_[position_ + 1] == u'-')) {
       return readExponent();
     }
     if (c == u'%') section_.scale += 2;
@@ -107,7 +107,7 @@ class SectionReader {
   void readDigit(char16_t c) {
     section_.hasDigits = true;
     section_.pieces.push_back({Piece::Kind::Digit, c, {}});
-    if (behindPoint_) {
+    if (afterPoint_) {
       section_.decimals = std::min(section_.decimals + 1, kMostDecimals);
       if (c == u'0') section_.fewest = section_.decimals;
       return;
@@ -119,34 +119,35 @@ class SectionReader {
 
   void readExponent() {
     section_.hasExponent = true;
-    section_.pieces.push_back({Piece::Kind::Exponent, text_[place_ + 1], {}});
-    for (place_ += 2; place_ < text_.size() && (text_[place_] == u'0' || text_[place_] == u'#');
-         ++place_) {
-      if (text_[place_] == u'0') ++section_.exponent;
+    section_.pieces.push_back({Piece::Kind::Exponent, text_[position_ + 1], {}});
+    for (position_ += 2;
+         position_ < text_.size() && (text_[position_] == u'0' || text_[position_] == u'#');
+         ++position_) {
+      if (text_[position_] == u'0') ++section_.exponent;
     }
-    --place_;
+    --position_;
   }
 
   void readLiteral(char16_t c) {
     std::u16string literal(1, c);
-    if (c == u'\\' && place_ + 1 < text_.size()) {
-      literal = text_.substr(++place_, 1);
+    if (c == u'\\' && position_ + 1 < text_.size()) {
+      literal = text_.substr(++position_, 1);
     } else if (c == u'"') {
-      const std::size_t close = std::min(text_.find(u'"', place_ + 1), text_.size());
-      literal = text_.substr(place_ + 1, close - place_ - 1);
-      place_ = close;
+      const std::size_t close = std::min(text_.find(u'"', position_ + 1), text_.size());
+      literal = text_.substr(position_ + 1, close - position_ - 1);
+      position_ = close;
     }
     section_.pieces.push_back({Piece::Kind::Literal, 0, std::move(literal)});
   }
 
   std::u16string_view text_;
-  std::size_t place_ = 0;
+  std::size_t position_ = 0;
   Section section_;
-  bool behindPoint_ = false;
+  bool afterPoint_ = false;
   int pendingCommas_ = 0;
 };
 
-/// Digits of a number that isn't negative, before and behind its point.
+/// Digits of a number that isn't negative, before and after its point.
 struct Digits {
   std::string whole;
   std::string decimals;
@@ -184,7 +185,7 @@ std::string withThousands(const std::string& digits) {
   return whole;
 }
 
-/// Writes the digits into their places; those before the first place that they don't fit go there.
+/// Writes the digits in place of the pattern's; those that are too many go before the first one.
 std::u16string written(const Section& section, Digits digits, int exponent) {
   while (static_cast<int>(digits.decimals.size()) > section.fewest && !digits.decimals.empty() &&
          digits.decimals.back() == '0') {
@@ -200,10 +201,10 @@ std::u16string written(const Section& section, Digits digits, int exponent) {
   const std::size_t count = digits.whole.size();
 
   std::u16string text;
-  std::size_t place = 0;    // digit places passed before the point
+  std::size_t place = 0;    // pattern digits passed before the point
   std::size_t used = 0;     // characters of `shown` written
   std::size_t decimal = 0;  // decimals written
-  bool behindPoint = false;
+  bool afterPoint = false;
   for (const Piece& piece : section.pieces) {
     switch (piece.kind) {
       case Piece::Kind::Literal:
@@ -211,7 +212,7 @@ std::u16string written(const Section& section, Digits digits, int exponent) {
         break;
       case Piece::Kind::Point:
         if (places == 0) text += wide(shown);
-        behindPoint = true;
+        afterPoint = true;
         text += u'.';
         break;
       case Piece::Kind::Exponent: {
@@ -224,14 +225,14 @@ std::u16string written(const Section& section, Digits digits, int exponent) {
         break;
       }
       case Piece::Kind::Digit:
-        if (behindPoint) {
+        if (afterPoint) {
           if (decimal < digits.decimals.size()) {
             text += static_cast<char16_t>(digits.decimals[decimal++]);
           }
           break;
         }
         ++place;
-        // The digits still to come after this place stay for the places behind it.
+        // As many digits stay as pattern digits follow this one.
         for (const std::size_t behind = places - place; count > behind && used < shown.size();) {
           const auto left = static_cast<std::size_t>(
               std::ranges::count_if(shown.substr(used), [](char c) { return c != ','; }));

@@ -6,7 +6,7 @@
 namespace jetsql {
 
 /// A number by a pattern of `Format`: digits `0` and `#`, a point, commas for thousands, `%`, an
-/// exponent (`E+`, `E-`), literals in quotes or behind a backslash, up to four sections between
+/// exponent (`E+`, `E-`), literals in quotes or after a backslash, up to four sections between
 /// semicolons (positive, negative, zero, null), or one of the named formats.
 std::u16string formatNumber(double number, std::u16string_view pattern);
 

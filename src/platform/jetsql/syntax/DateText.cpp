@@ -86,8 +86,8 @@ class DateParser {
   std::optional<double> parse() {
     const bool hasDay = !isMark(1, u":") && !isLetters(1);
     if (hasDay && !parseDay()) return std::nullopt;
-    if (place_ < words_.size() && !parseTime()) return std::nullopt;
-    if (place_ != words_.size() || words_.empty()) return std::nullopt;
+    if (position_ < words_.size() && !parseTime()) return std::nullopt;
+    if (position_ != words_.size() || words_.empty()) return std::nullopt;
     return daysFromCivil(time_);
   }
 
@@ -111,7 +111,7 @@ class DateParser {
     const bool slashed =
         (isMark(1, u"/") && isMark(3, u"/")) || (isMark(1, u"-") && isMark(3, u"-"));
     if (first == nullptr || second == nullptr || third == nullptr || !slashed) return false;
-    place_ = 5;
+    position_ = 5;
     if (first->text.size() > 2) return setDay(first->number, second->number, third->number);
     const int year = fullYear(third->number, third->text.size());
     // The month comes first unless it can't be one.
@@ -131,29 +131,29 @@ class DateParser {
   }
 
   bool parseTime() {
-    const Word* hour = number(place_);
+    const Word* hour = number(position_);
     if (hour == nullptr) return false;
     time_.hour = hour->number;
-    ++place_;
+    ++position_;
     const bool hasMinute = part(time_.minute);
     if (hasMinute) part(time_.second);
-    if (!isLetters(place_)) return hasMinute && time_.hour < 24;
-    const std::u16string& half = words_[place_++].text;
+    if (!isLetters(position_)) return hasMinute && time_.hour < 24;
+    const std::u16string& half = words_[position_++].text;
     if ((half != u"am" && half != u"pm") || time_.hour < 1 || time_.hour > 12) return false;
     time_.hour = time_.hour % 12 + (half == u"pm" ? 12 : 0);
     return true;
   }
 
   bool part(int& value) {
-    const Word* digits = number(place_ + 1);
-    if (!isMark(place_, u":") || digits == nullptr || digits->number > 59) return false;
+    const Word* digits = number(position_ + 1);
+    if (!isMark(position_, u":") || digits == nullptr || digits->number > 59) return false;
     value = digits->number;
-    place_ += 2;
+    position_ += 2;
     return true;
   }
 
   std::vector<Word> words_;
-  std::size_t place_ = 0;
+  std::size_t position_ = 0;
   CivilTime time_;
 };
 

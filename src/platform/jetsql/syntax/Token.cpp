@@ -41,14 +41,14 @@ class Lexer {
   std::vector<Token> run() {
     std::vector<Token> tokens;
     for (;;) {
-      while (isBlank(at(place_))) ++place_;
+      while (isBlank(at(position_))) ++position_;
       Token token;
-      token.begin = place_;
-      if (place_ < text_.size()) read(token);
-      token.end = place_;
+      token.begin = position_;
+      if (position_ < text_.size()) read(token);
+      token.end = position_;
       tokens.push_back(token);
       if (token.kind == Token::Kind::End) return tokens;
-      if (token.isBroken()) place_ = text_.size();
+      if (token.isBroken()) position_ = text_.size();
     }
   }
 
@@ -57,12 +57,12 @@ class Lexer {
   char16_t at(std::size_t place) const { return place < text_.size() ? text_[place] : u'\0'; }
 
   void read(Token& token) {
-    const char16_t c = at(place_);
+    const char16_t c = at(position_);
     if (c == u'"' || c == u'\'') return readText(token, c);
     if (c == u'[') return readQuotedName(token, u']');
     if (c == u'`') return readQuotedName(token, u'`');
     if (c == u'#') return readDate(token);
-    if (isDigit(c) || (c == u'.' && isDigit(at(place_ + 1)))) return readNumber(token);
+    if (isDigit(c) || (c == u'.' && isDigit(at(position_ + 1)))) return readNumber(token);
     if (c == u'&' && readBasedNumber(token)) return;
     if (beginsName(c)) return readName(token);
     readSymbol(token);
@@ -70,65 +70,65 @@ class Lexer {
 
   void readText(Token& token, char16_t quote) {
     token.kind = Token::Kind::BrokenText;
-    for (++place_; place_ < text_.size(); ++place_) {
-      if (text_[place_] == quote) {
-        if (at(place_ + 1) != quote) {
+    for (++position_; position_ < text_.size(); ++position_) {
+      if (text_[position_] == quote) {
+        if (at(position_ + 1) != quote) {
           token.kind = Token::Kind::Text;
-          ++place_;
+          ++position_;
           return;
         }
-        ++place_;
+        ++position_;
       }
-      token.text += text_[place_];
+      token.text += text_[position_];
     }
   }
 
   void readQuotedName(Token& token, char16_t closing) {
-    const std::size_t close = text_.find(closing, place_ + 1);
+    const std::size_t close = text_.find(closing, position_ + 1);
     if (close == std::u16string_view::npos) {
       token.kind = Token::Kind::BrokenName;
-      token.text = text_.substr(place_);
-      place_ = text_.size();
+      token.text = text_.substr(position_);
+      position_ = text_.size();
       return;
     }
     token.kind = Token::Kind::QuotedName;
-    token.text = text_.substr(place_ + 1, close - place_ - 1);
-    place_ = close + 1;
+    token.text = text_.substr(position_ + 1, close - position_ - 1);
+    position_ = close + 1;
   }
 
   void readDate(Token& token) {
-    const std::size_t close = text_.find(u'#', place_ + 1);
+    const std::size_t close = text_.find(u'#', position_ + 1);
     token.kind = Token::Kind::BrokenDate;
     if (close == std::u16string_view::npos) {
-      place_ = text_.size();
+      position_ = text_.size();
       return;
     }
-    if (const auto days = parseDate(text_.substr(place_ + 1, close - place_ - 1))) {
+    if (const auto days = parseDate(text_.substr(position_ + 1, close - position_ - 1))) {
       token.kind = Token::Kind::Date;
       token.number = *days;
     }
-    place_ = close + 1;
+    position_ = close + 1;
   }
 
   void readNumber(Token& token) {
-    const std::size_t begin = place_;
+    const std::size_t begin = position_;
     token.kind = Token::Kind::Whole;
-    while (isDigit(at(place_))) ++place_;
-    if (at(place_) == u'.') {
+    while (isDigit(at(position_))) ++position_;
+    if (at(position_) == u'.') {
       token.kind = Token::Kind::Decimal;
-      ++place_;
-      while (isDigit(at(place_))) ++place_;
+      ++position_;
+      while (isDigit(at(position_))) ++position_;
     }
-    if (lower(at(place_)) == u'e') {
-      const bool hasSign = at(place_ + 1) == u'+' || at(place_ + 1) == u'-';
-      const std::size_t digits = place_ + (hasSign ? 2 : 1);
+    if (lower(at(position_)) == u'e') {
+      const bool hasSign = at(position_ + 1) == u'+' || at(position_ + 1) == u'-';
+      const std::size_t digits = position_ + (hasSign ? 2 : 1);
       if (isDigit(at(digits))) {
         token.kind = Token::Kind::Decimal;
-        for (place_ = digits; isDigit(at(place_));) ++place_;
+        for (position_ = digits; isDigit(at(position_));) ++position_;
       }
     }
     std::string narrow;
-    for (const char16_t c : text_.substr(begin, place_ - begin)) {
+    for (const char16_t c : text_.substr(begin, position_ - begin)) {
       narrow += static_cast<char>(c);
     }
     const auto read = std::from_chars(narrow.data(), narrow.data() + narrow.size(), token.number);
@@ -141,41 +141,41 @@ class Lexer {
 
   /// "&H1F" and "&O17"; false when the ampersand joins texts.
   bool readBasedNumber(Token& token) {
-    const char16_t letter = lower(at(place_ + 1));
+    const char16_t letter = lower(at(position_ + 1));
     const int base = letter == u'h' ? 16 : 8;
     if (letter != u'h' && letter != u'o') return false;
-    std::size_t end = place_ + 2;
+    std::size_t end = position_ + 2;
     double value = 0;
     while (const auto digit = digitValue(at(end), base)) {
       value = value * base + *digit;
       ++end;
     }
-    if (end == place_ + 2 || continuesName(at(end))) return false;
+    if (end == position_ + 2 || continuesName(at(end))) return false;
     // As wide as a long or narrower, the top bit being the sign.
     if (value > 4294967295.0) throw error::overflow();
-    if (base == 16 && end - place_ - 2 <= 4 && value > 32767) value -= 65536;
+    if (base == 16 && end - position_ - 2 <= 4 && value > 32767) value -= 65536;
     if (value > 2147483647.0) value -= 4294967296.0;
     token.kind = Token::Kind::Whole;
     token.number = value;
-    place_ = end;
+    position_ = end;
     return true;
   }
 
   void readName(Token& token) {
     token.kind = Token::Kind::Name;
-    while (continuesName(at(place_))) token.text += text_[place_++];
+    while (continuesName(at(position_))) token.text += text_[position_++];
   }
 
   void readSymbol(Token& token) {
     token.kind = Token::Kind::Symbol;
-    const std::u16string_view two = text_.substr(place_, 2);
+    const std::u16string_view two = text_.substr(position_, 2);
     const bool isPair = two == u"<>" || two == u"<=" || two == u">=";
-    token.text = isPair ? two : text_.substr(place_, 1);
-    place_ += token.text.size();
+    token.text = isPair ? two : text_.substr(position_, 1);
+    position_ += token.text.size();
   }
 
   std::u16string_view text_;
-  std::size_t place_ = 0;
+  std::size_t position_ = 0;
 };
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "platform/adodb/ObjectError.h"
 #include "platform/files/ProgramFolder.h"
 #include "platform/jetsql/sqlite/Session.h"
+#include "platform/runtime/CodePage.h"
 
 namespace ADODB {
 
@@ -15,7 +16,9 @@ void Connection::Open(std::u16string_view connectionString, std::u16string_view 
   if (session_) throw error::objectOpen();
   const ConnectionString wanted(connectionString);
   if (wanted.provider != u"Microsoft.Jet.OLEDB.4.0") throw error::noSuchProvider();
-  session_ = std::make_shared<jetsql::Session>(files::resolve(wanted.dataSource), wanted.dataSource,
+  const std::filesystem::path file = files::resolve(wanted.dataSource);
+  // The engine's words name the file as it can be pasted into a tool of this system.
+  session_ = std::make_shared<jetsql::Session>(file, runtime::fromUtf8(file.native()),
                                                wanted.databasePassword);
 }
 

@@ -7,6 +7,7 @@
 
 #include "makestore/ShopStore.h"
 #include "platform/jet/StoreFiles.h"
+#include "platform/jet/format/RowContent.h"
 #include "platform/runtime/RunTimeError.h"
 
 namespace {
@@ -22,6 +23,18 @@ std::string contentOf(const fs::path& file) {
 std::vector<std::string> linesIn(const fs::path& file, std::u16string_view table) {
   jet::Database database(file, u"the file", kStorePassword);
   return linesOf(tableNamed(database, table));
+}
+
+TEST(DamageWords, TellWhereItIsAndWhichBytesDoNotFit) {
+  const jet::Bytes row{7};
+  try {
+    jet::RowContent(jet::Version::Jet4, row, true, {u"S:\\M.mdb", u"tblStock", 40});
+    FAIL() << "a row of one byte was taken";
+  } catch (const runtime::RunTimeError& error) {
+    EXPECT_EQ(narrow(error.text()),
+              "The database 'S:\\M.mdb' is damaged (table 'tblStock', page 40): a row is too short "
+              "(2 bytes at offset 0 of 1).");
+  }
 }
 
 /// Reads all that a damaged file gives. The only way out is an error that says which file.

@@ -32,7 +32,8 @@ void walkPieces(const TableSource& source, const LongValueHead& head, const Plac
     use(at, bytes.subspan(link, count));
     left -= count;
     if (left > 0 && !chain)
-      raiseDamaged(source.place(at.page), u"a long value is shorter than its row says");
+      raiseDamaged(source.place(at.page), u"a long value is shorter than its row says",
+                   {0, count + left, bytes.size()});
     if (chain) at = RowPointer::unpack(u32At(bytes, 0));
   }
 }
@@ -45,7 +46,9 @@ Bytes readLongValue(const TableSource& source, ByteView stored, const Place& pla
   if (head.form == LongValueHead::Form::Inline)
     return {head.inlineBytes.begin(), head.inlineBytes.end()};
   const std::size_t fileSize = source.pager.pageCount() * source.pager.layout().pageSize;
-  if (head.length > fileSize) raiseDamaged(place, u"a long value claims more than the file holds");
+  if (head.length > fileSize)
+    raiseDamaged(place, u"a long value claims more than the file holds",
+                 {0, head.length, fileSize});
   Bytes value;
   value.reserve(head.length);
   walkPieces(source, head, place, [&](RowPointer, ByteView bytes) { appendBytes(value, bytes); });

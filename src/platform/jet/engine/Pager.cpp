@@ -87,16 +87,20 @@ std::size_t Pager::freeFrame() {
 
 Pager::Frame& Pager::frameWith(std::uint32_t number, const Place& from) {
   if (!locked_) lock();
-  if (number == 0 || number >= pageCount_) raiseDamaged(from, u"it names a page outside the file");
+  const std::uint64_t offset = std::uint64_t{number} * layout_->pageSize;
+  const auto raiseOutside = [&] {
+    raiseDamaged(from, u"it names a page outside the file",
+                 {offset, layout_->pageSize, std::size_t{pageCount_} * layout_->pageSize});
+  };
+  if (number == 0 || number >= pageCount_) raiseOutside();
   if (const std::size_t at = frameOf_[number]; at != 0) {
     frames_[at - 1].recentlyUsed = true;
     return frames_[at - 1];
   }
   auto page = std::make_shared<Bytes>(layout_->pageSize);
-  const std::size_t count = withEngineWords(FileWork::Reading, shownPath_, [&] {
-    return file_->readAt(std::uint64_t{number} * layout_->pageSize, *page);
-  });
-  if (count < page->size()) raiseDamaged(from, u"it names a page outside the file");
+  const std::size_t count =
+      withEngineWords(FileWork::Reading, shownPath_, [&] { return file_->readAt(offset, *page); });
+  if (count < page->size()) raiseOutside();
   cipherPage(header_.encodingKey, number, *page);
   const std::size_t frame = freeFrame();
   frames_[frame] = {.number = number, .recentlyUsed = false, .page = std::move(page), .index = {}};

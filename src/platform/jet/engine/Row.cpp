@@ -99,8 +99,7 @@ bool Row::integer(int column, std::int32_t& out) const {
   }
   const std::optional<ByteView> bytes = stored(column);
   if (!bytes) return false;
-  if (bytes->size() < typeSize(definition.type).value_or(0))
-    raiseDamaged(place(), u"a value is shorter than its column's type");
+  requireSize(definition.type, *bytes, place());
   if (definition.type == ColumnType::Byte)
     out = (*bytes)[0];
   else if (definition.type == ColumnType::Integer)

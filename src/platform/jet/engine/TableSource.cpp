@@ -11,6 +11,7 @@ namespace {
 constexpr std::size_t kMostDefinitionPages = 256;
 /// A pointer leads to the body at once; a few more steps are followed.
 constexpr int kMostPointerSteps = 16;
+constexpr std::size_t kPointerSize = 4;
 
 }  // namespace
 
@@ -59,8 +60,10 @@ bool findRow(const TableSource& source, RowId id, const Pager::Page& home, Found
   found = {.page = home, .bodyPage = id.page, .bodySlot = id.slot, .bytes = page.bytes(slot)};
   for (int steps = 0; slot.pointer; ++steps) {
     const Place from = source.place(found.bodyPage);
-    if (steps == kMostPointerSteps || found.bytes.size() < 4)
-      raiseDamaged(from, u"a row that moved can't be followed");
+    if (steps == kMostPointerSteps) raiseDamaged(from, u"a row that moved can't be followed");
+    if (found.bytes.size() < kPointerSize)
+      raiseDamaged(from, u"the pointer of a row that moved is too short",
+                   {0, kPointerSize, found.bytes.size()});
     const RowPointer body = RowPointer::unpack(u32At(found.bytes, 0));
     found.page = readDataPage(source, body.page, from);
     found.bodyPage = body.page;

@@ -7,7 +7,7 @@
 namespace jet {
 namespace {
 
-std::u16string decimal(std::uint32_t number) {
+std::u16string decimal(std::size_t number) {
   const std::string digits = std::to_string(number);
   return {digits.begin(), digits.end()};
 }
@@ -24,6 +24,13 @@ void raiseDamaged(const Place& place, std::u16string_view how) {
   std::u16string text = u"The database '";
   text.append(place.file).append(u"' is damaged (").append(whereabouts(place)).append(u"): ");
   throw error::general(text.append(how).append(u"."));
+}
+
+void raiseDamaged(const Place& place, std::u16string_view how, const Misfit& misfit) {
+  std::u16string text(how);
+  text.append(u" (").append(decimal(misfit.size)).append(u" bytes at offset ");
+  text.append(decimal(misfit.offset)).append(u" of ").append(decimal(misfit.available));
+  raiseDamaged(place, text.append(u")"));
 }
 
 void raiseUnsupported(const Place& place, std::u16string_view why) {

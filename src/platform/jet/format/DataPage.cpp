@@ -1,5 +1,7 @@
 #include "platform/jet/format/DataPage.h"
 
+#include <algorithm>
+
 namespace jet {
 namespace {
 
@@ -14,7 +16,8 @@ DataPage::DataPage(const Layout& layout, ByteView page, const Place& place)
   if (page[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data))
     raiseDamaged(place, u"it is no data page");
   if (layout.dataSlots + 2 * slotCount_ > layout.pageSize)
-    raiseDamaged(place, u"it claims more rows than it can hold");
+    raiseDamaged(place, u"it claims more rows than it can hold",
+                 {layout.dataSlots, 2 * slotCount_, layout.pageSize});
 }
 
 std::size_t DataPage::offsetOf(std::size_t number) const {
@@ -22,12 +25,15 @@ std::size_t DataPage::offsetOf(std::size_t number) const {
 }
 
 Slot DataPage::slot(std::size_t number) const {
-  if (number >= slotCount_) raiseDamaged(place_, u"a row is looked for that it doesn't have");
+  if (number >= slotCount_)
+    raiseDamaged(place_, u"a row is looked for that it doesn't have",
+                 {layout_->dataSlots + 2 * number, 2, layout_->dataSlots + 2 * slotCount_});
   const std::size_t raw = u16At(page_, layout_->dataSlots + 2 * number);
   const std::size_t offset = raw & kSlotOffset;
   const std::size_t end = number == 0 ? layout_->pageSize : offsetOf(number - 1);
   if (offset > end || end > layout_->pageSize || offset < layout_->dataSlots + 2 * slotCount_)
-    raiseDamaged(place_, u"a row lies outside its place");
+    raiseDamaged(place_, u"a row lies outside its bounds",
+                 {offset, end - std::min(offset, end), std::min(end, layout_->pageSize)});
   return {.offset = offset,
           .length = end - offset,
           .pointer = (raw & static_cast<std::size_t>(SlotMark::Pointer)) != 0,

@@ -44,18 +44,19 @@ class Pieces {
  public:
   Pieces(ByteView bytes, const Place& place) : bytes_(bytes), place_(&place) {}
 
-  bool isEmpty() const { return bytes_.empty(); }
+  bool isEmpty() const { return at_ == bytes_.size(); }
   ByteView take(std::size_t size) {
-    if (size > bytes_.size()) raiseDamaged(*place_, u"a property list is cut short");
-    const ByteView piece = bytes_.first(size);
-    bytes_ = bytes_.subspan(size);
-    return piece;
+    if (size > bytes_.size() - at_)
+      raiseDamaged(*place_, u"a property list is cut short", {at_, size, bytes_.size()});
+    at_ += size;
+    return bytes_.subspan(at_ - size, size);
   }
   std::size_t takeU16() { return u16At(take(2), 0); }
 
  private:
   ByteView bytes_;
   const Place* place_;
+  std::size_t at_ = 0;
 };
 
 std::vector<std::u16string> decodeNames(Version version, Pieces body) {
@@ -72,11 +73,12 @@ PropertyBlock decodeBlock(Version version, std::uint16_t type, ByteView bytes,
   const std::size_t head = u32At(body.take(4), 0);
   const std::size_t nameSize = body.takeU16();
   block.name = nameOf(version, body.take(nameSize));
-  if (head < kBlockHead + nameSize) raiseDamaged(place, u"a property list has a wrong head");
+  if (head < kBlockHead + nameSize)
+    raiseDamaged(place, u"a property list has a wrong head", {0, kBlockHead + nameSize, head});
   body.take(head - kBlockHead - nameSize);
   while (!body.isEmpty()) {
     const std::size_t size = body.takeU16();
-    if (size < kValueHead) raiseDamaged(place, u"a property is too short");
+    if (size < kValueHead) raiseDamaged(place, u"a property is too short", {0, kValueHead, size});
     Pieces value(body.take(size - 2), place);
     Property property;
     property.definition = value.take(1)[0] != 0;
@@ -124,7 +126,8 @@ std::vector<PropertyBlock> decodeProperties(Version version, ByteView blob, cons
   while (!pieces.isEmpty()) {
     const std::size_t size = u32At(pieces.take(4), 0);
     const auto type = static_cast<std::uint16_t>(pieces.takeU16());
-    if (size < kBlockHead) raiseDamaged(place, u"a property list has a wrong length");
+    if (size < kBlockHead)
+      raiseDamaged(place, u"a property list has a wrong length", {0, kBlockHead, size});
     const ByteView body = pieces.take(size - kBlockHead);
     if (type == kNameList)
       names = decodeNames(version, Pieces(body, place));

@@ -122,10 +122,15 @@ std::optional<std::size_t> typeSize(ColumnType type) {
   return std::nullopt;
 }
 
+void requireSize(ColumnType type, ByteView stored, const Place& place) {
+  const std::size_t size = typeSize(type).value_or(0);
+  if (stored.size() < size)
+    raiseDamaged(place, u"a value is shorter than its column's type", {0, size, stored.size()});
+}
+
 Variant decodeValue(Version version, const ColumnDefinition& column, ByteView stored,
                     const Place& place) {
-  if (stored.size() < typeSize(column.type).value_or(0))
-    raiseDamaged(place, u"a value is shorter than its column's type");
+  requireSize(column.type, stored, place);
   switch (column.type) {
     case ColumnType::Byte:
       return stored[0];

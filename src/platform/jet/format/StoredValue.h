@@ -13,6 +13,9 @@ namespace jet {
 /// whose length is the column's.
 std::optional<std::size_t> typeSize(ColumnType type);
 
+/// Raises damage where the bytes are too few for a value of the type.
+void requireSize(ColumnType type, ByteView stored, const Place& place);
+
 /// A stored value of any type but Boolean (which lives in the null mask) as the column's kind of
 /// value: see `Row::value`. For memo and OLE the bytes are those of the long value itself. Raises
 /// damage where the bytes are too few for the type.

@@ -148,14 +148,16 @@ class Content {
   Content(ByteView bytes, const Place& place) : bytes_(bytes), place_(place) {}
 
   ByteView take(std::size_t size) {
-    if (size > bytes_.size() - at_) raiseDamaged(place_, u"the table's definition is cut short");
+    if (size > bytes_.size() - at_)
+      raiseDamaged(place_, u"the table's definition is cut short", {at_, size, bytes_.size()});
     at_ += size;
     return bytes_.subspan(at_ - size, size);
   }
   /// Raises damage unless `count` entries of that size are still to come.
   void expect(std::size_t count, std::size_t size) const {
     if (count > (bytes_.size() - at_) / size)
-      raiseDamaged(place_, u"the table's definition claims more than it holds");
+      raiseDamaged(place_, u"the table's definition claims more than it holds",
+                   {at_, count * size, bytes_.size()});
   }
   bool has(std::size_t size) const { return size <= bytes_.size() - at_; }
   std::u16string takeName(Version version) {

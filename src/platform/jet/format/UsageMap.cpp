@@ -13,7 +13,9 @@ void setBit(ByteSpan bits, std::size_t number, bool value) {
 }
 
 UsageMap UsageMap::decode(ByteView row, const Place& place) {
-  if (row.size() < kBitmap || row[kKind] > static_cast<std::uint8_t>(Kind::Reference))
+  if (row.size() < kBitmap)
+    raiseDamaged(place, u"a usage map is too short", {0, kBitmap, row.size()});
+  if (row[kKind] > static_cast<std::uint8_t>(Kind::Reference))
     raiseDamaged(place, u"a usage map is of no known kind");
   UsageMap map;
   map.kind = static_cast<Kind>(row[kKind]);

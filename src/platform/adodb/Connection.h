@@ -26,8 +26,9 @@ class Connection {
 
   /// Opens the password-protected file that the connection string names. Raises the provider's
   /// error for a missing file or folder, a wrong password, a file that is no database, and a file
-  /// that another program holds exclusively; 3705 when it is open already, 3706 for a provider that
-  /// isn't there. User id, password and options play no part: the file has none of its own users.
+  /// that another program holds exclusively; `objectOpen` when it is open already, `noSuchProvider`
+  /// for a provider that isn't there (see `ObjectError.h`). User id, password and options play no
+  /// part: the file has none of its own users.
   void Open(std::u16string_view connectionString, std::u16string_view userId,
             std::u16string_view password, int options);
   /// kStateOpen while open, else kStateClosed.
@@ -35,8 +36,8 @@ class Connection {
   /// Where recordsets opened from now on keep their records.
   void CursorLocation(int location);
   int CursorLocation() const { return cursorLocation_; }
-  /// Closes the file, and with it the recordsets that were opened on it. Raises error 3704 when it
-  /// isn't open.
+  /// Closes the file, and with it the recordsets that were opened on it. Raises `objectClosed` when
+  /// it isn't open.
   void Close();
 
  private:

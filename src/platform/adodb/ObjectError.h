@@ -4,7 +4,8 @@
 
 namespace ADODB::error {
 
-/// The session objects' own errors, each to be thrown.
+/// The session objects' own errors, each to be thrown: number and words. The provider's errors for
+/// what the engine refuses come from below.
 runtime::RunTimeError noCurrentRecord();
 runtime::RunTimeError noSuchItem();
 runtime::RunTimeError objectClosed();

@@ -14,10 +14,10 @@ class Recordset;
 /// One column of the current row, by name.
 class Field {
  public:
-  /// The column's value in the current row; null for a null. Raises 3021 with no current row.
+  /// The column's value in the current row; null for a null. Raises `noCurrentRecord`.
   runtime::Variant value() const;
-  /// Stages a new value for the current row. Raises 3021 with no current row, 3251 where the column
-  /// can't be updated.
+  /// Stages a new value for the current row. Raises `noCurrentRecord`, and `notUpdatable` where the
+  /// column can't be updated.
   void value(runtime::Variant staged);
 
  private:
@@ -28,7 +28,7 @@ class Field {
   int column_;
 };
 
-/// The rows of one SELECT, held on the client.
+/// The rows of one SELECT, held on the client. Errors named here are those of `ObjectError.h`.
 class Recordset {
  public:
   Recordset();
@@ -37,19 +37,19 @@ class Recordset {
   Recordset& operator=(const Recordset&) = delete;
 
   /// Runs one SELECT statement in the engine's dialect. Raises the provider's error with the
-  /// engine's words for whatever keeps the statement from running; 3705 when it is open already,
-  /// 3709 on a connection that is closed. Whatever the cursor type, the rows are held on the
-  /// client; with lock type 1 (read-only) none can be written.
+  /// engine's words for whatever keeps the statement from running; `objectOpen` when it is open
+  /// already, `connectionClosed` on a connection that is closed. Whatever the cursor type, the rows
+  /// are held on the client; with lock type 1 (read-only) none can be written.
   void Open(std::u16string_view source, Connection& connection, int cursorType, int lockType,
             int options);
-  /// Number of rows. Raises 3704 when closed, like all below.
+  /// Number of rows. Raises `objectClosed` when closed, like all below.
   std::int32_t RecordCount() const;
   /// True past the last row. (`EOF` is a macro of the C library.)
   bool Eof() const;
-  /// Goes to the next row, after writing what is staged for this one; raises 3021 when already past
-  /// the last one.
+  /// Goes to the next row, after writing what is staged for this one; raises `noCurrentRecord` when
+  /// already past the last one.
   void MoveNext();
-  /// The column of that name, letter case aside; 3265 when the result has none.
+  /// The column of that name, letter case aside; raises `noSuchItem` when the result has none.
   Field Fields(std::u16string_view name);
   /// Number of columns, and the name of each as the statement or the file spells it.
   int FieldCount() const;
@@ -58,17 +58,17 @@ class Recordset {
   /// Writes the staged values of the current row to the file; the row stays current and reads as
   /// written. Raises the engine's error when a value is refused, and writes nothing then.
   void Update();
-  /// Releases the result. Raises 3704 when it isn't open, 3219 when a value is staged and neither
-  /// written nor given up.
+  /// Releases the result. Raises `objectClosed` when it isn't open, `valueStaged` when a value is
+  /// staged and not written.
   void Close();
   int State() const;
 
  private:
   friend class Field;
   struct Rows;
-  /// The rows of the open result; raises 3704 when it is closed, or its connection is.
+  /// The rows of the open result; raises `objectClosed` when it is closed, or its connection is.
   Rows& open() const;
-  /// The same, with a current row; raises 3021 without one.
+  /// The same, with a current row; raises `noCurrentRecord` without one.
   Rows& current() const;
 
   std::unique_ptr<Rows> rows_;

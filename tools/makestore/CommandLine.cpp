@@ -44,7 +44,7 @@ IDS is a list of ids and ranges: 3,7,10-20. TEXT is UTF-8; \N alone stands for n
   --no-description-index the names have no index
   --required             names refuse null (give names to all slots)
   --rule COLUMN=TEXT     a validation rule: of table.column a criterion, of a table an expression;
-                         repeatable; with | and words behind it: what a refusal says
+                         repeatable; after a | what a refusal says
   --no-zero-length       texts refuse the empty text
   --uncompressed         texts take two bytes a character
   --packed-indexes       index leaves are packed as the engine of the POS packs them: 1,300 nulls

@@ -17,7 +17,7 @@
 namespace jet {
 
 /// The file as decoded pages, read when they are asked for, under the file's shared lock. A bounded
-/// number of them is kept, and none for longer than the lock.
+/// number of them is kept, and none for longer than the lock, of which this class is the one owner.
 class Pager {
  public:
   using Page = std::shared_ptr<const Bytes>;

@@ -16,6 +16,8 @@
 namespace jetsql {
 namespace {
 
+/// Longest rule that is taken, in 16-bit units.
+constexpr std::size_t kLongestRule = 2048;
 constexpr std::array<std::u16string_view, 5> kJoiningWords{u"AND", u"OR", u"XOR", u"EQV", u"IMP"};
 constexpr std::array<std::u16string_view, 6> kComparisons{u"=", u"<>", u"<", u"<=", u">", u">="};
 constexpr std::array<std::u16string_view, 5> kTestingWords{u"IN", u"LIKE", u"ALIKE", u"BETWEEN",
@@ -189,6 +191,7 @@ ParsedExpression filledIn(ParsedExpression expression, const jet::ValidationRule
 }  // namespace
 
 ParsedQuery brokenBy(const jet::ValidationRule& rule, const jet::NewRow& row) {
+  if (rule.expression.size() > kLongestRule) throw error::engine(u"It is too long.");
   const std::u16string full =
       rule.column.empty() ? rule.expression : Criterion(rule.expression, rule.column).completed();
   ParsedItem one;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/jet/engine/IndexWalk.h"
+#include "platform/jet/engine/RowReader.h"
 #include "platform/jet/format/EngineError.h"
 #include "platform/jet/format/LongValue.h"
 #include "platform/jet/format/TextKey.h"

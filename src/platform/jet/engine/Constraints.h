@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "platform/jet/engine/ColumnValue.h"
-#include "platform/jet/engine/ObjectCatalog.h"
 #include "platform/jet/engine/RowKey.h"
 #include "platform/jet/engine/TableSource.h"
+#include "platform/jet/format/PropertyBlob.h"
 
 namespace jet {
 
@@ -27,9 +27,5 @@ void checkValues(const TableSource& source, std::span<const PropertyBlock> prope
 /// a unique index.
 std::vector<KeyChange> keyChanges(const TableSource& source, const Row& before, const Row& after,
                                   std::span<const ColumnValue> values);
-
-/// Raises the engine's error where the change would break a relationship.
-void checkRelationships(ObjectCatalog& catalog, const TableSource& source, const Row& before,
-                        const Row& after, std::span<const KeyChange> changes);
 
 }  // namespace jet

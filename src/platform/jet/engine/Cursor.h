@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-
 #include "platform/jet/engine/Row.h"
 
 namespace jet {
@@ -15,24 +13,6 @@ class Cursor {
   virtual bool next() = 0;
   /// The row that the cursor stands on; valid until the next `next`.
   virtual const Row& row() const = 0;
-};
-
-/// Reads single rows of a table by their ids, one after the other. Rows that lie together are read
-/// fast: the last row's page stays open.
-class RowReader {
- public:
-  explicit RowReader(const TableSource& source) : source_(source) {}
-
-  /// Goes to the row of that id; false when there is none.
-  bool find(RowId id);
-  /// The row of the last successful `find`.
-  const Row& row() const { return row_; }
-
- private:
-  const TableSource& source_;
-  std::uint32_t pageNumber_ = 0;
-  Pager::Page page_;  ///< null where that page isn't one of the table's
-  Row row_;
 };
 
 }  // namespace jet

@@ -9,6 +9,7 @@
 #include "platform/jet/engine/IndexWalk.h"
 #include "platform/jet/engine/KeyRange.h"
 #include "platform/jet/engine/RowKey.h"
+#include "platform/jet/engine/RowReader.h"
 
 namespace jet {
 

@@ -1,7 +1,9 @@
+#include "platform/jet/engine/Relationships.h"
+
 #include <algorithm>
 
-#include "platform/jet/engine/Constraints.h"
 #include "platform/jet/engine/IndexWalk.h"
+#include "platform/jet/engine/RowReader.h"
 #include "platform/jet/format/EngineError.h"
 #include "platform/jet/format/IndexKey.h"
 

@@ -64,9 +64,8 @@ bool appendColumnKey(const TableSource& source, const Row& row, int column, bool
       return true;
     }
   } else if (const std::optional<ByteView> stored = row.stored(column)) {
+    requireSize(definition.type, *stored, source.place(row.id().page));
     const std::size_t size = typeSize(definition.type).value_or(stored->size());
-    if (stored->size() < size)
-      raiseDamaged(source.place(row.id().page), u"a value is shorter than its column's type");
     return appendStoredKey(version, definition, ascending, stored->first(size), key);
   }
   return appendKey(version, definition, ascending, row.value(column), key);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "platform/jet/engine/Relationships.h"
 #include "platform/jet/engine/RowBuilder.h"
 #include "platform/jet/engine/ValueConversion.h"
 #include "platform/jet/format/EngineError.h"

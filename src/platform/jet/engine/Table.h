@@ -10,6 +10,7 @@
 #include "platform/jet/engine/Cursor.h"
 #include "platform/jet/engine/IndexRange.h"
 #include "platform/jet/engine/Row.h"
+#include "platform/jet/engine/RowReader.h"
 #include "platform/jet/engine/TableIdentity.h"
 #include "platform/jet/format/ColumnType.h"
 #include "platform/jet/format/RowPointer.h"

@@ -80,10 +80,15 @@ IndexPageView::IndexPageView(const Layout& layout, ByteView page, const Place& p
       const std::size_t end =
           8 * (i - layout.indexMask) + static_cast<std::size_t>(std::countr_zero(bits));
       const std::size_t length = end - start + (start == 0 ? 0 : prefix_);
-      if (end > layout.indexCapacity()) raiseDamaged(place, u"an index entry ends behind the page");
-      if (length < tailSize(leaf_) + 1) raiseDamaged(place, u"an index entry is too short");
+      if (end > layout.indexCapacity())
+        raiseDamaged(place, u"an index entry ends after the page",
+                     {layout.indexData + start, end - start, layout.pageSize});
+      if (length < tailSize(leaf_) + 1)
+        raiseDamaged(place, u"an index entry is too short",
+                     {layout.indexData + start, tailSize(leaf_) + 1, layout.indexData + end});
       if (start == 0 && prefix_ > length)
-        raiseDamaged(place, u"an index page leaves out more than its entries have");
+        raiseDamaged(place, u"an index page leaves out more than its entries have",
+                     {layout.indexData, prefix_, layout.indexData + length});
       ends_.push_back(static_cast<std::uint16_t>(end));
       start = end;
     }

@@ -1,4 +1,4 @@
-#include "platform/jet/engine/Cursor.h"
+#include "platform/jet/engine/RowReader.h"
 
 #include "platform/jet/engine/TableSource.h"
 

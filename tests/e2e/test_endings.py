@@ -175,6 +175,14 @@ class NoDisplay(Case):
             self.assertRegex(done.stderr, "(?i)display")
 
 
+class NoFont(Case):
+    def test_it_says_so(self):
+        setup = self.shop.folder / "fonts.conf"
+        setup.write_text(f"<fontconfig><dir>{self.shop.posdata}</dir></fontconfig>")
+        program = self.start(environment={"FONTCONFIG_FILE": str(setup)})
+        wait_until(lambda: "There is no font" in program.errors(), "a word about fonts")
+
+
 class StandardError(Case):
     """The report shows, and the program ends, where nothing can be written to standard error."""
 

@@ -1,7 +1,7 @@
 #include "platform/forms/Application.h"
 
 #include <QApplication>
-#include <QFontDatabase>
+#include <QFontMetrics>
 #include <cstdio>
 #include <cstdlib>
 
@@ -49,10 +49,11 @@ struct Application::Toolkit {
     auto* look = new qt::Look;
     look->setParent(&application);
     QApplication::setStyle(look);
-    if (QFontDatabase::families().isEmpty())
-      std::fputs("There is no font with which the program could show its texts.\n", stderr);
     const Font usual;
     QApplication::setFont(qt::font(usual.face, usual.points, usual.weight));
+    // The toolkit lists families by general names even where no font is installed.
+    if (!QFontMetrics(QApplication::font()).inFont(u'a'))
+      std::fputs("There is no font with which the program could show its texts.\n", stderr);
     QApplication::setWindowIcon(qt::programIcon());
     qt::installReaders();
     new qt::HeldKeys(&application);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QApplication>
-#include <QMetaObject>
+#include <QTimer>
 #include <QWidget>
 #include <utility>
 
@@ -21,7 +21,11 @@ void actLater(QWidget& widget, Act act) {
   const auto unlessShutOut = [&widget, act = std::move(act)] {
     if (!isShutOut(widget)) act();
   };
-  QMetaObject::invokeMethod(&widget, unlessShutOut, Qt::QueuedConnection);
+  auto* const soon = new QTimer(&widget);
+  soon->setSingleShot(true);
+  QObject::connect(soon, &QTimer::timeout, soon, &QTimer::deleteLater);
+  QObject::connect(soon, &QTimer::timeout, &widget, unlessShutOut);
+  soon->start();
 }
 
 }  // namespace forms::qt

@@ -111,9 +111,9 @@ std::vector<jet::IndexPage> nodesOver(const std::vector<std::vector<Child>>& gro
     jet::IndexPage node;
     node.leaf = false;
     node.level = level;
-    node.tail = group.back().page;
+    node.tail = jet::PageNumber(group.back().page);
     for (std::size_t i = 0; i + 1 < group.size(); ++i)
-      node.entries.push_back({group[i].lastEntry, group[i].page});
+      node.entries.push_back({group[i].lastEntry, jet::PageNumber(group[i].page)});
     nodes.push_back(std::move(node));
   }
   return nodes;
@@ -125,9 +125,9 @@ void putLevel(PageSpace& space, std::uint32_t owner, std::vector<jet::IndexPage>
   const std::size_t first = numbers.size();
   for (std::size_t i = 0; i < level.size(); ++i) numbers.push_back(space.allocate());
   for (std::size_t i = 0; i < level.size(); ++i) {
-    level[i].owner = owner;
-    level[i].previous = i == 0 ? 0 : numbers[first + i - 1];
-    level[i].next = i + 1 == level.size() ? 0 : numbers[first + i + 1];
+    level[i].owner = jet::PageNumber(owner);
+    level[i].previous = jet::PageNumber(i == 0 ? 0 : numbers[first + i - 1]);
+    level[i].next = jet::PageNumber(i + 1 == level.size() ? 0 : numbers[first + i + 1]);
     std::optional<jet::Bytes> bytes = level[i].encode(space.layout());
     if (!bytes) throw std::length_error("an index entry is longer than its page");
     space.put(numbers[first + i], *std::move(bytes));

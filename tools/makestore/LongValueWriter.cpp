@@ -9,12 +9,13 @@ namespace makestore {
 jet::RowPointer LongValueWriter::addPiece(jet::ByteView piece) {
   if (!pages_.empty()) {
     jet::DataPageEditor editor(space_.layout(), space_.page(pages_.back()), {});
-    if (const auto slot = editor.add(piece, jet::SlotMark::Row)) return {pages_.back(), *slot};
+    if (const auto slot = editor.add(piece, jet::SlotMark::Row))
+      return {jet::PageNumber(pages_.back()), *slot};
   }
   pages_.push_back(space_.allocate());
   space_.put(pages_.back(), jet::DataPageEditor::newPage(space_.layout(), jet::kLongValueOwner));
   jet::DataPageEditor editor(space_.layout(), space_.page(pages_.back()), {});
-  return {pages_.back(), editor.add(piece, jet::SlotMark::Row).value()};
+  return {jet::PageNumber(pages_.back()), editor.add(piece, jet::SlotMark::Row).value()};
 }
 
 jet::Bytes LongValueWriter::write(jet::ByteView value) {

@@ -52,7 +52,7 @@ jet::RowPointer PageSpace::newMap() {
     put(mapPage_, jet::DataPageEditor::newPage(layout_, 0));
   }
   jet::DataPageEditor maps(layout_, page(mapPage_), {});
-  return {mapPage_, maps.add(row, jet::SlotMark::Row).value()};
+  return {jet::PageNumber(mapPage_), maps.add(row, jet::SlotMark::Row).value()};
 }
 
 void PageSpace::putMapRow(jet::RowPointer map, jet::ByteView row) {
@@ -78,17 +78,18 @@ void PageSpace::writeMap(jet::RowPointer map, const std::vector<std::uint32_t>& 
   if (pages.empty()) return;
   if (referenceMaps_ || !fitsWindow(pages)) return writeReferenceMap(map, pages);
   jet::UsageMap window = jet::UsageMap::empty(layout_);
-  if (!window.covers(pages.back())) window.firstPage = pages.front() / kWindowStep * kWindowStep;
-  for (const std::uint32_t number : pages) window.set(number, true);
+  if (!window.covers(jet::PageNumber(pages.back())))
+    window.firstPage = jet::PageNumber(pages.front() / kWindowStep * kWindowStep);
+  for (const std::uint32_t number : pages) window.set(jet::PageNumber(number), true);
   putMapRow(map, window.encode());
 }
 
 void PageSpace::writeReferenceMap(jet::RowPointer map, const std::vector<std::uint32_t>& pages) {
   jet::UsageMap references = emptyReferenceMap();
   for (const std::uint32_t number : pages) {
-    std::uint32_t& bitmap = references.bitmapPages.at(number / jet::pagesPerBitmap(layout_));
+    jet::PageNumber& bitmap = references.bitmapPages.at(number / jet::pagesPerBitmap(layout_));
     if (bitmap == 0) {
-      bitmap = allocate();
+      bitmap = jet::PageNumber(allocate());
       put(bitmap, jet::newBitmapPage(layout_));
     }
     jet::setBit(jet::ByteSpan(page(bitmap)).subspan(jet::UsageMap::kBitmapPageBits),
@@ -105,9 +106,10 @@ void PageSpace::writeGlobalMap() {
   if (referenceMaps_ || length > room) return writeGlobalReferenceMap();
   jet::UsageMap map;
   map.bits.assign(length - jet::UsageMap::kBitmap, 0xFF);
-  for (std::uint32_t number = 0; number < pages_.size(); ++number) map.set(number, false);
-  for (const std::uint32_t number : freePages_) map.set(number, true);
-  putMapRow({jet::kGlobalMapPage, 0}, map.encode());
+  for (std::uint32_t number = 0; number < pages_.size(); ++number)
+    map.set(jet::PageNumber(number), false);
+  for (const std::uint32_t number : freePages_) map.set(jet::PageNumber(number), true);
+  putMapRow({jet::kGlobalMapPage, jet::SlotNumber(0)}, map.encode());
 }
 
 void PageSpace::writeGlobalReferenceMap() {
@@ -117,7 +119,7 @@ void PageSpace::writeGlobalReferenceMap() {
   for (std::size_t range = 0; range * perBitmap < pages_.size(); ++range) {
     const std::uint32_t bitmap = allocate();
     put(bitmap, jet::newBitmapPage(layout_));
-    references.bitmapPages.at(range) = bitmap;
+    references.bitmapPages.at(range) = jet::PageNumber(bitmap);
   }
   for (std::size_t number = 0; number < references.bitmapPages.size() * perBitmap; ++number) {
     const std::uint32_t bitmap = references.bitmapPages[number / perBitmap];
@@ -127,7 +129,7 @@ void PageSpace::writeGlobalReferenceMap() {
     jet::setBit(jet::ByteSpan(page(bitmap)).subspan(jet::UsageMap::kBitmapPageBits),
                 number % perBitmap, free);
   }
-  putMapRow({jet::kGlobalMapPage, 0}, references.encode());
+  putMapRow({jet::kGlobalMapPage, jet::SlotNumber(0)}, references.encode());
 }
 
 }  // namespace makestore

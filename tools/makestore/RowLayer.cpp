@@ -115,9 +115,9 @@ void RowLayer::lay(std::size_t row) {
     openPage();
   }
   jet::DataPageEditor editor(space_.layout(), space_.page(pages_.back()), {});
-  const std::uint8_t slot =
+  const jet::SlotNumber slot =
       editor.add(bytes, moved ? jet::SlotMark::Pointer : jet::SlotMark::Row).value();
-  places_.push_back({pages_.back(), slot});
+  places_.push_back({jet::PageNumber(pages_.back()), slot});
   if (placement == Placement::Plain) rowsOfPage_.push_back(row);
   if (placement == Placement::Deleted) editor.markDeleted(slot);
 }
@@ -144,7 +144,8 @@ void RowLayer::layBody(std::size_t row) {
            .hasRoomFor(bytes.size()))
     openPage();
   jet::DataPageEditor last(space_.layout(), space_.page(pages_.back()), {});
-  const jet::RowPointer body{pages_.back(), last.add(bytes, jet::SlotMark::Body).value()};
+  const jet::RowPointer body{jet::PageNumber(pages_.back()),
+                             last.add(bytes, jet::SlotMark::Body).value()};
   jet::DataPageEditor home(space_.layout(), space_.page(places_[row].page), {});
   const jet::ByteView old = home.bytes(places_[row].slot);
   jet::Bytes pointer(old.begin(), old.end());

@@ -71,7 +71,7 @@ void writeIndex(PageSpace& space, std::uint32_t definitionPage, const Table& tab
     ordered.push_back(std::move(each.entry));
   }
   const IndexTree tree = buildIndex(space, definitionPage, ordered, index.packed);
-  kept.root = tree.root;
+  kept.root = jet::PageNumber(tree.root);
   space.writeMap(kept.map, tree.pages);
 }
 
@@ -88,10 +88,10 @@ std::uint32_t lastAutonumber(const Table& table) {
 
 void writeDefinition(PageSpace& space, std::uint32_t definitionPage,
                      const jet::TableDefinition& definition) {
-  std::vector<std::uint32_t> numbers{definitionPage};
+  std::vector<jet::PageNumber> numbers{jet::PageNumber(definitionPage)};
   const std::size_t needed =
       jet::TableDefinition::pagesNeeded(definition.version, definition.encode().size());
-  while (numbers.size() < needed) numbers.push_back(space.allocate());
+  while (numbers.size() < needed) numbers.emplace_back(space.allocate());
   std::vector<jet::Bytes> pages = definition.encodePages(numbers);
   for (std::size_t i = 0; i < numbers.size(); ++i) space.put(numbers[i], std::move(pages[i]));
 }

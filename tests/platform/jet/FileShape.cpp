@@ -11,7 +11,7 @@
 namespace jettest {
 namespace {
 
-void collect(const jet::TableSource& source, std::uint32_t number, FileShape::Index& index) {
+void collect(const jet::TableSource& source, jet::PageNumber number, FileShape::Index& index) {
   const auto page =
       jet::IndexPage::decode(source.pager.layout(), *source.pager.read(number, {}), {});
   index.levels.resize(std::max<std::size_t>(index.levels.size(), page.level + 1U));
@@ -71,7 +71,7 @@ FileShape shapeOf(const std::filesystem::path& file, std::u16string_view passwor
   const jet::DataPage rows(source.pager.layout(), *page, {});
   const jet::Slot slot = rows.slot(change.row.slot);
   if (slot.pointer) shape.body = jet::RowPointer::unpack(jet::u32At(rows.bytes(slot), 0));
-  shape.freePages = mapAt(source, {jet::kGlobalMapPage, 0});
+  shape.freePages = mapAt(source, {jet::kGlobalMapPage, jet::SlotNumber(0)});
   shape.maps.push_back(mapAt(source, source.definition.ownedPages));
   shape.maps.push_back(mapAt(source, source.definition.freePages));
   for (const jet::IndexDefinition& index : source.definition.indexes) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/jet/RandomUpdates.h"
+#include "platform/jet/format/Numbers.h"
 #include "platform/jet/format/RowPointer.h"
 
 namespace jettest {
@@ -17,7 +18,7 @@ namespace jettest {
 struct FileShape {
   struct Map {
     bool inReferences = false;
-    std::uint32_t firstPage = 0;
+    jet::PageNumber firstPage;
     std::size_t length = 0;
   };
   std::optional<jet::RowPointer> body;  ///< where the row's slot points

@@ -148,7 +148,7 @@ TEST_F(UpdateValues, ThatDoNotFitTheColumnAreRefused) {
 }
 
 /// Adds a foreign key of one index to another table's definition, which takes one page.
-void addForeignKey(std::vector<std::uint8_t>& bytes, std::uint32_t page, jet::LogicalIndex key) {
+void addForeignKey(std::vector<std::uint8_t>& bytes, jet::PageNumber page, jet::LogicalIndex key) {
   const std::size_t size = jet::kJet4Layout.pageSize;
   const auto at = bytes.begin() + static_cast<std::ptrdiff_t>(page * size);
   jet::TableDefinition definition = jet::TableDefinition::decode(
@@ -170,8 +170,8 @@ TEST_F(UpdateValues, ThatWouldBreakARelationshipAreRefused) {
   std::vector<std::uint8_t> bytes = store.build();
   const fs::path file = scratch_.folder() / "related.mdb";
   // Made tables begin on page 6, in the order of their making.
-  constexpr std::uint32_t kGroups = 6;
-  constexpr std::uint32_t kItems = 7;
+  constexpr jet::PageNumber kGroups(6);
+  constexpr jet::PageNumber kItems(7);
   addForeignKey(
       bytes, kGroups,
       {.name = u"ItemsOfGroup", .index = 0, .side = 1, .otherIndex = 2, .otherTable = kItems});
@@ -208,7 +208,7 @@ TEST_F(UpdateOfARow, ThatIsNoLongerAsItWasReadIsRefused) {
   };
   EXPECT_EQ(fill(row_, u"first"), 0);
   EXPECT_EQ(fill(row_, u"second"), kRowChanged);
-  EXPECT_EQ(fill({row_.page, 200}, u"third"), kRowChanged);
+  EXPECT_EQ(fill({row_.page, jet::SlotNumber(200)}, u"third"), kRowChanged);
   EXPECT_EQ(read(u"description"), "first");
 }
 

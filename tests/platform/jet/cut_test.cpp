@@ -313,7 +313,7 @@ TEST(CutUpdate, LosesNothingWhereUsageMapsGrow) {
   const auto pages = static_cast<std::uint32_t>(fs::file_size(file) / 4096);
   changePage(file, jet::kGlobalMapPage, [pages](jet::DataPageEditor& rows) {
     jet::UsageMap map = jet::UsageMap::decode(rows.bytes(0), {});
-    for (std::uint32_t page = 0; page < pages; ++page) map.set(page, false);
+    for (std::uint32_t page = 0; page < pages; ++page) map.set(jet::PageNumber(page), false);
     ASSERT_TRUE(rows.replace(0, map.encode(), jet::SlotMark::Row));
   });
   const auto cut = [&](const std::u16string& table, const std::set<std::string>& kinds) {

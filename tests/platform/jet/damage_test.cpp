@@ -28,7 +28,8 @@ std::vector<std::string> linesIn(const fs::path& file, std::u16string_view table
 TEST(DamageWords, TellWhereItIsAndWhichBytesDoNotFit) {
   const jet::Bytes row{7};
   try {
-    jet::RowContent(jet::Version::Jet4, row, true, {u"S:\\M.mdb", u"tblStock", 40});
+    jet::RowContent(jet::Version::Jet4, row, true,
+                    {u"S:\\M.mdb", u"tblStock", jet::PageNumber(40)});
     FAIL() << "a row of one byte was taken";
   } catch (const runtime::RunTimeError& error) {
     EXPECT_EQ(narrow(error.text()),

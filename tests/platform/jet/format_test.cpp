@@ -148,19 +148,20 @@ TEST(IndexPage, LeavesOutACommonFrontOnlyWhereThePageIsFull) {
   for (const Version version : kVersions) {
     const jet::Layout& layout = jet::layoutOf(version);
     jet::IndexPage leaf;
-    leaf.owner = 9;
+    leaf.owner = jet::PageNumber(9);
     Bytes key(20, 0x4A);
     std::optional<Bytes> page = leaf.encode(layout);
     for (std::uint8_t i = 0; page; ++i) {
       key.back() = i;
-      leaf.entries.push_back(jet::IndexEntry::of(key, {300, i}));
+      leaf.entries.push_back(jet::IndexEntry::of(key, {jet::PageNumber(300), jet::SlotNumber(i)}));
       const std::size_t whole = 24 * leaf.entries.size();
       page = leaf.encode(layout);
       if (!page) break;
       const jet::IndexPageView view(layout, *page, {});
       EXPECT_EQ(view.prefixLength(), whole <= layout.indexCapacity() ? 0U : 19U);
       EXPECT_EQ(view.lowerBound(leaf.entries.back().bytes), leaf.entries.size() - 1);
-      EXPECT_EQ(view.row(leaf.entries.size() - 1), (jet::RowPointer{300, i}));
+      EXPECT_EQ(view.row(leaf.entries.size() - 1),
+                (jet::RowPointer{jet::PageNumber(300), jet::SlotNumber(i)}));
       ASSERT_LT(i, 255);
       const std::size_t used = whole - view.prefixLength() * (leaf.entries.size() - 1);
       EXPECT_EQ(jet::u16At(*page, 2), layout.indexCapacity() - used);
@@ -176,7 +177,7 @@ TEST(IndexPage, OfFilesOfAllKindsComesBackFromItsEntries) {
   for (const StoreFile& file : filesOfAllKinds()) {
     jet::Pager pager(file.path, u"");
     for (std::uint32_t number = 1; number < pager.pageCount(); ++number) {
-      const jet::Pager::Page page = pager.read(number, {});
+      const jet::Pager::Page page = pager.read(jet::PageNumber(number), {});
       if ((*page)[0] != 3 && (*page)[0] != 4) continue;
       const jet::IndexPage open = jet::IndexPage::decode(pager.layout(), *page, {});
       const auto again = open.encode(pager.layout());
@@ -203,7 +204,7 @@ TEST(TableDefinition, OfFilesOfAllKindsComesBackFromItsParts) {
       if (object.kind != jet::ObjectKind::Table) continue;
       const jet::TableSource& source = database.table(object).source();
       const jet::Place place = source.place(source.definitionPage);
-      std::vector<std::uint32_t> chain;
+      std::vector<jet::PageNumber> chain;
       const Bytes original = jet::readDefinition(source.pager, place, chain);
       const Bytes content = source.definition.encode();
       // The file tells the length that is used.

@@ -113,7 +113,7 @@ TEST(AnIndexOnAColumnThatTheDefinitionLacks, RefusesChangesOfItsOtherColumns) {
 /// The most entries that a leaf of the index has.
 std::size_t fullestLeaf(const jet::TableSource& source, std::size_t index) {
   std::size_t most = 0;
-  std::uint32_t number = source.definition.indexes[index].root;
+  jet::PageNumber number = source.definition.indexes[index].root;
   for (bool leaf = false; number != 0;) {
     const auto page = source.pager.read(number, {});
     const jet::IndexPageView view(source.pager.layout(), *page, {});
@@ -183,7 +183,7 @@ TEST(DeepIndex, LinksOfNodesThatLeadAnywhereHarmNoLeaf) {
     const jet::TableSource& source = table.source();
     std::uint32_t leaf = 0;
     for (std::uint32_t number = 6; number < source.pager.pageCount(); ++number) {
-      const auto page = source.pager.read(number, {});
+      const auto page = source.pager.read(jet::PageNumber(number), {});
       if (jet::u32At(*page, 4) != source.definitionPage) continue;
       if ((*page)[0] == static_cast<std::uint8_t>(jet::PageType::IndexLeaf)) leaf = number;
       if ((*page)[0] == static_cast<std::uint8_t>(jet::PageType::IndexNode) && leaf != 0)

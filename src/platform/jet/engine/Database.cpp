@@ -21,7 +21,7 @@ struct Database::Session {
 
   Pager pager;
   ObjectCatalog catalog;
-  std::map<std::uint32_t, std::unique_ptr<Table>> tables;  ///< by definition page
+  std::map<PageNumber, std::unique_ptr<Table>> tables;  ///< by definition page
 };
 
 /// The exclusive lock, from the first page that an update reads to its end.
@@ -68,7 +68,7 @@ std::vector<CatalogObject> Database::objects() {
 }
 
 const Table& Database::table(const CatalogObject& object) {
-  const std::uint32_t page = object.definitionPage();
+  const PageNumber page = object.definitionPage();
   std::unique_ptr<Table>& table = session_->tables[page];
   if (!table) table = std::make_unique<Table>(session_->pager, object.name, page);
   return *table;

@@ -14,34 +14,34 @@ constexpr std::size_t kMostTries = 32;
 
 }  // namespace
 
-std::vector<std::uint32_t> FreeSpace::candidates() const {
-  std::vector<std::uint32_t> pages =
+std::vector<PageNumber> FreeSpace::candidates() const {
+  std::vector<PageNumber> pages =
       pagesWithRoom(changes_.pager(), owner_.free, source_.place(source_.definitionPage));
   std::ranges::reverse(pages);  // the newest are the emptiest
   pages.resize(std::min(pages.size(), kMostTries));
   return pages;
 }
 
-std::optional<RowPointer> FreeSpace::addTo(std::uint32_t number, ByteView row, SlotMark mark) {
+std::optional<RowPointer> FreeSpace::addTo(PageNumber number, ByteView row, SlotMark mark) {
   Bytes page = *changes_.read(number, source_.place(source_.definitionPage));
   if (page[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data) ||
       u32At(page, PageHead::kOwner) != owner_.owner)
     return std::nullopt;
   DataPageEditor rows(changes_.layout(), page, source_.place(number));
   if (!rows.hasRoomFor(row.size())) rows.squeeze();
-  const std::optional<std::uint8_t> slot = rows.add(row, mark);
+  const std::optional<SlotNumber> slot = rows.add(row, mark);
   if (!slot) return std::nullopt;
   changes_.stage(WriteStep::NewPages, number, std::move(page));
   touch(number);
   return RowPointer{number, *slot};
 }
 
-RowPointer FreeSpace::add(ByteView row, SlotMark mark, const std::vector<std::uint32_t>& excluded) {
-  for (const std::uint32_t page : candidates()) {
+RowPointer FreeSpace::add(ByteView row, SlotMark mark, const std::vector<PageNumber>& excluded) {
+  for (const PageNumber page : candidates()) {
     if (std::ranges::find(excluded, page) != excluded.end()) continue;
     if (const std::optional<RowPointer> at = addTo(page, row, mark)) return *at;
   }
-  const std::uint32_t page = maps_.pages().take();
+  const PageNumber page = maps_.pages().take();
   changes_.stage(WriteStep::NewPages, page,
                  DataPageEditor::newPage(changes_.layout(), owner_.owner));
   const std::optional<RowPointer> at = addTo(page, row, mark);
@@ -53,7 +53,7 @@ RowPointer FreeSpace::add(ByteView row, SlotMark mark, const std::vector<std::ui
 }
 
 void FreeSpace::noteTouched() {
-  for (const std::uint32_t number : touched_) {
+  for (const PageNumber number : touched_) {
     Bytes page = *changes_.read(number, source_.place(source_.definitionPage));
     const DataPageEditor rows(changes_.layout(), page, source_.place(number));
     maps_.hint(owner_.free, number, rows.freeBytes() + rows.deadBytes() >= kWorthTrying);

@@ -24,22 +24,22 @@ class FreeSpace {
       : changes_(changes), maps_(maps), source_(source), owner_(owner) {}
 
   /// Pages that may have room, the ones to be tried first in front.
-  std::vector<std::uint32_t> candidates() const;
+  std::vector<PageNumber> candidates() const;
   /// Adds a row on the first candidate with room that isn't excluded, else on a new page.
-  RowPointer add(ByteView row, SlotMark mark, const std::vector<std::uint32_t>& excluded = {});
+  RowPointer add(ByteView row, SlotMark mark, const std::vector<PageNumber>& excluded = {});
   /// Remembers a page of the owner that was changed.
-  void touch(std::uint32_t page) { touched_.insert(page); }
+  void touch(PageNumber page) { touched_.insert(page); }
   /// Stages in the map of pages with room what the changed pages have now. The last thing to do.
   void noteTouched();
 
  private:
-  std::optional<RowPointer> addTo(std::uint32_t page, ByteView row, SlotMark mark);
+  std::optional<RowPointer> addTo(PageNumber page, ByteView row, SlotMark mark);
 
   PageChanges& changes_;
   UsageMaps& maps_;
   const TableSource& source_;
   PageOwner owner_;
-  std::set<std::uint32_t> touched_;
+  std::set<PageNumber> touched_;
 };
 
 }  // namespace jet

@@ -20,14 +20,14 @@ IndexPath IndexEditor::pathTo(ByteView entry) {
   return path;
 }
 
-void IndexEditor::stage(WriteStep step, std::uint32_t number, const IndexPage& page) {
+void IndexEditor::stage(WriteStep step, PageNumber number, const IndexPage& page) {
   std::optional<Bytes> bytes = page.encode(changes_.layout());
   if (!bytes) raiseUnsupported(source_.place(number), u"an index page has no room for its entries");
   changes_.stage(step, number, std::move(*bytes));
 }
 
-std::uint32_t IndexEditor::takePage() {
-  const std::uint32_t page = maps_.pages().take();
+PageNumber IndexEditor::takePage() {
+  const PageNumber page = maps_.pages().take();
   maps_.add(source_.definition.indexes[index_].map, page, WriteStep::OwnerMaps);
   return page;
 }
@@ -35,8 +35,8 @@ std::uint32_t IndexEditor::takePage() {
 /// The page `number` with a link to another page; absent where it isn't to be changed. `of` is the
 /// page whose neighbours in the chain change. Links of nodes are only kept where somebody has
 /// linked them.
-std::optional<Bytes> IndexEditor::relinked(std::uint32_t number, Link link, std::uint32_t to,
-                                           std::uint32_t of) {
+std::optional<Bytes> IndexEditor::relinked(PageNumber number, Link link, PageNumber to,
+                                           PageNumber of) {
   if (number == 0 || number >= changes_.pageCount()) return std::nullopt;
   const Layout& layout = changes_.layout();
   const Pager::Page page = changes_.read(number, source_.place(of));
@@ -48,7 +48,7 @@ std::optional<Bytes> IndexEditor::relinked(std::uint32_t number, Link link, std:
     return std::nullopt;
   const std::size_t field = link == Link::Next ? layout.indexNext : layout.indexPrevious;
   const bool isLeaf = (*page)[PageHead::kType] == static_cast<std::uint8_t>(PageType::IndexLeaf);
-  const std::uint32_t old = u32At(*page, field);
+  const PageNumber old(u32At(*page, field));
   if (old == to || (!isLeaf && old != of)) return std::nullopt;
   Bytes changed = *page;
   putU32(changed, field, to);
@@ -57,7 +57,7 @@ std::optional<Bytes> IndexEditor::relinked(std::uint32_t number, Link link, std:
 
 /// The leaf before the path's may still be linked to one that an interrupted change has left.
 void IndexEditor::mendNext(const IndexPath& path, WriteStep step) {
-  const std::uint32_t before = path.leaf.previous;
+  const PageNumber before = path.leaf.previous;
   if (std::optional<Bytes> page = relinked(before, Link::Next, path.leafNumber, path.leafNumber))
     changes_.stage(step, before, std::move(*page));
 }
@@ -66,7 +66,7 @@ void IndexEditor::mendNext(const IndexPath& path, WriteStep step) {
 /// leaves beside.
 bool IndexEditor::isNewKey(const IndexPath& path, std::size_t at) {
   const IndexPage& leaf = path.leaf;
-  const auto sameBeside = [&](std::uint32_t number, bool last) {
+  const auto sameBeside = [&](PageNumber number, bool last) {
     if (number == 0) return false;
     const IndexPage beside = open(number, path.leafNumber);
     if (!beside.leaf || beside.entries.empty()) return false;
@@ -106,7 +106,7 @@ void IndexEditor::splitLeaf(IndexPath& path, std::size_t inserted) {
   const bool ascending = leaf.next == 0 && inserted + 1 == leaf.entries.size();
   SplitIndexPage halves =
       splitIndexPage(changes_.layout(), leaf, ascending, source_.place(path.leafNumber));
-  const std::uint32_t added = takePage();
+  const PageNumber added = takePage();
   halves.first.previous = leaf.previous;
   halves.first.next = path.leafNumber;
   halves.second.previous = added;
@@ -138,7 +138,7 @@ void IndexEditor::splitNode(IndexPath& path, std::size_t depth) {
   const IndexPath::Node& node = path.nodes[depth];
   SplitIndexPage halves =
       splitIndexPage(changes_.layout(), node.page, false, source_.place(node.number));
-  const std::uint32_t added = takePage();
+  const PageNumber added = takePage();
   halves.first.previous = node.page.previous;
   halves.first.next = node.number;
   halves.second.previous = added;
@@ -152,13 +152,13 @@ void IndexEditor::splitNode(IndexPath& path, std::size_t depth) {
 }
 
 /// The root keeps its number: its entries move to two new pages, and it becomes their parent.
-void IndexEditor::growRoot(std::uint32_t root, const IndexPage& page, std::size_t inserted) {
+void IndexEditor::growRoot(PageNumber root, const IndexPage& page, std::size_t inserted) {
   if (page.level >= kMostIndexLevels)
     raiseDamaged(source_.place(root), u"an index has too many levels");
   const bool ascending = page.leaf && inserted + 1 == page.entries.size();
   SplitIndexPage halves = splitIndexPage(changes_.layout(), page, ascending, source_.place(root));
-  const std::uint32_t first = takePage();
-  const std::uint32_t second = takePage();
+  const PageNumber first = takePage();
+  const PageNumber second = takePage();
   halves.first.next = second;
   halves.second.previous = first;
   stage(WriteStep::NewPages, first, halves.first);
@@ -187,7 +187,7 @@ void IndexEditor::remove(RowPointer row, const std::optional<Bytes>& old,
 /// Stages what may reach the disk only after the removal itself. It goes into a later step, so that
 /// no sync has to be paid for it; after an interrupted change it stays in order with what else is
 /// mended.
-void IndexEditor::stageAfterRemoval(WriteStep step, std::uint32_t number, Bytes page) {
+void IndexEditor::stageAfterRemoval(WriteStep step, PageNumber number, Bytes page) {
   if (sawLeftovers_) {
     changes_.barrier(WriteStep::RemoveEntries);
     step = WriteStep::RemoveEntries;
@@ -229,9 +229,9 @@ void IndexEditor::lowerBound(IndexPath& path, std::size_t depth, const Bytes& la
 void IndexEditor::trimNextTo(const IndexPath::Node& node) {
   const std::size_t next = node.child + 1;
   const Bytes bound = node.page.entries[node.child].bytes;
-  std::uint32_t number =
+  PageNumber number =
       next < node.page.entries.size() ? node.page.entries[next].child : node.page.tail;
-  std::uint32_t from = node.number;
+  PageNumber from = node.number;
   for (int level = 0; level <= kMostIndexLevels; ++level) {
     IndexPage page = open(number, from);
     // A leaf of which nothing counts stays as it is: it may not be empty.
@@ -255,7 +255,7 @@ void IndexEditor::trimNextTo(const IndexPath::Node& node) {
 /// parent, then the links past it and the index's map, and it is free once both are on the disk.
 void IndexEditor::unlink(IndexPath& path, std::size_t depth) {
   const bool leaf = depth == path.nodes.size();
-  const std::uint32_t number = leaf ? path.leafNumber : path.nodes[depth].number;
+  const PageNumber number = leaf ? path.leafNumber : path.nodes[depth].number;
   const IndexPage& empty = leaf ? path.leaf : path.nodes[depth].page;
   IndexPath::Node& parent = path.nodes[depth - 1];
   std::vector<IndexEntry>& entries = parent.page.entries;
@@ -285,8 +285,8 @@ void IndexEditor::unlink(IndexPath& path, std::size_t depth) {
   maps_.pages().free(number);
 }
 
-void IndexEditor::collectLeaves(std::uint32_t number, std::uint32_t from, const Bytes& bound,
-                                int level, std::vector<TreeLeaf>& leaves) {
+void IndexEditor::collectLeaves(PageNumber number, PageNumber from, const Bytes& bound, int level,
+                                std::vector<TreeLeaf>& leaves) {
   if (level > kMostIndexLevels || leaves.size() > changes_.pageCount())
     raiseDamaged(source_.place(from), u"an index leads in a circle");
   IndexPage page = open(number, from);
@@ -311,8 +311,8 @@ void IndexEditor::clean(RowPointer row, const std::optional<Bytes>& kept) {
   std::vector<Bytes> others;
   for (std::size_t i = 0; i < leaves.size(); ++i) {
     IndexPage leaf = open(leaves[i].number, source_.definitionPage);
-    const std::uint32_t previous = i == 0 ? 0 : leaves[i - 1].number;
-    const std::uint32_t next = i + 1 == leaves.size() ? 0 : leaves[i + 1].number;
+    const PageNumber previous = i == 0 ? PageNumber() : leaves[i - 1].number;
+    const PageNumber next = i + 1 == leaves.size() ? PageNumber() : leaves[i + 1].number;
     std::size_t dropped = dropUpTo(leaf, leaves[i].bound);
     if (dropped > 0 && leaf.entries.empty()) {
       // Nothing of it counts, but a leaf of the tree may not be empty.

@@ -33,19 +33,19 @@ class IndexEditor {
   void clean(RowPointer row, const std::optional<Bytes>& kept);
 
  private:
-  IndexPage open(std::uint32_t number, std::uint32_t from) {
+  IndexPage open(PageNumber number, PageNumber from) {
     return openIndexPage(changes_, source_, number, source_.place(from));
   }
   IndexPath pathTo(ByteView entry);
-  std::uint32_t takePage();
+  PageNumber takePage();
   bool isNewKey(const IndexPath& path, std::size_t at);
-  void stage(WriteStep step, std::uint32_t number, const IndexPage& page);
-  void stageAfterRemoval(WriteStep step, std::uint32_t number, Bytes page);
+  void stage(WriteStep step, PageNumber number, const IndexPage& page);
+  void stageAfterRemoval(WriteStep step, PageNumber number, Bytes page);
 
   void splitLeaf(IndexPath& path, std::size_t inserted);
   void insertInParent(IndexPath& path, std::size_t depth, IndexEntry entry);
   void splitNode(IndexPath& path, std::size_t depth);
-  void growRoot(std::uint32_t root, const IndexPage& page, std::size_t inserted);
+  void growRoot(PageNumber root, const IndexPage& page, std::size_t inserted);
 
   void removeAt(IndexPath& path, std::size_t at);
   void lowerBound(IndexPath& path, std::size_t depth, const Bytes& last);
@@ -53,15 +53,14 @@ class IndexEditor {
   void trimNextTo(const IndexPath::Node& node);
 
   enum class Link { Previous, Next };
-  std::optional<Bytes> relinked(std::uint32_t number, Link link, std::uint32_t to,
-                                std::uint32_t of);
+  std::optional<Bytes> relinked(PageNumber number, Link link, PageNumber to, PageNumber of);
   void mendNext(const IndexPath& path, WriteStep step);
 
   struct TreeLeaf {
-    std::uint32_t number = 0;
+    PageNumber number;
     Bytes bound;  ///< its entries are greater; empty for the first
   };
-  void collectLeaves(std::uint32_t number, std::uint32_t from, const Bytes& bound, int level,
+  void collectLeaves(PageNumber number, PageNumber from, const Bytes& bound, int level,
                      std::vector<TreeLeaf>& leaves);
 
   PageChanges& changes_;

@@ -6,7 +6,7 @@
 
 namespace jet {
 
-IndexPage openIndexPage(PageChanges& changes, const TableSource& source, std::uint32_t number,
+IndexPage openIndexPage(PageChanges& changes, const TableSource& source, PageNumber number,
                         const Place& from) {
   const Pager::Page page = changes.read(number, from);
   IndexPage open = IndexPage::decode(changes.layout(), *page, source.place(number));
@@ -21,8 +21,8 @@ std::size_t dropUpTo(IndexPage& page, ByteView bound) {
       page.entries, [&](const IndexEntry& each) { return compareBytes(each.bytes, bound) <= 0; });
 }
 
-std::uint32_t lastLeafBelow(PageChanges& changes, const TableSource& source, std::uint32_t number,
-                            std::uint32_t from) {
+PageNumber lastLeafBelow(PageChanges& changes, const TableSource& source, PageNumber number,
+                         PageNumber from) {
   for (int level = 0; level <= kMostIndexLevels; ++level) {
     const IndexPage page = openIndexPage(changes, source, number, source.place(from));
     if (page.leaf) return number;
@@ -35,10 +35,10 @@ std::uint32_t lastLeafBelow(PageChanges& changes, const TableSource& source, std
 namespace {
 
 /// The leaf before the path's by the tree, whatever the leaf itself says; 0 for the first.
-std::uint32_t leafBefore(PageChanges& changes, const TableSource& source, const IndexPath& path) {
+PageNumber leafBefore(PageChanges& changes, const TableSource& source, const IndexPath& path) {
   const auto turn = std::find_if(path.nodes.rbegin(), path.nodes.rend(),
                                  [](const IndexPath::Node& node) { return node.child > 0; });
-  if (turn == path.nodes.rend()) return 0;
+  if (turn == path.nodes.rend()) return PageNumber();
   return lastLeafBelow(changes, source, turn->page.entries[turn->child - 1].child, turn->number);
 }
 
@@ -48,7 +48,7 @@ IndexPath IndexPath::to(PageChanges& changes, const TableSource& source, std::si
                         ByteView entry) {
   IndexPath path;
   Bytes bound;  // all entries below the next page are greater
-  std::uint32_t number = source.definition.indexes[index].root;
+  PageNumber number = source.definition.indexes[index].root;
   Place from = source.place(source.definitionPage);
   for (int level = 0; level <= kMostIndexLevels; ++level) {
     IndexPage page = openIndexPage(changes, source, number, from);
@@ -59,7 +59,7 @@ IndexPath IndexPath::to(PageChanges& changes, const TableSource& source, std::si
       path.leafNumber = number;
       path.leaf = std::move(page);
       // A leaf that an interrupted change left behind may stand before it in the chain.
-      const std::uint32_t before = leafBefore(changes, source, path);
+      const PageNumber before = leafBefore(changes, source, path);
       path.hadLeftovers = path.hadLeftovers || before != path.leaf.previous;
       path.leaf.previous = before;
       return path;

@@ -13,14 +13,14 @@ namespace jet {
 /// Entries that an interrupted split left in a page below what its parent allows are dropped.
 struct IndexPath {
   struct Node {
-    std::uint32_t number = 0;
+    PageNumber number;
     IndexPage page;
     std::size_t child = 0;  ///< index of the entry that was followed; after the last: the tail
 
     bool followsTail() const { return child == page.entries.size(); }
   };
   std::vector<Node> nodes;  ///< from the root down; none where the root is the leaf
-  std::uint32_t leafNumber = 0;
+  PageNumber leafNumber;
   IndexPage leaf;
   bool hadLeftovers = false;  ///< entries were dropped
 
@@ -29,12 +29,12 @@ struct IndexPath {
 };
 
 /// A page of an index of this table. Raises damage where it is something else.
-IndexPage openIndexPage(PageChanges& changes, const TableSource& source, std::uint32_t number,
+IndexPage openIndexPage(PageChanges& changes, const TableSource& source, PageNumber number,
                         const Place& from);
 
 /// The last leaf below a page, which may be that leaf itself; `from` leads to the page.
-std::uint32_t lastLeafBelow(PageChanges& changes, const TableSource& source, std::uint32_t number,
-                            std::uint32_t from);
+PageNumber lastLeafBelow(PageChanges& changes, const TableSource& source, PageNumber number,
+                         PageNumber from);
 
 /// Drops the entries of a page that are not greater than the bound, if there is one; returns their
 /// number. Only an interrupted split leaves such.

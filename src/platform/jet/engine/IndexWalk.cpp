@@ -2,7 +2,7 @@
 
 namespace jet {
 
-void IndexWalk::openLeaf(std::uint32_t number, const Place& from) {
+void IndexWalk::openLeaf(PageNumber number, const Place& from) {
   open_ = source_.pager.readIndexPage(number, from);
   pageNumber_ = number;
   leaf_ = &open_->view;
@@ -25,7 +25,7 @@ IndexWalk::IndexWalk(const TableSource& source, std::size_t index, ByteView from
 bool IndexWalk::next() {
   for (;;) {
     while (at_ == leaf_->size()) {
-      const std::uint32_t next = leaf_->next();
+      const PageNumber next = leaf_->next();
       if (next == 0) return false;
       if (++leavesSeen_ > source_.pager.pageCount())
         raiseDamaged(source_.place(pageNumber_), u"the leaves of an index lead in a circle");

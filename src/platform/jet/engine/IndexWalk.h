@@ -26,12 +26,12 @@ class IndexWalk {
   RowPointer row() const { return entry_.row(); }
 
  private:
-  void openLeaf(std::uint32_t number, const Place& from);
+  void openLeaf(PageNumber number, const Place& from);
 
   const TableSource& source_;
   std::shared_ptr<const Pager::OpenIndexPage> open_;
   const IndexPageView* leaf_ = nullptr;
-  std::uint32_t pageNumber_ = 0;
+  PageNumber pageNumber_;
   std::uint32_t leavesSeen_ = 0;
   std::size_t at_ = 0;
   IndexEntry entry_;

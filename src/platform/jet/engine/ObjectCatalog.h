@@ -29,7 +29,9 @@ struct CatalogObject {
   /// True for the engine's own tables and for hidden objects.
   bool isSystem() const { return (flags & 0x8000000AU) != 0; }
   /// The page of a table's definition.
-  std::uint32_t definitionPage() const { return static_cast<std::uint32_t>(id) & kPageOfId; }
+  PageNumber definitionPage() const {
+    return PageNumber(static_cast<std::uint32_t>(id) & kPageOfId);
+  }
 };
 
 /// One stored row of a saved query. Texts that are null are empty here.

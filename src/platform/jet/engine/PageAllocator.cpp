@@ -7,23 +7,23 @@
 namespace jet {
 namespace {
 
-constexpr RowPointer kGlobalMap{kGlobalMapPage, 0};
+constexpr RowPointer kGlobalMap{kGlobalMapPage, SlotNumber(0)};
 constexpr std::uint32_t kGrowthPages = 32;
 
-std::optional<std::uint32_t> lowestSetBit(ByteView bits, std::uint64_t first, std::uint32_t from,
-                                          std::uint32_t end) {
+std::optional<PageNumber> lowestSetBit(ByteView bits, std::uint64_t first, std::uint32_t from,
+                                       std::uint32_t end) {
   for (std::size_t i = 0; i < bits.size(); ++i)
     for (unsigned byte = bits[i]; byte != 0; byte &= byte - 1) {
       const std::uint64_t page = first + 8 * i + static_cast<std::uint64_t>(std::countr_zero(byte));
       if (page >= end) return std::nullopt;
-      if (page >= from) return static_cast<std::uint32_t>(page);
+      if (page >= from) return PageNumber(static_cast<std::uint32_t>(page));
     }
   return std::nullopt;
 }
 
 }  // namespace
 
-std::optional<std::uint32_t> PageAllocator::lowestFree() {
+std::optional<PageNumber> PageAllocator::lowestFree() {
   constexpr std::uint32_t kFrom = kRelationshipsPage + 1;
   const UsageMap map = maps_.read(kGlobalMap);
   const std::uint32_t end = changes_.pageCount();
@@ -38,14 +38,14 @@ std::optional<std::uint32_t> PageAllocator::lowestFree() {
   return std::nullopt;
 }
 
-std::uint32_t PageAllocator::take() {
-  const std::optional<std::uint32_t> free = lowestFree();
-  const std::uint32_t page = free ? *free : changes_.addPage(source_.place(kGlobalMapPage));
+PageNumber PageAllocator::take() {
+  const std::optional<PageNumber> free = lowestFree();
+  const PageNumber page = free ? *free : changes_.addPage(source_.place(kGlobalMapPage));
   markUsed(page);
   return page;
 }
 
-void PageAllocator::markUsed(std::uint32_t page) {
+void PageAllocator::markUsed(PageNumber page) {
   UsageMap map = maps_.read(kGlobalMap);
   if (map.kind == UsageMap::Kind::Inline) {
     // Pages below a window that has moved up have no bit: they count as used.
@@ -67,7 +67,7 @@ void PageAllocator::markUsed(std::uint32_t page) {
 }
 
 /// New range is free beyond the end of the file; before it nothing is known to be free.
-bool PageAllocator::lengthen(UsageMap map, std::uint32_t page) {
+bool PageAllocator::lengthen(UsageMap map, PageNumber page) {
   const std::size_t size = (page - map.firstPage + kGrowthPages) / kGrowthPages * 4;
   if (size > changes_.layout().pageSize) return false;
   std::size_t bit = map.windowSize();
@@ -82,7 +82,7 @@ void PageAllocator::turnIntoReference(const UsageMap& map) {
   const std::size_t perBitmap = pagesPerBitmap(layout);
   UsageMap reference;
   reference.kind = UsageMap::Kind::Reference;
-  std::vector<std::uint32_t>& bitmaps = reference.bitmapPages;
+  std::vector<PageNumber>& bitmaps = reference.bitmapPages;
   while (bitmaps.size() * perBitmap < changes_.pageCount())
     bitmaps.push_back(changes_.addPage(source_.place(kGlobalMapPage)));
   const std::size_t room = (UsageMap::kBitmap - UsageMap::kBitmapPages + map.bits.size()) / 4;
@@ -92,7 +92,7 @@ void PageAllocator::turnIntoReference(const UsageMap& map) {
     Bytes page = newBitmapPage(layout);
     const ByteSpan bits = ByteSpan(page).subspan(UsageMap::kBitmapPageBits);
     for (std::size_t bit = 0; bit < perBitmap; ++bit) {
-      const auto number = static_cast<std::uint32_t>(range * perBitmap + bit);
+      const PageNumber number(static_cast<std::uint32_t>(range * perBitmap + bit));
       setBit(bits, bit, map.covers(number) ? map.contains(number) : number >= changes_.pageCount());
     }
     changes_.stage(WriteStep::TakePages, bitmaps[range], std::move(page));
@@ -103,7 +103,7 @@ void PageAllocator::turnIntoReference(const UsageMap& map) {
 
 void PageAllocator::addBitmap(UsageMap map, std::size_t range) {
   const std::size_t perBitmap = pagesPerBitmap(changes_.layout());
-  const std::uint32_t bitmap = changes_.addPage(source_.place(kGlobalMapPage));
+  const PageNumber bitmap = changes_.addPage(source_.place(kGlobalMapPage));
   Bytes page = newBitmapPage(changes_.layout());
   const ByteSpan bits = ByteSpan(page).subspan(UsageMap::kBitmapPageBits);
   for (std::size_t bit = 0; bit < perBitmap; ++bit)
@@ -115,13 +115,13 @@ void PageAllocator::addBitmap(UsageMap map, std::size_t range) {
   if (bitmap < range * perBitmap || bitmap >= (range + 1) * perBitmap) markUsed(bitmap);
 }
 
-void PageAllocator::free(std::uint32_t page) {
+void PageAllocator::free(PageNumber page) {
   UsageMap map = maps_.read(kGlobalMap);
   if (map.kind == UsageMap::Kind::Inline) {
     if (!map.covers(page)) return;
     map.set(page, true);
     maps_.writeInPlace(kGlobalMap, map, WriteStep::Hints);
-  } else if (const std::uint32_t bitmap = maps_.bitmapFor(map, page); bitmap != 0) {
+  } else if (const PageNumber bitmap = maps_.bitmapFor(map, page); bitmap != 0) {
     maps_.setBitmapBit(bitmap, maps_.bitOnBitmap(page), true, WriteStep::Hints);
   }
 }

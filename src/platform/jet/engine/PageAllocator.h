@@ -15,14 +15,14 @@ class PageAllocator {
 
   /// A page for new content: a free one of the file, else one beyond its end. It is marked used and
   /// belongs to nobody yet.
-  std::uint32_t take();
+  PageNumber take();
   /// Marks a page free again. One that the global map doesn't cover stays lost.
-  void free(std::uint32_t page);
+  void free(PageNumber page);
 
  private:
-  std::optional<std::uint32_t> lowestFree();
-  void markUsed(std::uint32_t page);
-  bool lengthen(UsageMap map, std::uint32_t page);
+  std::optional<PageNumber> lowestFree();
+  void markUsed(PageNumber page);
+  bool lengthen(UsageMap map, PageNumber page);
   void turnIntoReference(const UsageMap& map);
   void addBitmap(UsageMap map, std::size_t range);
 

@@ -14,19 +14,19 @@ constexpr std::uint64_t kLargestJet4 = 1ULL << 31;
 
 PageChanges::PageChanges(Pager& pager) : pager_(pager), pageCount_(pager.pageCount()) {}
 
-std::uint32_t PageChanges::addPage(const Place& from) {
+PageNumber PageChanges::addPage(const Place& from) {
   const std::uint64_t largest = layout().version == Version::Jet3 ? kLargestJet3 : kLargestJet4;
   if ((std::uint64_t{pageCount_} + 1) * layout().pageSize > largest)
     raiseUnsupported(from, u"the file has reached its largest size");
-  return pageCount_++;
+  return PageNumber(pageCount_++);
 }
 
-Pager::Page PageChanges::read(std::uint32_t number, const Place& from) {
+Pager::Page PageChanges::read(PageNumber number, const Place& from) {
   const auto found = latest_.find(number);
   return found != latest_.end() ? found->second.page : pager_.read(number, from);
 }
 
-void PageChanges::stage(WriteStep step, std::uint32_t number, Bytes page) {
+void PageChanges::stage(WriteStep step, PageNumber number, Bytes page) {
   Latest& latest = latest_[number];
   assert(step >= latest.step && "a page is staged in an earlier step than before");
   assert((step != WriteStep::TakePages || groupsOf(WriteStep::Hints).empty()) &&
@@ -42,7 +42,7 @@ void PageChanges::stage(WriteStep step, std::uint32_t number, Bytes page) {
     group.push_back({number, latest.page});
 }
 
-void PageChanges::stageMap(WriteStep step, std::uint32_t number, Bytes page) {
+void PageChanges::stageMap(WriteStep step, PageNumber number, Bytes page) {
   const auto found = latest_.find(number);
   const WriteStep latest = found == latest_.end() ? step : std::max(found->second.step, step);
   stage(latest, number, std::move(page));
@@ -72,7 +72,7 @@ bool PageChanges::endsWithSync(WriteStep step) {
 void PageChanges::write(const Group& group, std::uint32_t& end) {
   for (const Write& write : group) {
     // A bitmap of the global map lies beyond the pages that it was made for.
-    for (; end < write.number; ++end) pager_.write(end, Bytes(layout().pageSize));
+    for (; end < write.number; ++end) pager_.write(PageNumber(end), Bytes(layout().pageSize));
     pager_.write(write.number, *write.page);
     end = std::max(end, write.number + 1);
   }

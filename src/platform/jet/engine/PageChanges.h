@@ -36,17 +36,17 @@ class PageChanges {
   /// Pages of the file, with those that the change adds.
   std::uint32_t pageCount() const { return pageCount_; }
   /// Makes the file a page longer; returns the page's number. Raises the error of a full file.
-  std::uint32_t addPage(const Place& from);
+  PageNumber addPage(const Place& from);
 
   /// A page as the change leaves it so far; see `Pager::read`.
-  Pager::Page read(std::uint32_t number, const Place& from);
+  Pager::Page read(PageNumber number, const Place& from);
   /// Puts a page's new content into a step. The page must not have been staged in a later step:
   /// what a page receives later never reaches the disk before what it received earlier. No page is
   /// taken once one has been freed: both would change the global map, in the wrong order.
-  void stage(WriteStep step, std::uint32_t number, Bytes page);
+  void stage(WriteStep step, PageNumber number, Bytes page);
   /// The same for a page of usage maps, which may hold maps of several steps: one that was staged
   /// in a later step stays there, and the disk has it before what follows in that step.
-  void stageMap(WriteStep step, std::uint32_t number, Bytes page);
+  void stageMap(WriteStep step, PageNumber number, Bytes page);
   /// Within the step the disk has all that was staged so far before anything that is staged from
   /// now on. Costs a sync where both are there.
   void barrier(WriteStep step);
@@ -59,7 +59,7 @@ class PageChanges {
  private:
   static constexpr std::size_t kSteps = 9;
   struct Write {
-    std::uint32_t number = 0;
+    PageNumber number;
     Pager::Page page;
   };
   struct Latest {
@@ -75,7 +75,7 @@ class PageChanges {
   Pager& pager_;
   std::uint32_t pageCount_;
   std::array<std::vector<Group>, kSteps> steps_;
-  std::map<std::uint32_t, Latest> latest_;
+  std::map<PageNumber, Latest> latest_;
 };
 
 }  // namespace jet

@@ -21,12 +21,12 @@ class Collector {
         add(first + 8 * i + static_cast<std::uint64_t>(std::countr_zero(byte)), from);
   }
 
-  std::vector<std::uint32_t> pages;
+  std::vector<PageNumber> pages;
 
  private:
   void add(std::uint64_t page, const Place& from) {
     if (page < pageCount_)
-      pages.push_back(static_cast<std::uint32_t>(page));
+      pages.emplace_back(static_cast<std::uint32_t>(page));
     else if (outside_ == Outside::IsDamage)
       raiseDamaged(from, u"it names a page outside the file");
   }
@@ -35,8 +35,8 @@ class Collector {
   Outside outside_;
 };
 
-std::vector<std::uint32_t> pagesOf(Pager& pager, RowPointer pointer, const Place& from,
-                                   Outside outside) {
+std::vector<PageNumber> pagesOf(Pager& pager, RowPointer pointer, const Place& from,
+                                Outside outside) {
   if (pointer == RowPointer{}) return {};
   const UsageMap map = readUsageMap(pager, pointer, from);
   // Asked only now: the first read of a session that did nothing for a while looks at the file
@@ -69,11 +69,11 @@ UsageMap readUsageMap(Pager& pager, RowPointer map, const Place& from) {
   return UsageMap::decode(rows.bytes(rows.slot(map.slot)), place);
 }
 
-std::vector<std::uint32_t> ownedPages(Pager& pager, RowPointer map, const Place& from) {
+std::vector<PageNumber> ownedPages(Pager& pager, RowPointer map, const Place& from) {
   return pagesOf(pager, map, from, Outside::IsDamage);
 }
 
-std::vector<std::uint32_t> pagesWithRoom(Pager& pager, RowPointer map, const Place& from) {
+std::vector<PageNumber> pagesWithRoom(Pager& pager, RowPointer map, const Place& from) {
   return pagesOf(pager, map, from, Outside::IsPassedOver);
 }
 

@@ -14,10 +14,10 @@ UsageMap readUsageMap(Pager& pager, RowPointer map, const Place& from);
 
 /// The pages that are set in the map of those that a table owns, ascending; none for a null
 /// pointer. Raises damage where the file ends before one of them: rows have gone with it.
-std::vector<std::uint32_t> ownedPages(Pager& pager, RowPointer map, const Place& from);
+std::vector<PageNumber> ownedPages(Pager& pager, RowPointer map, const Place& from);
 
 /// The same for the map of those with room for a row, which is a hint only: a page that the file
 /// doesn't have is passed over.
-std::vector<std::uint32_t> pagesWithRoom(Pager& pager, RowPointer map, const Place& from);
+std::vector<PageNumber> pagesWithRoom(Pager& pager, RowPointer map, const Place& from);
 
 }  // namespace jet

@@ -85,7 +85,7 @@ std::size_t Pager::freeFrame() {
   return chosen;
 }
 
-Pager::Frame& Pager::frameWith(std::uint32_t number, const Place& from) {
+Pager::Frame& Pager::frameWith(PageNumber number, const Place& from) {
   if (!locked_) lock();
   const std::uint64_t offset = std::uint64_t{number} * layout_->pageSize;
   const auto raiseOutside = [&] {
@@ -108,11 +108,11 @@ Pager::Frame& Pager::frameWith(std::uint32_t number, const Place& from) {
   return frames_[frame];
 }
 
-Pager::Page Pager::read(std::uint32_t number, const Place& from) {
+Pager::Page Pager::read(PageNumber number, const Place& from) {
   return frameWith(number, from).page;
 }
 
-std::shared_ptr<const Pager::OpenIndexPage> Pager::readIndexPage(std::uint32_t number,
+std::shared_ptr<const Pager::OpenIndexPage> Pager::readIndexPage(PageNumber number,
                                                                  const Place& from) {
   Frame& frame = frameWith(number, from);
   if (!frame.index) {
@@ -133,7 +133,7 @@ void Pager::lockForUpdate() {
   forget();
 }
 
-void Pager::write(std::uint32_t number, ByteView page) {
+void Pager::write(PageNumber number, ByteView page) {
   Bytes encoded(page.begin(), page.end());
   cipherPage(header_.encodingKey, number, encoded);
   const std::uint64_t offset = std::uint64_t{number} * layout_->pageSize;

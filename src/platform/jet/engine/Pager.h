@@ -13,6 +13,7 @@
 #include "platform/jet/format/Header.h"
 #include "platform/jet/format/IndexPage.h"
 #include "platform/jet/format/Layout.h"
+#include "platform/jet/format/Numbers.h"
 
 namespace jet {
 
@@ -34,14 +35,14 @@ class Pager {
 
   /// A page's decoded bytes. `from` is where it was named: a page outside the file is damage there.
   /// Takes the shared lock where it was given up; a file that is held too long is an error then.
-  Page read(std::uint32_t number, const Place& from);
+  Page read(PageNumber number, const Place& from);
 
   /// An index page, opened. It is opened once while the page is kept.
   struct OpenIndexPage {
     Page page;
     IndexPageView view;
   };
-  std::shared_ptr<const OpenIndexPage> readIndexPage(std::uint32_t number, const Place& from);
+  std::shared_ptr<const OpenIndexPage> readIndexPage(PageNumber number, const Place& from);
 
   /// Takes the exclusive lock; no other may be held. Raises the errors of a file that is read-only,
   /// locked too long, or no longer the one of that path; no lock is held then.
@@ -52,13 +53,13 @@ class Pager {
   /// Forgets all pages read so far: the file has others now.
   void forget();
   /// Writes a page; one behind the last makes the file longer. Only within an update.
-  void write(std::uint32_t number, ByteView page);
+  void write(PageNumber number, ByteView page);
   /// Returns when all writes have reached the disk.
   void sync();
 
  private:
   struct Frame {
-    std::uint32_t number = 0;
+    PageNumber number;
     bool recentlyUsed = false;
     Page page;
     std::shared_ptr<const OpenIndexPage> index;  ///< once it has been opened as an index page
@@ -66,7 +67,7 @@ class Pager {
 
   void lock();
   std::size_t freeFrame();
-  Frame& frameWith(std::uint32_t number, const Place& from);
+  Frame& frameWith(PageNumber number, const Place& from);
 
   std::u16string shownPath_;
   bool readOnly_ = false;

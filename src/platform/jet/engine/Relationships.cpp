@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint8_t kReferencedSide = 1;
 
-std::u16string tableName(ObjectCatalog& catalog, std::uint32_t definitionPage) {
+std::u16string tableName(ObjectCatalog& catalog, PageNumber definitionPage) {
   for (const CatalogObject& object : catalog.objects())
     if (object.kind == ObjectKind::Table && object.definitionPage() == definitionPage)
       return object.name;

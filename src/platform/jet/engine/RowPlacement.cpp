@@ -48,7 +48,7 @@ bool RowPlacement::placeAt(RowPointer at, const RowParts& parts, SlotMark mark) 
 /// A body with these bytes that an interrupted run of the same change wrote.
 std::optional<RowPointer> RowPlacement::bodyLeftOver(ByteView row) const {
   std::optional<std::vector<RowPointer>> strays;
-  for (const std::uint32_t number : space_.candidates()) {
+  for (const PageNumber number : space_.candidates()) {
     const Pager::Page page = changes_.read(number, source_.place(source_.definitionPage));
     const DataPage rows(changes_.layout(), *page, source_.place(number));
     if (rows.owner() != source_.definitionPage) continue;
@@ -56,7 +56,7 @@ std::optional<RowPointer> RowPlacement::bodyLeftOver(ByteView row) const {
       const Slot slot = rows.slot(i);
       if (!slot.isBody() || !std::ranges::equal(rows.bytes(slot), row)) continue;
       if (!strays) strays = strayBodies(source_);
-      const RowPointer body{number, static_cast<std::uint8_t>(i)};
+      const RowPointer body{number, SlotNumber(static_cast<std::uint8_t>(i))};
       if (std::ranges::find(*strays, body) != strays->end()) return body;
     }
   }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-
 #include "platform/jet/engine/Row.h"
 
 namespace jet {
@@ -19,7 +17,7 @@ class RowReader {
 
  private:
   const TableSource& source_;
-  std::uint32_t pageNumber_ = 0;
+  PageNumber pageNumber_;
   Pager::Page page_;  ///< null where that page isn't one of the table's
   Row row_;
 };

@@ -142,7 +142,7 @@ void RowUpdate::write(const RowParts& parts, std::span<const KeyChange> keys,
   for (const KeyChange& key : keys) {
     IndexEditor& editor = editors.emplace_back(changes_, maps_, source_, key.index);
     if (!key.newEntry || key.newEntry == key.oldEntry) continue;
-    if (editor.insert({*key.newEntry, 0}) == IndexEditor::Insertion::NewKey)
+    if (editor.insert({*key.newEntry, {}}) == IndexEditor::Insertion::NewKey)
       grown.push_back(key.index);
   }
   raiseCounters(grown);

@@ -11,13 +11,13 @@ std::vector<RowPointer> strayBodies(const TableSource& source) {
   const Place place = source.place(source.definitionPage);
   std::vector<RowPointer> bodies;
   std::vector<RowPointer> pointedTo;
-  for (const std::uint32_t number : ownedPages(source.pager, source.definition.ownedPages, place)) {
+  for (const PageNumber number : ownedPages(source.pager, source.definition.ownedPages, place)) {
     const Pager::Page page = readDataPage(source, number, place);
     const DataPage rows(source.pager.layout(), *page, source.place(number));
     for (std::size_t i = 0; i < std::min(rows.slotCount(), kMostSlots); ++i) {
       const Slot slot = rows.slot(i);
       if (slot.isBody())
-        bodies.push_back({number, static_cast<std::uint8_t>(i)});
+        bodies.push_back({number, SlotNumber(static_cast<std::uint8_t>(i))});
       else if (slot.isRow() && slot.pointer && slot.length >= 4)
         pointedTo.push_back(RowPointer::unpack(u32At(rows.bytes(slot), 0)));
     }

@@ -29,7 +29,7 @@ Index describe(const TableSource& source, std::size_t number) {
 
 }  // namespace
 
-Table::Table(Pager& pager, std::u16string name, std::uint32_t definitionPage)
+Table::Table(Pager& pager, std::u16string name, PageNumber definitionPage)
     : source_(std::make_unique<TableSource>(pager, std::move(name), definitionPage)) {
   for (const ColumnDefinition& column : source_->columns)
     columns_.push_back({.name = column.name,
@@ -47,7 +47,7 @@ const std::u16string& Table::name() const {
   return source_->name;
 }
 
-std::uint32_t Table::definitionPage() const {
+PageNumber Table::definitionPage() const {
   return source_->definitionPage;
 }
 

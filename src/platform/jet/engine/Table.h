@@ -54,13 +54,13 @@ struct Index {
 class Table {
  public:
   /// Reads the definition. Raises damage where the page holds none.
-  Table(Pager& pager, std::u16string name, std::uint32_t definitionPage);
+  Table(Pager& pager, std::u16string name, PageNumber definitionPage);
   ~Table();
   Table(const Table&) = delete;
   Table& operator=(const Table&) = delete;
 
   const std::u16string& name() const;
-  std::uint32_t definitionPage() const;
+  PageNumber definitionPage() const;
   /// What names the table, and a column of it by its position in `columns()`, to an update.
   TableIdentity identity() const;
   ColumnIdentity identity(int column) const;

@@ -4,13 +4,14 @@
 #include <string>
 
 #include "platform/jet/format/ColumnType.h"
+#include "platform/jet/format/Numbers.h"
 
 namespace jet {
 
 /// A table, by what still names it when its definition has been forgotten.
 struct TableIdentity {
   std::u16string name;
-  std::uint32_t definitionPage = 0;  ///< first page of its definition
+  PageNumber definitionPage;  ///< first page of its definition
   bool operator==(const TableIdentity&) const = default;
 };
 

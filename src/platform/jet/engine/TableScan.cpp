@@ -27,7 +27,7 @@ bool TableScan::next() {
   for (;;) {
     while (nextSlot_ == slotCount_)
       if (!openNextPage()) return false;
-    const RowId id{pageNumber_, static_cast<std::uint8_t>(nextSlot_++)};
+    const RowId id{pageNumber_, SlotNumber(static_cast<std::uint8_t>(nextSlot_++))};
     if (!findRow(source_, id, page_, found)) continue;
     row_ = Row(source_, id, found);
     return true;

@@ -20,10 +20,10 @@ class TableScan : public Cursor {
   bool openNextPage();
 
   const TableSource& source_;
-  std::vector<std::uint32_t> pages_;
+  std::vector<PageNumber> pages_;
   std::size_t nextPage_ = 0;
   Pager::Page page_;
-  std::uint32_t pageNumber_ = 0;
+  PageNumber pageNumber_;
   std::size_t slotCount_ = 0;
   std::size_t nextSlot_ = 0;
   Row row_;

@@ -15,9 +15,9 @@ constexpr std::size_t kPointerSize = 4;
 
 }  // namespace
 
-TableSource::TableSource(Pager& pages, std::u16string tableName, std::uint32_t page)
+TableSource::TableSource(Pager& pages, std::u16string tableName, PageNumber page)
     : pager(pages), name(std::move(tableName)), definitionPage(page) {
-  std::vector<std::uint32_t> chain;
+  std::vector<PageNumber> chain;
   const Bytes content = readDefinition(pager, place(page), chain);
   definition = TableDefinition::decode(pager.header().version, content, place(page));
   columns = definition.columns;
@@ -28,9 +28,9 @@ ColumnIdentity identityOf(const ColumnDefinition& column) {
   return {.number = column.number, .name = column.name, .type = column.type};
 }
 
-Bytes readDefinition(Pager& pager, const Place& first, std::vector<std::uint32_t>& pages) {
+Bytes readDefinition(Pager& pager, const Place& first, std::vector<PageNumber>& pages) {
   Bytes content;
-  std::uint32_t number = first.page;
+  PageNumber number = first.page;
   while (number != 0) {
     if (pages.size() == kMostDefinitionPages)
       raiseDamaged(first, u"the table's definition has no end");
@@ -43,7 +43,7 @@ Bytes readDefinition(Pager& pager, const Place& first, std::vector<std::uint32_t
   return content;
 }
 
-Pager::Page readDataPage(const TableSource& source, std::uint32_t number, const Place& from) {
+Pager::Page readDataPage(const TableSource& source, PageNumber number, const Place& from) {
   Pager::Page page = source.pager.read(number, from);
   const DataPage opened(source.pager.layout(), *page, source.place(number));
   if (opened.owner() != source.definitionPage)
@@ -76,7 +76,7 @@ bool findRow(const TableSource& source, RowId id, const Pager::Page& home, Found
   return true;
 }
 
-Pager::Page findDataPage(const TableSource& source, std::uint32_t number) {
+Pager::Page findDataPage(const TableSource& source, PageNumber number) {
   Pager::Page page = source.pager.read(number, source.place(source.definitionPage));
   if ((*page)[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data)) return nullptr;
   const DataPage opened(source.pager.layout(), *page, source.place(number));

@@ -15,15 +15,15 @@ namespace jet {
 struct TableSource {
   Pager& pager;
   std::u16string name;
-  std::uint32_t definitionPage;
+  PageNumber definitionPage;
   TableDefinition definition;
   /// The columns by their place in `Table::columns()`.
   std::vector<ColumnDefinition> columns;
 
   /// Reads the definition from its chain of pages.
-  TableSource(Pager& pages, std::u16string tableName, std::uint32_t page);
+  TableSource(Pager& pages, std::u16string tableName, PageNumber page);
 
-  Place place(std::uint32_t page) const { return {pager.shownPath(), name, page}; }
+  Place place(PageNumber page) const { return {pager.shownPath(), name, page}; }
   Version version() const { return definition.version; }
   bool hasVariableSlots() const { return definition.variableSlots > 0; }
 };
@@ -34,8 +34,8 @@ ColumnIdentity identityOf(const ColumnDefinition& column);
 /// The bytes of a row, found by its id: on the row's own page, or where its pointer leads.
 struct FoundRow {
   Pager::Page page;
-  std::uint32_t bodyPage = 0;  ///< number of the page that the bytes lie on
-  std::uint8_t bodySlot = 0;
+  PageNumber bodyPage;  ///< number of the page that the bytes lie on
+  SlotNumber bodySlot;
   ByteView bytes;
 };
 
@@ -47,12 +47,12 @@ bool findRow(const TableSource& source, RowId id, const Pager::Page& home, Found
 bool findRow(const TableSource& source, RowId id, FoundRow& found);
 
 /// The page, which has to be a data page of the table. Raises damage otherwise.
-Pager::Page readDataPage(const TableSource& source, std::uint32_t page, const Place& from);
+Pager::Page readDataPage(const TableSource& source, PageNumber page, const Place& from);
 
 /// The same page; null where it isn't a data page of the table.
-Pager::Page findDataPage(const TableSource& source, std::uint32_t number);
+Pager::Page findDataPage(const TableSource& source, PageNumber number);
 
 /// The content of a definition's chain of pages, which are added to `pages` in their order.
-Bytes readDefinition(Pager& pager, const Place& first, std::vector<std::uint32_t>& pages);
+Bytes readDefinition(Pager& pager, const Place& first, std::vector<PageNumber>& pages);
 
 }  // namespace jet

@@ -21,7 +21,7 @@ UsageMap UsageMapRows::read(RowPointer at) {
   return map;
 }
 
-Pager::Page UsageMapRows::readBitmap(std::uint32_t number) {
+Pager::Page UsageMapRows::readBitmap(PageNumber number) {
   Pager::Page page = changes_.read(number, source_.place(source_.definitionPage));
   if ((*page)[PageHead::kType] != static_cast<std::uint8_t>(PageType::Bitmap))
     raiseDamaged(source_.place(number), u"it is no bitmap of a usage map");
@@ -44,25 +44,25 @@ void UsageMapRows::writeInPlace(RowPointer at, const UsageMap& map, WriteStep st
   write(at, map, rows.slot(at.slot).length, step);
 }
 
-void UsageMapRows::setBitmapBit(std::uint32_t bitmap, std::size_t bit, bool value, WriteStep step) {
+void UsageMapRows::setBitmapBit(PageNumber bitmap, std::size_t bit, bool value, WriteStep step) {
   Bytes page = *readBitmap(bitmap);
   setBit(ByteSpan(page).subspan(UsageMap::kBitmapPageBits), bit, value);
   changes_.stageMap(step, bitmap, std::move(page));
 }
 
-std::size_t UsageMapRows::rangeOf(const UsageMap& map, std::uint32_t page) const {
+std::size_t UsageMapRows::rangeOf(const UsageMap& map, PageNumber page) const {
   const std::size_t range = page / pagesPerBitmap(changes_.layout());
   if (range >= map.bitmapPages.size())
     raiseUnsupported(source_.place(page), u"a usage map has no room for the page");
   return range;
 }
 
-std::uint32_t UsageMapRows::bitmapFor(const UsageMap& map, std::uint32_t page) const {
+PageNumber UsageMapRows::bitmapFor(const UsageMap& map, PageNumber page) const {
   const std::size_t range = page / pagesPerBitmap(changes_.layout());
-  return range < map.bitmapPages.size() ? map.bitmapPages[range] : 0;
+  return range < map.bitmapPages.size() ? map.bitmapPages[range] : PageNumber();
 }
 
-std::size_t UsageMapRows::bitOnBitmap(std::uint32_t page) const {
+std::size_t UsageMapRows::bitOnBitmap(PageNumber page) const {
   return page % pagesPerBitmap(changes_.layout());
 }
 

@@ -18,19 +18,19 @@ class UsageMapRows {
 
   UsageMap read(RowPointer at);
   /// A bitmap page. Raises damage where it is something else.
-  Pager::Page readBitmap(std::uint32_t page);
+  Pager::Page readBitmap(PageNumber page);
   /// Writes a map's row with at least that length; false where its page has no room for it.
   bool write(RowPointer at, const UsageMap& map, std::size_t length, WriteStep step);
   /// Writes a map's row with the length that it has.
   void writeInPlace(RowPointer at, const UsageMap& map, WriteStep step);
-  void setBitmapBit(std::uint32_t bitmap, std::size_t bit, bool value, WriteStep step);
+  void setBitmapBit(PageNumber bitmap, std::size_t bit, bool value, WriteStep step);
 
   /// The entry of a reference map for a page. Raises where the map has none.
-  std::size_t rangeOf(const UsageMap& map, std::uint32_t page) const;
+  std::size_t rangeOf(const UsageMap& map, PageNumber page) const;
   /// The bitmap page of a reference map for a page; 0 where there is none.
-  std::uint32_t bitmapFor(const UsageMap& map, std::uint32_t page) const;
+  PageNumber bitmapFor(const UsageMap& map, PageNumber page) const;
   /// The bit of a page on its bitmap page.
-  std::size_t bitOnBitmap(std::uint32_t page) const;
+  std::size_t bitOnBitmap(PageNumber page) const;
 
  private:
   PageChanges& changes_;

@@ -17,16 +17,16 @@ std::size_t bitmapSize(std::uint32_t pages) {
 }
 
 struct Extent {
-  std::uint32_t lowest;
-  std::uint32_t highest;
+  PageNumber lowest;
+  PageNumber highest;
 };
 
 /// The pages of an inline map together with one more.
-Extent extentWith(const UsageMap& map, std::uint32_t page) {
+Extent extentWith(const UsageMap& map, PageNumber page) {
   Extent extent{page, page};
   for (std::size_t i = 0; i < map.windowSize(); ++i) {
     if (!bitOf(map.bits, i)) continue;
-    const auto number = map.firstPage + static_cast<std::uint32_t>(i);
+    const PageNumber number = map.pageOf(i);
     extent.lowest = std::min(extent.lowest, number);
     extent.highest = std::max(extent.highest, number);
   }
@@ -34,43 +34,43 @@ Extent extentWith(const UsageMap& map, std::uint32_t page) {
 }
 
 /// The same pages in another window, which covers them all.
-UsageMap rewindowed(const UsageMap& map, std::uint32_t firstPage, std::size_t size) {
+UsageMap rewindowed(const UsageMap& map, PageNumber firstPage, std::size_t size) {
   UsageMap moved;
   moved.firstPage = firstPage;
   moved.bits.resize(size);
   for (std::size_t i = 0; i < map.windowSize(); ++i)
-    if (bitOf(map.bits, i)) moved.set(map.firstPage + static_cast<std::uint32_t>(i), true);
+    if (bitOf(map.bits, i)) moved.set(map.pageOf(i), true);
   return moved;
 }
 
 }  // namespace
 
-bool UsageMaps::contains(RowPointer at, std::uint32_t page) {
+bool UsageMaps::contains(RowPointer at, PageNumber page) {
   if (at == RowPointer{}) return false;
   const UsageMap map = rows_.read(at);
   if (map.kind == UsageMap::Kind::Inline) return map.contains(page);
-  const std::uint32_t number = rows_.bitmapFor(map, page);
+  const PageNumber number = rows_.bitmapFor(map, page);
   if (number == 0) return false;
   const Pager::Page bitmap = rows_.readBitmap(number);
   return bitOf(ByteView(*bitmap).subspan(UsageMap::kBitmapPageBits), rows_.bitOnBitmap(page));
 }
 
-bool UsageMaps::shift(RowPointer at, const UsageMap& map, std::uint32_t page, WriteStep step) {
+bool UsageMaps::shift(RowPointer at, const UsageMap& map, PageNumber page, WriteStep step) {
   const Extent extent = extentWith(map, page);
-  const std::uint32_t first = extent.lowest / 8 * 8;
+  const PageNumber first(extent.lowest / 8 * 8);
   if (extent.highest - first >= map.windowSize()) return false;
   rows_.writeInPlace(at, rewindowed(map, first, map.bits.size()), step);
   return true;
 }
 
-bool UsageMaps::lengthen(RowPointer at, const UsageMap& map, std::uint32_t page, WriteStep step) {
+bool UsageMaps::lengthen(RowPointer at, const UsageMap& map, PageNumber page, WriteStep step) {
   const std::size_t size = bitmapSize(extentWith(map, page).highest + 1);
   if (size > changes_.layout().pageSize) return false;
-  return rows_.write(at, rewindowed(map, 0, std::max(size, map.bits.size())), 0, step);
+  return rows_.write(at, rewindowed(map, PageNumber(), std::max(size, map.bits.size())), 0, step);
 }
 
 /// Makes a map reach a page as far as that takes no new page; false where it does.
-bool UsageMaps::coverWithoutBitmap(RowPointer at, std::uint32_t page, WriteStep step) {
+bool UsageMaps::coverWithoutBitmap(RowPointer at, PageNumber page, WriteStep step) {
   const UsageMap map = rows_.read(at);
   if (map.kind == UsageMap::Kind::Reference) return rows_.bitmapFor(map, page) != 0;
   return map.covers(page) || shift(at, map, page, step) || lengthen(at, map, page, step);
@@ -83,8 +83,8 @@ void UsageMaps::turnIntoReference(RowPointer at, WriteStep step) {
   reference.bitmapPages.resize((map.encode().size() - UsageMap::kBitmapPages) / 4);
   for (std::size_t i = 0; i < map.windowSize(); ++i) {
     if (!bitOf(map.bits, i)) continue;
-    const auto page = map.firstPage + static_cast<std::uint32_t>(i);
-    std::uint32_t& bitmap = reference.bitmapPages[rows_.rangeOf(reference, page)];
+    const PageNumber page = map.pageOf(i);
+    PageNumber& bitmap = reference.bitmapPages[rows_.rangeOf(reference, page)];
     if (bitmap == 0) {
       bitmap = pages_.take();
       changes_.stage(WriteStep::NewPages, bitmap, newBitmapPage(changes_.layout()));
@@ -95,7 +95,7 @@ void UsageMaps::turnIntoReference(RowPointer at, WriteStep step) {
 }
 
 void UsageMaps::addBitmap(RowPointer at, std::size_t range, WriteStep step) {
-  const std::uint32_t bitmap = pages_.take();
+  const PageNumber bitmap = pages_.take();
   changes_.stage(WriteStep::NewPages, bitmap, newBitmapPage(changes_.layout()));
   // Read only now: taking the page may have changed the page that the map lies on.
   UsageMap map = rows_.read(at);
@@ -103,7 +103,7 @@ void UsageMaps::addBitmap(RowPointer at, std::size_t range, WriteStep step) {
   rows_.writeInPlace(at, map, step);
 }
 
-void UsageMaps::cover(RowPointer at, std::uint32_t page, WriteStep step) {
+void UsageMaps::cover(RowPointer at, PageNumber page, WriteStep step) {
   if (at == RowPointer{})
     raiseUnsupported(source_.place(source_.definitionPage), u"it has no usage map");
   if (coverWithoutBitmap(at, page, step)) return;
@@ -114,7 +114,7 @@ void UsageMaps::cover(RowPointer at, std::uint32_t page, WriteStep step) {
 }
 
 /// Sets or clears the bit of a page that the map covers.
-void UsageMaps::set(RowPointer at, std::uint32_t page, bool value, WriteStep step) {
+void UsageMaps::set(RowPointer at, PageNumber page, bool value, WriteStep step) {
   UsageMap map = rows_.read(at);
   if (map.kind == UsageMap::Kind::Reference) {
     rows_.setBitmapBit(rows_.bitmapFor(map, page), rows_.bitOnBitmap(page), value, step);
@@ -124,17 +124,17 @@ void UsageMaps::set(RowPointer at, std::uint32_t page, bool value, WriteStep ste
   rows_.writeInPlace(at, map, step);
 }
 
-void UsageMaps::add(RowPointer at, std::uint32_t page, WriteStep step) {
+void UsageMaps::add(RowPointer at, PageNumber page, WriteStep step) {
   if (contains(at, page)) return;
   cover(at, page, step);
   set(at, page, true, step);
 }
 
-void UsageMaps::remove(RowPointer at, std::uint32_t page, WriteStep step) {
+void UsageMaps::remove(RowPointer at, PageNumber page, WriteStep step) {
   if (contains(at, page)) set(at, page, false, step);
 }
 
-void UsageMaps::hint(RowPointer at, std::uint32_t page, bool hasRoom) {
+void UsageMaps::hint(RowPointer at, PageNumber page, bool hasRoom) {
   if (at == RowPointer{} || contains(at, page) == hasRoom) return;
   // Only where no page has to be taken for it: those are taken in the first step.
   if (!hasRoom || coverWithoutBitmap(at, page, WriteStep::Hints))

@@ -16,23 +16,23 @@ class UsageMaps {
 
   PageAllocator& pages() { return pages_; }
 
-  bool contains(RowPointer map, std::uint32_t page);
+  bool contains(RowPointer map, PageNumber page);
   /// Adds a page to a map; the map grows as it needs to. Raises where there is no map.
-  void add(RowPointer map, std::uint32_t page, WriteStep step);
+  void add(RowPointer map, PageNumber page, WriteStep step);
   /// Makes a map reach a page that isn't in it, so that `hint` can add it. Raises as `add` does.
-  void cover(RowPointer map, std::uint32_t page, WriteStep step);
+  void cover(RowPointer map, PageNumber page, WriteStep step);
   /// Removes a page from a map, if it is in it.
-  void remove(RowPointer map, std::uint32_t page, WriteStep step);
+  void remove(RowPointer map, PageNumber page, WriteStep step);
   /// Says in a map of pages with room whether a page has room, as far as the map reaches.
-  void hint(RowPointer map, std::uint32_t page, bool hasRoom);
+  void hint(RowPointer map, PageNumber page, bool hasRoom);
 
  private:
-  bool coverWithoutBitmap(RowPointer at, std::uint32_t page, WriteStep step);
-  bool shift(RowPointer at, const UsageMap& map, std::uint32_t page, WriteStep step);
-  bool lengthen(RowPointer at, const UsageMap& map, std::uint32_t page, WriteStep step);
+  bool coverWithoutBitmap(RowPointer at, PageNumber page, WriteStep step);
+  bool shift(RowPointer at, const UsageMap& map, PageNumber page, WriteStep step);
+  bool lengthen(RowPointer at, const UsageMap& map, PageNumber page, WriteStep step);
   void turnIntoReference(RowPointer at, WriteStep step);
   void addBitmap(RowPointer at, std::size_t range, WriteStep step);
-  void set(RowPointer at, std::uint32_t page, bool value, WriteStep step);
+  void set(RowPointer at, PageNumber page, bool value, WriteStep step);
 
   PageChanges& changes_;
   const TableSource& source_;

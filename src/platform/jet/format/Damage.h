@@ -1,8 +1,9 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string_view>
+
+#include "platform/jet/format/Numbers.h"
 
 namespace jet {
 
@@ -10,9 +11,9 @@ namespace jet {
 struct Place {
   std::u16string_view file;
   std::u16string_view table;
-  std::uint32_t page = 0;
+  PageNumber page;
 
-  Place at(std::uint32_t otherPage) const { return {file, table, otherPage}; }
+  Place at(PageNumber otherPage) const { return {file, table, otherPage}; }
 };
 
 /// Bytes that don't fit where they are said to be: in the file, a page, a row or another structure.

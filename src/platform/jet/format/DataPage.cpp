@@ -123,12 +123,12 @@ bool DataPageEditor::hasRoomFor(std::size_t length) const {
   return slotCount_ < kMostSlots && length + 2 <= freeBytes();
 }
 
-std::optional<std::uint8_t> DataPageEditor::add(ByteView row, SlotMark mark) {
+std::optional<SlotNumber> DataPageEditor::add(ByteView row, SlotMark mark) {
   if (!hasRoomFor(row.size())) return std::nullopt;
   for (std::size_t i = 0; i < slotCount_; ++i)
     if (const Slot each = slot(i); each.isDeleted() && each.length == 0) {
       replace(i, row, mark);
-      return static_cast<std::uint8_t>(i);
+      return SlotNumber(static_cast<std::uint8_t>(i));
     }
   const std::size_t lowest =
       slotCount_ == 0 ? layout_->pageSize : rawSlot(slotCount_ - 1) & kSlotOffset;
@@ -137,7 +137,7 @@ std::optional<std::uint8_t> DataPageEditor::add(ByteView row, SlotMark mark) {
   putBytes(page_, lowest - row.size(), row);
   setSlot(number, lowest - row.size(), static_cast<std::size_t>(mark));
   updateFreeBytes();
-  return static_cast<std::uint8_t>(number);
+  return SlotNumber(static_cast<std::uint8_t>(number));
 }
 
 void DataPageEditor::markDeleted(std::size_t number) {

@@ -79,7 +79,7 @@ class DataPageEditor {
   bool replace(std::size_t number, ByteView row, SlotMark mark);
   /// Adds a row, in the slot of a deleted row without bytes where there is one; absent when the
   /// page has no room.
-  std::optional<std::uint8_t> add(ByteView row, SlotMark mark);
+  std::optional<SlotNumber> add(ByteView row, SlotMark mark);
   /// Marks a slot's row deleted; its bytes stay until they are squeezed out.
   void markDeleted(std::size_t number);
   /// Squeezes the bytes of deleted rows out.

@@ -34,8 +34,8 @@ constexpr std::size_t kJet3CommitBytesAt = 0x600;
 constexpr std::size_t kJet4CommitBytesAt = 0xE00;
 /// What page 0 holds at kPointersAt: the two global maps, then the definitions of the four system
 /// tables.
-constexpr std::array<std::uint32_t, 6> kPointers{RowPointer{kGlobalMapPage, 0}.pack(),
-                                                 RowPointer{kGlobalMapPage, 1}.pack(),
+constexpr std::array<std::uint32_t, 6> kPointers{RowPointer{kGlobalMapPage, SlotNumber(0)}.pack(),
+                                                 RowPointer{kGlobalMapPage, SlotNumber(1)}.pack(),
                                                  kObjectsPage,
                                                  kAcesPage,
                                                  kQueriesPage,

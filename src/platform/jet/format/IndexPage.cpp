@@ -64,7 +64,7 @@ IndexEntry IndexEntry::of(ByteView key, RowPointer row) {
 
 RowPointer IndexEntry::row() const {
   const std::size_t at = bytes.size() - kEntryRow;
-  return {bigEndian24At(bytes, at), bytes[at + 3]};
+  return {PageNumber(bigEndian24At(bytes, at)), SlotNumber(bytes[at + 3])};
 }
 
 IndexPageView::IndexPageView(const Layout& layout, ByteView page, const Place& place)
@@ -142,13 +142,13 @@ RowPointer IndexPageView::row(std::size_t entry) const {
   const std::size_t behind = leaf_ ? 0 : kEntryChild;
   std::uint32_t page = 0;
   for (std::size_t i = 4; i > 1; --i) page = page << 8 | byteFromEnd(entry, behind + i);
-  return {page, byteFromEnd(entry, behind + 1)};
+  return {PageNumber(page), SlotNumber(byteFromEnd(entry, behind + 1))};
 }
 
-std::uint32_t IndexPageView::child(std::size_t entry) const {
+PageNumber IndexPageView::child(std::size_t entry) const {
   std::uint32_t page = 0;
   for (std::size_t i = kEntryChild; i > 0; --i) page = page << 8 | byteFromEnd(entry, i);
-  return page;
+  return PageNumber(page);
 }
 
 void IndexPageView::copyEntry(std::size_t number, IndexEntry& copy) const {
@@ -158,7 +158,7 @@ void IndexPageView::copyEntry(std::size_t number, IndexEntry& copy) const {
   putBytes(copy.bytes, 0, front);
   putBytes(copy.bytes, front.size(), own);
   if (!leaf_) copy.bytes.erase(copy.bytes.end() - kEntryChild, copy.bytes.end());
-  copy.child = leaf_ ? 0 : child(number);
+  copy.child = leaf_ ? PageNumber() : child(number);
 }
 
 IndexEntry IndexPageView::entry(std::size_t number) const {

@@ -22,7 +22,7 @@ inline constexpr std::size_t kEntryChild = 4;
 /// most that.
 struct IndexEntry {
   Bytes bytes;  ///< key, then the row pointer
-  std::uint32_t child = 0;
+  PageNumber child;
 
   /// An entry for that key and row.
   static IndexEntry of(ByteView key, RowPointer row);
@@ -42,11 +42,11 @@ class IndexPageView {
   IndexPageView(const Layout& layout, ByteView page, const Place& place);
 
   bool isLeaf() const { return leaf_; }
-  std::uint32_t owner() const { return u32At(page_, PageHead::kOwner); }
-  std::uint32_t previous() const { return u32At(page_, layout_->indexPrevious); }
-  std::uint32_t next() const { return u32At(page_, layout_->indexNext); }
+  PageNumber owner() const { return PageNumber(u32At(page_, PageHead::kOwner)); }
+  PageNumber previous() const { return PageNumber(u32At(page_, layout_->indexPrevious)); }
+  PageNumber next() const { return PageNumber(u32At(page_, layout_->indexNext)); }
   /// Nodes: the child for all that is greater than the last entry.
-  std::uint32_t tail() const { return u32At(page_, layout_->indexTail); }
+  PageNumber tail() const { return PageNumber(u32At(page_, layout_->indexTail)); }
   /// 0 for leaves, 1 for their parents, and so on.
   std::uint8_t level() const { return page_[layout_->indexLevel]; }
   std::size_t prefixLength() const { return prefix_; }
@@ -57,7 +57,7 @@ class IndexPageView {
   /// Compares an entry (key and row pointer) with `bytes`.
   std::strong_ordering compare(std::size_t entry, ByteView bytes) const;
   RowPointer row(std::size_t entry) const;
-  std::uint32_t child(std::size_t entry) const;
+  PageNumber child(std::size_t entry) const;
   IndexEntry entry(std::size_t entry) const;
   /// The same into an entry that is there already.
   void copyEntry(std::size_t entry, IndexEntry& copy) const;
@@ -76,10 +76,10 @@ class IndexPageView {
 /// An index page with its entries laid open, to be changed and written.
 struct IndexPage {
   bool leaf = true;
-  std::uint32_t owner = 0;  ///< definition page of the table
-  std::uint32_t previous = 0;
-  std::uint32_t next = 0;
-  std::uint32_t tail = 0;
+  PageNumber owner;  ///< definition page of the table
+  PageNumber previous;
+  PageNumber next;
+  PageNumber tail;
   std::uint8_t level = 0;
   std::vector<IndexEntry> entries;
 

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/jet/format/Numbers.h"
+
 namespace jet {
 
 /// The two generations of the file format.
@@ -28,11 +30,11 @@ struct PageHead {
 };
 
 /// Pages at fixed numbers.
-inline constexpr std::uint32_t kGlobalMapPage = 1;
-inline constexpr std::uint32_t kObjectsPage = 2;  ///< definition of MSysObjects
-inline constexpr std::uint32_t kAcesPage = 3;
-inline constexpr std::uint32_t kQueriesPage = 4;
-inline constexpr std::uint32_t kRelationshipsPage = 5;
+inline constexpr PageNumber kGlobalMapPage{1};
+inline constexpr PageNumber kObjectsPage{2};  ///< definition of MSysObjects
+inline constexpr PageNumber kAcesPage{3};
+inline constexpr PageNumber kQueriesPage{4};
+inline constexpr PageNumber kRelationshipsPage{5};
 
 /// What differs in size between the generations. Offsets count from the start of the page, sizes in
 /// bytes.

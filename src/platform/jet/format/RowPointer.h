@@ -3,19 +3,21 @@
 #include <compare>
 #include <cstdint>
 
+#include "platform/jet/format/Numbers.h"
+
 namespace jet {
 
 /// A row's place: its page and its slot there. The identity of a table's row is its original slot,
 /// also after its body has moved to another page.
 struct RowPointer {
-  std::uint32_t page = 0;
-  std::uint8_t slot = 0;
+  PageNumber page;
+  SlotNumber slot;
 
   auto operator<=>(const RowPointer&) const = default;
 
   /// As it stands in definitions, long values and moved rows: page in the upper 24 bits.
   static constexpr RowPointer unpack(std::uint32_t packed) {
-    return {packed >> 8, static_cast<std::uint8_t>(packed & 0xFF)};
+    return {PageNumber(packed >> 8), SlotNumber(static_cast<std::uint8_t>(packed & 0xFF))};
   }
   constexpr std::uint32_t pack() const { return (page << 8) | slot; }
 };

@@ -214,7 +214,7 @@ IndexDefinition decodeIndex(const Fields& fields, ByteView entry) {
           {.number = number, .ascending = (column[kKeyColumnOrder] & kAscending) != 0});
   }
   index.map = RowPointer::unpack(u32At(body, kIndexMap));
-  index.root = u32At(body, kIndexRoot);
+  index.root = PageNumber(u32At(body, kIndexRoot));
   index.flags = body[fields.indexFlags];
   return index;
 }
@@ -226,7 +226,7 @@ LogicalIndex decodeLogical(const Fields& fields, ByteView entry) {
   logical.index = u32At(body, kLogicalIndex);
   logical.side = body[kLogicalSide];
   logical.otherIndex = u32At(body, kLogicalOtherIndex);
-  logical.otherTable = u32At(body, kLogicalOtherTable);
+  logical.otherTable = PageNumber(u32At(body, kLogicalOtherTable));
   logical.cascadeUpdates = body[kLogicalCascadeUpdates];
   logical.cascadeDeletes = body[kLogicalCascadeDeletes];
   logical.kind = static_cast<LogicalIndex::Kind>(body[kLogicalKind]);
@@ -304,10 +304,10 @@ void appendLogical(const Fields& fields, Bytes& content, const LogicalIndex& log
 
 }  // namespace
 
-std::uint32_t TableDefinition::nextPage(ByteView page, const Place& place) {
+PageNumber TableDefinition::nextPage(ByteView page, const Place& place) {
   if (page[PageHead::kType] != static_cast<std::uint8_t>(PageType::TableDefinition))
     raiseDamaged(place, u"it is no page of a table's definition");
-  return u32At(page, kNextPage);
+  return PageNumber(u32At(page, kNextPage));
 }
 
 TableDefinition TableDefinition::decode(Version version, ByteView bytes, const Place& place) {
@@ -404,7 +404,7 @@ std::size_t TableDefinition::pagesNeeded(Version version, std::size_t contentSiz
   return 1 + (contentSize - pageSize + more - 1) / more;
 }
 
-std::vector<Bytes> TableDefinition::encodePages(std::span<const std::uint32_t> pages) const {
+std::vector<Bytes> TableDefinition::encodePages(std::span<const PageNumber> pages) const {
   const std::size_t pageSize = layoutOf(version).pageSize;
   const Bytes content = encode();
   std::vector<Bytes> result;
@@ -419,7 +419,7 @@ std::vector<Bytes> TableDefinition::encodePages(std::span<const std::uint32_t> p
     const std::size_t left = pageSize - front - part;
     if (version == Version::Jet4)
       putU16(page, PageHead::kFreeBytes, left < kPageHeader ? 0 : left - kPageHeader);
-    putU32(page, kNextPage, i + 1 < pages.size() ? pages[i + 1] : 0);
+    putU32(page, kNextPage, i + 1 < pages.size() ? pages[i + 1] : PageNumber());
     result.push_back(std::move(page));
   }
   return result;

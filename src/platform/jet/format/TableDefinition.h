@@ -50,7 +50,7 @@ struct IndexDefinition {
 
   std::vector<KeyColumn> columns;
   RowPointer map;  ///< usage map of its pages
-  std::uint32_t root = 0;
+  PageNumber root;
   std::uint8_t flags = 0;
   std::uint32_t entryCounter = 0;  ///< a statistic
 
@@ -71,7 +71,7 @@ struct LogicalIndex {
   /// Foreign keys: 1 on the referenced side, 2 on the referencing one.
   std::uint8_t side = 0;
   std::uint32_t otherIndex = kNone;  ///< logical index number in the other table
-  std::uint32_t otherTable = 0;      ///< its definition page
+  PageNumber otherTable;             ///< its definition page
   std::uint8_t cascadeUpdates = 4;   ///< 4 where it is no foreign key
   std::uint8_t cascadeDeletes = 4;
 };
@@ -105,13 +105,13 @@ struct TableDefinition {
 
   /// The page that a definition goes on with, 0 after the last. Raises damage where the page is no
   /// definition page.
-  static std::uint32_t nextPage(ByteView page, const Place& place);
+  static PageNumber nextPage(ByteView page, const Place& place);
   /// Reads a definition from its pages, the first complete and the others without their header.
   static TableDefinition decode(Version version, ByteView content, const Place& place);
   /// The same content, as far as it is used.
   Bytes encode() const;
   /// The content split over pages; `pages` numbers them, as many as `pagesNeeded` says.
-  std::vector<Bytes> encodePages(std::span<const std::uint32_t> pages) const;
+  std::vector<Bytes> encodePages(std::span<const PageNumber> pages) const;
   static std::size_t pagesNeeded(Version version, std::size_t contentSize);
 
   /// Where an index's entry counter stands in the content.

@@ -20,11 +20,11 @@ UsageMap UsageMap::decode(ByteView row, const Place& place) {
   UsageMap map;
   map.kind = static_cast<Kind>(row[kKind]);
   if (map.kind == Kind::Inline) {
-    map.firstPage = u32At(row, kFirstPage);
+    map.firstPage = PageNumber(u32At(row, kFirstPage));
     map.bits.assign(row.begin() + kBitmap, row.end());
   } else {
     for (std::size_t at = kBitmapPages; at + 4 <= row.size(); at += 4)
-      map.bitmapPages.push_back(u32At(row, at));
+      map.bitmapPages.emplace_back(u32At(row, at));
   }
   return map;
 }
@@ -35,7 +35,7 @@ Bytes UsageMap::encode() const {
     appendU32(row, firstPage);
     appendBytes(row, bits);
   } else {
-    for (const std::uint32_t page : bitmapPages) appendU32(row, page);
+    for (const PageNumber page : bitmapPages) appendU32(row, page);
   }
   return row;
 }
@@ -46,11 +46,11 @@ UsageMap UsageMap::empty(const Layout& layout) {
   return map;
 }
 
-bool UsageMap::contains(std::uint32_t page) const {
+bool UsageMap::contains(PageNumber page) const {
   return covers(page) && bitOf(bits, page - firstPage);
 }
 
-void UsageMap::set(std::uint32_t page, bool value) {
+void UsageMap::set(PageNumber page, bool value) {
   setBit(bits, page - firstPage, value);
 }
 

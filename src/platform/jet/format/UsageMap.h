@@ -25,9 +25,9 @@ struct UsageMap {
   static constexpr std::size_t kBitmapPageBits = 4;
 
   Kind kind = Kind::Inline;
-  std::uint32_t firstPage = 0;             ///< inline: page of the first bit
-  Bytes bits;                              ///< inline: the bitmap
-  std::vector<std::uint32_t> bitmapPages;  ///< reference: 0 where a range has no bitmap page
+  PageNumber firstPage;                 ///< inline: page of the first bit
+  Bytes bits;                           ///< inline: the bitmap
+  std::vector<PageNumber> bitmapPages;  ///< reference: 0 where a range has no bitmap page
 
   /// Raises damage where the row is no map.
   static UsageMap decode(ByteView row, const Place& place);
@@ -35,13 +35,16 @@ struct UsageMap {
   /// An inline map without pages, with the usual length of its row.
   static UsageMap empty(const Layout& layout);
 
-  /// Inline: pages that the window covers, and whether it covers one.
+  /// Inline: pages that the window covers, the page of a bit, and whether it covers a page.
   std::size_t windowSize() const { return 8 * bits.size(); }
-  bool covers(std::uint32_t page) const {
+  PageNumber pageOf(std::size_t bit) const {
+    return PageNumber(firstPage + static_cast<std::uint32_t>(bit));
+  }
+  bool covers(PageNumber page) const {
     return page >= firstPage && page - firstPage < windowSize();
   }
-  bool contains(std::uint32_t page) const;   ///< inline; false outside the window
-  void set(std::uint32_t page, bool value);  ///< inline, inside the window
+  bool contains(PageNumber page) const;   ///< inline; false outside the window
+  void set(PageNumber page, bool value);  ///< inline, inside the window
 };
 
 /// Pages that one bitmap page covers.

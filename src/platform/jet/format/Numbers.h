@@ -1,0 +1,28 @@
+#pragma once
+
+#include <compare>
+#include <cstdint>
+
+namespace jet {
+
+/// A number of one kind of thing. It reads as a plain integer, but is never made of one, nor of a
+/// number of another kind, unless that is said: swapped arguments do not compile.
+template <class Kind, class Integer>
+class Number {
+ public:
+  constexpr Number() = default;
+  constexpr explicit Number(Integer value) : value_(value) {}
+  constexpr operator Integer() const { return value_; }  // NOLINT(google-explicit-constructor)
+
+  constexpr auto operator<=>(const Number&) const = default;
+
+ private:
+  Integer value_ = 0;
+};
+
+/// A page of the file, counted from 0. In links and pointers 0 stands for none.
+using PageNumber = Number<struct PageKind, std::uint32_t>;
+/// A slot of a data page, counted from 0.
+using SlotNumber = Number<struct SlotKind, std::uint8_t>;
+
+}  // namespace jet

@@ -15,7 +15,7 @@ class LongValueWriter {
  public:
   LongValueWriter(PageSpace& space, const jet::LongValueMaps& maps) : space_(space), maps_(maps) {}
 
-  std::uint16_t column() const { return maps_.column; }
+  jet::ColumnNumber column() const { return maps_.column; }
   /// What the row holds of the value.
   jet::Bytes write(jet::ByteView value);
   /// Writes the column's usage maps.

@@ -70,7 +70,7 @@ void placeColumns(const Table& table, TableKind kind, jet::TableDefinition& defi
     if (!isFixed(column.type) && !comesLast(column.type)) ++nextLastSlot;
   for (const Column& column : table.columns()) {
     jet::ColumnDefinition placed = definitionOf(definition.version, column, kind);
-    placed.number = static_cast<std::uint16_t>(definition.columns.size());
+    placed.number = jet::ColumnNumber(static_cast<std::uint16_t>(definition.columns.size()));
     std::uint16_t& slot = comesLast(column.type) ? nextLastSlot : nextSlot;
     placed.variableSlot = slot;
     if (placed.fixed) {
@@ -98,7 +98,8 @@ void addIndexes(PageSpace& space, const Table& table, TableKind kind,
     jet::IndexDefinition kept;
     for (const KeyPart& part : index.columns)
       kept.columns.push_back(
-          {static_cast<std::uint16_t>(table.columnIndex(part.column)), part.ascending});
+          {jet::ColumnNumber(static_cast<std::uint16_t>(table.columnIndex(part.column))),
+           part.ascending});
     kept.map = space.newMap();
     kept.flags = flagsOf(definition.version, index);
     jet::LogicalIndex logical;

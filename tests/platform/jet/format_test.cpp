@@ -82,13 +82,14 @@ TEST(Row, ComesBackWhateverItsLengthAndPadding) {
       const jet::RowContent read(version, row, parts.hasVariable, {});
       ASSERT_EQ(read.columnCount(), parts.columnCount);
       for (std::size_t i = 0; i < parts.columnCount; ++i)
-        ASSERT_EQ(read.hasValue(i), parts.hasValue[i]);
+        ASSERT_EQ(read.hasValue(jet::ColumnNumber(static_cast<std::uint16_t>(i))),
+                  parts.hasValue[i]);
       ASSERT_TRUE(std::ranges::equal(read.fixedArea(), parts.fixedArea));
       for (std::size_t i = 0; i < slots; ++i) {
         const auto value = read.variable(i);
         ASSERT_TRUE(value && std::ranges::equal(*value, parts.variable[i])) << "slot " << i;
       }
-      ASSERT_FALSE(read.hasValue(parts.columnCount));
+      ASSERT_FALSE(read.hasValue(jet::ColumnNumber(static_cast<std::uint16_t>(parts.columnCount))));
       ASSERT_FALSE(read.variable(slots));
     }
   }

@@ -27,7 +27,7 @@ class LongValueWriter {
   PageChanges& changes_;
   UsageMaps& maps_;
   const TableSource& source_;
-  std::map<std::uint16_t, FreeSpace> spaces_;  ///< by column number
+  std::map<ColumnNumber, FreeSpace> spaces_;
 };
 
 }  // namespace jet

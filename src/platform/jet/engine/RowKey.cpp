@@ -29,7 +29,7 @@ const std::vector<KeyColumn>& RowKey::keyColumns() const {
 
 bool RowKey::covers(std::span<const ColumnValue> values) const {
   return std::ranges::any_of(values, [&](const ColumnValue& each) {
-    const std::uint16_t number = source_.columns[static_cast<std::size_t>(each.column)].number;
+    const ColumnNumber number = source_.columns[static_cast<std::size_t>(each.column)].number;
     return std::ranges::find(keyColumns(), number, &KeyColumn::number) != keyColumns().end();
   });
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include "platform/jet/format/ColumnType.h"
@@ -17,7 +16,7 @@ struct TableIdentity {
 
 /// A column of a table likewise.
 struct ColumnIdentity {
-  std::uint16_t number = 0;  ///< as its definition has it; stays when other columns are deleted
+  ColumnNumber number;  ///< stays when other columns are deleted
   std::u16string name;
   ColumnType type = ColumnType::Long;
   bool operator==(const ColumnIdentity&) const = default;

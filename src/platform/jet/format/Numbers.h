@@ -12,7 +12,7 @@ class Number {
  public:
   constexpr Number() = default;
   constexpr explicit Number(Integer value) : value_(value) {}
-  constexpr operator Integer() const { return value_; }  // NOLINT(google-explicit-constructor)
+  constexpr operator Integer() const { return value_; }
 
   constexpr auto operator<=>(const Number&) const = default;
 
@@ -24,5 +24,8 @@ class Number {
 using PageNumber = Number<struct PageKind, std::uint32_t>;
 /// A slot of a data page, counted from 0.
 using SlotNumber = Number<struct SlotKind, std::uint8_t>;
+/// A column of a table as its definition numbers it, and its bit in the rows' null mask. Deleted
+/// columns leave gaps, so that it is no index into the columns that are left.
+using ColumnNumber = Number<struct ColumnKind, std::uint16_t>;
 
 }  // namespace jet

@@ -7,6 +7,7 @@
 #include "platform/jet/format/Bytes.h"
 #include "platform/jet/format/Damage.h"
 #include "platform/jet/format/Layout.h"
+#include "platform/jet/format/Numbers.h"
 
 namespace jet {
 
@@ -27,9 +28,8 @@ class RowContent {
   /// Number of column numbers that the row knows.
   std::size_t columnCount() const { return columnCount_; }
   /// The column's bit of the null mask; false for a number that the row doesn't know.
-  bool hasValue(std::size_t columnNumber) const {
-    return columnNumber < columnCount_ &&
-           (row_[maskAt_ + columnNumber / 8] >> (columnNumber % 8) & 1) != 0;
+  bool hasValue(ColumnNumber column) const {
+    return column < columnCount_ && (row_[maskAt_ + column / 8] >> (column % 8) & 1) != 0;
   }
   /// A value of the fixed area. Raises damage where it would lie outside.
   ByteView fixed(std::size_t offset, std::size_t length) const;

@@ -10,7 +10,7 @@ namespace {
 constexpr std::uint8_t kFlagFixed = 0x01;
 constexpr std::uint8_t kFlagAutonumber = 0x04;
 constexpr std::uint8_t kExtendedCompressed = 0x01;
-constexpr std::uint16_t kNoColumn = 0xFFFF;
+constexpr ColumnNumber kNoColumn{0xFFFF};
 constexpr std::uint32_t kMark = 0x659;
 constexpr std::uint32_t kIndexMark = 0x783;
 // Offsets in a page of a definition, and in the content that the pages make up.
@@ -183,7 +183,7 @@ ColumnDefinition decodeColumn(Version version, ByteView entry) {
   const Fields& fields = fieldsOf(version);
   ColumnDefinition column;
   column.type = static_cast<ColumnType>(entry[kColumnType]);
-  column.number = u16At(entry, fields.columnNumber);
+  column.number = ColumnNumber(u16At(entry, fields.columnNumber));
   column.variableSlot = u16At(entry, fields.columnVariableSlot);
   column.flags = entry[fields.columnFlags];
   column.extendedFlags = jet3 ? 0 : entry[kJet4ExtendedFlags];
@@ -208,7 +208,7 @@ IndexDefinition decodeIndex(const Fields& fields, ByteView entry) {
   IndexDefinition index;
   for (std::size_t i = 0; i < IndexDefinition::kMostColumns; ++i) {
     const ByteView column = body.subspan(kKeyColumnSize * i, kKeyColumnSize);
-    const std::uint16_t number = u16At(column, 0);
+    const ColumnNumber number(u16At(column, 0));
     if (number != kNoColumn)
       index.columns.push_back(
           {.number = number, .ascending = (column[kKeyColumnOrder] & kAscending) != 0});
@@ -347,7 +347,7 @@ TableDefinition TableDefinition::decode(Version version, ByteView bytes, const P
   while (content.has(kLongValueSize)) {
     const ByteView entry = content.take(kLongValueSize);
     if (u16At(entry, kLongValueColumn) == kNoColumn) break;
-    table.longValueMaps.push_back({.column = u16At(entry, kLongValueColumn),
+    table.longValueMaps.push_back({.column = ColumnNumber(u16At(entry, kLongValueColumn)),
                                    .owned = RowPointer::unpack(u32At(entry, kLongValueOwned)),
                                    .free = RowPointer::unpack(u32At(entry, kLongValueFree))});
   }

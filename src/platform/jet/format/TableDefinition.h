@@ -17,7 +17,7 @@ namespace jet {
 struct ColumnDefinition {
   std::u16string name;
   ColumnType type = ColumnType::Long;
-  std::uint16_t number = 0;        ///< bit in the rows' null mask; deleted columns leave gaps
+  ColumnNumber number;
   std::uint16_t variableSlot = 0;  ///< where it isn't stored in the fixed area
   std::uint16_t fixedOffset = 0;   ///< where it is
   std::uint16_t length = 0;        ///< bytes at most; 0 for memo and OLE
@@ -36,7 +36,7 @@ struct ColumnDefinition {
 
 /// One column of an index's key.
 struct KeyColumn {
-  std::uint16_t number = 0;  ///< of the column
+  ColumnNumber number;
   bool ascending = true;
 };
 
@@ -78,7 +78,7 @@ struct LogicalIndex {
 
 /// Usage maps of the pages that hold a memo or OLE column's values.
 struct LongValueMaps {
-  std::uint16_t column = 0;  ///< number of the column
+  ColumnNumber column;
   RowPointer owned;
   RowPointer free;
 };

@@ -1,5 +1,6 @@
 """A store database as its bytes say: pages, tables, rows and values. Reads, and never writes."""
 
+import functools
 import struct
 
 from sortkeys import NotCovered, inverted, jet3_text_key, jet4_text_key
@@ -41,20 +42,27 @@ def row_pointer(data, at):
     return u24(data, at + 1), data[at]
 
 
-def rc4(key, data):
+@functools.lru_cache(maxsize=4096)
+def rc4_stream(key, length):
+    """Kept, because files checked together are often states of one, with the same key a page."""
     box = list(range(256))
     j = 0
     for i in range(256):
         j = (j + box[i] + key[i % len(key)]) & 255
         box[i], box[j] = box[j], box[i]
     i = j = 0
-    out = bytearray(len(data))
-    for at, byte in enumerate(data):
+    out = bytearray(length)
+    for at in range(length):
         i = (i + 1) & 255
         j = (j + box[i]) & 255
         box[i], box[j] = box[j], box[i]
-        out[at] = byte ^ box[(box[i] + box[j]) & 255]
-    return bytes(out)
+        out[at] = box[(box[i] + box[j]) & 255]
+    return int.from_bytes(out, "little")
+
+
+def rc4(key, data):
+    mixed = int.from_bytes(data, "little") ^ rc4_stream(key, len(data))
+    return mixed.to_bytes(len(data), "little")
 
 
 def set_bits(bitmap):

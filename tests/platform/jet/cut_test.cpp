@@ -16,6 +16,7 @@
 #include "platform/jet/StoreFiles.h"
 #include "platform/jet/engine/TableSource.h"
 #include "platform/jet/format/DataPage.h"
+#include "platform/jet/format/PageCipher.h"
 #include "platform/jet/format/UsageMap.h"
 #include "support/FileFaults.h"
 
@@ -172,10 +173,30 @@ TEST(CutUpdate, LosesNothingInAnEncodedFile) {
   cutAllKinds({{{file, kStorePassword}, u"tblStock"}});
 }
 
-TEST(CutUpdate, LosesNothingOfLongValues) {
+/// A kind of file that is made on the spot, without a password.
+struct FileKind {
+  const char* name;
+  jet::Version version;
+  std::uint32_t encodingKey;
+
+  const jet::Layout& layout() const { return jet::layoutOf(version); }
+  makestore::StoreBuilder store() const {
+    return makestore::StoreBuilder().version(version).encodingKey(encodingKey);
+  }
+};
+
+class CutMadeFile : public testing::TestWithParam<FileKind> {};
+
+INSTANTIATE_TEST_SUITE_P(OfKind, CutMadeFile,
+                         testing::Values(FileKind{"Jet4", jet::Version::Jet4, 0},
+                                         FileKind{"Jet3", jet::Version::Jet3, 0},
+                                         FileKind{"Encoded", jet::Version::Jet4, 0x5A17C3E9}),
+                         [](const auto& kind) { return kind.param.name; });
+
+TEST_P(CutMadeFile, LosesNothingOfLongValues) {
   const Scratch scratch;
   const fs::path file = scratch.folder() / "long.mdb";
-  makestore::StoreBuilder store;
+  makestore::StoreBuilder store = GetParam().store();
   store.table(u"Notes")
       .column({.name = u"id"})
       .column({.name = u"note", .type = jet::ColumnType::Memo})
@@ -247,13 +268,15 @@ void addTexts(makestore::StoreBuilder& store, std::u16string_view name, int rows
   for (int id = 1; id <= rows; ++id) table.row({std::int32_t{id}});
 }
 
-TEST(CutUpdate, LosesNothingWhereADeepIndexGrowsAndShrinks) {
+TEST_P(CutMadeFile, LosesNothingWhereADeepIndexGrowsAndShrinks) {
   const Scratch scratch;
   const fs::path file = scratch.folder() / "deep.mdb";
-  makestore::StoreBuilder store;
+  makestore::StoreBuilder store = GetParam().store();
   addTexts(store, u"Texts", 90);
   store.write(file);
-  // Hyphens make keys of a thousand bytes, of which a page holds three.
+  // In Jet 4 hyphens make keys of a thousand bytes, of which a page holds three; in Jet 3 a page
+  // holds seven of these texts' keys.
+  const bool jet4 = GetParam().version == jet::Version::Jet4;
   const auto longText = [](std::size_t row) {
     std::u16string text(250, u'-');
     for (std::size_t place = 0; row > 0; row /= 5, ++place)
@@ -261,7 +284,8 @@ TEST(CutUpdate, LosesNothingWhereADeepIndexGrowsAndShrinks) {
     return text;
   };
   Hunt hunt({file, u""},
-            {"root grown to level 3", "node split at level 2", "leaf unlinked",
+            {jet4 ? "root grown to level 3" : "root grown to level 2",
+             jet4 ? "node split at level 2" : "node split at level 1", "leaf unlinked",
              "node unlinked at level 1"},
             3);
   hunt.byValues(u"Texts", 1, [&](std::size_t row) { return longText(row * 37 % 90 + 1); });
@@ -272,15 +296,17 @@ TEST(CutUpdate, LosesNothingWhereADeepIndexGrowsAndShrinks) {
 }
 
 /// Changes the rows of one page of a file.
-void changePage(const fs::path& file, std::uint32_t number,
+void changePage(const FileKind& kind, const fs::path& file, std::uint32_t number,
                 const std::function<void(jet::DataPageEditor&)>& change) {
-  const jet::Layout& layout = jet::layoutOf(jet::Version::Jet4);
+  const jet::Layout& layout = kind.layout();
   std::fstream stream(file, std::ios::binary | std::ios::in | std::ios::out);
   jet::Bytes page(layout.pageSize);
   stream.seekg(static_cast<std::streamoff>(number * page.size()));
   stream.read(reinterpret_cast<char*>(page.data()), static_cast<std::streamsize>(page.size()));
+  jet::cipherPage(kind.encodingKey, number, page);
   jet::DataPageEditor rows(layout, page, {});
   change(rows);
+  jet::cipherPage(kind.encodingKey, number, page);
   stream.seekp(static_cast<std::streamoff>(number * page.size()));
   stream.write(reinterpret_cast<const char*>(page.data()),
                static_cast<std::streamsize>(page.size()));
@@ -295,23 +321,25 @@ void fillMapPage(jet::DataPageEditor& rows) {
   ASSERT_TRUE(rows.replace(last, longer, jet::SlotMark::Row));
 }
 
-TEST(CutUpdate, LosesNothingWhereUsageMapsGrow) {
-  constexpr int kPages = 620;
+TEST_P(CutMadeFile, LosesNothingWhereUsageMapsGrow) {
+  const jet::Layout& layout = GetParam().layout();
+  const std::size_t window = jet::UsageMap::empty(layout).windowSize();
   const Scratch scratch;
   const fs::path file = scratch.folder() / "maps.mdb";
-  makestore::StoreBuilder store;
+  makestore::StoreBuilder store = GetParam().store();
   addTexts(store, u"Early", 30);
   makestore::Table& bulk = store.table(u"Bulk");
+  const std::size_t length = layout.longestRow / 8;  // of seven values, which fill a page
   for (const char16_t* name : {u"a", u"b", u"c", u"d", u"e", u"f", u"g"})
-    bulk.column({.name = name, .type = jet::ColumnType::Binary, .length = 510});
+    bulk.column({.name = name, .type = jet::ColumnType::Binary, .length = length});
   for (int row = 0; row < 140; ++row)
-    bulk.row(std::vector<runtime::Variant>(7, runtime::Binary(510, 1)));
+    bulk.row(std::vector<runtime::Variant>(7, runtime::Binary(length, 1)));
   addTexts(store, u"Late", 30);
-  store.freePages(kPages - 160);
+  store.freePages(window - 52);
   store.write(file);
   // No page of the file is free: new ones lie far behind those of the tables.
-  const auto pages = static_cast<std::uint32_t>(fs::file_size(file) / 4096);
-  changePage(file, jet::kGlobalMapPage, [pages](jet::DataPageEditor& rows) {
+  const auto pages = static_cast<std::uint32_t>(fs::file_size(file) / layout.pageSize);
+  changePage(GetParam(), file, jet::kGlobalMapPage, [pages](jet::DataPageEditor& rows) {
     jet::UsageMap map = jet::UsageMap::decode(rows.bytes(0), {});
     for (std::uint32_t page = 0; page < pages; ++page) map.set(jet::PageNumber(page), false);
     ASSERT_TRUE(rows.replace(0, map.encode(), jet::SlotMark::Row));
@@ -328,8 +356,8 @@ TEST(CutUpdate, LosesNothingWhereUsageMapsGrow) {
     jet::Database database(file, u"the file", u"");
     mapPage = tableNamed(database, u"Early").source().definition.ownedPages.page;
   }
-  changePage(file, mapPage, fillMapPage);
-  changePage(file, jet::kGlobalMapPage, fillMapPage);
+  changePage(GetParam(), file, mapPage, fillMapPage);
+  changePage(GetParam(), file, jet::kGlobalMapPage, fillMapPage);
   cut(u"Early", {"map turned into references", "global map turned into references"});
 }
 

@@ -272,11 +272,13 @@ TEST_P(CutMadeFile, LosesNothingWhereADeepIndexGrowsAndShrinks) {
   const Scratch scratch;
   const fs::path file = scratch.folder() / "deep.mdb";
   makestore::StoreBuilder store = GetParam().store();
-  addTexts(store, u"Texts", 90);
+  // Where pages are enciphered each try costs more.
+  const std::size_t rows = GetParam().encodingKey == 0 ? 90 : 45;
+  addTexts(store, u"Texts", static_cast<int>(rows));
   store.write(file);
   // In Jet 4 hyphens make keys of a thousand bytes, of which a page holds three; in Jet 3 a page
   // holds seven of these texts' keys.
-  const bool jet4 = GetParam().version == jet::Version::Jet4;
+  const bool deep = GetParam().version == jet::Version::Jet4 && rows == 90;
   const auto longText = [](std::size_t row) {
     std::u16string text(250, u'-');
     for (std::size_t place = 0; row > 0; row /= 5, ++place)
@@ -284,11 +286,11 @@ TEST_P(CutMadeFile, LosesNothingWhereADeepIndexGrowsAndShrinks) {
     return text;
   };
   Hunt hunt({file, u""},
-            {jet4 ? "root grown to level 3" : "root grown to level 2",
-             jet4 ? "node split at level 2" : "node split at level 1", "leaf unlinked",
+            {deep ? "root grown to level 3" : "root grown to level 2",
+             deep ? "node split at level 2" : "node split at level 1", "leaf unlinked",
              "node unlinked at level 1"},
             3);
-  hunt.byValues(u"Texts", 1, [&](std::size_t row) { return longText(row * 37 % 90 + 1); });
+  hunt.byValues(u"Texts", 1, [&](std::size_t row) { return longText(row * 37 % rows + 1); });
   hunt.byValues(u"Texts", 2, [&](std::size_t row) { return longText(row + 1); });
   hunt.byValues(u"Texts", 2, [](std::size_t) { return runtime::Null{}; });
   hunt.byValues(u"Texts", 1, [](std::size_t) { return runtime::Null{}; });
@@ -335,7 +337,7 @@ TEST_P(CutMadeFile, LosesNothingWhereUsageMapsGrow) {
   for (int row = 0; row < 140; ++row)
     bulk.row(std::vector<runtime::Variant>(7, runtime::Binary(length, 1)));
   addTexts(store, u"Late", 30);
-  store.freePages(window - 52);
+  store.freePages(window - 52);  // the file gets longer than a map of the usual length covers
   store.write(file);
   // No page of the file is free: new ones lie far behind those of the tables.
   const auto pages = static_cast<std::uint32_t>(fs::file_size(file) / layout.pageSize);

@@ -49,9 +49,9 @@ TEST(StandardStreams, ClosedOnesBecomeTheNullDevice) {
               for (const int descriptor : {0, 1, 2}) ::close(descriptor);
               process::prepareStandardStreams();
               process::writeToStandardError("lost");
-              return ::open("/", O_RDONLY);
+              return ::open("/", O_RDONLY) > STDERR_FILENO ? 0 : 1;
             }),
-            3);
+            0);
 }
 
 TEST(StandardStreams, APipeWithoutAReaderOrRoomStopsNobody) {

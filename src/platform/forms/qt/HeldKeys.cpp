@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QLibrary>
+#include <cstdint>
+#include <cstring>
 
 namespace forms::qt {
 namespace {
@@ -24,6 +26,22 @@ void askForRealReleases() {
 HeldKeys::HeldKeys(QObject* application) : QObject(application) {
   askForRealReleases();
   application->installEventFilter(this);
+  QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+bool HeldKeys::nativeEventFilter(const QByteArray& type, void* message, qintptr*) {
+  // The head of a key event of the X protocol: its code in the lowest seven bits of the first byte,
+  // the key's scan code, and after two more bytes the server's time in milliseconds.
+  constexpr unsigned kKeyRelease = 3;
+  constexpr unsigned kCodeBits = 0x7F;
+  constexpr std::size_t kTimeOffset = 4;
+  if (type != "xcb_generic_event_t") return false;
+  const auto* const bytes = static_cast<const unsigned char*>(message);
+  if ((bytes[0] & kCodeBits) != kKeyRelease) return false;
+  std::uint32_t time = 0;
+  std::memcpy(&time, bytes + kTimeOffset, sizeof time);
+  released_.insert(bytes[1], time);
+  return false;
 }
 
 bool HeldKeys::eventFilter(QObject* watched, QEvent* event) {
@@ -46,7 +64,9 @@ bool HeldKeys::filterPress(QObject* window, QKeyEvent& event) {
   // A held key repeats sooner than this; one that hasn't was let go over another program.
   constexpr quint64 kStillHeld = 1000;
   const auto press = down_.find(event.key());
-  const bool wasDown = press != down_.end() && event.timestamp() - press->last <= kStillHeld;
+  const auto release = released_.constFind(event.nativeScanCode());
+  const bool wasDown = press != down_.end() && event.timestamp() - press->last <= kStillHeld &&
+                       (release == released_.constEnd() || *release < press->last);
   if (!event.isAutoRepeat() && !wasDown) {
     down_.insert(event.key(), {.period = period_, .last = event.timestamp()});
     return false;

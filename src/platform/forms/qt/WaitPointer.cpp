@@ -1,5 +1,6 @@
 #include "platform/forms/qt/WaitPointer.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <utility>
 

@@ -9,22 +9,34 @@
 namespace forms::qt {
 namespace {
 
-/// Asks the X server not to make up a release before each repeat. The toolkit tells those from real
-/// ones only if the next press has arrived by then.
-void askForRealReleases() {
+// The shortest time after which a held key repeats, in milliseconds, where nobody says.
+constexpr quint64 kShortestDelay = 200;
+
+/// Asks the X server not to make up a release before each repeat, since the toolkit tells those
+/// from real ones only if the next press has arrived by then. Returns after how many milliseconds a
+/// held key begins to repeat.
+quint64 askForRealReleases() {
   const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  if (x11 == nullptr || x11->display() == nullptr) return;
+  if (x11 == nullptr || x11->display() == nullptr) return kShortestDelay;
   using SetDetectableAutoRepeat = int (*)(Display*, int, int*);
+  using GetAutoRepeatRate = int (*)(Display*, unsigned, unsigned*, unsigned*);
+  constexpr unsigned kCoreKeyboard = 0x100;
   QLibrary library(QStringLiteral("X11"), 6);
   const auto setDetectable =
       reinterpret_cast<SetDetectableAutoRepeat>(library.resolve("XkbSetDetectableAutoRepeat"));
   if (setDetectable != nullptr) setDetectable(x11->display(), 1, nullptr);
+  const auto getRate = reinterpret_cast<GetAutoRepeatRate>(library.resolve("XkbGetAutoRepeatRate"));
+  unsigned delay = 0;
+  unsigned interval = 0;
+  const bool known =
+      getRate != nullptr && getRate(x11->display(), kCoreKeyboard, &delay, &interval) != 0;
+  return known ? delay : kShortestDelay;
 }
 
 }  // namespace
 
-HeldKeys::HeldKeys(QObject* application) : QObject(application) {
-  askForRealReleases();
+HeldKeys::HeldKeys(QObject* application)
+    : QObject(application), repeatDelay_(askForRealReleases()) {
   application->installEventFilter(this);
   QCoreApplication::instance()->installNativeEventFilter(this);
 }
@@ -65,13 +77,22 @@ bool HeldKeys::filterPress(QObject* window, QKeyEvent& event) {
   constexpr quint64 kStillHeld = 1000;
   const auto press = down_.find(event.key());
   const auto release = released_.constFind(event.nativeScanCode());
-  const bool wasDown = press != down_.end() && event.timestamp() - press->last <= kStillHeld &&
-                       (release == released_.constEnd() || *release < press->last);
+  const auto isStillDown = [&] {
+    if (press == down_.end()) return false;
+    const quint64 since = event.timestamp() - press->last;
+    // The release may have been reported to nobody, while no window had the keyboard.
+    if (!press->hasRepeated && since < repeatDelay_) return false;
+    return since <= kStillHeld && (release == released_.constEnd() || *release < press->last);
+  };
+  const bool wasDown = isStillDown();
   if (!event.isAutoRepeat() && !wasDown) {
     down_.insert(event.key(), {.period = period_, .last = event.timestamp()});
     return false;
   }
-  if (press != down_.end()) press->last = event.timestamp();
+  if (press != down_.end()) {
+    press->last = event.timestamp();
+    press->hasRepeated = true;
+  }
   if (press == down_.end() || press->period != period_) return true;
   if (event.isAutoRepeat()) return false;
   QKeyEvent repeat(QEvent::KeyPress, event.key(), event.modifiers(), event.nativeScanCode(),

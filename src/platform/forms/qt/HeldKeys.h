@@ -20,6 +20,7 @@ class HeldKeys : public QObject, private QAbstractNativeEventFilter {
   struct Press {
     int period;
     quint64 last;  ///< when it came or was repeated last, in milliseconds
+    bool hasRepeated = false;
   };
   bool filterPress(QObject* window, QKeyEvent& event);
   bool filterRelease(const QKeyEvent& event);
@@ -27,6 +28,7 @@ class HeldKeys : public QObject, private QAbstractNativeEventFilter {
   /// its press has closed.
   bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
+  quint64 repeatDelay_;               ///< in milliseconds
   QHash<int, Press> down_;            ///< by key
   QHash<quint32, quint64> released_;  ///< when a key was let go last, by scan code
   int period_ = 0;                    ///< counted up by each modal window that comes or goes

@@ -3,10 +3,10 @@
 #include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QTimer>
 #include <QWheelEvent>
 
 #include "platform/forms/qt/EntryPainter.h"
+#include "platform/forms/qt/Later.h"
 #include "platform/forms/qt/SheetView.h"
 
 namespace forms::qt {
@@ -32,7 +32,7 @@ void CellDropDown::showPopup() {
 void CellDropDown::hidePopup() {
   QComboBox::hidePopup();
   // The toolkit tells that the table has the focus once the list has gone.
-  QTimer::singleShot(0, &view_, &SheetView::announceCell);
+  later(view_, [this] { view_.announceCell(); });
 }
 
 void CellDropDown::paintEvent(QPaintEvent*) {

@@ -4,8 +4,9 @@
 
 #include <QGuiApplication>
 #include <QLibrary>
-#include <QTimer>
 #include <cstdlib>
+
+#include "platform/forms/qt/Later.h"
 
 namespace forms::qt {
 namespace {
@@ -23,7 +24,7 @@ int connectionToXServer() {
 
 // The drag's own filter must be there already: the last one that was installed is asked first.
 DisplayWatch::DisplayWatch() : connection_(connectionToXServer()) {
-  QTimer::singleShot(0, this, [this] { qGuiApp->installEventFilter(this); });
+  later(*this, [this] { qGuiApp->installEventFilter(this); });
 }
 
 bool DisplayWatch::eventFilter(QObject*, QEvent*) {

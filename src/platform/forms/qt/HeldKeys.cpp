@@ -9,15 +9,12 @@
 namespace forms::qt {
 namespace {
 
-// The shortest time after which a held key repeats, in milliseconds, where nobody says.
-constexpr quint64 kShortestDelay = 200;
-
 /// Asks the X server not to make up a release before each repeat, since the toolkit tells those
 /// from real ones only if the next press has arrived by then. Returns after how many milliseconds a
-/// held key begins to repeat.
+/// held key begins to repeat, 0 where nobody says.
 quint64 askForRealReleases() {
   const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  if (x11 == nullptr || x11->display() == nullptr) return kShortestDelay;
+  if (x11 == nullptr || x11->display() == nullptr) return 0;
   using SetDetectableAutoRepeat = int (*)(Display*, int, int*);
   using GetAutoRepeatRate = int (*)(Display*, unsigned, unsigned*, unsigned*);
   constexpr unsigned kCoreKeyboard = 0x100;
@@ -30,7 +27,7 @@ quint64 askForRealReleases() {
   unsigned interval = 0;
   const bool known =
       getRate != nullptr && getRate(x11->display(), kCoreKeyboard, &delay, &interval) != 0;
-  return known ? delay : kShortestDelay;
+  return known ? delay : 0;
 }
 
 }  // namespace

@@ -1,9 +1,10 @@
 #pragma once
 
 #include <QApplication>
-#include <QTimer>
 #include <QWidget>
 #include <utility>
+
+#include "platform/forms/qt/Later.h"
 
 namespace forms::qt {
 
@@ -18,14 +19,9 @@ inline bool isShutOut(const QWidget& widget) {
 template <class Act>
 void actLater(QWidget& widget, Act act) {
   if (isShutOut(widget)) return;
-  const auto unlessShutOut = [&widget, act = std::move(act)] {
+  later(widget, [&widget, act = std::move(act)] {
     if (!isShutOut(widget)) act();
-  };
-  auto* const soon = new QTimer(&widget);
-  soon->setSingleShot(true);
-  QObject::connect(soon, &QTimer::timeout, soon, &QTimer::deleteLater);
-  QObject::connect(soon, &QTimer::timeout, &widget, unlessShutOut);
-  soon->start();
+  });
 }
 
 }  // namespace forms::qt

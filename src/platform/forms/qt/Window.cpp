@@ -15,6 +15,7 @@
 
 #include "platform/forms/qt/Colours.h"
 #include "platform/forms/qt/Edge.h"
+#include "platform/forms/qt/Later.h"
 #include "platform/forms/qt/Pixels.h"
 #include "platform/forms/qt/Raise.h"
 #include "platform/forms/qt/TaskBars.h"
@@ -208,7 +209,9 @@ void Window::paintEvent(QPaintEvent* event) {
   // A window manager maximises a window, and frames it, before it lets it be seen, or at once
   // after that.
   constexpr std::chrono::milliseconds kGrace{250};
-  if (!std::exchange(seen_, true)) QTimer::singleShot(kGrace, this, &Window::adaptToNoManager);
+  if (!std::exchange(seen_, true))
+    later(
+        *this, [this] { adaptToNoManager(); }, kGrace);
   QPainter(this).fillRect(event->rect(), drawnColour(design_.backColour, palette()));
 }
 

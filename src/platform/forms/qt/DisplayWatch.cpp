@@ -6,8 +6,6 @@
 #include <QLibrary>
 #include <cstdlib>
 
-#include "platform/forms/qt/Later.h"
-
 namespace forms::qt {
 namespace {
 
@@ -24,7 +22,11 @@ int connectionToXServer() {
 
 // The drag's own filter must be there already: the last one that was installed is asked first.
 DisplayWatch::DisplayWatch() : connection_(connectionToXServer()) {
-  later(*this, [this] { qGuiApp->installEventFilter(this); });
+  QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+}
+
+void DisplayWatch::customEvent(QEvent*) {
+  qGuiApp->installEventFilter(this);
 }
 
 bool DisplayWatch::eventFilter(QObject*, QEvent*) {

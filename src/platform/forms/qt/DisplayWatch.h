@@ -12,6 +12,7 @@ class DisplayWatch final : public QObject {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void customEvent(QEvent* event) override;
 
  private:
   int connection_;  ///< the descriptor of the connection to the X server, -1 under another platform

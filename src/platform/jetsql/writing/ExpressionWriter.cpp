@@ -99,7 +99,7 @@ Comparing comparing(Type a, Type b) {
   return Comparing::Texts;
 }
 
-std::string collated(std::string value, Type type) {
+std::string collated(const std::string& value, Type type) {
   return isTextual(type) || type == Type::Any ? value + " COLLATE " + kCollation : value;
 }
 
@@ -244,11 +244,12 @@ std::string ExpressionWriter::chain(const BoundExpression& expression,
   } while (first->kind == Kind::Binary && first->op == expression.op &&
            (first->op != Operator::Add || addsNumbers(*first)));
   std::vector<std::string> pieces{(this->*form)(*first)};
-  for (auto operand = operands.rbegin(); operand != operands.rend(); ++operand) {
+  std::ranges::reverse(operands);
+  for (const BoundExpression* operand : operands) {
     if (expression.op == Operator::Concatenate && pieces.size() == kMostArguments) {
       pieces = {writer_.call("jet_concat", pieces)};
     }
-    pieces.push_back((this->*form)(**operand));
+    pieces.push_back((this->*form)(*operand));
   }
   if (expression.op == Operator::Concatenate) return writer_.call("jet_concat", pieces);
   return "(" + joined(pieces, symbol(expression.op)) + ")";

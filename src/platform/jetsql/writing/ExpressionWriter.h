@@ -49,6 +49,6 @@ enum class Comparing : std::uint8_t { Plain, Texts, GuidText, Null };
 Comparing comparing(Type a, Type b);
 
 /// A written value with the collating sequence that its type compares by.
-std::string collated(std::string value, Type type);
+std::string collated(const std::string& value, Type type);
 
 }  // namespace jetsql

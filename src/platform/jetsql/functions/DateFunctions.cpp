@@ -106,8 +106,9 @@ void dateDiff(const FunctionCall& call) {
       return (day * kSecondsADay + secondOfDay(time)) / interval.seconds;
     }
     // Weeks begin with Sunday; day 1 was one.
-    const auto length = static_cast<double>(interval.seconds / kSecondsADay);
-    return static_cast<std::int64_t>(std::floor(static_cast<double>(day - 1) / length));
+    const auto length = interval.seconds / kSecondsADay;
+    return static_cast<std::int64_t>(
+        std::floor(static_cast<double>(day - 1) / static_cast<double>(length)));
   };
   std::int64_t difference = position(call.date(2)) - position(call.date(1));
   if (sameWord(name, u"w")) difference /= 7;

@@ -203,7 +203,7 @@ void SaveSetting(std::u16string_view application, std::u16string_view section,
       const std::string_view lineEnd = bytes.find("\r\n") == bytes.npos ? "\n" : "\r\n";
       IniText text(std::move(bytes), foldedName);
       text.setValue(runtime::toUtf8(section), runtime::toUtf8(key), encoded(value), lineEnd);
-      return text.takeBytes().insert(0, mark);
+      return mark + text.takeBytes();
     });
   } catch (const RunTimeError&) {
     throw RunTimeError(ErrorNumber::PathFileAccess);

@@ -12,7 +12,10 @@ namespace jetsql {
 namespace {
 
 /// What a term of a key begins with; none is 0, which ends keys.
-enum Tag : char { kNull = 1, kNumber = 2, kText = 3, kBytes = 4 };
+constexpr char kNull = 1;
+constexpr char kNumber = 2;
+constexpr char kText = 3;
+constexpr char kBytes = 4;
 
 constexpr std::size_t kFront = sizeof(std::uint64_t);
 

@@ -16,9 +16,13 @@ runtime::RunTimeError openingError(FileProblem problem, std::u16string_view path
       return error::folderMissing(path);
     case FileProblem::Held:
       return error::fileInUse(path);
-    default:
-      return error::fileNotReadable(path);
+    case FileProblem::NoPermission:
+    case FileProblem::NotAFile:
+    case FileProblem::DiskFull:
+    case FileProblem::Other:
+      break;
   }
+  return error::fileNotReadable(path);
 }
 
 runtime::RunTimeError updatingError(const files::FileError& failure, std::u16string_view path) {
@@ -29,9 +33,13 @@ runtime::RunTimeError updatingError(const files::FileError& failure, std::u16str
       return error::fileReadOnly();
     case FileProblem::DiskFull:
       return error::diskFull(path);
-    default:
-      return error::diskFailed(path, runtime::fromUtf8(failure.systemReason()));
+    case FileProblem::Missing:
+    case FileProblem::FolderMissing:
+    case FileProblem::NotAFile:
+    case FileProblem::Other:
+      break;
   }
+  return error::diskFailed(path, runtime::fromUtf8(failure.systemReason()));
 }
 
 }  // namespace

@@ -63,9 +63,15 @@ bool PageChanges::endsWithSync(WriteStep step) {
       return false;
     case WriteStep::NewPages:
       return !groupsOf(WriteStep::OwnerMaps).empty();
-    default:
-      return true;
+    case WriteStep::OwnerMaps:
+    case WriteStep::InsertEntries:
+    case WriteStep::Counters:
+    case WriteStep::Rows:
+    case WriteStep::RemoveEntries:
+    case WriteStep::DropOld:
+      break;
   }
+  return true;
 }
 
 /// Writes a group; `end` is the number of pages that the file has.

@@ -56,9 +56,25 @@ Type calculatedType(Operator op, Type first, Type second) {
     case Operator::IntegerDivide:
     case Operator::Modulo:
       return Type::Long;
-    default:
-      return Type::Double;
+    case Operator::None:
+    case Operator::Or:
+    case Operator::And:
+    case Operator::Xor:
+    case Operator::Eqv:
+    case Operator::Imp:
+    case Operator::Not:
+    case Operator::Equal:
+    case Operator::NotEqual:
+    case Operator::Less:
+    case Operator::LessOrEqual:
+    case Operator::Greater:
+    case Operator::GreaterOrEqual:
+    case Operator::Divide:
+    case Operator::Negate:
+    case Operator::Power:
+      break;
   }
+  return Type::Double;
 }
 
 Type operatorType(const BoundExpression& expression) {
@@ -78,7 +94,18 @@ Type operatorType(const BoundExpression& expression) {
     case Kind::Unary:
     case Kind::Binary:
       break;
-    default:
+    case Kind::Boolean:
+    case Kind::Column:
+    case Kind::IsNull:
+    case Kind::Like:
+    case Kind::Alike:
+    case Kind::Between:
+    case Kind::InList:
+    case Kind::InQuery:
+    case Kind::Exists:
+    case Kind::Quantified:
+    case Kind::Call:
+    case Kind::CountRows:
       return Type::Boolean;
   }
   if (isLogical(expression.op) || isComparison(expression.op)) return Type::Boolean;
@@ -111,7 +138,11 @@ Type callType(const Function& function, const std::vector<BoundPtr>& arguments) 
       return arguments[0]->type == Type::Null ? Type::Text : arguments[0]->type;
     case Function::Writing::Sum:
       return arguments[0]->type == Type::Currency ? Type::Currency : Type::Double;
-    default:
+    case Function::Writing::Plain:
+    case Function::Writing::NullTest:
+    case Function::Writing::Moment:
+    case Function::Writing::InText:
+    case Function::Writing::Aggregate:
       break;
   }
   if (function.result == Function::Result::Fixed) return function.type;

@@ -51,9 +51,22 @@ bool isCondition(const ParsedExpression& term) {
     case ExpressionKind::Between:
     case ExpressionKind::InList:
       return true;
-    default:
-      return namesColumn(term);
+    case ExpressionKind::Null:
+    case ExpressionKind::Boolean:
+    case ExpressionKind::Whole:
+    case ExpressionKind::Number:
+    case ExpressionKind::Date:
+    case ExpressionKind::Text:
+    case ExpressionKind::Column:
+    case ExpressionKind::InQuery:
+    case ExpressionKind::Exists:
+    case ExpressionKind::Scalar:
+    case ExpressionKind::Quantified:
+    case ExpressionKind::Call:
+    case ExpressionKind::CountRows:
+      break;
   }
+  return namesColumn(term);
 }
 
 /// A column's criterion on its way to a full expression: each term gets the left operand that it

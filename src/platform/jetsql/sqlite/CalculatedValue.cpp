@@ -42,7 +42,12 @@ runtime::Variant numberValue(double number, Type type, bool isWhole) {
       return runtime::Decimal{numberText(number)};
     case Type::Double:
       return number;
-    default:
+    case Type::Null:
+    case Type::Text:
+    case Type::Memo:
+    case Type::Guid:
+    case Type::Binary:
+    case Type::Any:
       break;
   }
   const bool fits = isWhole && number >= std::numeric_limits<std::int32_t>::min() &&

@@ -26,7 +26,7 @@ T read(const std::uint8_t* at) {
 }
 
 /// Bytes after the tag.
-std::size_t sizeAfter(std::uint8_t tag, const std::uint8_t* at) {
+std::size_t sizeAfter(Tag tag, const std::uint8_t* at) {
   switch (tag) {
     case kNull:
       return 0;
@@ -39,9 +39,11 @@ std::size_t sizeAfter(std::uint8_t tag, const std::uint8_t* at) {
       return sizeof(double);
     case kWide:
       return sizeof(std::uint32_t) + 2 * std::size_t{read<std::uint32_t>(at)};
-    default:
-      return sizeof(std::uint32_t) + read<std::uint32_t>(at);
+    case kLatin:
+    case kBytes:
+      break;
   }
+  return sizeof(std::uint32_t) + read<std::uint32_t>(at);
 }
 
 runtime::Variant wholeValue(Type type, std::int32_t whole) {
@@ -52,9 +54,21 @@ runtime::Variant wholeValue(Type type, std::int32_t whole) {
       return static_cast<std::uint8_t>(whole);
     case Type::Integer:
       return static_cast<std::int16_t>(whole);
-    default:
-      return whole;
+    case Type::Null:
+    case Type::Long:
+    case Type::Currency:
+    case Type::Single:
+    case Type::Double:
+    case Type::Date:
+    case Type::Decimal:
+    case Type::Text:
+    case Type::Memo:
+    case Type::Guid:
+    case Type::Binary:
+    case Type::Any:
+      break;
   }
+  return whole;
 }
 
 runtime::Variant floatingValue(Type type, double number) {
@@ -142,9 +156,19 @@ void Result::add(const jet::Row& row, const ValueSource& source) {
       }
       if (!row.text(source.tableColumn, text_)) return packed_.push_back(kNull);
       return putBytes(kWide, text_.data(), text_.size(), sizeof(char16_t));
-    default:
-      return add(row.value(source.tableColumn));
+    case Type::Null:
+    case Type::Boolean:
+    case Type::Currency:
+    case Type::Single:
+    case Type::Double:
+    case Type::Date:
+    case Type::Decimal:
+    case Type::Guid:
+    case Type::Binary:
+    case Type::Any:
+      break;
   }
+  add(row.value(source.tableColumn));
 }
 
 const std::uint8_t* Result::store() {
@@ -196,9 +220,9 @@ void Result::replace(std::size_t row, int sourceRow, std::span<const runtime::Va
 
 runtime::Variant Result::value(std::size_t row, std::size_t column) const {
   const std::uint8_t* at = rows_[row] + sourceRows_ * sizeof(std::uint32_t);
-  for (std::size_t i = 0; i < column; ++i) at += 1 + sizeAfter(*at, at + 1);
+  for (std::size_t i = 0; i < column; ++i) at += 1 + sizeAfter(Tag{*at}, at + 1);
   const Type type = columns_[column].type;
-  const std::uint8_t tag = *at++;
+  const Tag tag{*at++};
   switch (tag) {
     case kNull:
       return {};
@@ -210,7 +234,9 @@ runtime::Variant Result::value(std::size_t row, std::size_t column) const {
       return runtime::Currency{read<std::int64_t>(at)};
     case kFloating:
       return floatingValue(type, read<double>(at));
-    default:
+    case kLatin:
+    case kWide:
+    case kBytes:
       break;
   }
   const std::size_t length = read<std::uint32_t>(at);

@@ -244,7 +244,11 @@ ParsedExpression ExpressionParser::primary() {
     case Token::Kind::QuotedName:
     case Token::Kind::Name:
       return namePrimary();
-    default:
+    case Token::Kind::End:
+    case Token::Kind::Symbol:
+    case Token::Kind::BrokenText:
+    case Token::Kind::BrokenDate:
+    case Token::Kind::BrokenName:
       break;
   }
   if (token.is(u"(") && words_.ahead(1).isWord(u"SELECT")) {

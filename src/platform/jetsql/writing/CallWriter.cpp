@@ -87,7 +87,10 @@ std::string writeCall(ExpressionWriter& writer, const BoundExpression& call) {
       return writeInText(writer, arguments);
     case Function::Writing::Sum:
       return writeSum(writer, call);
-    default:
+    case Function::Writing::Plain:
+    case Function::Writing::NullTest:
+    case Function::Writing::Moment:
+    case Function::Writing::Aggregate:
       break;
   }
   // A date alone is formatted as what `&` makes of it.

@@ -38,9 +38,22 @@ std::string_view symbol(Operator op) {
       return " + ";
     case Operator::Subtract:
       return " - ";
-    default:
+    case Operator::Multiply:
       return " * ";
+    case Operator::None:
+    case Operator::Xor:
+    case Operator::Eqv:
+    case Operator::Imp:
+    case Operator::Not:
+    case Operator::Concatenate:
+    case Operator::Modulo:
+    case Operator::IntegerDivide:
+    case Operator::Divide:
+    case Operator::Negate:
+    case Operator::Power:
+      break;
   }
+  return {};
 }
 
 /// True for expressions that SQLite's own truth values come from.
@@ -60,9 +73,18 @@ bool isTruth(const BoundExpression& expression) {
       return isLogical(expression.op) || isComparison(expression.op);
     case Kind::Call:
       return expression.function->writing == Function::Writing::NullTest;
-    default:
-      return false;
+    case Kind::Null:
+    case Kind::Boolean:
+    case Kind::Whole:
+    case Kind::Number:
+    case Kind::Date:
+    case Kind::Text:
+    case Kind::Column:
+    case Kind::Scalar:
+    case Kind::CountRows:
+      break;
   }
+  return false;
 }
 
 /// True where SQLite's own operator does for `+`.
@@ -122,9 +144,20 @@ std::string ExpressionWriter::asText(const BoundExpression& expression) {
       return writer_.call("jet_guid_text", {value(expression)});
     case Type::Binary:
       throw error::typeMismatch();
-    default:
-      return value(expression);
+    case Type::Null:
+    case Type::Boolean:
+    case Type::Byte:
+    case Type::Integer:
+    case Type::Long:
+    case Type::Currency:
+    case Type::Double:
+    case Type::Decimal:
+    case Type::Text:
+    case Type::Memo:
+    case Type::Any:
+      break;
   }
+  return value(expression);
 }
 
 std::string ExpressionWriter::asNumber(const BoundExpression& expression) {
@@ -163,9 +196,18 @@ std::string ExpressionWriter::plainValue(const BoundExpression& expression) {
       return scalarQuery(expression);
     case Kind::CountRows:
       return "count(*)";
-    default:
-      return writeCall(*this, expression);
+    case Kind::IsNull:
+    case Kind::Like:
+    case Kind::Alike:
+    case Kind::Between:
+    case Kind::InList:
+    case Kind::InQuery:
+    case Kind::Exists:
+    case Kind::Quantified:
+    case Kind::Call:
+      break;
   }
+  return writeCall(*this, expression);
 }
 
 std::string ExpressionWriter::plainCondition(const BoundExpression& expression) {
@@ -196,9 +238,20 @@ std::string ExpressionWriter::testCondition(const BoundExpression& expression) {
     case Kind::Binary:
       return isLogical(expression.op) ? logical(expression)
                                       : comparison(expression.op, *arguments[0], *arguments[1]);
-    default:
-      return "(" + value(*arguments[0]) + (expression.negated ? " IS NOT NULL)" : " IS NULL)");
+    case Kind::Null:
+    case Kind::Boolean:
+    case Kind::Whole:
+    case Kind::Number:
+    case Kind::Date:
+    case Kind::Text:
+    case Kind::Column:
+    case Kind::IsNull:
+    case Kind::Scalar:
+    case Kind::Call:
+    case Kind::CountRows:
+      break;
   }
+  return "(" + value(*arguments[0]) + (expression.negated ? " IS NOT NULL)" : " IS NULL)");
 }
 
 std::string ExpressionWriter::operatorValue(const BoundExpression& expression) {
@@ -228,9 +281,23 @@ std::string ExpressionWriter::operatorValue(const BoundExpression& expression) {
       return call("jet_intdivide");
     case Operator::Modulo:
       return call("jet_modulo");
-    default:
-      return call("jet_power");
+    case Operator::None:
+    case Operator::Or:
+    case Operator::And:
+    case Operator::Xor:
+    case Operator::Eqv:
+    case Operator::Imp:
+    case Operator::Not:
+    case Operator::Equal:
+    case Operator::NotEqual:
+    case Operator::Less:
+    case Operator::LessOrEqual:
+    case Operator::Greater:
+    case Operator::GreaterOrEqual:
+    case Operator::Power:
+      break;
   }
+  return call("jet_power");
 }
 
 /// A chain of one operator as one list of operands, since SQLite's parser is not deep.
@@ -265,10 +332,28 @@ std::string ExpressionWriter::logical(const BoundExpression& expression) {
       return chain(expression, &ExpressionWriter::condition);
     case Operator::Imp:
       return "((NOT " + condition(*arguments[0]) + ") OR " + condition(*arguments[1]) + ")";
-    default:
-      return inParentheses(expression.op == Operator::Eqv, "(" + condition(*arguments[0]) + " <> " +
-                                                               condition(*arguments[1]) + ")");
+    case Operator::None:
+    case Operator::Xor:
+    case Operator::Eqv:
+    case Operator::Equal:
+    case Operator::NotEqual:
+    case Operator::Less:
+    case Operator::LessOrEqual:
+    case Operator::Greater:
+    case Operator::GreaterOrEqual:
+    case Operator::Concatenate:
+    case Operator::Add:
+    case Operator::Subtract:
+    case Operator::Modulo:
+    case Operator::IntegerDivide:
+    case Operator::Multiply:
+    case Operator::Divide:
+    case Operator::Negate:
+    case Operator::Power:
+      break;
   }
+  return inParentheses(expression.op == Operator::Eqv,
+                       "(" + condition(*arguments[0]) + " <> " + condition(*arguments[1]) + ")");
 }
 
 std::string ExpressionWriter::comparison(Operator op, const BoundExpression& a,

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
@@ -130,6 +131,17 @@ TEST_F(StoreSql, UpdatesTheFirstRowAndPrintsItAsItReads) {
   EXPECT_EQ(got.status, 1);
   got = with({store, "select words, amount, day from [Odd things] where id = 1"});
   EXPECT_EQ(got.out, "words\tamount\tday\nx\\ty\\\\=1\t2.5000\t\\N\n");
+}
+
+TEST_F(StoreSql, PrintsHowSqliteRunsAStatement) {
+  const std::string store = oddStore();
+  const Result got = run({"--password", "secret", "--plan", store,
+                          "select words from [Odd things] where id > 1 and words = 'a'"});
+  EXPECT_EQ(got.err, "");
+  EXPECT_TRUE(got.out.starts_with("SELECT t")) << got.out;
+  EXPECT_THAT(got.out, testing::EndsWith("\n?1 = a\nt1 = Odd things\n"
+                                         "Odd things by PrimaryKey id>\n"));
+  EXPECT_EQ(run({"--plan", "--update", "words=x", store, "select 1"}).status, 2);
 }
 
 TEST_F(StoreSql, RunsAScriptStepByStepUntilOneFails) {

@@ -4,8 +4,10 @@
 #include <ostream>
 
 #include "PrintedValue.h"
+#include "StatementPlan.h"
 #include "platform/adodb/Connection.h"
 #include "platform/adodb/Recordset.h"
+#include "platform/jet/engine/Database.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/RunTimeError.h"
 
@@ -25,10 +27,14 @@ std::string quoted(const std::string& value) {
   return whole + "\"";
 }
 
+std::string absolutePath(const Store& store) {
+  return std::filesystem::absolute(store.path).lexically_normal().string();
+}
+
 std::u16string connectionString(const Store& store) {
-  const std::string path = std::filesystem::absolute(store.path).lexically_normal().string();
-  return runtime::fromUtf8("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + quoted(path) +
-                           ";Jet OLEDB:Database Password=" + quoted(store.password));
+  return runtime::fromUtf8(
+      "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + quoted(absolutePath(store)) +
+      ";Jet OLEDB:Database Password=" + quoted(store.password));
 }
 
 void printNames(const ADODB::Recordset& rows, std::ostream& out) {
@@ -83,6 +89,18 @@ void run(const Store& store, const Step& step, std::ostream& out) {
   }
   rows.Close();
   connection.Close();
+}
+
+void explain(const Store& store, std::u16string_view statement, std::ostream& out) {
+  const std::string path = absolutePath(store);
+  jet::Database database(path, runtime::fromUtf8(path), runtime::fromUtf8(store.password));
+  const StatementPlan plan = planOf(database, statement);
+  out << plan.sql << '\n';
+  for (std::size_t i = 0; i < plan.parameters.size(); ++i) {
+    out << '?' << i + 1 << " = " << escaped(plan.parameters[i]) << '\n';
+  }
+  for (const auto& [name, table] : plan.tables) out << name << " = " << table << '\n';
+  for (const std::string& step : plan.steps) out << step << '\n';
 }
 
 }  // namespace storesql

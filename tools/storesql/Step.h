@@ -2,6 +2,7 @@
 
 #include <iosfwd>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -29,5 +30,9 @@ std::pair<std::u16string, runtime::Variant> assignment(const std::string& text);
 /// Runs one step in a session of its own. Prints the column names and the rows; where values are
 /// written, the one row as it then reads. Raises the session's errors.
 void run(const Store& store, const Step& step, std::ostream& out);
+
+/// Prints how SQLite runs a statement: its text for SQLite, the parameters and tables that it
+/// names, and the steps of SQLite's plan. Raises the engine's errors.
+void explain(const Store& store, std::u16string_view statement, std::ostream& out);
 
 }  // namespace storesql

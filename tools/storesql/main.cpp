@@ -1,5 +1,6 @@
 // Runs one statement of the store's dialect on a store database, as the screens do, and prints the
-// rows; or writes values into the first row; or takes many such steps from a file.
+// rows; or writes values into the first row; or takes many such steps from a file; or prints how
+// SQLite runs the statement.
 
 #include <cstdlib>
 #include <fstream>
@@ -9,10 +10,10 @@
 #include <string>
 #include <vector>
 
-#include "Step.h"
 #include "layoutdata/Statements.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/RunTimeError.h"
+#include "storesql/Step.h"
 
 namespace {
 
@@ -21,18 +22,40 @@ constexpr int kUsageStatus = 2;
 constexpr const char* kUsage =
     "storesql [--password TEXT] DATABASE STATEMENT\n"
     "storesql [--password TEXT] --update COLUMN=TEXT... DATABASE STATEMENT\n"
-    "storesql [--password TEXT] --script FILE DATABASE\n";
+    "storesql [--password TEXT] --script FILE DATABASE\n"
+    "storesql [--password TEXT] --plan DATABASE STATEMENT\n";
+
+enum class Task { Read, Update, Script, Plan };
 
 struct Arguments {
   storesql::Store store{"", runtime::toUtf8(layoutdata::statements::kPassword)};
-  std::optional<std::string> script;
-  bool updates = false;
+  Task task = Task::Read;
+  std::string script;
   std::vector<std::string> plain;
 };
+
+/// Whether a task takes that many words beside the options.
+bool fits(Task task, std::size_t count) {
+  switch (task) {
+    case Task::Read:
+    case Task::Plan:
+      return count == 2;
+    case Task::Update:
+      return count >= 3;
+    case Task::Script:
+      return count == 1;
+  }
+  return false;
+}
 
 std::optional<Arguments> parse(const std::vector<std::string>& words) {
   Arguments arguments;
   bool optionsEnd = false;
+  bool tasksDiffer = false;
+  const auto choose = [&](Task task) {
+    if (arguments.task != Task::Read && arguments.task != task) tasksDiffer = true;
+    arguments.task = task;
+  };
   for (std::size_t i = 0; i < words.size(); ++i) {
     const std::string& word = words[i];
     if (optionsEnd || !word.starts_with("--")) {
@@ -40,18 +63,19 @@ std::optional<Arguments> parse(const std::vector<std::string>& words) {
     } else if (word == "--") {
       optionsEnd = true;
     } else if (word == "--update") {
-      arguments.updates = true;
-    } else if ((word == "--password" || word == "--script") && i + 1 < words.size()) {
-      (word == "--script" ? arguments.script.emplace() : arguments.store.password) = words[i + 1];
-      ++i;
+      choose(Task::Update);
+    } else if (word == "--plan") {
+      choose(Task::Plan);
+    } else if (word == "--password" && i + 1 < words.size()) {
+      arguments.store.password = words[++i];
+    } else if (word == "--script" && i + 1 < words.size()) {
+      choose(Task::Script);
+      arguments.script = words[++i];
     } else {
       return std::nullopt;
     }
   }
-  const std::size_t count = arguments.plain.size();
-  const bool fits = arguments.script ? count == 1 && !arguments.updates
-                                     : (arguments.updates ? count >= 3 : count == 2);
-  if (!fits) return std::nullopt;
+  if (tasksDiffer || !fits(arguments.task, arguments.plain.size())) return std::nullopt;
   return arguments;
 }
 
@@ -59,9 +83,9 @@ std::string described(const runtime::RunTimeError& failure) {
   return std::to_string(failure.number()) + ": " + runtime::toUtf8(failure.text());
 }
 
-/// Takes the script's steps until one fails; gives the exit status.
+/// Takes the script's steps until one fails; returns the exit status.
 int runScript(const Arguments& arguments) {
-  std::ifstream script(*arguments.script);
+  std::ifstream script(arguments.script);
   if (!script) throw runtime::RunTimeError(runtime::ErrorNumber::FileNotFound);
   int done = 0;
   int status = EXIT_SUCCESS;
@@ -84,7 +108,7 @@ int runScript(const Arguments& arguments) {
 }
 
 int run(Arguments arguments) {
-  if (arguments.script) {
+  if (arguments.task == Task::Script) {
     arguments.store.path = arguments.plain[0];
     return runScript(arguments);
   }
@@ -93,6 +117,10 @@ int run(Arguments arguments) {
   arguments.plain.pop_back();
   arguments.store.path = arguments.plain.back();
   arguments.plain.pop_back();
+  if (arguments.task == Task::Plan) {
+    storesql::explain(arguments.store, step.statement, std::cout);
+    return EXIT_SUCCESS;
+  }
   for (const std::string& each : arguments.plain) {
     step.values.push_back(storesql::assignment(each));
   }

@@ -6,10 +6,8 @@
 #include <cstdlib>
 #include <variant>
 
-#include "platform/jetsql/binding/QueryBinder.h"
-#include "platform/jetsql/sqlite/SqlConnection.h"
-#include "platform/jetsql/syntax/QueryParser.h"
 #include "platform/runtime/RunTimeError.h"
+#include "storesql/StatementPlan.h"
 
 namespace jetsqltest {
 namespace {
@@ -68,33 +66,6 @@ struct Shown {
   }
   std::string operator()(const runtime::Decimal& value) const { return narrow(value.digits) + "d"; }
 };
-
-/// The step of a plan that reads a table, with names in place of numbers; `step` ends with
-/// "t<number> VIRTUAL TABLE INDEX <index>:<tests>".
-std::string tableStep(const jetsql::WrittenStatement& statement, const std::string& step) {
-  const std::size_t at = step.find(" VIRTUAL TABLE INDEX ");
-  if (at == std::string::npos) return step;
-  const int number = std::stoi(step.substr(step.rfind(' ', at - 1) + 2));
-  const std::size_t code = at + std::string_view(" VIRTUAL TABLE INDEX ").size();
-  const int index = std::stoi(step.substr(code));
-  std::string tests = step.substr(step.find(':', code) + 1);
-  tests.resize(std::min(tests.find(' '), tests.size()));
-  const jet::Table& table =
-      *std::ranges::find(statement.tables, number, &jetsql::TableUse::number)->table;
-  const auto columnName = [&](int column) {
-    return narrow(table.columns()[static_cast<std::size_t>(column)].name);
-  };
-  std::string text = narrow(table.name()) + " by ";
-  if (index == -1) return text + "scan";
-  if (index < -1) return text + "lookup " + columnName(-2 - index) + tests;
-  const jet::Index& used = table.indexes()[static_cast<std::size_t>(index)];
-  text += narrow(used.name);
-  for (std::size_t i = 0, column = 0; i < tests.size(); ++i) {
-    text += " " + columnName(used.columns[column].column) + tests[i];
-    if (tests[i] == '=' || tests[i] == '0') ++column;
-  }
-  return text;
-}
 
 std::int32_t n(int number) {
   return number;
@@ -179,19 +150,7 @@ std::string SmallStore::failure(std::u16string_view statement) {
 }
 
 std::string SmallStore::plan(std::u16string_view statement) {
-  jet::Database& database = session_->database();
-  jetsql::StoreCatalog catalog(database);
-  const jetsql::WrittenStatement written =
-      jetsql::writeStatement(jetsql::QueryBinder(catalog).bind(jetsql::parseStatement(statement)));
-  jetsql::SqlConnection connection(database.textOrder());
-  connection.prepare(written, "EXPLAIN QUERY PLAN ");
-  std::vector<std::string> steps;
-  while (connection.step()) {
-    constexpr int kDetail = 3;
-    const auto* detail = sqlite3_value_text(connection.value(kDetail));
-    steps.push_back(tableStep(written, reinterpret_cast<const char*>(detail)));
-  }
-  return joined(steps, "; ");
+  return joined(storesql::planOf(session_->database(), statement).steps, "; ");
 }
 
 makestore::StoreBuilder littleShop() {

@@ -30,8 +30,8 @@ class SmallStore {
   std::string columns(std::u16string_view statement);
   /// "number: text" of the error that the statement ends in; empty where it ends in none.
   std::string failure(std::u16string_view statement);
-  /// The steps in which the statement would be run, joined by "; ". A table's is "<table> by
-  /// <index, scan or lookup> <column><test>…", with the tests =, 0 (null), > and < (bounds).
+  /// The steps in which the statement would be run, as `storesql::planOf` tells them, joined by ";
+  /// ".
   std::string plan(std::u16string_view statement);
 
  private:

@@ -1,0 +1,65 @@
+#include "StatementPlan.h"
+
+#include <algorithm>
+
+#include "platform/jet/engine/Database.h"
+#include "platform/jetsql/binding/QueryBinder.h"
+#include "platform/jetsql/sqlite/SqlConnection.h"
+#include "platform/jetsql/syntax/QueryParser.h"
+#include "platform/runtime/CodePage.h"
+
+namespace storesql {
+namespace {
+
+/// The column of EXPLAIN QUERY PLAN with the step's text.
+constexpr int kDetail = 3;
+/// In the text of a step, between a virtual table's name and "<index>:<tests>" of `PlanCode`.
+constexpr std::string_view kVirtualTable = " VIRTUAL TABLE INDEX ";
+
+/// A step of SQLite's plan, with names in place of numbers where it reads a table.
+std::string namedStep(const jetsql::WrittenStatement& statement, const std::string& step) {
+  const std::size_t at = step.find(kVirtualTable);
+  if (at == std::string::npos) return step;
+  const int number = std::stoi(step.substr(step.rfind(' ', at - 1) + 2));
+  const std::size_t code = at + kVirtualTable.size();
+  const int index = std::stoi(step.substr(code));
+  std::string tests = step.substr(step.find(':', code) + 1);
+  tests.resize(std::min(tests.find(' '), tests.size()));
+  const jet::Table& table =
+      *std::ranges::find(statement.tables, number, &jetsql::TableUse::number)->table;
+  const auto columnName = [&](int column) {
+    return runtime::toUtf8(table.columns()[static_cast<std::size_t>(column)].name);
+  };
+  std::string text = runtime::toUtf8(table.name()) + " by ";
+  if (index == -1) return text + "scan";
+  if (index < -1) return text + "lookup " + columnName(-2 - index) + tests;
+  const jet::Index& used = table.indexes()[static_cast<std::size_t>(index)];
+  text += runtime::toUtf8(used.name);
+  for (std::size_t i = 0, column = 0; i < tests.size(); ++i) {
+    text += " " + columnName(used.columns[column].column) + tests[i];
+    if (tests[i] == '=' || tests[i] == '0') ++column;
+  }
+  return text;
+}
+
+}  // namespace
+
+StatementPlan planOf(jet::Database& database, std::u16string_view statement) {
+  const jet::Reading untilDone(database);
+  jetsql::StoreCatalog catalog(database);
+  const jetsql::WrittenStatement written =
+      jetsql::writeStatement(jetsql::QueryBinder(catalog).bind(jetsql::parseStatement(statement)));
+  StatementPlan plan{written.sql, written.parameters, {}, {}};
+  for (const jetsql::TableUse& use : written.tables) {
+    plan.tables.emplace_back("t" + std::to_string(use.number), runtime::toUtf8(use.table->name()));
+  }
+  jetsql::SqlConnection connection(database.textOrder());
+  connection.prepare(written, "EXPLAIN QUERY PLAN ");
+  while (connection.step()) {
+    const auto* detail = sqlite3_value_text(connection.value(kDetail));
+    plan.steps.push_back(namedStep(written, reinterpret_cast<const char*>(detail)));
+  }
+  return plan;
+}
+
+}  // namespace storesql

@@ -7,6 +7,7 @@ from storefile import (DATA_PAGE, DELETED, LEAF_PAGE, LONG, LONG_VALUE_OWNER, ME
 
 GLOBAL_MAP_PAGE, OBJECTS_PAGE = 1, 2
 HEADER_WORDS = {0x18: 0x100, 0x1C: 0x101, 0x20: 2, 0x24: 3, 0x28: 4, 0x2C: 5}
+MOST_LEVELS = 255  # a page has one byte for its level
 ROW_SIZE, CHILD_SIZE = 4, 4  # at the end of an entry: its row; in a node, the page below
 
 
@@ -76,6 +77,8 @@ class IndexCheck:
         """Walks the tree below a page, whose entries lie above `low` and not above `high`."""
         if number in self.pages:
             raise Damage("page %d reached twice" % number)
+        if depth > MOST_LEVELS:
+            raise Damage("page %d lies too deep" % number)
         page = self.pages[number] = IndexPage(self.store, number)
         if page.owner != self.table.page:
             self.problem("page %d belongs to definition %d" % (number, page.owner))
@@ -130,9 +133,9 @@ class IndexCheck:
             if right.previous != left.number:
                 self.problem("leaf %d previous is %d, expected %d" %
                              (right.number, right.previous, left.number))
-        if self.leaves[0].previous:
+        if self.leaves and self.leaves[0].previous:
             self.problem("first leaf has previous %d" % self.leaves[0].previous)
-        if self.leaves[-1].next:
+        if self.leaves and self.leaves[-1].next:
             self.problem("last leaf has next %d" % self.leaves[-1].next)
 
     def check_entries(self):
@@ -219,8 +222,6 @@ class FileCheck:
                 self.check_table(store.table(name, page))
             except Damage as damage:
                 store.problem("%s: %s" % (name, damage))
-            except IndexError:
-                store.problem("%s: definition runs beyond its pages" % name)
         self.check_unclaimed(free)
 
     def claim(self, page, owner):

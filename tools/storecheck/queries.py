@@ -32,6 +32,13 @@ class Source:
         return "(" + self.text + ")" if self.is_join else self.text
 
 
+def source_of(name, sources):
+    for source in sources:
+        if (name or "").lower() in source.names:
+            return source
+    raise Damage("a join of %s, which is no source" % name)
+
+
 def from_clause(rows):
     sources = []
     for row in rows.get(SOURCE, []):
@@ -40,8 +47,7 @@ def from_clause(rows):
         sources.append(Source({name.lower()}, aliased(bracketed(table), row["Name2"])))
     pairs = {}  # conditions by the two sources that they join
     for row in rows.get(JOIN, []):
-        left, right = ((next(source for source in sources if row[name].lower() in source.names))
-                       for name in ("Name1", "Name2"))
+        left, right = source_of(row["Name1"], sources), source_of(row["Name2"], sources)
         if left is right:
             if left not in pairs:
                 raise Damage("joins that contradict each other")
@@ -114,14 +120,16 @@ def queries(store):
     rows_of = {}
     for _, fields in store.live_rows(table):
         row = {column.name: store.value(column, fields[column.number]) for column in table.columns}
-        rows_of.setdefault(row["ObjectId"], []).append(row)
+        rows_of.setdefault(row.get("ObjectId"), []).append(row)
     for query, name in sorted(names.items(), key=lambda item: item[1].lower()):
         rows = {}
         for row in sorted(rows_of.get(query, []),
-                          key=lambda row: (row["Attribute"], row["Order"] or b"")):
-            rows.setdefault(row["Attribute"], []).append(row)
+                          key=lambda row: (row.get("Attribute") or 0, row.get("Order") or b"")):
+            rows.setdefault(row.get("Attribute"), []).append(row)
         try:
             text = query_text(rows)
-        except (Damage, KeyError, StopIteration, TypeError) as error:
-            text = "(cannot be rebuilt: %s)" % error
+        except Damage as damage:
+            text = "(cannot be rebuilt: %s)" % damage
+        except (KeyError, TypeError):
+            text = "(cannot be rebuilt: a part of its rows is missing)"
         yield name, text.replace("\r\n", "\n")

@@ -25,21 +25,31 @@ class Damage(Exception):
     """A fault of the file that keeps one of its structures from being read."""
 
 
+def integer(data, at, size):
+    if at + size > len(data):
+        raise Damage("%d bytes at offset %d do not fit into %d bytes" % (size, at, len(data)))
+    return int.from_bytes(data[at:at + size], "little")
+
+
+def u8(data, at):
+    return integer(data, at, 1)
+
+
 def u16(data, at):
-    return int.from_bytes(data[at:at + 2], "little")
+    return integer(data, at, 2)
 
 
 def u24(data, at):
-    return int.from_bytes(data[at:at + 3], "little")
+    return integer(data, at, 3)
 
 
 def u32(data, at):
-    return int.from_bytes(data[at:at + 4], "little")
+    return integer(data, at, 4)
 
 
 def row_pointer(data, at):
     """The page and the slot of a row."""
-    return u24(data, at + 1), data[at]
+    return u24(data, at + 1), u8(data, at)
 
 
 @functools.lru_cache(maxsize=4096)
@@ -97,17 +107,17 @@ class Layout:
 
 class Column:
     def __init__(self, layout, entry):
-        self.type = entry[0]
+        self.type = u8(entry, 0)
         self.name, self.maps = "", []
         if layout.jet4:
             self.number, self.slot, self.offset = u16(entry, 5), u16(entry, 7), u16(entry, 21)
-            self.flags, self.size = entry[15], u16(entry, 23)
-            self.language, self.sort_version, self.code_page = u16(entry, 11), entry[14], 0
+            self.flags, self.size = u8(entry, 15), u16(entry, 23)
+            self.language, self.sort_version, self.code_page = u16(entry, 11), u8(entry, 14), 0
         else:
             self.number, self.slot, self.offset = u16(entry, 1), u16(entry, 3), u16(entry, 14)
-            self.flags, self.size = entry[13], u16(entry, 16)
+            self.flags, self.size = u8(entry, 13), u16(entry, 16)
             self.language, self.sort_version, self.code_page = u16(entry, 9), 0, u16(entry, 11)
-        self.scale = entry[12]
+        self.scale = u8(entry, 12)
         self.is_fixed = bool(self.flags & 1)
         self.is_autonumber = bool(self.flags & 4)
 
@@ -171,7 +181,10 @@ class StoreFile:
         if not self.layout.jet4:
             return raw.decode("cp1252", "replace").split("\0")[0]
         created = struct.unpack("<d", self.header[0x72:0x7A])[0]
-        mask = struct.pack("<i", int(created))
+        try:
+            mask = struct.pack("<i", int(created))
+        except (OverflowError, ValueError, struct.error):
+            raise Damage("the header's creation date %r masks no password" % created) from None
         unmasked = bytes(byte ^ mask[i % 4] for i, byte in enumerate(raw))
         return unmasked.decode("utf-16-le", "replace").split("\0")[0]
 
@@ -260,7 +273,7 @@ class StoreFile:
         kind = layout.definition_kind
         table.rows = u32(content, layout.definition_rows)
         table.autonumber = u32(content, layout.definition_autonumber)
-        table.kind, table.most_columns = content[kind], u16(content, kind + 1)
+        table.kind, table.most_columns = u8(content, kind), u16(content, kind + 1)
         table.variable_columns = u16(content, kind + 3)
         columns, logical, indexes = (u16(content, kind + 5), u32(content, kind + 7),
                                      u32(content, kind + 11))
@@ -281,7 +294,7 @@ class StoreFile:
         def next_name():
             nonlocal at
             start = at + layout.name_length_size
-            at = start + int.from_bytes(content[at:start], "little")
+            at = start + integer(content, at, layout.name_length_size)
             return content[start:at].decode("utf-16-le" if layout.jet4 else "cp1252", "replace")
 
         for column in table.columns:
@@ -301,10 +314,8 @@ class StoreFile:
         for entry in entries:
             index = table.indexes[u32(entry, 4)]
             index.names.append(next_name())
-            index.is_primary = index.is_primary or entry[19] == 1
+            index.is_primary = index.is_primary or u8(entry, 19) == 1
         while u16(content, at) != 0xFFFF:
-            if at + 10 > len(content):
-                raise Damage("the definition runs past its pages")
             column = by_number.get(u16(content, at))
             if column is not None:
                 column.maps = [row_pointer(content, at + 2), row_pointer(content, at + 6)]
@@ -324,15 +335,23 @@ class StoreFile:
                 continue
             if number not in columns:
                 raise Damage("index column %d is missing" % number)
-            index.columns.append((columns[number], bool(entry[3 * i + 2] & 1)))
+            index.columns.append((columns[number], bool(u8(entry, 3 * i + 2) & 1)))
         index.map, index.root = row_pointer(entry, 30), u32(entry, 34)
-        index.flags = entry[42] if self.layout.jet4 else entry[38]
+        index.flags = u8(entry, 42 if self.layout.jet4 else 38)
 
     def objects(self):
         """The rows of MSysObjects, by column name."""
         table = self.table("MSysObjects", 2)
-        return [{column.name: self.value(column, fields[column.number]) for column in table.columns
+        missing = {"Id", "Name", "Type"} - {column.name for column in table.columns}
+        if missing:
+            raise Damage("MSysObjects has no column %s" % sorted(missing)[0])
+        rows = [{column.name: self.value(column, fields[column.number]) for column in table.columns
                  if column.type != OLE} for _, fields in self.live_rows(table)]
+        for row in rows:
+            if (not isinstance(row["Id"], int) or not isinstance(row["Name"], str) or
+                    not isinstance(row["Type"], int)):
+                raise Damage("a row of MSysObjects has no id, name or type")
+        return rows
 
     def table_named(self, name):
         for row in self.objects():
@@ -347,7 +366,7 @@ class StoreFile:
         if len(row) < 2:
             raise Damage("row of %d bytes" % len(row))
         head = 2 if self.layout.jet4 else 1
-        count = int.from_bytes(row[:head], "little")
+        count = integer(row, 0, head)
         if count == 0 or count > table.most_columns:
             raise Damage("row says %d columns, its table has %d" % (count, table.most_columns))
         end = len(row) - (count + 7) // 8

@@ -132,7 +132,7 @@ struct Fault {
   int number = kEngine;
 };
 
-const std::string kOutside = "it names a page outside the file";
+const std::string kOutside = "it names a page outside the file (4096 bytes at offset ";
 
 const std::vector<Fault>& faults() {
   static const std::vector<Fault> all{

@@ -25,8 +25,11 @@ void walkPieces(const TableSource& source, const LongValueHead& head, const Plac
       raiseDamaged(source.place(at.page), u"a long value leads to a page of another kind");
     const Slot slot = pieces.slot(at.slot);
     const std::size_t link = chain ? LongValueHead::kChainLink : 0;
-    if (slot.isDeleted() || slot.length <= link)
+    if (slot.isDeleted())
       raiseDamaged(source.place(at.page), u"a piece of a long value is missing");
+    if (slot.length <= link)
+      raiseDamaged(source.place(at.page), u"a piece of a long value is too short",
+                   {0, link + 1, slot.length});
     const ByteView bytes = pieces.bytes(slot);
     const std::size_t count = std::min(left, bytes.size() - link);
     use(at, bytes.subspan(link, count));

@@ -13,7 +13,7 @@ enum class Outside { IsDamage, IsPassedOver };
 
 class Collector {
  public:
-  Collector(std::uint32_t pageCount, Outside outside) : pageCount_(pageCount), outside_(outside) {}
+  Collector(const Pager& pager, Outside outside) : pager_(pager), outside_(outside) {}
 
   void addSetBits(ByteView bits, std::uint64_t first, const Place& from) {
     for (std::size_t i = 0; i < bits.size(); ++i)
@@ -25,13 +25,13 @@ class Collector {
 
  private:
   void add(std::uint64_t page, const Place& from) {
-    if (page < pageCount_)
+    if (page < pager_.pageCount())
       pages.emplace_back(static_cast<std::uint32_t>(page));
     else if (outside_ == Outside::IsDamage)
-      raiseDamaged(from, u"it names a page outside the file");
+      pager_.raiseOutside(page, from);
   }
 
-  std::uint32_t pageCount_;
+  const Pager& pager_;
   Outside outside_;
 };
 
@@ -39,9 +39,7 @@ std::vector<PageNumber> pagesOf(Pager& pager, RowPointer pointer, const Place& f
                                 Outside outside) {
   if (pointer == RowPointer{}) return {};
   const UsageMap map = readUsageMap(pager, pointer, from);
-  // Asked only now: the first read of a session that did nothing for a while looks at the file
-  // anew.
-  Collector collector(pager.pageCount(), outside);
+  Collector collector(pager, outside);
   const Place place = from.at(pointer.page);
   if (map.kind == UsageMap::Kind::Inline) {
     collector.addSetBits(map.bits, map.firstPage, place);

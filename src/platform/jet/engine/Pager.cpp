@@ -87,25 +87,27 @@ std::size_t Pager::freeFrame() {
 
 Pager::Frame& Pager::frameWith(PageNumber number, const Place& from) {
   if (!locked_) lock();
-  const std::uint64_t offset = std::uint64_t{number} * layout_->pageSize;
-  const auto raiseOutside = [&] {
-    raiseDamaged(from, u"it names a page outside the file",
-                 {offset, layout_->pageSize, std::size_t{pageCount_} * layout_->pageSize});
-  };
-  if (number == 0 || number >= pageCount_) raiseOutside();
+  if (number == 0 || number >= pageCount_) raiseOutside(number, from);
   if (const std::size_t at = frameOf_[number]; at != 0) {
     frames_[at - 1].recentlyUsed = true;
     return frames_[at - 1];
   }
+  const std::uint64_t offset = std::uint64_t{number} * layout_->pageSize;
   auto page = std::make_shared<Bytes>(layout_->pageSize);
   const std::size_t count =
       withEngineWords(FileWork::Reading, shownPath_, [&] { return file_->readAt(offset, *page); });
-  if (count < page->size()) raiseOutside();
+  if (count < page->size()) raiseOutside(number, from);
   cipherPage(header_.encodingKey, number, *page);
   const std::size_t frame = freeFrame();
   frames_[frame] = {.number = number, .recentlyUsed = false, .page = std::move(page), .index = {}};
   frameOf_[number] = static_cast<std::uint16_t>(frame + 1);
   return frames_[frame];
+}
+
+void Pager::raiseOutside(std::uint64_t number, const Place& from) const {
+  raiseDamaged(
+      from, u"it names a page outside the file",
+      {number * layout_->pageSize, layout_->pageSize, std::size_t{pageCount_} * layout_->pageSize});
 }
 
 Pager::Page Pager::read(PageNumber number, const Place& from) {

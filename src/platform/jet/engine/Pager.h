@@ -36,6 +36,8 @@ class Pager {
   /// A page's decoded bytes. `from` is where it was named: a page outside the file is damage there.
   /// Takes the shared lock where it was given up; a file that is held too long is an error then.
   Page read(PageNumber number, const Place& from);
+  /// Raises the damage of a page number that the file doesn't reach; `from` is where it stands.
+  [[noreturn]] void raiseOutside(std::uint64_t number, const Place& from) const;
 
   /// An index page, opened. It is opened once while the page is kept.
   struct OpenIndexPage {
@@ -52,7 +54,7 @@ class Pager {
   void release() noexcept;
   /// Forgets all pages read so far: the file has others now.
   void forget();
-  /// Writes a page; one behind the last makes the file longer. Only within an update.
+  /// Writes a page; one after the last makes the file longer. Only within an update.
   void write(PageNumber number, ByteView page);
   /// Returns when all writes have reached the disk.
   void sync();
@@ -77,7 +79,7 @@ class Pager {
   const Layout* layout_ = nullptr;
   std::uint32_t pageCount_ = 0;
   std::vector<Frame> frames_;
-  std::vector<std::uint16_t> frameOf_;  ///< by page number: place in frames_ + 1, 0 for none
+  std::vector<std::uint16_t> frameOf_;  ///< by page number: index in frames_ + 1, 0 for none
   std::size_t hand_ = 0;                ///< of the clock that picks the frame to reuse
 };
 

@@ -17,7 +17,7 @@ UsageMap UsageMapRows::read(RowPointer at) {
   const DataPage rows(changes_.layout(), *page, source_.place(at.page));
   UsageMap map = UsageMap::decode(rows.bytes(rows.slot(at.slot)), source_.place(at.page));
   if (map.firstPage > kLastPage)
-    raiseDamaged(source_.place(at.page), u"a usage map begins beyond all pages");
+    changes_.pager().raiseOutside(map.firstPage, source_.place(at.page));
   return map;
 }
 

@@ -29,13 +29,17 @@ FileShape::Map mapAt(const jet::TableSource& source, jet::RowPointer at) {
   const jet::DataPage rows(source.pager.layout(), *page, {});
   const jet::Slot slot = rows.slot(at.slot);
   const jet::UsageMap map = jet::UsageMap::decode(rows.bytes(slot), {});
-  return {map.kind == jet::UsageMap::Kind::Reference, map.firstPage, slot.length};
+  const auto isThere = [](jet::PageNumber bitmap) { return bitmap != 0; };
+  return {map.kind == jet::UsageMap::Kind::Reference, map.firstPage, slot.length,
+          std::ranges::count_if(map.bitmapPages, isThere)};
 }
 
 void compareMaps(const FileShape::Map& before, const FileShape::Map& after, const std::string& name,
                  std::set<std::string>& kinds) {
   if (!before.inReferences && after.inReferences)
     kinds.insert(name + " turned into references");
+  else if (after.bitmaps > before.bitmaps)
+    kinds.insert(name + " given a bitmap");
   else if (after.length > before.length)
     kinds.insert(name + " lengthened");
   else if (after.firstPage != before.firstPage)

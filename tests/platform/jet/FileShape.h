@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <set>
@@ -20,6 +21,7 @@ struct FileShape {
     bool inReferences = false;
     jet::PageNumber firstPage;
     std::size_t length = 0;
+    std::ptrdiff_t bitmaps = 0;  ///< bitmap pages of a map in references
   };
   std::optional<jet::RowPointer> body;  ///< where the row's slot points
   struct Index {

@@ -12,6 +12,8 @@
 #include "makestore/StoreBuilder.h"
 #include "platform/jet/RandomUpdates.h"
 #include "platform/jet/StoreFiles.h"
+#include "platform/jet/engine/PageSet.h"
+#include "platform/jet/engine/TableSource.h"
 #include "platform/jet/format/TableDefinition.h"
 #include "support/FileFaults.h"
 
@@ -123,6 +125,30 @@ TEST_F(UpdateValues, OfAnyLengthGoToPagesOfTheirOwn) {
         outputOf("mdb-export -H '" + file_.string() + "' tblStock 2>/dev/null");
     EXPECT_NE(exported.find("\"" + narrow(text) + "\""), std::string::npos) << length;
   }
+}
+
+TEST_F(UpdateValues, ThatFillAPageOfLongValuesTakeItOffTheMapOfThoseWithRoom) {
+  makestore::StoreBuilder store;
+  store.table(u"Notes")
+      .column({.name = u"id"})
+      .column({.name = u"note", .type = jet::ColumnType::Memo, .compressed = false})
+      .row({std::int32_t{1}, std::u16string(1000, u'a')})
+      .row({std::int32_t{2}});
+  const fs::path file = scratch_.folder() / "notes.mdb";
+  store.write(file);
+  useFile(file, u"", u"Notes", u"id", std::int32_t{2});
+  const auto pagesWithRoom = [&] {
+    jet::Database database(file_, u"the file", password_);
+    const jet::TableSource& source = tableNamed(database, table_).source();
+    return jet::pagesWithRoom(source.pager, source.definition.longValueMaps.at(0).free, {});
+  };
+  const std::vector<jet::PageNumber> before = pagesWithRoom();
+  EXPECT_EQ(before.size(), 1U);
+  change(u"note", std::u16string(1030, u'b'));  // it leaves 20 bytes of the page
+  EXPECT_EQ(pagesWithRoom(), std::vector<jet::PageNumber>());
+  change(u"note", runtime::Null{});
+  EXPECT_EQ(pagesWithRoom(), before);
+  EXPECT_EQ(verdict(), "sound");
 }
 
 TEST_F(UpdateValues, ThatDoNotFitTheColumnAreRefused) {

@@ -1,4 +1,4 @@
-// Numeric texts and the code page: no text but gives a number or one of the two errors.
+// Numeric texts and the code page: each text becomes a number or one of the two errors.
 #include <cstddef>
 #include <cstdint>
 #include <string>

@@ -1,4 +1,4 @@
-// A whole store database: opened, its catalog, every table by a scan and by each index, every saved
+// A store database: opened, its catalog, every table by a scan and by each index, every saved
 // query, and one change of a row that has a text.
 #include <unistd.h>
 

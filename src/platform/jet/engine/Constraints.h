@@ -12,7 +12,7 @@ namespace jet {
 
 /// What a changed row has in one index before and after the change.
 struct KeyChange {
-  std::size_t index = 0;          ///< place among the definition's indexes
+  std::size_t index = 0;          ///< index among the definition's indexes
   bool hadEntry = false;          ///< the index has an entry for the old row
   std::optional<Bytes> oldEntry;  ///< absent where the old row's key is unknown
   std::optional<Bytes> newEntry;  ///< absent where the index leaves the new row out

@@ -68,7 +68,7 @@ class Database {
   std::unique_ptr<Session> session_;
 };
 
-/// What is read as a whole: no other program writes from the first page of it to its end. The lock
+/// What is read in one go: no other program writes from the first page of it to its end. The lock
 /// is given up then, also when it fails: a session may stay open while the user has a message to
 /// answer, and must not keep other programs from their updates so long.
 class Reading {

@@ -58,7 +58,7 @@ IndexPath IndexPath::to(PageChanges& changes, const TableSource& source, std::si
     if (page.leaf) {
       path.leafNumber = number;
       path.leaf = std::move(page);
-      // A leaf that an interrupted change left behind may stand before it in the chain.
+      // A leaf that an interrupted change left may stand before it in the chain.
       const PageNumber before = leafBefore(changes, source, path);
       path.hadLeftovers = path.hadLeftovers || before != path.leaf.previous;
       path.leaf.previous = before;

@@ -13,9 +13,9 @@ namespace jet {
 /// row.
 struct IndexRange {
   /// Values of the leading columns; a null asks for null. For a text column, Binary is a text's key
-  /// as `Row::sortKey` gives it.
+  /// as `Row::sortKey` returns it.
   std::vector<runtime::Variant> equal = {};
-  /// Bounds on the column behind those, by its values whatever the index's direction; the bounds
+  /// Bounds on the column after those, by its values whatever the index's direction; the bounds
   /// themselves are within. With a bound or with `notNull`, nulls of that column are left out.
   std::optional<runtime::Variant> lower = {};
   std::optional<runtime::Variant> upper = {};

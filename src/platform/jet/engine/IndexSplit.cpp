@@ -48,7 +48,7 @@ std::size_t preferredCut(const IndexPage& page, bool ascending) {
 
 SplitIndexPage splitIndexPage(const Layout& layout, const IndexPage& page, bool ascending,
                               const Place& place) {
-  // Neither half may be empty, and a node gives one entry away.
+  // Neither half may be empty, and a node passes one entry up.
   const std::size_t last = page.entries.size() - (page.leaf ? 1 : 2);
   if (page.entries.size() >= (page.leaf ? 2U : 3U)) {
     const std::size_t preferred =

@@ -15,7 +15,7 @@ inline constexpr int kMostIndexLevels = 24;
 /// leaves some twice) are passed over.
 class IndexWalk {
  public:
-  /// Stands before the first entry that is not less than `from`. `index` is a place among the
+  /// Stands before the first entry that is not less than `from`. `index` is one among the
   /// definition's indexes.
   IndexWalk(const TableSource& source, std::size_t index, ByteView from);
 

@@ -63,7 +63,7 @@ class Builder {
 
   void addBounds(const RowKey::Part& part, const IndexRange& range) {
     if (!range.lower && !range.upper && !range.notNull) return;
-    // Nulls stand before all values in an ascending column, behind them in a descending one.
+    // Nulls stand before all values in an ascending column, after them in a descending one.
     if (part.ascending)
       result_.from = with(prefix_, nullKey(true) + 1);
     else

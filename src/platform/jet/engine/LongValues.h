@@ -6,7 +6,7 @@
 
 namespace jet {
 
-/// The whole value of a memo or OLE column from what its row holds of it, put together from its
+/// The full value of a memo or OLE column from what its row holds of it, put together from its
 /// pages where it doesn't lie in the row. Raises damage where pieces are missing or lead in a
 /// circle.
 Bytes readLongValue(const TableSource& source, ByteView stored, const Place& place);

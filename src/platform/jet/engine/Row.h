@@ -13,7 +13,7 @@ namespace jet {
 struct FoundRow;
 struct TableSource;
 
-/// One row, whose columns are decoded when they are asked for. Columns are named by their place in
+/// One row, whose columns are decoded when they are asked for. Columns are named by their index in
 /// `Table::columns()`.
 class Row {
  public:
@@ -28,7 +28,7 @@ class Row {
   /// Guid, Numeric Decimal.
   runtime::Variant value(int column) const;
 
-  /// Fast path for Text and Memo columns; replaces what `out` held and gives false for null.
+  /// Fast path for Text and Memo columns; replaces what `out` held and returns false for null.
   bool text(int column, std::u16string& out) const;
   /// The text as bytes of one character each, U+0000 to U+00FF, where the row holds it so; absent
   /// for null, for a memo and for any other text.

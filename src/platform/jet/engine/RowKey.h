@@ -13,11 +13,11 @@ namespace jet {
 /// Makes the keys of one index from rows or from values.
 class RowKey {
  public:
-  /// `index` is a place among the definition's indexes.
+  /// `index` is one among the definition's indexes.
   RowKey(const TableSource& source, std::size_t index);
 
   struct Part {
-    int column = 0;  ///< place in `Table::columns()`
+    int column = 0;  ///< index in `Table::columns()`
     bool ascending = true;
   };
   const std::vector<Part>& parts() const { return parts_; }

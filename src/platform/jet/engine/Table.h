@@ -33,7 +33,7 @@ struct Column {
 
 /// One column of an index's key.
 struct IndexColumn {
-  int column = 0;  ///< place in `Table::columns()`
+  int column = 0;  ///< index in `Table::columns()`
   bool ascending = true;
 };
 
@@ -66,21 +66,21 @@ class Table {
   ColumnIdentity identity(int column) const;
   /// The columns in the order of their numbers, without deleted ones.
   const std::vector<Column>& columns() const { return columns_; }
-  /// The place of the column of that name, letter case aside.
+  /// The index of the column of that name, letter case aside.
   std::optional<int> columnNamed(std::u16string_view name) const;
   /// The indexes that the file keeps for the table (relationships share them).
   const std::vector<Index>& indexes() const { return indexes_; }
-  /// The place of the first seekable index whose leading columns are these.
+  /// The index of the first seekable index whose leading columns are these.
   std::optional<int> indexOn(const std::vector<std::u16string_view>& columnNames) const;
-  /// The columns of the primary key, as places in `columns()`; none without one.
+  /// The columns of the primary key, as indexes in `columns()`; none without one.
   std::vector<int> primaryKey() const;
   /// Number of rows as the file counts them; an estimate for system tables.
   std::uint32_t rowCount() const;
 
   /// All rows in the order in which they lie in the file.
   std::unique_ptr<Cursor> scan() const;
-  /// The rows of an index's range in the index's order; `index` is a place in `indexes()`, and must
-  /// be seekable unless the range is the whole index.
+  /// The rows of an index's range in the index's order; `index` is one in `indexes()`, and must
+  /// be seekable unless the range is the entire index.
   std::unique_ptr<Cursor> walk(int index, const IndexRange& range) const;
   /// For reading single rows by their ids.
   RowReader reader() const;

@@ -8,7 +8,7 @@
 
 namespace jet {
 
-/// All rows of a table, page by page. A row that moved comes at its own place.
+/// All rows of a table, page by page. A row that moved comes at its original slot.
 class TableScan : public Cursor {
  public:
   explicit TableScan(const TableSource& source);

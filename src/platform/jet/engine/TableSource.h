@@ -17,7 +17,7 @@ struct TableSource {
   std::u16string name;
   PageNumber definitionPage;
   TableDefinition definition;
-  /// The columns by their place in `Table::columns()`.
+  /// The columns by their index in `Table::columns()`.
   std::vector<ColumnDefinition> columns;
 
   /// Reads the definition from its chain of pages.

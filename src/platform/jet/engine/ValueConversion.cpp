@@ -76,7 +76,7 @@ std::optional<std::string> plainDecimal(const Variant& value) {
   return ascii ? std::optional(plain) : std::nullopt;
 }
 
-/// Rounds a plain decimal number half to even; gives sign and digits, the point left out.
+/// Rounds a plain decimal number half to even; returns sign and digits, the point left out.
 std::string rounded(const std::string& plain, std::size_t scale) {
   const bool negative = plain.starts_with('-');
   const std::size_t front = negative || plain.starts_with('+') ? 1 : 0;
@@ -145,7 +145,7 @@ bool booleanOf(const Variant& value) {
   return numberOf(value) != 0;
 }
 
-/// A date of the calendar as day number; `toText` of a date gives the text that is read here.
+/// A date of the calendar as day number; `toText` of a date returns the text that is read here.
 runtime::Date dateOf(const Variant& value) {
   const auto* text = std::get_if<std::u16string>(&value.get());
   int year = 0;

@@ -33,7 +33,7 @@ struct Slot {
 enum class SlotMark : std::uint16_t { Row = 0, Pointer = 0x4000, Body = 0x8000, Deleted = 0xC000 };
 
 /// A page of rows: table rows, usage maps, or pieces of long values. Rows fill the page from its
-/// end downwards; behind the header stand the slots, two bytes each.
+/// end downwards; after the header stand the slots, two bytes each.
 class DataPage {
  public:
   /// Raises damage where the page is no data page or its slots don't fit it.

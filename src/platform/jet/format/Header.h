@@ -28,7 +28,7 @@ struct Header {
 
   /// Reads the front of a file; absent where it is no database of a generation that we know.
   static std::optional<Header> decode(ByteView front);
-  /// The whole page.
+  /// The header page.
   Bytes encode() const;
 };
 

@@ -130,7 +130,7 @@ std::size_t IndexPageView::lowerBound(ByteView bytes) const {
   return low;
 }
 
-/// A byte of the whole entry, counted from its end; what the entry left out stands in the first
+/// A byte of the full entry, counted from its end; what the entry left out stands in the first
 /// one.
 std::uint8_t IndexPageView::byteFromEnd(std::size_t entry, std::size_t fromEnd) const {
   const ByteView own = suffix(entry);

@@ -13,7 +13,7 @@
 
 namespace jet {
 
-/// Bytes of a row pointer at the end of an entry, and of a node entry's child behind it; both big
+/// Bytes of a row pointer at the end of an entry, and of a node entry's child after it; both big
 /// endian, so that entries sort as plain bytes.
 inline constexpr std::size_t kEntryRow = 4;
 inline constexpr std::size_t kEntryChild = 4;

@@ -7,7 +7,7 @@
 
 namespace jet {
 
-/// The stream cipher of the format: the header's mask and the encoding of whole pages. It is its
+/// The stream cipher of the format: the header's mask and the encoding of pages. It is its
 /// own inverse.
 class Rc4 {
  public:
@@ -21,7 +21,7 @@ class Rc4 {
   std::uint8_t j_ = 0;
 };
 
-/// Encodes or decodes one whole page of a database with this encoding key. Nothing happens to page
+/// Encodes or decodes one page of a database with this encoding key. Nothing happens to page
 /// 0 and where the key is 0.
 void cipherPage(std::uint32_t encodingKey, std::uint32_t page, ByteSpan bytes);
 

@@ -7,8 +7,8 @@
 
 namespace jet {
 
-/// A row's place: its page and its slot there. The identity of a table's row is its original slot,
-/// also after its body has moved to another page.
+/// A row's position: its page and its slot there. The identity of a table's row is its original
+/// slot, also after its body has moved to another page.
 struct RowPointer {
   PageNumber page;
   SlotNumber slot;

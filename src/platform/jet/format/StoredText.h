@@ -13,7 +13,7 @@ namespace jet {
 /// compressed: FF FE, then a byte a character (U+0001 to U+00FF), where a zero byte switches to
 /// UTF-16 and, between two characters, back.
 
-/// True for compressed text without a switch, whose bytes behind the mark are its characters.
+/// True for compressed text without a switch, whose bytes after the mark are its characters.
 bool isByteText(Version version, ByteView stored);
 /// Those bytes: the text's characters in Latin-1 (Jet 4, compressed) or windows-1252 (Jet 3).
 ByteView byteText(Version version, ByteView stored);

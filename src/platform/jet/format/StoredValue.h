@@ -22,7 +22,7 @@ void requireSize(ColumnType type, ByteView stored, const Place& place);
 runtime::Variant decodeValue(Version version, const ColumnDefinition& column, ByteView stored,
                              const Place& place);
 
-/// The bytes of a value of exactly the column's kind, as `decodeValue` gives it; neither null nor
+/// The bytes of a value of exactly the column's kind, as `decodeValue` returns it; neither null nor
 /// Boolean. Absent where the value has no such bytes: a Jet 3 text with a character that has no
 /// byte, a Numeric with more digits than the column takes. Lengths are the caller's care.
 std::optional<Bytes> encodeValue(Version version, const ColumnDefinition& column,

@@ -66,7 +66,7 @@ struct LogicalIndex {
 
   std::u16string name;
   std::uint32_t number = 0;
-  std::uint32_t index = 0;  ///< place among the kept indexes
+  std::uint32_t index = 0;  ///< index among the kept indexes
   Kind kind = Kind::Plain;
   /// Foreign keys: 1 on the referenced side, 2 on the referencing one.
   std::uint8_t side = 0;

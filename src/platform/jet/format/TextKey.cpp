@@ -12,7 +12,7 @@ namespace jet {
 namespace {
 
 constexpr std::size_t kLongestKeyedText = 255;
-/// In front of a character outside the tables, behind all inline bytes of known ones.
+/// In front of a character outside the tables, after all inline bytes of known ones.
 constexpr std::uint8_t kUnknown = 0xFE;
 
 void add(std::string& key, std::uint8_t byte) {

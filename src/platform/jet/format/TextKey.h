@@ -12,7 +12,7 @@ namespace jet {
 /// The order by which a file compares, sorts and indexes text: the General order, in the form of
 /// the file's generation. Letter case never counts, accents only between texts that are otherwise
 /// equal, apostrophe and hyphen (Jet 4) last of all; blanks at the end never count, nor does what
-/// stands behind the 255th character.
+/// stands after the 255th character.
 enum class TextOrder : std::uint8_t { General3, General4 };
 
 inline constexpr TextOrder textOrderOf(Version version) {
@@ -21,7 +21,7 @@ inline constexpr TextOrder textOrderOf(Version version) {
 
 /// Appends the text's key to `key`. Keys compare as plain bytes (the shorter of two first where one
 /// begins with the other); texts are equal in the order exactly when their keys are. Every text has
-/// a key; false says that a character outside the known tables took part: it then sorts behind all
+/// a key; false says that a character outside the known tables took part: it then sorts after all
 /// known ones, by its number, and the key must not go into an index.
 bool appendTextKey(TextOrder order, std::u16string_view text, std::string& key);
 

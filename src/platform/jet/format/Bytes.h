@@ -12,8 +12,8 @@ using Bytes = std::vector<std::uint8_t>;
 using ByteView = std::span<const std::uint8_t>;
 using ByteSpan = std::span<std::uint8_t>;
 
-// Integers in the file are little endian unless a name says otherwise. None of these checks its
-// offset: whoever decodes a structure has checked the structure's size before.
+// Integers in the file are little endian unless a name says otherwise. None of these functions
+// checks its offset: a decoder checks the size of a structure first.
 
 inline std::uint16_t u16At(ByteView bytes, std::size_t at) {
   return static_cast<std::uint16_t>(bytes[at] | bytes[at + 1] << 8);

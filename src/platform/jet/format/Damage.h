@@ -7,7 +7,7 @@
 
 namespace jet {
 
-/// Where in which file something stands, for the words of an error. The texts outlive it.
+/// Where in which file something is stored, for the text of an error. The texts must outlive it.
 struct Place {
   std::u16string_view file;
   std::u16string_view table;
@@ -16,19 +16,19 @@ struct Place {
   Place at(PageNumber otherPage) const { return {file, table, otherPage}; }
 };
 
-/// Bytes that don't fit where they are said to be: in the file, a page, a row or another structure.
+/// Bytes that exceed the structure that is said to hold them: the file, a page, a row or another.
 struct Misfit {
-  std::size_t offset = 0;  ///< of their first, from the structure's beginning
+  std::size_t offset = 0;  ///< of the first byte, from the structure's start
   std::size_t size = 0;
-  std::size_t available = 0;  ///< bytes of the structure
+  std::size_t available = 0;  ///< size of the structure
 };
 
-/// Raises the general error: the file is damaged there, and how.
+/// Raises the general error for damage at `place`, which `how` describes.
 [[noreturn]] void raiseDamaged(const Place& place, std::u16string_view how);
-/// The same with the bytes that don't fit.
+/// The same, with the bytes that don't fit.
 [[noreturn]] void raiseDamaged(const Place& place, std::u16string_view how, const Misfit& misfit);
 
-/// Raises the general error: the file is sound, but this can't be written safely, and why.
+/// Raises the general error for a sound file that can't be changed safely; `why` is the reason.
 [[noreturn]] void raiseUnsupported(const Place& place, std::u16string_view why);
 
 }  // namespace jet

@@ -15,7 +15,7 @@ inline constexpr std::uint32_t kLongValueOwner = 0x4C41564C;
 /// Most slots that a page may have: a slot's number is one byte.
 inline constexpr std::size_t kMostSlots = 255;
 
-/// One slot of a data page: where its bytes lie, and what they are.
+/// One slot of a data page: the bounds of its bytes, and their kind.
 struct Slot {
   std::size_t offset = 0;
   std::size_t length = 0;
@@ -25,7 +25,7 @@ struct Slot {
   bool isDeleted() const { return pointer && hidden; }
   /// The body of a row that moved, reached only through its pointer.
   bool isBody() const { return hidden && !pointer; }
-  /// A row of its own: its bytes, or a pointer to them.
+  /// A row with an identity: its bytes, or a pointer to them.
   bool isRow() const { return !hidden; }
 };
 
@@ -33,7 +33,7 @@ struct Slot {
 enum class SlotMark : std::uint16_t { Row = 0, Pointer = 0x4000, Body = 0x8000, Deleted = 0xC000 };
 
 /// A page of rows: table rows, usage maps, or pieces of long values. Rows fill the page from its
-/// end downwards; after the header stand the slots, two bytes each.
+/// end downwards; the slots, two bytes each, follow the header.
 class DataPage {
  public:
   /// Raises damage where the page is no data page or its slots don't fit it.
@@ -69,12 +69,12 @@ class DataPageEditor {
   ByteView bytes(std::size_t number) const;
   /// The contiguous gap between slots and rows.
   std::size_t freeBytes() const;
-  /// Bytes of deleted rows that `squeeze` would set free.
+  /// Bytes of deleted rows that `squeeze` would free.
   std::size_t deadBytes() const;
   /// True when a new row of that length finds room, its slot included.
   bool hasRoomFor(std::size_t length) const;
 
-  /// Gives the slot new bytes and a new mark, sliding the rows below it; false, with nothing
+  /// Replaces the bytes and the mark of the slot, sliding the rows below it; false, with nothing
   /// changed, when the page has no room.
   bool replace(std::size_t number, ByteView row, SlotMark mark);
   /// Adds a row, in the slot of a deleted row without bytes where there is one; absent when the

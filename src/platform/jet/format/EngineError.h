@@ -5,18 +5,18 @@
 
 #include "platform/runtime/RunTimeError.h"
 
-/// What the engine answers when it can't do its work: number and words of each error, to be
-/// thrown. `Damage.h` adds what it says about a damaged file.
+/// The engine's errors, each with its number and text, to be thrown. `Damage.h` adds those about a
+/// damaged file.
 namespace jet::error {
 
 inline constexpr std::int32_t kRowChanged = -2147217864;
-inline constexpr std::int32_t kMismatch = -2147217913;  ///< types that don't go together
+inline constexpr std::int32_t kMismatch = -2147217913;  ///< incompatible types
 inline constexpr std::int32_t kTooLarge = -2147217833;
 inline constexpr std::int32_t kWrongPassword = -2147217843;
 /// The general error: a failure without a number of its own.
 inline constexpr std::int32_t kGeneral = -2147467259;
 
-/// The general error, in full words.
+/// The general error with that text.
 runtime::RunTimeError general(std::u16string_view words);
 
 // Opening a file. `path` is the path as the user knows it.
@@ -32,22 +32,22 @@ runtime::RunTimeError fileReadOnly();
 runtime::RunTimeError fileLocked();
 runtime::RunTimeError fileReplaced(std::u16string_view path);
 runtime::RunTimeError diskFull(std::u16string_view path);
-/// `reason` is the system's own.
+/// `reason` is the operating system's text.
 runtime::RunTimeError diskFailed(std::u16string_view path, std::u16string_view reason);
 
-// Refused changes of a row. `field` is a column's name, with its table's where it says so.
+// Refused changes of a row. `field` is the name of a column.
 runtime::RunTimeError rowChanged();
 runtime::RunTimeError mismatch();
 runtime::RunTimeError tooLarge();
 runtime::RunTimeError rowTooLarge();
 runtime::RunTimeError notUpdateable(std::u16string_view field);
-/// `field` is "table.column" here.
+/// Here `field` is "table.column".
 runtime::RunTimeError nullForbidden(std::u16string_view field);
-/// `field` is "table.column" here.
+/// Here `field` is "table.column".
 runtime::RunTimeError emptyTextForbidden(std::u16string_view field);
-/// A validation rule without words of its owner; `subject` is "table.column" or the table.
+/// A broken validation rule that has no text of its own; `subject` is "table.column" or the table.
 runtime::RunTimeError ruleBroken(std::u16string_view rule, std::u16string_view subject);
-/// One that can't be tried, and why, in a full sentence.
+/// A validation rule that can't be evaluated; `why` is a full sentence.
 runtime::RunTimeError ruleUnusable(std::u16string_view rule, std::u16string_view subject,
                                    std::u16string_view why);
 runtime::RunTimeError nullInIndex();

@@ -32,7 +32,7 @@ constexpr std::size_t kJet4TextAt = 0x9C;
 constexpr std::string_view kJet4Text = "4.0";
 constexpr std::size_t kJet3CommitBytesAt = 0x600;
 constexpr std::size_t kJet4CommitBytesAt = 0xE00;
-/// What page 0 holds at kPointersAt: the two global maps, then the definitions of the four system
+/// The pointers of page 0: to the two global maps, then to the definitions of the four system
 /// tables.
 constexpr std::array<std::uint32_t, 6> kPointers{RowPointer{kGlobalMapPage, SlotNumber(0)}.pack(),
                                                  RowPointer{kGlobalMapPage, SlotNumber(1)}.pack(),
@@ -50,7 +50,7 @@ void mask(Version version, ByteSpan page) {
   Rc4(kMaskKey).apply(page.subspan(kMaskedAt, maskedSize(version)));
 }
 
-/// The Jet 4 password is masked by the whole days of the creation date.
+/// The Jet 4 password is masked by the number of days in the creation date, without its fraction.
 void maskPassword(double creationDate, ByteSpan password) {
   const bool representable = std::abs(creationDate) < 2147483648.0;
   const auto days = representable ? static_cast<std::int32_t>(creationDate) : 0;
@@ -129,7 +129,7 @@ Bytes Header::encode() const {
     putBytes(page, kJet4TextAt,
              {reinterpret_cast<const std::uint8_t*>(kJet4Text.data()), kJet4Text.size()});
   }
-  // One pair of commit bytes for each possible user, as nobody has written yet.
+  // One pair of commit bytes for each possible user, in their state before any write.
   for (std::size_t at = jet3 ? kJet3CommitBytesAt : kJet4CommitBytesAt; at < page.size(); at += 2)
     page[at + 1] = 1;
   mask(version, page);

@@ -11,7 +11,7 @@ namespace jet {
 
 /// Page 0: what the file is, its password and how its pages are encoded.
 struct Header {
-  /// Bytes from the front of the file that `decode` needs.
+  /// Bytes at the start of the file that `decode` needs.
   static constexpr std::size_t kDecodedSize = 0x98;
   /// Longest password in characters.
   static constexpr std::size_t kLongestPassword = 20;
@@ -26,9 +26,9 @@ struct Header {
   std::uint8_t sortVersion = 0;
   double creationDate = 0;  ///< days since 1899-12-30
 
-  /// Reads the front of a file; absent where it is no database of a generation that we know.
+  /// Decodes the start of a file; absent where it is no database of a known generation.
   static std::optional<Header> decode(ByteView front);
-  /// The header page.
+  /// The encoded page.
   Bytes encode() const;
 };
 

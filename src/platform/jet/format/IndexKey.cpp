@@ -35,7 +35,8 @@ void appendSegments(ByteView value, bool ascending, Bytes& key) {
   }
 }
 
-/// Numbers, whose stored bytes are little endian: turned round, so that they sort as bytes.
+/// Numbers. Their stored bytes are little endian; a key has them reversed, so that they sort as
+/// bytes.
 void appendNumber(ColumnType type, ByteView stored, bool ascending, Bytes& key) {
   const std::size_t start = key.size();
   key.insert(key.end(), stored.rbegin(), stored.rend());
@@ -61,7 +62,7 @@ void appendNumeric(ByteView stored, bool ascending, Bytes& key) {
   appendBytes(key, magnitude);
 }
 
-/// The text's key, or the one that was made before; empty where a character is outside the tables.
+/// The text's key, computed here or before; empty where a character is outside the tables.
 Bytes textPart(Version version, const Variant& value) {
   if (const auto* made = std::get_if<runtime::Binary>(&value.get()))
     return isKnownTextKey(*made) ? *made : Bytes();

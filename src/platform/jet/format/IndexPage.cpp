@@ -14,7 +14,7 @@ void putBigEndian(Bytes& bytes, std::uint32_t value, std::size_t size) {
   for (std::size_t i = size; i-- > 0;) bytes.push_back(static_cast<std::uint8_t>(value >> 8 * i));
 }
 
-/// What all entries begin with, as far as each keeps at least `kept` bytes of its own.
+/// Length of the entries' common prefix, limited so that each entry keeps at least `kept` bytes.
 std::size_t commonPrefix(const std::vector<IndexEntry>& entries, std::size_t kept) {
   if (entries.size() < 2) return 0;
   const Bytes& first = entries.front().bytes;
@@ -30,8 +30,9 @@ std::size_t commonPrefix(const std::vector<IndexEntry>& entries, std::size_t kep
   return common;
 }
 
-/// The shortest prefix to leave out with which the entries fit a page: none, else a leaf's entries
-/// keep their row pointers, else (many equal keys) at least one byte. Absent where none fits.
+/// Length of the common prefix to leave out so that the entries fit a page: 0 if they fit in full,
+/// else one that leaves a leaf's entries their row pointers, else (many equal keys) one that leaves
+/// at least one byte. Absent where they don't fit even so.
 std::optional<std::size_t> fittingPrefix(const Layout& layout, const IndexPage& page) {
   std::size_t size = 0;
   for (const IndexEntry& entry : page.entries)
@@ -130,8 +131,7 @@ std::size_t IndexPageView::lowerBound(ByteView bytes) const {
   return low;
 }
 
-/// A byte of the full entry, counted from its end; what the entry left out stands in the first
-/// one.
+/// A byte of the full entry, counted from its end. The first entry holds the prefix of all others.
 std::uint8_t IndexPageView::byteFromEnd(std::size_t entry, std::size_t fromEnd) const {
   const ByteView own = suffix(entry);
   if (fromEnd <= own.size()) return own[own.size() - fromEnd];

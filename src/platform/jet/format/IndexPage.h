@@ -13,13 +13,13 @@
 
 namespace jet {
 
-/// Bytes of a row pointer at the end of an entry, and of a node entry's child after it; both big
-/// endian, so that entries sort as plain bytes.
+/// Bytes of the row pointer at the end of an entry, and of the child that follows it in a node;
+/// both big endian, so that entries sort as plain bytes.
 inline constexpr std::size_t kEntryRow = 4;
 inline constexpr std::size_t kEntryChild = 4;
 
-/// One entry of an index page: a key with its row, and in a node the child whose entries are at
-/// most that.
+/// One entry of an index page: a key with its row, and in a node the child page, none of whose
+/// entries is greater.
 struct IndexEntry {
   Bytes bytes;  ///< key, then the row pointer
   PageNumber child;
@@ -34,7 +34,7 @@ struct IndexEntry {
 /// other.
 std::strong_ordering compareBytes(ByteView a, ByteView b);
 
-/// An index page opened for lookup: entries are compared where they lie.
+/// An index page opened for lookup: entries are compared without being copied.
 class IndexPageView {
  public:
   /// Raises damage where the page is no index page or its entries don't fit it. The page must
@@ -45,7 +45,7 @@ class IndexPageView {
   PageNumber owner() const { return PageNumber(u32At(page_, PageHead::kOwner)); }
   PageNumber previous() const { return PageNumber(u32At(page_, layout_->indexPrevious)); }
   PageNumber next() const { return PageNumber(u32At(page_, layout_->indexNext)); }
-  /// Nodes: the child for all that is greater than the last entry.
+  /// Nodes: the child for entries greater than the last one here.
   PageNumber tail() const { return PageNumber(u32At(page_, layout_->indexTail)); }
   /// 0 for leaves, 1 for their parents, and so on.
   std::uint8_t level() const { return page_[layout_->indexLevel]; }
@@ -59,7 +59,7 @@ class IndexPageView {
   RowPointer row(std::size_t entry) const;
   PageNumber child(std::size_t entry) const;
   IndexEntry entry(std::size_t entry) const;
-  /// The same into an entry that is there already.
+  /// The same into an existing entry.
   void copyEntry(std::size_t entry, IndexEntry& copy) const;
 
  private:
@@ -73,7 +73,7 @@ class IndexPageView {
   std::vector<std::uint16_t> ends_;  ///< where each entry ends, from the start of the entry data
 };
 
-/// An index page with its entries laid open, to be changed and written.
+/// A decoded index page, to be changed and encoded again.
 struct IndexPage {
   bool leaf = true;
   PageNumber owner;  ///< definition page of the table
@@ -87,10 +87,10 @@ struct IndexPage {
   /// The index of the first entry that is not less than `entry`; the number of entries where all
   /// are.
   std::size_t lowerBound(ByteView entry) const;
-  /// True where the entry at that index is this one.
+  /// True where the entry at that index equals `entry`.
   bool hasAt(std::size_t index, ByteView entry) const;
-  /// The page. Entries are written in full where they fit, else a leaf's entries leave out a prefix
-  /// that all have in common, which reaches into the row pointers only where they wouldn't fit
+  /// The encoded page. Entries are written in full where they fit; else a leaf's entries leave out
+  /// their common prefix, which reaches into the row pointers only where they wouldn't fit
   /// otherwise. Absent where they don't fit even so.
   std::optional<Bytes> encode(const Layout& layout) const;
 };

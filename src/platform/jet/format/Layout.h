@@ -20,7 +20,7 @@ enum class PageType : std::uint8_t {
   Bitmap = 5,
 };
 
-/// What pages have in common: offsets in the page.
+/// Fields that pages have in common: offsets in the page.
 struct PageHead {
   static constexpr std::size_t kType = 0;       ///< u8, a PageType
   static constexpr std::size_t kMark = 1;       ///< u8, always kLive
@@ -36,8 +36,8 @@ inline constexpr PageNumber kAcesPage{3};
 inline constexpr PageNumber kQueriesPage{4};
 inline constexpr PageNumber kRelationshipsPage{5};
 
-/// What differs in size between the generations. Offsets count from the start of the page, sizes in
-/// bytes.
+/// Offsets and sizes that differ between the generations. Offsets count from the start of the page;
+/// sizes are in bytes.
 struct Layout {
   Version version;
   std::size_t pageSize;

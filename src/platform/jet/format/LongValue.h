@@ -11,7 +11,7 @@ namespace jet {
 
 /// What a row holds of a memo or OLE value: twelve bytes, and the value itself where it is short.
 struct LongValueHead {
-  // Offsets in what the row holds.
+  // Offsets in the bytes that the row holds.
   static constexpr std::size_t kLength = 0;  ///< u32: length in bytes, and the form in the top bits
   static constexpr std::size_t kFirst = 4;  ///< u32: row pointer of the first piece; then 4 bytes 0
   static constexpr std::size_t kSize = 12;  ///< where an inline value begins
@@ -20,8 +20,8 @@ struct LongValueHead {
 
   enum class Form : std::uint8_t {
     Inline,  ///< the value follows the head
-    Single,  ///< one row of a long value page is the whole value
-    Chain,   ///< pieces that name each other
+    Single,  ///< one row of a long value page is the value
+    Chain,   ///< pieces, each of which points to the next
   };
 
   Form form = Form::Inline;

@@ -5,8 +5,8 @@
 
 namespace jet {
 
-/// A number of one kind of thing. It reads as a plain integer, but is never made of one, nor of a
-/// number of another kind, unless that is said: swapped arguments do not compile.
+/// A number of one kind of thing. It converts to a plain integer, but only an explicit conversion
+/// makes it from an integer or a number of another kind: swapped arguments do not compile.
 template <class Kind, class Integer>
 class Number {
  public:
@@ -25,7 +25,7 @@ using PageNumber = Number<struct PageKind, std::uint32_t>;
 /// A slot of a data page, counted from 0.
 using SlotNumber = Number<struct SlotKind, std::uint8_t>;
 /// A column of a table as its definition numbers it, and its bit in the rows' null mask. Deleted
-/// columns leave gaps, so that it is no index into the columns that are left.
+/// columns leave gaps, so it is no index into the remaining columns.
 using ColumnNumber = Number<struct ColumnKind, std::uint16_t>;
 
 }  // namespace jet

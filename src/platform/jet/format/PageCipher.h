@@ -7,8 +7,8 @@
 
 namespace jet {
 
-/// The stream cipher of the format: the header's mask and the encoding of pages. It is its
-/// own inverse.
+/// The stream cipher of the format: the header's mask and the encoding of pages. It is its own
+/// inverse.
 class Rc4 {
  public:
   explicit Rc4(ByteView key);
@@ -21,8 +21,8 @@ class Rc4 {
   std::uint8_t j_ = 0;
 };
 
-/// Encodes or decodes one page of a database with this encoding key. Nothing happens to page
-/// 0 and where the key is 0.
+/// Encodes or decodes one page of a database with this encoding key. Page 0 never changes, and no
+/// page does where the key is 0.
 void cipherPage(std::uint32_t encodingKey, std::uint32_t page, ByteSpan bytes);
 
 }  // namespace jet

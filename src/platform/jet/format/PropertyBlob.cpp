@@ -39,7 +39,7 @@ Bytes nameBytes(Version version, std::u16string_view name) {
   return bytes;
 }
 
-/// Goes through a blob piece by piece.
+/// Reads a blob piece by piece.
 class Pieces {
  public:
   Pieces(ByteView bytes, const Place& place) : bytes_(bytes), place_(&place) {}

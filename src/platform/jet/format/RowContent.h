@@ -25,9 +25,9 @@ class RowContent {
   /// whether the table's definition has variable slots. The bytes must outlive the object.
   RowContent(Version version, ByteView row, bool hasVariable, const Place& place);
 
-  /// Number of column numbers that the row knows.
+  /// Number of column numbers in the row's null mask.
   std::size_t columnCount() const { return columnCount_; }
-  /// The column's bit of the null mask; false for a number that the row doesn't know.
+  /// The column's bit of the null mask; false for a number that the row doesn't have.
   bool hasValue(ColumnNumber column) const {
     return column < columnCount_ && (row_[maskAt_ + column / 8] >> (column % 8) & 1) != 0;
   }
@@ -35,7 +35,7 @@ class RowContent {
   ByteView fixed(std::size_t offset, std::size_t length) const;
   /// The fixed area as far as the row has it.
   ByteView fixedArea() const;
-  /// The bytes of a variable slot; absent for a slot that the row doesn't know.
+  /// The bytes of a variable slot; absent for a slot that the row doesn't have.
   std::optional<ByteView> variable(std::size_t slot) const;
 
  private:
@@ -55,7 +55,7 @@ class RowContent {
   bool hasVariable_ = false;
 };
 
-/// What a row is written from.
+/// The parts from which a row is encoded.
 struct RowParts {
   std::size_t columnCount = 0;
   Bytes fixedArea;

@@ -15,7 +15,7 @@ struct RowPointer {
 
   auto operator<=>(const RowPointer&) const = default;
 
-  /// As it stands in definitions, long values and moved rows: page in the upper 24 bits.
+  /// The form in definitions, long values and moved rows: page in the upper 24 bits.
   static constexpr RowPointer unpack(std::uint32_t packed) {
     return {PageNumber(packed >> 8), SlotNumber(static_cast<std::uint8_t>(packed & 0xFF))};
   }

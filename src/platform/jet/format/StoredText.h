@@ -9,21 +9,21 @@
 
 namespace jet {
 
-/// Text as the file keeps it. Jet 3: a byte a character in windows-1252. Jet 4: UTF-16, or
+/// Text as the file stores it. Jet 3: a byte a character in windows-1252. Jet 4: UTF-16, or
 /// compressed: FF FE, then a byte a character (U+0001 to U+00FF), where a zero byte switches to
 /// UTF-16 and, between two characters, back.
 
 /// True for compressed text without a switch, whose bytes after the mark are its characters.
 bool isByteText(Version version, ByteView stored);
-/// Those bytes: the text's characters in Latin-1 (Jet 4, compressed) or windows-1252 (Jet 3).
+/// The bytes of such text: its characters in Latin-1 (Jet 4, compressed) or windows-1252 (Jet 3).
 ByteView byteText(Version version, ByteView stored);
 
-/// Replaces `text` with the text that is stored.
+/// Decodes stored text and replaces `text` with it.
 void decodeText(Version version, ByteView stored, std::u16string& text);
 
-/// The text as it is to be stored; `compress` is the column's wish, which texts of one or two
-/// characters and those with a character beyond U+00FF don't get. Absent for a Jet 3 file where a
-/// character has no byte.
+/// The stored form of a text. `compress` is the column's setting; texts of one or two characters,
+/// and those with a character beyond U+00FF, are not compressed all the same. Absent for a Jet 3
+/// file where a character has no byte.
 std::optional<Bytes> encodeText(Version version, std::u16string_view text, bool compress);
 
 }  // namespace jet

@@ -35,7 +35,7 @@ Bytes encodeGuid(const runtime::Guid& guid) {
   return stored;
 }
 
-/// The magnitude's words stand most significant first, each little endian.
+/// The magnitude's words are stored most significant first, each little endian.
 runtime::Decimal decodeNumeric(ByteView stored, std::size_t scale) {
   std::array<std::uint32_t, kNumericWords> words{};
   for (std::size_t i = 0; i < words.size(); ++i) words[i] = u32At(stored, 1 + 4 * i);

@@ -16,7 +16,7 @@ std::optional<std::size_t> typeSize(ColumnType type);
 /// Raises damage where the bytes are too few for a value of the type.
 void requireSize(ColumnType type, ByteView stored, const Place& place);
 
-/// A stored value of any type but Boolean (which lives in the null mask) as the column's kind of
+/// A stored value of any type but Boolean (which the null mask holds) as the column's kind of
 /// value: see `Row::value`. For memo and OLE the bytes are those of the long value itself. Raises
 /// damage where the bytes are too few for the type.
 runtime::Variant decodeValue(Version version, const ColumnDefinition& column, ByteView stored,
@@ -24,7 +24,7 @@ runtime::Variant decodeValue(Version version, const ColumnDefinition& column, By
 
 /// The bytes of a value of exactly the column's kind, as `decodeValue` returns it; neither null nor
 /// Boolean. Absent where the value has no such bytes: a Jet 3 text with a character that has no
-/// byte, a Numeric with more digits than the column takes. Lengths are the caller's care.
+/// byte, a Numeric with more digits than the column takes. The caller checks lengths.
 std::optional<Bytes> encodeValue(Version version, const ColumnDefinition& column,
                                  const runtime::Variant& value);
 

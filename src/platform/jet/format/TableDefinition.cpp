@@ -142,7 +142,7 @@ const Fields& fieldsOf(Version version) {
   return version == Version::Jet3 ? kJet3Fields : kJet4Fields;
 }
 
-/// Goes through a definition's content; what the content claims is checked against its size.
+/// Reads a definition's content; counts and lengths in it are checked against its size.
 class Content {
  public:
   Content(ByteView bytes, const Place& place) : bytes_(bytes), place_(place) {}
@@ -153,7 +153,7 @@ class Content {
     at_ += size;
     return bytes_.subspan(at_ - size, size);
   }
-  /// Raises damage unless `count` entries of that size are still to come.
+  /// Raises damage unless `count` entries of that size remain.
   void expect(std::size_t count, std::size_t size) const {
     if (count > (bytes_.size() - at_) / size)
       raiseDamaged(place_, u"the table's definition claims more than it holds",

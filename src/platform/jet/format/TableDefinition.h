@@ -13,13 +13,13 @@
 
 namespace jet {
 
-/// A column as the table's definition has it.
+/// A column in a table's definition.
 struct ColumnDefinition {
   std::u16string name;
   ColumnType type = ColumnType::Long;
   ColumnNumber number;
-  std::uint16_t variableSlot = 0;  ///< where it isn't stored in the fixed area
-  std::uint16_t fixedOffset = 0;   ///< where it is
+  std::uint16_t variableSlot = 0;  ///< of a column outside the fixed area
+  std::uint16_t fixedOffset = 0;   ///< of a column inside it
   std::uint16_t length = 0;        ///< bytes at most; 0 for memo and OLE
   bool fixed = false;              ///< stored in the fixed area
   bool autonumber = false;
@@ -40,7 +40,7 @@ struct KeyColumn {
   bool ascending = true;
 };
 
-/// An index that the file keeps.
+/// An index that is stored in the file.
 struct IndexDefinition {
   static constexpr std::uint8_t kUnique = 0x01;
   static constexpr std::uint8_t kIgnoreNulls = 0x02;
@@ -59,14 +59,14 @@ struct IndexDefinition {
   bool required() const { return (flags & kRequired) != 0; }
 };
 
-/// What an index is for: several of them may share one index that the file keeps.
+/// A named use of an index. Several logical indexes may share one stored index.
 struct LogicalIndex {
   enum class Kind : std::uint8_t { Plain = 0, PrimaryKey = 1, ForeignKey = 2 };
   static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
   std::u16string name;
   std::uint32_t number = 0;
-  std::uint32_t index = 0;  ///< index among the kept indexes
+  std::uint32_t index = 0;  ///< position among the stored indexes
   Kind kind = Kind::Plain;
   /// Foreign keys: 1 on the referenced side, 2 on the referencing one.
   std::uint8_t side = 0;
@@ -87,7 +87,7 @@ struct LongValueMaps {
 struct TableDefinition {
   static constexpr std::uint8_t kUserTable = 0x4E;
   static constexpr std::uint8_t kSystemTable = 0x53;
-  /// Bytes in front of each page's content but the first's, which belongs to the content.
+  /// Header bytes of each page after the first; the header of the first belongs to the content.
   static constexpr std::size_t kPageHeader = 8;
 
   Version version = Version::Jet4;
@@ -103,18 +103,18 @@ struct TableDefinition {
   std::vector<LogicalIndex> logicalIndexes;
   std::vector<LongValueMaps> longValueMaps;
 
-  /// The page that a definition goes on with, 0 after the last. Raises damage where the page is no
+  /// The page on which a definition continues, 0 after the last. Raises damage where the page is no
   /// definition page.
   static PageNumber nextPage(ByteView page, const Place& place);
   /// Reads a definition from its pages, the first complete and the others without their header.
   static TableDefinition decode(Version version, ByteView content, const Place& place);
-  /// The same content, as far as it is used.
+  /// The same content, without the unused rest.
   Bytes encode() const;
-  /// The content split over pages; `pages` numbers them, as many as `pagesNeeded` says.
+  /// The content split over pages; `pages` numbers them, as many as `pagesNeeded` returns.
   std::vector<Bytes> encodePages(std::span<const PageNumber> pages) const;
   static std::size_t pagesNeeded(Version version, std::size_t contentSize);
 
-  /// Where an index's entry counter stands in the content.
+  /// Offset of an index's entry counter in the content.
   static std::size_t entryCounterAt(Version version, std::size_t index);
 };
 

@@ -12,7 +12,7 @@ namespace jet {
 namespace {
 
 constexpr std::size_t kLongestKeyedText = 255;
-/// In front of a character outside the tables, after all inline bytes of known ones.
+/// Precedes a character outside the tables; greater than all inline bytes of known ones.
 constexpr std::uint8_t kUnknown = 0xFE;
 
 void add(std::string& key, std::uint8_t byte) {
@@ -36,7 +36,7 @@ void addUnknown(std::string& key, char16_t unit) {
 /// position.
 class General4Key {
  public:
-  /// `plain` characters with one inline byte each stand in the key already.
+  /// The key already holds the inline bytes of `plain` characters, one for each.
   explicit General4Key(std::string& key, std::size_t plain = 0) : key_(key), position_(plain) {}
 
   void addCharacter(const TextWeight& weight) {

@@ -11,8 +11,8 @@ namespace jet {
 
 /// The order by which a file compares, sorts and indexes text: the General order, in the form of
 /// the file's generation. Letter case never counts, accents only between texts that are otherwise
-/// equal, apostrophe and hyphen (Jet 4) last of all; blanks at the end never count, nor does what
-/// stands after the 255th character.
+/// equal, apostrophe and hyphen (Jet 4) last of all; blanks at the end never count, nor does
+/// anything after the 255th character.
 enum class TextOrder : std::uint8_t { General3, General4 };
 
 inline constexpr TextOrder textOrderOf(Version version) {

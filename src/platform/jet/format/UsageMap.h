@@ -10,7 +10,7 @@
 
 namespace jet {
 
-/// A usage map's row: the set of pages that belong to something, or that are free.
+/// A usage map's row: the set of pages that belong to one owner, or that are free.
 struct UsageMap {
   enum class Kind : std::uint8_t {
     Inline = 0,     ///< a window of pages as a bitmap in the row itself

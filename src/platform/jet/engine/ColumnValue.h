@@ -4,7 +4,7 @@
 
 namespace jet {
 
-/// A column's value, by the column's index in `Table::columns()`.
+/// A column's value, by the column's position in `Table::columns()`.
 struct ColumnValue {
   int column = 0;
   runtime::Variant value;

@@ -26,7 +26,7 @@ bool isPrimary(const TableSource& source, std::size_t index) {
   });
 }
 
-/// A memo that doesn't lie in its row can't be read before it is written.
+/// A memo that is stored outside its row can't be read before it is written.
 bool keyIsInRow(const TableSource& source, const RowKey& key, const Row& row) {
   return std::ranges::all_of(key.parts(), [&](const RowKey::Part& part) {
     const ColumnDefinition& column = source.columns[static_cast<std::size_t>(part.column)];
@@ -38,7 +38,7 @@ bool keyIsInRow(const TableSource& source, const RowKey& key, const Row& row) {
   });
 }
 
-/// True when another row has this key: its entry stands in the index and isn't a leftover.
+/// True when another row has this key: the index has an entry for it that isn't stale.
 bool isOthersKey(const TableSource& source, std::size_t index, const RowKey& key, ByteView bytes,
                  RowId own) {
   IndexWalk walk(source, index, bytes);

@@ -9,9 +9,9 @@ class Cursor {
  public:
   virtual ~Cursor() = default;
 
-  /// Goes to the next row, at first to the first; false past the last one.
+  /// Moves to the next row, or at first to the first one; false past the last one.
   virtual bool next() = 0;
-  /// The row that the cursor stands on; valid until the next `next`.
+  /// The current row; valid until the next call of `next`.
   virtual const Row& row() const = 0;
 };
 

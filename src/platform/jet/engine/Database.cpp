@@ -12,7 +12,7 @@ struct Database::Session {
   Session(const std::filesystem::path& file, std::u16string_view shownPath)
       : pager(file, shownPath), catalog(pager) {}
 
-  /// Gives up the lock, and with it all that was read under it.
+  /// Releases the lock, and with it everything that was read under it.
   void release() noexcept {
     tables.clear();
     catalog.forget();
@@ -24,7 +24,7 @@ struct Database::Session {
   std::map<PageNumber, std::unique_ptr<Table>> tables;  ///< by definition page
 };
 
-/// The exclusive lock, from the first page that an update reads to its end.
+/// Holds the exclusive lock from the first page that an update reads to its end.
 class Database::Updating {
  public:
   explicit Updating(Session& session) : session_(session) {

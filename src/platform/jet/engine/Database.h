@@ -16,15 +16,15 @@
 
 namespace jet {
 
-/// One session on a store database. Only the pages that are asked for are read. The file's shared
-/// lock is held from the opening, and from any later read, to the end of a `Reading` or of the
-/// session. Errors of all members: the general error with the file, table and page where the file
-/// is damaged, or for a file that another program holds too long.
+/// One session on a store database. It reads only the pages that are needed. The file's shared lock
+/// is held from the opening, and from any later read, to the end of a `Reading` or of the session.
+/// Errors of all members: the general error with the file, table and page where the file is
+/// damaged, or for a file that another program holds too long.
 class Database {
  public:
-  /// Opens the file. `shownPath` is the path as the user knows it, for the engine's words.
-  /// Raises the engine's errors for a missing file or folder, a file that is no database, one that
-  /// another program holds exclusively or that can't be read, and a wrong password.
+  /// Opens the file. `shownPath` is the path as the user knows it, for error texts. Raises the
+  /// engine's errors for a missing file or folder, a file that is no database, one that another
+  /// program holds exclusively or that can't be read, and a wrong password.
   Database(const std::filesystem::path& file, std::u16string_view shownPath,
            std::u16string_view password);
   ~Database();
@@ -32,7 +32,7 @@ class Database {
   Database& operator=(const Database&) = delete;
 
   Version version() const;
-  /// The order of all text in this file.
+  /// The sort order of all text in this file.
   TextOrder textOrder() const;
   /// True where the file or its folder forbids writing: `update` is refused.
   bool isReadOnly() const;
@@ -42,17 +42,17 @@ class Database {
   /// All tables, saved queries and linked tables, in the order of the object list.
   std::vector<CatalogObject> objects();
 
-  /// The table's definition, read once under a lock. It goes with the lock: at the end of a
-  /// `Reading`, and at an update.
+  /// The table's definition, read once under a lock. It is valid as long as that lock: until the
+  /// end of a `Reading`, or until an update.
   const Table& table(const CatalogObject& object);
   /// The rows of a saved query, in the order of their attribute and their number in it.
   std::vector<QueryRow> queryRows(const CatalogObject& object);
 
-  /// Changes columns of one row, with every index of the table, in one call: takes the exclusive
-  /// lock, reads definition, rules and row afresh and compares them with what the caller had read,
+  /// Changes columns of one row and all indexes of the table in one call: takes the exclusive lock,
+  /// reads definition, rules and row afresh and compares them with what the caller had read,
   /// converts the values to the columns' types, checks, writes, reads the row again and unlocks.
   /// Returns what the columns of `asRead` hold now, in their order. Cursors, rows and tables from
-  /// before must not be used after it. `holds` tries a validation rule on the new row.
+  /// before must not be used after it. `holds` tests a validation rule on the new row.
   ///
   /// Nothing is written, and no lock is held, when it raises: the error of a changed row where the
   /// row, its table or a column isn't as it was read; a mismatch or "too large" for a value that
@@ -68,9 +68,9 @@ class Database {
   std::unique_ptr<Session> session_;
 };
 
-/// What is read in one go: no other program writes from the first page of it to its end. The lock
-/// is given up then, also when it fails: a session may stay open while the user has a message to
-/// answer, and must not keep other programs from their updates so long.
+/// A read during which no other program writes, from its first page to its end. The lock is
+/// released at the end, also after a failure: a session may stay open while the user has a message
+/// to answer, and must not keep other programs from their updates so long.
 class Reading {
  public:
   explicit Reading(Database& database) : database_(database) {}

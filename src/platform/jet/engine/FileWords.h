@@ -7,10 +7,10 @@
 
 namespace jet {
 
-/// What the engine was about when the host system refused.
+/// What the engine was doing when the host system refused a file operation.
 enum class FileWork { Opening, Reading, Updating };
 
-/// Raises the provider's error for a refusal of the host system, with the engine's words.
+/// Raises the provider's error, with the engine's text, for a refusal of the host system.
 [[noreturn]] void raiseFileProblem(const files::FileError& failure, FileWork work,
                                    std::u16string_view shownPath);
 

@@ -10,26 +10,26 @@
 
 namespace jet {
 
-/// Whose pages rows are put on.
+/// The owner of the pages on which rows are stored.
 struct PageOwner {
   std::uint32_t owner = 0;  ///< owner field of the pages
   RowPointer owned;         ///< usage map of all its pages
   RowPointer free;          ///< usage map of those that may have room
 };
 
-/// Finds room for new rows on the pages of an owner, and notes in its maps which have some left.
+/// Finds room for new rows on the pages of an owner, and records in its maps which have room left.
 class FreeSpace {
  public:
   FreeSpace(PageChanges& changes, UsageMaps& maps, const TableSource& source, PageOwner owner)
       : changes_(changes), maps_(maps), source_(source), owner_(owner) {}
 
-  /// Pages that may have room, the ones to be tried first in front.
+  /// Pages that may have room, in the order in which to try them.
   std::vector<PageNumber> candidates() const;
   /// Adds a row on the first candidate with room that isn't excluded, else on a new page.
   RowPointer add(ByteView row, SlotMark mark, const std::vector<PageNumber>& excluded = {});
   /// Remembers a page of the owner that was changed.
   void touch(PageNumber page) { touched_.insert(page); }
-  /// Stages in the map of pages with room what the changed pages have now. The last thing to do.
+  /// Stages the new state of the changed pages in the map of pages with room. Call it last.
   void noteTouched();
 
  private:

@@ -16,14 +16,14 @@ IndexCursor::IndexCursor(const TableSource& source, std::size_t index, const Ind
 bool IndexCursor::isStale() {
   const Row& row = reader_.row();
   if (source_.definition.indexes[index_].ignoresNulls() && key_.isAllNull(row)) return true;
-  // Which entry of such a row is its own can't be told: the first one counts.
+  // Which entry of such a row is the valid one can't be known: the first one counts.
   if (!key_.make(row, rowKey_)) return !withoutKey_.insert(row.id()).second;
   const Bytes& entry = walk_->entry();
   if (entry.size() == rowKey_.size() + kEntryRow &&
       std::equal(rowKey_.begin(), rowKey_.end(), entry.begin()))
     return false;
-  // Only a row that has an entry under its own key has a stale one: rather a row under a key that
-  // we would make otherwise than none.
+  // The entry is stale only if the row has another one under its own key: returning a row under a
+  // key that differs from ours is better than losing it.
   const Bytes own = IndexEntry::of(rowKey_, row.id()).bytes;
   IndexWalk lookup(source_, index_, own);
   return lookup.next() && lookup.entry() == own;

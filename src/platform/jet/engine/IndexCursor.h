@@ -14,7 +14,7 @@
 namespace jet {
 
 /// The rows of an index's range, in the index's order. An entry that an interrupted change left,
-/// with no row or with a key that isn't its row's, is passed over.
+/// without a row or with a key that isn't its row's, is skipped.
 class IndexCursor : public Cursor {
  public:
   IndexCursor(const TableSource& source, std::size_t index, const IndexRange& range);
@@ -32,7 +32,7 @@ class IndexCursor : public Cursor {
   std::optional<IndexWalk> walk_;
   RowReader reader_;
   Bytes rowKey_;
-  std::set<RowId> withoutKey_;  ///< rows given whose key can't be made
+  std::set<RowId> withoutKey_;  ///< rows returned whose key can't be made
 };
 
 }  // namespace jet

@@ -33,7 +33,7 @@ PageNumber IndexEditor::takePage() {
 }
 
 /// The page `number` with a link to another page; absent where it isn't to be changed. `of` is the
-/// page whose neighbours in the chain change. Links of nodes are only kept where somebody has
+/// page whose neighbours in the chain change. Nodes are linked only where another program has
 /// linked them.
 std::optional<Bytes> IndexEditor::relinked(PageNumber number, Link link, PageNumber to,
                                            PageNumber of) {
@@ -41,7 +41,7 @@ std::optional<Bytes> IndexEditor::relinked(PageNumber number, Link link, PageNum
   const Layout& layout = changes_.layout();
   const Pager::Page page = changes_.read(number, source_.place(of));
   const Pager::Page beside = changes_.read(of, source_.place(of));
-  // Links of nodes may be old: what stood there can be another page by now.
+  // Links of nodes may be outdated: the page that they name may have another use now.
   if ((*page)[PageHead::kType] != (*beside)[PageHead::kType] ||
       (*page)[layout.indexLevel] != (*beside)[layout.indexLevel] ||
       u32At(*page, PageHead::kOwner) != source_.definitionPage)
@@ -55,15 +55,15 @@ std::optional<Bytes> IndexEditor::relinked(PageNumber number, Link link, PageNum
   return changed;
 }
 
-/// The leaf before the path's may still be linked to one that an interrupted change has left.
+/// The leaf before the path's leaf may still be linked to one that an interrupted change left.
 void IndexEditor::mendNext(const IndexPath& path, WriteStep step) {
   const PageNumber before = path.leaf.previous;
   if (std::optional<Bytes> page = relinked(before, Link::Next, path.leafNumber, path.leafNumber))
     changes_.stage(step, before, std::move(*page));
 }
 
-/// True when neither neighbour in order has the key of the entry at `at`; they may stand in the
-/// leaves beside.
+/// True when neither neighbour in order has the key of the entry at `at`; they may be in the
+/// adjacent leaves.
 bool IndexEditor::isNewKey(const IndexPath& path, std::size_t at) {
   const IndexPage& leaf = path.leaf;
   const auto sameBeside = [&](PageNumber number, bool last) {
@@ -98,9 +98,9 @@ IndexEditor::Insertion IndexEditor::insert(const IndexEntry& entry) {
   return newKey ? Insertion::NewKey : Insertion::KnownKey;
 }
 
-/// The new page takes the lower half and stands before the leaf, which keeps its number, and with
-/// it its entry in the parent. The leaf before is linked to the new page, then the parent lists it,
-/// and only then the leaf gives the lower half up: as long as it hasn't, nothing can be lost.
+/// The new page takes the lower half and precedes the leaf, which keeps its number, and with it its
+/// entry in the parent. First the leaf before is linked to the new page, then the parent lists it,
+/// and only then does the old leaf drop the lower half: until then nothing can be lost.
 void IndexEditor::splitLeaf(IndexPath& path, std::size_t inserted) {
   const IndexPage& leaf = path.leaf;
   const bool ascending = leaf.next == 0 && inserted + 1 == leaf.entries.size();
@@ -120,7 +120,7 @@ void IndexEditor::splitLeaf(IndexPath& path, std::size_t inserted) {
   stage(WriteStep::InsertEntries, path.leafNumber, halves.second);
 }
 
-/// Puts the entry for a new child before the child that the path follows.
+/// Inserts the entry for a new child before the child that the path follows.
 void IndexEditor::insertInParent(IndexPath& path, std::size_t depth, IndexEntry entry) {
   IndexPath::Node& node = path.nodes[depth];
   node.page.entries.insert(node.page.entries.begin() + static_cast<std::ptrdiff_t>(node.child),
@@ -133,7 +133,7 @@ void IndexEditor::insertInParent(IndexPath& path, std::size_t depth, IndexEntry 
     splitNode(path, depth);
 }
 
-/// As for a leaf: the node gives its lower half up once its own parent lists the new node.
+/// As for a leaf: the node drops its lower half once its own parent lists the new node.
 void IndexEditor::splitNode(IndexPath& path, std::size_t depth) {
   const IndexPath::Node& node = path.nodes[depth];
   SplitIndexPage halves =
@@ -184,9 +184,8 @@ void IndexEditor::remove(RowPointer row, const std::optional<Bytes>& old,
   clean(row, kept);
 }
 
-/// Stages what may reach the disk only after the removal itself. It goes into a later step, so that
-/// no sync has to be paid for it; after an interrupted change it stays in order with what else is
-/// mended.
+/// Stages a page that may reach the disk only after the removal itself. A later step avoids a sync
+/// of its own; after an interrupted change it stays in order with the other repairs.
 void IndexEditor::stageAfterRemoval(WriteStep step, PageNumber number, Bytes page) {
   if (sawLeftovers_) {
     changes_.barrier(WriteStep::RemoveEntries);
@@ -208,9 +207,9 @@ void IndexEditor::removeAt(IndexPath& path, std::size_t at) {
   if (wasLast && !entries.empty()) lowerBound(path, path.nodes.size(), entries.back().bytes);
 }
 
-/// The page at `depth` of the path has a new last entry: the first parent that lists the way there
-/// in an entry receives it. Where it is longer than the old one and doesn't fit, the old bound
-/// stays: a bound that is too large is searched correctly.
+/// The page at `depth` of the path has a new last entry: the first parent whose entry leads there
+/// receives it. Where it is longer than the old one and doesn't fit, the old bound stays: a bound
+/// that is too large is searched correctly.
 void IndexEditor::lowerBound(IndexPath& path, std::size_t depth, const Bytes& last) {
   while (depth-- > 0) {
     IndexPath::Node& node = path.nodes[depth];
@@ -224,8 +223,9 @@ void IndexEditor::lowerBound(IndexPath& path, std::size_t depth, const Bytes& la
   }
 }
 
-/// Drops what an interrupted split left in the pages after the node's child, below the bound
-/// between them, before that bound sinks or goes and makes it part of the tree again.
+/// Drops the entries that an interrupted split left in the pages after the node's child, below the
+/// bound between them, before that bound is lowered or removed and they become part of the tree
+/// again.
 void IndexEditor::trimNextTo(const IndexPath::Node& node) {
   const std::size_t next = node.child + 1;
   const Bytes bound = node.page.entries[node.child].bytes;
@@ -234,10 +234,10 @@ void IndexEditor::trimNextTo(const IndexPath::Node& node) {
   PageNumber from = node.number;
   for (int level = 0; level <= kMostIndexLevels; ++level) {
     IndexPage page = open(number, from);
-    // A leaf of which nothing counts stays as it is: it may not be empty.
+    // A leaf without a valid entry stays as it is: it must not be empty.
     if (dropUpTo(page, bound) > 0 && !(page.leaf && page.entries.empty())) {
       sawLeftovers_ = true;
-      // It doesn't know the page before it either.
+      // The link to the page before it is missing too.
       if (page.leaf)
         page.previous =
             lastLeafBelow(changes_, source_, node.page.entries[node.child].child, node.number);
@@ -252,7 +252,8 @@ void IndexEditor::trimNextTo(const IndexPath::Node& node) {
 }
 
 /// Removes the empty page at `depth` of the path from the tree; it isn't written itself. First its
-/// parent, then the links past it and the index's map, and it is free once both are on the disk.
+/// parent changes, then the links around it and the index's map; the page is free once both are on
+/// the disk.
 void IndexEditor::unlink(IndexPath& path, std::size_t depth) {
   const bool leaf = depth == path.nodes.size();
   const PageNumber number = leaf ? path.leafNumber : path.nodes[depth].number;
@@ -315,7 +316,7 @@ void IndexEditor::clean(RowPointer row, const std::optional<Bytes>& kept) {
     const PageNumber next = i + 1 == leaves.size() ? PageNumber() : leaves[i + 1].number;
     std::size_t dropped = dropUpTo(leaf, leaves[i].bound);
     if (dropped > 0 && leaf.entries.empty()) {
-      // Nothing of it counts, but a leaf of the tree may not be empty.
+      // None of its entries is valid, but a leaf of the tree must not be empty.
       leaf = open(leaves[i].number, source_.definitionPage);
       dropped = 0;
     }

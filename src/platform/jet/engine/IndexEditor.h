@@ -11,7 +11,7 @@ namespace jet {
 
 /// Changes the entries of one index. New entries go into the step before the row itself changes,
 /// removals into the one after it: a leaf that gains one entry and loses another is written twice.
-/// Where pages of a split depend on each other the disk has one before the next is written.
+/// Where pages of a split depend on each other, each reaches the disk before the next is written.
 class IndexEditor {
  public:
   IndexEditor(PageChanges& changes, UsageMaps& maps, const TableSource& source, std::size_t index)
@@ -24,12 +24,11 @@ class IndexEditor {
   };
   Insertion insert(const IndexEntry& entry);
 
-  /// Removes the old entry of a row; `old` is absent where its bytes are unknown. Where it isn't
-  /// found, or where something was met that only an interrupted change leaves, the index is
-  /// cleaned: see `clean`.
+  /// Removes the old entry of a row; `old` is absent where its bytes are unknown. Where the entry
+  /// isn't found, or the traces of an interrupted change are, the index is cleaned: see `clean`.
   void remove(RowPointer row, const std::optional<Bytes>& old, const std::optional<Bytes>& kept);
-  /// Removes all entries of a row but the one to keep, and brings all pages into the bounds and the
-  /// leaves into the order that the tree says. Reads the entire index.
+  /// Removes all entries of a row but the one to keep. Restores the bounds of all pages and the
+  /// order of the leaves that the tree requires. Reads the entire index.
   void clean(RowPointer row, const std::optional<Bytes>& kept);
 
  private:
@@ -67,8 +66,8 @@ class IndexEditor {
   UsageMaps& maps_;
   const TableSource& source_;
   std::size_t index_;
-  /// An entry or a link was met that only an interrupted change leaves. From then on all pages of a
-  /// removal are written in their order, whatever it costs.
+  /// True once an entry or a link was found that only an interrupted change leaves. From then on
+  /// all pages of a removal are written in strict order, with all the syncs that it takes.
   bool sawLeftovers_ = false;
 };
 

@@ -34,7 +34,8 @@ PageNumber lastLeafBelow(PageChanges& changes, const TableSource& source, PageNu
 
 namespace {
 
-/// The leaf before the path's by the tree, whatever the leaf itself says; 0 for the first.
+/// The leaf that precedes the path's in the tree, whatever the leaf's own link says; 0 for the
+/// first.
 PageNumber leafBefore(PageChanges& changes, const TableSource& source, const IndexPath& path) {
   const auto turn = std::find_if(path.nodes.rbegin(), path.nodes.rend(),
                                  [](const IndexPath::Node& node) { return node.child > 0; });
@@ -58,7 +59,7 @@ IndexPath IndexPath::to(PageChanges& changes, const TableSource& source, std::si
     if (page.leaf) {
       path.leafNumber = number;
       path.leaf = std::move(page);
-      // A leaf that an interrupted change left may stand before it in the chain.
+      // A leaf left over from an interrupted change may precede it in the chain.
       const PageNumber before = leafBefore(changes, source, path);
       path.hadLeftovers = path.hadLeftovers || before != path.leaf.previous;
       path.leaf.previous = before;

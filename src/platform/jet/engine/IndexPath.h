@@ -9,8 +9,8 @@
 
 namespace jet {
 
-/// The way from an index's root to the leaf where an entry belongs, all pages laid open for change.
-/// Entries that an interrupted split left in a page below what its parent allows are dropped.
+/// The path from an index's root to the leaf where an entry belongs, all pages decoded for change.
+/// Entries below the bound in the parent, which an interrupted split left in a page, are dropped.
 struct IndexPath {
   struct Node {
     PageNumber number;
@@ -28,7 +28,7 @@ struct IndexPath {
                       ByteView entry);
 };
 
-/// A page of an index of this table. Raises damage where it is something else.
+/// A page of an index of this table. Raises damage where it is another page.
 IndexPage openIndexPage(PageChanges& changes, const TableSource& source, PageNumber number,
                         const Place& from);
 
@@ -37,7 +37,7 @@ PageNumber lastLeafBelow(PageChanges& changes, const TableSource& source, PageNu
                          PageNumber from);
 
 /// Drops the entries of a page that are not greater than the bound, if there is one; returns their
-/// number. Only an interrupted split leaves such.
+/// number. Only an interrupted split leaves such entries.
 std::size_t dropUpTo(IndexPage& page, ByteView bound);
 
 }  // namespace jet

@@ -7,16 +7,15 @@
 
 namespace jet {
 
-/// The part of an index that a cursor walks. The rows given are at least those that meet all of it;
-/// where a bound can't be turned into a key of the column's type (a text that is no number, a
-/// character outside the order's tables) that bound is left out, so the caller still tests each
-/// row.
+/// The part of an index that a cursor walks. The cursor returns at least the rows that meet all
+/// conditions. A bound that can't be converted to a key of the column's type (a text that is no
+/// number, a character outside the order's tables) is left out, so the caller still tests each row.
 struct IndexRange {
-  /// Values of the leading columns; a null asks for null. For a text column, Binary is a text's key
+  /// Values of the leading columns; a null matches null. For a text column, Binary is a text's key
   /// as `Row::sortKey` returns it.
   std::vector<runtime::Variant> equal = {};
-  /// Bounds on the column after those, by its values whatever the index's direction; the bounds
-  /// themselves are within. With a bound or with `notNull`, nulls of that column are left out.
+  /// Bounds on the column after those, by its values whatever the index's direction; the bounds are
+  /// inclusive. With a bound or with `notNull`, nulls of that column are left out.
   std::optional<runtime::Variant> lower = {};
   std::optional<runtime::Variant> upper = {};
   bool notNull = false;

@@ -16,8 +16,8 @@ IndexPage like(const IndexPage& page, Entries entries) {
   return part;
 }
 
-/// Cuts a page in front of entry `cut`; a node's entry there goes up and its child becomes the
-/// first half's tail.
+/// Cuts a page before entry `cut`; a node's entry there moves to the parent and its child becomes
+/// the first half's tail.
 SplitIndexPage cutAt(const IndexPage& page, std::size_t cut) {
   const auto middle = page.entries.begin() + static_cast<std::ptrdiff_t>(cut);
   SplitIndexPage halves;
@@ -34,7 +34,7 @@ SplitIndexPage cutAt(const IndexPage& page, std::size_t cut) {
   return halves;
 }
 
-/// The cut with halves of about one size; next to the end where entries are added in order.
+/// The cut with halves of about the same size; next to the end where entries are added in order.
 std::size_t preferredCut(const IndexPage& page, bool ascending) {
   if (ascending) return page.entries.size() - 1;
   std::size_t all = 0;
@@ -48,7 +48,7 @@ std::size_t preferredCut(const IndexPage& page, bool ascending) {
 
 SplitIndexPage splitIndexPage(const Layout& layout, const IndexPage& page, bool ascending,
                               const Place& place) {
-  // Neither half may be empty, and a node passes one entry up.
+  // Neither half may be empty, and a node loses one entry to its parent.
   const std::size_t last = page.entries.size() - (page.leaf ? 1 : 2);
   if (page.entries.size() >= (page.leaf ? 2U : 3U)) {
     const std::size_t preferred =

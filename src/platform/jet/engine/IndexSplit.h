@@ -16,7 +16,8 @@ struct SplitIndexPage {
 
 /// Cuts a page that has too many entries, as near to the preferred cut as both halves fit: the
 /// middle, or next to the end of a leaf whose entries are added in ascending order. A node's entry
-/// at the cut goes up, and its child becomes the first half's tail. Raises where no cut fits.
+/// at the cut moves to the parent, and its child becomes the first half's tail. Raises where no cut
+/// fits.
 SplitIndexPage splitIndexPage(const Layout& layout, const IndexPage& page, bool ascending,
                               const Place& place);
 

@@ -12,14 +12,14 @@ namespace jet {
 inline constexpr int kMostIndexLevels = 24;
 
 /// A walk over an index's entries, leaf by leaf. Entries that do not ascend (an interrupted split
-/// leaves some twice) are passed over.
+/// leaves some twice) are skipped.
 class IndexWalk {
  public:
-  /// Stands before the first entry that is not less than `from`. `index` is one among the
+  /// Starts before the first entry that is not less than `from`. `index` is a position among the
   /// definition's indexes.
   IndexWalk(const TableSource& source, std::size_t index, ByteView from);
 
-  /// Goes to the next entry; false past the last one.
+  /// Moves to the next entry; false past the last one.
   bool next();
   /// The entry's bytes: key, then row pointer.
   const Bytes& entry() const { return entry_.bytes; }

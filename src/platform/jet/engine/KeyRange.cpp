@@ -8,7 +8,7 @@ namespace {
 
 using Outcome = SeekValue::Outcome;
 
-/// The least bytes that are greater than all that begin with these; absent where none are.
+/// The smallest byte string greater than all that begin with `bytes`; absent where there is none.
 std::optional<Bytes> behind(Bytes bytes) {
   while (!bytes.empty() && bytes.back() == 0xFF) bytes.pop_back();
   if (bytes.empty()) return std::nullopt;
@@ -50,7 +50,7 @@ class Builder {
     return source_.columns[static_cast<std::size_t>(part.column)];
   }
 
-  /// False when the range can't go deeper.
+  /// False when the range can't include a further column.
   bool addEqual(const RowKey::Part& part, const runtime::Variant& value) {
     if (value.isNull()) {
       prefix_.push_back(nullKey(part.ascending));
@@ -63,7 +63,7 @@ class Builder {
 
   void addBounds(const RowKey::Part& part, const IndexRange& range) {
     if (!range.lower && !range.upper && !range.notNull) return;
-    // Nulls stand before all values in an ascending column, after them in a descending one.
+    // Nulls come before all values in an ascending column, after them in a descending one.
     if (part.ascending)
       result_.from = with(prefix_, nullKey(true) + 1);
     else

@@ -15,7 +15,7 @@ struct KeyRange {
   bool isEmpty = false;
 };
 
-/// The range of entries that holds every row of `range`.
+/// The range of entries that contains every row of `range`.
 KeyRange keyRange(const TableSource& source, const RowKey& key, const IndexRange& range);
 
 }  // namespace jet

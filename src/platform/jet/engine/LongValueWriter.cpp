@@ -35,7 +35,7 @@ Bytes LongValueWriter::store(const ColumnDefinition& column, ByteView value) {
   }
   head.form = LongValueHead::Form::Chain;
   const std::size_t longest = layout.longestPiece - LongValueHead::kChainLink;
-  // From the last piece to the first, as each names the next.
+  // From the last piece to the first, as each points to the next.
   for (std::size_t end = value.size(); end > 0;) {
     const std::size_t start = (end - 1) / longest * longest;
     Bytes piece;

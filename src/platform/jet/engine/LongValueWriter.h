@@ -7,18 +7,18 @@
 
 namespace jet {
 
-/// Stages what a change does to the memo and OLE values of a row.
+/// Stages the changes to the memo and OLE values of a row.
 class LongValueWriter {
  public:
   LongValueWriter(PageChanges& changes, UsageMaps& maps, const TableSource& source)
       : changes_(changes), maps_(maps), source_(source) {}
 
-  /// Stages a value and returns what its row holds of it: all of a short one, the head of a longer
-  /// one, whose pieces go to pages of the column's own.
+  /// Stages a value and returns the bytes that its row holds: all of a short value, the head of a
+  /// longer one, whose pieces are stored on pages of the column.
   Bytes store(const ColumnDefinition& column, ByteView value);
-  /// Stages the deletion of a value's pieces; `stored` is what the row held of it.
+  /// Stages the deletion of a value's pieces; `stored` are the bytes that the row held.
   void drop(const ColumnDefinition& column, ByteView stored);
-  /// Stages what the maps say of the pages that were changed. The last thing to do.
+  /// Stages the new state of the changed pages in the maps. Call it last.
   void noteFreeSpace();
 
  private:

@@ -8,7 +8,7 @@
 namespace jet {
 namespace {
 
-/// Calls `use` with each piece's pointer and its bytes, the link to the next piece aside.
+/// Calls `use` with each piece's pointer and its bytes, without the link to the next piece.
 template <class Use>
 void walkPieces(const TableSource& source, const LongValueHead& head, const Place& place, Use use) {
   const bool chain = head.form == LongValueHead::Form::Chain;

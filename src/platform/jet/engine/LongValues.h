@@ -6,12 +6,12 @@
 
 namespace jet {
 
-/// The full value of a memo or OLE column from what its row holds of it, put together from its
-/// pages where it doesn't lie in the row. Raises damage where pieces are missing or lead in a
-/// circle.
+/// The complete value of a memo or OLE column from the bytes that its row holds, assembled from its
+/// pages where it is stored outside the row. Raises damage where pieces are missing or form a
+/// cycle.
 Bytes readLongValue(const TableSource& source, ByteView stored, const Place& place);
 
-/// The row pointers of a value's pieces, in their order; none for one that lies in its row.
+/// The row pointers of a value's pieces, in their order; none for one that is stored in its row.
 std::vector<RowPointer> piecesOf(const TableSource& source, const LongValueHead& head,
                                  const Place& place);
 

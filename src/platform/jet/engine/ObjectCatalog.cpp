@@ -8,7 +8,7 @@
 namespace jet {
 namespace {
 
-/// Tables and saved queries live in the container of this id.
+/// Tables and saved queries are children of the container with this id.
 constexpr std::int32_t kTablesContainer = 0x0F000001;
 
 /// Columns of a system table by name; a missing one is damage.
@@ -50,7 +50,7 @@ struct ObjectRows {
     flags = columns[u"Flags"];
   }
 
-  /// The row's object; absent for containers, forms and whatever else is no source of rows.
+  /// The row's object; absent for containers, forms and all other objects without rows.
   std::optional<CatalogObject> read(const Row& row) const {
     if (integerOf(row, parent) != kTablesContainer) return std::nullopt;
     CatalogObject object;

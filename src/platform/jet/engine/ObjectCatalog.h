@@ -13,10 +13,10 @@
 
 namespace jet {
 
-/// What an object of the file is, as far as it can be a source of rows.
+/// The kinds of objects that can be a source of rows.
 enum class ObjectKind : std::uint8_t { Table, Query, LinkedTable };
 
-/// A table, saved query or linked table as the file's object list has it.
+/// A table, saved query or linked table in the file's object list.
 struct CatalogObject {
   /// Bits of a table's id that are the page of its definition.
   static constexpr std::uint32_t kPageOfId = 0x00FFFFFF;
@@ -44,8 +44,8 @@ struct QueryRow {
   std::optional<std::int32_t> extra;
 };
 
-/// What the file's own tables tell of its objects, saved queries and columns. Each system table is
-/// read when it is asked for.
+/// Reads the file's system tables, which describe its objects, saved queries and columns. Each
+/// system table is read when it is needed.
 class ObjectCatalog {
  public:
   explicit ObjectCatalog(Pager& pager);
@@ -64,7 +64,7 @@ class ObjectCatalog {
   void forget() noexcept;
 
  private:
-  /// An object, and the cursor that stands on its row.
+  /// An object, and the cursor on its row.
   struct Location {
     CatalogObject object;
     std::unique_ptr<Cursor> at;

@@ -48,7 +48,7 @@ PageNumber PageAllocator::take() {
 void PageAllocator::markUsed(PageNumber page) {
   UsageMap map = maps_.read(kGlobalMap);
   if (map.kind == UsageMap::Kind::Inline) {
-    // Pages below a window that has moved up have no bit: they count as used.
+    // Pages below a window that has moved upwards have no bit: they count as used.
     if (page < map.firstPage) return;
     if (map.covers(page)) {
       map.set(page, false);
@@ -66,7 +66,8 @@ void PageAllocator::markUsed(PageNumber page) {
                        WriteStep::TakePages);
 }
 
-/// New range is free beyond the end of the file; before it nothing is known to be free.
+/// In the range that the map gains, pages beyond the end of the file are free; of those before it
+/// nothing is known.
 bool PageAllocator::lengthen(UsageMap map, PageNumber page) {
   const std::size_t size = (page - map.firstPage + kGrowthPages) / kGrowthPages * 4;
   if (size > changes_.layout().pageSize) return false;

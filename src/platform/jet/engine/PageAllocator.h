@@ -7,14 +7,14 @@
 
 namespace jet {
 
-/// Takes pages from the file and returns them to it, by the global map of free pages.
+/// Allocates pages of the file and frees them, using the global map of free pages.
 class PageAllocator {
  public:
   PageAllocator(PageChanges& changes, const TableSource& source)
       : changes_(changes), source_(source), maps_(changes, source) {}
 
   /// A page for new content: a free one of the file, else one beyond its end. It is marked used and
-  /// belongs to nobody yet.
+  /// has no owner yet.
   PageNumber take();
   /// Marks a page free again. One that the global map doesn't cover stays lost.
   void free(PageNumber page);

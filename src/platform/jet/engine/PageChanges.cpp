@@ -54,8 +54,8 @@ void PageChanges::barrier(WriteStep step) {
   if (!groups.empty() && !groups.back().empty()) groups.emplace_back();
 }
 
-/// Taking pages and filling them may reach the disk in any order, as long as no map owns them yet.
-/// Nothing depends on hints.
+/// Allocation and content of pages may reach the disk in any order, as long as no map owns them
+/// yet. Nothing depends on hints.
 bool PageChanges::endsWithSync(WriteStep step) {
   switch (step) {
     case WriteStep::TakePages:
@@ -74,10 +74,10 @@ bool PageChanges::endsWithSync(WriteStep step) {
   return true;
 }
 
-/// Writes a group; `end` is the number of pages that the file has.
+/// Writes a group; `end` is the number of pages in the file.
 void PageChanges::write(const Group& group, std::uint32_t& end) {
   for (const Write& write : group) {
-    // A bitmap of the global map lies beyond the pages that it was made for.
+    // A new bitmap page of the global map comes after the pages for which it was made.
     for (; end < write.number; ++end) pager_.write(PageNumber(end), Bytes(layout().pageSize));
     pager_.write(write.number, *write.page);
     end = std::max(end, write.number + 1);
@@ -86,8 +86,8 @@ void PageChanges::write(const Group& group, std::uint32_t& end) {
 
 void PageChanges::commit() {
   std::uint32_t end = pager_.pageCount();
-  // Those beyond the end first, so that a full disk shows before anything else is written, and in
-  // the order of their numbers, so that the file grows page by page.
+  // Pages beyond the end come first, so that a full disk is noticed before anything else is
+  // written, and in the order of their numbers, so that the file grows page by page.
   for (Group& group : groupsOf(WriteStep::NewPages))
     std::ranges::stable_sort(group, {}, [end](const Write& write) {
       return std::pair(write.number < end, write.number);

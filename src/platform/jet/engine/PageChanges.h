@@ -11,44 +11,46 @@ namespace jet {
 
 /// The steps of a change, in the order in which their pages reach the disk. After a stop between
 /// any two page writes, and after a power cut that keeps any of the writes since the last sync,
-/// every row is readable and found through every index by its right key.
+/// every row is readable, and every index finds it by its right key.
 enum class WriteStep : std::uint8_t {
   TakePages,      ///< global map: the pages to be taken are no longer free
   NewPages,       ///< their content, and a moved row's body: nothing refers to them yet
-  OwnerMaps,      ///< the maps of those that the new pages belong to
+  OwnerMaps,      ///< the maps of the new pages' owners
   InsertEntries,  ///< the new index entries; the old ones stay
   Counters,       ///< the entry counters in the definition
-  Rows,           ///< the row itself flips in one page write
+  Rows,           ///< the row itself changes in one page write
   RemoveEntries,  ///< the old index entries
   DropOld,        ///< old bodies and long values; links and maps of pages that left an index
-  Hints,  ///< bounds that sink, maps of pages with room, pages that are free again: each may be
+  Hints,  ///< lowered bounds, maps of pages with room, pages that are free again: each may be
           ///< lost
 };
 
-/// The pages that a change writes, computed completely in memory before the first write, so that
-/// whatever can be refused is refused with the file untouched.
+/// The pages that a change writes. All are computed in memory before the first write, so that a
+/// change is refused with the file untouched.
 class PageChanges {
  public:
   explicit PageChanges(Pager& pager);
 
   Pager& pager() { return pager_; }
   const Layout& layout() const { return pager_.layout(); }
-  /// Pages of the file, with those that the change adds.
+  /// Pages of the file, including those that the change adds.
   std::uint32_t pageCount() const { return pageCount_; }
-  /// Makes the file a page longer; returns the page's number. Raises the error of a full file.
+  /// Makes the file a page longer; returns the page's number. Raises an error where the file is
+  /// full.
   PageNumber addPage(const Place& from);
 
   /// A page as the change leaves it so far; see `Pager::read`.
   Pager::Page read(PageNumber number, const Place& from);
-  /// Puts a page's new content into a step. The page must not have been staged in a later step:
-  /// what a page receives later never reaches the disk before what it received earlier. No page is
-  /// taken once one has been freed: both would change the global map, in the wrong order.
+  /// Puts a page's new content into a step. The page must not have been staged in a later step: the
+  /// changes of one page reach the disk in the order in which they were staged. No page is
+  /// allocated once one has been freed: both change the global map, and would do so in the wrong
+  /// order.
   void stage(WriteStep step, PageNumber number, Bytes page);
   /// The same for a page of usage maps, which may hold maps of several steps: one that was staged
-  /// in a later step stays there, and the disk has it before what follows in that step.
+  /// in a later step stays there, and reaches the disk before what follows in that step.
   void stageMap(WriteStep step, PageNumber number, Bytes page);
-  /// Within the step the disk has all that was staged so far before anything that is staged from
-  /// now on. Costs a sync where both are there.
+  /// Within the step, everything staged so far reaches the disk before anything that is staged from
+  /// now on. Costs a sync where there is both.
   void barrier(WriteStep step);
 
   bool empty() const { return latest_.empty(); }

@@ -8,7 +8,7 @@
 namespace jet {
 namespace {
 
-/// What becomes of a page that is set in a map and that the file doesn't have.
+/// How a page that is set in a map, but is beyond the end of the file, is treated.
 enum class Outside { IsDamage, IsPassedOver };
 
 class Collector {

@@ -9,15 +9,15 @@
 
 namespace jet {
 
-/// The usage map that a row pointer names. Raises damage where there is none.
+/// The usage map at a row pointer. Raises damage where there is none.
 UsageMap readUsageMap(Pager& pager, RowPointer map, const Place& from);
 
-/// The pages that are set in the map of those that a table owns, ascending; none for a null
-/// pointer. Raises damage where the file ends before one of them: rows have gone with it.
+/// The pages that are set in a table's map of owned pages, ascending; none for a null pointer.
+/// Raises damage where the file ends before one of them: its rows are lost.
 std::vector<PageNumber> ownedPages(Pager& pager, RowPointer map, const Place& from);
 
-/// The same for the map of those with room for a row, which is a hint only: a page that the file
-/// doesn't have is passed over.
+/// The same for the map of pages with room for a row. That map is a hint only: pages beyond the end
+/// of the file are skipped.
 std::vector<PageNumber> pagesWithRoom(Pager& pager, RowPointer map, const Place& from);
 
 }  // namespace jet

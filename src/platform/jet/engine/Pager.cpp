@@ -12,10 +12,10 @@ namespace {
 using files::ByteFile;
 using files::FileProblem;
 
-/// Pages that a session keeps: 4 MB of a Jet 4 file.
+/// Pages that a session caches: 4 MB of a Jet 4 file.
 constexpr std::size_t kMostFrames = 1024;
 
-/// Opens for writing where that is allowed, else for reading.
+/// Opens the file for writing where that is allowed, else for reading.
 bool openEitherWay(std::optional<ByteFile>& file, const std::filesystem::path& path) {
   try {
     file.emplace(path, ByteFile::Access::ReadWrite);
@@ -64,7 +64,7 @@ void Pager::forget() {
   hand_ = 0;
   const std::uint64_t size =
       withEngineWords(FileWork::Reading, shownPath_, [&] { return file_->size(); });
-  // A row pointer has room for 24 bits of page number.
+  // A row pointer has 24 bits for the page number.
   pageCount_ =
       static_cast<std::uint32_t>(std::min<std::uint64_t>(size / layout_->pageSize, 0x1000000));
   frameOf_.assign(pageCount_, 0);
@@ -143,7 +143,7 @@ void Pager::write(PageNumber number, ByteView page) {
     try {
       file_->writeAt(offset, encoded);
     } catch (const files::FileError&) {
-      // A full disk may have taken a part of a new page.
+      // On a full disk a part of a new page may have been written.
       if (file_->size() > offset && file_->size() < offset + encoded.size()) file_->cutTo(offset);
       throw;
     }

@@ -17,14 +17,15 @@
 
 namespace jet {
 
-/// The file as decoded pages, read when they are asked for, under the file's shared lock. A bounded
-/// number of them is kept, and none for longer than the lock, of which this class is the one owner.
+/// The file as decoded pages, which are read on demand under the file's shared lock. A bounded
+/// number of pages is cached, none for longer than the lock. This class alone takes and releases
+/// locks.
 class Pager {
  public:
   using Page = std::shared_ptr<const Bytes>;
 
   /// Opens the file, takes the shared lock and reads the header. Raises the provider's errors for a
-  /// file that can't be opened or is no database, or that another program holds alone.
+  /// file that can't be opened or is no database, or that another program holds exclusively.
   Pager(const std::filesystem::path& file, std::u16string_view shownPath);
 
   const Header& header() const { return header_; }
@@ -33,13 +34,14 @@ class Pager {
   bool isReadOnly() const { return readOnly_; }
   std::uint32_t pageCount() const { return pageCount_; }
 
-  /// A page's decoded bytes. `from` is where it was named: a page outside the file is damage there.
-  /// Takes the shared lock where it was given up; a file that is held too long is an error then.
+  /// A page's decoded bytes. `from` is where its number was read: a page outside the file is damage
+  /// there. Takes the shared lock again after a release; a file that another program holds too long
+  /// is an error.
   Page read(PageNumber number, const Place& from);
   /// Raises the damage of a page number that the file doesn't reach; `from` is where it stands.
   [[noreturn]] void raiseOutside(std::uint64_t number, const Place& from) const;
 
-  /// An index page, opened. It is opened once while the page is kept.
+  /// An index page, opened for lookup. It is opened once while the page is cached.
   struct OpenIndexPage {
     Page page;
     IndexPageView view;
@@ -49,10 +51,9 @@ class Pager {
   /// Takes the exclusive lock; no other may be held. Raises the errors of a file that is read-only,
   /// locked too long, or no longer the one of that path; no lock is held then.
   void lockForUpdate();
-  /// Gives up whatever lock is held, until a page is asked for again. Pages already handed out stay
-  /// valid.
+  /// Releases the lock, if one is held, until the next read. Pages already returned stay valid.
   void release() noexcept;
-  /// Forgets all pages read so far: the file has others now.
+  /// Drops all cached pages: the file may have changed.
   void forget();
   /// Writes a page; one after the last makes the file longer. Only within an update.
   void write(PageNumber number, ByteView page);
@@ -64,7 +65,7 @@ class Pager {
     PageNumber number;
     bool recentlyUsed = false;
     Page page;
-    std::shared_ptr<const OpenIndexPage> index;  ///< once it has been opened as an index page
+    std::shared_ptr<const OpenIndexPage> index;  ///< set once the page was opened as an index page
   };
 
   void lock();

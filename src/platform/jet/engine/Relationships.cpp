@@ -19,7 +19,7 @@ std::u16string tableName(ObjectCatalog& catalog, PageNumber definitionPage) {
   return {};
 }
 
-/// The place of a relationship's index among the indexes of the other table.
+/// The position of a relationship's index among the indexes of the other table.
 std::size_t otherIndex(const TableSource& other, const LogicalIndex& relationship) {
   const auto& all = other.definition.logicalIndexes;
   const auto found = std::ranges::find(all, relationship.otherIndex, &LogicalIndex::number);
@@ -28,7 +28,7 @@ std::size_t otherIndex(const TableSource& other, const LogicalIndex& relationshi
   return found->index;
 }
 
-/// True when the other table's index has an entry for the values that the row has in its own.
+/// True when the other table's index has an entry for the row's values in its own index.
 bool hasMatch(const TableSource& source, std::size_t index, const Row& row,
               const TableSource& other, std::size_t theirs) {
   const RowKey own(source, index);

@@ -13,7 +13,7 @@ namespace jet {
 struct FoundRow;
 struct TableSource;
 
-/// One row, whose columns are decoded when they are asked for. Columns are named by their index in
+/// One row, whose columns are decoded on demand. Columns are named by their position in
 /// `Table::columns()`.
 class Row {
  public:
@@ -28,24 +28,25 @@ class Row {
   /// Guid, Numeric Decimal.
   runtime::Variant value(int column) const;
 
-  /// Fast path for Text and Memo columns; replaces what `out` held and returns false for null.
+  /// Fast path for Text and Memo columns; replaces the content of `out`, and returns false for
+  /// null.
   bool text(int column, std::u16string& out) const;
-  /// The text as bytes of one character each, U+0000 to U+00FF, where the row holds it so; absent
-  /// for null, for a memo and for any other text.
+  /// The text as bytes of one character each, U+0000 to U+00FF, where the row stores it in that
+  /// form; absent for null, for a memo and for any other text.
   std::optional<ByteView> latinText(int column) const;
   /// The text's key in the file's order (see TextKey.h); empty and false for null.
   bool sortKey(int column, std::string& out) const;
   /// Fast path for Byte, Integer, Long and Boolean (true is -1) columns; false for null.
   bool integer(int column, std::int32_t& out) const;
 
-  /// The bytes that the row holds of a column; absent for null, and for Boolean.
+  /// The bytes of a column in the row; absent for null, and for Boolean.
   std::optional<ByteView> stored(int column) const;
   /// The row's bytes, opened.
   const RowContent& content() const { return content_; }
 
  private:
   Place place() const;
-  /// Calls `use` with the stored bytes of a text, wherever they lie; false for null.
+  /// Calls `use` with the stored bytes of a text, inside the row or outside; false for null.
   template <class Use>
   bool withText(int column, Use use) const;
 

@@ -8,11 +8,11 @@
 
 namespace jet {
 
-/// The row as it stands, ready to be changed and written anew: with room for all columns that the
-/// table has now, long values as their heads. The fixed area keeps what deleted columns left there.
+/// The parts of a stored row, to be changed and encoded again: with room for all columns that the
+/// table has now, long values as their heads. The fixed area keeps the bytes of deleted columns.
 RowParts partsOf(const TableSource& source, const Row& row);
 
-/// Gives a column its stored bytes; absent for null. Not for Boolean.
+/// Sets the stored bytes of a column; absent for null. Not for Boolean.
 void setStored(RowParts& parts, const ColumnDefinition& column, const std::optional<Bytes>& stored);
 void setBoolean(RowParts& parts, const ColumnDefinition& column, bool value);
 

@@ -14,13 +14,13 @@ struct FieldValue {
   runtime::Variant value;
 };
 
-/// What an update of one row is made of. It names the table and its columns by what they were when
-/// they were read, under an earlier lock.
+/// The update of one row. It names the table and its columns as they were when they were read,
+/// under an earlier lock.
 struct RowChange {
   TableIdentity table;
   RowId row;
   std::vector<FieldValue> values;  ///< the columns to set
-  std::vector<FieldValue> asRead;  ///< the row as it was read, as far as it was
+  std::vector<FieldValue> asRead;  ///< the columns that were read, as they were then
 };
 
 }  // namespace jet

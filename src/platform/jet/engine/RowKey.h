@@ -13,28 +13,28 @@ namespace jet {
 /// Makes the keys of one index from rows or from values.
 class RowKey {
  public:
-  /// `index` is one among the definition's indexes.
+  /// `index` is a position among the definition's indexes.
   RowKey(const TableSource& source, std::size_t index);
 
   struct Part {
-    int column = 0;  ///< index in `Table::columns()`
+    int column = 0;  ///< position in `Table::columns()`
     bool ascending = true;
   };
   const std::vector<Part>& parts() const { return parts_; }
   /// False where a column is unknown, or keys of its kind can't be made.
   bool isSupported() const { return supported_; }
-  /// True where the keys order as the values do.
+  /// True where the keys sort as the values do.
   bool isOrdered() const { return ordered_; }
 
-  /// True when the key has one of these columns, also after one that the definition doesn't have.
+  /// True when the key has one of these columns, even after a column that the definition lacks.
   bool covers(std::span<const ColumnValue> values) const;
 
-  /// Replaces `key` with the row's key, without row pointer; false where the row has none that we
-  /// know.
+  /// Replaces `key` with the row's key, without row pointer; false where the row's key can't be
+  /// made.
   bool make(const Row& row, Bytes& key) const;
   /// True when all key columns are known, and null in the row: an index may leave such a row out.
   bool isAllNull(const Row& row) const;
-  /// True when one of them is: such a key counts as no other's equal.
+  /// True when one key column is null: such a key equals no other.
   bool hasNull(const Row& row) const;
 
  private:

@@ -19,7 +19,7 @@ PageOwner ownerOf(const TableSource& source) {
           .free = source.definition.freePages};
 }
 
-/// The row for a place of that length.
+/// The row's bytes for a slot of that length.
 Bytes bytesFor(Version version, const RowParts& parts, std::size_t length) {
   Bytes row = parts.encode(version);
   if (row.size() >= length || length - row.size() > kKeptUnused || !parts.hasVariable) return row;
@@ -45,7 +45,7 @@ bool RowPlacement::placeAt(RowPointer at, const RowParts& parts, SlotMark mark) 
   return true;
 }
 
-/// A body with these bytes that an interrupted run of the same change wrote.
+/// A body with these bytes that an interrupted attempt at the same change wrote.
 std::optional<RowPointer> RowPlacement::bodyLeftOver(ByteView row) const {
   std::optional<std::vector<RowPointer>> strays;
   for (const PageNumber number : space_.candidates()) {

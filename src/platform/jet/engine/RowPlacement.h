@@ -7,18 +7,18 @@
 
 namespace jet {
 
-/// Puts a row's new bytes where they fit. A row keeps its own slot for good; when it outgrows its
-/// page its body goes elsewhere and the slot points there.
+/// Stores a row's new bytes where they fit. A row keeps its slot for good; when it outgrows its
+/// page, its body moves to another page and the slot points there.
 class RowPlacement {
  public:
   RowPlacement(PageChanges& changes, UsageMaps& maps, const TableSource& source);
 
-  /// Stages the new row: a body on another page, the flip of the row's own page, the end of the old
-  /// body. `old` is where the row is found now.
+  /// Stages the new row: a body on another page, the change of the row's own page, the removal of
+  /// the old body. `old` is where the row is stored now.
   void place(RowId id, const FoundRow& old, const RowParts& parts);
-  /// Stages the end of a body that no row points to, or won't.
+  /// Stages the removal of a body that no row points to, or soon none will.
   void dropBody(RowPointer body);
-  /// Stages what the maps say of the pages that were changed.
+  /// Stages the new state of the changed pages in the maps.
   void noteFreeSpace() { space_.noteTouched(); }
 
  private:

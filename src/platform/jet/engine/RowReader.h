@@ -4,13 +4,13 @@
 
 namespace jet {
 
-/// Reads single rows of a table by their ids, one after the other. Rows that lie together are read
-/// fast: the last row's page stays open.
+/// Reads single rows of a table by their ids, one after the other. Adjacent rows are read fast: the
+/// last row's page stays open.
 class RowReader {
  public:
   explicit RowReader(const TableSource& source) : source_(source) {}
 
-  /// Goes to the row of that id; false when there is none.
+  /// Moves to the row of that id; false when there is none.
   bool find(RowId id);
   /// The row of the last successful `find`.
   const Row& row() const { return row_; }

@@ -52,7 +52,7 @@ RowUpdate::RowUpdate(Pager& pager, ObjectCatalog& catalog, const RowChange& chan
     if (row_.value(each.column) != each.value) throw error::rowChanged();
 }
 
-/// The values by the columns' positions in the definition as it is now.
+/// The values by the columns' positions in the current definition.
 std::vector<ColumnValue> RowUpdate::columnsNow(std::span<const FieldValue> fields) const {
   std::vector<ColumnValue> values;
   values.reserve(fields.size());
@@ -163,7 +163,7 @@ void RowUpdate::dropLongValues(std::span<const ColumnValue> values) {
   }
 }
 
-/// The counters stand on the definition's first page, in front of all that can be long.
+/// The counters are on the definition's first page, before all parts that can be long.
 void RowUpdate::raiseCounters(const std::vector<std::size_t>& indexes) {
   if (indexes.empty()) return;
   Bytes page = *changes_.read(source_.definitionPage, source_.place(source_.definitionPage));
@@ -174,8 +174,9 @@ void RowUpdate::raiseCounters(const std::vector<std::size_t>& indexes) {
   changes_.stage(WriteStep::Counters, source_.definitionPage, std::move(page));
 }
 
-/// This change may have been interrupted when the row was already written: removes the entries that
-/// the row has under other keys in the indexes on these columns. A body without a pointer may stay.
+/// An earlier attempt may have been interrupted when the row was already written: removes the
+/// entries that the row has under other keys in the indexes on these columns. A body without a
+/// pointer may remain.
 void RowUpdate::removeStaleEntries(std::span<const ColumnValue> values) {
   for (std::size_t i = 0; i < source_.definition.indexes.size(); ++i) {
     const RowKey key(source_, i);

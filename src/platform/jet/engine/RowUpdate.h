@@ -17,11 +17,11 @@ namespace jet {
 /// checked before the first byte is written.
 class RowUpdate {
  public:
-  /// Reads the table's definition, its owner's rules and the row. Raises the error of a changed row
-  /// where the table, a column that the change names, or the row isn't as it was read.
+  /// Reads the table's definition, its validation rules and the row. Raises the error of a changed
+  /// row where the table, a column that the change names, or the row isn't as it was read.
   RowUpdate(Pager& pager, ObjectCatalog& catalog, const RowChange& change);
 
-  /// Checks the change and writes it. Raises as `Database::update` says.
+  /// Checks the change and writes it. Raises what `Database::update` raises.
   void run(const RuleTest& holds);
   /// Reads the row again: what the columns of `RowChange::asRead` hold now, in their order.
   std::vector<runtime::Variant> readAgain();

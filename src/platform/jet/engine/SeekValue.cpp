@@ -34,7 +34,7 @@ SeekValue wholeNumber(Comparison comparison, double bound) {
   return usable(static_cast<T>(rounded));
 }
 
-/// An amount is compared as a double: the neighbours of a bound are let through.
+/// An amount is compared as a double: the neighbours of a bound are included.
 SeekValue currency(Comparison comparison, const Variant& value, double bound) {
   if (const auto* exact = std::get_if<runtime::Currency>(&value.get())) return usable(*exact);
   constexpr double kSafe = 9e18;

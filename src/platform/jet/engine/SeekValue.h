@@ -5,12 +5,12 @@
 
 namespace jet {
 
-/// A bound of a range, turned into a value of the column's kind, of which a key can be made.
+/// A bound of a range, converted to a value of the column's kind, from which a key can be made.
 struct SeekValue {
   enum class Outcome {
-    Value,     ///< `value` does for the bound
+    Value,     ///< `value` replaces the bound
     NoRow,     ///< no value of the column can meet the bound
-    Unusable,  ///< says nothing about the column's values
+    Unusable,  ///< the bound doesn't restrict the column's values
   };
   Outcome outcome = Outcome::Unusable;
   runtime::Variant value;
@@ -18,8 +18,9 @@ struct SeekValue {
 
 enum class Comparison { Equal, AtLeast, AtMost };
 
-/// The column's value that does for "column = bound", "column >= bound" or "column <= bound"; what
-/// a bound between two values of the column becomes lets every row that meets it through.
+/// The column's value that replaces the bound in "column = bound", "column >= bound" or "column <=
+/// bound". For a bound between two values of the column, it still includes every row that meets the
+/// comparison.
 SeekValue seekValue(const ColumnDefinition& column, Comparison comparison,
                     const runtime::Variant& bound);
 

@@ -21,7 +21,7 @@ namespace jet {
 class Pager;
 struct TableSource;
 
-/// A column, as a reader of the table needs it.
+/// A column, with what a reader of the table needs.
 struct Column {
   std::u16string name;
   ColumnType type = ColumnType::Long;
@@ -33,11 +33,11 @@ struct Column {
 
 /// One column of an index's key.
 struct IndexColumn {
-  int column = 0;  ///< index in `Table::columns()`
+  int column = 0;  ///< position in `Table::columns()`
   bool ascending = true;
 };
 
-/// An index that the file keeps.
+/// An index that is stored in the file.
 struct Index {
   std::u16string name;  ///< of the first logical index that uses it
   std::vector<IndexColumn> columns;
@@ -45,12 +45,12 @@ struct Index {
   bool unique = false;
   bool ignoreNulls = false;  ///< rows whose key columns are all null are not in it
   /// True when keys can be made for all its columns: only then can it be walked by range, and only
-  /// then does its order agree with that of `Row::sortKey`.
+  /// then does its order match that of `Row::sortKey`.
   bool seekable = false;
 };
 
-/// A table: its columns, its indexes and its rows. It is as its definition was when it was read,
-/// and lives no longer than the lock under which that was.
+/// A table: its columns, its indexes and its rows. It is a snapshot of the definition, valid no
+/// longer than the lock under which it was read.
 class Table {
  public:
   /// Reads the definition. Raises damage where the page holds none.
@@ -61,26 +61,26 @@ class Table {
 
   const std::u16string& name() const;
   PageNumber definitionPage() const;
-  /// What names the table, and a column of it by its position in `columns()`, to an update.
+  /// The names by which an update finds the table, and a column by its position in `columns()`.
   TableIdentity identity() const;
   ColumnIdentity identity(int column) const;
   /// The columns in the order of their numbers, without deleted ones.
   const std::vector<Column>& columns() const { return columns_; }
-  /// The index of the column of that name, letter case aside.
+  /// The position of the column of that name, letter case aside.
   std::optional<int> columnNamed(std::u16string_view name) const;
-  /// The indexes that the file keeps for the table (relationships share them).
+  /// The table's stored indexes (relationships share them).
   const std::vector<Index>& indexes() const { return indexes_; }
-  /// The index of the first seekable index whose leading columns are these.
+  /// The position of the first seekable index whose leading columns are these.
   std::optional<int> indexOn(const std::vector<std::u16string_view>& columnNames) const;
-  /// The columns of the primary key, as indexes in `columns()`; none without one.
+  /// The columns of the primary key, as positions in `columns()`; none without a primary key.
   std::vector<int> primaryKey() const;
   /// Number of rows as the file counts them; an estimate for system tables.
   std::uint32_t rowCount() const;
 
-  /// All rows in the order in which they lie in the file.
+  /// All rows in the order in which the file stores them.
   std::unique_ptr<Cursor> scan() const;
-  /// The rows of an index's range in the index's order; `index` is one in `indexes()`, and must
-  /// be seekable unless the range is the entire index.
+  /// The rows of an index's range in the index's order; `index` is a position in `indexes()`; the
+  /// index must be seekable unless the range is unbounded.
   std::unique_ptr<Cursor> walk(int index, const IndexRange& range) const;
   /// For reading single rows by their ids.
   RowReader reader() const;

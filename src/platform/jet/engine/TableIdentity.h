@@ -7,14 +7,14 @@
 
 namespace jet {
 
-/// A table, by what still names it when its definition has been forgotten.
+/// The names of a table, which stay valid when its definition has been dropped.
 struct TableIdentity {
   std::u16string name;
   PageNumber definitionPage;  ///< first page of its definition
   bool operator==(const TableIdentity&) const = default;
 };
 
-/// A column of a table likewise.
+/// The same for a column of a table.
 struct ColumnIdentity {
   ColumnNumber number;  ///< stays when other columns are deleted
   std::u16string name;

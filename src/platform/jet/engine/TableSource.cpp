@@ -9,7 +9,7 @@ namespace {
 
 /// Pages of the longest definition; 255 columns and 32 indexes take far fewer.
 constexpr std::size_t kMostDefinitionPages = 256;
-/// A pointer leads to the body at once; a few more steps are followed.
+/// A pointer usually leads straight to the body; a few more steps are followed.
 constexpr int kMostPointerSteps = 16;
 constexpr std::size_t kPointerSize = 4;
 

@@ -11,13 +11,13 @@
 
 namespace jet {
 
-/// What reading a table's rows takes: the pages and the definition.
+/// What is needed to read a table's rows: the pages and the definition.
 struct TableSource {
   Pager& pager;
   std::u16string name;
   PageNumber definitionPage;
   TableDefinition definition;
-  /// The columns by their index in `Table::columns()`.
+  /// The columns by their position in `Table::columns()`.
   std::vector<ColumnDefinition> columns;
 
   /// Reads the definition from its chain of pages.
@@ -28,13 +28,13 @@ struct TableSource {
   bool hasVariableSlots() const { return definition.variableSlots > 0; }
 };
 
-/// What names the column when the definition has been forgotten.
+/// The names of the column, which stay valid when the definition has been dropped.
 ColumnIdentity identityOf(const ColumnDefinition& column);
 
 /// The bytes of a row, found by its id: on the row's own page, or where its pointer leads.
 struct FoundRow {
   Pager::Page page;
-  PageNumber bodyPage;  ///< number of the page that the bytes lie on
+  PageNumber bodyPage;  ///< number of the page that holds the bytes
   SlotNumber bodySlot;
   ByteView bytes;
 };
@@ -43,16 +43,16 @@ struct FoundRow {
 /// leads nowhere. `home` is the row's own page, already read.
 bool findRow(const TableSource& source, RowId id, const Pager::Page& home, FoundRow& found);
 
-/// The same with the page read; also false where the page isn't one of the table's.
+/// The same, and reads the page; also false where the page isn't one of the table's.
 bool findRow(const TableSource& source, RowId id, FoundRow& found);
 
-/// The page, which has to be a data page of the table. Raises damage otherwise.
+/// Reads a data page of the table. Raises damage where the page is another one.
 Pager::Page readDataPage(const TableSource& source, PageNumber page, const Place& from);
 
 /// The same page; null where it isn't a data page of the table.
 Pager::Page findDataPage(const TableSource& source, PageNumber number);
 
-/// The content of a definition's chain of pages, which are added to `pages` in their order.
+/// Reads the content of a definition's chain of pages, and adds their numbers to `pages` in order.
 Bytes readDefinition(Pager& pager, const Place& first, std::vector<PageNumber>& pages);
 
 }  // namespace jet

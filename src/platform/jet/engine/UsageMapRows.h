@@ -9,7 +9,7 @@
 
 namespace jet {
 
-/// The rows and bitmap pages of usage maps, as a change leaves them so far. Each write is staged at
+/// The rows and bitmap pages of usage maps, including the staged changes. Each write is staged at
 /// once: a map that was read before may be out of date after any other change of a map.
 class UsageMapRows {
  public:
@@ -17,7 +17,7 @@ class UsageMapRows {
       : changes_(changes), source_(source) {}
 
   UsageMap read(RowPointer at);
-  /// A bitmap page. Raises damage where it is something else.
+  /// A bitmap page. Raises damage where it is another page.
   Pager::Page readBitmap(PageNumber page);
   /// Writes a map's row with at least that length; false where its page has no room for it.
   bool write(RowPointer at, const UsageMap& map, std::size_t length, WriteStep step);

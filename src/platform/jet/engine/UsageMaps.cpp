@@ -21,7 +21,7 @@ struct Extent {
   PageNumber highest;
 };
 
-/// The pages of an inline map together with one more.
+/// The range of an inline map's pages together with one more.
 Extent extentWith(const UsageMap& map, PageNumber page) {
   Extent extent{page, page};
   for (std::size_t i = 0; i < map.windowSize(); ++i) {
@@ -69,7 +69,7 @@ bool UsageMaps::lengthen(RowPointer at, const UsageMap& map, PageNumber page, Wr
   return rows_.write(at, rewindowed(map, PageNumber(), std::max(size, map.bits.size())), 0, step);
 }
 
-/// Makes a map reach a page as far as that takes no new page; false where it does.
+/// Makes a map cover a page where that takes no new page; false where it does.
 bool UsageMaps::coverWithoutBitmap(RowPointer at, PageNumber page, WriteStep step) {
   const UsageMap map = rows_.read(at);
   if (map.kind == UsageMap::Kind::Reference) return rows_.bitmapFor(map, page) != 0;
@@ -97,7 +97,7 @@ void UsageMaps::turnIntoReference(RowPointer at, WriteStep step) {
 void UsageMaps::addBitmap(RowPointer at, std::size_t range, WriteStep step) {
   const PageNumber bitmap = pages_.take();
   changes_.stage(WriteStep::NewPages, bitmap, newBitmapPage(changes_.layout()));
-  // Read only now: taking the page may have changed the page that the map lies on.
+  // Read only now: taking the page may have changed the page that holds the map.
   UsageMap map = rows_.read(at);
   map.bitmapPages[range] = bitmap;
   rows_.writeInPlace(at, map, step);
@@ -136,7 +136,7 @@ void UsageMaps::remove(RowPointer at, PageNumber page, WriteStep step) {
 
 void UsageMaps::hint(RowPointer at, PageNumber page, bool hasRoom) {
   if (at == RowPointer{} || contains(at, page) == hasRoom) return;
-  // Only where no page has to be taken for it: those are taken in the first step.
+  // Only where this takes no new page: pages are taken in the first step.
   if (!hasRoom || coverWithoutBitmap(at, page, WriteStep::Hints))
     set(at, page, hasRoom, WriteStep::Hints);
 }

@@ -7,8 +7,8 @@
 
 namespace jet {
 
-/// Keeps the usage maps of a table, of its indexes and of its long values: the maps that say which
-/// pages belong to what, and which of them have room.
+/// Changes the usage maps of a table, of its indexes and of its long values: which pages belong to
+/// which owner, and which of them have room.
 class UsageMaps {
  public:
   UsageMaps(PageChanges& changes, const TableSource& source)
@@ -19,11 +19,11 @@ class UsageMaps {
   bool contains(RowPointer map, PageNumber page);
   /// Adds a page to a map; the map grows as it needs to. Raises where there is no map.
   void add(RowPointer map, PageNumber page, WriteStep step);
-  /// Makes a map reach a page that isn't in it, so that `hint` can add it. Raises as `add` does.
+  /// Makes a map cover a page that isn't in it, so that `hint` can add it. Raises as `add` does.
   void cover(RowPointer map, PageNumber page, WriteStep step);
-  /// Removes a page from a map, if it is in it.
+  /// Removes a page from a map, if the map has it.
   void remove(RowPointer map, PageNumber page, WriteStep step);
-  /// Says in a map of pages with room whether a page has room, as far as the map reaches.
+  /// Records in a map of pages with room whether a page has room, as far as the map can cover it.
   void hint(RowPointer map, PageNumber page, bool hasRoom);
 
  private:

@@ -13,18 +13,18 @@
 namespace jet {
 
 /// A restriction that the store's owner has set on a table or on one of its columns: the property
-/// `ValidationRule` in the table's property blob, with the words for a refusal in `ValidationText`.
+/// `ValidationRule` in the table's property blob, with the error text in `ValidationText`.
 struct ValidationRule {
   std::u16string table;
-  std::u16string column;      ///< whose values it restricts; empty where it restricts the rows
-  std::u16string expression;  ///< of a column a criterion, of a table a full expression
-  std::u16string text;        ///< the owner's words; may be empty
+  std::u16string column;      ///< the column that it restricts; empty where it restricts the rows
+  std::u16string expression;  ///< a criterion for a column, a full expression for a table
+  std::u16string text;        ///< the owner's error text; may be empty
 
-  /// What it restricts: "table.column", or the table's name.
+  /// The subject of the rule: "table.column", or the table's name.
   std::u16string subject() const;
 };
 
-/// The row as an update is about to leave it.
+/// The row as it will be after an update.
 class NewRow {
  public:
   /// `values` are the columns to set; the others are read from `before`.
@@ -40,12 +40,12 @@ class NewRow {
   std::span<const ColumnValue> values_;
 };
 
-/// Tries a rule on a row: false only where the rule is False there, true also where it is null.
-/// Raises the engine's error for a rule that can't be understood.
+/// Tests a rule on a row: false only where the rule is False, true also where it is null. Raises
+/// the engine's error for a rule that can't be parsed.
 using RuleTest = std::function<bool(const ValidationRule&, const NewRow&)>;
 
-/// Tries the rules of the columns to be set, and that of the table. Raises the engine's error, with
-/// the owner's words where there are some, for one that the row breaks.
+/// Tests the rules of the columns to be set, and that of the table. Raises the engine's error, with
+/// the owner's text where there is one, for the rule that the row breaks.
 void checkRules(const TableSource& source, std::span<const PropertyBlock> properties,
                 const Row& before, std::span<const ColumnValue> values, const RuleTest& holds);
 

@@ -58,7 +58,7 @@ T wholeNumber(const Variant& value) {
   return static_cast<T>(rounded);
 }
 
-/// The text's own digits where it is a plain decimal number; the number of a double has others.
+/// The digits of a plain decimal number in a text; converting it to a double would change them.
 std::optional<std::string> plainDecimal(const Variant& value) {
   std::u16string text;
   if (const auto* own = std::get_if<std::u16string>(&value.get()))
@@ -76,7 +76,7 @@ std::optional<std::string> plainDecimal(const Variant& value) {
   return ascii ? std::optional(plain) : std::nullopt;
 }
 
-/// Rounds a plain decimal number half to even; returns sign and digits, the point left out.
+/// Rounds a plain decimal number half to even; returns sign and digits without the point.
 std::string rounded(const std::string& plain, std::size_t scale) {
   const bool negative = plain.starts_with('-');
   const std::size_t front = negative || plain.starts_with('+') ? 1 : 0;
@@ -145,7 +145,7 @@ bool booleanOf(const Variant& value) {
   return numberOf(value) != 0;
 }
 
-/// A date of the calendar as day number; `toText` of a date returns the text that is read here.
+/// A calendar date as day number. The text form is the one that `toText` returns for a date.
 runtime::Date dateOf(const Variant& value) {
   const auto* text = std::get_if<std::u16string>(&value.get());
   int year = 0;

@@ -62,7 +62,7 @@ def main(programs, cases, windows):
         own = read(pathlib.Path(cases) / f"{name}.xml")
         if own is not None:
             if not tally.count(own, f"{name}: ") and bad:
-                tally.fail(f"{name} (as a whole)")
+                tally.fail(f"{name} (the program)")
         elif bad:
             tally.fail(name)
         elif skipped is not None:

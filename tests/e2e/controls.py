@@ -1,4 +1,4 @@
-"""Where the screens' controls stand, in twips: left, top, width, height in the window's client area."""
+"""Bounds of the screens' controls in twips: left, top, width, height in the window's client area."""
 
 TWIPS = 15  # to a pixel of an ordinary screen
 

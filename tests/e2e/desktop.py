@@ -1,4 +1,4 @@
-"""A desktop of its own: virtual display, window manager, message bus, pointer and keys."""
+"""A virtual desktop: display, window manager, message bus, pointer and keyboard."""
 
 import os
 import re
@@ -11,24 +11,24 @@ import time
 from screenreader import Bus
 
 class Timeout(AssertionError):
-    """A condition did not come true in time."""
+    """A condition did not become true in time."""
 
 
 def wait_until(condition, what, timeout=20.0):
-    """Waits for `condition()` to give something true, and gives that. `what` names it in the failure."""
+    """Waits until `condition()` returns a true value, and returns that. `what` names it in a failure."""
     end = time.monotonic() + timeout
     while True:
         value = condition()
         if value:
             return value
         if time.monotonic() > end:
-            raise Timeout(f"waited {timeout:g} s in vain for {what}")
+            raise Timeout(f"{what} did not come within {timeout:g} s")
         time.sleep(0.02)
 
 
 class Desktop:
-    """A virtual display with a window manager and a message bus, through which the accessibility bus
-    is found. The display's number is whatever the X server finds free; `manager` is the window
+    """A virtual display with a window manager and a message bus, by which the accessibility bus
+    is found. The X server picks a free display number; `manager` is the window
     manager's command, None for none."""
 
     def __init__(self, width=1920, height=1080, manager=("openbox", "--sm-disable")):
@@ -68,8 +68,8 @@ class Desktop:
         return "window id" in shown
 
     def _watch(self, log):
-        """Keeps which windows the display has had: a glimpse of a short one can be missed."""
-        self.created = []  # as they came
+        """Records all windows of the display: polling could miss a window that shows only briefly."""
+        self.created = []  # in order of creation
         self.watcher = subprocess.Popen(["xev", "-root", "-event", "substructure"],
                                         env=self.environment, stdout=subprocess.PIPE, stderr=log,
                                         text=True)
@@ -86,7 +86,7 @@ class Desktop:
         threading.Thread(target=keep, daemon=True).start()
 
     def run(self, *command, check=True):
-        """Runs an X client and gives what it prints."""
+        """Runs an X client and returns its output."""
         done = subprocess.run(command, env=self.environment, capture_output=True, text=True)
         if check and done.returncode != 0:
             raise RuntimeError(f"{' '.join(command)}: {done.stderr.strip()}")
@@ -104,7 +104,7 @@ class Desktop:
     # Windows
 
     def windows(self, pid, title=None):
-        """The shown windows of a process, pop-ups among them; only those with just this title if one
+        """The visible windows of a process, including pop-ups; only those with this title if one
         is given."""
         command = ["xdotool", "search", "--all", "--onlyvisible", "--pid", str(pid)]
         if title is not None:
@@ -117,16 +117,16 @@ class Desktop:
         return [window for window in self.created[since:] if (window ^ client) < 1 << 21]
 
     def is_there(self, window):
-        """Whether a window exists, shown or not. Its end is told to its parent alone, and that can
+        """Whether a window exists, visible or not. Only its parent is told of its end, and that can
         be a frame of the window manager's."""
         return "Width:" in self.run("xwininfo", "-id", str(window), check=False)
 
     def has_keyboard(self, window):
-        """Whether what is typed goes to this window."""
+        """Whether this window has the keyboard focus."""
         return self.run("xdotool", "getwindowfocus", "-f", check=False).strip() == str(window)
 
     def origin(self, window):
-        """Where a window's client area begins on the screen, and its size, in pixels."""
+        """Position on the screen and size of a window's client area, in pixels."""
         told = self.run("xwininfo", "-id", str(window))
 
         def number(label):
@@ -140,26 +140,26 @@ class Desktop:
         return int(told.split("=")[1].split(",")[2])
 
     def close_box(self, window):
-        """The middle of the close box in a window's frame: the last one in its title bar."""
+        """The centre of the close box in a window's frame: the last box in its title bar."""
         left, top, width, _ = self.origin(window)
         bar = self._title_height(window)
         return left + width - bar // 2, top - bar // 2
 
     def double_click_title(self, window):
-        """What takes a maximised window back to its own size, under most window managers."""
+        """Double-clicks a window's title bar, which restores or maximises it in most window managers."""
         left, top, width, _ = self.origin(window)
-        self.hand("mousemove", left + width // 2, top - self._title_height(window) // 2,
+        self.xdotool("mousemove", left + width // 2, top - self._title_height(window) // 2,
                   "click", "--repeat", 2, "--delay", 60, 1)
 
     def lose(self):
-        """Ends the display under all programs that are on it."""
+        """Ends the display while programs still use it."""
         self.server.kill()
         self.server.wait()
 
-    # Pointer and keyboard, through the X server like a user's own
+    # Pointer and keyboard, through the X server
 
-    def hand(self, *words):
-        """What the user does, in the words of xdotool."""
+    def xdotool(self, *words):
+        """Acts as the user, by the commands of xdotool."""
         self.run("xdotool", *[str(word) for word in words])
 
     def screenshot(self, path):

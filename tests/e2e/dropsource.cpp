@@ -1,6 +1,6 @@
-// Another program on the same desktop: a small window from which a text can be dragged. It says on
-// standard output when a drag begins, when the window below the pointer would take it, and how it
-// ends.
+// Another program on the same desktop: a small window from which a text can be dragged. It reports
+// on standard output when a drag begins, whether the window below the pointer would accept it, and
+// how it ends.
 //
 //   dropsource TEXT
 

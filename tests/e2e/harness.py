@@ -1,4 +1,4 @@
-"""What every real-window test stands on: a shop, the program running in it, its screens and a hand."""
+"""The base of every real-window test: a shop, the program running in it, and its screens."""
 
 import os
 import pathlib
@@ -14,11 +14,11 @@ from shop import Shop
 
 
 class World:
-    """What one run of the suite shares."""
+    """Data that one run of the suite shares."""
 
-    desktop = None  # with its message bus
+    desktop = None  # including its message bus
     build = None  # the built programs
-    pictures = None  # where a failing case leaves what it saw
+    pictures = None  # folder for screenshots of failing cases
 
 
 class Program:
@@ -45,7 +45,7 @@ class Program:
         return self.process.pid
 
     def errors(self):
-        """What the program has said on standard error (and output) so far."""
+        """The program's standard error (and output) so far."""
         self._errors.seek(0)
         return self._errors.read().decode("utf-8", "replace")
 
@@ -64,15 +64,15 @@ class Program:
         self._errors.close()
 
     def box(self, node):
-        """Left, top, width and height of a part of its screens, in pixels of the display."""
+        """Left, top, width and height of a node of its screens, in pixels of the display."""
         return tuple(round(value * self.scale) for value in node.box())
 
     def windows(self):
-        """All windows that it shows now, pop-ups and the picture of a drag among them."""
+        """All windows that it shows now, including pop-ups and the picture of a drag."""
         return self.desktop.windows(self.pid)
 
     def window(self, title):
-        """The shown window with this title, once it is there; fails if the program ends before."""
+        """The window with this title, once it shows; fails if the program ends before."""
 
         def shown():
             found = self.desktop.windows(self.pid, title)
@@ -84,7 +84,7 @@ class Program:
         return wait_until(shown, f"the window {title!r}")[0]
 
     def settled(self, node, window):
-        """The window manager has placed a window where the program thinks it is."""
+        """Whether the program and the window manager agree on the position of a window."""
         told = alive(lambda: self.box(node))
         return told and all(abs(one - other) <= 1
                             for one, other in zip(told, self.desktop.origin(window)))
@@ -94,7 +94,7 @@ class Program:
                           "the program on the accessibility bus")
 
     def top(self, accept, what):
-        """The first of its windows that `accept(node)` takes, once a screen reader sees it."""
+        """The first of its windows for which `accept(node)` is true, once a screen reader sees it."""
 
         def shown():
             return next((node for node in self.root().children()
@@ -104,7 +104,7 @@ class Program:
 
 
 def alive(read):
-    """What `read()` gives, None where a part of the screen went away under it."""
+    """The result of `read()`; None if a part of the screen was closed meanwhile."""
     try:
         return read()
     except Gone:
@@ -112,7 +112,7 @@ def alive(read):
 
 
 class Screen:
-    """One of the program's windows: a hand on its controls, a reader's eye on what they show."""
+    """One of the program's windows: acts on its controls, and reads them as a screen reader does."""
 
     def __init__(self, program, title, table, seen=True):
         self.program, self.title, self.table = program, title, table
@@ -120,7 +120,7 @@ class Screen:
         self.window = program.window(title)
         if seen:
             self.node = program.top(lambda node: node.name == title, f"the screen {title!r}")
-        wait_until(lambda: self._settled(seen), f"{title!r} to stand still")
+        wait_until(lambda: self._settled(seen), f"{title!r} to stop moving")
         self.await_keyboard()
         self.left, self.top, self.width, self.height = self.desktop.origin(self.window)
         self.twip = 1 / controls.TWIPS  # in pixels of the display
@@ -136,41 +136,41 @@ class Screen:
         return self.program.windows()
 
     def alone(self):
-        """Waits until the program shows nothing but this screen, and the window manager has given it
-        the keyboard back."""
+        """Waits until the program shows nothing but this screen, and this screen has
+        the keyboard focus again."""
         wait_until(lambda: len(self.windows()) == 1, "the screen to be alone")
         self.await_keyboard()
 
     def await_keyboard(self):
         wait_until(lambda: self.desktop.has_keyboard(self.window), "the keyboard")
 
-    # The hand
+    # Pointer and keyboard
 
     def point(self, control, across=0.5, down=0.5):
-        """A place on a control, as pixels of the screen; by default its middle."""
+        """A point on a control, in pixels of the screen; by default its centre."""
         left, top, width, height = self.table[control]
         return (self.left + round((left + width * across) * self.twip),
                 self.top + round((top + height * down) * self.twip))
 
     def move(self, control, across=0.5, down=0.5):
-        self.desktop.hand("mousemove", *self.point(control, across, down))
+        self.desktop.xdotool("mousemove", *self.point(control, across, down))
 
     def click(self, control, across=0.5, down=0.5, button=1):
-        self.desktop.hand("mousemove", *self.point(control, across, down), "click", button)
+        self.desktop.xdotool("mousemove", *self.point(control, across, down), "click", button)
 
     def tick(self, control):
         """Clicks a tick box on its mark."""
         self.click(control, 0.03)
 
     def double_click(self, control, across=0.5, down=0.5):
-        self.desktop.hand("mousemove", *self.point(control, across, down),
+        self.desktop.xdotool("mousemove", *self.point(control, across, down),
                           "click", "--repeat", 2, "--delay", 60, 1)
 
     def type(self, text):
-        self.desktop.hand("type", "--delay", 8, text)
+        self.desktop.xdotool("type", "--delay", 8, text)
 
     def keys(self, *names):
-        self.desktop.hand("key", "--delay", 20, *names)
+        self.desktop.xdotool("key", "--delay", 20, *names)
 
     def pick(self, control, index):
         """Opens a drop-down list by the mouse and takes an entry by the keyboard."""
@@ -184,10 +184,10 @@ class Screen:
         self.alone()
 
     def save(self, *keys):
-        """Presses Save, by the mouse or by keys, and waits for the notice to come and go."""
+        """Presses Save, by the mouse or by keys, and waits for the notice to show and close."""
         before = len(self.desktop.created)
         self.begin_save(*keys)
-        wait_until(lambda: self._notice_gone(before), "the saved notice to go")
+        wait_until(lambda: self._notice_gone(before), "the saved notice to close")
         self.alone()
 
     def begin_save(self, *keys):
@@ -203,7 +203,7 @@ class Screen:
                    "the saved notice to show")
 
     def _notice_gone(self, since):
-        """The notice is the only window that a save makes, and the last thing that it does."""
+        """Whether the notice has closed: the only window that a save creates, as its last step."""
         made = self.desktop.created_by(self.window, since)
         return not any(self.desktop.is_there(window) for window in made)
 
@@ -219,41 +219,41 @@ class Screen:
         return [(row.name, row.description) for row in rows]
 
     def item_point(self, row):
-        """Scrolls an entry into view if need be, and gives a place on it."""
+        """Scrolls an entry into view if need be, and returns a point on it."""
         node = self.item_list()
         left, top, width, height = self.program.box(node)
 
-        def place():
+        def centre():
             x, y, w, h = self.program.box(node.child(row))
             return x + min(w, width) // 3, y + h // 2
 
         while True:
-            x, y = place()
+            x, y = centre()
             if top + 4 <= y <= top + height - 4:
                 return x, y
-            self.desktop.hand("mousemove", left + width // 2, top + height // 2,
+            self.desktop.xdotool("mousemove", left + width // 2, top + height // 2,
                               "click", 4 if y < top else 5)
-            wait_until(lambda: place() != (x, y), "the list to scroll")
+            wait_until(lambda: centre() != (x, y), "the list to scroll")
 
     def double_click_item(self, row):
-        self.desktop.hand("mousemove", *self.item_point(row),
+        self.desktop.xdotool("mousemove", *self.item_point(row),
                           "click", "--repeat", 2, "--delay", 60, 1)
 
     def start_drag(self, row):
         """Presses on an entry and waits until the drag is under way."""
         x, y = self.item_point(row)
         before = len(self.windows())
-        self.desktop.hand("mousemove", x, y, "mousedown", 1, "mousemove", x - 3, y + 3)
+        self.desktop.xdotool("mousemove", x, y, "mousedown", 1, "mousemove", x - 3, y + 3)
         wait_until(lambda: len(self.windows()) > before, "the drag's picture")
 
     def drag(self, row, control):
-        """Drags an entry onto a control, all the way, as a hand does."""
+        """Drags an entry onto a control."""
         self.start_drag(row)
         x, y = self.point(control)
-        self.desktop.hand("mousemove", x + 9, y + 9, "mousemove", x, y, "mouseup", 1)
+        self.desktop.xdotool("mousemove", x + 9, y + 9, "mousemove", x, y, "mouseup", 1)
         self.alone()
 
-    # The eye
+    # Reading
 
     def find(self, **what):
         return alive(lambda: self.node.find(**what))
@@ -264,7 +264,7 @@ class Screen:
                      if node.description.startswith(f"Key {index}, ")), None)
 
     def captions(self):
-        """All keys' captions that aren't empty, by index; a key without one bears its number."""
+        """All captions of keys by index, without keys that show their number for want of a caption."""
         found = {}
         for node in self.node.walk():
             about = node.description.split(",")[0]
@@ -295,7 +295,7 @@ class Screen:
 
 
 class Case(unittest.TestCase):
-    """A test with a shop of its own. What it started is stopped; what it saw is kept if it fails."""
+    """A test with a shop of its own. Stops its programs; keeps screenshots if it fails."""
 
     store = ()  # options for the store
 
@@ -319,7 +319,7 @@ class Case(unittest.TestCase):
             program.stop()
         for desktop in self._desktops:
             desktop.close()
-        World.desktop.hand("mouseup", 1, "mousemove", World.desktop.width - 1,
+        World.desktop.xdotool("mouseup", 1, "mousemove", World.desktop.width - 1,
                            World.desktop.height - 1)
 
     def _keep(self, program, number):
@@ -328,7 +328,7 @@ class Case(unittest.TestCase):
         print(f"        the program said: {program.errors().strip() or 'nothing'}")
 
     def another_desktop(self, **options):
-        """A desktop beside the one that all cases share."""
+        """A desktop in addition to the one that all cases share."""
         self._desktops.append(Desktop(**options))
         return self._desktops[-1]
 
@@ -338,28 +338,28 @@ class Case(unittest.TestCase):
         return program
 
     def levelled(self, **options):
-        """Starts the program and gives its levelled editor."""
+        """Starts the program and returns its levelled editor."""
         return Screen(self.start(**options), controls.LEVELLED_TITLE, controls.LEVELLED)
 
     def large(self, **options):
         return Screen(self.start(**options), controls.LARGE_TITLE, controls.LARGE)
 
     def message(self, program, text, title="Keystrand"):
-        """Waits for a message box with just this text; gives its node."""
+        """Waits for a message box with exactly this text; returns its node."""
         return program.top(lambda node: node.name == title and node.find(role="label", name=text),
                            f"the message {text!r}")
 
     def press(self, program, box, button):
         """Clicks a button of a message box."""
         window = program.window(box.name)
-        wait_until(lambda: program.settled(box, window), f"{box.name!r} to stand still")
+        wait_until(lambda: program.settled(box, window), f"{box.name!r} to stop moving")
         node = wait_until(lambda: alive(lambda: box.find(role="push button", name=button)),
                           f"the button {button!r}")
         left, top, width, height = program.box(node)
-        program.desktop.hand("mousemove", left + width // 2, top + height // 2, "click", 1)
+        program.desktop.xdotool("mousemove", left + width // 2, top + height // 2, "click", 1)
 
     def ends_fatally(self, program, number, text):
-        """The failure report comes up, and after its only button the process ends with status 1."""
+        """Checks that the failure report shows, and that after its only button the process ends with 1."""
         report = program.top(lambda node: node.name == "Keystrand", "the failure report")
         said = "\n".join(node.name for node in report.walk() if node.role == "label")
         self.assertIn(f"Run-time error '{number}':", said)

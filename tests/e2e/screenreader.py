@@ -1,6 +1,6 @@
 """Reads a running program's screens through the accessibility interface, as a screen reader does.
 
-Plain D-Bus calls to the accessibility bus; nothing is cached, so what is read is what is there now.
+Plain D-Bus calls to the accessibility bus; nothing is cached, so all results are current.
 """
 
 import gi
@@ -20,7 +20,7 @@ STATES = {name: bit for bit, name in enumerate(
 
 
 class Gone(Exception):
-    """The program, or the part of its screen that was asked, is no more."""
+    """The program, or the node of its screen, no longer exists."""
 
 
 class Bus:
@@ -42,7 +42,7 @@ class Bus:
             raise Gone(f"{owner} {path} {method}: {error.message}") from None
 
     def hear_focus(self):
-        """Begins to listen; returns a function that gives the nodes told to have the focus since."""
+        """Begins to listen; returns a function that returns the nodes that have got the focus since."""
         self.call(PREFIX + "Registry", "/org/a11y/atspi/registry", PREFIX + "Registry",
                   "RegisterEvent",
                   GLib.Variant("(sass)", ("object:state-changed:focused", [], "")))
@@ -79,7 +79,7 @@ class Bus:
 
 
 class Node:
-    """One part of a screen as a screen reader sees it."""
+    """One node of a screen as a screen reader sees it."""
 
     def __init__(self, bus, owner, path):
         self.bus, self.owner, self.path = bus, owner, path
@@ -105,7 +105,7 @@ class Node:
 
     @property
     def text(self):
-        """The text that the part holds, such as a text box's."""
+        """The text of the node, such as a text box's."""
         return self._call("Text", "GetText", GLib.Variant("(ii)", (0, -1)))[0]
 
     @property
@@ -118,7 +118,7 @@ class Node:
         return {name for name, bit in STATES.items() if bits >> bit & 1}
 
     def act(self, name):
-        """Carries out one of the part's actions."""
+        """Carries out one of the node's actions."""
         told = self._call("Action", "GetActions")[0]
         index = next(i for i, action in enumerate(told) if action[0] == name)
         self._call("Action", "DoAction", GLib.Variant("(i)", (index,)))
@@ -141,7 +141,7 @@ class Node:
         return Node(self.bus, owner, path)
 
     def walk(self, depth=8):
-        """This node and all below it that is to be seen. Lists are not entered: their entries can be
+        """This node and all visible nodes below it. Lists are not entered: their entries can be
         very many."""
         yield self
         if depth > 0 and self.role not in ("list", "table"):
@@ -150,7 +150,7 @@ class Node:
                     yield from child.walk(depth - 1)
 
     def find(self, role=None, name=None, description=None):
-        """The first node below that answers to all that is given, or None."""
+        """The first node below that matches all arguments, or None."""
         for node in self.walk():
             if ((role is None or node.role == role) and (name is None or node.name == name) and
                     (description is None or node.description == description)):

@@ -1,4 +1,4 @@
-"""A shop's machine in a folder: program folder, Posdata, a store, and settings of its own."""
+"""A shop in a folder: program folder, Posdata, a store, and settings of its own."""
 
 import json
 import os
@@ -13,7 +13,7 @@ BUTTON_TEXT = -2147483630
 
 
 class Build:
-    """The programs under test, and one demo store that every case gets a copy of."""
+    """The programs under test, and the stores of which every case gets a copy."""
 
     def __init__(self, folder, work):
         self.folder = pathlib.Path(folder).resolve()
@@ -21,14 +21,14 @@ class Build:
         self._stores = {}
 
     def program(self, name):
-        for place in (self.folder / name, *self.folder.glob(f"*/{name}"),
+        for path in (self.folder / name, *self.folder.glob(f"*/{name}"),
                       *self.folder.glob(f"*/*/{name}")):
-            if place.is_file() and os.access(place, os.X_OK):
-                return place
+            if path.is_file() and os.access(path, os.X_OK):
+                return path
         raise RuntimeError(f"{name} isn't built in {self.folder}")
 
     def store(self, *options):
-        """A store database made with these options; made once, not to be written to."""
+        """A store database made with these options; created once, and not to be changed."""
         if options not in self._stores:
             path = self.work / f"store{len(self._stores)}.mdb"
             subprocess.run([self.program("makestore"), path, *options], check=True,
@@ -38,7 +38,7 @@ class Build:
 
 
 class Shop:
-    """One case's program folder. The names in it are as a shop has them, some in odd case."""
+    """One case's program folder. The names in it are as in a shop, some in odd case."""
 
     def __init__(self, build, folder, store=()):
         self.folder = pathlib.Path(folder)
@@ -86,7 +86,7 @@ class Shop:
     # The communications program
 
     def comms(self):
-        """Puts a stand-in there that notes the settings it finds; gives the path of its notes."""
+        """Installs a stand-in that records the settings at its start; returns a list of its records."""
         path = self.folder / "tavenor_comms.exe"
         path.write_text('#!/bin/sh\nd=$(dirname "$0")\n'
                         'cat "$XDG_CONFIG_HOME/program-settings/tavenor.ini" >"$d/found.$$.part"\n'
@@ -95,7 +95,7 @@ class Shop:
         path.chmod(path.stat().st_mode | stat.S_IXUSR | stat.S_IXGRP | stat.S_IXOTH)
         return lambda: sorted(self.folder.glob("found.*[0-9]"))
 
-    # The store, through an independent reader
+    # The store, read by an independent reader
 
     def rows(self, table):
         """The rows of a table as mdbtools reads them, as dictionaries; a null is None."""
@@ -108,7 +108,7 @@ class Shop:
         return {str(row["id"]) for row in self.rows("tblPlu") if row.get("barcode")}
 
     def files(self):
-        """All files of the shop but the program, with their bytes, to see that nothing changed."""
+        """All files of the shop but the program, with their bytes, to check that nothing changed."""
         return {str(path.relative_to(self.folder)): path.read_bytes()
                 for path in sorted(self.folder.rglob("*"))
                 if path.is_file() and path != self.program}
@@ -132,7 +132,7 @@ def key_line(key, product="", caption="", back=WHITE, font=BUTTON_TEXT):
 
 
 def layout(keys, count=63, back=WHITE, font=BUTTON_TEXT):
-    """A whole layout file: `keys` maps a key's index to its differences from a blank key."""
+    """A layout file: `keys` maps a key's index to its differences from a blank key."""
     lines = (key_line(key, **{"back": back, "font": font, **keys.get(key, {})})
              for key in range(count))
     return "".join(lines).encode("cp1252")

@@ -1,4 +1,4 @@
-"""Input that nobody wants, and how each ends: with the report and status 1, or without a word."""
+"""Invalid input and other failures: how the program ends, with the report and status 1 or silently."""
 
 import fcntl
 import os
@@ -39,7 +39,7 @@ class BadStore(Case):
         self.shop.replace_store("--password", "another")
         self.ends(-2147217843, "Not a valid password.")
 
-    def test_a_database_that_another_program_holds_alone(self):
+    def test_a_database_that_another_program_holds_exclusively(self):
         with open(self.shop.database, "r+b") as held:
             lock = struct.pack("hhqqi4x", fcntl.F_WRLCK, os.SEEK_SET, 0, 0, 0)
             fcntl.fcntl(held, fcntl.F_OFD_SETLK, lock)
@@ -95,14 +95,14 @@ class BadLayout(Case):
         screen.alone()
         return found, self.shop.layout(1).decode("cp1252").split("\r\n")
 
-    def test_a_truncated_file_keeps_its_whole_lines(self):
-        whole = [key_line(key, 100 + key, f"Item {key}") for key in range(63)]
-        captions, saved = self.shown("".join(whole[:10]).encode() + b"10,110,Item 10,167")
+    def test_a_truncated_file_keeps_its_complete_lines(self):
+        lines = [key_line(key, 100 + key, f"Item {key}") for key in range(63)]
+        captions, saved = self.shown("".join(lines[:10]).encode() + b"10,110,Item 10,167")
         self.assertEqual(captions, {key: f"Item {key}" for key in range(11)})
-        self.assertEqual(saved[9], whole[9].strip())
+        self.assertEqual(saved[9], lines[9].strip())
         self.assertEqual(saved[10].split(",")[:4], ["10", "", "Item 10", "167"])
 
-    def test_a_line_with_4_fields_stops_the_reading_behind_its_back_colour(self):
+    def test_a_line_with_4_fields_stops_the_reading_after_its_back_colour(self):
         lines = [key_line(key, 100 + key, f"Item {key}") for key in range(63)]
         lines[29] = "29,129,Item 29,255\r\n"
         captions, saved = self.shown("".join(lines).encode())
@@ -139,11 +139,11 @@ class Posdata(Case):
         return Screen(self.start(**options), controls.LEVELLED_TITLE, controls.LEVELLED, seen=False)
 
     def ends_unseen(self, program, *numbers):
-        """The end as ends_fatally sees it, by what standard error says."""
+        """The same as ends_fatally, but checked by standard error."""
         wait_until(lambda: any(f"Run-time error '{number}': " in program.errors()
                                for number in numbers), "the report")
         window = program.window("Keystrand")
-        World.desktop.hand("windowfocus", "--sync", window, "key", "Return")
+        World.desktop.xdotool("windowfocus", "--sync", window, "key", "Return")
         self.assertEqual(program.status(), 1)
 
     def test_saving_is_fatal_and_the_old_layout_stays(self):
@@ -158,7 +158,7 @@ class Posdata(Case):
         before = self.shop.files()
         screen.click("cmdResetAll")
         window = screen.program.window("Reset")
-        World.desktop.hand("windowfocus", "--sync", window, "key", "Return")
+        World.desktop.xdotool("windowfocus", "--sync", window, "key", "Return")
         self.ends_unseen(screen.program, 70, 75)
         self.assertEqual(self.shop.files(), before)
 
@@ -180,7 +180,7 @@ class NoFont(Case):
         setup = self.shop.folder / "fonts.conf"
         setup.write_text(f"<fontconfig><dir>{self.shop.posdata}</dir></fontconfig>")
         program = self.start(environment={"FONTCONFIG_FILE": str(setup)})
-        wait_until(lambda: "There is no font" in program.errors(), "a word about fonts")
+        wait_until(lambda: "There is no font" in program.errors(), "the message about fonts")
 
 
 class StandardError(Case):
@@ -190,18 +190,18 @@ class StandardError(Case):
         self.shop.set("[comms]\nstorename=Demo\n[KEYSTRAND]\nHIDE_BARCODE=\n")
         program = self.start(command=["bash", "-c", f"exec '{self.shop.program}' {redirection}"])
         window = program.window("Keystrand")
-        World.desktop.hand("windowfocus", "--sync", window, "key", "Return")
+        World.desktop.xdotool("windowfocus", "--sync", window, "key", "Return")
         self.assertEqual(program.status(), 1)
 
     def test_it_is_closed(self):
         self.ends("2>&-")
 
-    def test_nobody_reads_the_pipe(self):
+    def test_a_pipe_without_a_reader(self):
         self.ends("2> >(:)")
 
 
 class LostDisplay(Case):
-    """The display goes away under the program, as at a log-out."""
+    """The display ends while the program runs, as at a log-out."""
 
     def screen(self):
         self.lost = self.another_desktop()
@@ -249,13 +249,13 @@ class DroppedText(Case):
         window = wait_until(lambda: World.desktop.windows(source.pid, "Drop source"),
                             "the other program")[0]
         left, top, width, height = World.desktop.origin(window)
-        World.desktop.hand("mousemove", left + width // 2, top + height // 2, "mousedown", 1)
+        World.desktop.xdotool("mousemove", left + width // 2, top + height // 2, "mousedown", 1)
         self.assertEqual(source.stdout.readline().strip(), b"dragging")
         x, y = self.screen.point(key)
-        World.desktop.hand("mousemove", x - 5, y - 5, "mousemove", x, y)
+        World.desktop.xdotool("mousemove", x - 5, y - 5, "mousemove", x, y)
         said = source.stdout.readline().strip()
         self.assertEqual(said, b"accepted")
-        World.desktop.hand("mouseup", 1)
+        World.desktop.xdotool("mouseup", 1)
         return self.screen
 
     def test_an_entry_is_placed_like_one_from_the_list(self):
@@ -269,7 +269,7 @@ class DroppedText(Case):
         screen = self.drop("Hello")
         self.ends_fatally(screen.program, 5, "Invalid procedure call or argument")
 
-    def test_no_number_behind_the_text_is_fatal(self):
+    def test_no_number_after_the_text_is_fatal(self):
         screen = self.drop(f"{'Tonic water':130}tonic")
         self.ends_fatally(screen.program, 13, "Type mismatch")
 

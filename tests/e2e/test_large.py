@@ -30,7 +30,7 @@ class Tour(Large):
         screen.double_click_item(1)
         screen.drag(2, 12)
         screen.wait_captions({12: jam, 40: bun, 107: tea})
-        screen.double_click(41)  # just a click here: no sheet comes up
+        screen.double_click(41)  # counts as a click here: no sheet opens
         screen.double_click_item(0)
         screen.wait_captions({12: jam, 40: bun, 41: tea, 107: tea})
         screen.click("cmdCopy")
@@ -77,14 +77,14 @@ class NoWindowManager(Large):
         bare = self.another_desktop(manager=None)
         program = self.start(desktop=bare)
         window = program.window(controls.LARGE_TITLE)
-        wait_until(lambda: bare.origin(window) == (0, 0, bare.width, bare.height), "the whole display")
+        wait_until(lambda: bare.origin(window) == (0, 0, bare.width, bare.height), "the full display")
         left, top, width, height = (value // controls.TWIPS for value in controls.LARGE["cmdClose"])
-        bare.hand("mousemove", left + width // 2, top + height // 2, "click", 1)
+        bare.xdotool("mousemove", left + width // 2, top + height // 2, "click", 1)
         self.assertEqual(program.status(), 0)
 
 
 class BadLayout(Large):
-    """What the levelled editor passes over ends this one, before its screen is shown."""
+    """Faults that the levelled editor ignores end this one, before its screen is shown."""
 
     def ends(self, data, number, text):
         self.shop.write_layout("", data)

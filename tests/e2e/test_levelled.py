@@ -1,4 +1,4 @@
-"""Tours of the levelled editor: what a shop's day with it leaves on the screen and on the disk."""
+"""Tours of the levelled editor: the results of typical work on the screen and on the disk."""
 
 import time
 
@@ -10,7 +10,7 @@ from shop import BUTTON_FACE, BUTTON_TEXT, WHITE, key_line, layout
 
 class Start(Case):
     def test_the_program_folder_is_where_the_system_found_the_program(self):
-        # Found on the search path, told another name, and started from a folder that is no more.
+        # Found on the search path, with another argv[0], and started from a deleted folder.
         script = ('mkdir "$0/gone" && cd "$0/gone" && rmdir "$0/gone" && '
                   'PATH="$0:$PATH" && exec -a "" keystrand')
         screen = self.levelled(command=["bash", "-c", script, str(self.shop.folder)])
@@ -54,7 +54,7 @@ class DayOfWork(Case):
         touch = self.shop.posdata / "FastTouchButtons.ini"
         self.assertEqual(touch.read_bytes(), b"[SETTINGS]\r\nSCREEN1=Breakfast and\r\n")
 
-        # Another level is blank and has no name; going back reads the file, and the name comes up.
+        # Another level is blank and has no name; going back reads the file, and shows the name.
         screen.choose("cbLevel", 1)
         screen.wait_captions({})
         wait_until(lambda: screen.find(role="text", name="Level Name").text == "", "no level name")
@@ -64,7 +64,7 @@ class DayOfWork(Case):
         self.assertEqual(self.shop.layout(1), saved)
         self.assertIsNone(self.shop.layout(2))
 
-        # Reset: No changes nothing, Yes takes the file and the captions, but not the ids.
+        # Reset: No changes nothing, Yes deletes the file and the captions, but not the ids.
         question = "This will reset all the buttons. Are you sure?"
         screen.click("cmdResetAll")
         box = self.message(screen.program, question, "Reset")
@@ -134,7 +134,7 @@ class DayOfWork(Case):
         screen.double_click_item(0)
         screen.wait_captions({7: name})
 
-    def test_keyboard_goes_round_by_the_tab_order_and_space_presses(self):
+    def test_the_tab_key_follows_the_tab_order_and_space_presses(self):
         screen = self.levelled()
 
         def focused():
@@ -166,7 +166,7 @@ class DayOfWork(Case):
         screen = self.levelled()
         screen.drag(0, 3)
         before = self.shop.files()
-        World.desktop.hand("mousemove", *World.desktop.close_box(screen.window), "click", 1)
+        World.desktop.xdotool("mousemove", *World.desktop.close_box(screen.window), "click", 1)
         self.assertEqual(screen.program.status(), 0)
         self.assertEqual(self.shop.files(), before)
 
@@ -176,7 +176,7 @@ class DayOfWork(Case):
         screen.drag(0, 3)
         screen.click("cmdUpdate")
         wait_until(lambda: len(notes()) == 1, "the communications program")
-        screen.click("cmdUpdate", 0.2)  # elsewhere, so as not to press twice at one place
+        screen.click("cmdUpdate", 0.2)  # at another point, so that it is no double click
         wait_until(lambda: len(notes()) == 2, "the second start")
         for note in notes():
             found = note.read_text()
@@ -189,7 +189,7 @@ class DayOfWork(Case):
 
 
 class Colours(Case):
-    """Key 4 is coloured, its colours are carried to others, a key is emptied."""
+    """Colours key 4, copies its colours to others, resets a key."""
 
     def pick(self, screen, button, html=None):
         """Opens the colour dialog and confirms a colour, or leaves by Cancel."""
@@ -200,7 +200,7 @@ class Colours(Case):
         else:
             box = dialog.find(role="text", name="HTML:")
             left, top, width, height = box.box()
-            World.desktop.hand("mousemove", left + width // 2, top + height // 2,
+            World.desktop.xdotool("mousemove", left + width // 2, top + height // 2,
                                   "click", "--repeat", 3, 1)
             screen.type(html)
             screen.keys("Return")
@@ -239,7 +239,7 @@ class Colours(Case):
 
 
 class Autofill(Case):
-    def places(self, screen, stock, first):
+    def filled(self, screen, stock, first):
         """The captions that the keys show when the rows from id `first` on fill them in order."""
         return {key: stock[first + key] for key in range(63) if stock[first + key]}
 
@@ -249,7 +249,7 @@ class Autofill(Case):
                       for row in self.shop.rows("tblStock")}
 
     def arranged(self, screen):
-        """True if key i stands in column i div 9, going up from the bottom."""
+        """True if key i is in column i div 9, counted up from the bottom."""
         for key in (0, 1, 8, 9, 62):
             left, top, _, height = screen.key(key).box()
             x, y = 180 + 1350 * (key // 9), 270 + 8640 - 1080 * (key % 9)
@@ -260,13 +260,13 @@ class Autofill(Case):
     def test_the_stock_fills_the_keys_level_by_level_and_the_choice_is_stored_at_once(self):
         screen = self.levelled()
         screen.tick("Check1")
-        screen.wait_captions(self.places(screen, self.stock, 1))
+        screen.wait_captions(self.filled(screen, self.stock, 1))
         self.assertTrue(self.arranged(screen))
         self.assertIsNone(screen.item_list())
         self.assertEqual(self.shop.touch_setting("SETTINGS", "AUTOFILL"), "1")
         self.assertEqual(self.shop.touch_setting("SETTINGS", "ItemOne"), "BL")
         screen.choose("cbLevel", 1)
-        screen.wait_captions(self.places(screen, self.stock, 64))
+        screen.wait_captions(self.filled(screen, self.stock, 64))
         screen.save()
         self.assertEqual(self.shop.layout(2), layout(
             {key: {"product": 64 + key, "caption": self.stock[64 + key]} for key in range(63)}))
@@ -277,7 +277,7 @@ class Autofill(Case):
         self.shop.write_layout(1, b"".join(
             key_line(key, 300 + key, f"From file {key}").encode() for key in range(10)))
         screen = self.levelled()
-        expected = self.places(screen, self.stock, 1)
+        expected = self.filled(screen, self.stock, 1)
         expected.update({key: f"From file {key}" for key in range(10)})
         screen.wait_captions(expected)
         self.assertTrue(self.arranged(screen))
@@ -290,17 +290,17 @@ class Autofill(Case):
         self.assertIsNone(screen.item_list())
 
 
-class Hand(Case):
+class Pointer(Case):
     def test_a_second_press_that_becomes_a_drag_places_its_item_once(self):
         screen = self.levelled()
         (tea, _), (bun, _) = screen.items()[:2]
         screen.click(5)
         x, y = screen.item_point(0)
         before = len(screen.windows())
-        screen.desktop.hand("mousemove", x, y, "click", 1, "mousedown", 1, "mousemove", x - 3, y + 3)
+        screen.desktop.xdotool("mousemove", x, y, "click", 1, "mousedown", 1, "mousemove", x - 3, y + 3)
         wait_until(lambda: len(screen.windows()) > before, "the drag's picture")
         x, y = screen.point(20)
-        screen.desktop.hand("mousemove", x + 9, y + 9, "mousemove", x, y, "mouseup", 1)
+        screen.desktop.xdotool("mousemove", x + 9, y + 9, "mousemove", x, y, "mouseup", 1)
         screen.alone()
         screen.drag(1, 30)
         screen.wait_captions({20: tea, 30: bun})
@@ -312,7 +312,7 @@ class Hand(Case):
         screen.wait_captions({5: bun, 20: tea, 30: bun})
         screen.click(9)
         screen.keys("Right", "Down", "Return")
-        wait_until(lambda: "selected" in screen.key(17).states(), "the key below and beside")
+        wait_until(lambda: "selected" in screen.key(17).states(), "the key that the arrow keys reach")
 
     def test_a_key_that_is_held_saves_once(self):
         screen = self.levelled()
@@ -324,15 +324,15 @@ class Hand(Case):
 
         for key in ("space", "Return"):
             made = len(screen.desktop.created)
-            screen.desktop.hand("keydown", key)
+            screen.desktop.xdotool("keydown", key)
             time.sleep(1.5)  # some repeats
             self.assertEqual(notices(), 0)
-            screen.desktop.hand("keyup", key)
+            screen.desktop.xdotool("keyup", key)
             wait_until(lambda: notices() == 1, "the notice")
-            # Down again in the notice, and held beyond its end.
-            screen.desktop.hand("keydown", key)
+            # Pressed again during the notice, and held until after its end.
+            screen.desktop.xdotool("keydown", key)
             screen.alone()
             time.sleep(1.5)
-            screen.desktop.hand("keyup", key)
+            screen.desktop.xdotool("keyup", key)
             screen.alone()
             self.assertEqual(notices(), 1)

@@ -1,4 +1,4 @@
-"""A short tour under window managers that differ from that of the other tests."""
+"""A short tour under other window managers than that of the other tests."""
 
 import controls
 from desktop import wait_until
@@ -22,11 +22,11 @@ class Tour(Case):
             return (left, width, top + height) == (0, desktop.width, desktop.height)
 
         wait_until(stands_full, "the editor to fill the desktop")
-        desktop.double_click_title(screen.window)  # it has no size of its own to go back to
+        desktop.double_click_title(screen.window)  # it has no other size to restore
         wait_until(lambda: desktop.origin(screen.window)[2] == desktop.width, "the full width")
-        desktop.hand("windowminimize", screen.window)
+        desktop.xdotool("windowminimize", screen.window)
         wait_until(lambda: self.is_minimised(screen), "the editor to be minimised")
-        desktop.hand("windowactivate", screen.window)
+        desktop.xdotool("windowactivate", screen.window)
         wait_until(lambda: not self.is_minimised(screen) and stands_full(),
                    "the editor to fill the desktop again")
         screen.alone()
@@ -46,8 +46,8 @@ class Tour(Case):
 
         screen.double_click(12)
         sheet = Screen(screen.program, controls.SHEET_TITLE, controls.SHEET)
-        desktop.hand("windowminimize", sheet.window)
-        wait_until(lambda: not self.is_minimised(sheet), "the sheet to show itself again")
+        desktop.xdotool("windowminimize", sheet.window)
+        wait_until(lambda: not self.is_minimised(sheet), "the sheet to show again")
         sheet.await_keyboard()
         sheet.type("Quick tea")
         sheet.click("cmdSave")

@@ -1,4 +1,4 @@
-"""Tours of the sheet on which a new product is typed, judged by an independent reader of the store."""
+"""Tours of the sheet for a new product, checked by an independent reader of the store."""
 
 from concurrent.futures import ThreadPoolExecutor
 
@@ -16,12 +16,12 @@ class ProductCase(Case):
     store = ("--slots", "220", "--products", "40", "--free", ",".join(map(str, FREE)))
 
     def sheet(self, editor, key):
-        """Double-clicks a key; gives the sheet that comes up."""
+        """Double-clicks a key; returns the sheet that opens."""
         editor.double_click(key)
         return Screen(editor.program, controls.SHEET_TITLE, controls.SHEET)
 
     def value(self, sheet, row):
-        """A place on a row's value cell, as a share of the sheet's width and height."""
+        """A point on a row's value cell, as a share of the sheet's width and height."""
         return 0.7, (row - 0.5) * 35 * controls.TWIPS / controls.SHEET["Grid1"][3]
 
     def row(self, table, id):
@@ -61,7 +61,7 @@ class Tour(ProductCase):
             self.assertEqual([row for row in self.shop.rows(table) if row["id"] != FREE[0]],
                              [row for row in before[table] if row["id"] != FREE[0]])
 
-        # Closing the sheet without adding places the product once more: its strings are kept.
+        # Closing the sheet without adding places the product once more (contract).
         sheet = self.sheet(editor, 13)
         sheet.click("cmdClose")
         editor.alone()
@@ -70,7 +70,7 @@ class Tour(ProductCase):
         product = {"product": FREE[0], "caption": "Chef's jam, homemade"}
         self.assertEqual(self.shop.layout(1), layout({12: product, 13: product}, back=BUTTON_FACE))
 
-        # The list has it from the next change of the filter on.
+        # The list contains it from the next change of the filter on.
         entry = (product["caption"], str(FREE[0]))
         self.assertNotIn(entry, editor.items())
         editor.tick("chkBarcode")
@@ -121,13 +121,13 @@ class Tour(ProductCase):
         self.assertEqual(int(self.row("tblPlu", FREE[0])["OPEN_PLU"]), 1)
 
 
-    def test_the_sheet_cannot_be_left_behind_the_editor_that_it_shuts_out(self):
+    def test_the_sheet_stays_above_the_editor_that_it_blocks(self):
         editor = self.levelled()
         sheet = self.sheet(editor, 3)
-        sheet.desktop.hand("windowminimize", "--sync", sheet.window)
-        editor.desktop.hand("windowactivate", editor.window)
+        sheet.desktop.xdotool("windowminimize", "--sync", sheet.window)
+        editor.desktop.xdotool("windowactivate", editor.window)
         wait_until(lambda: len(editor.windows()) == 2, "the sheet to come back with the editor")
-        editor.click(0)  # shut out, and the sheet stays above it
+        editor.click(0)  # blocked, and the sheet stays above it
         sheet.click("Grid1", *self.value(sheet, 1))
         sheet.await_keyboard()
         sheet.type("Back again")
@@ -184,7 +184,7 @@ class TwoPrograms(ProductCase):
             sheets[-1].type(f"From editor {number}")
         with ThreadPoolExecutor() as hands:
             list(hands.map(lambda sheet: sheet.click("cmdSave"), sheets))
-        # A program that finds the row taken since it looked ends, and has written nothing; one that
+        # A program whose row was taken after it had looked ends, and has written nothing; one that
         # looked later takes the next row.
         added = []
         for number, editor in enumerate(editors):
@@ -199,7 +199,7 @@ class TwoPrograms(ProductCase):
         self.assertEqual(sorted(row["description"] for row in rows if row.get("description")), added)
         self.assertIn(rows[0].get("description"), added)
 
-    def test_a_program_that_stands_under_its_report_keeps_no_other_from_adding(self):
+    def test_a_program_that_shows_its_report_lets_others_add(self):
         editor, other = self.levelled(), self.levelled(desktop=self.other)
         sheet = self.sheet(editor, 2)
         sheet.click("Grid1", *self.value(sheet, 3))

@@ -1,5 +1,5 @@
-"""Holds the borders of the libraries: the table of docs/architecture.md, the includes of the sources
-and what the build of each library reaches say the same.
+"""Checks the layers of the libraries: the table of docs/architecture.md, the includes of the sources
+and the headers that each library's build can reach must agree.
 
     layering.py SOURCE-FOLDER BUILD-FOLDER
 """
@@ -22,7 +22,7 @@ TOOLKIT_OWNER = "platform/forms"
 
 
 def read_table():
-    """The rows of the table: folder, then the folders that it shows and those that it uses."""
+    """The rows of the table by folder: the folders in its headers, and those in its sources only."""
     table = {}
     for line in (SOURCE / "docs/architecture.md").read_text().splitlines():
         cells = [cell.strip() for cell in line.split("|")]
@@ -36,7 +36,7 @@ TABLE = read_table()
 
 
 def owner(path):
-    """The folder of the table that a file below src/ belongs to: the longest that leads to it."""
+    """The folder of the table that a file below src/ belongs to: the longest prefix of its path."""
     return max((folder for folder in TABLE if path == folder or path.startswith(folder + "/")),
                key=len, default=None)
 
@@ -51,7 +51,7 @@ def includes(path):
 
 
 def is_public(header):
-    """Whether a header stands in its library's own folder, not in a folder inside it."""
+    """Whether a header is in its library's own folder, not in a folder inside it."""
     return pathlib.PurePath(header).parent.as_posix() == owner(header)
 
 
@@ -123,7 +123,7 @@ class Layering(unittest.TestCase):
                 self.assertEqual(self.mistakes(folder, commands[folder]), [])
 
     def mistakes(self, folder, command):
-        """Compiles a probe as the folder's own sources are compiled, which asks for every header of
+        """Compiles a probe as the folder's own sources are compiled, which looks for every header of
         the project, and returns the compiler's complaints."""
         allowed = reachable(folder)
         lines = []

@@ -24,19 +24,15 @@ class World:
 class Program:
     """The program under test, started in a shop on a desktop."""
 
-    def __init__(self, shop, desktop=None, user=None, environment=None, command=None):
+    def __init__(self, shop, desktop=None, environment=None, command=None):
         self.shop = shop
         self.desktop = desktop or World.desktop
         self.scale = float((environment or {}).get("QT_SCALE_FACTOR", 1))
         environment = {**self.desktop.environment, "XDG_CONFIG_HOME": str(shop.settings),
                        "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "LC_ALL": "C.UTF-8",
                        **(environment or {})}
-        command = command or [str(shop.program)]
-        if user is not None:
-            command = ["setpriv", f"--reuid={user}", f"--regid={user}", "--clear-groups", *command]
-            environment["HOME"] = environment["XDG_RUNTIME_DIR"] = str(shop.folder)
         self._errors = tempfile.TemporaryFile()
-        self.process = subprocess.Popen(command, env=environment, cwd="/",
+        self.process = subprocess.Popen(command or [str(shop.program)], env=environment, cwd="/",
                                         stdin=subprocess.DEVNULL, stdout=self._errors,
                                         stderr=self._errors, start_new_session=True)
 
@@ -114,23 +110,17 @@ def alive(read):
 class Screen:
     """One of the program's windows: acts on its controls, and reads them as a screen reader does."""
 
-    def __init__(self, program, title, table, seen=True):
+    def __init__(self, program, title, table):
         self.program, self.title, self.table = program, title, table
         self.desktop = program.desktop
         self.window = program.window(title)
-        if seen:
-            self.node = program.top(lambda node: node.name == title, f"the screen {title!r}")
-        wait_until(lambda: self._settled(seen), f"{title!r} to stop moving")
+        self.node = program.top(lambda node: node.name == title, f"the screen {title!r}")
+        wait_until(lambda: program.settled(self.node, self.window), f"{title!r} to stop moving")
         self.await_keyboard()
         self.left, self.top, self.width, self.height = self.desktop.origin(self.window)
         self.twip = 1 / controls.TWIPS  # in pixels of the display
         if program.scale != 1:
             self.twip = self.program.box(self.find(name="Save"))[2] / table["cmdSave"][2]
-
-    def _settled(self, seen):
-        if not seen:
-            return self.desktop.origin(self.window)[2] == self.desktop.width
-        return self.program.settled(self.node, self.window)
 
     def windows(self):
         return self.program.windows()
@@ -301,7 +291,6 @@ class Case(unittest.TestCase):
 
     def setUp(self):
         self._folder = tempfile.TemporaryDirectory(prefix="shop-")
-        os.chmod(self._folder.name, 0o755)
         self.shop = Shop(World.build, pathlib.Path(self._folder.name) / "pos", self.store)
         self._programs = []
         self._desktops = []

@@ -22,7 +22,7 @@ class Build:
 
     def program(self, name):
         for path in (self.folder / name, *self.folder.glob(f"*/{name}"),
-                      *self.folder.glob(f"*/*/{name}")):
+                     *self.folder.glob(f"*/*/{name}")):
             if path.is_file() and os.access(path, os.X_OK):
                 return path
         raise RuntimeError(f"{name} isn't built in {self.folder}")

@@ -136,18 +136,6 @@ class Tour(ProductCase):
         editor.wait_captions({3: "Back again"})
 
 
-class MissingPlu(ProductCase):
-    store = (*ProductCase.store, "--missing-plu", str(FREE[0]))
-
-    def test_without_a_plu_row_it_is_fatal_with_the_stock_row_filled(self):
-        editor = self.levelled()
-        sheet = self.sheet(editor, 2)
-        sheet.type("Half a product")
-        sheet.click("cmdSave")
-        self.ends_fatally(editor.program, 3021, "Either BOF or EOF is True")
-        self.assertEqual(self.row("tblStock", FREE[0])["description"], "Half a product")
-
-
 class Refused(ProductCase):
     store = (*ProductCase.store, "--no-zero-length", "--department", "1=Bar",
              "--department", "2=Chef's choice")

@@ -1,9 +1,7 @@
 """Tours of the sheet for a new product, checked by an independent reader of the store."""
 
-from concurrent.futures import ThreadPoolExecutor
-
 import controls
-from desktop import Desktop, wait_until
+from desktop import wait_until
 from harness import Case, Screen, alive
 from shop import BUTTON_FACE, layout
 
@@ -107,20 +105,6 @@ class Tour(ProductCase):
         wait_until(lambda: focused() and alive(lambda: focused()[-1].name) == cell,
                    "readers to be told that the cell has the focus")
 
-    def test_the_sheet_is_filled_by_the_keyboard_alone(self):
-        editor = self.levelled()
-        sheet = self.sheet(editor, 30)
-        sheet.type("Quick tea")
-        sheet.keys("Return")
-        sheet.type("1,50")
-        sheet.keys("Return", "Down", "Down", "Down")
-        sheet.keys("space", "Tab", "space")  # row 6, then the Save button
-        editor.alone()
-        editor.wait_captions({30: "Quick tea"})
-        self.assertEqual(float(self.row("tblStock", FREE[0])["price"]), 1)
-        self.assertEqual(int(self.row("tblPlu", FREE[0])["OPEN_PLU"]), 1)
-
-
     def test_the_sheet_stays_above_the_editor_that_it_blocks(self):
         editor = self.levelled()
         sheet = self.sheet(editor, 3)
@@ -155,40 +139,8 @@ class Refused(ProductCase):
         sheet.keys("End", "Return")
         self.ends_fatally(editor.program, -2147217900, "Syntax error")
 
-
-class TwoPrograms(ProductCase):
-    store = (*ProductCase.store, "--department", "1=Bar", "--department", "2=Chef's choice")
-
-    def setUp(self):
-        self.other = Desktop()
-        self.addCleanup(self.other.close)
-        super().setUp()
-
-    def test_two_programs_that_add_at_once_lose_nothing(self):
-        editors = [self.levelled(), self.levelled(desktop=self.other)]
-        sheets = []
-        for number, editor in enumerate(editors):
-            sheets.append(self.sheet(editor, 1))
-            sheets[-1].type(f"From editor {number}")
-        with ThreadPoolExecutor() as hands:
-            list(hands.map(lambda sheet: sheet.click("cmdSave"), sheets))
-        # A program whose row was taken after it had looked ends, and has written nothing; one that
-        # looked later takes the next row.
-        added = []
-        for number, editor in enumerate(editors):
-            wait_until(lambda: len(editor.windows()) == 1 or editor.program.errors(), "the outcome")
-            if editor.program.errors():
-                self.ends_fatally(editor.program, -2147217864, "Row cannot be located for updating")
-            else:
-                added.append(f"From editor {number}")
-                editor.wait_captions({1: added[-1]})
-        self.assertTrue(added)
-        rows = [self.row("tblStock", id) for id in FREE]
-        self.assertEqual(sorted(row["description"] for row in rows if row.get("description")), added)
-        self.assertIn(rows[0].get("description"), added)
-
     def test_a_program_that_shows_its_report_lets_others_add(self):
-        editor, other = self.levelled(), self.levelled(desktop=self.other)
+        editor, other = self.levelled(), self.levelled(desktop=self.another_desktop())
         sheet = self.sheet(editor, 2)
         sheet.click("Grid1", *self.value(sheet, 3))
         wait_until(lambda: len(sheet.windows()) == 3, "the departments")

@@ -32,6 +32,8 @@ struct Recordset::Rows {
     return isReadOnly ? std::nullopt : result.rowOf(row, static_cast<std::size_t>(column));
   }
 
+  /// The column of that name; -1 when there is none.
+  int columnNamed(std::u16string_view name);
   void update();
   void updateSource(int sourceRow, jet::RowId id);
 
@@ -39,8 +41,23 @@ struct Recordset::Rows {
   jetsql::Result result;
   std::size_t row = 0;
   bool isReadOnly = false;
-  std::map<int, runtime::Variant> staged;  ///< by column
+  std::map<int, runtime::Variant> staged;                ///< by column
+  std::vector<std::pair<std::u16string, int>> lookedUp;  ///< columns by names that were asked for
 };
+
+/// The same few names are asked for in each row, so a comparison by the rules of names is made once
+/// for each spelling.
+int Recordset::Rows::columnNamed(std::u16string_view name) {
+  for (const auto& [spelling, column] : lookedUp) {
+    if (spelling == name) return column;
+  }
+  const auto& columns = result.columns();
+  const auto found = std::ranges::find_if(columns, [name](const jetsql::ResultColumn& column) {
+    return jet::sameName(column.name, name);
+  });
+  if (found == columns.end()) return -1;
+  return lookedUp.emplace_back(name, static_cast<int>(found - columns.begin())).second;
+}
 
 /// Writes the staged values, table by table.
 void Recordset::Rows::update() {
@@ -118,13 +135,9 @@ void Recordset::MoveNext() {
 }
 
 Field Recordset::Fields(std::u16string_view name) {
-  const Rows& rows = open();
-  const auto& columns = rows.result.columns();
-  const auto found = std::ranges::find_if(columns, [name](const jetsql::ResultColumn& column) {
-    return jet::sameName(column.name, name);
-  });
-  if (found == columns.end()) throw error::noSuchItem();
-  return Field(*this, static_cast<int>(found - columns.begin()));
+  const int column = open().columnNamed(name);
+  if (column < 0) throw error::noSuchItem();
+  return Field(*this, column);
 }
 
 int Recordset::FieldCount() const {

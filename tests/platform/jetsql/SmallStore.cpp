@@ -45,8 +45,10 @@ struct Shown {
   std::string operator()(std::int32_t value) const { return std::to_string(value); }
   std::string operator()(Currency value) const {
     std::array<char, 40> text{};
-    std::snprintf(text.data(), text.size(), "$%.4f",
-                  static_cast<double>(value.tenThousandths) / 10000);
+    const auto units = static_cast<long long>(value.tenThousandths / 10000);
+    const auto rest = static_cast<long long>(value.tenThousandths % 10000);
+    std::snprintf(text.data(), text.size(), "%s$%lld.%04lld", value.tenThousandths < 0 ? "-" : "",
+                  std::abs(units), std::abs(rest));
     std::string shown = text.data();
     while (shown.back() == '0') shown.pop_back();
     if (shown.back() == '.') shown.pop_back();
@@ -191,6 +193,12 @@ makestore::StoreBuilder littleShop() {
   codes.column({.name = u"item"}).column(Column::text(u"code", 20)).column({.name = u"id"});
   codes.row({n(5), u"111", n(50)}).row({n(5), u"222", n(51)}).row({n(2), u"333", n(52)});
   codes.row({n(77), u"444", n(53)});
+
+  makestore::Table& amounts = store.table(u"Amounts");
+  amounts.column({.name = u"amount", .type = ColumnType::Currency});
+  for (const long long each : {9223372036854775807LL, 25000LL, 9223372036854775806LL, -25000LL}) {
+    amounts.row({Currency{each}}).row({Currency{each}});
+  }
 
   store.table(u"Empty").column({.name = u"id"}).column(Column::text(u"name", 20));
 

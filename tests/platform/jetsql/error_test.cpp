@@ -127,6 +127,8 @@ TEST(StatementError, ValuesThatDoNotGoTogether) {
          {u"select Left(name, -1) from Items", "-2147217900: Invalid procedure call."},
          {u"select (select id from Items) from Depts",
           "-2147467259: At most one record can be returned by this subquery."}});
+  // A value that its type doesn't hold fails when it is read, not when the result is opened.
+  EXPECT_EQ(store().session().run(u"select 2147483647 + id from Items where id < 3").count(), 2U);
 }
 
 // Statements and saved queries come from files that anybody may have written.

@@ -122,6 +122,29 @@ TEST_F(Select, DistinctComparesByKeyAndTopTakesTies) {
   EXPECT_EQ(rows(u"select i.id from Items i inner join Codes c on i.id = c.item").size(), 3U);
 }
 
+/// Doubles tell amounts of that size no longer apart.
+TEST_F(Select, AmountsStayExactWhereverTheyGo) {
+  constexpr const char* kMost = "$922337203685477.5807";
+  constexpr const char* kNext = "$922337203685477.5806";
+  EXPECT_THAT(rows(u"select distinct amount from Amounts order by amount desc"),
+              ElementsAre(kMost, kNext, "$2.5", "-$2.5"));
+  EXPECT_THAT(rows(u"select amount from Amounts union select 1 from Depts order by amount"),
+              ElementsAre("-$2.5", "$1", "$2.5", kNext, kMost));
+  EXPECT_THAT(rows(u"select min(amount), max(amount), count(*) from Amounts group by "
+                   u"IIf(amount > 3, amount, 3) order by max(amount)"),
+              ElementsAre("-$2.5 | $2.5 | 4", "$922337203685477.5806 | $922337203685477.5806 | 2",
+                          "$922337203685477.5807 | $922337203685477.5807 | 2"));
+  EXPECT_THAT(
+      rows(u"select top 1 -amount, amount - 1, (select max(amount) from Amounts) from "
+           u"Amounts where amount in (select min(amount) from Amounts where amount > 2.5)"),
+      ElementsAre("-$922337203685477.5806 | $922337203685476.5806 | $922337203685477.5807"));
+  EXPECT_THAT(rows(u"select sum(amount) from Amounts where amount between 3 and 2.5 or amount < 0"),
+              ElementsAre("$0"));
+  EXPECT_THAT(rows(u"select avg(amount), amount / 2, amount * 2, amount & '' from Amounts "
+                   u"where amount = 2.5 or amount = 5 / 2 group by amount"),
+              ElementsAre("$2.5 | 1.25 | $5 | '2.5'"));
+}
+
 TEST_F(Select, JoinsOfAllKindsNestToAnyDepth) {
   EXPECT_THAT(
       sorted(u"select i.id, d.title from Items as i inner join Depts as d on i.dept=d.id"),

@@ -31,7 +31,7 @@ struct Function {
   int most;
   Writing writing;
   /// Kinds of arguments in turn, the last one standing for all that follow: `t` text, `n` number,
-  /// `c` compared, `v` as it is.
+  /// `v` as it is, `k` kept (an amount in ten-thousandths), `c` compared.
   std::string_view takes;
   Type type;
   Result result;

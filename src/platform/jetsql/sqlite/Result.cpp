@@ -1,8 +1,11 @@
 #include "platform/jetsql/sqlite/Result.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
+#include <limits>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <variant>
 
@@ -16,7 +19,7 @@ constexpr std::size_t kMostMemory = 256 * 1024 * 1024;
 
 /// What a packed value begins with. A text or bytes go on with their length, four bytes; the ids of
 /// a row's sources come before its values.
-enum Tag : std::uint8_t { kNull, kByte, kWhole, kAmount, kFloating, kLatin, kWide, kBytes };
+enum Tag : std::uint8_t { kNull, kWhole, kAmount, kFloating, kLatin, kWide, kBytes };
 
 template <class T>
 T read(const std::uint8_t* at) {
@@ -25,42 +28,60 @@ T read(const std::uint8_t* at) {
   return value;
 }
 
-/// Bytes after the tag.
-std::size_t sizeAfter(Tag tag, const std::uint8_t* at) {
+/// Bytes of a packed value, its tag included.
+std::size_t sizeOf(const std::uint8_t* at) {
+  const Tag tag{*at};
   switch (tag) {
     case kNull:
-      return 0;
-    case kByte:
       return 1;
     case kWhole:
-      return sizeof(std::int32_t);
+      return 1 + sizeof(std::int32_t);
     case kAmount:
     case kFloating:
-      return sizeof(double);
-    case kWide:
-      return sizeof(std::uint32_t) + 2 * std::size_t{read<std::uint32_t>(at)};
+      return 1 + sizeof(double);
     case kLatin:
+    case kWide:
     case kBytes:
       break;
   }
-  return sizeof(std::uint32_t) + read<std::uint32_t>(at);
+  const std::size_t unit = tag == kWide ? sizeof(char16_t) : 1;
+  return 1 + sizeof(std::uint32_t) + unit * read<std::uint32_t>(at + 1);
 }
 
-runtime::Variant wholeValue(Type type, std::int32_t whole) {
+template <class Whole>
+runtime::Variant rounded(double number) {
+  const double whole = std::nearbyint(number);
+  if (!(whole >= std::numeric_limits<Whole>::min()) ||
+      !(whole <= std::numeric_limits<Whole>::max())) {
+    throw error::overflow();
+  }
+  return static_cast<Whole>(whole);
+}
+
+/// A calculated number as the type has it; as it is where the type is no number's. A number that
+/// stands for an amount has outgrown its ten-thousandths.
+runtime::Variant numberValue(Type type, const runtime::Variant& value) {
+  const double number = *value.number();
   switch (type) {
     case Type::Boolean:
-      return whole != 0;
+      return number != 0;
     case Type::Byte:
-      return static_cast<std::uint8_t>(whole);
+      return rounded<std::uint8_t>(number);
     case Type::Integer:
-      return static_cast<std::int16_t>(whole);
-    case Type::Null:
+      return rounded<std::int16_t>(number);
     case Type::Long:
+      return rounded<std::int32_t>(number);
     case Type::Currency:
+      throw error::overflow();
     case Type::Single:
+      return static_cast<float>(number);
     case Type::Double:
+      return number;
     case Type::Date:
+      return runtime::Date{number};
     case Type::Decimal:
+      return runtime::Decimal{runtime::Variant(number).toText()};
+    case Type::Null:
     case Type::Text:
     case Type::Memo:
     case Type::Guid:
@@ -68,13 +89,7 @@ runtime::Variant wholeValue(Type type, std::int32_t whole) {
     case Type::Any:
       break;
   }
-  return whole;
-}
-
-runtime::Variant floatingValue(Type type, double number) {
-  if (type == Type::Single) return static_cast<float>(number);
-  if (type == Type::Date) return runtime::Date{number};
-  return number;
+  return value;
 }
 
 runtime::Variant textValue(Type type, std::u16string text) {
@@ -113,35 +128,36 @@ void Result::putBytes(std::uint8_t tag, const void* bytes, std::size_t count, st
   packed_.insert(packed_.end(), first, first + count * unit);
 }
 
-void Result::add(const runtime::Variant& value) {
-  const auto& held = value.get();
-  if (value.isNull()) {
+template <class T>
+void Result::putHeld(const T& held) {
+  if constexpr (std::is_same_v<T, runtime::Null>) {
     packed_.push_back(kNull);
-  } else if (const auto* truth = std::get_if<bool>(&held)) {
-    put(kByte, static_cast<std::int8_t>(*truth ? -1 : 0));
-  } else if (const auto* byte = std::get_if<std::uint8_t>(&held)) {
-    put(kWhole, std::int32_t{*byte});
-  } else if (const auto* integer = std::get_if<std::int16_t>(&held)) {
-    put(kWhole, std::int32_t{*integer});
-  } else if (const auto* whole = std::get_if<std::int32_t>(&held)) {
-    put(kWhole, *whole);
-  } else if (const auto* amount = std::get_if<runtime::Currency>(&held)) {
-    put(kAmount, amount->tenThousandths);
-  } else if (const auto* bytes = std::get_if<runtime::Binary>(&held)) {
-    putBytes(kBytes, bytes->data(), bytes->size(), 1);
-  } else if (const auto* guid = std::get_if<runtime::Guid>(&held)) {
-    putBytes(kBytes, guid->bytes.data(), guid->bytes.size(), 1);
-  } else if (const auto* text = std::get_if<std::u16string>(&held)) {
-    putBytes(kWide, text->data(), text->size(), sizeof(char16_t));
-  } else if (const auto* decimal = std::get_if<runtime::Decimal>(&held)) {
-    putBytes(kWide, decimal->digits.data(), decimal->digits.size(), sizeof(char16_t));
+  } else if constexpr (std::is_integral_v<T>) {
+    put(kWhole, static_cast<std::int32_t>(held));
+  } else if constexpr (std::is_floating_point_v<T>) {
+    put(kFloating, static_cast<double>(held));
+  } else if constexpr (std::is_same_v<T, runtime::Date>) {
+    put(kFloating, held.days);
+  } else if constexpr (std::is_same_v<T, runtime::Currency>) {
+    put(kAmount, held.tenThousandths);
+  } else if constexpr (std::is_same_v<T, runtime::Binary>) {
+    putBytes(kBytes, held.data(), held.size(), 1);
+  } else if constexpr (std::is_same_v<T, runtime::Guid>) {
+    putBytes(kBytes, held.bytes.data(), held.bytes.size(), 1);
+  } else if constexpr (std::is_same_v<T, runtime::Decimal>) {
+    putHeld(held.digits);
   } else {
-    put(kFloating, *value.number());
+    putBytes(kWide, held.data(), held.size(), sizeof(char16_t));
   }
+}
+
+void Result::add(const runtime::Variant& value) {
+  std::visit([this](const auto& held) { putHeld(held); }, value.get());
 }
 
 void Result::add(const jet::Row& row, const ValueSource& source) {
   switch (source.type) {
+    case Type::Boolean:
     case Type::Byte:
     case Type::Integer:
     case Type::Long: {
@@ -205,35 +221,35 @@ std::optional<jet::RowId> Result::rowOf(std::size_t row, std::size_t column) con
 }
 
 void Result::replace(std::size_t row, int sourceRow, std::span<const runtime::Variant> values) {
-  std::vector<std::uint32_t> sources;
-  for (std::size_t i = 0; i < sourceRows_; ++i) {
-    sources.push_back(source(row, static_cast<int>(i)));
-  }
-  beginRow(sources);
+  const std::uint8_t* at = rows_[row] + sourceRows_ * sizeof(std::uint32_t);
+  packed_.assign(rows_[row], at);
   auto next = values.begin();
-  for (std::size_t i = 0; i < columns_.size(); ++i) {
-    const bool isReplaced = columns_[i].table && columns_[i].sourceRow == sourceRow;
-    add(isReplaced ? *next++ : value(row, i));
+  for (const ResultColumn& column : columns_) {
+    const std::size_t size = sizeOf(at);
+    if (column.table && column.sourceRow == sourceRow) {
+      add(*next++);
+    } else {
+      packed_.insert(packed_.end(), at, at + size);
+    }
+    at += size;
   }
   rows_[row] = store();
 }
 
 runtime::Variant Result::value(std::size_t row, std::size_t column) const {
   const std::uint8_t* at = rows_[row] + sourceRows_ * sizeof(std::uint32_t);
-  for (std::size_t i = 0; i < column; ++i) at += 1 + sizeAfter(Tag{*at}, at + 1);
+  for (std::size_t i = 0; i < column; ++i) at += sizeOf(at);
   const Type type = columns_[column].type;
   const Tag tag{*at++};
   switch (tag) {
     case kNull:
       return {};
-    case kByte:
-      return wholeValue(type, read<std::int8_t>(at));
     case kWhole:
-      return wholeValue(type, read<std::int32_t>(at));
+      return numberValue(type, read<std::int32_t>(at));
     case kAmount:
       return runtime::Currency{read<std::int64_t>(at)};
     case kFloating:
-      return floatingValue(type, read<double>(at));
+      return numberValue(type, read<double>(at));
     case kLatin:
     case kWide:
     case kBytes:

@@ -19,6 +19,7 @@ class Result {
 
   const std::vector<ResultColumn>& columns() const { return columns_; }
   std::size_t count() const { return rows_.size(); }
+  /// Raises the overflow error for a calculated number that the column's type doesn't hold.
   runtime::Variant value(std::size_t row, std::size_t column) const;
   /// Id of the table row that a column's value comes from; absent where it is calculated, and where
   /// an outer join found none.
@@ -39,6 +40,8 @@ class Result {
  private:
   template <class T>
   void put(std::uint8_t tag, const T& value);
+  template <class T>
+  void putHeld(const T& held);
   void putBytes(std::uint8_t tag, const void* bytes, std::size_t count, std::size_t unit);
   std::uint32_t source(std::size_t row, int sourceRow) const;
   const std::uint8_t* store();

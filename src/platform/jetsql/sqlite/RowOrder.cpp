@@ -25,13 +25,14 @@ void appendBigEndian(std::uint64_t bits, std::string& key) {
   }
 }
 
+constexpr std::uint64_t kSign = std::uint64_t{1} << 63U;
+
 }  // namespace
 
 /// Appends a number's bits, so that they compare as bytes in the order of the numbers.
 void RowOrder::addNumber(double number) {
   // Both zeros are equal.
   const auto bits = std::bit_cast<std::uint64_t>(number == 0 ? 0.0 : number);
-  constexpr std::uint64_t kSign = std::uint64_t{1} << 63U;
   keys_ += kNumber;
   appendBigEndian((bits & kSign) != 0 ? ~bits : bits | kSign, keys_);
 }
@@ -50,6 +51,9 @@ void RowOrder::add(const runtime::Variant& value, bool descending) {
   } else if (const auto* bytes = std::get_if<runtime::Binary>(&held)) {
     keys_ += kBytes;
     keys_.append(bytes->begin(), bytes->end());
+  } else if (const auto* amount = std::get_if<runtime::Currency>(&held)) {
+    keys_ += kNumber;
+    appendBigEndian(static_cast<std::uint64_t>(amount->tenThousandths) ^ kSign, keys_);
   } else if (const auto* decimal = std::get_if<runtime::Decimal>(&held)) {
     addNumber(std::stod(std::string(decimal->digits.begin(), decimal->digits.end())));
   } else {

@@ -8,9 +8,9 @@
 #include "platform/jet/format/EngineError.h"
 #include "platform/jetsql/binding/QueryBinder.h"
 #include "platform/jetsql/binding/RuleCondition.h"
-#include "platform/jetsql/sqlite/CalculatedValue.h"
 #include "platform/jetsql/sqlite/RowOrder.h"
 #include "platform/jetsql/sqlite/SqlConnection.h"
+#include "platform/jetsql/sqlite/SqlValue.h"
 #include "platform/jetsql/syntax/QueryParser.h"
 #include "platform/runtime/RunTimeError.h"
 
@@ -92,7 +92,7 @@ class Reader {
 
   runtime::Variant calculated(const ValueSource& value) const {
     if (value.table != nullptr) return {};
-    return calculatedValue(connection_.value(value.sqlColumn), value.type);
+    return sqlValue(connection_.value(value.sqlColumn), value.type);
   }
 
   SqlConnection& connection_;

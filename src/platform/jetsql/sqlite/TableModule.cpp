@@ -1,12 +1,13 @@
 #include "platform/jetsql/sqlite/TableModule.h"
 
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <new>
 #include <optional>
 #include <utility>
 #include <vector>
+
+#include "platform/jetsql/sqlite/SqlValue.h"
 
 namespace jetsql {
 namespace {
@@ -133,27 +134,6 @@ int close(sqlite3_vtab_cursor* base) {
   return SQLITE_OK;
 }
 
-runtime::Variant soughtValue(sqlite3_value* value) {
-  switch (sqlite3_value_type(value)) {
-    case SQLITE_INTEGER:
-    case SQLITE_FLOAT:
-      return sqlite3_value_double(value);
-    case SQLITE_TEXT: {
-      const auto* units = static_cast<const char16_t*>(sqlite3_value_text16(value));
-      if (units == nullptr) throw std::bad_alloc();
-      return std::u16string(units, static_cast<std::size_t>(sqlite3_value_bytes16(value)) / 2);
-    }
-    case SQLITE_BLOB: {
-      runtime::Guid guid;
-      const auto size = static_cast<std::size_t>(sqlite3_value_bytes(value));
-      std::memcpy(guid.bytes.data(), sqlite3_value_blob(value), std::min(size, guid.bytes.size()));
-      return guid;
-    }
-    default:
-      return {};
-  }
-}
-
 int filter(sqlite3_vtab_cursor* base, int plan, const char* tests, int count,
            sqlite3_value** values) {
   VirtualCursor& cursor = cursorOf(base);
@@ -165,7 +145,12 @@ int filter(sqlite3_vtab_cursor* base, int plan, const char* tests, int count,
       cursor.reader.emplace(*cursor.known->use.table, plan, tests);
     }
     cursor.values.clear();
-    for (int i = 0; i < count; ++i) cursor.values.push_back(soughtValue(values[i]));
+    for (int i = 0; i < count; ++i) {
+      const int sought = cursor.reader->columns()[static_cast<std::size_t>(i)];
+      const auto& columns = cursor.known->use.table->columns();
+      const Type type = typeOf(columns[static_cast<std::size_t>(sought)].type);
+      cursor.values.push_back(sqlValue(values[i], type));
+    }
     cursor.reader->start(cursor.values);
     cursor.known->reader = &*cursor.reader;
   });
@@ -191,7 +176,9 @@ void setBytes(sqlite3_context* context, const void* bytes, std::size_t size) {
 /// A value of the less common types.
 void setValue(sqlite3_context* context, const runtime::Variant& value) {
   const auto& held = value.get();
-  if (const auto number = value.number()) {
+  if (const auto* amount = std::get_if<runtime::Currency>(&held)) {
+    sqlite3_result_int64(context, amount->tenThousandths);
+  } else if (const auto number = value.number()) {
     sqlite3_result_double(context, *number);
   } else if (const auto* decimal = std::get_if<runtime::Decimal>(&held)) {
     const std::string digits(decimal->digits.begin(), decimal->digits.end());
@@ -222,10 +209,13 @@ int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int index) {
       }
       case jet::ColumnType::Text:
       case jet::ColumnType::Memo:
-        if (!row.text(index, cursor.text)) return;
-        sqlite3_result_text16(context, cursor.text.c_str(),
-                              static_cast<int>(cursor.text.size() * 2), SQLITE_TRANSIENT);
-        return;
+        if (const auto latin = row.latinText(index)) {
+          cursor.text.assign(latin->begin(), latin->end());
+        } else if (!row.text(index, cursor.text)) {
+          return;
+        }
+        return sqlite3_result_text16(context, cursor.text.c_str(),
+                                     static_cast<int>(cursor.text.size() * 2), SQLITE_TRANSIENT);
       case jet::ColumnType::Currency:
       case jet::ColumnType::Single:
       case jet::ColumnType::Double:

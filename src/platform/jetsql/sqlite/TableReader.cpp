@@ -28,11 +28,22 @@ PlanCode PlanCode::of(const IndexPlan& plan) {
 }
 
 TableReader::TableReader(const jet::Table& table, int planNumber, std::string_view tests)
-    : table_(table), index_(std::max(planNumber, -1)), tests_(tests), single_(table.reader()) {
-  if (planNumber <= kFirstLookup) equal_.push_back(kFirstLookup - planNumber);
-  if (index_ < 0 || tests_.find_first_not_of('=') != std::string::npos) return;
-  const auto& columns = table.indexes()[static_cast<std::size_t>(index_)].columns;
-  for (std::size_t i = 0; i < tests_.size(); ++i) equal_.push_back(columns[i].column);
+    : table_(table),
+      index_(std::max(planNumber, -1)),
+      tests_(tests),
+      isEquality_(tests.find_first_not_of('=') == std::string_view::npos),
+      single_(table.reader()) {
+  if (planNumber <= kFirstLookup) columns_.push_back(kFirstLookup - planNumber);
+  if (index_ < 0) return;
+  std::size_t position = 0;
+  for (const char test : tests) {
+    const auto& columns = table.indexes()[static_cast<std::size_t>(index_)].columns;
+    columns_.push_back(columns[position].column);
+    // Both bounds are of one column, the last one.
+    if (test == static_cast<char>(Test::Equal) || test == static_cast<char>(Test::IsNull)) {
+      ++position;
+    }
+  }
 }
 
 void TableReader::start(const std::vector<runtime::Variant>& values) {
@@ -44,7 +55,7 @@ void TableReader::start(const std::vector<runtime::Variant>& values) {
   for (std::size_t i = 0; i < tests_.size(); ++i) {
     if (values[i].isNull() && tests_[i] != static_cast<char>(Test::IsNull)) return;
   }
-  if (!lookup_ && wantsLookup()) lookup_.emplace(table_, equal_);
+  if (!lookup_ && wantsLookup()) lookup_.emplace(table_, columns_);
   if (lookup_) {
     position_ = lookup_->first(values);
   } else {
@@ -54,7 +65,7 @@ void TableReader::start(const std::vector<runtime::Variant>& values) {
 }
 
 bool TableReader::wantsLookup() const {
-  if (equal_.empty()) return false;
+  if (columns_.empty() || !isEquality_) return false;
   if (index_ < 0) return starts_ > kScansBefore;
   return starts_ > std::max(kFewLookups, table_.rowCount() / kShareOfRows);
 }

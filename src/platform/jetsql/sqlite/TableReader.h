@@ -28,6 +28,8 @@ class TableReader {
  public:
   TableReader(const jet::Table& table, int planNumber, std::string_view tests);
 
+  /// The column that each test's value is compared with, by its index.
+  const std::vector<int>& columns() const { return columns_; }
   /// Begins anew, at the first row for these values, one for each test.
   void start(const std::vector<runtime::Variant>& values);
   void next();
@@ -41,7 +43,8 @@ class TableReader {
   const jet::Table& table_;
   int index_;  ///< -1 without one
   std::string tests_;
-  std::vector<int> equal_;  ///< columns whose values are sought, where that is all
+  std::vector<int> columns_;
+  bool isEquality_;  ///< nothing but single values is sought
   std::uint32_t starts_ = 0;
   std::unique_ptr<jet::Cursor> cursor_;
   jet::RowReader single_;

@@ -7,34 +7,37 @@
 namespace jetsql {
 namespace {
 
-std::string writeSwitch(ExpressionWriter& writer, const std::vector<BoundPtr>& arguments) {
+std::string writeSwitch(ExpressionWriter& writer, const BoundExpression& call) {
+  const auto& arguments = call.arguments;
   if (arguments.size() % 2 != 0) throw error::invalidCall();
   std::string text = "(CASE";
   for (std::size_t i = 0; i < arguments.size(); i += 2) {
     text += " WHEN " + writer.condition(*arguments[i]);
-    text += " THEN " + writer.value(*arguments[i + 1]);
+    text += " THEN " + writer.valueAs(*arguments[i + 1], call.type);
   }
   return text + " END)";
 }
 
-std::string writeChoose(ExpressionWriter& writer, const std::vector<BoundPtr>& arguments) {
+std::string writeChoose(ExpressionWriter& writer, const BoundExpression& call) {
+  const auto& arguments = call.arguments;
   std::string text = "(CASE ";
   text += writer.statement().call("jet_fix", {writer.asNumber(*arguments[0])});
   for (std::size_t i = 1; i < arguments.size(); ++i) {
-    text += " WHEN " + std::to_string(i) + " THEN " + writer.value(*arguments[i]);
+    text += " WHEN " + std::to_string(i) + " THEN " + writer.valueAs(*arguments[i], call.type);
   }
   return text + " END)";
 }
 
 /// Nz: without a second argument, null becomes 0 where it stands for a number, else the empty text.
-std::string writeFallback(ExpressionWriter& writer, const std::vector<BoundPtr>& arguments) {
+std::string writeFallback(ExpressionWriter& writer, const BoundExpression& call) {
+  const auto& arguments = call.arguments;
   std::string nothing = "0";
   if (arguments.size() == 2) {
-    nothing = writer.value(*arguments[1]);
+    nothing = writer.valueAs(*arguments[1], call.type);
   } else if (!isNumeric(arguments[0]->type)) {
     nothing = writer.statement().parameter({});
   }
-  return writer.statement().call("ifnull", {writer.value(*arguments[0]), nothing});
+  return writer.statement().call("ifnull", {writer.valueAs(*arguments[0], call.type), nothing});
 }
 
 /// InStr, whose start may come first.
@@ -49,11 +52,12 @@ std::string writeInText(ExpressionWriter& writer, const std::vector<BoundPtr>& a
 /// Sum and Avg: amounts add up exactly, in their ten-thousandths.
 std::string writeSum(ExpressionWriter& writer, const BoundExpression& call) {
   StatementWriter& statement = writer.statement();
-  const std::string number = writer.asNumber(*call.arguments[0]);
   const std::string_view target = call.function->target;
-  if (call.type != Type::Currency) return statement.call(target, {number});
-  const std::string exact = statement.call("jet_ten_thousandths", {number});
-  return "(" + statement.call(target, {exact}) + " / 10000.0)";
+  if (call.type != Type::Currency) {
+    return statement.call(target, {writer.asNumber(*call.arguments[0])});
+  }
+  const std::string exact = statement.call(target, {writer.value(*call.arguments[0])});
+  return target == "avg" ? converted(exact, Type::Currency, Type::Double) : exact;
 }
 
 std::string writeArgument(ExpressionWriter& writer, char kind, const BoundExpression& argument) {
@@ -64,8 +68,10 @@ std::string writeArgument(ExpressionWriter& writer, char kind, const BoundExpres
       return writer.asNumber(argument);
     case 'c':
       return writer.compared(argument);
-    default:
+    case 'k':
       return writer.value(argument);
+    default:
+      return writer.plain(argument);
   }
 }
 
@@ -76,13 +82,15 @@ std::string writeCall(ExpressionWriter& writer, const BoundExpression& call) {
   const auto& arguments = call.arguments;
   switch (function.writing) {
     case Function::Writing::Choice:
-      return writeChoice(writer, call, &ExpressionWriter::value);
+      return writeChoice(writer, call, [&](const BoundExpression& side) {
+        return writer.valueAs(side, call.type);
+      });
     case Function::Writing::Switch:
-      return writeSwitch(writer, arguments);
+      return writeSwitch(writer, call);
     case Function::Writing::Choose:
-      return writeChoose(writer, arguments);
+      return writeChoose(writer, call);
     case Function::Writing::Fallback:
-      return writeFallback(writer, arguments);
+      return writeFallback(writer, call);
     case Function::Writing::InText:
       return writeInText(writer, arguments);
     case Function::Writing::Sum:
@@ -105,15 +113,16 @@ std::string writeCall(ExpressionWriter& writer, const BoundExpression& call) {
 
 /// Only the chosen side is evaluated; null chooses the second. A choice that is the second side of
 /// another goes on with that one's cases: SQLite's parser takes few levels of nesting.
-std::string writeChoice(ExpressionWriter& writer, const BoundExpression& call, Form form) {
+std::string writeChoice(ExpressionWriter& writer, const BoundExpression& call,
+                        const std::function<std::string(const BoundExpression&)>& side) {
   std::string text = "(CASE";
   for (const BoundExpression* now = &call;;) {
     text += " WHEN " + writer.condition(*now->arguments[0]);
-    text += " THEN " + (writer.*form)(*now->arguments[1]);
+    text += " THEN " + side(*now->arguments[1]);
     now = now->arguments[2].get();
     const bool goesOn =
         now->kind == ExpressionKind::Call && now->function->writing == Function::Writing::Choice;
-    if (!goesOn) return text + " ELSE " + (writer.*form)(*now) + " END)";
+    if (!goesOn) return text + " ELSE " + side(*now) + " END)";
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "platform/jetsql/writing/ExpressionWriter.h"
@@ -9,10 +10,8 @@ namespace jetsql {
 /// SQLite's text of a call of one of the dialect's functions.
 std::string writeCall(ExpressionWriter& writer, const BoundExpression& call);
 
-/// A form in which an expression is written.
-using Form = std::string (ExpressionWriter::*)(const BoundExpression&);
-
-/// IIf, with its sides in a form.
-std::string writeChoice(ExpressionWriter& writer, const BoundExpression& call, Form form);
+/// IIf, whose sides are written by a function.
+std::string writeChoice(ExpressionWriter& writer, const BoundExpression& call,
+                        const std::function<std::string(const BoundExpression&)>& side);
 
 }  // namespace jetsql

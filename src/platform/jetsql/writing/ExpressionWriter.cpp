@@ -106,6 +106,37 @@ std::string inParentheses(bool negated, const std::string& condition) {
   return (negated ? "(NOT " : "(") + condition + ")";
 }
 
+/// True where SQLite's own text of an amount is in ten-thousandths already.
+bool isExact(const BoundExpression& amount) {
+  switch (amount.kind) {
+    case Kind::Unary:
+      return true;
+    case Kind::Binary:
+      return amount.op == Operator::Add || amount.op == Operator::Subtract;
+    case Kind::Call:
+      return amount.function->writing != Function::Writing::Plain &&
+             amount.function->target != "avg";
+    default:
+      return true;
+  }
+}
+
+/// True for what is exact in ten-thousandths: amounts, whole numbers, numbers of four decimals.
+bool isAmount(const BoundExpression& expression) {
+  if (expression.type <= Type::Currency) return true;
+  constexpr double kMost = 1e11;
+  const double number = expression.number;
+  return expression.kind == Kind::Number && std::fabs(number) < kMost &&
+         std::nearbyint(number * runtime::Currency::kOne) / runtime::Currency::kOne == number;
+}
+
+/// True where these compare as amounts, and not as plain numbers.
+bool areAmounts(const std::vector<BoundPtr>& operands) {
+  return std::ranges::all_of(operands, [](const BoundPtr& each) { return isAmount(*each); }) &&
+         std::ranges::any_of(operands,
+                             [](const BoundPtr& each) { return each->type == Type::Currency; });
+}
+
 }  // namespace
 
 Comparing comparing(Type a, Type b) {
@@ -121,12 +152,22 @@ Comparing comparing(Type a, Type b) {
   return Comparing::Texts;
 }
 
+std::string converted(const std::string& value, Type from, Type to) {
+  if ((from == Type::Currency) == (to == Type::Currency)) return value;
+  return "(" + value + (to == Type::Currency ? " * 10000)" : " / 10000.0)");
+}
+
 std::string collated(const std::string& value, Type type) {
   return isTextual(type) || type == Type::Any ? value + " COLLATE " + kCollation : value;
 }
 
 std::string ExpressionWriter::compared(const BoundExpression& expression) {
   return collated(value(expression), expression.type);
+}
+
+std::string ExpressionWriter::comparedAmong(const BoundExpression& expression,
+                                            const std::vector<BoundPtr>& operands) {
+  return areAmounts(operands) ? amount(expression) : collated(plain(expression), expression.type);
 }
 
 std::string ExpressionWriter::sorted(const BoundExpression& expression) {
@@ -157,25 +198,44 @@ std::string ExpressionWriter::asText(const BoundExpression& expression) {
     case Type::Any:
       break;
   }
-  return value(expression);
+  return plain(expression);
 }
 
 std::string ExpressionWriter::asNumber(const BoundExpression& expression) {
-  if (isNumeric(expression.type)) return value(expression);
+  if (isNumeric(expression.type)) return plain(expression);
   if (expression.type == Type::Guid || expression.type == Type::Binary) throw error::typeMismatch();
   return writer_.call("jet_number", {value(expression)});
 }
 
 // An alias may stand for an expression many times over, so lengths are checked on the way.
 std::string ExpressionWriter::value(const BoundExpression& expression) {
-  return checked(plainValue(expression));
+  std::string text = checked(written(expression));
+  if (expression.type != Type::Currency || isExact(expression)) return text;
+  return writer_.call("jet_ten_thousandths", {text});
+}
+
+std::string ExpressionWriter::plain(const BoundExpression& expression) {
+  std::string text = checked(written(expression));
+  if (expression.type != Type::Currency || !isExact(expression)) return text;
+  return converted(text, Type::Currency, Type::Double);
+}
+
+std::string ExpressionWriter::valueAs(const BoundExpression& expression, Type type) {
+  return type == Type::Currency ? amount(expression) : plain(expression);
+}
+
+std::string ExpressionWriter::amount(const BoundExpression& expression) {
+  if (expression.kind == Kind::Number && expression.type != Type::Currency) {
+    return std::to_string(std::llround(expression.number * runtime::Currency::kOne));
+  }
+  return converted(value(expression), expression.type, Type::Currency);
 }
 
 std::string ExpressionWriter::condition(const BoundExpression& expression) {
   return checked(plainCondition(expression));
 }
 
-std::string ExpressionWriter::plainValue(const BoundExpression& expression) {
+std::string ExpressionWriter::written(const BoundExpression& expression) {
   if (isTruth(expression)) return "(- " + condition(expression) + ")";
   switch (expression.kind) {
     case Kind::Null:
@@ -213,7 +273,8 @@ std::string ExpressionWriter::plainValue(const BoundExpression& expression) {
 std::string ExpressionWriter::plainCondition(const BoundExpression& expression) {
   if (isTruth(expression)) return testCondition(expression);
   if (expression.kind == Kind::Call && expression.function->writing == Function::Writing::Choice) {
-    return writeChoice(*this, expression, &ExpressionWriter::condition);
+    return writeChoice(*this, expression,
+                       [this](const BoundExpression& side) { return condition(side); });
   }
   return "(" + asNumber(expression) + " <> 0)";
 }
@@ -236,8 +297,7 @@ std::string ExpressionWriter::testCondition(const BoundExpression& expression) {
       return subqueryCondition(expression);
     case Kind::Unary:
     case Kind::Binary:
-      return isLogical(expression.op) ? logical(expression)
-                                      : comparison(expression.op, *arguments[0], *arguments[1]);
+      return isLogical(expression.op) ? logical(expression) : comparison(expression);
     case Kind::Null:
     case Kind::Boolean:
     case Kind::Whole:
@@ -263,16 +323,19 @@ std::string ExpressionWriter::operatorValue(const BoundExpression& expression) {
     case Operator::Concatenate:
       return chain(expression, &ExpressionWriter::asText);
     case Operator::Negate:
+      if (expression.type == Type::Currency) return "(- " + value(*arguments[0]) + ")";
       return "(- " + asNumber(*arguments[0]) + ")";
     case Operator::Add:
       if (isTextual(expression.type)) {
         return "(" + value(*arguments[0]) + " || " + value(*arguments[1]) + ")";
       }
       if (expression.type == Type::Any) {
-        return writer_.call("jet_plus", {value(*arguments[0]), value(*arguments[1])});
+        return writer_.call("jet_plus", {plain(*arguments[0]), plain(*arguments[1])});
       }
-      return chain(expression, &ExpressionWriter::asNumber);
+      [[fallthrough]];
     case Operator::Subtract:
+      return chain(expression, expression.type == Type::Currency ? &ExpressionWriter::amount
+                                                                 : &ExpressionWriter::asNumber);
     case Operator::Multiply:
       return chain(expression, &ExpressionWriter::asNumber);
     case Operator::Divide:
@@ -356,14 +419,16 @@ std::string ExpressionWriter::logical(const BoundExpression& expression) {
                        "(" + condition(*arguments[0]) + " <> " + condition(*arguments[1]) + ")");
 }
 
-std::string ExpressionWriter::comparison(Operator op, const BoundExpression& a,
-                                         const BoundExpression& b) {
-  const std::string sign(symbol(op));
+std::string ExpressionWriter::comparison(const BoundExpression& expression) {
+  const BoundExpression& a = *expression.arguments[0];
+  const BoundExpression& b = *expression.arguments[1];
+  const std::string sign(symbol(expression.op));
   switch (comparing(a.type, b.type)) {
     case Comparing::Plain:
-      return "(" + value(a) + sign + value(b) + ")";
+      return "(" + comparedAmong(a, expression.arguments) + sign +
+             comparedAmong(b, expression.arguments) + ")";
     case Comparing::Texts:
-      return "(" + value(a) + sign + collated(value(b), Type::Any) + ")";
+      return "(" + plain(a) + sign + collated(plain(b), Type::Any) + ")";
     case Comparing::GuidText:
       return "(" + asText(a) + sign + collated(asText(b), Type::Any) + ")";
     case Comparing::Null:
@@ -380,9 +445,9 @@ std::string ExpressionWriter::between(const BoundExpression& expression) {
   if (first == Comparing::Null || second == Comparing::Null) return "NULL";
   const bool isGuidText = first == Comparing::GuidText || second == Comparing::GuidText;
   const auto operand = [&](std::size_t argument) {
-    const std::string written =
-        isGuidText ? asText(*arguments[argument]) : value(*arguments[argument]);
-    return first == Comparing::Plain ? written : collated(written, Type::Any);
+    if (first == Comparing::Plain) return comparedAmong(*arguments[argument], arguments);
+    return collated(isGuidText ? asText(*arguments[argument]) : plain(*arguments[argument]),
+                    Type::Any);
   };
   const std::string low = operand(1);
   const std::string high = operand(2);
@@ -393,29 +458,37 @@ std::string ExpressionWriter::between(const BoundExpression& expression) {
 
 std::string ExpressionWriter::inList(const BoundExpression& expression) {
   const auto& arguments = expression.arguments;
-  const BoundExpression& tested = *arguments[0];
   const bool isGuidText =
       std::any_of(arguments.begin() + 1, arguments.end(), [&](const BoundPtr& each) {
-        return comparing(tested.type, each->type) == Comparing::GuidText;
+        return comparing(arguments[0]->type, each->type) == Comparing::GuidText;
       });
-  std::vector<std::string> items;
-  for (std::size_t i = 1; i < arguments.size(); ++i) {
-    items.push_back(isGuidText ? asText(*arguments[i]) : value(*arguments[i]));
+  std::vector<std::string> operands;
+  operands.reserve(arguments.size());
+  for (const BoundPtr& each : arguments) {
+    operands.push_back(isGuidText ? collated(asText(*each), Type::Any)
+                                  : comparedAmong(*each, arguments));
   }
-  const std::string first = isGuidText ? collated(asText(tested), Type::Any) : compared(tested);
-  return "(" + first + (expression.negated ? " NOT IN (" : " IN (") + joined(items, ", ") + "))";
+  const std::string first = operands.front();
+  operands.erase(operands.begin());
+  return "(" + first + (expression.negated ? " NOT IN (" : " IN (") + joined(operands, ", ") + "))";
 }
 
 std::string ExpressionWriter::subqueryCondition(const BoundExpression& expression) {
   const BoundQuery& inner = *expression.query;
   if (expression.kind == Kind::Exists) return "EXISTS (" + writeQuery(writer_, inner, {}) + ")";
   const BoundExpression& tested = *expression.arguments[0];
-  const Comparing how = comparing(tested.type, inner.columns[0].type);
+  const Type type = inner.columns[0].type;
+  const Comparing how = comparing(tested.type, type);
   if (how == Comparing::Null) return "NULL";
   const bool isGuidText = how == Comparing::GuidText;
-  const std::string left = isGuidText ? asText(tested) : value(tested);
+  const bool inAmounts = type == Type::Currency && isAmount(tested);
+  const std::string left =
+      isGuidText ? asText(tested) : (inAmounts ? amount(tested) : plain(tested));
   const std::string operand = how == Comparing::Plain ? left : collated(left, Type::Any);
-  const std::string rows = "(" + writeQuery(writer_, inner, {.columns = {0}}) + ")";
+  std::string rows = "(" + writeQuery(writer_, inner, {.columns = {0}}) + ")";
+  if (type == Type::Currency && !inAmounts) {
+    rows = "(SELECT " + converted("c0", type, Type::Double) + " AS c0 FROM " + rows + ")";
+  }
   if (expression.kind == Kind::InQuery && !isGuidText) {
     return "(" + operand + (expression.negated ? " NOT IN " : " IN ") + rows + ")";
   }

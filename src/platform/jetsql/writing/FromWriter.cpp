@@ -80,9 +80,9 @@ class FromWriter {
       const Comparing way = comparing(own.type, other.type);
       if (way != Comparing::Plain && way != Comparing::Texts) break;
       std::vector<std::string>& computed = computed_[&source];
-      computed.push_back(expressions_.compared(own));
-      return "(" + expressions_.compared(other) + " = " + sourceName(source) + ".k" +
-             std::to_string(computed.size() - 1) + ")";
+      computed.push_back(expressions_.comparedAmong(own, equality.arguments));
+      return "(" + expressions_.comparedAmong(other, equality.arguments) + " = " +
+             sourceName(source) + ".k" + std::to_string(computed.size() - 1) + ")";
     }
     return expressions_.condition(equality);
   }

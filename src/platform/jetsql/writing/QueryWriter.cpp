@@ -149,17 +149,28 @@ class SelectWriter {
   bool isRanked_;  ///< TOP counts rows by their order, or a share of them
 };
 
-/// A union has all of its columns, whichever are wanted.
-std::string unionText(StatementWriter& writer, const BoundQuery& query, const Request& request) {
+/// One side of a union, with all of its columns as the union has them.
+std::string sideText(StatementWriter& writer, const BoundQuery& side, const BoundQuery& query) {
   Request all{.ordered = false};
   std::vector<std::string> columns;
   for (int i = 0; i < static_cast<int>(query.columns.size()); ++i) {
+    const auto index = static_cast<std::size_t>(i);
     all.columns.insert(i);
+    columns.push_back(named(
+        converted(numbered('c', i), side.columns[index].type, query.columns[index].type), 'c', i));
+  }
+  return "SELECT " + joined(columns, ", ") + " FROM (" + writeQuery(writer, side, all) + ")";
+}
+
+/// A union has all of its columns, whichever are wanted.
+std::string unionText(StatementWriter& writer, const BoundQuery& query, const Request& request) {
+  std::vector<std::string> columns;
+  for (int i = 0; i < static_cast<int>(query.columns.size()); ++i) {
     const Type type = query.columns[static_cast<std::size_t>(i)].type;
     columns.push_back(named(collated(numbered('c', i), type), 'c', i));
   }
-  std::string text = "SELECT * FROM (" + writeQuery(writer, *query.left, all);
-  text += ") UNION ALL SELECT * FROM (" + writeQuery(writer, *query.right, all) + ")";
+  std::string text = sideText(writer, *query.left, query);
+  text += " UNION ALL " + sideText(writer, *query.right, query);
   text =
       (query.all ? "SELECT " : "SELECT DISTINCT ") + joined(columns, ", ") + " FROM (" + text + ")";
   if (!request.ordered || query.orderBy.empty()) return text;

@@ -100,6 +100,7 @@ TEST_F(Select, GroupsByTextWithoutCaseAndAggregatesWithoutNull) {
   EXPECT_THAT(rows(u"select var(id), stdevp(id), var(qty) from Items where id in (1,3)"),
               ElementsAre("2.0 | 1.0 | 0.5"));
   EXPECT_THAT(rows(u"select count(*) from Items having count(*) > 100"), IsEmpty());
+  EXPECT_THAT(rows(u"select count(*) from Empty having count(*) < 1"), ElementsAre("0"));
   EXPECT_THAT(rows(u"select qty=7, count(*) from Items group by qty=7"),
               ElementsAre("yes | 2", "no | 6"));
 }
@@ -140,9 +141,10 @@ TEST_F(Select, AmountsStayExactWhereverTheyGo) {
       ElementsAre("-$922337203685477.5806 | $922337203685476.5806 | $922337203685477.5807"));
   EXPECT_THAT(rows(u"select sum(amount) from Amounts where amount between 3 and 2.5 or amount < 0"),
               ElementsAre("$0"));
-  EXPECT_THAT(rows(u"select avg(amount), amount / 2, amount * 2, amount & '' from Amounts "
-                   u"where amount = 2.5 or amount = 5 / 2 group by amount"),
-              ElementsAre("$2.5 | 1.25 | $5 | '2.5'"));
+  EXPECT_THAT(rows(u"select avg(amount), amount / 2, amount * 2, amount & '', "
+                   u"CCur(0.01) * CCur(0.004) * 10 from Amounts where amount = 2.5 or amount = 5 / "
+                   u"2 group by amount"),
+              ElementsAre("$2.5 | 1.25 | $5 | '2.5' | $0"));
 }
 
 TEST_F(Select, JoinsOfAllKindsNestToAnyDepth) {

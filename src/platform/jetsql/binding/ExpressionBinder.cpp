@@ -40,75 +40,28 @@ BoundPtr moment(std::u16string_view function) {
 }
 
 Type calculatedType(Operator op, Type first, Type second) {
-  switch (op) {
-    case Operator::Concatenate:
-      return commonType(first, second) == Type::Memo ? Type::Memo : Type::Text;
-    case Operator::Add:
-      if (isTextual(first) && isTextual(second)) return commonType(first, second);
-      return arithmeticType(first, second);
-    case Operator::Subtract:
-      if (first == Type::Date && second == Type::Date) return Type::Double;
-      return arithmeticType(first, second);
-    case Operator::Multiply: {
-      const Type product = arithmeticType(first, second);
-      return product == Type::Date ? Type::Double : product;
-    }
-    case Operator::IntegerDivide:
-    case Operator::Modulo:
-      return Type::Long;
-    case Operator::None:
-    case Operator::Or:
-    case Operator::And:
-    case Operator::Xor:
-    case Operator::Eqv:
-    case Operator::Imp:
-    case Operator::Not:
-    case Operator::Equal:
-    case Operator::NotEqual:
-    case Operator::Less:
-    case Operator::LessOrEqual:
-    case Operator::Greater:
-    case Operator::GreaterOrEqual:
-    case Operator::Divide:
-    case Operator::Negate:
-    case Operator::Power:
-      break;
+  if (op == Operator::Concatenate) {
+    return commonType(first, second) == Type::Memo ? Type::Memo : Type::Text;
   }
-  return Type::Double;
+  if (op == Operator::IntegerDivide || op == Operator::Modulo) return Type::Long;
+  if (op == Operator::Divide || op == Operator::Power) return Type::Double;
+  if (op == Operator::Add && isTextual(first) && isTextual(second)) {
+    return commonType(first, second);
+  }
+  const Type type = arithmeticType(first, second);
+  const bool isNumber = op == Operator::Multiply || (first == second && op == Operator::Subtract);
+  return type == Type::Date && isNumber ? Type::Double : type;
 }
 
 Type operatorType(const BoundExpression& expression) {
-  switch (expression.kind) {
-    case Kind::Null:
-      return Type::Null;
-    case Kind::Whole:
-      return Type::Long;
-    case Kind::Number:
-      return Type::Double;
-    case Kind::Date:
-      return Type::Date;
-    case Kind::Text:
-      return Type::Text;
-    case Kind::Scalar:
-      return expression.query->columns[0].type;
-    case Kind::Unary:
-    case Kind::Binary:
-      break;
-    case Kind::Boolean:
-    case Kind::Column:
-    case Kind::IsNull:
-    case Kind::Like:
-    case Kind::Alike:
-    case Kind::Between:
-    case Kind::InList:
-    case Kind::InQuery:
-    case Kind::Exists:
-    case Kind::Quantified:
-    case Kind::Call:
-    case Kind::CountRows:
-      return Type::Boolean;
-  }
-  if (isLogical(expression.op) || isComparison(expression.op)) return Type::Boolean;
+  const Kind kind = expression.kind;
+  if (kind == Kind::Null) return Type::Null;
+  if (kind == Kind::Whole) return Type::Long;
+  if (kind == Kind::Number) return Type::Double;
+  if (kind == Kind::Date) return Type::Date;
+  if (kind == Kind::Text) return Type::Text;
+  if (kind == Kind::Scalar) return expression.query->columns[0].type;
+  if (kind == Kind::Boolean || isTest(kind, expression.op)) return Type::Boolean;
   const Type first = expression.arguments[0]->type;
   if (expression.op == Operator::Negate) {
     return first == Type::Boolean ? Type::Integer : arithmeticType(first, first);

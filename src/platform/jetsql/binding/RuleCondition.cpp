@@ -41,32 +41,7 @@ bool namesColumn(const ParsedExpression& expression) {
 
 /// True for a term that says something by itself; false for a value.
 bool isCondition(const ParsedExpression& term) {
-  switch (term.kind) {
-    case ExpressionKind::Unary:
-    case ExpressionKind::Binary:
-      return isLogical(term.op) || isComparison(term.op) || namesColumn(term);
-    case ExpressionKind::IsNull:
-    case ExpressionKind::Like:
-    case ExpressionKind::Alike:
-    case ExpressionKind::Between:
-    case ExpressionKind::InList:
-      return true;
-    case ExpressionKind::Null:
-    case ExpressionKind::Boolean:
-    case ExpressionKind::Whole:
-    case ExpressionKind::Number:
-    case ExpressionKind::Date:
-    case ExpressionKind::Text:
-    case ExpressionKind::Column:
-    case ExpressionKind::InQuery:
-    case ExpressionKind::Exists:
-    case ExpressionKind::Scalar:
-    case ExpressionKind::Quantified:
-    case ExpressionKind::Call:
-    case ExpressionKind::CountRows:
-      break;
-  }
-  return namesColumn(term);
+  return isTest(term.kind, term.op) || namesColumn(term);
 }
 
 /// A column's criterion on its way to a full expression: each term gets the left operand that it

@@ -35,6 +35,11 @@ inline constexpr bool isNumeric(Type type) {
   return type >= Type::Boolean && type <= Type::Decimal;
 }
 
+/// True for whole numbers of up to 32 bits, truth values too.
+inline constexpr bool isWhole(Type type) {
+  return type >= Type::Boolean && type <= Type::Long;
+}
+
 /// The type that takes values of both.
 Type commonType(Type a, Type b);
 /// The type of a sum, difference or product.

@@ -156,35 +156,15 @@ void Result::add(const runtime::Variant& value) {
 }
 
 void Result::add(const jet::Row& row, const ValueSource& source) {
-  switch (source.type) {
-    case Type::Boolean:
-    case Type::Byte:
-    case Type::Integer:
-    case Type::Long: {
-      std::int32_t whole = 0;
-      if (!row.integer(source.tableColumn, whole)) return packed_.push_back(kNull);
-      return put(kWhole, whole);
-    }
-    case Type::Text:
-    case Type::Memo:
-      if (const auto latin = row.latinText(source.tableColumn)) {
-        return putBytes(kLatin, latin->data(), latin->size(), 1);
-      }
-      if (!row.text(source.tableColumn, text_)) return packed_.push_back(kNull);
-      return putBytes(kWide, text_.data(), text_.size(), sizeof(char16_t));
-    case Type::Null:
-    case Type::Boolean:
-    case Type::Currency:
-    case Type::Single:
-    case Type::Double:
-    case Type::Date:
-    case Type::Decimal:
-    case Type::Guid:
-    case Type::Binary:
-    case Type::Any:
-      break;
+  if (isWhole(source.type)) {
+    std::int32_t whole = 0;
+    return row.integer(source.tableColumn, whole) ? put(kWhole, whole) : putHeld(runtime::Null());
   }
-  add(row.value(source.tableColumn));
+  if (!isTextual(source.type)) return add(row.value(source.tableColumn));
+  if (const auto latin = row.latinText(source.tableColumn)) {
+    return putBytes(kLatin, latin->data(), latin->size(), 1);
+  }
+  row.text(source.tableColumn, text_) ? putHeld(text_) : putHeld(runtime::Null());
 }
 
 const std::uint8_t* Result::store() {

@@ -54,10 +54,18 @@ enum class ExpressionKind : std::uint8_t {
   InList,      ///< value and the list's items
   InQuery,     ///< value and query
   Exists,      ///< query
-  Scalar,      ///< query, of one column and at most one row
   Quantified,  ///< an operator, value and query; `every` for All
+  Scalar,      ///< query, of one column and at most one row
   Call,        ///< a function with arguments
   CountRows,   ///< Count(*)
 };
+
+/// True for nodes that are true, false or null, whatever their arguments.
+inline constexpr bool isTest(ExpressionKind kind, Operator op) {
+  if (kind == ExpressionKind::Unary || kind == ExpressionKind::Binary) {
+    return isLogical(op) || isComparison(op);
+  }
+  return kind >= ExpressionKind::IsNull && kind <= ExpressionKind::Quantified;
+}
 
 }  // namespace jetsql

@@ -16,75 +16,32 @@ using Kind = ExpressionKind;
 
 constexpr std::size_t kMostArguments = 100;
 
+struct Symbol {
+  Operator op;
+  std::string_view text;
+};
+/// The operators that are SQLite's too.
+constexpr std::array<Symbol, 11> kSymbols{{{Operator::Or, " OR "},
+                                           {Operator::And, " AND "},
+                                           {Operator::Equal, " = "},
+                                           {Operator::NotEqual, " <> "},
+                                           {Operator::Less, " < "},
+                                           {Operator::LessOrEqual, " <= "},
+                                           {Operator::Greater, " > "},
+                                           {Operator::GreaterOrEqual, " >= "},
+                                           {Operator::Add, " + "},
+                                           {Operator::Subtract, " - "},
+                                           {Operator::Multiply, " * "}}};
+
 std::string_view symbol(Operator op) {
-  switch (op) {
-    case Operator::Or:
-      return " OR ";
-    case Operator::And:
-      return " AND ";
-    case Operator::Equal:
-      return " = ";
-    case Operator::NotEqual:
-      return " <> ";
-    case Operator::Less:
-      return " < ";
-    case Operator::LessOrEqual:
-      return " <= ";
-    case Operator::Greater:
-      return " > ";
-    case Operator::GreaterOrEqual:
-      return " >= ";
-    case Operator::Add:
-      return " + ";
-    case Operator::Subtract:
-      return " - ";
-    case Operator::Multiply:
-      return " * ";
-    case Operator::None:
-    case Operator::Xor:
-    case Operator::Eqv:
-    case Operator::Imp:
-    case Operator::Not:
-    case Operator::Concatenate:
-    case Operator::Modulo:
-    case Operator::IntegerDivide:
-    case Operator::Divide:
-    case Operator::Negate:
-    case Operator::Power:
-      break;
-  }
-  return {};
+  return std::ranges::find(kSymbols, op, &Symbol::op)->text;
 }
 
 /// True for expressions that SQLite's own truth values come from.
 bool isTruth(const BoundExpression& expression) {
-  switch (expression.kind) {
-    case Kind::IsNull:
-    case Kind::Like:
-    case Kind::Alike:
-    case Kind::Between:
-    case Kind::InList:
-    case Kind::InQuery:
-    case Kind::Exists:
-    case Kind::Quantified:
-      return true;
-    case Kind::Unary:
-    case Kind::Binary:
-      return isLogical(expression.op) || isComparison(expression.op);
-    case Kind::Call:
-      return expression.function->writing == Function::Writing::NullTest;
-    case Kind::Null:
-    case Kind::Boolean:
-    case Kind::Whole:
-    case Kind::Number:
-    case Kind::Date:
-    case Kind::Text:
-    case Kind::Column:
-    case Kind::Scalar:
-    case Kind::CountRows:
-      break;
-  }
-  return false;
+  return isTest(expression.kind, expression.op) ||
+         (expression.kind == Kind::Call &&
+          expression.function->writing == Function::Writing::NullTest);
 }
 
 /// True where SQLite's own operator does for `+`.
@@ -108,17 +65,11 @@ std::string inParentheses(bool negated, const std::string& condition) {
 
 /// True where SQLite's own text of an amount is in ten-thousandths already.
 bool isExact(const BoundExpression& amount) {
-  switch (amount.kind) {
-    case Kind::Unary:
-      return true;
-    case Kind::Binary:
-      return amount.op == Operator::Add || amount.op == Operator::Subtract;
-    case Kind::Call:
-      return amount.function->writing != Function::Writing::Plain &&
-             amount.function->target != "avg";
-    default:
-      return true;
+  if (amount.kind == Kind::Binary) {
+    return amount.op == Operator::Add || amount.op == Operator::Subtract;
   }
+  return amount.kind != Kind::Call ||
+         (amount.function->writing != Function::Writing::Plain && amount.function->target != "avg");
 }
 
 /// True for what is exact in ten-thousandths: amounts, whole numbers, numbers of four decimals.
@@ -176,29 +127,12 @@ std::string ExpressionWriter::sorted(const BoundExpression& expression) {
 }
 
 std::string ExpressionWriter::asText(const BoundExpression& expression) {
-  switch (expression.type) {
-    case Type::Date:
-      return writer_.call("jet_date_text", {value(expression)});
-    case Type::Single:
-      return writer_.call("jet_single_text", {value(expression)});
-    case Type::Guid:
-      return writer_.call("jet_guid_text", {value(expression)});
-    case Type::Binary:
-      throw error::typeMismatch();
-    case Type::Null:
-    case Type::Boolean:
-    case Type::Byte:
-    case Type::Integer:
-    case Type::Long:
-    case Type::Currency:
-    case Type::Double:
-    case Type::Decimal:
-    case Type::Text:
-    case Type::Memo:
-    case Type::Any:
-      break;
-  }
-  return plain(expression);
+  const std::string text = plain(expression);
+  if (expression.type == Type::Date) return writer_.call("jet_date_text", {text});
+  if (expression.type == Type::Single) return writer_.call("jet_single_text", {text});
+  if (expression.type == Type::Guid) return writer_.call("jet_guid_text", {text});
+  if (expression.type == Type::Binary) throw error::typeMismatch();
+  return text;
 }
 
 std::string ExpressionWriter::asNumber(const BoundExpression& expression) {
@@ -215,9 +149,7 @@ std::string ExpressionWriter::value(const BoundExpression& expression) {
 }
 
 std::string ExpressionWriter::plain(const BoundExpression& expression) {
-  std::string text = checked(written(expression));
-  if (expression.type != Type::Currency || !isExact(expression)) return text;
-  return converted(text, Type::Currency, Type::Double);
+  return converted(value(expression), expression.type, Type::Double);
 }
 
 std::string ExpressionWriter::valueAs(const BoundExpression& expression, Type type) {
@@ -236,38 +168,15 @@ std::string ExpressionWriter::condition(const BoundExpression& expression) {
 }
 
 std::string ExpressionWriter::written(const BoundExpression& expression) {
+  const Kind kind = expression.kind;
   if (isTruth(expression)) return "(- " + condition(expression) + ")";
-  switch (expression.kind) {
-    case Kind::Null:
-      return "NULL";
-    case Kind::Boolean:
-    case Kind::Whole:
-    case Kind::Number:
-    case Kind::Date:
-      return numberText(expression.number);
-    case Kind::Text:
-      return writer_.parameter(expression.text);
-    case Kind::Column:
-      return writer_.column(*expression.source, expression.column);
-    case Kind::Unary:
-    case Kind::Binary:
-      return operatorValue(expression);
-    case Kind::Scalar:
-      return scalarQuery(expression);
-    case Kind::CountRows:
-      return "count(*)";
-    case Kind::IsNull:
-    case Kind::Like:
-    case Kind::Alike:
-    case Kind::Between:
-    case Kind::InList:
-    case Kind::InQuery:
-    case Kind::Exists:
-    case Kind::Quantified:
-    case Kind::Call:
-      break;
-  }
-  return writeCall(*this, expression);
+  if (kind == Kind::Null) return "NULL";
+  if (kind >= Kind::Boolean && kind <= Kind::Date) return numberText(expression.number);
+  if (kind == Kind::Text) return writer_.parameter(expression.text);
+  if (kind == Kind::Column) return writer_.column(*expression.source, expression.column);
+  if (kind == Kind::Unary || kind == Kind::Binary) return operatorValue(expression);
+  if (kind == Kind::Scalar) return scalarQuery(expression);
+  return kind == Kind::CountRows ? "count(*)" : writeCall(*this, expression);
 }
 
 std::string ExpressionWriter::plainCondition(const BoundExpression& expression) {
@@ -281,86 +190,44 @@ std::string ExpressionWriter::plainCondition(const BoundExpression& expression) 
 
 std::string ExpressionWriter::testCondition(const BoundExpression& expression) {
   const auto& arguments = expression.arguments;
-  switch (expression.kind) {
-    case Kind::Like:
-    case Kind::Alike:
-      return inParentheses(expression.negated,
-                           writer_.call(expression.kind == Kind::Like ? "jet_like" : "jet_alike",
-                                        {asText(*arguments[0]), asText(*arguments[1])}));
-    case Kind::Between:
-      return between(expression);
-    case Kind::InList:
-      return inList(expression);
-    case Kind::InQuery:
-    case Kind::Exists:
-    case Kind::Quantified:
-      return subqueryCondition(expression);
-    case Kind::Unary:
-    case Kind::Binary:
-      return isLogical(expression.op) ? logical(expression) : comparison(expression);
-    case Kind::Null:
-    case Kind::Boolean:
-    case Kind::Whole:
-    case Kind::Number:
-    case Kind::Date:
-    case Kind::Text:
-    case Kind::Column:
-    case Kind::IsNull:
-    case Kind::Scalar:
-    case Kind::Call:
-    case Kind::CountRows:
-      break;
+  const Kind kind = expression.kind;
+  if (kind == Kind::Like || kind == Kind::Alike) {
+    return inParentheses(expression.negated,
+                         writer_.call(kind == Kind::Like ? "jet_like" : "jet_alike",
+                                      {asText(*arguments[0]), asText(*arguments[1])}));
+  }
+  if (kind == Kind::Between) return between(expression);
+  if (kind == Kind::InList) return inList(expression);
+  if (kind >= Kind::InQuery && kind <= Kind::Quantified) return subqueryCondition(expression);
+  if (kind == Kind::Unary || kind == Kind::Binary) {
+    return isLogical(expression.op) ? logical(expression) : comparison(expression);
   }
   return "(" + value(*arguments[0]) + (expression.negated ? " IS NOT NULL)" : " IS NULL)");
 }
 
 std::string ExpressionWriter::operatorValue(const BoundExpression& expression) {
   const auto& arguments = expression.arguments;
-  const auto call = [&](std::string_view function) {
-    return writer_.call(function, {asNumber(*arguments[0]), asNumber(*arguments[1])});
-  };
-  switch (expression.op) {
-    case Operator::Concatenate:
-      return chain(expression, &ExpressionWriter::asText);
-    case Operator::Negate:
-      if (expression.type == Type::Currency) return "(- " + value(*arguments[0]) + ")";
-      return "(- " + asNumber(*arguments[0]) + ")";
-    case Operator::Add:
-      if (isTextual(expression.type)) {
-        return "(" + value(*arguments[0]) + " || " + value(*arguments[1]) + ")";
-      }
-      if (expression.type == Type::Any) {
-        return writer_.call("jet_plus", {plain(*arguments[0]), plain(*arguments[1])});
-      }
-      [[fallthrough]];
-    case Operator::Subtract:
-      return chain(expression, expression.type == Type::Currency ? &ExpressionWriter::amount
-                                                                 : &ExpressionWriter::asNumber);
-    case Operator::Multiply:
-      return chain(expression, &ExpressionWriter::asNumber);
-    case Operator::Divide:
-      return call("jet_divide");
-    case Operator::IntegerDivide:
-      return call("jet_intdivide");
-    case Operator::Modulo:
-      return call("jet_modulo");
-    case Operator::None:
-    case Operator::Or:
-    case Operator::And:
-    case Operator::Xor:
-    case Operator::Eqv:
-    case Operator::Imp:
-    case Operator::Not:
-    case Operator::Equal:
-    case Operator::NotEqual:
-    case Operator::Less:
-    case Operator::LessOrEqual:
-    case Operator::Greater:
-    case Operator::GreaterOrEqual:
-    case Operator::Power:
-      break;
+  const Operator op = expression.op;
+  const bool isAmount = expression.type == Type::Currency;
+  if (op == Operator::Concatenate) return chain(expression, &ExpressionWriter::asText);
+  if (op == Operator::Negate) {
+    return "(- " + (isAmount ? value(*arguments[0]) : asNumber(*arguments[0])) + ")";
   }
-  return call("jet_power");
+  if (op == Operator::Add && isTextual(expression.type)) {
+    return "(" + value(*arguments[0]) + " || " + value(*arguments[1]) + ")";
+  }
+  if (op == Operator::Add && expression.type == Type::Any) {
+    return writer_.call("jet_plus", {plain(*arguments[0]), plain(*arguments[1])});
+  }
+  if (op == Operator::Add || op == Operator::Subtract || op == Operator::Multiply) {
+    return chain(expression, isAmount && op != Operator::Multiply ? &ExpressionWriter::amount
+                                                                  : &ExpressionWriter::asNumber);
+  }
+  const std::string_view function = op == Operator::Divide          ? "jet_divide"
+                                    : op == Operator::IntegerDivide ? "jet_intdivide"
+                                    : op == Operator::Modulo        ? "jet_modulo"
+                                                                    : "jet_power";
+  return writer_.call(function, {asNumber(*arguments[0]), asNumber(*arguments[1])});
 }
 
 /// A chain of one operator as one list of operands, since SQLite's parser is not deep.
@@ -372,7 +239,8 @@ std::string ExpressionWriter::chain(const BoundExpression& expression,
     operands.push_back(first->arguments[1].get());
     first = first->arguments[0].get();
   } while (first->kind == Kind::Binary && first->op == expression.op &&
-           (first->op != Operator::Add || addsNumbers(*first)));
+           (first->op != Operator::Add || addsNumbers(*first)) &&
+           (first->type != Type::Currency || isExact(*first)));
   std::vector<std::string> pieces{(this->*form)(*first)};
   std::ranges::reverse(operands);
   for (const BoundExpression* operand : operands) {
@@ -387,35 +255,15 @@ std::string ExpressionWriter::chain(const BoundExpression& expression,
 
 std::string ExpressionWriter::logical(const BoundExpression& expression) {
   const auto& arguments = expression.arguments;
-  switch (expression.op) {
-    case Operator::Not:
-      return "(NOT " + condition(*arguments[0]) + ")";
-    case Operator::And:
-    case Operator::Or:
-      return chain(expression, &ExpressionWriter::condition);
-    case Operator::Imp:
-      return "((NOT " + condition(*arguments[0]) + ") OR " + condition(*arguments[1]) + ")";
-    case Operator::None:
-    case Operator::Xor:
-    case Operator::Eqv:
-    case Operator::Equal:
-    case Operator::NotEqual:
-    case Operator::Less:
-    case Operator::LessOrEqual:
-    case Operator::Greater:
-    case Operator::GreaterOrEqual:
-    case Operator::Concatenate:
-    case Operator::Add:
-    case Operator::Subtract:
-    case Operator::Modulo:
-    case Operator::IntegerDivide:
-    case Operator::Multiply:
-    case Operator::Divide:
-    case Operator::Negate:
-    case Operator::Power:
-      break;
+  const Operator op = expression.op;
+  if (op == Operator::Not) return "(NOT " + condition(*arguments[0]) + ")";
+  if (op == Operator::And || op == Operator::Or) {
+    return chain(expression, &ExpressionWriter::condition);
   }
-  return inParentheses(expression.op == Operator::Eqv,
+  if (op == Operator::Imp) {
+    return "((NOT " + condition(*arguments[0]) + ") OR " + condition(*arguments[1]) + ")";
+  }
+  return inParentheses(op == Operator::Eqv,
                        "(" + condition(*arguments[0]) + " <> " + condition(*arguments[1]) + ")");
 }
 

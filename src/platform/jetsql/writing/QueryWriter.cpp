@@ -111,10 +111,11 @@ class SelectWriter {
     if (select_.distinctRow && !select_.distinct && !select_.grouped) {
       groups = distinctRows(writer_, query_);
     }
-    // SQLite wants a group where HAVING stands alone.
-    if (groups.empty() && select_.having) groups.emplace_back("NULL");
     if (!groups.empty()) text += " GROUP BY " + joined(groups, ", ");
-    if (select_.having) text += " HAVING " + expressions_.condition(*select_.having);
+    if (!select_.having) return text;
+    // Without GROUP BY all rows, or none at all, are one group; SQLite has to be told.
+    const std::string always = groups.empty() ? "count(*) >= 0 AND " : "";
+    text += " HAVING " + always + expressions_.condition(*select_.having);
     return text;
   }
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <new>
 
+#include "platform/jetsql/functions/SqlFunction.h"
 #include "platform/jetsql/syntax/StatementError.h"
 
 namespace jetsql {
@@ -82,19 +83,33 @@ std::unique_ptr<Aggregate> make() {
   return std::make_unique<A>();
 }
 
-constexpr SqlFunction kFunctions[] = {
-    {.name = "jet_single", .aggregate = make<Single>},
-    {.name = "jet_first", .aggregate = make<End<true>>},
-    {.name = "jet_last", .aggregate = make<End<false>>},
-    {.name = "jet_stdev", .aggregate = make<Scatter<Spread::Deviation>>},
-    {.name = "jet_stdevp", .aggregate = make<Scatter<Spread::DeviationOfAll>>},
-    {.name = "jet_var", .aggregate = make<Scatter<Spread::Variance>>},
-    {.name = "jet_varp", .aggregate = make<Scatter<Spread::VarianceOfAll>>},
+using W = Function::Writing;
+
+constexpr Function kFunctions[] = {
+    {u"COUNT", 1, 1, "v", Type::Long, "count", nullptr, kPass, kFixed, W::Aggregate},
+    {u"SUM", 1, 1, "n", Type::Double, "sum", nullptr, kPass, kFixed, W::Sum},
+    {u"AVG", 1, 1, "n", Type::Double, "avg", nullptr, kPass, kFixed, W::Sum},
+    {u"MIN", 1, 1, "c", Type::Any, "min", nullptr, kPass, kAsFirst, W::Aggregate},
+    {u"MAX", 1, 1, "c", Type::Any, "max", nullptr, kPass, kAsFirst, W::Aggregate},
+    {u"FIRST", 1, 1, "k", Type::Any, "jet_first", nullptr, kPass, kAsFirst, W::Aggregate,
+     make<End<true>>},
+    {u"LAST", 1, 1, "k", Type::Any, "jet_last", nullptr, kPass, kAsFirst, W::Aggregate,
+     make<End<false>>},
+    {u"STDEV", 1, 1, "n", Type::Double, "jet_stdev", nullptr, kPass, kFixed, W::Aggregate,
+     make<Scatter<Spread::Deviation>>},
+    {u"STDEVP", 1, 1, "n", Type::Double, "jet_stdevp", nullptr, kPass, kFixed, W::Aggregate,
+     make<Scatter<Spread::DeviationOfAll>>},
+    {u"VAR", 1, 1, "n", Type::Double, "jet_var", nullptr, kPass, kFixed, W::Aggregate,
+     make<Scatter<Spread::Variance>>},
+    {u"VARP", 1, 1, "n", Type::Double, "jet_varp", nullptr, kPass, kFixed, W::Aggregate,
+     make<Scatter<Spread::VarianceOfAll>>},
+    // What operators need.
+    {u"", 1, 1, "v", Type::Any, "jet_single", nullptr, kPass, kFixed, W::Aggregate, make<Single>},
 };
 
 }  // namespace
 
-std::span<const SqlFunction> aggregateFunctions() {
+std::span<const Function> aggregateFunctions() {
   return kFunctions;
 }
 

@@ -2,12 +2,12 @@
 
 #include <span>
 
-#include "platform/jetsql/functions/SqlFunction.h"
+#include "platform/jetsql/functions/Function.h"
 
 namespace jetsql {
 
 /// The functions over the rows of a group: First, Last, StDev, Var and their like, and those that a
 /// written statement needs.
-std::span<const SqlFunction> aggregateFunctions();
+std::span<const Function> aggregateFunctions();
 
 }  // namespace jetsql

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "platform/jetsql/functions/DateFormat.h"
+#include "platform/jetsql/functions/FunctionCall.h"
 #include "platform/jetsql/functions/NumberFormat.h"
 #include "platform/jetsql/syntax/DateText.h"
 #include "platform/jetsql/syntax/StatementError.h"
@@ -111,24 +112,26 @@ void format(const FunctionCall& call) {
   call.setText(isDatePattern(pattern) ? formatDate(value, pattern) : formatNumber(value, pattern));
 }
 
-constexpr SqlFunction kFunctions[] = {
-    {"jet_number", number},
-    {"jet_ten_thousandths", toTenThousandths},
-    {"jet_cstr", toText, SqlFunction::Nulls::Seen},
-    {"jet_cbool", toBoolean, SqlFunction::Nulls::Seen},
-    {"jet_cbyte", toWhole<0, 255>, SqlFunction::Nulls::Seen},
-    {"jet_cint", toWhole<-32768, 32767>, SqlFunction::Nulls::Seen},
-    {"jet_clng", toWhole<std::numeric_limits<int>::min(), std::numeric_limits<int>::max()>,
-     SqlFunction::Nulls::Seen},
-    {"jet_csng", toSingle, SqlFunction::Nulls::Seen},
-    {"jet_cdbl", toDouble, SqlFunction::Nulls::Seen},
-    {"jet_ccur", toCurrency, SqlFunction::Nulls::Seen},
-    {"jet_cdate", toDate, SqlFunction::Nulls::Seen},
-    {"jet_str", str},
-    {"jet_val", val, SqlFunction::Nulls::Seen},
-    {"jet_isnumeric", isNumeric, SqlFunction::Nulls::Seen},
-    {"jet_isdate", isDate, SqlFunction::Nulls::Seen},
-    {"jet_format", format, SqlFunction::Nulls::Seen},
+constexpr Function kFunctions[] = {
+    {u"CSTR", 1, 1, "t", Type::Text, "jet_cstr", toText, kSeen},
+    {u"CBOOL", 1, 1, "v", Type::Boolean, "jet_cbool", toBoolean, kSeen},
+    {u"CBYTE", 1, 1, "v", Type::Byte, "jet_cbyte", toWhole<0, 255>, kSeen},
+    {u"CINT", 1, 1, "v", Type::Integer, "jet_cint", toWhole<-32768, 32767>, kSeen},
+    {u"CLNG", 1, 1, "v", Type::Long, "jet_clng",
+     toWhole<std::numeric_limits<int>::min(), std::numeric_limits<int>::max()>, kSeen},
+    {u"CSNG", 1, 1, "v", Type::Single, "jet_csng", toSingle, kSeen},
+    {u"CDBL", 1, 1, "v", Type::Double, "jet_cdbl", toDouble, kSeen},
+    {u"CCUR", 1, 1, "v", Type::Currency, "jet_ccur", toCurrency, kSeen},
+    {u"CDATE", 1, 1, "v", Type::Date, "jet_cdate", toDate, kSeen},
+    {u"CVDATE", 1, 1, "v", Type::Date, "jet_cdate", toDate, kSeen},
+    {u"STR", 1, 1, "n", Type::Text, "jet_str", str},
+    {u"VAL", 1, 1, "t", Type::Double, "jet_val", val, kSeen},
+    {u"ISNUMERIC", 1, 1, "v", Type::Boolean, "jet_isnumeric", isNumeric, kSeen},
+    {u"ISDATE", 1, 1, "v", Type::Boolean, "jet_isdate", isDate, kSeen},
+    {u"FORMAT", 1, 2, "vt", Type::Text, "jet_format", format, kSeen},
+    // What operators need.
+    {u"", 0, 0, "", Type::Any, "jet_number", number},
+    {u"", 0, 0, "", Type::Any, "jet_ten_thousandths", toTenThousandths},
 };
 
 }  // namespace
@@ -139,7 +142,7 @@ std::int64_t tenThousandths(double amount) {
   return static_cast<std::int64_t>(scaled);
 }
 
-std::span<const SqlFunction> conversionFunctions() {
+std::span<const Function> conversionFunctions() {
   return kFunctions;
 }
 

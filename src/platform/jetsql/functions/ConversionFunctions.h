@@ -2,12 +2,12 @@
 
 #include <span>
 
-#include "platform/jetsql/functions/SqlFunction.h"
+#include "platform/jetsql/functions/Function.h"
 
 namespace jetsql {
 
 /// The functions that turn values into other types, and Format.
-std::span<const SqlFunction> conversionFunctions();
+std::span<const Function> conversionFunctions();
 
 /// An amount in whole ten-thousandths, rounded half to even. Raises the overflow error for one that
 /// a Currency doesn't hold.

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "platform/jetsql/functions/FunctionCall.h"
 #include "platform/jetsql/syntax/DateText.h"
 #include "platform/jetsql/syntax/StatementError.h"
 #include "platform/jetsql/syntax/Token.h"
@@ -149,24 +150,29 @@ void timeSerial(const FunctionCall& call) {
                     {1899, 12, 30, serialPart(call, 0), serialPart(call, 1), serialPart(call, 2)}));
 }
 
-constexpr SqlFunction kFunctions[] = {
-    {"jet_year", part<&CivilTime::year>},
-    {"jet_month", part<&CivilTime::month>},
-    {"jet_day", part<&CivilTime::day>},
-    {"jet_hour", part<&CivilTime::hour>},
-    {"jet_minute", part<&CivilTime::minute>},
-    {"jet_second", part<&CivilTime::second>},
-    {"jet_weekday", weekdayOf},
-    {"jet_dateadd", dateAdd},
-    {"jet_datediff", dateDiff},
-    {"jet_datepart", datePart},
-    {"jet_dateserial", dateSerial},
-    {"jet_timeserial", timeSerial},
+using W = Function::Writing;
+
+constexpr Function kFunctions[] = {
+    {u"DATE", 0, 0, "v", Type::Date, "", nullptr, kPass, kFixed, W::Moment},
+    {u"TIME", 0, 0, "v", Type::Date, "", nullptr, kPass, kFixed, W::Moment},
+    {u"NOW", 0, 0, "v", Type::Date, "", nullptr, kPass, kFixed, W::Moment},
+    {u"YEAR", 1, 1, "v", Type::Integer, "jet_year", part<&CivilTime::year>},
+    {u"MONTH", 1, 1, "v", Type::Integer, "jet_month", part<&CivilTime::month>},
+    {u"DAY", 1, 1, "v", Type::Integer, "jet_day", part<&CivilTime::day>},
+    {u"HOUR", 1, 1, "v", Type::Integer, "jet_hour", part<&CivilTime::hour>},
+    {u"MINUTE", 1, 1, "v", Type::Integer, "jet_minute", part<&CivilTime::minute>},
+    {u"SECOND", 1, 1, "v", Type::Integer, "jet_second", part<&CivilTime::second>},
+    {u"WEEKDAY", 1, 1, "v", Type::Integer, "jet_weekday", weekdayOf},
+    {u"DATEADD", 3, 3, "tnv", Type::Date, "jet_dateadd", dateAdd},
+    {u"DATEDIFF", 3, 3, "tv", Type::Long, "jet_datediff", dateDiff},
+    {u"DATEPART", 2, 2, "tv", Type::Integer, "jet_datepart", datePart},
+    {u"DATESERIAL", 3, 3, "n", Type::Date, "jet_dateserial", dateSerial},
+    {u"TIMESERIAL", 3, 3, "n", Type::Date, "jet_timeserial", timeSerial},
 };
 
 }  // namespace
 
-std::span<const SqlFunction> dateFunctions() {
+std::span<const Function> dateFunctions() {
   return kFunctions;
 }
 

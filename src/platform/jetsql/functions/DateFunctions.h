@@ -2,11 +2,11 @@
 
 #include <span>
 
-#include "platform/jetsql/functions/SqlFunction.h"
+#include "platform/jetsql/functions/Function.h"
 
 namespace jetsql {
 
 /// The functions of dates and times.
-std::span<const SqlFunction> dateFunctions();
+std::span<const Function> dateFunctions();
 
 }  // namespace jetsql

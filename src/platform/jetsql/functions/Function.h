@@ -1,13 +1,17 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string_view>
 
 #include "platform/jetsql/functions/Type.h"
 
 namespace jetsql {
 
-/// A function of the dialect.
+class Aggregate;
+class FunctionCall;
+
+/// A function of the dialect, or one of ours within SQLite that an operator needs.
 struct Function {
   /// How a call of it is written for SQLite.
   enum class Writing : std::uint8_t {
@@ -25,22 +29,35 @@ struct Function {
 
   /// What it returns: a value of a type, or of its first argument's.
   enum class Result : std::uint8_t { Fixed, AsFirst };
+  /// A scalar function either sees nulls, or is null where an argument is.
+  enum class Nulls : std::uint8_t { Pass, Seen };
 
-  std::u16string_view name;  ///< in capitals
+  std::u16string_view name;  ///< in capitals; empty where only an operator needs it
   int fewest;
   int most;
-  Writing writing;
   /// Kinds of arguments in turn, the last one standing for all that follow: `t` text, `n` number,
   /// `v` as it is, `k` kept (an amount in ten-thousandths), `c` compared.
   std::string_view takes;
   Type type;
-  Result result;
-  std::string_view target;  ///< its name within SQLite
+  std::string_view target;                        ///< its name within SQLite
+  void (*scalar)(const FunctionCall&) = nullptr;  ///< one of these two where it is ours
+  Nulls nulls = Nulls::Pass;
+  Result result = Result::Fixed;
+  Writing writing = Writing::Plain;
+  std::unique_ptr<Aggregate> (*aggregate)() = nullptr;
 
   bool isAggregate() const { return writing >= Writing::Sum; }
 };
 
+/// For the lists of functions.
+inline constexpr auto kPass = Function::Nulls::Pass;
+inline constexpr auto kSeen = Function::Nulls::Seen;
+inline constexpr auto kFixed = Function::Result::Fixed;
+inline constexpr auto kAsFirst = Function::Result::AsFirst;
+
 /// The function of that name, letter case and a `$` at the end aside; null when there is none.
 const Function* functionNamed(std::u16string_view name);
+/// The function of that name within SQLite; null when there is none.
+const Function* functionWithTarget(std::string_view target);
 
 }  // namespace jetsql

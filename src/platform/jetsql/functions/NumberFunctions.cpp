@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "platform/jetsql/functions/FunctionCall.h"
 #include "platform/jetsql/syntax/StatementError.h"
 
 namespace jetsql {
@@ -92,25 +93,26 @@ void logarithm(const FunctionCall& call) {
   call.setNumber(std::log(call.number(0)));
 }
 
-constexpr SqlFunction kFunctions[] = {
-    {"jet_plus", plus},
-    {"jet_divide", divide},
-    {"jet_intdivide", intDivide},
-    {"jet_modulo", modulo},
-    {"jet_power", power},
-    {"jet_abs", rounding<absolute>},
-    {"jet_int", rounding<downward>},
-    {"jet_fix", rounding<towardsZero>},
-    {"jet_round", round},
-    {"jet_sgn", sign},
-    {"jet_sqr", squareRoot},
-    {"jet_exp", exponential},
-    {"jet_log", logarithm},
+constexpr Function kFunctions[] = {
+    {u"ABS", 1, 1, "n", Type::Double, "jet_abs", rounding<absolute>, kPass, kAsFirst},
+    {u"INT", 1, 1, "n", Type::Double, "jet_int", rounding<downward>, kPass, kAsFirst},
+    {u"FIX", 1, 1, "n", Type::Double, "jet_fix", rounding<towardsZero>, kPass, kAsFirst},
+    {u"ROUND", 1, 2, "n", Type::Double, "jet_round", round, kPass, kAsFirst},
+    {u"SGN", 1, 1, "n", Type::Integer, "jet_sgn", sign},
+    {u"SQR", 1, 1, "n", Type::Double, "jet_sqr", squareRoot},
+    {u"EXP", 1, 1, "n", Type::Double, "jet_exp", exponential},
+    {u"LOG", 1, 1, "n", Type::Double, "jet_log", logarithm},
+    // What operators need.
+    {u"", 0, 0, "", Type::Any, "jet_plus", plus},
+    {u"", 0, 0, "", Type::Any, "jet_divide", divide},
+    {u"", 0, 0, "", Type::Any, "jet_intdivide", intDivide},
+    {u"", 0, 0, "", Type::Any, "jet_modulo", modulo},
+    {u"", 0, 0, "", Type::Any, "jet_power", power},
 };
 
 }  // namespace
 
-std::span<const SqlFunction> numberFunctions() {
+std::span<const Function> numberFunctions() {
   return kFunctions;
 }
 

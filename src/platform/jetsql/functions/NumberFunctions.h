@@ -2,11 +2,11 @@
 
 #include <span>
 
-#include "platform/jetsql/functions/SqlFunction.h"
+#include "platform/jetsql/functions/Function.h"
 
 namespace jetsql {
 
 /// The functions that calculate, and the operators that SQLite has not.
-std::span<const SqlFunction> numberFunctions();
+std::span<const Function> numberFunctions();
 
 }  // namespace jetsql

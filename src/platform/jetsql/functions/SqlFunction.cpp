@@ -2,11 +2,7 @@
 
 #include <new>
 
-#include "platform/jetsql/functions/AggregateFunctions.h"
-#include "platform/jetsql/functions/ConversionFunctions.h"
-#include "platform/jetsql/functions/DateFunctions.h"
-#include "platform/jetsql/functions/NumberFunctions.h"
-#include "platform/jetsql/functions/TextFunctions.h"
+#include "platform/jetsql/functions/Function.h"
 #include "platform/jetsql/syntax/StatementError.h"
 
 namespace jetsql {
@@ -14,19 +10,9 @@ namespace {
 
 /// What a registered function finds at its call.
 struct Registered {
-  const SqlFunction* function;
+  const Function* function;
   FunctionContext* session;
 };
-
-const SqlFunction* find(std::string_view name) {
-  for (const auto functions : {textFunctions(), conversionFunctions(), numberFunctions(),
-                               dateFunctions(), aggregateFunctions()}) {
-    for (const SqlFunction& each : functions) {
-      if (each.name == name) return &each;
-    }
-  }
-  return nullptr;
-}
 
 Registered& registeredOf(sqlite3_context* context) {
   return *static_cast<Registered*>(sqlite3_user_data(context));
@@ -44,7 +30,7 @@ void runScalar(sqlite3_context* context, int count, sqlite3_value** values) noex
   run(context, [&] {
     const Registered& registered = registeredOf(context);
     const FunctionCall call(context, count, values, *registered.session);
-    const bool passesNull = registered.function->nulls == SqlFunction::Nulls::Pass;
+    const bool passesNull = registered.function->nulls == Function::Nulls::Pass;
     if (!passesNull || !call.hasNull()) registered.function->scalar(call);
   });
 }
@@ -84,7 +70,7 @@ void release(void* registered) {
 }  // namespace
 
 void registerFunction(sqlite3* connection, std::string_view name, FunctionContext& session) {
-  const SqlFunction* function = find(name);
+  const Function* function = functionWithTarget(name);
   if (function == nullptr) throw error::engine(u"A function of the dialect is missing.");
   const bool isAggregate = function->aggregate != nullptr;
   // SQLite releases the registration also when it refuses it.

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/jetsql/functions/FunctionCall.h"
 #include "platform/jetsql/functions/Like.h"
 #include "platform/jetsql/syntax/DateText.h"
 #include "platform/jetsql/syntax/StatementError.h"
@@ -166,33 +167,36 @@ void like(const FunctionCall& call) {
                       [](void* old) { delete static_cast<LikePattern*>(old); });
 }
 
-constexpr SqlFunction kFunctions[] = {
-    {"jet_like", like<LikePattern::Dialect::Like>},
-    {"jet_alike", like<LikePattern::Dialect::Alike>},
-    {"jet_concat", concat, SqlFunction::Nulls::Seen},
-    {"jet_len", len},
-    {"jet_left", left},
-    {"jet_right", right},
-    {"jet_mid", mid},
-    {"jet_instr", instr},
-    {"jet_ucase", letters<runtime::upperCase>},
-    {"jet_lcase", letters<runtime::lowerCase>},
-    {"jet_trim", trim<Ends::Both>},
-    {"jet_ltrim", trim<Ends::Left>},
-    {"jet_rtrim", trim<Ends::Right>},
-    {"jet_space", space},
-    {"jet_string", string},
-    {"jet_strcomp", strcomp},
-    {"jet_asc", asc},
-    {"jet_chr", chr},
-    {"jet_date_text", dateAsText},
-    {"jet_single_text", singleAsText},
-    {"jet_guid_text", guidAsText},
+using W = Function::Writing;
+
+constexpr Function kFunctions[] = {
+    {u"LEN", 1, 1, "t", Type::Long, "jet_len", len},
+    {u"LEFT", 2, 2, "tn", Type::Text, "jet_left", left},
+    {u"RIGHT", 2, 2, "tn", Type::Text, "jet_right", right},
+    {u"MID", 2, 3, "tn", Type::Text, "jet_mid", mid},
+    {u"INSTR", 2, 4, "t", Type::Long, "jet_instr", instr, kPass, kFixed, W::InText},
+    {u"UCASE", 1, 1, "t", Type::Text, "jet_ucase", letters<runtime::upperCase>},
+    {u"LCASE", 1, 1, "t", Type::Text, "jet_lcase", letters<runtime::lowerCase>},
+    {u"TRIM", 1, 1, "t", Type::Text, "jet_trim", trim<Ends::Both>},
+    {u"LTRIM", 1, 1, "t", Type::Text, "jet_ltrim", trim<Ends::Left>},
+    {u"RTRIM", 1, 1, "t", Type::Text, "jet_rtrim", trim<Ends::Right>},
+    {u"SPACE", 1, 1, "n", Type::Text, "jet_space", space},
+    {u"STRING", 2, 2, "nv", Type::Text, "jet_string", string},
+    {u"STRCOMP", 2, 3, "ttn", Type::Integer, "jet_strcomp", strcomp},
+    {u"ASC", 1, 1, "t", Type::Integer, "jet_asc", asc},
+    {u"CHR", 1, 1, "n", Type::Text, "jet_chr", chr},
+    // What operators need.
+    {u"", 0, 0, "", Type::Any, "jet_like", like<LikePattern::Dialect::Like>},
+    {u"", 0, 0, "", Type::Any, "jet_alike", like<LikePattern::Dialect::Alike>},
+    {u"", 0, 0, "", Type::Any, "jet_concat", concat, kSeen},
+    {u"", 0, 0, "", Type::Any, "jet_date_text", dateAsText},
+    {u"", 0, 0, "", Type::Any, "jet_single_text", singleAsText},
+    {u"", 0, 0, "", Type::Any, "jet_guid_text", guidAsText},
 };
 
 }  // namespace
 
-std::span<const SqlFunction> textFunctions() {
+std::span<const Function> textFunctions() {
   return kFunctions;
 }
 

@@ -2,11 +2,11 @@
 
 #include <span>
 
-#include "platform/jetsql/functions/SqlFunction.h"
+#include "platform/jetsql/functions/Function.h"
 
 namespace jetsql {
 
 /// The functions of texts, and Like.
-std::span<const SqlFunction> textFunctions();
+std::span<const Function> textFunctions();
 
 }  // namespace jetsql

@@ -1,5 +1,6 @@
 #include "platform/jetsql/syntax/DateText.h"
 
+#include <chrono>
 #include <cmath>
 #include <vector>
 
@@ -12,30 +13,22 @@ namespace {
 constexpr std::int64_t kSecondsADay = 86400;
 constexpr std::int64_t kFirstDay = -657434;  ///< 0100-01-01
 constexpr std::int64_t kLastDay = 2958465;   ///< 9999-12-31
-/// Days from 0000-03-01 to 1899-12-30.
-constexpr std::int64_t kEpoch = 693899;
+constexpr std::chrono::sys_days kEpoch{std::chrono::year{1899} / 12 / 30};
 
 /// Days since 1899-12-30 by the Gregorian calendar; the month from 1 to 12.
 std::int64_t daysFromDate(std::int64_t year, int month, std::int64_t day) {
-  const std::int64_t shifted = month > 2 ? year : year - 1;
-  const std::int64_t era = (shifted >= 0 ? shifted : shifted - 399) / 400;
-  const std::int64_t yearOfEra = shifted - era * 400;
-  const std::int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5;
-  const std::int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
-  return era * 146097 + dayOfEra + day - 1 - kEpoch;
+  // No day of a month leads back from there to the years that a date may have.
+  constexpr std::int64_t kFarYear = 20000;
+  if (year < -kFarYear || year > kFarYear) throw error::overflow();
+  const std::chrono::sys_days first{std::chrono::year{static_cast<int>(year)} / month / 1};
+  return (first - kEpoch).count() + day - 1;
 }
 
 void setDate(std::int64_t days, CivilTime& time) {
-  const std::int64_t shifted = days + kEpoch;
-  const std::int64_t era = (shifted >= 0 ? shifted : shifted - 146096) / 146097;
-  const std::int64_t dayOfEra = shifted - era * 146097;
-  const std::int64_t yearOfEra =
-      (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-  const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-  const std::int64_t shiftedMonth = (5 * dayOfYear + 2) / 153;
-  time.day = static_cast<int>(dayOfYear - (153 * shiftedMonth + 2) / 5 + 1);
-  time.month = static_cast<int>(shiftedMonth < 10 ? shiftedMonth + 3 : shiftedMonth - 9);
-  time.year = static_cast<int>(yearOfEra + era * 400 + (time.month <= 2 ? 1 : 0));
+  const std::chrono::year_month_day date{kEpoch + std::chrono::days{days}};
+  time.day = static_cast<int>(static_cast<unsigned>(date.day()));
+  time.month = static_cast<int>(static_cast<unsigned>(date.month()));
+  time.year = static_cast<int>(date.year());
 }
 
 /// A two-digit year lies between 1930 and 2029.
@@ -121,9 +114,7 @@ class DateParser {
 
   bool setDay(int year, int month, int day) {
     if (year < 100 || year > 9999 || month < 1 || month > 12 || day < 1) return false;
-    CivilTime back;
-    setDate(daysFromDate(year, month, day), back);
-    if (back.month != month) return false;
+    if (day > 31 || !(std::chrono::year{year} / month / day).ok()) return false;
     time_.year = year;
     time_.month = month;
     time_.day = day;

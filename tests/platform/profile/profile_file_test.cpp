@@ -194,6 +194,7 @@ TEST_F(ProfileFile, TakesAtMostFourTimesItsSizeInMemory) {
   for (const std::string& text : {std::string(kSize, '\n'), line + "\n" + line + "=1\n",
                                   "[S]\nK=" + std::string(kSize, 'x')}) {
     folder.write("Posdata/Touch.ini", text);
+    support::writeFile(folder.settingsFolder() / "tavenor.ini", text);
     const auto most = [](const auto& act) {
       const std::size_t before = mostAllocated = allocated;
       act();
@@ -201,6 +202,8 @@ TEST_F(ProfileFile, TakesAtMostFourTimesItsSizeInMemory) {
     };
     EXPECT_LE(most([&] { read("S", "K"); }), 4 * text.size());
     EXPECT_LE(most([&] { EXPECT_TRUE(write("S", "K", "1")); }), 4 * text.size());
+    EXPECT_LE(most([&] { profile::GetSetting(u"tavenor", u"S", u"K"); }), 4 * text.size());
+    EXPECT_LE(most([&] { profile::SaveSetting(u"tavenor", u"S", u"K", u"1"); }), 4 * text.size());
   }
 }
 

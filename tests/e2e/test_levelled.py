@@ -1,5 +1,7 @@
 """Tours of the levelled editor: the results of typical work on the screen and on the disk."""
 
+import os
+import signal
 import time
 
 import controls
@@ -336,3 +338,20 @@ class Pointer(Case):
             screen.desktop.xdotool("keyup", key)
             screen.alone()
             self.assertEqual(notices(), 1)
+
+    def test_a_key_that_answers_a_question_and_is_held_asks_nothing_again(self):
+        screen = self.levelled()
+        screen.click("cmdResetAll")
+        self.message(screen.program, "This will reset all the buttons. Are you sure?", "Reset")
+        wait_until(lambda: not screen.desktop.has_keyboard(screen.window), "the question's turn")
+        screen.desktop.hand("keydown", "Return")
+        screen.alone()
+        # As on a busy machine: repeats and release are there at once.
+        os.kill(screen.program.pid, signal.SIGSTOP)
+        time.sleep(1.5)
+        screen.desktop.hand("keyup", "Return")
+        os.kill(screen.program.pid, signal.SIGCONT)
+        time.sleep(0.5)
+        self.assertEqual(len(screen.windows()), 1)
+        screen.keys("Return")
+        self.message(screen.program, "This will reset all the buttons. Are you sure?", "Reset")

@@ -1,0 +1,82 @@
+#include "platform/forms/qt/XKeyboard.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QLibrary>
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+
+namespace forms::qt {
+namespace {
+
+/// Codes of the X protocol's events, in the lowest seven bits of an event's first byte.
+constexpr unsigned kCodeBits = 0x7F;
+enum : unsigned { kKeyPress = 2, kKeyRelease = 3, kFocusIn = 9 };
+
+}  // namespace
+
+XKeyboard::XKeyboard() {
+  const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  if (x11 == nullptr || x11->display() == nullptr) return;
+  QLibrary library(QStringLiteral("X11"), 6);
+  queryKeymap_ = reinterpret_cast<int (*)(Display*, char*)>(library.resolve("XQueryKeymap"));
+  const auto setDetectable =
+      reinterpret_cast<int (*)(Display*, int, int*)>(library.resolve("XkbSetDetectableAutoRepeat"));
+  if (queryKeymap_ == nullptr || setDetectable == nullptr) return;
+  display_ = x11->display();
+  // Else the server makes up a release before each repeat.
+  setDetectable(display_, 1, nullptr);
+  QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+bool XKeyboard::nativeEventFilter(const QByteArray& type, void* message, qintptr*) {
+  // The head of an event: its code, for a key its scan code, and after two more bytes the server's
+  // time in milliseconds.
+  constexpr std::size_t kTimeOffset = 4;
+  if (type != "xcb_generic_event_t") return false;
+  const auto* const bytes = static_cast<const unsigned char*>(message);
+  const unsigned key = bytes[1];
+  switch (bytes[0] & kCodeBits) {
+    case kKeyPress:
+      if (down_.test(key)) {
+        std::uint32_t time = 0;
+        std::memcpy(&time, bytes + kTimeOffset, sizeof time);
+        repeated_[key].append(time);
+      }
+      down_.set(key);
+      break;
+    case kKeyRelease:
+      down_.reset(key);
+      break;
+    case kFocusIn:
+      forgetReleased();
+      break;
+    default:
+      break;
+  }
+  return false;
+}
+
+/// What is let go while no window of the program has the keyboard is reported to others.
+void XKeyboard::forgetReleased() {
+  std::array<char, kKeys / 8> bits{};
+  queryKeymap_(display_, bits.data());
+  std::bitset<kKeys> down;
+  for (std::size_t key = 0; key < kKeys; ++key) down[key] = (bits[key / 8] >> (key % 8) & 1) != 0;
+  down_ &= down;
+}
+
+bool XKeyboard::isRepeat(const QKeyEvent& press) {
+  const auto repeated = repeated_.find(press.nativeScanCode());
+  if (repeated == repeated_.end()) return false;
+  // Events of a window that was shut out never got here; the server's reports come before the
+  // toolkit's events, often many at once.
+  const auto later = std::ranges::upper_bound(*repeated, press.timestamp());
+  const bool found = later != repeated->begin() && *std::prev(later) == press.timestamp();
+  repeated->erase(repeated->begin(), later);
+  return found;
+}
+
+}  // namespace forms::qt

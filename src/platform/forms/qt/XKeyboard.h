@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QAbstractNativeEventFilter>
+#include <QGuiApplication>
+#include <QHash>
+#include <QKeyEvent>
+#include <QList>
+#include <bitset>
+
+namespace forms::qt {
+
+/// The keys of an X display, as its server reports them to this program. The toolkit can't tell
+/// what a held key repeats from a new press: it drops the release for a window that the press has
+/// closed, and every event for one that a modal window shuts out.
+class XKeyboard : private QAbstractNativeEventFilter {
+ public:
+  XKeyboard();
+
+  /// False under another display system.
+  bool isThere() const { return display_ != nullptr; }
+  /// True where the key was down already. To be asked once of each press, in their order.
+  bool isRepeat(const QKeyEvent& press);
+
+ private:
+  bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
+  void forgetReleased();
+
+  static constexpr std::size_t kKeys = 256;
+  Display* display_ = nullptr;
+  int (*queryKeymap_)(Display*, char*) = nullptr;
+  std::bitset<kKeys> down_;                  ///< by scan code
+  QHash<quint32, QList<quint64>> repeated_;  ///< when each key was repeated, by scan code
+};
+
+}  // namespace forms::qt

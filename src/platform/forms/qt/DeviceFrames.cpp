@@ -4,14 +4,19 @@
 
 namespace forms::qt {
 
-DeviceFrames::DeviceFrames(QPainter& painter, const QRect& area, qreal radius)
-    : painter_(painter), density_(painter.deviceTransform().m11()), radius_(radius * density_) {
-  const QTransform toDevice = painter.deviceTransform();
-  const QRectF exact = toDevice.mapRect(QRectF(area));
-  frame_ = QRect(QPoint(qRound(exact.left()), qRound(exact.top())),
-                 QPoint(qRound(exact.right()) - 1, qRound(exact.bottom()) - 1));
+QRect deviceBounds(const QPainter& painter, const QRectF& area) {
+  const QRectF exact = painter.deviceTransform().mapRect(area);
+  return {QPoint(qRound(exact.left()), qRound(exact.top())),
+          QPoint(qRound(exact.right()) - 1, qRound(exact.bottom()) - 1)};
+}
+
+DeviceFrames::DeviceFrames(QPainter& painter, const QRectF& area, qreal radius)
+    : painter_(painter),
+      density_(painter.deviceTransform().m11()),
+      radius_(radius * density_),
+      frame_(deviceBounds(painter, area)) {
   painter_.save();
-  painter_.setTransform(toDevice.inverted(), true);
+  painter_.setTransform(painter.deviceTransform().inverted(), true);
   painter_.setRenderHint(QPainter::Antialiasing);
 }
 

@@ -5,11 +5,14 @@
 
 namespace forms::qt {
 
+/// The device pixels that an area covers, whole ones.
+QRect deviceBounds(const QPainter& painter, const QRectF& area);
+
 /// Draws a rounded area and frames in it on whole device pixels, so that edges are sharp at any
 /// scale. The painter comes back as it was.
 class DeviceFrames {
  public:
-  DeviceFrames(QPainter& painter, const QRect& area, qreal radius);
+  DeviceFrames(QPainter& painter, const QRectF& area, qreal radius);
   ~DeviceFrames();
   DeviceFrames(const DeviceFrames&) = delete;
   DeviceFrames& operator=(const DeviceFrames&) = delete;

@@ -115,7 +115,7 @@ QPixmap dragPicture(const QString& text, const QFont& font, const QPalette& pale
   QPainter painter(&picture);
   {
     // Without a compositor there is nothing to be seen through round corners.
-    DeviceFrames frames(painter, {{0, 0}, size}, 0);
+    DeviceFrames frames(painter, QRect({0, 0}, size), 0);
     const QColor back = palette.color(QPalette::Highlight);
     frames.fill(back);
     frames.frame(mixed(back, markOn(back), 0.4), 1, 0);

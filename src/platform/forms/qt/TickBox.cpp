@@ -45,7 +45,7 @@ void TickBox::paintEvent(QPaintEvent*) {
   if (hasFocus()) {
     const int width = qMin(painter.fontMetrics().horizontalAdvance(caption_), room.width() - 3);
     const QColor accent = palette().color(QPalette::Highlight);
-    DeviceFrames frames(painter, {room.x() - 4, 0, width + 8, height()}, 2);
+    DeviceFrames frames(painter, QRect(room.x() - 4, 0, width + 8, height()), 2);
     frames.frame(contrast(accent, back) < kVisible ? text : accent, 2, 0);
   }
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "platform/jetsql/functions/Type.h"
+
 namespace jetsql {
 namespace {
 
@@ -24,26 +26,8 @@ constexpr double kLookupShare = 4;
 
 /// True for columns whose values can be handed to an index.
 bool isSought(const jet::Table& table, int column) {
-  switch (table.columns()[static_cast<std::size_t>(column)].type) {
-    case jet::ColumnType::Numeric:
-    case jet::ColumnType::Binary:
-    case jet::ColumnType::Ole:
-    case jet::ColumnType::Block:
-      return false;
-    case jet::ColumnType::Boolean:
-    case jet::ColumnType::Byte:
-    case jet::ColumnType::Integer:
-    case jet::ColumnType::Long:
-    case jet::ColumnType::Currency:
-    case jet::ColumnType::Single:
-    case jet::ColumnType::Double:
-    case jet::ColumnType::DateTime:
-    case jet::ColumnType::Text:
-    case jet::ColumnType::Memo:
-    case jet::ColumnType::Guid:
-      break;
-  }
-  return true;
+  const Type type = typeOf(table.columns()[static_cast<std::size_t>(column)].type);
+  return type != Type::Decimal && type != Type::Binary;
 }
 
 class Chooser {

@@ -198,36 +198,20 @@ int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int index) {
     if (index == static_cast<int>(columns.size())) {
       return sqlite3_result_int64(context, row.id().pack());
     }
-    switch (columns[static_cast<std::size_t>(index)].type) {
-      case jet::ColumnType::Boolean:
-      case jet::ColumnType::Byte:
-      case jet::ColumnType::Integer:
-      case jet::ColumnType::Long: {
-        std::int32_t whole = 0;
-        if (row.integer(index, whole)) sqlite3_result_int(context, whole);
-        return;
-      }
-      case jet::ColumnType::Text:
-      case jet::ColumnType::Memo:
-        if (const auto latin = row.latinText(index)) {
-          cursor.text.assign(latin->begin(), latin->end());
-        } else if (!row.text(index, cursor.text)) {
-          return;
-        }
-        return sqlite3_result_text16(context, cursor.text.c_str(),
-                                     static_cast<int>(cursor.text.size() * 2), SQLITE_TRANSIENT);
-      case jet::ColumnType::Currency:
-      case jet::ColumnType::Single:
-      case jet::ColumnType::Double:
-      case jet::ColumnType::DateTime:
-      case jet::ColumnType::Binary:
-      case jet::ColumnType::Ole:
-      case jet::ColumnType::Guid:
-      case jet::ColumnType::Numeric:
-      case jet::ColumnType::Block:
-        break;
+    const Type type = typeOf(columns[static_cast<std::size_t>(index)].type);
+    if (isWhole(type)) {
+      std::int32_t whole = 0;
+      if (row.integer(index, whole)) sqlite3_result_int(context, whole);
+      return;
     }
-    setValue(context, row.value(index));
+    if (!isTextual(type)) return setValue(context, row.value(index));
+    if (const auto latin = row.latinText(index)) {
+      cursor.text.assign(latin->begin(), latin->end());
+    } else if (!row.text(index, cursor.text)) {
+      return;
+    }
+    sqlite3_result_text16(context, cursor.text.c_str(), static_cast<int>(cursor.text.size() * 2),
+                          SQLITE_TRANSIENT);
   });
 }
 

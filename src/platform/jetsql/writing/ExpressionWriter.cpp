@@ -127,7 +127,7 @@ std::string ExpressionWriter::sorted(const BoundExpression& expression) {
 }
 
 std::string ExpressionWriter::asText(const BoundExpression& expression) {
-  const std::string text = plain(expression);
+  std::string text = plain(expression);
   if (expression.type == Type::Date) return writer_.call("jet_date_text", {text});
   if (expression.type == Type::Single) return writer_.call("jet_single_text", {text});
   if (expression.type == Type::Guid) return writer_.call("jet_guid_text", {text});

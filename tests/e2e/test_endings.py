@@ -4,6 +4,7 @@ import fcntl
 import os
 import struct
 import subprocess
+import time
 
 import controls
 from desktop import wait_until
@@ -102,6 +103,19 @@ class LostDisplay(Case):
         screen.start_drag(0)
         screen.move(20)
         self.ends(screen)
+
+    def test_while_an_item_is_moved_about(self):
+        # The server goes between two of the toolkit's questions about the pointer.
+        for _ in range(3):
+            screen = self.screen()
+            screen.start_drag(0)
+            x, y = screen.point(20)
+            moves = [str(word) for step in range(400) for word in ("mousemove", x + step % 40, y)]
+            hand = subprocess.Popen(["xdotool", *moves], env=screen.desktop.environment,
+                                    stderr=subprocess.DEVNULL)
+            time.sleep(0.1)
+            self.ends(screen)
+            hand.wait()
 
     def test_under_the_sheet_and_its_list(self):
         screen = self.screen()

@@ -7,6 +7,7 @@
 
 #include "platform/files/ReadWatch.h"
 #include "platform/forms/qt/Display.h"
+#include "platform/forms/qt/DisplayWatch.h"
 #include "platform/forms/qt/Faces.h"
 #include "platform/forms/qt/HeldKeys.h"
 #include "platform/forms/qt/Look.h"
@@ -16,6 +17,7 @@
 #include "platform/forms/qt/WaitPointer.h"
 #include "platform/forms/qt/Window.h"
 #include "platform/process/Process.h"
+#include "platform/process/StandardStreams.h"
 
 namespace forms {
 namespace {
@@ -32,6 +34,11 @@ NoArguments noArguments;
 /// The toolkit gives up by a fatal message and an abort; here it ends like any other failed start.
 void endOnFatalMessage(QtMsgType type, const QMessageLogContext&, const QString&) {
   if (type == QtFatalMsg) qt::endWithoutDisplay();
+}
+
+/// The toolkit's own handler waits for a reader where standard error is a pipe that is full.
+void writeMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  process::writeToStandardError(qFormatLogMessage(type, context, message).toStdString() + "\n");
 }
 
 /// The toolkit leaves by `exit` when the display is lost, in the middle of whatever runs. What is
@@ -53,7 +60,8 @@ struct Application::Toolkit {
     QApplication::setFont(qt::font(usual.face, usual.points, usual.weight));
     // The toolkit lists families by general names even where no font is installed.
     if (!QFontMetrics(QApplication::font()).inFont(u'a'))
-      std::fputs("There is no font with which the program could show its texts.\n", stderr);
+      process::writeToStandardError(
+          "There is no font with which the program could show its texts.\n");
     QApplication::setWindowIcon(qt::programIcon());
     qt::installReaders();
     new qt::HeldKeys(&application);
@@ -61,6 +69,7 @@ struct Application::Toolkit {
   }
 
   QApplication application;
+  qt::DisplayWatch watch;
 };
 
 Application::Application() {
@@ -68,9 +77,9 @@ Application::Application() {
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
       Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   QGuiApplication::setDesktopFileName(QString::fromLatin1(noArguments.name));
-  const QtMessageHandler usual = qInstallMessageHandler(endOnFatalMessage);
+  qInstallMessageHandler(endOnFatalMessage);
   toolkit_ = std::make_unique<Toolkit>();
-  qInstallMessageHandler(usual);
+  qInstallMessageHandler(writeMessage);
   std::atexit(endWithLostDisplay);
   files::onRead(qt::WaitPointer::showIfLate);
 }

@@ -6,17 +6,22 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <climits>
-#include <optional>
+#include <vector>
 
 namespace process {
 namespace {
 
-/// What a broken pipe did before this process changed it.
-std::optional<struct sigaction>& inheritedPipeAction() {
-  static std::optional<struct sigaction> action;
-  return action;
+/// A write to a pipe that nobody reads, or past the size that a file may have, fails where these
+/// are ignored.
+constexpr std::array kWriteSignals{SIGPIPE, SIGXFSZ};
+
+/// What those signals did before this process changed it; empty before that.
+std::vector<struct sigaction>& inheritedActions() {
+  static std::vector<struct sigaction> actions;
+  return actions;
 }
 
 }  // namespace
@@ -27,15 +32,17 @@ void prepareStandardStreams() {
     // It is the lowest free number, and so the one that the system takes.
     ::open("/dev/null", descriptor == STDIN_FILENO ? O_RDONLY : O_WRONLY);
   }
+  if (!inheritedActions().empty()) return;
   struct sigaction ignore {};
-  struct sigaction before {};
   ignore.sa_handler = SIG_IGN;
-  if (::sigaction(SIGPIPE, &ignore, &before) == 0 && !inheritedPipeAction())
-    inheritedPipeAction() = before;
+  inheritedActions().resize(kWriteSignals.size());
+  for (std::size_t i = 0; i < kWriteSignals.size(); ++i)
+    ::sigaction(kWriteSignals[i], &ignore, &inheritedActions()[i]);
 }
 
 void restoreInheritedSignals() {
-  if (inheritedPipeAction()) ::sigaction(SIGPIPE, &*inheritedPipeAction(), nullptr);
+  for (std::size_t i = 0; i < inheritedActions().size(); ++i)
+    ::sigaction(kWriteSignals[i], &inheritedActions()[i], nullptr);
 }
 
 void writeToStandardError(std::string_view text) noexcept {

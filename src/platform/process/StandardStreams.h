@@ -6,7 +6,8 @@ namespace process {
 
 /// Makes descriptors 0 to 2 safe to have: the null device is opened on those that are closed, so
 /// that no file or connection gets their number and what is written to it; and a write to a pipe
-/// that nobody reads fails instead of ending the process. To be called before anything is opened.
+/// that nobody reads, or past the size that a file may have, fails instead of ending the process.
+/// To be called before anything is opened.
 void prepareStandardStreams();
 
 /// Puts back what a program that this one starts must not inherit. Safe between fork and exec.

@@ -80,8 +80,14 @@ void IniText::setValue(std::string_view section, std::string_view key, std::stri
 
 bool IniText::isUtf16(std::string_view bytes) {
   if (bytes.size() < 2) return false;
-  const bool isMarked = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
-  return isMarked || (bytes[0] == '\0') != (bytes[1] == '\0');
+  if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) return true;
+  if ((bytes[0] == '\0') != (bytes[1] == '\0')) return true;
+  // The first character may be of a script whose units have no zero byte; a line end has one.
+  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+    const std::string_view unit = bytes.substr(i, 2);
+    if (unit == std::string_view("\n\0", 2) || unit == std::string_view("\0\n", 2)) return true;
+  }
+  return false;
 }
 
 std::string_view IniText::trimmed(std::string_view text) {

@@ -33,8 +33,8 @@ class IniText {
   /// The file's bytes, moved out.
   std::string takeBytes() { return std::move(bytes_); }
 
-  /// True for a file in UTF-16, by its byte order mark or by the zero in its first character: its
-  /// lines are not to be read or changed byte by byte.
+  /// True for a file in UTF-16, by its byte order mark, the zero in its first character, or a line
+  /// feed of two bytes: its lines are not to be read or changed byte by byte.
   static bool isUtf16(std::string_view bytes);
   static std::string_view trimmed(std::string_view text);
 

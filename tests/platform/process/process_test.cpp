@@ -2,10 +2,12 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <cstdio>
 #include <functional>
 #include <new>
 #include <stdexcept>
@@ -66,6 +68,18 @@ TEST(StandardStreams, APipeWithoutAReaderOrRoomStopsNobody) {
               pipeOnStandardError();
               process::prepareStandardStreams();
               process::writeToStandardError(std::string(200'000, 'x'));
+              return 0;
+            }),
+            0);
+}
+
+TEST(StandardStreams, AFileAtItsLargestSizeStopsNobody) {
+  EXPECT_EQ(statusOfCopy([] {
+              const rlimit none{0, RLIM_INFINITY};
+              ::dup2(::fileno(std::tmpfile()), STDERR_FILENO);
+              ::setrlimit(RLIMIT_FSIZE, &none);
+              process::prepareStandardStreams();
+              process::writeToStandardError("lost");
               return 0;
             }),
             0);

@@ -171,8 +171,8 @@ TEST_F(ProfileFile, OneThatMayNotBeReadGivesTheDefault) {
 }
 
 TEST_F(ProfileFile, OneInUtf16IsNotMixedWithBytes) {
-  for (const std::string& text :
-       {std::string("\xFF\xFE[\0S\0]\0", 8), std::string("[\0S\0]\0", 6)}) {
+  for (const std::string& text : {std::string("\xFF\xFE[\0S\0]\0", 8), std::string("[\0S\0]\0", 6),
+                                  std::string("\xA9\x03\xBC\x03\r\0\n\0[\0S\0]\0", 14)}) {
     folder.write("Posdata/Touch.ini", text);
     EXPECT_FALSE(write("S", "K", "1"));
     EXPECT_EQ(read("S", "K"), "dflt");

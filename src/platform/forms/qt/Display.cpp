@@ -6,9 +6,10 @@
 
 #include <QByteArray>
 #include <QLibrary>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+
+#include "platform/process/StandardStreams.h"
 
 namespace forms::qt {
 namespace {
@@ -59,8 +60,8 @@ bool displayAvailable() {
 }
 
 void endWithoutDisplay() {
-  std::fputs("There is no display on which the program could open its window.\n", stderr);
-  std::fflush(stderr);
+  process::writeToStandardError(
+      "There is no display on which the program could open its window.\n");
   std::_Exit(1);
 }
 

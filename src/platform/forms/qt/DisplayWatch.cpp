@@ -1,6 +1,7 @@
 #include "platform/forms/qt/DisplayWatch.h"
 
 #include <poll.h>
+#include <signal.h>
 
 #include <QGuiApplication>
 #include <QLibrary>
@@ -8,6 +9,12 @@
 
 namespace forms::qt {
 namespace {
+
+/// The descriptor of the connection to the X server, -1 under another platform.
+int connection = -1;
+
+/// What a fault did before.
+struct sigaction usual {};
 
 int connectionToXServer() {
   if (QGuiApplication::platformName() != u"xcb") return -1;
@@ -18,21 +25,27 @@ int connectionToXServer() {
   return server == nullptr || descriptor == nullptr ? -1 : descriptor(server->connection());
 }
 
+/// Only calls that are safe in a signal handler. Any other fault comes again when it returns, and
+/// then has its usual end.
+void endIfServerHasGone(int signal) {
+  pollfd server{.fd = connection, .events = POLLRDHUP, .revents = 0};
+  if (connection >= 0 && ::poll(&server, 1, 0) > 0) std::_Exit(1);
+  ::sigaction(signal, &usual, nullptr);
+}
+
 }  // namespace
 
-// The drag's own filter must be there already: the last one that was installed is asked first.
-DisplayWatch::DisplayWatch() : connection_(connectionToXServer()) {
-  QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+DisplayWatch::DisplayWatch() {
+  connection = connectionToXServer();
+  struct sigaction action {};
+  action.sa_handler = endIfServerHasGone;
+  action.sa_flags = SA_ONSTACK;
+  if (connection >= 0) ::sigaction(SIGSEGV, &action, &usual);
 }
 
-void DisplayWatch::customEvent(QEvent*) {
-  qGuiApp->installEventFilter(this);
-}
-
-bool DisplayWatch::eventFilter(QObject*, QEvent*) {
-  pollfd server{.fd = connection_, .events = POLLRDHUP, .revents = 0};
-  if (connection_ >= 0 && ::poll(&server, 1, 0) > 0) std::_Exit(1);
-  return false;
+DisplayWatch::~DisplayWatch() {
+  if (connection >= 0) ::sigaction(SIGSEGV, &usual, nullptr);
+  connection = -1;
 }
 
 }  // namespace forms::qt

@@ -8,7 +8,6 @@
 #include <QTimer>
 #include <utility>
 
-#include "platform/forms/qt/DisplayWatch.h"
 #include "platform/forms/qt/EntryPainter.h"
 #include "platform/forms/qt/Pictures.h"
 #include "platform/forms/qt/Pixels.h"
@@ -127,7 +126,6 @@ void EntryList::takeOff() {
   toolkits->setPixmap(dragPicture(visiblePart(drag->text->text()).simplified(), font(), palette(),
                                   devicePixelRatioF()));
   toolkits->setMimeData(drag->text.release());
-  const DisplayWatch watch;
   const Qt::DropAction taken = toolkits->exec(drag->actions, Qt::MoveAction);
   droppedOutside_ = taken != Qt::IgnoreAction || !rect().contains(mapFromGlobal(QCursor::pos()));
   drag->loop.quit();

@@ -25,7 +25,9 @@ TEST(Views, AnyOtherTextThanNoughtOpensTheAutofillViewOnTheStockRows) {
   shop.touchSettings("[SETTINGS]\r\nAUTOFILL=yes\r\n[BUTTONS_BL]\r\nButtonHeight=900\r\n");
   shop.names[2] = std::nullopt;
   shop.names[3] = u"A stock description of more than thirty characters";
-  shop.folder.write("Posdata/FastMovers1.txt", "0,900,From the file,255,0\r\n1,x");
+  const auto fromTheFile =
+      lineOf({.key = 0, .product = "900", .caption = "From the file", .back = 255});
+  shop.folder.write("Posdata/FastMovers1.txt", fromTheFile + "\r\n1,x");
   WindowDriver user = shop.open();
   EXPECT_EQ(caption(user, key(0)), "From the file");
   EXPECT_EQ(caption(user, key(1)), "Key 1") << "a free slot gives an empty caption";
@@ -40,8 +42,7 @@ TEST(Views, AnyOtherTextThanNoughtOpensTheAutofillViewOnTheStockRows) {
   user.click("chkBarcode");
   EXPECT_FALSE(user.entries("List1").empty()) << "the hidden list is filled all the same";
   auto saved = shop.save(user);
-  EXPECT_EQ(saved[0],
-            lineOf({.key = 0, .product = "900", .caption = "From the file", .back = 255}));
+  EXPECT_EQ(saved[0], fromTheFile);
   EXPECT_EQ(saved[1], lineOf({.key = 1, .product = "2"}));
   user.pick("cbLevel", 1);
   user.pick("cbLevel", 0);  // the file lies over the stock rows at the start alone

@@ -77,7 +77,7 @@ TEST(LayoutFaults, TheLevelledEditorStopsSilentlyWithTheKeyAtHandHalfApplied) {
     }
     EXPECT_EQ(caption(user, key(kFaulty)), fault.caption);
     EXPECT_EQ(saved[kFaulty].substr(0, fault.savedHead.size()), fault.savedHead);
-    EXPECT_EQ(saved[28].substr(0, 14), "28,1,Good,255,");
+    EXPECT_EQ(saved[28], lineOf({.key = 28, .product = "1", .caption = "Good", .back = kGood}));
   }
 }
 
@@ -118,7 +118,7 @@ TEST(LayoutFaults, TooFewLinesStopTheOneAndEndTheOther) {
 
 TEST(LayoutFaults, AFileThatIsThereAndCanNotBeOpenedEndsTheLevelledEditorToo) {
   Shop shop;
-  shop.folder.write("Posdata/FastMovers1.txt", "0,1,Good,255,0\r\n");
+  shop.folder.write("Posdata/FastMovers1.txt", goodLine(0) + "\r\n");
   std::filesystem::permissions(shop.folder.posdata() / "FastMovers1.txt",
                                std::filesystem::perms(0));
   shop.writeStore();

@@ -31,9 +31,11 @@ class TestStore {
 /// A shop of 40 slots: 1 to 30 named "Item 01" and so on, the rest free.
 makestore::ShopOrder smallShop();
 
+inline constexpr std::u16string_view kStorePassword = u"w7rt3q8814Z";
+
 /// The connection string for a path of the system.
 std::u16string connectionString(std::u16string_view path,
-                                std::u16string_view password = u"w7rt3q8814Z");
+                                std::u16string_view password = kStorePassword);
 
 /// "number: text" of the failure that an action ends in; empty where it ends in none.
 std::string failureOf(const std::function<void()>& action);

@@ -75,10 +75,10 @@ TEST_F(SequentialFile, OutputEmptiesAtOnceAndWritesTheCodePage) {
   folder.write("Posdata/FastMovers1.txt", "old content");
   files::OutputFile file(inPosdata(u"fastmovers1.TXT"));
   EXPECT_EQ(folder.read("Posdata/FastMovers1.txt"), "");
-  file.print(u"0,7,Café €,255,0");
-  file.print(u"1,,日,255,0");
+  file.print(u"Café, 7 €");
+  file.print(u"日");
   file.close();
-  EXPECT_EQ(folder.read("Posdata/FastMovers1.txt"), "0,7,Caf\xE9 \x80,255,0\r\n1,,?,255,0\r\n");
+  EXPECT_EQ(folder.read("Posdata/FastMovers1.txt"), "Caf\xE9, 7 \x80\r\n?\r\n");
   EXPECT_EQ(errorNumberOf([&] { file.print(u"late"); }), 54);
 }
 

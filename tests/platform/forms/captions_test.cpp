@@ -93,7 +93,8 @@ int checkCommands(const support::WindowDriver& user) {
 }
 
 std::string line(int key, const std::string& caption) {
-  return std::to_string(key) + ",1," + caption + ",16777215,0";
+  return support::lineOf(
+      {.key = key, .product = "1", .caption = caption, .back = support::kWhite, .font = 0});
 }
 
 TEST(Captions, OfCommandsAreAllThere) {

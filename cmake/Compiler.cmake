@@ -1,4 +1,4 @@
-# Compiler settings of the whole house: warnings are errors, the debug preset runs under sanitizers,
+# Compiler settings of the project: warnings are errors, the debug preset runs under sanitizers,
 # the release preset is hardened.
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
   -Wold-style-cast -Wcast-qual -Wformat=2 -Werror)

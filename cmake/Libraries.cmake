@@ -1,6 +1,6 @@
-# The house's own build words.
+# How the project's libraries and tests are built.
 #
-# house_library(NAME FOLDER PATH [USES lib...] [SHOWS lib...] [INNER subfolder...] [HEADERS header...])
+# keystrand_library(NAME FOLDER PATH [USES lib...] [SHOWS lib...] [INNER subfolder...] [HEADERS header...])
 #   One folder below src/ is one library. Its sources are the folder's .cpp files and those of its
 #   INNER folders. Its headers are reached as "PATH/Header.h", and only by libraries that link it:
 #   each library has an include root of its own that holds nothing but its headers, so an include
@@ -10,7 +10,7 @@
 #   privately. The headers of INNER folders have a root of their own, which nobody else reaches.
 #   HEADERS are precompiled for this library in place of the common ones.
 #
-# house_test(NAME [SOURCES file...] [LINKS lib...])
+# keystrand_test(NAME [SOURCES file...] [LINKS lib...])
 #   One GoogleTest program, run by CTest under its name.
 
 # Headers that most sources include, compiled once for all libraries and once for all tests. The
@@ -22,7 +22,7 @@ add_library(library_headers OBJECT ${PROJECT_BINARY_DIR}/headers.cpp)
 target_precompile_headers(library_headers PRIVATE ${common_headers})
 
 # Compiling a test's many expectations takes longer than running them: tests are not optimised.
-function(house_test_headers)
+function(keystrand_test_headers)
   add_library(test_headers OBJECT ${PROJECT_BINARY_DIR}/headers.cpp)
   target_compile_options(test_headers PRIVATE $<$<BOOL:${KEYSTRAND_SANITIZE}>:-O0>)
   target_link_libraries(test_headers PRIVATE GTest::gmock)
@@ -30,7 +30,7 @@ function(house_test_headers)
 endfunction()
 
 # Makes `root` an include root that holds a folder's headers and nothing else.
-function(house_headers root folder)
+function(keystrand_headers root folder)
   file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.h)
   file(MAKE_DIRECTORY ${root}/${folder})
   foreach(header IN LISTS headers)
@@ -39,17 +39,17 @@ function(house_headers root folder)
   endforeach()
 endfunction()
 
-function(house_library name)
+function(keystrand_library name)
   cmake_parse_arguments(ARG "" "FOLDER" "USES;SHOWS;INNER;HEADERS" ${ARGN})
   set(dir ${PROJECT_SOURCE_DIR}/src/${ARG_FOLDER})
   file(GLOB sources CONFIGURE_DEPENDS ${dir}/*.cpp)
   set(root ${PROJECT_BINARY_DIR}/include/${name})
-  house_headers(${root} ${ARG_FOLDER})
+  keystrand_headers(${root} ${ARG_FOLDER})
   set(inner_root ${PROJECT_BINARY_DIR}/include/${name}-inner)
   foreach(inner IN LISTS ARG_INNER)
     file(GLOB inner_sources CONFIGURE_DEPENDS ${dir}/${inner}/*.cpp)
     list(APPEND sources ${inner_sources})
-    house_headers(${inner_root} ${ARG_FOLDER}/${inner})
+    keystrand_headers(${inner_root} ${ARG_FOLDER}/${inner})
   endforeach()
   if(sources)
     add_library(${name} STATIC ${sources})
@@ -70,7 +70,7 @@ function(house_library name)
   endif()
 endfunction()
 
-function(house_test name)
+function(keystrand_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gmock GTest::gtest_main)

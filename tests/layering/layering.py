@@ -35,6 +35,27 @@ def read_table():
 TABLE = read_table()
 
 
+def read_links():
+    """What the build's file says of each library, in the same form as the table."""
+    text = re.sub(r"#.*", "", (SRC / "CMakeLists.txt").read_text())
+    links, folders = {}, {}
+    for call in re.findall(r"keystrand_library\(([^)]*)\)", text):
+        name, *words = call.split()
+        row = {"FOLDER": [], "SHOWS": [], "USES": [], "INNER": [], "HEADERS": []}
+        for word in words:
+            if word in row:
+                part = row[word]
+            else:
+                part.append(word)
+        folders[name] = row["FOLDER"][0]
+        links[name] = (row["SHOWS"], row["USES"])
+    main = re.search(r"target_link_libraries\(keystrand PRIVATE ([^)]*)\)", text)[1].split()
+    folders["keystrand"], links["keystrand"] = "main.cpp", ([], main)
+    return {folders[name]: tuple({folders[each] for each in part if "::" not in each}
+                                 for part in parts)
+            for name, parts in links.items()}
+
+
 def owner(path):
     """The folder of the table that a file below src/ belongs to: the longest prefix of its path."""
     return max((folder for folder in TABLE if path == folder or path.startswith(folder + "/")),
@@ -87,6 +108,9 @@ class Layering(unittest.TestCase):
         for folder, (shows, uses) in TABLE.items():
             self.assertEqual(shows | uses, included[folder], folder)
             self.assertLessEqual(shows, shown[folder], folder)
+
+    def test_the_build_links_what_the_table_lists(self):
+        self.assertEqual(read_links(), TABLE)
 
     def test_no_circle_of_includes(self):
         done = set()

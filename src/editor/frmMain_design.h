@@ -18,40 +18,37 @@ inline constexpr std::u16string_view kAutofillTip =
 /// others.
 constexpr MyCommandButton::ButtonDesign key(std::int16_t index) {
   const bool low = index == 49 || index == 56;
-  return keydesign::key(
-      index, {1350 * (index % kColumns), 1080 * (index / kColumns), 1320, low ? 1035 : 1050},
-      index + 1, forms::kWhite, {2328, low ? 1826 : 1852});
+  return keydesign::key(index,
+                        {.left = 1350 * (index % kColumns),
+                         .top = 1080 * (index / kColumns),
+                         .width = 1320,
+                         .height = low ? 1035 : 1050,
+                         .tabIndex = index + 1},
+                        forms::kWhite, {.x = 2328, .y = low ? 1826 : 1852});
 }
 
 constexpr MyCommandButton::ButtonDesign command(const char* name, std::u16string_view caption,
-                                                int left, int top, int tabIndex) {
-  return keydesign::command(name, caption, {left, top, 1995, 465}, tabIndex, forms::kWhite,
-                            {3519, 820});
+                                                keydesign::Placement at) {
+  at.width = 1995;
+  at.height = 465;
+  return keydesign::command(name, caption, at, forms::kWhite, {.x = 3519, .y = 820});
 }
 
-constexpr forms::Design label(const char* name, std::u16string_view caption, int left, int top,
-                              int width, int height, int tabIndex) {
-  return {.name = name,
-          .caption = caption,
-          .left = left,
-          .top = top,
-          .width = width,
-          .height = height,
-          .tabIndex = tabIndex,
-          .transparent = true};
+constexpr forms::Design label(const char* name, std::u16string_view caption,
+                              keydesign::Placement at) {
+  forms::Design design = keydesign::control(name, caption, at);
+  design.transparent = true;
+  return design;
 }
 
-constexpr forms::Design tickBox(const char* name, std::u16string_view caption, int left, int top,
-                                int tabIndex) {
-  return {.name = name,
-          .caption = caption,
-          .left = left,
-          .top = top,
-          .width = 3300,
-          .height = 330,
-          .tabIndex = tabIndex,
-          .toolTip = kAutofillTip,
-          .backColour = forms::kWhite};
+constexpr forms::Design tickBox(const char* name, std::u16string_view caption,
+                                keydesign::Placement at) {
+  at.width = 3300;
+  at.height = 330;
+  forms::Design design = keydesign::control(name, caption, at);
+  design.toolTip = kAutofillTip;
+  design.backColour = forms::kWhite;
+  return design;
 }
 
 inline constexpr KeyEditorDesign kCommon{
@@ -63,38 +60,71 @@ inline constexpr KeyEditorDesign kCommon{
              .maximiseBox = false,
              .startMaximised = true,
              .backColour = forms::kWindowBackground},
-    .Picture1 = keydesign::box("Picture1", 180, 270, 9510, 9825, 0),
+    .Picture1 = keydesign::box(
+        "Picture1", {.left = 180, .top = 270, .width = 9510, .height = 9825, .tabIndex = 0}),
     .keyCount = kKeys,
     .key = key,
-    .Grid1 = keydesign::box("Grid1", 14130, 315, 2715, 7710, 75, false),
-    .List1 = keydesign::box("List1", 9945, 2610, 4080, 4830, 65),
+    .Grid1 = keydesign::box("Grid1", {.left = 14130,
+                                      .top = 315,
+                                      .width = 2715,
+                                      .height = 7710,
+                                      .tabIndex = 75,
+                                      .visible = false}),
+    .List1 = keydesign::box(
+        "List1", {.left = 9945, .top = 2610, .width = 4080, .height = 4830, .tabIndex = 65}),
     .entries = {.name = {.length = 30}, .id = {.offset = 130}},
-    .txtColour = keydesign::box("txtColour", 18090, 8820, 2535, 360, 71, false),
-    .txtFontColour = keydesign::box("txtFontColour", 10305, 10440, 2535, 360, 70, false),
-    .cmdSelCol = command("cmdSelCol", u"Button Colour", 9945, 7965, 67),
-    .cmdFontColour = command("cmdFontColour", u"Font Colour", 9945, 8460, 68),
-    .cmdResetColor = command("cmdResetColor", u"Reset the Button", 9945, 8955, 69),
-    .cmdCopy = command("cmdCopy", u"Copy Button Settings", 12015, 7965, 72),
-    .cmdSave = command("cmdSave", u"Save", 12015, 8460, 73),
-    .cmdClose = command("cmdClose", u"Exit", 12015, 9450, 74),
+    .txtColour = keydesign::box("txtColour", {.left = 18090,
+                                              .top = 8820,
+                                              .width = 2535,
+                                              .height = 360,
+                                              .tabIndex = 71,
+                                              .visible = false}),
+    .txtFontColour = keydesign::box("txtFontColour", {.left = 10305,
+                                                      .top = 10440,
+                                                      .width = 2535,
+                                                      .height = 360,
+                                                      .tabIndex = 70,
+                                                      .visible = false}),
+    .cmdSelCol =
+        command("cmdSelCol", u"Button Colour", {.left = 9945, .top = 7965, .tabIndex = 67}),
+    .cmdFontColour =
+        command("cmdFontColour", u"Font Colour", {.left = 9945, .top = 8460, .tabIndex = 68}),
+    .cmdResetColor =
+        command("cmdResetColor", u"Reset the Button", {.left = 9945, .top = 8955, .tabIndex = 69}),
+    .cmdCopy =
+        command("cmdCopy", u"Copy Button Settings", {.left = 12015, .top = 7965, .tabIndex = 72}),
+    .cmdSave = command("cmdSave", u"Save", {.left = 12015, .top = 8460, .tabIndex = 73}),
+    .cmdClose = command("cmdClose", u"Exit", {.left = 12015, .top = 9450, .tabIndex = 74}),
 };
 
-inline constexpr auto kCmdResetAll = command("cmdResetAll", u"Reset All Buttons", 9945, 9450, 83);
-inline constexpr auto kCmdUpdate = command("cmdUpdate", u"Update POS", 12015, 8955, 84);
+inline constexpr auto kCmdResetAll =
+    command("cmdResetAll", u"Reset All Buttons", {.left = 9945, .top = 9450, .tabIndex = 83});
+inline constexpr auto kCmdUpdate =
+    command("cmdUpdate", u"Update POS", {.left = 12015, .top = 8955, .tabIndex = 84});
 
-inline constexpr auto kCheck1 = tickBox("Check1", u"Autofill the blocks", 9945, 360, 78);
+inline constexpr auto kCheck1 =
+    tickBox("Check1", u"Autofill the blocks", {.left = 9945, .top = 360, .tabIndex = 78});
 // Its tip speaks of the other box's subject.
-inline constexpr auto kChkBarcode =
-    tickBox("chkBarcode", u"Ignore items with barcodes", 9945, 7470, 85);
+inline constexpr auto kChkBarcode = tickBox("chkBarcode", u"Ignore items with barcodes",
+                                            {.left = 9945, .top = 7470, .tabIndex = 85});
 
-inline constexpr auto kLblLevel = label("lblLevel", u"Level", 9990, 810, 825, 285, 80);
-inline constexpr auto kCbLevel = keydesign::box("cbLevel", 9945, 1080, 1050, 360, 79);
-inline constexpr auto kLabel5 = label("Label5", u"Level Name", 11295, 810, 2445, 285, 81);
-inline constexpr auto kTxtName = keydesign::box("txtName", 11250, 1080, 2760, 360, 82);
-inline constexpr auto kLabel2 = label("Label2", u"Select a department", 9990, 1575, 3930, 285, 66);
-inline constexpr auto kCbDept = keydesign::box("cbDept", 9945, 1845, 4110, 360, 76);
+inline constexpr auto kLblLevel = label(
+    "lblLevel", u"Level", {.left = 9990, .top = 810, .width = 825, .height = 285, .tabIndex = 80});
+inline constexpr auto kCbLevel = keydesign::box(
+    "cbLevel", {.left = 9945, .top = 1080, .width = 1050, .height = 360, .tabIndex = 79});
+inline constexpr auto kLabel5 =
+    label("Label5", u"Level Name",
+          {.left = 11295, .top = 810, .width = 2445, .height = 285, .tabIndex = 81});
+inline constexpr auto kTxtName = keydesign::box(
+    "txtName", {.left = 11250, .top = 1080, .width = 2760, .height = 360, .tabIndex = 82});
+inline constexpr auto kLabel2 =
+    label("Label2", u"Select a department",
+          {.left = 9990, .top = 1575, .width = 3930, .height = 285, .tabIndex = 66});
+inline constexpr auto kCbDept = keydesign::box(
+    "cbDept", {.left = 9945, .top = 1845, .width = 4110, .height = 360, .tabIndex = 76});
 inline constexpr auto kLabel1 =
-    label("Label1", u"Drag an item from the list onto a button", 9990, 2340, 4065, 330, 64);
+    label("Label1", u"Drag an item from the list onto a button",
+          {.left = 9990, .top = 2340, .width = 4065, .height = 330, .tabIndex = 64});
 inline constexpr forms::Design kLabel3{.name = "Label3",
                                        .left = 13455,
                                        .top = 765,

@@ -16,14 +16,20 @@ constexpr int keyTabIndex(std::int16_t index) {
 }
 
 constexpr MyCommandButton::ButtonDesign key(std::int16_t index) {
-  return keydesign::key(index, {1125 * (index % kColumns), 1080 * (index / kColumns), 1095, 1050},
-                        keyTabIndex(index), kTransparent, {1931, 1852});
+  return keydesign::key(index,
+                        {.left = 1125 * (index % kColumns),
+                         .top = 1080 * (index / kColumns),
+                         .width = 1095,
+                         .height = 1050,
+                         .tabIndex = keyTabIndex(index)},
+                        kTransparent, {.x = 1931, .y = 1852});
 }
 
 constexpr MyCommandButton::ButtonDesign command(const char* name, std::u16string_view caption,
-                                                int left, int top, int tabIndex) {
-  return keydesign::command(name, caption, {left, top, 2535, 465}, tabIndex, kTransparent,
-                            {4471, 820});
+                                                keydesign::Placement at) {
+  at.width = 2535;
+  at.height = 465;
+  return keydesign::command(name, caption, at, kTransparent, {.x = 4471, .y = 820});
 }
 
 inline constexpr KeyEditorDesign kCommon{
@@ -33,20 +39,41 @@ inline constexpr KeyEditorDesign kCommon{
              .height = 3030,
              .startMaximised = true,
              .restoredAt = forms::Offset{120, 450}},
-    .Picture1 = keydesign::box("Picture1", 90, 90, 13650, 9825, 4, true),
+    .Picture1 = keydesign::box(
+        "Picture1", {.left = 90, .top = 90, .width = 13650, .height = 9825, .tabIndex = 4}),
     .keyCount = kKeys,
     .key = key,
-    .Grid1 = keydesign::box("Grid1", 18135, 225, 2715, 7710, 0, false),
-    .List1 = keydesign::box("List1", 13770, 90, 5460, 7740, 3, true),
+    .Grid1 = keydesign::box("Grid1", {.left = 18135,
+                                      .top = 225,
+                                      .width = 2715,
+                                      .height = 7710,
+                                      .tabIndex = 0,
+                                      .visible = false}),
+    .List1 = keydesign::box(
+        "List1", {.left = 13770, .top = 90, .width = 5460, .height = 7740, .tabIndex = 3}),
     .entries = {.name = {.offset = 10}, .id = {.length = 10}},
-    .txtColour = keydesign::box("txtColour", 13860, 9585, 2535, 360, 1, false),
-    .txtFontColour = keydesign::box("txtFontColour", 9990, 10170, 2535, 360, 2, false),
-    .cmdSelCol = command("cmdSelCol", u"Button Colour", 13815, 7965, 68),
-    .cmdFontColour = command("cmdFontColour", u"Font Colour", 13815, 8505, 69),
-    .cmdResetColor = command("cmdResetColor", u"Reset Button Colour", 13815, 9045, 70),
-    .cmdCopy = command("cmdCopy", u"Copy Button Settings", 16515, 7965, 71),
-    .cmdSave = command("cmdSave", u"Save", 16515, 8505, 72),
-    .cmdClose = command("cmdClose", u"Exit", 16515, 9045, 73),
+    .txtColour = keydesign::box("txtColour", {.left = 13860,
+                                              .top = 9585,
+                                              .width = 2535,
+                                              .height = 360,
+                                              .tabIndex = 1,
+                                              .visible = false}),
+    .txtFontColour = keydesign::box("txtFontColour", {.left = 9990,
+                                                      .top = 10170,
+                                                      .width = 2535,
+                                                      .height = 360,
+                                                      .tabIndex = 2,
+                                                      .visible = false}),
+    .cmdSelCol =
+        command("cmdSelCol", u"Button Colour", {.left = 13815, .top = 7965, .tabIndex = 68}),
+    .cmdFontColour =
+        command("cmdFontColour", u"Font Colour", {.left = 13815, .top = 8505, .tabIndex = 69}),
+    .cmdResetColor = command("cmdResetColor", u"Reset Button Colour",
+                             {.left = 13815, .top = 9045, .tabIndex = 70}),
+    .cmdCopy =
+        command("cmdCopy", u"Copy Button Settings", {.left = 16515, .top = 7965, .tabIndex = 71}),
+    .cmdSave = command("cmdSave", u"Save", {.left = 16515, .top = 8505, .tabIndex = 72}),
+    .cmdClose = command("cmdClose", u"Exit", {.left = 16515, .top = 9045, .tabIndex = 73}),
 };
 
 }  // namespace frmMainBig_design

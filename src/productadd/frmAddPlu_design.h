@@ -29,10 +29,12 @@ inline constexpr forms::Design kPicture1{.name = "Picture1",
                                          .tabIndex = 1,
                                          .backColour = forms::kWindowBackground};
 
-inline constexpr auto kCmdSave =
-    keydesign::command("cmdSave", u"Save", {585, 135, 1410, 510}, 2, kTransparent, {2487, 900});
-inline constexpr auto kCmdClose =
-    keydesign::command("cmdClose", u"Close", {2070, 135, 1410, 510}, 3, kTransparent, {2487, 900});
+inline constexpr auto kCmdSave = keydesign::command(
+    "cmdSave", u"Save", {.left = 585, .top = 135, .width = 1410, .height = 510, .tabIndex = 2},
+    kTransparent, {.x = 2487, .y = 900});
+inline constexpr auto kCmdClose = keydesign::command(
+    "cmdClose", u"Close", {.left = 2070, .top = 135, .width = 1410, .height = 510, .tabIndex = 3},
+    kTransparent, {.x = 2487, .y = 900});
 
 inline constexpr forms::Design kLblDeptId{.name = "lblDeptId",
                                           .caption = u"0",

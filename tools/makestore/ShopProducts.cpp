@@ -27,8 +27,7 @@ ShopProduct shopProduct(std::size_t number, std::size_t longestName) {
   ShopProduct product{.name = std::u16string(base.name),
                       .department = department,
                       .cents = base.cents,
-                      .packaged = base.packaged,
-                      .instruction = base.instruction};
+                      .kind = base.kind};
   if (const std::size_t variety = number / kCatalogueProducts; variety > 0) {
     const std::size_t kind = (variety - 1) / kSizes.size();
     std::u16string tail = u" " + std::u16string(kSizes[(variety - 1) % kSizes.size()]);

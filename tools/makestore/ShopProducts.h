@@ -10,10 +10,15 @@ namespace makestore {
 
 /// A product of the demo shop.
 struct CatalogueProduct {
+  enum class Kind : std::uint8_t {
+    Loose,
+    Packaged,     ///< carries a barcode
+    Instruction,  ///< no product, but a word to the kitchen
+  };
+
   std::u16string_view name;
   std::int32_t cents = 0;
-  bool packaged = false;     ///< carries a barcode
-  bool instruction = false;  ///< no product, but a word to the kitchen
+  Kind kind = Kind::Loose;
 };
 
 inline constexpr std::size_t kCatalogueDepartments = 10;
@@ -32,8 +37,7 @@ struct ShopProduct {
   std::u16string name;
   std::size_t department = 0;
   std::int32_t cents = 0;
-  bool packaged = false;
-  bool instruction = false;
+  CatalogueProduct::Kind kind = CatalogueProduct::Kind::Loose;
 };
 ShopProduct shopProduct(std::size_t number, std::size_t longestName);
 

@@ -48,7 +48,8 @@ std::set<int> freeSlots(const ShopOrder& order) {
 
 std::optional<std::u16string> barcodeOf(Barcodes kind, const ShopProduct& product, int number,
                                         std::uint32_t random) {
-  const bool packaged = kind == Barcodes::All || (kind == Barcodes::Some && product.packaged);
+  const bool packaged = kind == Barcodes::All || (kind == Barcodes::Some &&
+                                                  product.kind == CatalogueProduct::Kind::Packaged);
   if (packaged || (kind == Barcodes::Mixed && number % 4 == 0)) return articleNumber(random);
   if (kind == Barcodes::Mixed && number % 4 == 2) return u"";
   if (kind == Barcodes::Mixed && number % 4 == 3) return u"   ";
@@ -67,7 +68,7 @@ void nameSlot(SlotRow& slot, const ShopOrder& order, const std::vector<ShopDepar
   if (!departments.empty()) slot.department = departments[department % departments.size()].id;
   slot.price = product.cents * kPerCent;
   slot.barcode = barcodeOf(order.barcodes, product, number, random());
-  slot.instruction = product.instruction;
+  slot.instruction = product.kind == CatalogueProduct::Kind::Instruction;
   slot.taxable = number % 3 != 0;
   slot.onHand = static_cast<std::int16_t>(random() % 200);
   slot.lastSold = runtime::Date{kFirstSale + random() % 300 + kOpening + random() % 48 / 96.0};

@@ -13,7 +13,8 @@ std::u16string make(std::u16string_view description, std::u16string_view id);
 
 /// The description, trimmed.
 std::u16string descriptionOf(std::u16string_view entry);
-/// Raises 5 for an entry shorter than 130 characters, 13 or 6 for an id that is no 16-bit number.
+/// Raises InvalidProcedureCall for an entry shorter than 130 characters, TypeMismatch or Overflow
+/// for an id that is no 16-bit number.
 std::int16_t idOf(std::u16string_view entry);
 
 }  // namespace listentry

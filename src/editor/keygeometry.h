@@ -18,8 +18,9 @@ struct Settings {
   runtime::Integer16 ButtonWidth;   ///< column pitch without the gap; a key's width stays as it is
 };
 
-/// Reads the six settings in their order, each with its default where it is absent. Raises 13 for a
-/// text that is no number (the empty text too) and 6 for a number beyond the setting's range.
+/// Reads the six settings in their order, each with its default where it is absent. Raises
+/// TypeMismatch for a text that is no number (the empty text too) and Overflow for a number beyond
+/// the setting's range.
 Settings ReadSettings();
 
 /// Where a key goes.
@@ -29,8 +30,8 @@ struct Place {
   std::int16_t Height = 0;
 };
 
-/// Walks `keys` keys in their order and hands each its place. Raises 6 at the very step at which a
-/// 16-bit value overflows: the keys before it have been placed by then.
+/// Walks `keys` keys in their order and hands each its place. Raises Overflow at the very step at
+/// which a 16-bit value overflows: the keys before it have been placed by then.
 void Arrange(const Settings& settings, std::int16_t keys,
              const std::function<void(std::int16_t key, const Place& place)>& place);
 

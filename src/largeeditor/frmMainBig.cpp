@@ -19,7 +19,8 @@ namespace {
 // A list row: the id in decimal, cut or filled to 10 characters, then the whole description.
 constexpr std::ptrdiff_t kIdLength = 10;
 
-// All that follows the id; a row shorter than the id makes the length negative, which is error 5.
+// All that follows the id; a row shorter than the id makes the length negative, which raises
+// InvalidProcedureCall.
 std::u16string BehindId(std::u16string_view row) {
   return runtime::right(row, static_cast<std::ptrdiff_t>(row.size()) - kIdLength);
 }

@@ -28,10 +28,10 @@ class KeyLine {
   /// An empty line has no field at all.
   explicit KeyLine(std::u16string line);
 
-  /// Each of these raises error 9 when the line has no such field.
+  /// Each of these raises SubscriptOutOfRange when the line has no such field.
   std::u16string_view ProductId() const { return field(1); }
   std::u16string_view Caption() const { return field(2); }
-  /// Raises 13 when the field is no number, 6 when it is beyond 32 bits.
+  /// Raises TypeMismatch when the field is no number, Overflow when it is beyond 32 bits.
   std::int32_t BackColour() const;
   /// The text of the field that is written from the font colour; the readers take it for a face
   /// name.

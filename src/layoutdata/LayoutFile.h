@@ -36,7 +36,7 @@ class LayoutReader {
   /// Raises what `files::InputFile` raises.
   explicit LayoutReader(std::u16string_view path) : file_(path) {}
 
-  /// The line of the next key. Raises 62 past the end of the file, and what
+  /// The line of the next key. Raises InputPastEnd past the end of the file, and what
   /// `files::InputFile::lineInput` raises.
   KeyLine next() { return KeyLine(file_.lineInput()); }
 
@@ -52,9 +52,9 @@ class LayoutWriter {
   explicit LayoutWriter(std::u16string_view path) : file_(path) {}
 
   /// Nothing is checked or escaped: a caption with a comma makes a line that the reader takes
-  /// otherwise. Raises 61 (disk full) and 57.
+  /// otherwise. Raises DiskFull and DeviceIoError.
   void write(const KeyRecord& record) { file_.print(toLine(record)); }
-  /// Raises 57 or 61 where the system kept a failure back until now.
+  /// Raises DeviceIoError or DiskFull where the system kept a failure back until now.
   void close() { file_.close(); }
 
  private:

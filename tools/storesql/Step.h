@@ -24,7 +24,8 @@ struct Step {
 
 /// A step of a script: its statement and its COLUMN=TEXT fields, with tabs between.
 Step stepOfLine(const std::string& line);
-/// "COLUMN=TEXT", as a column and its value. Raises error 5 when there is no equals sign.
+/// "COLUMN=TEXT", as a column and its value. Raises InvalidProcedureCall when there is no equals
+/// sign.
 std::pair<std::u16string, runtime::Variant> assignment(const std::string& text);
 
 /// Runs one step in a session of its own. Prints the column names and the rows; where values are

@@ -1,5 +1,7 @@
 #include "platform/adodb/ObjectError.h"
 
+#include "platform/runtime/ProviderError.h"
+
 namespace ADODB::error {
 
 runtime::RunTimeError noCurrentRecord() {
@@ -30,9 +32,10 @@ runtime::RunTimeError connectionClosed() {
 }
 
 runtime::RunTimeError notUpdatable() {
-  return {3251,
-          u"Current Recordset does not support updating. This may be a limitation of the provider, "
-          u"or of the selected locktype."};
+  return runtime::providerError(
+      runtime::ProviderNumber::NotCapable,
+      {u"Current Recordset does not support updating. This may be a limitation of the provider, or "
+       u"of the selected locktype."});
 }
 
 runtime::RunTimeError valueStaged() {

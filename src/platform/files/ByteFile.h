@@ -26,8 +26,8 @@ class ByteFile {
   };
 
   /// Opens the file at a path of the host (see `resolve`).
-  /// Raises a FileError: 53 Missing, 76 FolderMissing, 70 NoPermission to read, 75 NoPermission to
-  /// write, 75 NotAFile. A file that is marked read-only for everybody is written by nobody.
+  /// Raises a FileError: Missing, FolderMissing, NoPermission, NotAFile. A file that is marked
+  /// read-only for everybody is written by nobody.
   ByteFile(const std::filesystem::path& path, Access access);
   ~ByteFile();
   ByteFile(const ByteFile&) = delete;
@@ -37,22 +37,22 @@ class ByteFile {
   /// The open file's number with the system.
   int descriptor() const { return descriptor_; }
 
-  /// Bytes in the file now. Raises 57.
+  /// Bytes in the file now. Raises DeviceIoError.
   std::uint64_t size() const;
   /// Reads from `offset` until `bytes` is full or the file ends; gives the number of bytes read.
-  /// Raises 57.
+  /// Raises DeviceIoError.
   std::size_t readAt(std::uint64_t offset, std::span<std::uint8_t> bytes) const;
   /// Writes all of `bytes` at `offset`, making the file longer where needed.
-  /// Raises 61 (disk full), 57, or 70 on a file opened read-only.
+  /// Raises DiskFull, DeviceIoError, or PermissionDenied on a file opened read-only.
   void writeAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
-  /// Makes the file shorter. Raises 57, or 70 on a file opened read-only.
+  /// Makes the file shorter. Raises DeviceIoError, or PermissionDenied on a file opened read-only.
   void cutTo(std::uint64_t size);
-  /// Closes the file; a failure that the system kept back until now is raised here. Raises 57
-  /// or 61.
+  /// Closes the file; a failure that the system kept back until now is raised here. Raises
+  /// DeviceIoError or DiskFull.
   void close();
   /// True when the path no longer names this file: it was deleted, or another was renamed over it.
   bool isReplaced() const;
-  /// Returns when all that was written has reached the disk. Raises 57 or 61.
+  /// Returns when all that was written has reached the disk. Raises DeviceIoError or DiskFull.
   void sync();
 
   /// How long a lock is waited for where nothing else is said.
@@ -60,7 +60,7 @@ class ByteFile {
 
   /// Takes the lock that others may share, or turns an exclusive one into it. Where another opening
   /// holds the exclusive lock, or another program has locked some of the file's own bytes
-  /// exclusively, it waits up to `wait`, then raises a FileError 70 Held; this opening then has the
+  /// exclusively, it waits up to `wait`, then raises a FileError, Held; this opening then has the
   /// lock that it had before.
   void lockShared(std::chrono::milliseconds wait = kLockWait);
   /// Takes the lock that excludes all others, with the same rules. Needs ReadWrite access. A shared

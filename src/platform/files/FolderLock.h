@@ -13,7 +13,7 @@ class FolderLock {
   /// How long the lock is waited for where nothing else is said.
   static constexpr std::chrono::milliseconds kWait{5000};
 
-  /// Waits for the lock up to `wait`, then raises a FileError 70 Held. A folder that is missing, or
+  /// Waits for the lock up to `wait`, then raises a FileError, Held. A folder that is missing, or
   /// that can't be locked, is not locked: what is done to its files next tells what is wrong.
   explicit FolderLock(const std::filesystem::path& folder, std::chrono::milliseconds wait = kWait);
   ~FolderLock();

@@ -13,7 +13,7 @@ class InputFile {
   /// Longest line that is read, in characters.
   static constexpr std::size_t kLineLimit = 4U << 20U;
 
-  /// Raises 53 (not found), 76 (folder not found), 70 (permission denied), 75 (not a file).
+  /// Raises FileNotFound, PathNotFound, PermissionDenied, PathFileAccess (not a file).
   explicit InputFile(std::u16string_view path);
   ~InputFile();
   InputFile(const InputFile&) = delete;
@@ -33,17 +33,18 @@ class InputFile {
 /// is written.
 class OutputFile {
  public:
-  /// Raises 76 (folder not found), 75 (not writable, not a file).
+  /// Raises PathNotFound, PathFileAccess (not writable, not a file).
   explicit OutputFile(std::u16string_view path);
   /// Closes what is still open and lets a failure pass silently; `close` is the way to learn of it.
   ~OutputFile();
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
 
-  /// Writes one line in the machine's code page, ended by CR LF. Raises 61 (disk full), 57, and 54
-  /// once the file is closed.
+  /// Writes one line in the machine's code page, ended by CR LF. Raises DiskFull, DeviceIoError,
+  /// and BadFileMode once the file is closed.
   void print(std::u16string_view line);
-  /// Closes the file. Raises 57 or 61 where the system kept a failure back until now.
+  /// Closes the file. Raises DeviceIoError or DiskFull where the system kept a failure back until
+  /// now.
   void close();
 
  private:
@@ -51,8 +52,9 @@ class OutputFile {
   std::unique_ptr<Bytes> bytes_;
 };
 
-/// Deletes a file. Raises 53 or 76 when it is missing, 75 when it can't be deleted: a folder, a
-/// file that is read-only for this user, a folder that may not be changed.
+/// Deletes a file. Raises FileNotFound or PathNotFound when it is missing, PathFileAccess when it
+/// can't be deleted: a folder, a file that is read-only for this user, a folder that may not be
+/// changed.
 void kill(std::u16string_view path);
 
 }  // namespace files

@@ -16,8 +16,8 @@ class ComboBox : public Control {
   int ListCount() const;
   /// -1: nothing chosen.
   int ListIndex() const;
-  /// Chooses an entry (-1: none; one that isn't there is error 380) and always raises `Click`,
-  /// nested in this call, also when it is chosen already.
+  /// Chooses an entry (-1: none; one that isn't there raises InvalidPropertyValue) and always
+  /// raises `Click`, nested in this call, also when it is chosen already.
   void ListIndex(int index);
   /// The chosen entry, empty before any choice.
   std::u16string Text() const;

@@ -18,7 +18,7 @@ struct ActiveCell {
 
 /// A sheet of cells that the user fills in. The first row and the first column are its fixed frame.
 /// One cell is active: what is typed goes into it at once, and its text can be read while it is
-/// typed. Rows, columns and cells outside the sheet raise error 9.
+/// typed. Rows, columns and cells outside the sheet raise SubscriptOutOfRange.
 class Grid : public forms::Control {
  public:
   Grid(forms::Container& container, const GridDesign& design);

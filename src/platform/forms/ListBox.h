@@ -20,7 +20,7 @@ class ListBox : public Control {
   int ListCount() const;
   /// -1: nothing selected.
   int ListIndex() const;
-  /// Selects an entry (-1: none; one that isn't there is error 380).
+  /// Selects an entry (-1: none; one that isn't there raises InvalidPropertyValue).
   void ListIndex(int index);
   /// The selected entry, empty when none is.
   std::u16string Text() const;

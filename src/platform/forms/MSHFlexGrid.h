@@ -14,7 +14,7 @@ class MSHFlexGrid : public forms::Control {
  public:
   MSHFlexGrid(forms::Container& container, const forms::Design& design, int rows, int columns);
 
-  /// The text of a cell. A cell outside the table raises error 9.
+  /// The text of a cell. A cell outside the table raises SubscriptOutOfRange.
   const std::u16string& TextMatrix(int row, int column) const;
   void TextMatrix(int row, int column, std::u16string_view text);
   int Rows() const { return rows_; }

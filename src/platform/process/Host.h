@@ -42,8 +42,8 @@ class Host {
   /// Shows the modal failure report ("Run-time error '13':" and the text) and writes the same line
   /// to standard error.
   virtual void reportFailure(const runtime::RunTimeError& failure) = 0;
-  /// Starts a program without waiting and without arguments. Raises error 53 when it is missing, 5
-  /// or 70 when it can't be started.
+  /// Starts a program without waiting and without arguments. Raises FileNotFound when it is
+  /// missing, InvalidProcedureCall or PermissionDenied when it can't be started.
   virtual void startProgram(const std::filesystem::path& program, WindowStyle style) = 0;
   /// Ends the process at once. The product's host doesn't return.
   virtual void endProcess(int status) = 0;
@@ -51,7 +51,7 @@ class Host {
 
 /// Makes `host` the one that is asked from now on; it must outlive its use.
 void setHost(Host& host);
-/// The one that was set. Raises 51 before any was.
+/// The one that was set. Raises InternalError before any was.
 Host& host();
 
 /// The program's title, for message boxes that have no title of their own.

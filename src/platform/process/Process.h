@@ -9,8 +9,8 @@
 namespace process {
 
 /// Runs one control event, timer or the start-up. A run-time error that comes out of it is reported
-/// and ends the process with status 1; any other exception is turned into one first (7 where memory
-/// ran out, else 51). Nothing is dispatched from the moment on when the end begins: not behind the
+/// and ends the process with status 1; any other exception is turned into one first (OutOfMemory
+/// or InternalError). Nothing is dispatched from the moment on when the end begins: not behind the
 /// failure report either, and not after an end that a test's host outlives.
 void dispatch(const std::function<void()>& handler);
 

@@ -8,7 +8,7 @@ namespace runtime {
 
 /// Text to a signed 16-bit integer by the platform's numeric text rules: blanks around, a sign,
 /// decimals and exponents are taken, a fraction is rounded half to even.
-/// Raises error 13 for what is no number (the empty text too), error 6 beyond the range.
+/// Raises TypeMismatch for what is no number (the empty text too), Overflow beyond the range.
 std::int16_t toInteger(std::u16string_view text);
 
 /// The same to a signed 32-bit integer.
@@ -17,16 +17,16 @@ std::int32_t toLong(std::u16string_view text);
 /// The same to a 64-bit floating point number, without rounding.
 double toDouble(std::u16string_view text);
 
-/// A number to a signed 16-bit integer, rounded half to even; error 6 beyond the range.
+/// A number to a signed 16-bit integer, rounded half to even; Overflow beyond the range.
 std::int16_t toInteger(double number);
 std::int16_t toInteger(std::int32_t number);
 
-/// A number to a signed 32-bit integer, rounded half to even; error 6 beyond the range.
+/// A number to a signed 32-bit integer, rounded half to even; Overflow beyond the range.
 std::int32_t toLong(double number);
 
 /// The leading-number conversion: the number at the front of the text, 0 where there is none.
 /// Blanks, tabs and line feeds are skipped wherever they stand; "&H" and "&O" are taken.
-/// It fails on no text (a number beyond the range of a double raises error 6).
+/// It fails on no text (a number beyond the range of a double raises Overflow).
 double leadingNumber(std::u16string_view text);
 
 /// A whole number as decimal text, without padding.

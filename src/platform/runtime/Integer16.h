@@ -7,7 +7,7 @@
 namespace runtime {
 
 /// A signed 16-bit integer whose arithmetic is checked: a result beyond -32768..32767 raises
-/// error 6 and leaves the operands as they were.
+/// Overflow and leaves the operands as they were.
 class Integer16 {
  public:
   constexpr Integer16(std::int16_t value = 0) : value_(value) {}
@@ -15,7 +15,7 @@ class Integer16 {
 
   friend Integer16 operator+(Integer16 a, Integer16 b) { return toInteger(a.wide() + b.wide()); }
   friend Integer16 operator-(Integer16 a, Integer16 b) { return toInteger(a.wide() - b.wide()); }
-  /// With a literal, which is a 16-bit integer as well; error 6 for one that isn't.
+  /// With a literal, which is a 16-bit integer as well; Overflow for one that isn't.
   friend Integer16 operator+(Integer16 a, std::int32_t b) { return a + Integer16(toInteger(b)); }
   friend Integer16 operator-(Integer16 a, std::int32_t b) { return a - Integer16(toInteger(b)); }
 

@@ -31,7 +31,8 @@ enum class ErrorNumber : std::int32_t {
 std::u16string_view errorText(ErrorNumber number);
 
 /// The one failure type of the program: a number and the words that the report shows.
-/// Numbers of the platform are positive; the database provider's are negative or above 3000.
+/// Numbers of the platform are positive; the database provider's are those of `ProviderError.h`
+/// and of the session objects.
 class RunTimeError : public std::exception {
  public:
   /// A platform error with the platform's own words.

@@ -7,7 +7,7 @@
 namespace runtime {
 
 /// Text is counted in 16-bit units. Lengths are signed, as on the platform: a negative one raises
-/// error 5, one beyond the text's end takes what there is.
+/// InvalidProcedureCall, one beyond the text's end takes what there is.
 
 /// The leftmost `length` units.
 std::u16string left(std::u16string_view text, std::ptrdiff_t length);

@@ -62,10 +62,12 @@ class Variant {
 
   /// The value as text: whole numbers in plain decimal, a double with up to 15 significant digits
   /// (a single with 7), Currency with up to 4 decimals, "True" and "False", a date as "YYYY-MM-DD
-  /// hh:mm:ss", a GUID in braces and capitals. A null raises error 94, bytes raise 13.
+  /// hh:mm:ss", a GUID in braces and capitals. A null raises InvalidUseOfNull, bytes raise
+  /// TypeMismatch.
   std::u16string toText() const;
-  /// The value as a 32-bit integer, a fraction rounded half to even, True as -1; null raises 94, a
-  /// text that is no number 13 (as do bytes and a GUID), a value beyond the range 6.
+  /// The value as a 32-bit integer, a fraction rounded half to even, True as -1; null raises
+  /// InvalidUseOfNull, a text that is no number TypeMismatch (as do bytes and a GUID), a value
+  /// beyond the range Overflow.
   std::int32_t toLong() const;
   /// The value as a number where it is of a kind that calculates: True as -1, an amount, a date as
   /// its days. Nothing for null, texts, bytes, GUIDs and scaled decimals.

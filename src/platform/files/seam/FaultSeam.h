@@ -23,7 +23,7 @@ struct FileStep {
 };
 
 /// Asked before each step. Gives how many bytes of it take place: fewer than `size` make a write
-/// stop there with error 61 and let a read come to the end of the file there. What it throws comes
+/// stop there with DiskFull and let a read come to the end of the file there. What it throws comes
 /// out of the step, of which nothing has taken place then.
 using FaultSeam = std::function<std::size_t(const FileStep&)>;
 

@@ -4,7 +4,7 @@
 
 namespace forms::qt {
 
-/// The house's look: the toolkit's own neutral style, the same on every desktop.
+/// The program's look: the toolkit's own neutral style, the same on every desktop.
 class Look : public QProxyStyle {
  public:
   Look();

@@ -20,7 +20,7 @@ bool applies(const PropertyBlock& block, const TableSource& source,
 }
 
 [[noreturn]] void raiseBroken(const ValidationRule& rule) {
-  if (!rule.text.empty()) throw error::general(rule.text);
+  if (!rule.text.empty()) throw runtime::generalError(rule.text);
   throw error::ruleBroken(rule.expression, rule.subject());
 }
 

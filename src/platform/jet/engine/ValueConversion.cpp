@@ -39,7 +39,7 @@ double textNumber(std::u16string_view text) {
     if (error.number() == static_cast<std::int32_t>(runtime::ErrorNumber::Overflow))
       throw error::tooLarge();
   }
-  throw error::mismatch();
+  throw runtime::typeMismatch();
 }
 
 double numberOf(const Variant& value) {
@@ -47,7 +47,7 @@ double numberOf(const Variant& value) {
   if (const auto* text = std::get_if<std::u16string>(&value.get())) return textNumber(*text);
   if (const auto* decimal = std::get_if<runtime::Decimal>(&value.get()))
     return textNumber(decimal->digits);
-  throw error::mismatch();
+  throw runtime::typeMismatch();
 }
 
 template <class T>
@@ -170,7 +170,7 @@ runtime::Date dateOf(const Variant& value) {
   constexpr int kFirstYear = 100;
   if (!date.ok() || year < kFirstYear || hour > 23 || minute > 59 || second > 59 ||
       static_cast<std::size_t>(read) != plain.size())
-    throw error::mismatch();
+    throw runtime::typeMismatch();
   constexpr int kDaysTo1970 = 25569;
   constexpr double kSecondsADay = 86400;
   const double days = std::chrono::sys_days(date).time_since_epoch().count() + kDaysTo1970;
@@ -179,37 +179,37 @@ runtime::Date dateOf(const Variant& value) {
 }
 
 std::u16string textOf(Version version, const ColumnDefinition& column, const Variant& value) {
-  if (std::holds_alternative<runtime::Binary>(value.get())) throw error::mismatch();
+  if (std::holds_alternative<runtime::Binary>(value.get())) throw runtime::typeMismatch();
   std::u16string text = value.toText();
   const std::size_t unit = version == Version::Jet3 ? 1 : 2;
   if (column.type == ColumnType::Text && unit * text.size() > column.length)
     throw error::tooLarge();
   if (version == Version::Jet3 && runtime::fromCodePage(runtime::toCodePage(text)) != text)
-    throw error::mismatch();
+    throw runtime::typeMismatch();
   return text;
 }
 
 runtime::Guid guidOf(const Variant& value) {
   if (const auto* guid = std::get_if<runtime::Guid>(&value.get())) return *guid;
   const auto* text = std::get_if<std::u16string>(&value.get());
-  if (text == nullptr) throw error::mismatch();
+  if (text == nullptr) throw runtime::typeMismatch();
   runtime::Guid guid;
   std::u16string digits = *text;
   if (digits.starts_with(u'{') && digits.ends_with(u'}'))
     digits = digits.substr(1, digits.size() - 2);
   std::erase(digits, u'-');
-  if (digits.size() != 2 * guid.bytes.size()) throw error::mismatch();
+  if (digits.size() != 2 * guid.bytes.size()) throw runtime::typeMismatch();
   const std::string plain = runtime::toUtf8(digits);
   for (std::size_t i = 0; i < guid.bytes.size() && plain.size() == digits.size(); ++i) {
     const char* at = plain.data() + 2 * i;
-    if (std::from_chars(at, at + 2, guid.bytes[i], 16).ptr != at + 2) throw error::mismatch();
+    if (std::from_chars(at, at + 2, guid.bytes[i], 16).ptr != at + 2) throw runtime::typeMismatch();
   }
   return guid;
 }
 
 runtime::Binary bytesOf(const ColumnDefinition& column, const Variant& value) {
   const auto* bytes = std::get_if<runtime::Binary>(&value.get());
-  if (bytes == nullptr) throw error::mismatch();
+  if (bytes == nullptr) throw runtime::typeMismatch();
   if (column.type != ColumnType::Ole && bytes->size() > column.length) throw error::tooLarge();
   return *bytes;
 }

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/jet/format/EngineError.h"
+#include "platform/runtime/ProviderError.h"
 
 namespace jet {
 namespace {
@@ -23,7 +23,7 @@ std::u16string whereabouts(const Place& place) {
 void raiseDamaged(const Place& place, std::u16string_view how) {
   std::u16string text = u"The database '";
   text.append(place.file).append(u"' is damaged (").append(whereabouts(place)).append(u"): ");
-  throw error::general(text.append(how).append(u"."));
+  throw runtime::generalError(text.append(how).append(u"."));
 }
 
 void raiseDamaged(const Place& place, std::u16string_view how, const Misfit& misfit) {
@@ -36,7 +36,7 @@ void raiseDamaged(const Place& place, std::u16string_view how, const Misfit& mis
 void raiseUnsupported(const Place& place, std::u16string_view why) {
   std::u16string text = u"Cannot update '";
   text.append(place.file).append(u"' (").append(whereabouts(place)).append(u"): ");
-  throw error::general(text.append(why).append(u"."));
+  throw runtime::generalError(text.append(why).append(u"."));
 }
 
 }  // namespace jet

@@ -1,23 +1,12 @@
 #pragma once
 
-#include <cstdint>
 #include <string_view>
 
-#include "platform/runtime/RunTimeError.h"
+#include "platform/runtime/ProviderError.h"
 
 /// The engine's errors, each with its number and text, to be thrown. `Damage.h` adds those about a
-/// damaged file.
+/// damaged file, `runtime/ProviderError.h` those that the dialect raises too.
 namespace jet::error {
-
-inline constexpr std::int32_t kRowChanged = -2147217864;
-inline constexpr std::int32_t kMismatch = -2147217913;  ///< incompatible types
-inline constexpr std::int32_t kTooLarge = -2147217833;
-inline constexpr std::int32_t kWrongPassword = -2147217843;
-/// The general error: a failure without a number of its own.
-inline constexpr std::int32_t kGeneral = -2147467259;
-
-/// The general error with that text.
-runtime::RunTimeError general(std::u16string_view words);
 
 // Opening a file. `path` is the path as the user knows it.
 runtime::RunTimeError fileMissing(std::u16string_view path);
@@ -37,7 +26,6 @@ runtime::RunTimeError diskFailed(std::u16string_view path, std::u16string_view r
 
 // Refused changes of a row. `field` is the name of a column.
 runtime::RunTimeError rowChanged();
-runtime::RunTimeError mismatch();
 runtime::RunTimeError tooLarge();
 runtime::RunTimeError rowTooLarge();
 runtime::RunTimeError notUpdateable(std::u16string_view field);

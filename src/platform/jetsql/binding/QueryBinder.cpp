@@ -195,7 +195,7 @@ void QueryBinder::bindNamed(const ParsedFrom& item, Source& source, const OpenQu
   const auto& saved = std::get<StoredQuery>(entry);
   for (const OpenQuery* each = open; each != nullptr; each = each->outer) {
     if (each->id == saved.id) {
-      throw error::engine(u"Circular reference caused by '" + item.name + u"'.");
+      throw runtime::generalError(u"Circular reference caused by '" + item.name + u"'.");
     }
   }
   const OpenQuery inner{saved.id, open == nullptr ? 1 : open->depth + 1, open};

@@ -164,7 +164,7 @@ struct Literal {
 /// The expression with the row's values in place of its columns.
 ParsedExpression filledIn(ParsedExpression expression, const jet::ValidationRule& rule,
                           const jet::NewRow& row) {
-  if (expression.query) throw error::engine(u"A rule can't contain a query.");
+  if (expression.query) throw runtime::generalError(u"A rule can't contain a query.");
   for (ParsedExpression& argument : expression.arguments) {
     argument = filledIn(std::move(argument), rule, row);
   }
@@ -172,14 +172,14 @@ ParsedExpression filledIn(ParsedExpression expression, const jet::ValidationRule
   const std::vector<std::u16string>& path = expression.path;
   const bool isOwn = path.size() == 1 || (path.size() == 2 && jet::sameName(path[0], rule.table));
   const auto value = isOwn ? row.value(path.back()) : std::nullopt;
-  if (!value) throw error::engine(u"The table has no column '" + pathText(path) + u"'.");
+  if (!value) throw runtime::generalError(u"The table has no column '" + pathText(path) + u"'.");
   return std::visit(Literal(), value->get());
 }
 
 }  // namespace
 
 ParsedQuery brokenBy(const jet::ValidationRule& rule, const jet::NewRow& row) {
-  if (rule.expression.size() > kLongestRule) throw error::engine(u"It is too long.");
+  if (rule.expression.size() > kLongestRule) throw runtime::generalError(u"It is too long.");
   const std::u16string full =
       rule.column.empty() ? rule.expression : Criterion(rule.expression, rule.column).completed();
   ParsedItem one;

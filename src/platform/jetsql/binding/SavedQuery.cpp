@@ -82,7 +82,7 @@ class Builder {
   }
 
   [[noreturn]] void fail(std::u16string_view why) const {
-    throw error::engine(u"The query '" + std::u16string(name_) + u"'" + std::u16string(why));
+    throw runtime::generalError(u"The query '" + std::u16string(name_) + u"'" + std::u16string(why));
   }
   [[noreturn]] void failInconsistent() const { fail(u" is damaged."); }
 

@@ -35,7 +35,8 @@ class Kept : public Aggregate {
 class Single final : public Kept {
  public:
   void step(const FunctionCall& call) override {
-    if (isSet()) throw error::engine(u"At most one record can be returned by this subquery.");
+    if (isSet())
+      throw runtime::generalError(u"At most one record can be returned by this subquery.");
     keep(call.raw(0));
   }
 };

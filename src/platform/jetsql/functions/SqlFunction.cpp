@@ -71,7 +71,7 @@ void release(void* registered) {
 
 void registerFunction(sqlite3* connection, std::string_view name, FunctionContext& session) {
   const Function* function = functionWithTarget(name);
-  if (function == nullptr) throw error::engine(u"A function of the dialect is missing.");
+  if (function == nullptr) throw runtime::generalError(u"A function of the dialect is missing.");
   const bool isAggregate = function->aggregate != nullptr;
   // SQLite releases the registration also when it refuses it.
   const int status = sqlite3_create_function_v2(

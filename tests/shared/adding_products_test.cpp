@@ -72,7 +72,7 @@ class AddingProducts : public testing::Test {
 
   /// The file as it now is: sound, the same for every reader, with the new rows in it.
   void judge(const fs::path& file) const {
-    jet::Database database(file, u"the store", jettest::kStorePassword);
+    jet::Database database(file, u"the store", jet::Password{jettest::kStorePassword});
     for (const char16_t* name : {u"tblStock", u"tblPlu"}) {
       const jet::Table& table = jettest::tableNamed(database, name);
       EXPECT_EQ(jettest::indexProblems(table), std::vector<std::string>());

@@ -103,7 +103,7 @@ TEST(TwoPrograms, ThatAddProductsAtOnceNeverFillOneSlotTwice) {
   }
   EXPECT_GE(filled.size(), static_cast<std::size_t>(kAdds));
 
-  jet::Database database(file, u"the store", jettest::kStorePassword);
+  jet::Database database(file, u"the store", jet::Password{jettest::kStorePassword});
   const auto stock = rowsById(database, u"tblStock", {u"description", u"price", u"deptid"});
   const auto flags = rowsById(database, u"tblPlu",
                               {u"PRINTER1", u"PRINTER2", u"OPEN_PLU", u"ITEM_TYPE", u"NEG_PRICE"});

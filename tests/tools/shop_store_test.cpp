@@ -149,7 +149,7 @@ TEST_F(ShopStoreTest, GivenNamesAndDepartmentsStandInTheirRows) {
   EXPECT_EQ(rows("tblPlu").at(3).at("barcode"), "5012345678900");
   EXPECT_EQ(stock.at(4).at("description"), "Row Four");
   // The independent exporter shows an empty text as null; our own reader tells them apart.
-  jet::Database database(file_, u"shop.mdb", jettest::kStorePassword);
+  jet::Database database(file_, u"shop.mdb", jet::Password{jettest::kStorePassword});
   EXPECT_THAT(jettest::linesOf(jettest::tableNamed(database, u"tblDepartment")),
               testing::ElementsAre("1\tO'Brien's", "2\t", "3\t\\N"));
 }

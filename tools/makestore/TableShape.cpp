@@ -105,7 +105,7 @@ void addIndexes(PageSpace& space, const Table& table, TableKind kind,
     jet::LogicalIndex logical;
     logical.name = index.name;
     logical.number = static_cast<std::uint32_t>(definition.indexes.size());
-    logical.index = logical.number;
+    logical.index = jet::IndexNumber(logical.number);
     if (index.primary) logical.kind = jet::LogicalIndex::Kind::PrimaryKey;
     if (kind == TableKind::User) logical.cascadeUpdates = logical.cascadeDeletes = 0;
     definition.indexes.push_back(std::move(kept));

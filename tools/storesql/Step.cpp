@@ -93,7 +93,8 @@ void run(const Store& store, const Step& step, std::ostream& out) {
 
 void explain(const Store& store, std::u16string_view statement, std::ostream& out) {
   const std::string path = absolutePath(store);
-  jet::Database database(path, runtime::fromUtf8(path), runtime::fromUtf8(store.password));
+  const std::u16string password = runtime::fromUtf8(store.password);
+  jet::Database database(path, runtime::fromUtf8(path), jet::Password{password});
   const StatementPlan plan = planOf(database, statement);
   out << plan.sql << '\n';
   for (std::size_t i = 0; i < plan.parameters.size(); ++i) {

@@ -21,7 +21,7 @@ using Lines = std::multiset<std::string>;
 
 std::map<jet::RowId, std::string> rowsOf(const fs::path& file, std::u16string_view password,
                                          std::u16string_view name) {
-  jet::Database database(file, u"the file", password);
+  jet::Database database(file, u"the file", jet::Password{password});
   const jet::Table& table = tableNamed(database, name);
   std::map<jet::RowId, std::string> rows;
   const auto scan = table.scan();
@@ -65,7 +65,7 @@ bool isLeftover(const std::string& complaint, const Change& change) {
 
 /// The change with the values that the row has before it.
 Change undoing(const fs::path& file, std::u16string_view password, Change change) {
-  jet::Database database(file, u"the file", password);
+  jet::Database database(file, u"the file", jet::Password{password});
   jet::RowReader reader = tableNamed(database, change.table).reader();
   EXPECT_TRUE(reader.find(change.row));
   for (jet::ColumnValue& each : change.values) each.value = reader.row().value(each.column);
@@ -161,7 +161,7 @@ class Cutting {
 
   void judgeIndexes(const fs::path& file) const {
     SCOPED_TRACE(file.filename().string());
-    jet::Database database(file, u"the file", password_);
+    jet::Database database(file, u"the file", jet::Password{password_});
     EXPECT_EQ(indexProblems(tableNamed(database, change_.table)), std::vector<std::string>());
   }
 

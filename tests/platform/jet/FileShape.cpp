@@ -68,7 +68,7 @@ void compareIndexes(const FileShape::Index& indexBefore, const FileShape::Index&
 
 FileShape shapeOf(const std::filesystem::path& file, std::u16string_view password,
                   const Change& change) {
-  jet::Database database(file, u"the file", password);
+  jet::Database database(file, u"the file", jet::Password{password});
   const jet::TableSource& source = tableNamed(database, change.table).source();
   FileShape shape;
   const auto page = source.pager.read(change.row.page, {});

@@ -60,7 +60,7 @@ std::vector<std::string> indexProblems(const jet::Table& table) {
       group.rows.insert(scan->row().id());
     }
     for (auto& [key, group] : groups) {
-      const auto walk = table.walk(static_cast<int>(i), group.range);
+      const auto walk = table.walk(jet::IndexNumber(static_cast<std::uint32_t>(i)), group.range);
       while (walk->next()) group.rows.erase(walk->row().id());
       for (const jet::RowId& missing : group.rows)
         problems.push_back(narrow(table.name()) + "." + narrow(index.name) + ": row " +
@@ -68,7 +68,7 @@ std::vector<std::string> indexProblems(const jet::Table& table) {
                            " is not found");
     }
     std::size_t walked = 0;
-    const auto walk = table.walk(static_cast<int>(i), {});
+    const auto walk = table.walk(jet::IndexNumber(static_cast<std::uint32_t>(i)), {});
     while (walk->next()) ++walked;
     if (walked != rows)
       problems.push_back(narrow(table.name()) + "." + narrow(index.name) + ": a walk gives " +
@@ -80,7 +80,7 @@ std::vector<std::string> indexProblems(const jet::Table& table) {
 RandomUpdates::RandomUpdates(std::filesystem::path file, std::u16string password,
                              std::uint32_t seed)
     : file_(std::move(file)), password_(std::move(password)), generator_(seed) {
-  jet::Database database(file_, u"the file", password_);
+  jet::Database database(file_, u"the file", jet::Password{password_});
   for (const jet::CatalogObject& object : database.objects()) {
     if (object.kind != jet::ObjectKind::Table || object.isSystem()) continue;
     const jet::Table& table = database.table(object);
@@ -185,20 +185,20 @@ bool RandomUpdates::make(jet::Database& database, const Change& change) {
 
 void makeChange(const std::filesystem::path& file, std::u16string_view password,
                 const Change& change) {
-  jet::Database database(file, u"the file", password);
+  jet::Database database(file, u"the file", jet::Password{password});
   update(database, tableNamed(database, change.table), change.row, change.values);
 }
 
 void RandomUpdates::run(int count) {
   if (tables_.empty()) return;
-  jet::Database database(file_, u"the file", password_);
+  jet::Database database(file_, u"the file", jet::Password{password_});
   const int goal = made_ + count;
   // A file may have tables that take hardly any change.
   for (int tries = 50 * count; made_ < goal && tries > 0; --tries) make(database, next(database));
 }
 
 std::vector<std::string> RandomUpdates::problems() const {
-  jet::Database database(file_, u"the file", password_);
+  jet::Database database(file_, u"the file", jet::Password{password_});
   std::vector<std::string> problems;
   for (const TableModel& model : tables_) {
     const jet::Table& table = tableNamed(database, model.name);

@@ -261,15 +261,15 @@ void update(jet::Database& database, const jet::Table& table, jet::RowId row,
 }
 
 void readEverything(const fs::path& file, std::u16string_view password) {
-  jet::Database database(file, u"the file", password);
+  jet::Database database(file, u"the file", jet::Password{password});
   for (const jet::CatalogObject& object : database.objects()) {
     if (object.kind == jet::ObjectKind::Query) database.queryRows(object);
     if (object.kind != jet::ObjectKind::Table) continue;
     database.find(object.name);
     const jet::Table& table = database.table(object);
     linesOf(table);
-    for (int i = 0; i < static_cast<int>(table.indexes().size()); ++i) {
-      const auto walk = table.walk(i, {});
+    for (std::uint32_t i = 0; i < table.indexes().size(); ++i) {
+      const auto walk = table.walk(jet::IndexNumber(i), {});
       while (walk->next()) {
       }
     }

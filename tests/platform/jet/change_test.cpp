@@ -46,7 +46,7 @@ class ARow : public testing::Test {
     file_ = file;
     password_ = password;
     table_ = table;
-    jet::Database database(file_, u"the file", password_);
+    jet::Database database(file_, u"the file", jet::Password{password_});
     const jet::Table& rows = tableNamed(database, table);
     const int key = rows.columnNamed(column).value();
     const auto scan = rows.scan();
@@ -56,14 +56,14 @@ class ARow : public testing::Test {
   }
 
   void change(const std::u16string& column, const Variant& value) {
-    jet::Database database(file_, u"the file", password_);
+    jet::Database database(file_, u"the file", jet::Password{password_});
     const jet::Table& table = tableNamed(database, table_);
     update(database, table, row_,
            std::vector<jet::ColumnValue>{{table.columnNamed(column).value(), value}});
   }
 
   std::string read(const std::u16string& column) {
-    jet::Database database(file_, u"the file", password_);
+    jet::Database database(file_, u"the file", jet::Password{password_});
     const jet::Table& table = tableNamed(database, table_);
     jet::RowReader reader = table.reader();
     return reader.find(row_) ? printed(reader.row().value(table.columnNamed(column).value())) : "";
@@ -198,12 +198,18 @@ TEST_F(UpdateValues, ThatWouldBreakARelationshipAreRefused) {
   // Made tables begin on page 6, in the order of their making.
   constexpr jet::PageNumber kGroups(6);
   constexpr jet::PageNumber kItems(7);
-  addForeignKey(
-      bytes, kGroups,
-      {.name = u"ItemsOfGroup", .index = 0, .side = 1, .otherIndex = 2, .otherTable = kItems});
-  addForeignKey(
-      bytes, kItems,
-      {.name = u"ItemsOfGroup", .index = 1, .side = 2, .otherIndex = 1, .otherTable = kGroups});
+  addForeignKey(bytes, kGroups,
+                {.name = u"ItemsOfGroup",
+                 .index = jet::IndexNumber(0),
+                 .side = 1,
+                 .otherIndex = 2,
+                 .otherTable = kItems});
+  addForeignKey(bytes, kItems,
+                {.name = u"ItemsOfGroup",
+                 .index = jet::IndexNumber(1),
+                 .side = 2,
+                 .otherIndex = 1,
+                 .otherTable = kGroups});
   std::ofstream(file, std::ios::binary)
       .write(reinterpret_cast<const char*>(bytes.data()),
              static_cast<std::streamsize>(bytes.size()));
@@ -223,7 +229,7 @@ using UpdateOfARow = ARow;
 
 TEST_F(UpdateOfARow, ThatIsNoLongerAsItWasReadIsRefused) {
   use("corner", u"tblStock", u"id", std::int32_t{17});
-  jet::Database database(file_, u"the file", password_);
+  jet::Database database(file_, u"the file", jet::Password{password_});
   const int name = tableNamed(database, table_).columnNamed(u"description").value();
   const auto fill = [&](jet::RowId row, const char16_t* text) {
     return errorNumberOf([&] {
@@ -240,7 +246,7 @@ TEST_F(UpdateOfARow, ThatIsNoLongerAsItWasReadIsRefused) {
 
 TEST_F(UpdateOfARow, WaitsForOtherSessionsAndGivesUpInTheEnd) {
   use("corner", u"tblStock", u"id", std::int32_t{17});
-  jet::Database reading(file_, u"the file", password_);
+  jet::Database reading(file_, u"the file", jet::Password{password_});
   EXPECT_EQ(refused(u"description", u"never"), kEngine);
   EXPECT_EQ(linesOf(tableNamed(reading, u"tblPlu")).size(), 300U);
 }
@@ -272,7 +278,7 @@ TEST_F(UpdateOfARow, OnAFullDiskLeavesAllOldRows) {
   Change change{table_, row_, {}};
   std::vector<std::string> before;
   {
-    jet::Database database(file_, u"the file", password_);
+    jet::Database database(file_, u"the file", jet::Password{password_});
     const jet::Table& table = tableNamed(database, table_);
     before = linesOf(table);
     change.values = {{table.columnNamed(u"description").value(), u"Something new"},
@@ -281,7 +287,7 @@ TEST_F(UpdateOfARow, OnAFullDiskLeavesAllOldRows) {
   const auto size = static_cast<rlim_t>(fs::file_size(file_));
   for (const rlim_t more : {0U, 1000U, 4096U}) {
     ASSERT_EQ(changeWithin(file_, size + more, change), 1) << more;
-    jet::Database database(file_, u"the file", password_);
+    jet::Database database(file_, u"the file", jet::Password{password_});
     EXPECT_EQ(linesOf(tableNamed(database, table_)), before);
     EXPECT_EQ(verdict(), "sound");
   }
@@ -295,7 +301,7 @@ TEST_F(UpdateOfARow, OnAFullDiskLeavesAllOldRows) {
 [[noreturn]] void fillSlots(const fs::path& file, const std::u16string& name) {
   int filled = 0;
   const auto fillOne = [&] {
-    jet::Database database(file, u"the file", kStorePassword);
+    jet::Database database(file, u"the file", jet::Password{kStorePassword});
     const jet::Table& table = tableNamed(database, u"tblStock");
     const int description = table.columnNamed(u"description").value();
     const auto walk =

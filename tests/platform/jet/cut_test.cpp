@@ -29,7 +29,7 @@ using namespace jettest;
 /// Changes that empty an index's leaves one after the other.
 std::vector<Change> emptying(const fs::path& file, std::u16string_view password,
                              const std::u16string& name) {
-  jet::Database database(file, u"the file", password);
+  jet::Database database(file, u"the file", jet::Password{password});
   const jet::Table& table = tableNamed(database, name);
   std::vector<Change> changes;
   for (std::size_t i = 0; i < table.indexes().size(); ++i) {
@@ -37,7 +37,7 @@ std::vector<Change> emptying(const fs::path& file, std::u16string_view password,
     if (index.unique ||
         table.columns()[static_cast<std::size_t>(index.columns[0].column)].autonumber)
       continue;
-    const auto walk = table.walk(static_cast<int>(i), {});
+    const auto walk = table.walk(jet::IndexNumber(static_cast<std::uint32_t>(i)), {});
     while (walk->next())
       changes.push_back({name, walk->row().id(), {{index.columns[0].column, runtime::Null{}}}});
   }
@@ -59,7 +59,7 @@ class Hunt {
     std::vector<int> columns;
     std::vector<std::size_t> sizes;
     {
-      jet::Database database(file_, u"the file", password_);
+      jet::Database database(file_, u"the file", jet::Password{password_});
       const auto scan = tableNamed(database, table).scan();
       while (scan->next()) rows.push_back(scan->row().id());
       const std::vector<jet::Column>& all = tableNamed(database, table).columns();
@@ -86,7 +86,7 @@ class Hunt {
                 const std::function<runtime::Variant(std::size_t)>& value) {
     std::vector<jet::RowId> rows;
     {
-      jet::Database database(file_, u"the file", password_);
+      jet::Database database(file_, u"the file", jet::Password{password_});
       const auto scan = tableNamed(database, table).scan();
       while (scan->next()) rows.push_back(scan->row().id());
     }
@@ -219,7 +219,7 @@ TEST_P(CutMadeFile, LosesNothingOfLongValues) {
   store.write(file);
   Change change{u"Notes", {}, {}};
   {
-    jet::Database database(file, u"the file", u"");
+    jet::Database database(file, u"the file", jet::Password{u""});
     const auto scan = tableNamed(database, change.table).scan();
     ASSERT_TRUE(scan->next());
     change.row = scan->row().id();
@@ -257,7 +257,7 @@ TEST(CutUpdate, LosesNothingWhereTheOldTextHasNoKnownKey) {
              static_cast<std::streamsize>(bytes.size()));
   std::vector<Change> changes;
   {
-    jet::Database database(file, u"the file", u"");
+    jet::Database database(file, u"the file", jet::Password{u""});
     const jet::Table& made = tableNamed(database, u"Table");
     const auto scan = made.scan();
     while (scan->next()) changes.push_back({u"Table", scan->row().id(), {{1, u"now known"}}});
@@ -371,7 +371,7 @@ TEST_P(CutMadeFile, LosesNothingWhereUsageMapsGrow) {
   cut(u"Late", {"map shifted"});
   std::uint32_t mapPage = 0;
   {
-    jet::Database database(file, u"the file", u"");
+    jet::Database database(file, u"the file", jet::Password{u""});
     mapPage = tableNamed(database, u"Early").source().definition.ownedPages.page;
   }
   changePage(GetParam(), file, mapPage, fillMapPage);

@@ -21,7 +21,7 @@ std::string contentOf(const fs::path& file) {
 }
 
 std::vector<std::string> linesIn(const fs::path& file, std::u16string_view table) {
-  jet::Database database(file, u"the file", kStorePassword);
+  jet::Database database(file, u"the file", jet::Password{kStorePassword});
   return linesOf(tableNamed(database, table));
 }
 

@@ -200,7 +200,7 @@ TEST(IndexPage, OfFilesOfAllKindsComesBackFromItsEntries) {
 TEST(TableDefinition, OfFilesOfAllKindsComesBackFromItsParts) {
   int definitions = 0;
   for (const StoreFile& file : filesOfAllKinds()) {
-    jet::Database database(file.path, u"", file.password);
+    jet::Database database(file.path, u"", jet::Password{file.password});
     for (const jet::CatalogObject& object : database.objects()) {
       if (object.kind != jet::ObjectKind::Table) continue;
       const jet::TableSource& source = database.table(object).source();

@@ -31,14 +31,14 @@ bool belongs(const jet::Row& row, const jet::Index& index) {
 template <class Use>
 void forEachIndex(Use use) {
   for (const StoreFile& file : filesOfAllKinds()) {
-    jet::Database database(file.path, wide(file.path.string()), file.password);
+    jet::Database database(file.path, wide(file.path.string()), jet::Password{file.password});
     for (const jet::CatalogObject& object : database.objects()) {
       if (object.kind != jet::ObjectKind::Table) continue;
       const jet::Table& table = database.table(object);
-      for (std::size_t i = 0; i < table.indexes().size(); ++i) {
+      for (std::uint32_t i = 0; i < table.indexes().size(); ++i) {
         SCOPED_TRACE(file.path.string() + " " + narrow(object.name) + " " +
                      narrow(table.indexes()[i].name));
-        use(table, table.indexes()[i], static_cast<int>(i));
+        use(table, table.indexes()[i], jet::IndexNumber(i));
       }
     }
   }
@@ -47,7 +47,7 @@ void forEachIndex(Use use) {
 TEST(IndexWalk, GivesEachRowOnceAndFindsEachByItsKey) {
   int walked = 0;
   int seekable = 0;
-  forEachIndex([&](const jet::Table& table, const jet::Index& index, int number) {
+  forEachIndex([&](const jet::Table& table, const jet::Index& index, jet::IndexNumber number) {
     std::vector<RowId> expected;
     std::vector<std::vector<Variant>> keys;
     const auto scan = table.scan();
@@ -84,7 +84,7 @@ std::optional<double> number(const Variant& value) {
 
 TEST(IndexWalk, OrdersNumbersAndCutsRangesInEitherDirection) {
   int ranges = 0;
-  forEachIndex([&](const jet::Table& table, const jet::Index& index, int number_) {
+  forEachIndex([&](const jet::Table& table, const jet::Index& index, jet::IndexNumber number_) {
     if (!index.seekable || index.columns.size() != 1 || table.rowCount() < 3) return;
     const int column = index.columns[0].column;
     std::vector<std::pair<RowId, std::optional<double>>> rows;
@@ -120,10 +120,10 @@ TEST(IndexWalk, OrdersNumbersAndCutsRangesInEitherDirection) {
 
 TEST(IndexWalk, FindsFreeSlotsAndNamesWhateverTheirCase) {
   const StoreFile store = referenceStore("corner");
-  jet::Database database(store.path, u"", store.password);
+  jet::Database database(store.path, u"", jet::Password{store.password});
   const jet::Table& table = tableNamed(database, u"TBLSTOCK");
   const int description = table.columnNamed(u"Description").value();
-  const int index = table.indexOn({u"description"}).value();
+  const jet::IndexNumber index = table.indexOn({u"description"}).value();
   const auto free = table.walk(index, {.equal = {Variant()}});
   int count = 0;
   while (free->next()) {

@@ -100,7 +100,7 @@ TEST(AnIndexOnAColumnThatTheDefinitionLacks, RefusesChangesOfItsOtherColumns) {
   support::writeFile(file, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
   Change change{u"Items", {}, {{2, std::int32_t{9}}}};
   {
-    jet::Database database(file, u"the file", u"");
+    jet::Database database(file, u"the file", jet::Password{u""});
     const auto scan = tableNamed(database, change.table).scan();
     ASSERT_TRUE(scan->next());
     change.row = scan->row().id();
@@ -135,10 +135,10 @@ TEST(PackedLeaves, TakeFiftyProductsWhereFreeSlotsFillThem) {
   EXPECT_EQ(checkerVerdict(file), "sound");
   std::vector<Change> changes;
   {
-    jet::Database database(file, u"the file", kStorePassword);
+    jet::Database database(file, u"the file", jet::Password{kStorePassword});
     const jet::Table& table = tableNamed(database, u"tblStock");
     const int name = table.columnNamed(u"description").value();
-    const int index = table.indexOn({u"description"}).value();
+    const jet::IndexNumber index = table.indexOn({u"description"}).value();
     EXPECT_GE(fullestLeaf(table.source(), static_cast<std::size_t>(index)), 1300U);
     const auto walk = table.walk(index, {.equal = {runtime::Null{}}});
     for (int i = 0; walk->next(); ++i)
@@ -150,7 +150,7 @@ TEST(PackedLeaves, TakeFiftyProductsWhereFreeSlotsFillThem) {
   }
   EXPECT_GE(changes.size(), 50U);
   for (const Change& change : changes) makeChange(file, kStorePassword, change);
-  jet::Database database(file, u"the file", kStorePassword);
+  jet::Database database(file, u"the file", jet::Password{kStorePassword});
   EXPECT_EQ(indexProblems(tableNamed(database, u"tblStock")), std::vector<std::string>());
   EXPECT_EQ(checkerVerdict(file), "sound");
 }
@@ -178,7 +178,7 @@ TEST(DeepIndex, LinksOfNodesThatLeadAnywhereHarmNoLeaf) {
   std::vector<std::pair<std::uint32_t, std::uint32_t>> nodes;
   std::vector<jet::RowId> rows;
   {
-    jet::Database database(file, u"the file", u"");
+    jet::Database database(file, u"the file", jet::Password{u""});
     const jet::Table& table = tableNamed(database, u"Many");
     const jet::TableSource& source = table.source();
     std::uint32_t leaf = 0;
@@ -197,13 +197,13 @@ TEST(DeepIndex, LinksOfNodesThatLeadAnywhereHarmNoLeaf) {
     const runtime::Variant value =
         i % 8 == 0 ? runtime::Variant() : longKey(static_cast<int>(i) * 91 + 5);
     makeChange(file, u"", {u"Many", rows[i], {{1, value}}});
-    jet::Database database(file, u"the file", u"");
-    const auto walk = tableNamed(database, u"Many").walk(1, {});
+    jet::Database database(file, u"the file", jet::Password{u""});
+    const auto walk = tableNamed(database, u"Many").walk(jet::IndexNumber(1), {});
     std::size_t walked = 0;
     while (walk->next()) ++walked;
     ASSERT_EQ(walked, rows.size()) << i;
   }
-  jet::Database database(file, u"the file", u"");
+  jet::Database database(file, u"the file", jet::Password{u""});
   EXPECT_EQ(indexProblems(tableNamed(database, u"Many")), std::vector<std::string>());
 }
 

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 /// Number and words of the error that opening a file as "S:\M.mdb" gives; empty when it opens.
 std::string openingError(const fs::path& file, std::u16string_view password = kStorePassword) {
   try {
-    jet::Database database(file, u"S:\\M.mdb", password);
+    jet::Database database(file, u"S:\\M.mdb", jet::Password{password});
     return {};
   } catch (const runtime::RunTimeError& error) {
     return std::to_string(error.number()) + " " + narrow(error.text());
@@ -54,8 +54,8 @@ TEST_F(Opening, TellsInTheEnginesWordsWhyItFailed) {
 }
 
 TEST_F(Opening, SharesTheFileWithReadersButNotWithAnExclusiveHolder) {
-  jet::Database first(store_, u"", kStorePassword);
-  jet::Database second(store_, u"", kStorePassword);
+  jet::Database first(store_, u"", jet::Password{kStorePassword});
+  jet::Database second(store_, u"", jet::Password{kStorePassword});
   EXPECT_TRUE(second.find(u"tblStock"));
   const fs::path held = scratch_.folder() / "held.mdb";
   fs::copy_file(store_, held);
@@ -81,7 +81,7 @@ TEST_F(Opening, TakesAFileThatMayOnlyBeReadAndRefusesOneThatMayNot) {
   fs::permissions(store_, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
   {
     const support::AsOrdinaryUser user;
-    jet::Database database(store_, u"", kStorePassword);
+    jet::Database database(store_, u"", jet::Password{kStorePassword});
     EXPECT_TRUE(database.isReadOnly());
     EXPECT_FALSE(linesOf(tableNamed(database, u"tblPlu")).empty());
   }
@@ -98,7 +98,7 @@ TEST_F(Opening, ReadsFewPagesForOneRowByItsKey) {
     if (step.kind == files::FileStep::Kind::Read) ++reads;
     return step.size;
   });
-  jet::Database database(store_, u"", kStorePassword);
+  jet::Database database(store_, u"", jet::Password{kStorePassword});
   const jet::Table& table = tableNamed(database, u"tblStock");
   const auto walk = table.walk(table.indexOn({u"id"}).value(), {.equal = {150}});
   EXPECT_TRUE(walk->next());

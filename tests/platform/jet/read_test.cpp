@@ -30,7 +30,7 @@ std::string headerOf(const jet::Table& table) {
 TEST(Reading, GivesEveryTableOfTheReferenceStoresAsExpected) {
   int tables = 0;
   for (const StoreFile& store : referenceStores()) {
-    jet::Database database(store.path, wide(store.path.string()), store.password);
+    jet::Database database(store.path, wide(store.path.string()), jet::Password{store.password});
     for (const fs::directory_entry& entry : fs::directory_iterator(store.path.parent_path())) {
       const std::string name = entry.path().filename();
       if (!name.starts_with("EXPECTED.tbl")) continue;
@@ -116,7 +116,7 @@ std::string rawText(const runtime::Variant& value) {
 TEST(Reading, AgreesWithAnIndependentExporterOnEveryTable) {
   int tables = 0;
   for (const StoreFile& file : filesOfAllKinds()) {
-    jet::Database database(file.path, wide(file.path.string()), file.password);
+    jet::Database database(file.path, wide(file.path.string()), jet::Password{file.password});
     for (const jet::CatalogObject& object : database.objects()) {
       if (object.kind != jet::ObjectKind::Table) continue;
       SCOPED_TRACE(file.path.string() + " " + narrow(object.name));
@@ -169,7 +169,7 @@ std::vector<std::string> dumpedLines(const jet::Table& table) {
 TEST(Reading, AgreesWithAnIndependentDumpWhereTheExporterIsSilent) {
   int tables = 0;
   for (const StoreFile& file : filesOfAllKinds()) {
-    jet::Database database(file.path, wide(file.path.string()), file.password);
+    jet::Database database(file.path, wide(file.path.string()), jet::Password{file.password});
     for (const jet::CatalogObject& object : database.objects()) {
       const bool binary =
           object.kind == jet::ObjectKind::Table &&

@@ -20,7 +20,7 @@ bool isEmptyText(const runtime::Variant& value) {
   return text != nullptr && text->empty();
 }
 
-bool isPrimary(const TableSource& source, std::size_t index) {
+bool isPrimary(const TableSource& source, IndexNumber index) {
   return std::ranges::any_of(source.definition.logicalIndexes, [&](const LogicalIndex& logical) {
     return logical.index == index && logical.kind == LogicalIndex::Kind::PrimaryKey;
   });
@@ -39,7 +39,7 @@ bool keyIsInRow(const TableSource& source, const RowKey& key, const Row& row) {
 }
 
 /// True when another row has this key: the index has an entry for it that isn't stale.
-bool isOthersKey(const TableSource& source, std::size_t index, const RowKey& key, ByteView bytes,
+bool isOthersKey(const TableSource& source, IndexNumber index, const RowKey& key, ByteView bytes,
                  RowId own) {
   IndexWalk walk(source, index, bytes);
   RowReader reader(source);
@@ -65,9 +65,9 @@ void checkValues(const TableSource& source, std::span<const PropertyBlock> prope
     const auto flag = [&](std::u16string_view name) {
       return block != properties.end() && block->flag(name);
     };
-    if (each.value.isNull() && flag(u"Required"))
+    if (each.value.isNull() && flag(PropertyName::kRequired))
       throw error::nullForbidden(fieldName(source, column));
-    if (isEmptyText(each.value) && !flag(u"AllowZeroLength"))
+    if (isEmptyText(each.value) && !flag(PropertyName::kAllowZeroLength))
       throw error::emptyTextForbidden(fieldName(source, column));
   }
 }
@@ -75,18 +75,19 @@ void checkValues(const TableSource& source, std::span<const PropertyBlock> prope
 std::vector<KeyChange> keyChanges(const TableSource& source, const Row& before, const Row& after,
                                   std::span<const ColumnValue> values) {
   std::vector<KeyChange> changes;
-  for (std::size_t i = 0; i < source.definition.indexes.size(); ++i) {
-    const IndexDefinition& index = source.definition.indexes[i];
-    const RowKey key(source, i);
+  for (std::uint32_t i = 0; i < source.definition.indexes.size(); ++i) {
+    const IndexNumber number(i);
+    const IndexDefinition& index = source.definition.indexes[number];
+    const RowKey key(source, number);
     if (!key.covers(values)) continue;
     const Place place = source.place(index.root);
     if (!key.isSupported())
       raiseUnsupported(place, u"an index is of a kind whose keys are not known");
-    if ((index.required() || isPrimary(source, i)) && key.hasNull(after))
+    if ((index.required() || isPrimary(source, number)) && key.hasNull(after))
       throw error::nullInIndex();
     Bytes bytes;
     KeyChange change;
-    change.index = i;
+    change.index = number;
     change.hadEntry = !(index.ignoresNulls() && key.isAllNull(before));
     if (change.hadEntry && key.make(before, bytes))
       change.oldEntry = IndexEntry::of(bytes, before.id()).bytes;
@@ -97,7 +98,7 @@ std::vector<KeyChange> keyChanges(const TableSource& source, const Row& before, 
         raiseUnsupported(place, u"a character has no known place in the order of an index");
       change.newEntry = IndexEntry::of(bytes, after.id()).bytes;
       if (index.unique() && change.newEntry != change.oldEntry && !key.hasNull(after) &&
-          isOthersKey(source, i, key, bytes, after.id()))
+          isOthersKey(source, number, key, bytes, after.id()))
         throw error::duplicateKey();
     }
     changes.push_back(std::move(change));

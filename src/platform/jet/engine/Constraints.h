@@ -12,7 +12,7 @@ namespace jet {
 
 /// The entries of a changed row in one index, before and after the change.
 struct KeyChange {
-  std::size_t index = 0;          ///< position among the definition's indexes
+  IndexNumber index;
   bool hadEntry = false;          ///< the index has an entry for the old row
   std::optional<Bytes> oldEntry;  ///< absent where the old row's key is unknown
   std::optional<Bytes> newEntry;  ///< absent where the index doesn't hold the new row

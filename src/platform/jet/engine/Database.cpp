@@ -40,9 +40,9 @@ class Database::Updating {
 };
 
 Database::Database(const std::filesystem::path& file, std::u16string_view shownPath,
-                   std::u16string_view password)
+                   Password password)
     : session_(std::make_unique<Session>(file, shownPath)) {
-  if (session_->pager.header().password != password) throw error::wrongPassword();
+  if (session_->pager.header().password != password.text) throw error::wrongPassword();
 }
 
 Database::~Database() = default;

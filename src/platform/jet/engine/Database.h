@@ -16,6 +16,11 @@
 
 namespace jet {
 
+/// The password by which a file is opened; empty for none.
+struct Password {
+  std::u16string_view text;
+};
+
 /// One session on a store database. It reads only the pages that are needed. The file's shared lock
 /// is held from the opening, and from any later read, to the end of a `Reading` or of the session.
 /// Errors of all members: the general error with the file, table and page where the file is
@@ -25,8 +30,7 @@ class Database {
   /// Opens the file. `shownPath` is the path as the user knows it, for error texts. Raises the
   /// engine's errors for a missing file or folder, a file that is no database, one that another
   /// program holds exclusively or that can't be read, and a wrong password.
-  Database(const std::filesystem::path& file, std::u16string_view shownPath,
-           std::u16string_view password);
+  Database(const std::filesystem::path& file, std::u16string_view shownPath, Password password);
   ~Database();
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;

@@ -4,7 +4,7 @@
 
 namespace jet {
 
-IndexCursor::IndexCursor(const TableSource& source, std::size_t index, const IndexRange& range)
+IndexCursor::IndexCursor(const TableSource& source, IndexNumber index, const IndexRange& range)
     : source_(source),
       index_(index),
       key_(source, index),

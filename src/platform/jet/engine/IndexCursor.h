@@ -17,7 +17,7 @@ namespace jet {
 /// without a row or with a key that isn't its row's, is skipped.
 class IndexCursor : public Cursor {
  public:
-  IndexCursor(const TableSource& source, std::size_t index, const IndexRange& range);
+  IndexCursor(const TableSource& source, IndexNumber index, const IndexRange& range);
 
   bool next() override;
   const Row& row() const override { return reader_.row(); }
@@ -26,7 +26,7 @@ class IndexCursor : public Cursor {
   bool isStale();
 
   const TableSource& source_;
-  std::size_t index_;
+  IndexNumber index_;
   RowKey key_;
   KeyRange range_;
   std::optional<IndexWalk> walk_;

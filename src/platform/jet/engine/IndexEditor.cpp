@@ -172,16 +172,16 @@ void IndexEditor::growRoot(PageNumber root, const IndexPage& page, std::size_t i
   stage(WriteStep::InsertEntries, root, parent);
 }
 
-void IndexEditor::remove(RowPointer row, const std::optional<Bytes>& old,
-                         const std::optional<Bytes>& kept) {
-  if (old && !sawLeftovers_) {
-    IndexPath path = pathTo(*old);
-    const std::size_t at = path.leaf.lowerBound(*old);
-    const bool found = path.leaf.hasAt(at, *old);
+void IndexEditor::removeOld(RowPointer row, const KeyChange& change) {
+  if (change.oldEntry && !sawLeftovers_) {
+    const Bytes& old = *change.oldEntry;
+    IndexPath path = pathTo(old);
+    const std::size_t at = path.leaf.lowerBound(old);
+    const bool found = path.leaf.hasAt(at, old);
     if (found && !sawLeftovers_) removeAt(path, at);
     if (found && !sawLeftovers_) return;
   }
-  clean(row, kept);
+  clean(row, change.newEntry);
 }
 
 /// Stages a page that may reach the disk only after the removal itself. A later step avoids a sync

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "platform/jet/engine/Constraints.h"
 #include "platform/jet/engine/IndexPath.h"
 #include "platform/jet/engine/UsageMaps.h"
 
@@ -14,7 +15,7 @@ namespace jet {
 /// Where pages of a split depend on each other, each reaches the disk before the next is written.
 class IndexEditor {
  public:
-  IndexEditor(PageChanges& changes, UsageMaps& maps, const TableSource& source, std::size_t index)
+  IndexEditor(PageChanges& changes, UsageMaps& maps, const TableSource& source, IndexNumber index)
       : changes_(changes), maps_(maps), source_(source), index_(index) {}
 
   enum class Insertion {
@@ -24,9 +25,9 @@ class IndexEditor {
   };
   Insertion insert(const IndexEntry& entry);
 
-  /// Removes the old entry of a row; `old` is absent where its bytes are unknown. Where the entry
-  /// isn't found, or the traces of an interrupted change are, the index is cleaned: see `clean`.
-  void remove(RowPointer row, const std::optional<Bytes>& old, const std::optional<Bytes>& kept);
+  /// Removes the old entry of a row. Where it isn't found, or the traces of an interrupted change
+  /// are, the index is cleaned: see `clean`.
+  void removeOld(RowPointer row, const KeyChange& change);
   /// Removes all entries of a row but the one to keep. Restores the bounds of all pages and the
   /// order of the leaves that the tree requires. Reads the entire index.
   void clean(RowPointer row, const std::optional<Bytes>& kept);
@@ -65,7 +66,7 @@ class IndexEditor {
   PageChanges& changes_;
   UsageMaps& maps_;
   const TableSource& source_;
-  std::size_t index_;
+  IndexNumber index_;
   /// True once an entry or a link was found that only an interrupted change leaves. From then on
   /// all pages of a removal are written in strict order, with all the syncs that it takes.
   bool sawLeftovers_ = false;

@@ -45,7 +45,7 @@ PageNumber leafBefore(PageChanges& changes, const TableSource& source, const Ind
 
 }  // namespace
 
-IndexPath IndexPath::to(PageChanges& changes, const TableSource& source, std::size_t index,
+IndexPath IndexPath::to(PageChanges& changes, const TableSource& source, IndexNumber index,
                         ByteView entry) {
   IndexPath path;
   Bytes bound;  // all entries below the next page are greater

@@ -24,7 +24,7 @@ struct IndexPath {
   IndexPage leaf;
   bool hadLeftovers = false;  ///< entries were dropped
 
-  static IndexPath to(PageChanges& changes, const TableSource& source, std::size_t index,
+  static IndexPath to(PageChanges& changes, const TableSource& source, IndexNumber index,
                       ByteView entry);
 };
 

@@ -10,7 +10,7 @@ void IndexWalk::openLeaf(PageNumber number, const Place& from) {
     raiseDamaged(source_.place(number), u"it belongs to another table's index");
 }
 
-IndexWalk::IndexWalk(const TableSource& source, std::size_t index, ByteView from)
+IndexWalk::IndexWalk(const TableSource& source, IndexNumber index, ByteView from)
     : source_(source) {
   openLeaf(source.definition.indexes[index].root, source.place(source.definitionPage));
   for (int level = 0; !leaf_->isLeaf(); ++level) {

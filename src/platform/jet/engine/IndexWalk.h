@@ -15,9 +15,8 @@ inline constexpr int kMostIndexLevels = 24;
 /// leaves some twice) are skipped.
 class IndexWalk {
  public:
-  /// Starts before the first entry that is not less than `from`. `index` is a position among the
-  /// definition's indexes.
-  IndexWalk(const TableSource& source, std::size_t index, ByteView from);
+  /// Starts before the first entry that is not less than `from`.
+  IndexWalk(const TableSource& source, IndexNumber index, ByteView from);
 
   /// Moves to the next entry; false past the last one.
   bool next();

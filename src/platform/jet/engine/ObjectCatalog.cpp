@@ -90,7 +90,7 @@ const Table& ObjectCatalog::objectsTable() {
 std::optional<ObjectCatalog::Location> ObjectCatalog::locate(std::u16string_view name) {
   const Table& table = objectsTable();
   const ObjectRows rows(table);
-  const std::optional<int> index = table.indexOn({u"ParentId", u"Name"});
+  const std::optional<IndexNumber> index = table.indexOn({u"ParentId", u"Name"});
   IndexRange range;
   range.equal = {kTablesContainer, std::u16string(name)};
   std::unique_ptr<Cursor> cursor = index ? table.walk(*index, range) : table.scan();
@@ -137,7 +137,7 @@ std::vector<QueryRow> ObjectCatalog::queryRows(std::int32_t objectId) {
     runtime::Variant order;
   };
   std::vector<Found> found;
-  const std::optional<int> index = table.indexOn({u"ObjectId", u"Attribute", u"Order"});
+  const std::optional<IndexNumber> index = table.indexOn({u"ObjectId", u"Attribute", u"Order"});
   IndexRange range;
   range.equal = {objectId};
   const std::unique_ptr<Cursor> cursor = index ? table.walk(*index, range) : table.scan();

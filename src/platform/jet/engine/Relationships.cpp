@@ -19,8 +19,8 @@ std::u16string tableName(ObjectCatalog& catalog, PageNumber definitionPage) {
   return {};
 }
 
-/// The position of a relationship's index among the indexes of the other table.
-std::size_t otherIndex(const TableSource& other, const LogicalIndex& relationship) {
+/// The index of the other table that a relationship uses.
+IndexNumber otherIndex(const TableSource& other, const LogicalIndex& relationship) {
   const auto& all = other.definition.logicalIndexes;
   const auto found = std::ranges::find(all, relationship.otherIndex, &LogicalIndex::number);
   if (found == all.end() || found->index >= other.definition.indexes.size())
@@ -29,8 +29,8 @@ std::size_t otherIndex(const TableSource& other, const LogicalIndex& relationshi
 }
 
 /// True when the other table's index has an entry for the row's values in its own index.
-bool hasMatch(const TableSource& source, std::size_t index, const Row& row,
-              const TableSource& other, std::size_t theirs) {
+bool hasMatch(const TableSource& source, IndexNumber index, const Row& row,
+              const TableSource& other, IndexNumber theirs) {
   const RowKey own(source, index);
   const RowKey their(other, theirs);
   Bytes key;
@@ -63,7 +63,7 @@ void checkRelationships(ObjectCatalog& catalog, const TableSource& source, const
                         const Row& after, std::span<const KeyChange> changes) {
   for (const LogicalIndex& logical : source.definition.logicalIndexes) {
     if (logical.kind != LogicalIndex::Kind::ForeignKey) continue;
-    const auto change = std::ranges::find(changes, std::size_t{logical.index}, &KeyChange::index);
+    const auto change = std::ranges::find(changes, logical.index, &KeyChange::index);
     if (change == changes.end() || change->oldEntry == change->newEntry) continue;
     const TableSource other(source.pager, tableName(catalog, logical.otherTable),
                             logical.otherTable);

@@ -7,7 +7,7 @@
 
 namespace jet {
 
-RowKey::RowKey(const TableSource& source, std::size_t index) : source_(source), index_(index) {
+RowKey::RowKey(const TableSource& source, IndexNumber index) : source_(source), index_(index) {
   for (const KeyColumn& column : keyColumns()) {
     const auto at = std::ranges::find(source.columns, column.number, &ColumnDefinition::number);
     if (at == source.columns.end()) {

@@ -13,8 +13,7 @@ namespace jet {
 /// Makes the keys of one index from rows or from values.
 class RowKey {
  public:
-  /// `index` is a position among the definition's indexes.
-  RowKey(const TableSource& source, std::size_t index);
+  RowKey(const TableSource& source, IndexNumber index);
 
   struct Part {
     int column = 0;  ///< position in `Table::columns()`
@@ -41,7 +40,7 @@ class RowKey {
   const std::vector<KeyColumn>& keyColumns() const;
 
   const TableSource& source_;
-  std::size_t index_;
+  IndexNumber index_;
   std::vector<Part> parts_;
   bool supported_ = true;
   bool ordered_ = true;

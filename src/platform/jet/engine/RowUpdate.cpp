@@ -138,7 +138,7 @@ void RowUpdate::write(const RowParts& parts, std::span<const KeyChange> keys,
                       std::span<const ColumnValue> values) {
   placement_.place(id_, found_, parts);
   std::vector<IndexEditor> editors;
-  std::vector<std::size_t> grown;
+  std::vector<IndexNumber> grown;
   for (const KeyChange& key : keys) {
     IndexEditor& editor = editors.emplace_back(changes_, maps_, source_, key.index);
     if (!key.newEntry || key.newEntry == key.oldEntry) continue;
@@ -149,7 +149,7 @@ void RowUpdate::write(const RowParts& parts, std::span<const KeyChange> keys,
   for (std::size_t i = 0; i < keys.size(); ++i) {
     const KeyChange& key = keys[i];
     if (!key.hadEntry || key.newEntry == key.oldEntry) continue;
-    editors[i].remove(id_, key.oldEntry, key.newEntry);
+    editors[i].removeOld(id_, key);
   }
   dropLongValues(values);
 }
@@ -164,10 +164,10 @@ void RowUpdate::dropLongValues(std::span<const ColumnValue> values) {
 }
 
 /// The counters are on the definition's first page, before all parts that can be long.
-void RowUpdate::raiseCounters(const std::vector<std::size_t>& indexes) {
+void RowUpdate::raiseCounters(const std::vector<IndexNumber>& indexes) {
   if (indexes.empty()) return;
   Bytes page = *changes_.read(source_.definitionPage, source_.place(source_.definitionPage));
-  for (const std::size_t index : indexes) {
+  for (const IndexNumber index : indexes) {
     const std::size_t at = TableDefinition::entryCounterAt(source_.version(), index);
     if (at + 4 <= page.size()) putU32(page, at, u32At(page, at) + 1);
   }
@@ -178,13 +178,14 @@ void RowUpdate::raiseCounters(const std::vector<std::size_t>& indexes) {
 /// entries that the row has under other keys in the indexes on these columns. A body without a
 /// pointer may remain.
 void RowUpdate::removeStaleEntries(std::span<const ColumnValue> values) {
-  for (std::size_t i = 0; i < source_.definition.indexes.size(); ++i) {
-    const RowKey key(source_, i);
+  for (std::uint32_t i = 0; i < source_.definition.indexes.size(); ++i) {
+    const IndexNumber index(i);
+    const RowKey key(source_, index);
     if (!key.covers(values)) continue;
-    const bool leftOut = source_.definition.indexes[i].ignoresNulls() && key.isAllNull(row_);
+    const bool leftOut = source_.definition.indexes[index].ignoresNulls() && key.isAllNull(row_);
     std::optional<Bytes> own;
     if (Bytes bytes; !leftOut && key.make(row_, bytes)) own = IndexEntry::of(bytes, id_).bytes;
-    if (own || leftOut) IndexEditor(changes_, maps_, source_, i).clean(id_, own);
+    if (own || leftOut) IndexEditor(changes_, maps_, source_, index).clean(id_, own);
   }
 }
 

@@ -10,7 +10,7 @@
 namespace jet {
 namespace {
 
-Index describe(const TableSource& source, std::size_t number) {
+Index describe(const TableSource& source, IndexNumber number) {
   const IndexDefinition& definition = source.definition.indexes[number];
   const RowKey key(source, number);
   Index index;
@@ -37,8 +37,8 @@ Table::Table(Pager& pager, std::u16string name, PageNumber definitionPage)
                         .size = column.length,
                         .autonumber = column.autonumber,
                         .scale = column.scale});
-  for (std::size_t i = 0; i < source_->definition.indexes.size(); ++i)
-    indexes_.push_back(describe(*source_, i));
+  for (std::uint32_t i = 0; i < source_->definition.indexes.size(); ++i)
+    indexes_.push_back(describe(*source_, IndexNumber(i)));
 }
 
 Table::~Table() = default;
@@ -70,7 +70,8 @@ std::optional<int> Table::columnNamed(std::u16string_view name) const {
   return static_cast<int>(found - columns_.begin());
 }
 
-std::optional<int> Table::indexOn(const std::vector<std::u16string_view>& columnNames) const {
+std::optional<IndexNumber> Table::indexOn(
+    const std::vector<std::u16string_view>& columnNames) const {
   const auto leadsWith = [&](const Index& index) {
     if (!index.seekable || index.columns.size() < columnNames.size()) return false;
     for (std::size_t i = 0; i < columnNames.size(); ++i)
@@ -79,7 +80,7 @@ std::optional<int> Table::indexOn(const std::vector<std::u16string_view>& column
   };
   const auto found = std::ranges::find_if(indexes_, leadsWith);
   if (found == indexes_.end()) return std::nullopt;
-  return static_cast<int>(found - indexes_.begin());
+  return IndexNumber(static_cast<std::uint32_t>(found - indexes_.begin()));
 }
 
 std::vector<int> Table::primaryKey() const {
@@ -94,8 +95,8 @@ std::unique_ptr<Cursor> Table::scan() const {
   return std::make_unique<TableScan>(*source_);
 }
 
-std::unique_ptr<Cursor> Table::walk(int index, const IndexRange& range) const {
-  return std::make_unique<IndexCursor>(*source_, static_cast<std::size_t>(index), range);
+std::unique_ptr<Cursor> Table::walk(IndexNumber index, const IndexRange& range) const {
+  return std::make_unique<IndexCursor>(*source_, index, range);
 }
 
 RowReader Table::reader() const {

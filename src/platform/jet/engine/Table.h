@@ -68,10 +68,10 @@ class Table {
   const std::vector<Column>& columns() const { return columns_; }
   /// The position of the column of that name, letter case aside.
   std::optional<int> columnNamed(std::u16string_view name) const;
-  /// The table's stored indexes (relationships share them).
+  /// The table's stored indexes by their numbers (relationships share them).
   const std::vector<Index>& indexes() const { return indexes_; }
-  /// The position of the first seekable index whose leading columns are these.
-  std::optional<int> indexOn(const std::vector<std::u16string_view>& columnNames) const;
+  /// The first seekable index whose leading columns are these.
+  std::optional<IndexNumber> indexOn(const std::vector<std::u16string_view>& columnNames) const;
   /// The columns of the primary key, as positions in `columns()`; none without a primary key.
   std::vector<int> primaryKey() const;
   /// Number of rows as the file counts them; an estimate for system tables.
@@ -79,9 +79,9 @@ class Table {
 
   /// All rows in the order in which the file stores them.
   std::unique_ptr<Cursor> scan() const;
-  /// The rows of an index's range in the index's order; `index` is a position in `indexes()`; the
-  /// index must be seekable unless the range is unbounded.
-  std::unique_ptr<Cursor> walk(int index, const IndexRange& range) const;
+  /// The rows of an index's range in the index's order; the index must be seekable unless the range
+  /// is unbounded.
+  std::unique_ptr<Cursor> walk(IndexNumber index, const IndexRange& range) const;
   /// For reading single rows by their ids.
   RowReader reader() const;
 

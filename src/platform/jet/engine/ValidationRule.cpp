@@ -48,8 +48,8 @@ void checkRules(const TableSource& source, std::span<const PropertyBlock> proper
     const ValidationRule rule{
         .table = source.name,
         .column = block.type == PropertyBlock::kColumn ? block.name : std::u16string(),
-        .expression = block.text(source.version(), u"ValidationRule"),
-        .text = block.text(source.version(), u"ValidationText")};
+        .expression = block.text(source.version(), PropertyName::kRule),
+        .text = block.text(source.version(), PropertyName::kRuleText)};
     if (!rule.expression.empty() && !holds(rule, row)) raiseBroken(rule);
   }
 }

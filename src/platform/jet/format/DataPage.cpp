@@ -9,6 +9,14 @@ namespace {
 constexpr std::size_t kSlotOffset = 0x1FFF;
 constexpr std::size_t kSlotMark = 0xC000;
 
+SlotMark markOf(std::size_t raw) {
+  return static_cast<SlotMark>(raw & kSlotMark);
+}
+
+SlotNumber slotNumber(std::size_t index) {
+  return SlotNumber(static_cast<std::uint8_t>(index));
+}
+
 }  // namespace
 
 DataPage::DataPage(const Layout& layout, ByteView page, const Place& place)
@@ -60,8 +68,8 @@ std::size_t DataPageEditor::rawSlot(std::size_t number) const {
   return u16At(page_, layout_->dataSlots + 2 * number);
 }
 
-void DataPageEditor::setSlot(std::size_t number, std::size_t offset, std::size_t marks) {
-  putU16(page_, layout_->dataSlots + 2 * number, offset | marks);
+void DataPageEditor::setSlot(SlotNumber number, std::size_t offset, SlotMark mark) {
+  putU16(page_, layout_->dataSlots + 2 * number, offset | static_cast<std::size_t>(mark));
 }
 
 Slot DataPageEditor::slot(std::size_t number) const {
@@ -90,29 +98,29 @@ std::size_t DataPageEditor::deadBytes() const {
   return dead;
 }
 
-void DataPageEditor::resize(std::size_t number, std::size_t length) {
+void DataPageEditor::resize(SlotNumber number, std::size_t length) {
   const Slot old = slot(number);
   const std::size_t lowest = rawSlot(slotCount_ - 1) & kSlotOffset;
   const std::size_t end = old.offset + old.length;
   const std::size_t offset = end - length;
   // The rows of the higher slots lie below this one: they slide by the difference as one block.
   putBytes(page_, lowest + offset - old.offset, page_.subspan(lowest, old.offset - lowest));
-  for (std::size_t i = number + 1; i < slotCount_; ++i) {
+  for (std::size_t i = number + std::size_t{1}; i < slotCount_; ++i) {
     const std::size_t raw = rawSlot(i);
-    setSlot(i, (raw & kSlotOffset) + offset - old.offset, raw & kSlotMark);
+    setSlot(slotNumber(i), (raw & kSlotOffset) + offset - old.offset, markOf(raw));
   }
-  setSlot(number, offset, rawSlot(number) & kSlotMark);
+  setSlot(number, offset, markOf(rawSlot(number)));
   updateFreeBytes();
 }
 
-bool DataPageEditor::replace(std::size_t number, ByteView row, SlotMark mark) {
+bool DataPageEditor::replace(SlotNumber number, ByteView row, SlotMark mark) {
   const Slot old = slot(number);
   if (row.size() > old.length + freeBytes()) return false;
   const Bytes kept(row.begin(), row.end());
   resize(number, kept.size());
   const std::size_t offset = rawSlot(number) & kSlotOffset;
   putBytes(page_, offset, kept);
-  setSlot(number, offset, static_cast<std::size_t>(mark));
+  setSlot(number, offset, mark);
   return true;
 }
 
@@ -127,26 +135,26 @@ std::optional<SlotNumber> DataPageEditor::add(ByteView row, SlotMark mark) {
   if (!hasRoomFor(row.size())) return std::nullopt;
   for (std::size_t i = 0; i < slotCount_; ++i)
     if (const Slot each = slot(i); each.isDeleted() && each.length == 0) {
-      replace(i, row, mark);
-      return SlotNumber(static_cast<std::uint8_t>(i));
+      replace(slotNumber(i), row, mark);
+      return slotNumber(i);
     }
   const std::size_t lowest =
       slotCount_ == 0 ? layout_->pageSize : rawSlot(slotCount_ - 1) & kSlotOffset;
-  const std::size_t number = slotCount_++;
+  const SlotNumber number = slotNumber(slotCount_++);
   putU16(page_, layout_->dataSlotCount, slotCount_);
   putBytes(page_, lowest - row.size(), row);
-  setSlot(number, lowest - row.size(), static_cast<std::size_t>(mark));
+  setSlot(number, lowest - row.size(), mark);
   updateFreeBytes();
-  return SlotNumber(static_cast<std::uint8_t>(number));
+  return number;
 }
 
-void DataPageEditor::markDeleted(std::size_t number) {
-  setSlot(number, rawSlot(number) & kSlotOffset, static_cast<std::size_t>(SlotMark::Deleted));
+void DataPageEditor::markDeleted(SlotNumber number) {
+  setSlot(number, rawSlot(number) & kSlotOffset, SlotMark::Deleted);
 }
 
 void DataPageEditor::squeeze() {
   for (std::size_t i = 0; i < slotCount_; ++i)
-    if (const Slot each = slot(i); each.isDeleted() && each.length > 0) resize(i, 0);
+    if (const Slot each = slot(i); each.isDeleted() && each.length > 0) resize(slotNumber(i), 0);
 }
 
 }  // namespace jet

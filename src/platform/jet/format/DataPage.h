@@ -76,19 +76,19 @@ class DataPageEditor {
 
   /// Replaces the bytes and the mark of the slot, sliding the rows below it; false, with nothing
   /// changed, when the page has no room.
-  bool replace(std::size_t number, ByteView row, SlotMark mark);
+  bool replace(SlotNumber number, ByteView row, SlotMark mark);
   /// Adds a row, in the slot of a deleted row without bytes where there is one; absent when the
   /// page has no room.
   std::optional<SlotNumber> add(ByteView row, SlotMark mark);
   /// Marks a slot's row deleted; its bytes stay until they are squeezed out.
-  void markDeleted(std::size_t number);
+  void markDeleted(SlotNumber number);
   /// Squeezes the bytes of deleted rows out.
   void squeeze();
 
  private:
-  void resize(std::size_t number, std::size_t length);
+  void resize(SlotNumber number, std::size_t length);
   std::size_t rawSlot(std::size_t number) const;
-  void setSlot(std::size_t number, std::size_t offset, std::size_t marks);
+  void setSlot(SlotNumber number, std::size_t offset, SlotMark mark);
   void updateFreeBytes();
 
   const Layout* layout_;

@@ -10,8 +10,9 @@ std::size_t tailSize(bool leaf) {
   return kEntryRow + (leaf ? 0 : kEntryChild);
 }
 
-void putBigEndian(Bytes& bytes, std::uint32_t value, std::size_t size) {
-  for (std::size_t i = size; i-- > 0;) bytes.push_back(static_cast<std::uint8_t>(value >> 8 * i));
+template <std::size_t kSize>
+void putBigEndian(Bytes& bytes, std::uint32_t value) {
+  for (std::size_t i = kSize; i-- > 0;) bytes.push_back(static_cast<std::uint8_t>(value >> 8 * i));
 }
 
 /// Length of the entries' common prefix, limited so that each entry keeps at least `kept` bytes.
@@ -58,8 +59,8 @@ std::strong_ordering compareBytes(ByteView a, ByteView b) {
 IndexEntry IndexEntry::of(ByteView key, RowPointer row) {
   IndexEntry entry;
   appendBytes(entry.bytes, key);
-  putBigEndian(entry.bytes, row.page, 3);
-  putBigEndian(entry.bytes, row.slot, 1);
+  putBigEndian<3>(entry.bytes, row.page);
+  putBigEndian<1>(entry.bytes, row.slot);
   return entry;
 }
 
@@ -131,23 +132,24 @@ std::size_t IndexPageView::lowerBound(ByteView bytes) const {
   return low;
 }
 
-/// A byte of the full entry, counted from its end. The first entry holds the prefix of all others.
-std::uint8_t IndexPageView::byteFromEnd(std::size_t entry, std::size_t fromEnd) const {
-  const ByteView own = suffix(entry);
+/// A byte of an entry, counted from its end. The first entry holds the prefix of all others.
+std::uint8_t IndexPageView::byteFromEnd(ByteView own, std::size_t fromEnd) const {
   if (fromEnd <= own.size()) return own[own.size() - fromEnd];
   return page_[layout_->indexData + prefix_ - (fromEnd - own.size())];
 }
 
 RowPointer IndexPageView::row(std::size_t entry) const {
+  const ByteView own = suffix(entry);
   const std::size_t behind = leaf_ ? 0 : kEntryChild;
   std::uint32_t page = 0;
-  for (std::size_t i = 4; i > 1; --i) page = page << 8 | byteFromEnd(entry, behind + i);
-  return {PageNumber(page), SlotNumber(byteFromEnd(entry, behind + 1))};
+  for (std::size_t i = 4; i > 1; --i) page = page << 8 | byteFromEnd(own, behind + i);
+  return {PageNumber(page), SlotNumber(byteFromEnd(own, behind + 1))};
 }
 
 PageNumber IndexPageView::child(std::size_t entry) const {
+  const ByteView own = suffix(entry);
   std::uint32_t page = 0;
-  for (std::size_t i = kEntryChild; i > 0; --i) page = page << 8 | byteFromEnd(entry, i);
+  for (std::size_t i = kEntryChild; i > 0; --i) page = page << 8 | byteFromEnd(own, i);
   return PageNumber(page);
 }
 
@@ -207,7 +209,7 @@ std::optional<Bytes> IndexPage::encode(const Layout& layout) const {
   if (layout.version == Version::Jet4) putU16(page, layout.indexPrefix, *prefix);
   for (std::size_t i = 0; i < entries.size(); ++i) {
     appendBytes(data, ByteView(entries[i].bytes).subspan(i == 0 ? 0 : *prefix));
-    if (!leaf) putBigEndian(data, entries[i].child, kEntryChild);
+    if (!leaf) putBigEndian<kEntryChild>(data, entries[i].child);
     std::uint8_t& mask = page[layout.indexMask + data.size() / 8];
     mask = static_cast<std::uint8_t>(mask | 1U << (data.size() % 8));
   }

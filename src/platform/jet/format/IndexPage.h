@@ -64,7 +64,7 @@ class IndexPageView {
 
  private:
   ByteView suffix(std::size_t entry) const;
-  std::uint8_t byteFromEnd(std::size_t entry, std::size_t fromEnd) const;
+  std::uint8_t byteFromEnd(ByteView own, std::size_t fromEnd) const;
 
   const Layout* layout_;
   ByteView page_;

@@ -27,5 +27,7 @@ using SlotNumber = Number<struct SlotKind, std::uint8_t>;
 /// A column of a table as its definition numbers it, and its bit in the rows' null mask. Deleted
 /// columns leave gaps, so it is no index into the remaining columns.
 using ColumnNumber = Number<struct ColumnKind, std::uint16_t>;
+/// An index that the file keeps for a table, by its position in the table's definition.
+using IndexNumber = Number<struct IndexKind, std::uint32_t>;
 
 }  // namespace jet

@@ -11,6 +11,14 @@
 
 namespace jet {
 
+/// Names of the properties that a change of a row heeds.
+struct PropertyName {
+  static constexpr std::u16string_view kRequired = u"Required";  ///< yes/no, of a column
+  static constexpr std::u16string_view kAllowZeroLength = u"AllowZeroLength";  ///< likewise
+  static constexpr std::u16string_view kRule = u"ValidationRule";      ///< of a column or the table
+  static constexpr std::u16string_view kRuleText = u"ValidationText";  ///< for a refusal
+};
+
 /// One stored property.
 struct Property {
   std::u16string name;

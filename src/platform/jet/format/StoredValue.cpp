@@ -85,9 +85,11 @@ std::optional<Bytes> encodeNumeric(std::u16string_view text, const ColumnDefinit
   return stored;
 }
 
-Bytes littleEndian(std::uint64_t value, std::size_t size) {
+template <class Integer>
+Bytes littleEndian(Integer value) {
   Bytes bytes;
-  for (std::size_t i = 0; i < size; ++i) bytes.push_back(static_cast<std::uint8_t>(value >> 8 * i));
+  for (std::size_t i = 0; i < sizeof value; ++i)
+    bytes.push_back(static_cast<std::uint8_t>(value >> 8 * i));
   return bytes;
 }
 
@@ -172,18 +174,18 @@ std::optional<Bytes> encodeValue(Version version, const ColumnDefinition& column
     case ColumnType::Byte:
       return Bytes{std::get<std::uint8_t>(any)};
     case ColumnType::Integer:
-      return littleEndian(std::bit_cast<std::uint16_t>(std::get<std::int16_t>(any)), 2);
+      return littleEndian(std::bit_cast<std::uint16_t>(std::get<std::int16_t>(any)));
     case ColumnType::Long:
-      return littleEndian(std::bit_cast<std::uint32_t>(std::get<std::int32_t>(any)), 4);
+      return littleEndian(std::bit_cast<std::uint32_t>(std::get<std::int32_t>(any)));
     case ColumnType::Currency:
       return littleEndian(
-          std::bit_cast<std::uint64_t>(std::get<runtime::Currency>(any).tenThousandths), 8);
+          std::bit_cast<std::uint64_t>(std::get<runtime::Currency>(any).tenThousandths));
     case ColumnType::Single:
-      return littleEndian(std::bit_cast<std::uint32_t>(std::get<float>(any)), 4);
+      return littleEndian(std::bit_cast<std::uint32_t>(std::get<float>(any)));
     case ColumnType::Double:
-      return littleEndian(std::bit_cast<std::uint64_t>(std::get<double>(any)), 8);
+      return littleEndian(std::bit_cast<std::uint64_t>(std::get<double>(any)));
     case ColumnType::DateTime:
-      return littleEndian(std::bit_cast<std::uint64_t>(std::get<runtime::Date>(any).days), 8);
+      return littleEndian(std::bit_cast<std::uint64_t>(std::get<runtime::Date>(any).days));
     case ColumnType::Guid:
       return encodeGuid(std::get<runtime::Guid>(any));
     case ColumnType::Numeric:

@@ -223,7 +223,7 @@ LogicalIndex decodeLogical(const Fields& fields, ByteView entry) {
   const ByteView body = entry.subspan(fields.entryMark);
   LogicalIndex logical;
   logical.number = u32At(body, kLogicalNumber);
-  logical.index = u32At(body, kLogicalIndex);
+  logical.index = IndexNumber(u32At(body, kLogicalIndex));
   logical.side = body[kLogicalSide];
   logical.otherIndex = u32At(body, kLogicalOtherIndex);
   logical.otherTable = PageNumber(u32At(body, kLogicalOtherTable));
@@ -425,7 +425,7 @@ std::vector<Bytes> TableDefinition::encodePages(std::span<const PageNumber> page
   return result;
 }
 
-std::size_t TableDefinition::entryCounterAt(Version version, std::size_t index) {
+std::size_t TableDefinition::entryCounterAt(Version version, IndexNumber index) {
   const Fields& fields = fieldsOf(version);
   return fields.end + index * fields.counterSize + kEntryCounter;
 }

@@ -66,7 +66,7 @@ struct LogicalIndex {
 
   std::u16string name;
   std::uint32_t number = 0;
-  std::uint32_t index = 0;  ///< position among the stored indexes
+  IndexNumber index;  ///< the stored index that it uses
   Kind kind = Kind::Plain;
   /// Foreign keys: 1 on the referenced side, 2 on the referencing one.
   std::uint8_t side = 0;
@@ -115,7 +115,7 @@ struct TableDefinition {
   static std::size_t pagesNeeded(Version version, std::size_t contentSize);
 
   /// Offset of an index's entry counter in the content.
-  static std::size_t entryCounterAt(Version version, std::size_t index);
+  static std::size_t entryCounterAt(Version version, IndexNumber index);
 };
 
 }  // namespace jet

@@ -107,7 +107,7 @@ class Reader {
 
 Session::Session(const std::filesystem::path& file, std::u16string_view shownPath,
                  std::u16string_view password)
-    : database_(std::make_unique<jet::Database>(file, shownPath, password)) {}
+    : database_(std::make_unique<jet::Database>(file, shownPath, jet::Password{password})) {}
 
 Session::~Session() = default;
 

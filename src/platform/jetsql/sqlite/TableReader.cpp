@@ -59,7 +59,9 @@ void TableReader::start(const std::vector<runtime::Variant>& values) {
   if (lookup_) {
     position_ = lookup_->first(values);
   } else {
-    cursor_ = index_ < 0 ? table_.scan() : table_.walk(index_, rangeOf(values));
+    cursor_ = index_ < 0 ? table_.scan()
+                         : table_.walk(jet::IndexNumber(static_cast<std::uint32_t>(index_)),
+                                       rangeOf(values));
   }
   next();
 }

@@ -77,7 +77,7 @@ jet::Bytes StoreBuilder::build() {
     definitionPages.push_back(space.allocate());
     ListedObject& object = objects.emplace_back();
     object.id = static_cast<std::int32_t>(definitionPages.back());
-    object.type = kTableObject;
+    object.type = jet::ObjectType::Table;
     object.name = table.name();
     object.properties = table.properties(version_);
   }
@@ -86,7 +86,7 @@ jet::Bytes StoreBuilder::build() {
     ListedObject& object = objects.emplace_back();
     object.id =
         std::bit_cast<std::int32_t>(kFirstQuery + static_cast<std::uint32_t>(queryIds.size()));
-    object.type = kQueryObject;
+    object.type = jet::ObjectType::Query;
     object.name = query.name;
     object.flags = query.objectFlags;
     queryIds.push_back(object.id);

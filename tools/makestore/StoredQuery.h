@@ -5,11 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "platform/jet/format/QueryRow.h"
+
 namespace makestore {
 
 /// One row of a saved query, as the file keeps it.
 struct QueryRow {
-  std::uint8_t attribute = 0;
+  jet::QueryAttribute attribute = jet::QueryAttribute::Start;
   std::optional<std::u16string> name1 = {};
   std::optional<std::u16string> name2 = {};
   std::optional<std::u16string> expression = {};
@@ -44,7 +46,7 @@ class SelectQuery {
   StoredQuery named(std::u16string name) const;
 
  private:
-  SelectQuery& join(std::int16_t kind, std::u16string left, std::u16string right,
+  SelectQuery& join(jet::QueryJoin kind, std::u16string left, std::u16string right,
                     std::u16string condition);
 
   std::vector<QueryRow> rows_;

@@ -12,6 +12,7 @@ namespace makestore {
 namespace {
 
 using jet::ColumnType;
+using jet::ObjectType;
 using runtime::Variant;
 
 constexpr std::uint8_t kSystemColumn = 0x12;
@@ -19,13 +20,10 @@ constexpr std::uint8_t kIdentityColumn = 0x32;  ///< who owns, or may do, someth
 constexpr std::size_t kLongest = 255;
 
 constexpr std::int32_t kRoot = 0x0F000000;
-constexpr std::int32_t kTables = 0x0F000001;
 constexpr std::int32_t kDatabases = 0x0F000002;
 constexpr std::int32_t kRelationships = 0x0F000003;
 constexpr std::int32_t kDatabase = 0x10000000;
-constexpr std::int16_t kContainerObject = 3;
-constexpr std::int16_t kDatabaseObject = 2;
-constexpr auto kSystemObject = std::bit_cast<std::int32_t>(0x80000000U);
+constexpr auto kSystemObject = std::bit_cast<std::int32_t>(jet::ObjectFlag::kSystem);
 
 /// Who may do what: numbers of the engine's users and groups in a file without users of its own.
 using Identity = std::array<std::uint8_t, 2>;
@@ -51,9 +49,9 @@ constexpr std::array kFixedPermissions{
     Permission{jet::kQueriesPage, kUsers, 20, false},
     Permission{jet::kRelationshipsPage, kAdmins, 917504, false},
     Permission{jet::kRelationshipsPage, kUsers, 20, false},
-    Permission{kTables, kOwner, 983294, true},
-    Permission{kTables, kAdmins, 393217, false},
-    Permission{kTables, kUsers, 1048319, true},
+    Permission{jet::kTablesContainer, kOwner, 983294, true},
+    Permission{jet::kTablesContainer, kAdmins, 393217, false},
+    Permission{jet::kTablesContainer, kUsers, 1048319, true},
     Permission{kRelationships, kOwner, 983294, true},
     Permission{kRelationships, kAdmins, 393217, false},
     Permission{kRelationships, kUsers, kEverything, true},
@@ -70,6 +68,10 @@ runtime::Binary binary(jet::Version version, const Identity& identity) {
   for (std::size_t i = 0; version == jet::Version::Jet3 && i < bytes.size(); ++i)
     bytes[i] ^= kIdentityMask[i];
   return bytes;
+}
+
+std::u16string text(std::u16string_view name) {
+  return std::u16string(name);
 }
 
 Column systemColumn(std::u16string name, ColumnType type) {
@@ -103,51 +105,62 @@ runtime::Binary bigEndian(std::uint32_t number) {
 
 Table objectList(jet::Version version, const std::vector<ListedObject>& objects, double date) {
   Table table(u"MSysObjects");
-  table.column(systemColumn(u"Id", ColumnType::Long))
-      .column(systemColumn(u"ParentId", ColumnType::Long))
-      .column(systemText(u"Name"))
-      .column(systemColumn(u"Type", ColumnType::Integer))
+  table.column(systemColumn(text(jet::ObjectColumn::kId), ColumnType::Long))
+      .column(systemColumn(text(jet::ObjectColumn::kParent), ColumnType::Long))
+      .column(systemText(text(jet::ObjectColumn::kName)))
+      .column(systemColumn(text(jet::ObjectColumn::kType), ColumnType::Integer))
       .column(systemColumn(u"DateCreate", ColumnType::DateTime))
       .column(systemColumn(u"DateUpdate", ColumnType::DateTime))
       .column(systemBinary(version, u"Owner", kIdentityColumn))
-      .column(systemColumn(u"Flags", ColumnType::Long))
+      .column(systemColumn(text(jet::ObjectColumn::kFlags), ColumnType::Long))
       .column(systemColumn(u"Database", ColumnType::Memo))
       .column(systemColumn(u"Connect", ColumnType::Memo))
       .column(systemText(u"ForeignName"))
       .column(systemBinary(version, u"RmtInfoShort"))
       .column(systemColumn(u"RmtInfoLong", ColumnType::Ole))
       .column(systemColumn(u"Lv", ColumnType::Ole))
-      .column(systemColumn(u"LvProp", ColumnType::Ole))
+      .column(systemColumn(text(jet::ObjectColumn::kProperties), ColumnType::Ole))
       .column(systemColumn(u"LvModule", ColumnType::Ole))
       .column(systemColumn(u"LvExtra", ColumnType::Ole))
-      .index({.name = u"ParentIdName", .columns = {{u"ParentId"}, {u"Name"}}, .unique = true})
-      .index({.name = u"Id", .columns = {{u"Id"}}, .primary = true, .unique = true});
-  const auto add = [&](std::int32_t id, std::int32_t parent, std::int16_t type,
+      .index({.name = u"ParentIdName",
+              .columns = {{text(jet::ObjectColumn::kParent)}, {text(jet::ObjectColumn::kName)}},
+              .unique = true})
+      .index({.name = text(jet::ObjectColumn::kId),
+              .columns = {{text(jet::ObjectColumn::kId)}},
+              .primary = true,
+              .unique = true});
+  const auto add = [&](std::int32_t id, std::int32_t parent, ObjectType type,
                        const std::u16string& name, const Identity& owner, std::int32_t flags,
                        const jet::Bytes& properties) {
-    std::vector<Variant> row{
-        id,   parent, name, type, runtime::Date{date}, runtime::Date{date}, binary(version, owner),
-        flags};
+    std::vector<Variant> row{id,
+                             parent,
+                             name,
+                             static_cast<std::int16_t>(type),
+                             runtime::Date{date},
+                             runtime::Date{date},
+                             binary(version, owner),
+                             flags};
     if (!properties.empty()) {
-      row.resize(table.columnIndex(u"LvProp"));
+      row.resize(table.columnIndex(text(jet::ObjectColumn::kProperties)));
       row.emplace_back(properties);
     }
     table.row(std::move(row));
   };
-  const auto addOwn = [&](std::int32_t id, std::int32_t parent, std::int16_t type,
+  const auto addOwn = [&](std::int32_t id, std::int32_t parent, ObjectType type,
                           const std::u16string& name, const Identity& owner = kEngine) {
     add(id, parent, type, name, owner, kSystemObject, {});
   };
-  addOwn(kTables, kRoot, kContainerObject, u"Tables");
-  addOwn(kDatabases, kRoot, kContainerObject, u"Databases");
-  addOwn(kRelationships, kRoot, kContainerObject, u"Relationships");
-  addOwn(kDatabase, kDatabases, kDatabaseObject, u"MSysDb", kAdmins);
-  addOwn(jet::kObjectsPage, kTables, kTableObject, u"MSysObjects");
-  addOwn(jet::kAcesPage, kTables, kTableObject, u"MSysACEs");
-  addOwn(jet::kQueriesPage, kTables, kTableObject, u"MSysQueries");
-  addOwn(jet::kRelationshipsPage, kTables, kTableObject, u"MSysRelationships");
+  addOwn(jet::kTablesContainer, kRoot, ObjectType::Container, u"Tables");
+  addOwn(kDatabases, kRoot, ObjectType::Container, u"Databases");
+  addOwn(kRelationships, kRoot, ObjectType::Container, u"Relationships");
+  addOwn(kDatabase, kDatabases, ObjectType::Database, u"MSysDb", kAdmins);
+  addOwn(jet::kObjectsPage, jet::kTablesContainer, ObjectType::Table, u"MSysObjects");
+  addOwn(jet::kAcesPage, jet::kTablesContainer, ObjectType::Table, u"MSysACEs");
+  addOwn(jet::kQueriesPage, jet::kTablesContainer, ObjectType::Table, u"MSysQueries");
+  addOwn(jet::kRelationshipsPage, jet::kTablesContainer, ObjectType::Table, u"MSysRelationships");
   for (const ListedObject& object : objects)
-    add(object.id, kTables, object.type, object.name, kAdmins, object.flags, object.properties);
+    add(object.id, jet::kTablesContainer, object.type, object.name, kAdmins, object.flags,
+        object.properties);
   return table;
 }
 
@@ -169,23 +182,26 @@ Table permissions(jet::Version version, const std::vector<ListedObject>& objects
 Table savedQueries(jet::Version version, const std::vector<StoredQuery>& queries,
                    const std::vector<std::int32_t>& ids) {
   Table table(u"MSysQueries");
-  table.column(systemColumn(u"ObjectId", ColumnType::Long))
-      .column(systemColumn(u"Attribute", ColumnType::Byte))
-      .column(systemBinary(version, u"Order"))
-      .column(systemText(u"Name1"))
-      .column(systemText(u"Name2"))
-      .column(systemColumn(u"Expression", ColumnType::Memo))
-      .column(systemColumn(u"Flag", ColumnType::Integer))
+  table.column(systemColumn(text(jet::QueryColumn::kObject), ColumnType::Long))
+      .column(systemColumn(text(jet::QueryColumn::kAttribute), ColumnType::Byte))
+      .column(systemBinary(version, text(jet::QueryColumn::kOrder)))
+      .column(systemText(text(jet::QueryColumn::kName1)))
+      .column(systemText(text(jet::QueryColumn::kName2)))
+      .column(systemColumn(text(jet::QueryColumn::kExpression), ColumnType::Memo))
+      .column(systemColumn(text(jet::QueryColumn::kFlag), ColumnType::Integer))
       .index({.name = u"ObjectIdAttribute",
-              .columns = {{u"ObjectId"}, {u"Attribute"}, {u"Order"}},
+              .columns = {{text(jet::QueryColumn::kObject)},
+                          {text(jet::QueryColumn::kAttribute)},
+                          {text(jet::QueryColumn::kOrder)}},
               .primary = true,
               .unique = true});
-  if (version == jet::Version::Jet4) table.column(systemColumn(u"LvExtra", ColumnType::Long));
+  if (version == jet::Version::Jet4)
+    table.column(systemColumn(text(jet::QueryColumn::kExtra), ColumnType::Long));
   for (std::size_t i = 0; i < queries.size(); ++i) {
-    std::map<std::uint8_t, std::uint32_t> orders;
+    std::map<jet::QueryAttribute, std::uint32_t> orders;
     for (const QueryRow& row : queries[i].rows) {
       std::vector<Variant> values{ids[i],
-                                  row.attribute,
+                                  static_cast<std::uint8_t>(row.attribute),
                                   bigEndian(++orders[row.attribute]),
                                   orNull(row.name1),
                                   orNull(row.name2),

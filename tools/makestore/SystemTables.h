@@ -6,20 +6,18 @@
 
 #include "makestore/StoredQuery.h"
 #include "makestore/Table.h"
+#include "platform/jet/format/ObjectRow.h"
 
 namespace makestore {
 
 /// An object of the store's own, for the object list.
 struct ListedObject {
   std::int32_t id = 0;
-  std::int16_t type = 0;
+  jet::ObjectType type = jet::ObjectType::Table;
   std::u16string name;
   std::int32_t flags = 0;
   jet::Bytes properties;
 };
-
-inline constexpr std::int16_t kTableObject = 1;
-inline constexpr std::int16_t kQueryObject = 5;
 
 /// The engine's own tables with their rows: the object list, the permissions, the saved queries and
 /// the relationships (of which there are none). `date` is when all objects were made.

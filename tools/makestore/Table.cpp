@@ -10,15 +10,16 @@
 namespace makestore {
 namespace {
 
-jet::Property yes(std::u16string name) {
-  return {.name = std::move(name),
+jet::Property yes(std::u16string_view name) {
+  return {.name = std::u16string(name),
           .type = static_cast<std::uint8_t>(jet::ColumnType::Boolean),
           .definition = true,
           .data = {0xFF}};
 }
 
-jet::Property textProperty(jet::Version version, std::u16string name, std::u16string_view value) {
-  return {.name = std::move(name),
+jet::Property textProperty(jet::Version version, std::u16string_view name,
+                           std::u16string_view value) {
+  return {.name = std::u16string(name),
           .type = static_cast<std::uint8_t>(jet::ColumnType::Memo),
           .definition = true,
           .data = jet::encodeText(version, value, false).value()};
@@ -26,15 +27,15 @@ jet::Property textProperty(jet::Version version, std::u16string name, std::u16st
 
 void addRule(jet::Version version, const Rule& rule, jet::PropertyBlock& block) {
   if (rule.expression.empty()) return;
-  block.properties.push_back(textProperty(version, u"ValidationRule", rule.expression));
+  block.properties.push_back(textProperty(version, jet::PropertyName::kRule, rule.expression));
   if (!rule.text.empty())
-    block.properties.push_back(textProperty(version, u"ValidationText", rule.text));
+    block.properties.push_back(textProperty(version, jet::PropertyName::kRuleText, rule.text));
 }
 
 }  // namespace
 
 Column Column::text(std::u16string name, std::size_t length) {
-  return {.name = std::move(name), .type = jet::ColumnType::Text, .length = length};
+  return {.name = std::u16string(name), .type = jet::ColumnType::Text, .length = length};
 }
 
 Index Index::primaryKey(std::u16string column) {
@@ -93,9 +94,9 @@ jet::Bytes Table::properties(jet::Version version) const {
   if (!own.properties.empty()) blocks.push_back(std::move(own));
   for (const Column& column : columns_) {
     jet::PropertyBlock block{.name = column.name, .properties = {}};
-    if (column.required) block.properties.push_back(yes(u"Required"));
+    if (column.required) block.properties.push_back(yes(jet::PropertyName::kRequired));
     if (jet::isText(column.type) && column.allowZeroLength)
-      block.properties.push_back(yes(u"AllowZeroLength"));
+      block.properties.push_back(yes(jet::PropertyName::kAllowZeroLength));
     addRule(version, column.rule, block);
     if (!block.properties.empty()) blocks.push_back(std::move(block));
   }

@@ -8,9 +8,6 @@
 namespace jet {
 namespace {
 
-/// Tables and saved queries are children of the container with this id.
-constexpr std::int32_t kTablesContainer = 0x0F000001;
-
 /// Columns of a system table by name; a missing one is damage.
 class Columns {
  public:
@@ -39,35 +36,40 @@ std::u16string textOf(const Row& row, int column) {
   return text;
 }
 
+std::optional<ObjectKind> kindOf(std::int32_t type) {
+  switch (static_cast<ObjectType>(type)) {
+    case ObjectType::Table:
+      return ObjectKind::Table;
+    case ObjectType::Query:
+      return ObjectKind::Query;
+    case ObjectType::DatabaseLink:
+    case ObjectType::FileLink:
+      return ObjectKind::LinkedTable;
+    case ObjectType::Database:
+    case ObjectType::Container:
+      break;
+  }
+  return std::nullopt;
+}
+
 /// Reads rows of MSysObjects.
 struct ObjectRows {
   explicit ObjectRows(const Table& table) {
     const Columns columns(table);
-    id = columns[u"Id"];
-    parent = columns[u"ParentId"];
-    name = columns[u"Name"];
-    type = columns[u"Type"];
-    flags = columns[u"Flags"];
+    id = columns[ObjectColumn::kId];
+    parent = columns[ObjectColumn::kParent];
+    name = columns[ObjectColumn::kName];
+    type = columns[ObjectColumn::kType];
+    flags = columns[ObjectColumn::kFlags];
   }
 
   /// The row's object; absent for containers, forms and all other objects without rows.
   std::optional<CatalogObject> read(const Row& row) const {
     if (integerOf(row, parent) != kTablesContainer) return std::nullopt;
     CatalogObject object;
-    switch (integerOf(row, type)) {
-      case 1:
-        object.kind = ObjectKind::Table;
-        break;
-      case 5:
-        object.kind = ObjectKind::Query;
-        break;
-      case 4:
-      case 6:
-        object.kind = ObjectKind::LinkedTable;
-        break;
-      default:
-        return std::nullopt;
-    }
+    const std::optional<ObjectKind> kind = kindOf(integerOf(row, type));
+    if (!kind) return std::nullopt;
+    object.kind = *kind;
     object.id = integerOf(row, id);
     object.name = textOf(row, name);
     object.flags = static_cast<std::uint32_t>(integerOf(row, flags));
@@ -90,7 +92,8 @@ const Table& ObjectCatalog::objectsTable() {
 std::optional<ObjectCatalog::Location> ObjectCatalog::locate(std::u16string_view name) {
   const Table& table = objectsTable();
   const ObjectRows rows(table);
-  const std::optional<IndexNumber> index = table.indexOn({u"ParentId", u"Name"});
+  const std::optional<IndexNumber> index =
+      table.indexOn({ObjectColumn::kParent, ObjectColumn::kName});
   IndexRange range;
   range.equal = {kTablesContainer, std::u16string(name)};
   std::unique_ptr<Cursor> cursor = index ? table.walk(*index, range) : table.scan();
@@ -123,21 +126,21 @@ std::vector<QueryRow> ObjectCatalog::queryRows(std::int32_t objectId) {
   if (!queries_) queries_ = std::make_unique<Table>(pager_, u"MSysQueries", kQueriesPage);
   const Table& table = *queries_;
   const Columns columns(table);
-  const int object = columns[u"ObjectId"];
-  const int attribute = columns[u"Attribute"];
-  const int order = columns[u"Order"];
-  const int name1 = columns[u"Name1"];
-  const int name2 = columns[u"Name2"];
-  const int expression = columns[u"Expression"];
-  const int flag = columns[u"Flag"];
-  const std::optional<int> extra = table.columnNamed(u"LvExtra");
+  const int object = columns[QueryColumn::kObject];
+  const int attribute = columns[QueryColumn::kAttribute];
+  const int order = columns[QueryColumn::kOrder];
+  const int name1 = columns[QueryColumn::kName1];
+  const int name2 = columns[QueryColumn::kName2];
+  const int expression = columns[QueryColumn::kExpression];
+  const int flag = columns[QueryColumn::kFlag];
 
   struct Found {
     QueryRow row;
     runtime::Variant order;
   };
   std::vector<Found> found;
-  const std::optional<IndexNumber> index = table.indexOn({u"ObjectId", u"Attribute", u"Order"});
+  const std::optional<IndexNumber> index =
+      table.indexOn({QueryColumn::kObject, QueryColumn::kAttribute, QueryColumn::kOrder});
   IndexRange range;
   range.equal = {objectId};
   const std::unique_ptr<Cursor> cursor = index ? table.walk(*index, range) : table.scan();
@@ -145,12 +148,11 @@ std::vector<QueryRow> ObjectCatalog::queryRows(std::int32_t objectId) {
     const Row& row = cursor->row();
     if (row.isNull(object) || integerOf(row, object) != objectId) continue;
     Found next;
-    next.row.attribute = static_cast<std::uint8_t>(integerOf(row, attribute));
+    next.row.attribute = static_cast<QueryAttribute>(integerOf(row, attribute));
     next.row.name1 = textOf(row, name1);
     next.row.name2 = textOf(row, name2);
     next.row.expression = textOf(row, expression);
     next.row.flag = integerOf(row, flag);
-    if (extra && !row.isNull(*extra)) next.row.extra = integerOf(row, *extra);
     next.order = row.value(order);
     found.push_back(std::move(next));
   }
@@ -173,7 +175,7 @@ std::optional<std::vector<PropertyBlock>> ObjectCatalog::properties(const TableI
       found->object.definitionPage() != table.definitionPage)
     return std::nullopt;
   const Row& row = found->at->row();
-  const runtime::Variant blob = row.value(Columns(objectsTable())[u"LvProp"]);
+  const runtime::Variant blob = row.value(Columns(objectsTable())[ObjectColumn::kProperties]);
   if (blob.isNull()) return std::vector<PropertyBlock>();
   return decodeProperties(pager_.header().version, std::get<runtime::Binary>(blob.get()),
                           objectsTable().source().place(row.id().page));

@@ -9,7 +9,9 @@
 
 #include "platform/jet/engine/Table.h"
 #include "platform/jet/engine/TableIdentity.h"
+#include "platform/jet/format/ObjectRow.h"
 #include "platform/jet/format/PropertyBlob.h"
+#include "platform/jet/format/QueryRow.h"
 
 namespace jet {
 
@@ -27,21 +29,13 @@ struct CatalogObject {
   std::uint32_t flags = 0;
 
   /// True for the engine's own tables and for hidden objects.
-  bool isSystem() const { return (flags & 0x8000000AU) != 0; }
+  bool isSystem() const {
+    return (flags & (ObjectFlag::kSystem | ObjectFlag::kEngine | ObjectFlag::kHidden)) != 0;
+  }
   /// The page of a table's definition.
   PageNumber definitionPage() const {
     return PageNumber(static_cast<std::uint32_t>(id) & kPageOfId);
   }
-};
-
-/// One stored row of a saved query. Texts that are null are empty here.
-struct QueryRow {
-  std::uint8_t attribute = 0;
-  std::u16string name1;
-  std::u16string name2;
-  std::u16string expression;
-  std::int32_t flag = 0;
-  std::optional<std::int32_t> extra;
 };
 
 /// Reads the file's system tables, which describe its objects, saved queries and columns. Each

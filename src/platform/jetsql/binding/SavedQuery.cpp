@@ -13,30 +13,9 @@
 namespace jetsql {
 namespace {
 
-/// Attributes of a stored query's rows.
-enum Attribute : std::uint8_t {
-  kKind = 1,
-  kParameter = 2,
-  kOptions = 3,
-  kForeignDatabase = 4,
-  kInput = 5,
-  kColumn = 6,
-  kJoin = 7,
-  kWhere = 8,
-  kGroup = 9,
-  kHaving = 10,
-  kOrder = 11,
-};
-
-constexpr std::int32_t kSelectKind = 1;
-constexpr std::int32_t kUnionKind = 9;
-
-/// Bits of the options row.
-constexpr std::int32_t kAllColumns = 0x01;
-constexpr std::int32_t kDistinct = 0x02;
-constexpr std::int32_t kDistinctRow = 0x08;
-constexpr std::int32_t kTop = 0x10;
-constexpr std::int32_t kPercent = 0x20;
+using jet::QueryAttribute;
+using jet::QueryKind;
+using jet::QueryOption;
 
 constexpr std::size_t kMostInputs = 256;
 
@@ -53,25 +32,25 @@ class Builder {
       : name_(name), rows_(rows) {}
 
   ParsedQuery build() {
-    std::int32_t kind = kSelectKind;
+    QueryKind kind = QueryKind::Select;
     for (const jet::QueryRow& row : rows_) {
-      if (row.attribute == kKind) kind = row.flag;
-      if (row.attribute == kParameter) throw error::missingParameter();
+      if (row.attribute == QueryAttribute::Kind) kind = static_cast<QueryKind>(row.flag);
+      if (row.attribute == QueryAttribute::Parameter) throw error::missingParameter();
       // A source that has a name has a text only where it lies in another database.
       const bool isForeignSource =
-          row.attribute == kInput && !row.name1.empty() && !row.expression.empty();
-      if (row.attribute == kForeignDatabase || isForeignSource) {
+          row.attribute == QueryAttribute::Source && !row.name1.empty() && !row.expression.empty();
+      if (row.attribute == QueryAttribute::Database || isForeignSource) {
         fail(u" reads another database, which can't be opened here.");
       }
-      if (row.attribute == kOptions) options_ = &row;
+      if (row.attribute == QueryAttribute::Options) options_ = &row;
     }
-    if (kind != kUnionKind && kind != kSelectKind) {
+    if (kind != QueryKind::Union && kind != QueryKind::Select) {
       fail(u" is no select query and can't be opened as a table.");
     }
-    ParsedQuery query = kind == kUnionKind ? unionQuery() : selectQuery();
+    ParsedQuery query = kind == QueryKind::Union ? unionQuery() : selectQuery();
     for (const jet::QueryRow& row : rows_) {
-      if (row.attribute != kOrder) continue;
-      query.orderBy.push_back({parseExpression(row.expression), row.name1 == u"D"});
+      if (row.attribute != QueryAttribute::OrderBy) continue;
+      query.orderBy.push_back({parseExpression(row.expression), row.name1 == jet::kDescending});
     }
     return query;
   }
@@ -82,7 +61,8 @@ class Builder {
   }
 
   [[noreturn]] void fail(std::u16string_view why) const {
-    throw runtime::generalError(u"The query '" + std::u16string(name_) + u"'" + std::u16string(why));
+    throw runtime::generalError(u"The query '" + std::u16string(name_) + u"'" +
+                                std::u16string(why));
   }
   [[noreturn]] void failInconsistent() const { fail(u" is damaged."); }
 
@@ -90,13 +70,13 @@ class Builder {
   ParsedQuery unionQuery() const {
     std::vector<std::shared_ptr<const ParsedQuery>> halves;
     for (const jet::QueryRow& row : rows_) {
-      if (row.attribute != kInput) continue;
+      if (row.attribute != QueryAttribute::Source) continue;
       halves.push_back(std::make_shared<const ParsedQuery>(parseStatement(row.expression)));
       if (halves.back()->hasParameters) throw error::missingParameter();
     }
     if (halves.size() != 2) failInconsistent();
     ParsedQuery query;
-    query.all = !has(kDistinct);
+    query.all = !has(QueryOption::kDistinct);
     query.left = halves[0];
     query.right = halves[1];
     return query;
@@ -104,11 +84,11 @@ class Builder {
 
   ParsedQuery selectQuery() {
     ParsedSelect select;
-    select.distinct = has(kDistinct);
-    select.distinctRow = has(kDistinctRow);
-    if (has(kTop)) select.top = Top{topCount(), has(kPercent)};
+    select.distinct = has(QueryOption::kDistinct);
+    select.distinctRow = has(QueryOption::kDistinctRow);
+    if (has(QueryOption::kTop)) select.top = Top{topCount(), has(QueryOption::kPercent)};
     for (const jet::QueryRow& row : rows_) addRow(row, select);
-    if (has(kAllColumns)) select.items.emplace_back();
+    if (has(QueryOption::kAllColumns)) select.items.emplace_back();
     for (Input& input : inputs_) select.from.push_back(std::move(input.item));
     ParsedQuery query;
     query.select = std::move(select);
@@ -125,28 +105,34 @@ class Builder {
 
   void addRow(const jet::QueryRow& row, ParsedSelect& select) {
     switch (row.attribute) {
-      case kInput:
+      case QueryAttribute::Source:
         addInput(row);
         break;
-      case kColumn: {
+      case QueryAttribute::Column: {
         ParsedItem item = parseItem(row.expression);
         if (!row.name1.empty()) item.alias = unbracketed(row.name1);
         select.items.push_back(std::move(item));
         break;
       }
-      case kJoin:
+      case QueryAttribute::Join:
         addJoin(row);
         break;
-      case kWhere:
+      case QueryAttribute::Where:
         select.where = parseExpression(row.expression);
         break;
-      case kGroup:
+      case QueryAttribute::GroupBy:
         select.groupBy.push_back(parseExpression(row.expression));
         break;
-      case kHaving:
+      case QueryAttribute::Having:
         select.having = parseExpression(row.expression);
         break;
-      default:
+      case QueryAttribute::Start:
+      case QueryAttribute::Kind:
+      case QueryAttribute::Parameter:
+      case QueryAttribute::Options:
+      case QueryAttribute::Database:
+      case QueryAttribute::OrderBy:
+      case QueryAttribute::End:
         break;
     }
   }
@@ -182,9 +168,20 @@ class Builder {
     return inputs_.size() - 1;
   }
 
+  JoinKind joinOf(const jet::QueryRow& row) const {
+    switch (static_cast<jet::QueryJoin>(row.flag)) {
+      case jet::QueryJoin::Inner:
+        return JoinKind::Inner;
+      case jet::QueryJoin::Left:
+        return JoinKind::Left;
+      case jet::QueryJoin::Right:
+        return JoinKind::Right;
+    }
+    failInconsistent();
+  }
+
   void addJoin(const jet::QueryRow& row) {
-    if (row.flag < 1 || row.flag > 3) failInconsistent();
-    const auto kind = static_cast<JoinKind>(row.flag - 1);
+    const JoinKind kind = joinOf(row);
     const std::size_t left = inputNamed(row.name1);
     const std::size_t right = inputNamed(row.name2);
     ParsedExpression condition = parseExpression(row.expression);

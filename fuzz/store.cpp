@@ -34,13 +34,14 @@ void readTable(const jet::Table& table) {
       if (jet::isText(table.columns()[static_cast<std::size_t>(i)].type))
         scan->row().sortKey(i, key);
   }
-  for (int i = 0; i < static_cast<int>(table.indexes().size()); ++i) {
-    const auto walk = table.walk(i, {});
+  for (std::uint32_t i = 0; i < table.indexes().size(); ++i) {
+    const jet::IndexNumber index(i);
+    const auto walk = table.walk(index, {});
     while (walk->next()) readRow(walk->row(), columns);
-    if (!table.indexes()[static_cast<std::size_t>(i)].seekable) continue;
+    if (!table.indexes()[index].seekable) continue;
     jet::IndexRange range;
     range.equal = {runtime::Variant()};
-    const auto nulls = table.walk(i, range);
+    const auto nulls = table.walk(index, range);
     while (nulls->next()) readRow(nulls->row(), columns);
   }
 }

@@ -7,7 +7,7 @@
 #include "StatementPlan.h"
 #include "platform/adodb/Connection.h"
 #include "platform/adodb/Recordset.h"
-#include "platform/jet/engine/Database.h"
+#include "platform/jetsql/sqlite/Session.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/RunTimeError.h"
 
@@ -93,9 +93,8 @@ void run(const Store& store, const Step& step, std::ostream& out) {
 
 void explain(const Store& store, std::u16string_view statement, std::ostream& out) {
   const std::string path = absolutePath(store);
-  const std::u16string password = runtime::fromUtf8(store.password);
-  jet::Database database(path, runtime::fromUtf8(path), jet::Password{password});
-  const StatementPlan plan = planOf(database, statement);
+  jetsql::Session session(path, runtime::fromUtf8(path), runtime::fromUtf8(store.password));
+  const StatementPlan plan = planOf(session.database(), statement);
   out << plan.sql << '\n';
   for (std::size_t i = 0; i < plan.parameters.size(); ++i) {
     out << '?' << i + 1 << " = " << escaped(plan.parameters[i]) << '\n';

@@ -138,7 +138,7 @@ TEST_F(UpdateValues, ThatFillAPageOfLongValuesTakeItOffTheMapOfThoseWithRoom) {
   store.write(file);
   useFile(file, u"", u"Notes", u"id", std::int32_t{2});
   const auto pagesWithRoom = [&] {
-    jet::Database database(file_, u"the file", password_);
+    jet::Database database(file_, u"the file", jet::Password{password_});
     const jet::TableSource& source = tableNamed(database, table_).source();
     return jet::pagesWithRoom(source.pager, source.definition.longValueMaps.at(0).free, {});
   };

@@ -192,7 +192,7 @@ TEST(AddingAProduct, CostsFourSyncsWhereNothingSplits) {
   makestore::shopStore(order).write(file);
   Change change{u"tblStock", {}, {}};
   {
-    jet::Database database(file, u"the file", kStorePassword);
+    jet::Database database(file, u"the file", jet::Password{kStorePassword});
     const jet::Table& table = tableNamed(database, change.table);
     const int name = table.columnNamed(u"description").value();
     const auto walk =
@@ -388,7 +388,7 @@ TEST_P(CutMadeFile, LosesNothingWhereMapsGainBitmaps) {
   const jet::RowPointer freePages{jet::kGlobalMapPage, jet::SlotNumber(0)};
   jet::RowPointer pagesWithRoom;
   {
-    jet::Database database(file, u"the file", u"");
+    jet::Database database(file, u"the file", jet::Password{u""});
     pagesWithRoom = tableNamed(database, u"Texts").source().definition.freePages;
   }
   // No page is free or has room, so that these two maps need no bitmap yet.

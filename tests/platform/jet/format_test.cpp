@@ -106,6 +106,7 @@ TEST(DataPage, KeepsEveryRowThroughChanges) {
       jet::DataPageEditor editor(layout, page, {});
       const Bytes row(4 + random() % 120, static_cast<std::uint8_t>(step));
       const std::size_t slot = model.empty() ? 0 : random() % model.size();
+      const jet::SlotNumber number(static_cast<std::uint8_t>(slot));
       switch (random() % 4) {
         case 0:
           if (const auto added = editor.add(row, jet::SlotMark::Row)) {
@@ -116,14 +117,14 @@ TEST(DataPage, KeepsEveryRowThroughChanges) {
           break;
         case 1:
           if (model.empty() || !model[slot]) break;
-          if (editor.replace(slot, row, jet::SlotMark::Row))
+          if (editor.replace(number, row, jet::SlotMark::Row))
             model[slot] = row;
           else
             ++refused;
           break;
         case 2:
           if (model.empty() || !model[slot]) break;
-          editor.markDeleted(slot);
+          editor.markDeleted(number);
           model[slot].reset();
           break;
         default:

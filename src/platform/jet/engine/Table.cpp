@@ -83,14 +83,6 @@ std::optional<IndexNumber> Table::indexOn(
   return IndexNumber(static_cast<std::uint32_t>(found - indexes_.begin()));
 }
 
-std::vector<int> Table::primaryKey() const {
-  std::vector<int> places;
-  const auto primary = std::ranges::find(indexes_, true, &Index::primary);
-  if (primary == indexes_.end()) return places;
-  for (const IndexColumn& each : primary->columns) places.push_back(each.column);
-  return places;
-}
-
 std::unique_ptr<Cursor> Table::scan() const {
   return std::make_unique<TableScan>(*source_);
 }

@@ -72,8 +72,6 @@ class Table {
   const std::vector<Index>& indexes() const { return indexes_; }
   /// The first seekable index whose leading columns are these.
   std::optional<IndexNumber> indexOn(const std::vector<std::u16string_view>& columnNames) const;
-  /// The columns of the primary key, as positions in `columns()`; none without a primary key.
-  std::vector<int> primaryKey() const;
   /// Number of rows as the file counts them; an estimate for system tables.
   std::uint32_t rowCount() const;
 

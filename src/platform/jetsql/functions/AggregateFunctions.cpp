@@ -5,7 +5,7 @@
 #include <new>
 
 #include "platform/jetsql/functions/SqlFunction.h"
-#include "platform/jetsql/syntax/StatementError.h"
+#include "platform/runtime/ProviderError.h"
 
 namespace jetsql {
 namespace {

@@ -3,7 +3,7 @@
 #include <new>
 
 #include "platform/jetsql/functions/Function.h"
-#include "platform/jetsql/syntax/StatementError.h"
+#include "platform/runtime/ProviderError.h"
 
 namespace jetsql {
 namespace {

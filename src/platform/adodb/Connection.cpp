@@ -17,7 +17,7 @@ void Connection::Open(std::u16string_view connectionString, std::u16string_view 
   const ConnectionString wanted(connectionString);
   if (wanted.provider != u"Microsoft.Jet.OLEDB.4.0") throw error::noSuchProvider();
   const std::filesystem::path file = files::resolve(wanted.dataSource);
-  // The engine's words name the file as it can be pasted into a tool of this system.
+  // The engine's texts name the file by its path on this system, for use in other tools.
   session_ = std::make_shared<jetsql::Session>(file, runtime::fromUtf8(file.native()),
                                                wanted.databasePassword);
 }

@@ -27,13 +27,13 @@ class Connection {
   /// Opens the password-protected file that the connection string names. Raises the provider's
   /// error for a missing file or folder, a wrong password, a file that is no database, and a file
   /// that another program holds exclusively; `objectOpen` when it is open already, `noSuchProvider`
-  /// for a provider that isn't there (see `ObjectError.h`). User id, password and options play no
-  /// part: the file has none of its own users.
+  /// for an unknown provider (see `ObjectError.h`). User id, password and options are ignored: the
+  /// file has no users of its own.
   void Open(std::u16string_view connectionString, std::u16string_view userId,
             std::u16string_view password, int options);
   /// kStateOpen while open, else kStateClosed.
   int State() const;
-  /// Where recordsets opened from now on keep their records.
+  /// The location of the records of recordsets that are opened from now on.
   void CursorLocation(int location);
   int CursorLocation() const { return cursorLocation_; }
   /// Closes the file, and with it the recordsets that were opened on it. Raises `objectClosed` when

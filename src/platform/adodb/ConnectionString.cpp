@@ -8,7 +8,7 @@
 namespace ADODB {
 namespace {
 
-/// Reads a value and leaves `place` behind its semicolon.
+/// Reads a value and moves `position` past its semicolon.
 std::u16string readValue(std::u16string_view text, std::size_t& place) {
   place = std::min(text.find_first_not_of(u' ', place), text.size());
   const char16_t quote = place < text.size() ? text[place] : u'\0';

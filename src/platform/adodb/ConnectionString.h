@@ -5,8 +5,8 @@
 
 namespace ADODB {
 
-/// What a connection string says: `name=value` pairs between semicolons, names in any case, blanks
-/// around names and values not counting; a value in quotes may hold semicolons. Of two pairs of one
+/// A parsed connection string: `name=value` pairs between semicolons, names in any case, blanks
+/// around names and values ignored; a value in quotes may contain semicolons. Of two pairs of one
 /// name the later one counts.
 struct ConnectionString {
   std::u16string provider;

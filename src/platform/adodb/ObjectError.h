@@ -4,8 +4,9 @@
 
 namespace ADODB::error {
 
-/// The session objects' own errors, each to be thrown: number and words. The provider's errors for
-/// what the engine refuses come from below.
+/// The errors of the session objects, each with number and text, to be thrown. Errors for requests
+/// that the engine refuses come from `jet/format/EngineError.h` and
+/// `jetsql/syntax/StatementError.h`.
 runtime::RunTimeError noCurrentRecord();
 runtime::RunTimeError noSuchItem();
 runtime::RunTimeError objectClosed();

@@ -18,7 +18,7 @@ constexpr int kLockReadOnly = 1;
 
 }  // namespace
 
-/// The result that is open, and where the recordset stands.
+/// The open result, and the recordset's current row.
 struct Recordset::Rows {
   bool atEnd() const { return row == result.count(); }
   const jetsql::ResultColumn& field(int column) const {

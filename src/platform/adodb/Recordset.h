@@ -37,19 +37,19 @@ class Recordset {
   Recordset& operator=(const Recordset&) = delete;
 
   /// Runs one SELECT statement in the engine's dialect. Raises the provider's error with the
-  /// engine's words for whatever keeps the statement from running; `objectOpen` when it is open
+  /// engine's text for a statement that can't be run; `objectOpen` when the recordset is open
   /// already, `connectionClosed` on a connection that is closed. Whatever the cursor type, the rows
   /// are held on the client; with lock type 1 (read-only) none can be written.
   void Open(std::u16string_view source, Connection& connection, int cursorType, int lockType,
             int options);
-  /// Number of rows. Raises `objectClosed` when closed, like all below.
+  /// Number of rows. Raises `objectClosed` when closed, like all members below.
   std::int32_t RecordCount() const;
   /// True past the last row. (`EOF` is a macro of the C library.)
   bool Eof() const;
-  /// Goes to the next row, after writing what is staged for this one; raises `noCurrentRecord` when
-  /// already past the last one.
+  /// Moves to the next row, after writing the staged values of this one; raises `noCurrentRecord`
+  /// when already past the last one.
   void MoveNext();
-  /// The column of that name, letter case aside; raises `noSuchItem` when the result has none.
+  /// The column of that name, ignoring letter case; raises `noSuchItem` when the result has none.
   Field Fields(std::u16string_view name);
   /// Number of columns, and the name of each as the statement or the file spells it.
   int FieldCount() const;

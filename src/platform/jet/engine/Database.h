@@ -41,7 +41,7 @@ class Database {
   /// True where the file or its folder forbids writing: `update` is refused.
   bool isReadOnly() const;
 
-  /// The object of that name, letter case aside; absent when there is none.
+  /// The object of that name, ignoring letter case; absent when there is none.
   std::optional<CatalogObject> find(std::u16string_view name);
   /// All tables, saved queries and linked tables, in the order of the object list.
   std::vector<CatalogObject> objects();

@@ -237,7 +237,7 @@ void IndexEditor::trimNextTo(const IndexPath::Node& node) {
     // A leaf without a valid entry stays as it is: it must not be empty.
     if (dropUpTo(page, bound) > 0 && !(page.leaf && page.entries.empty())) {
       sawLeftovers_ = true;
-      // The link to the page before it is missing too.
+      // Its link to the page before it is outdated too.
       if (page.leaf)
         page.previous =
             lastLeafBelow(changes_, source_, node.page.entries[node.child].child, node.number);

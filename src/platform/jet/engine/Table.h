@@ -66,7 +66,7 @@ class Table {
   ColumnIdentity identity(int column) const;
   /// The columns in the order of their numbers, without deleted ones.
   const std::vector<Column>& columns() const { return columns_; }
-  /// The position of the column of that name, letter case aside.
+  /// The position of the column of that name, ignoring letter case.
   std::optional<int> columnNamed(std::u16string_view name) const;
   /// The table's stored indexes by their numbers (relationships share them).
   const std::vector<Index>& indexes() const { return indexes_; }

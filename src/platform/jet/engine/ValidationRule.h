@@ -31,7 +31,7 @@ class NewRow {
   NewRow(const TableSource& source, const Row& before, std::span<const ColumnValue> values)
       : source_(source), before_(before), values_(values) {}
 
-  /// The value of the column of that name, letter case aside; absent when the table has none.
+  /// The value of the column of that name, ignoring letter case; absent when the table has none.
   std::optional<runtime::Variant> value(std::u16string_view columnName) const;
 
  private:

@@ -36,9 +36,9 @@ struct PropertyBlock {
   std::u16string name;  ///< of the column
   std::vector<Property> properties;
 
-  /// A yes/no property by its name, letter case aside; false where it is absent.
+  /// A yes/no property by its name, ignoring letter case; false where it is absent.
   bool flag(std::u16string_view name) const;
-  /// A text property by its name, letter case aside; empty where it is absent.
+  /// A text property by its name, ignoring letter case; empty where it is absent.
   std::u16string text(Version version, std::u16string_view name) const;
 
  private:

@@ -13,10 +13,10 @@ namespace jetsql {
 struct BoundExpression;
 struct BoundQuery;
 struct Source;
-/// A name that is an alias stands for the same expression as the entry of the SELECT list.
+/// Shared, since an alias refers to the expression of its entry in the SELECT list.
 using BoundPtr = std::shared_ptr<const BoundExpression>;
 
-/// One node of an expression whose names are known, with the type of its value.
+/// One node of an expression with its names resolved and the type of its value.
 struct BoundExpression {
   ExpressionKind kind = ExpressionKind::Null;
   Operator op = Operator::None;
@@ -32,7 +32,7 @@ struct BoundExpression {
   std::shared_ptr<const BoundQuery> query;
 };
 
-/// True when two expressions are the same.
+/// True when two expressions are equal.
 bool sameExpression(const BoundExpression& a, const BoundExpression& b);
 
 }  // namespace jetsql

@@ -58,7 +58,7 @@ struct OutputColumn {
 
 struct BoundOrder {
   BoundPtr expression;  ///< absent where it is an output column
-  int output = -1;      ///< the output column that it names, numbers or repeats
+  int output = -1;      ///< the output column that it refers to or equals
   bool descending = false;
 };
 
@@ -72,12 +72,12 @@ struct BoundQuery {
   std::vector<BoundOrder> orderBy;
 };
 
-/// The table row that a column's values come from, through any number of queries that pass it on
+/// The table column that a column's values come from, through any number of queries that return it
 /// unchanged.
 struct Origin {
   const jet::Table* table = nullptr;
   int column = 0;
-  /// The table's part in the statement; one table may take part several times.
+  /// The table as one source of the statement; a table may be several sources.
   const Source* source = nullptr;
 };
 /// Absent where the expression is calculated, or its rows are not single rows of a table.

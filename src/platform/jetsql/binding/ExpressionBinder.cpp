@@ -17,7 +17,7 @@ namespace {
 
 using Kind = ExpressionKind;
 
-/// The machine's own time as a date.
+/// The machine's local time as a date.
 double localNow() {
   const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
   std::tm parts{};
@@ -26,7 +26,7 @@ double localNow() {
                         parts.tm_min, parts.tm_sec});
 }
 
-/// Date, Time and Now return one value all through a statement: they become dates.
+/// Date, Time and Now return the same value throughout a statement: they become date literals.
 BoundPtr moment(std::u16string_view function) {
   const double now = localNow();
   const double day = std::floor(now);
@@ -69,7 +69,7 @@ Type operatorType(const BoundExpression& expression) {
   return calculatedType(expression.op, first, expression.arguments[1]->type);
 }
 
-/// The common type of every so many-th argument.
+/// The common type of every `step`-th argument, beginning with `first`.
 Type commonTypeOf(const std::vector<BoundPtr>& arguments, std::size_t first, std::size_t step) {
   Type type = Type::Null;
   for (std::size_t i = first; i < arguments.size(); i += step) {
@@ -87,7 +87,7 @@ Type callType(const Function& function, const std::vector<BoundPtr>& arguments) 
       return commonTypeOf(arguments, 1, 2);
     case Function::Writing::Fallback:
       if (arguments.size() == 2) return commonTypeOf(arguments, 0, 1);
-      // Alone, null becomes 0 where it stands for a number, else the empty text.
+      // Without a second argument, null becomes 0 where a number is expected, else the empty text.
       return arguments[0]->type == Type::Null ? Type::Text : arguments[0]->type;
     case Function::Writing::Sum:
       return arguments[0]->type == Type::Currency ? Type::Currency : Type::Double;
@@ -158,8 +158,8 @@ BoundPtr ExpressionBinder::bindColumn(const ParsedExpression& expression) const 
   throw error::missingParameter();
 }
 
-/// The column of a source that the path names: its last part names the column; where that fits
-/// nothing, a column's own name may hold a dot.
+/// The column of a source that the path names. Its last part names the column; if no column
+/// matches, the path may be the name of a column that contains a dot.
 BoundPtr ExpressionBinder::findColumn(const ParsedExpression& expression,
                                       const Scope& scope) const {
   const auto& path = expression.path;

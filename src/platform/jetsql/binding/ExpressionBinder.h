@@ -6,8 +6,8 @@ namespace jetsql {
 
 class QueryBinder;
 
-/// Finds out what the names in an expression stand for and which type it has. Raises the engine's
-/// errors for unknown or ambiguous names, for functions that don't exist or are called wrongly.
+/// Resolves the names in an expression and finds its type. Raises the engine's errors for unknown
+/// or ambiguous names, and for functions that don't exist or are called wrongly.
 class ExpressionBinder {
  public:
   /// `queries` binds the queries within the expression.

@@ -41,7 +41,7 @@ void addAll(BoundQuery& query, std::u16string_view qualifier) {
   throw error::statement(u"Query input must contain at least one table or query.");
 }
 
-/// Columns of one name are told apart by the tables that they come from.
+/// Prefixes columns that share a name with the tables that they come from.
 void tellApart(std::vector<OutputColumn>& columns, const std::vector<bool>& aliased) {
   const std::vector<OutputColumn> before = columns;
   for (std::size_t i = 0; i < before.size(); ++i) {
@@ -59,7 +59,8 @@ void tellApart(std::vector<OutputColumn>& columns, const std::vector<bool>& alia
   }
 }
 
-/// The query's own column that an ORDER BY term numbers or names; -1 where it does neither.
+/// The query's output column that an ORDER BY term refers to by number or name; -1 if it does
+/// neither.
 int outputNamed(const std::vector<OutputColumn>& columns, const ParsedExpression& term) {
   if (term.kind == ExpressionKind::Whole) {
     const bool exists = term.number >= 1 && term.number <= static_cast<double>(columns.size());
@@ -168,7 +169,7 @@ BoundFrom QueryBinder::bindFrom(const ParsedFrom& item, BoundSelect& select,
   source->number = sources_;
   source->name = item.alias.empty() ? item.name : item.alias;
   if (item.query) {
-    // A query in FROM sees nothing of the query around it.
+    // A query in FROM sees no names of the query around it.
     source->query = std::make_shared<const BoundQuery>(bindQuery(*item.query, nullptr, open));
   } else {
     bindNamed(item, *source, open);

@@ -8,14 +8,14 @@
 
 namespace jetsql {
 
-/// Most tables and queries that a statement may come to, those of its saved queries included.
+/// Most tables and queries in a statement, those of its saved queries included.
 inline constexpr int kMostSources = 200;
-/// Deepest nesting of saved queries in saved queries, and of everything that is bound.
+/// Deepest nesting of saved queries in saved queries, and of queries and expressions in all.
 inline constexpr int kDeepestQueries = 50;
 inline constexpr int kDeepestBinding = 1500;
 
-/// Finds out what the names in a parsed query stand for. Raises the engine's errors for unknown or
-/// ambiguous names and for columns that a grouped query doesn't group by.
+/// Resolves the names in a parsed query. Raises the engine's errors for unknown or ambiguous names
+/// and for columns that a grouped query doesn't group by.
 class QueryBinder {
  public:
   explicit QueryBinder(StoreCatalog& catalog) : catalog_(catalog) {}

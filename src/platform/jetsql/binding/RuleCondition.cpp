@@ -16,7 +16,7 @@
 namespace jetsql {
 namespace {
 
-/// Longest rule that is taken, in 16-bit units.
+/// Longest rule that is accepted, in 16-bit units.
 constexpr std::size_t kLongestRule = 2048;
 constexpr std::array<std::u16string_view, 5> kJoiningWords{u"AND", u"OR", u"XOR", u"EQV", u"IMP"};
 constexpr std::array<std::u16string_view, 6> kComparisons{u"=", u"<>", u"<", u"<=", u">", u">="};
@@ -39,12 +39,12 @@ bool namesColumn(const ParsedExpression& expression) {
          std::ranges::any_of(expression.arguments, namesColumn);
 }
 
-/// True for a term that says something by itself; false for a value.
+/// True for a term that is a condition by itself; false for a value.
 bool isCondition(const ParsedExpression& term) {
   return isTest(term.kind, term.op) || namesColumn(term);
 }
 
-/// A column's criterion on its way to a full expression: each term gets the left operand that it
+/// Turns a column's criterion into a full expression: each term gets the left operand that it
 /// lacks.
 class Criterion {
  public:
@@ -161,7 +161,7 @@ struct Literal {
   ParsedExpression operator()(const runtime::Guid&) const { throw error::typeMismatch(); }
 };
 
-/// The expression with the row's values in place of its columns.
+/// The expression with its columns replaced by the row's values.
 ParsedExpression filledIn(ParsedExpression expression, const jet::ValidationRule& rule,
                           const jet::NewRow& row) {
   if (expression.query) throw runtime::generalError(u"A rule can't contain a query.");

@@ -36,7 +36,7 @@ class Builder {
     for (const jet::QueryRow& row : rows_) {
       if (row.attribute == QueryAttribute::Kind) kind = static_cast<QueryKind>(row.flag);
       if (row.attribute == QueryAttribute::Parameter) throw error::missingParameter();
-      // A source that has a name has a text only where it lies in another database.
+      // A source that has a name has a text only where it is in another database.
       const bool isForeignSource =
           row.attribute == QueryAttribute::Source && !row.name1.empty() && !row.expression.empty();
       if (row.attribute == QueryAttribute::Database || isForeignSource) {
@@ -137,7 +137,7 @@ class Builder {
     }
   }
 
-  /// A source of FROM: at first a table, later perhaps a join, known by all names in it.
+  /// A source of FROM: at first a table, later perhaps a join, found by any table name in it.
   struct Input {
     std::vector<std::u16string> names;
     ParsedFrom item;
@@ -154,7 +154,7 @@ class Builder {
     inputs_.push_back({{item.alias.empty() ? item.name : item.alias}, std::move(item)});
   }
 
-  /// The index of the source that holds the name; a plain table is taken in where none does.
+  /// The index of the source that contains the name; a plain table is added where none does.
   std::size_t inputNamed(const std::u16string& written) {
     const std::u16string name = unbracketed(written);
     for (std::size_t i = 0; i < inputs_.size(); ++i) {
@@ -186,7 +186,8 @@ class Builder {
     const std::size_t right = inputNamed(row.name2);
     ParsedExpression condition = parseExpression(row.expression);
     if (left == right) {
-      // A further condition of the join that holds both tables already; the later ones come first.
+      // A further condition of the join that contains both tables already; the later ones come
+      // first.
       ParsedFrom& join = inputs_[left].item;
       if (!join.isJoin() || join.join != kind) failInconsistent();
       join.condition = binary(Operator::And, std::move(condition), std::move(*join.condition));

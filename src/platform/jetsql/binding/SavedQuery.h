@@ -9,8 +9,7 @@
 namespace jetsql {
 
 /// Builds a saved query from its stored rows. Raises the engine's error for a query that is no
-/// SELECT or UNION, that takes parameters, or whose rows don't go together; `name` is for its
-/// words.
+/// SELECT or UNION, that takes parameters, or whose rows are inconsistent; `name` is for its text.
 ParsedQuery queryFromRows(std::u16string_view name, std::span<const jet::QueryRow> rows);
 
 }  // namespace jetsql

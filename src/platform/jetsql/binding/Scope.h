@@ -11,7 +11,7 @@ struct OpenQuery {
   const OpenQuery* outer = nullptr;
 };
 
-/// A query in the making, whose names can be seen, and the one around it.
+/// A query that is being bound, whose names are visible, and the query around it.
 struct Scope {
   /// Its sources, and the columns bound so far, whose aliases can be used.
   const BoundQuery& query;
@@ -22,10 +22,10 @@ struct Scope {
   bool sawAggregate = false;
 };
 
-/// The clause that an expression belongs to, as far as it matters.
+/// The clause that an expression belongs to, as far as it restricts the expression.
 enum class Clause : std::uint8_t { Plain, Where, InAggregate };
 
-/// What an expression's names are looked up in.
+/// The context in which an expression's names are looked up.
 struct Surroundings {
   Scope& scope;
   Clause clause = Clause::Plain;

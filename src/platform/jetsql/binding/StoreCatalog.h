@@ -14,7 +14,7 @@ struct StoredQuery {
   ParsedQuery query;
 };
 
-/// The object that a name in FROM stands for.
+/// The object that a name in FROM refers to.
 using CatalogEntry = std::variant<const jet::Table*, StoredQuery>;
 
 /// The tables and saved queries of one file, each looked up when a statement names it.

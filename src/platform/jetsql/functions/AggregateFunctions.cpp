@@ -52,7 +52,7 @@ class End final : public Kept {
 
 enum class Spread : std::uint8_t { Deviation, DeviationOfAll, Variance, VarianceOfAll };
 
-/// Standard deviation and variance, of a sample or of all.
+/// Standard deviation and variance, of a sample or of the population.
 template <Spread kind>
 class Scatter final : public Aggregate {
  public:

@@ -6,8 +6,8 @@
 
 namespace jetsql {
 
-/// The functions over the rows of a group: First, Last, StDev, Var and their like, and those that a
-/// written statement needs.
+/// The functions over the rows of a group: First, Last, StDev, Var and so on, and those that a
+/// written statement needs internally.
 std::span<const Function> aggregateFunctions();
 
 }  // namespace jetsql

@@ -15,7 +15,7 @@
 namespace jetsql {
 namespace {
 
-/// A number that stands in a calculation; null stays null.
+/// An operand of a calculation as a number; null stays null.
 void number(const FunctionCall& call) {
   if (!call.isText(0)) return call.setValue(call.raw(0));
   call.setNumber(call.number(0));
@@ -68,7 +68,7 @@ void toText(const FunctionCall& call) {
   call.setText(call.text(0));
 }
 
-/// A number as text with room for its sign in front.
+/// A number as text, with a blank or its sign before it.
 void str(const FunctionCall& call) {
   const double value = call.number(0);
   call.setText((value < 0 ? u"" : u" ") + call.text(0));

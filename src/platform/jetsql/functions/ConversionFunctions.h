@@ -6,7 +6,7 @@
 
 namespace jetsql {
 
-/// The functions that turn values into other types, and Format.
+/// The functions that convert values to other types, and Format.
 std::span<const Function> conversionFunctions();
 
 /// An amount in whole ten-thousandths, rounded half to even. Raises the overflow error for one that

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::int64_t kSecondsADay = 86400;
 
-/// An interval of DateAdd, DateDiff and DatePart: so many months, or so many seconds.
+/// An interval of DateAdd, DateDiff and DatePart: a number of months, or a number of seconds.
 struct Interval {
   std::u16string_view name;
   int months;
@@ -106,7 +106,7 @@ void dateDiff(const FunctionCall& call) {
     if (interval.seconds < kSecondsADay) {
       return (day * kSecondsADay + secondOfDay(time)) / interval.seconds;
     }
-    // Weeks begin with Sunday; day 1 was one.
+    // Weeks begin on Sunday, and day 1 was a Sunday.
     const auto length = interval.seconds / kSecondsADay;
     return static_cast<std::int64_t>(
         std::floor(static_cast<double>(day - 1) / static_cast<double>(length)));

@@ -13,7 +13,7 @@ class FunctionCall;
 
 /// A function of the dialect, or one of ours within SQLite that an operator needs.
 struct Function {
-  /// How a call of it is written for SQLite.
+  /// How a call of the function is written for SQLite.
   enum class Writing : std::uint8_t {
     Plain,   ///< a function of ours, `target`
     Choice,  ///< IIf
@@ -21,22 +21,22 @@ struct Function {
     Choose,
     Fallback,   ///< Nz
     NullTest,   ///< IsNull
-    Moment,     ///< Date, Time, Now: one value all through a statement
+    Moment,     ///< Date, Time, Now: one value throughout a statement
     InText,     ///< InStr, whose start may come first
     Sum,        ///< Sum, Avg: `target` of SQLite, exact for amounts
     Aggregate,  ///< any other over many rows, `target` of SQLite or ours
   };
 
-  /// What it returns: a value of a type, or of its first argument's.
+  /// The type of the result: a fixed one, or that of the first argument.
   enum class Result : std::uint8_t { Fixed, AsFirst };
-  /// A scalar function either sees nulls, or is null where an argument is.
+  /// A scalar function either receives nulls, or is null where an argument is.
   enum class Nulls : std::uint8_t { Pass, Seen };
 
   std::u16string_view name;  ///< in capitals; empty where only an operator needs it
   int fewest;
   int most;
-  /// Kinds of arguments in turn, the last one standing for all that follow: `t` text, `n` number,
-  /// `v` as it is, `k` kept (an amount in ten-thousandths), `c` compared.
+  /// Kinds of the arguments in order, the last one for all that follow: `t` text, `n` number, `v`
+  /// as it is, `k` kept (an amount in ten-thousandths), `c` compared.
   std::string_view takes;
   Type type;
   std::string_view target;                        ///< its name within SQLite
@@ -55,7 +55,7 @@ inline constexpr auto kSeen = Function::Nulls::Seen;
 inline constexpr auto kFixed = Function::Result::Fixed;
 inline constexpr auto kAsFirst = Function::Result::AsFirst;
 
-/// The function of that name, letter case and a `$` at the end aside; null when there is none.
+/// The function of that name, ignoring letter case and a `$` at the end; null when there is none.
 const Function* functionNamed(std::u16string_view name);
 /// The function of that name within SQLite; null when there is none.
 const Function* functionWithTarget(std::string_view target);

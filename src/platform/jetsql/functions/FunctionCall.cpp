@@ -31,7 +31,7 @@ bool FunctionCall::hasNull() const {
 }
 
 void FunctionCall::spend(std::size_t units) const {
-  // So many units of text go in one step.
+  // Units of text that count as one step.
   constexpr std::size_t kUnitsAStep = 4;
   session_.budget.spend(static_cast<std::int64_t>(units / kUnitsAStep));
 }

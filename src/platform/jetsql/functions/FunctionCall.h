@@ -20,7 +20,7 @@ struct FunctionContext {
 };
 
 /// One call of a function: its arguments and its result, which is null until one is set. Numbers
-/// stand for texts and texts for numbers where they can; where not, the mismatch error is raised.
+/// and texts are converted to each other where possible; else the mismatch error is raised.
 class FunctionCall {
  public:
   FunctionCall(sqlite3_context* context, int count, sqlite3_value** values,
@@ -43,7 +43,7 @@ class FunctionCall {
   sqlite3_value* raw(int argument) const { return values_[argument]; }
   jet::TextOrder order() const { return session_.order; }
   sqlite3_context* context() const { return context_; }
-  /// Counts work that grows with the length of texts; raises the error once it is too much.
+  /// Counts work that grows with the length of texts; raises the error once the budget is spent.
   void spend(std::size_t units) const;
 
   void setText(std::u16string_view text) const;
@@ -59,7 +59,7 @@ class FunctionCall {
   FunctionContext& session_;
 };
 
-/// A number as `&` writes it.
+/// A number as text, as `&` converts it.
 std::u16string numberText(double number);
 
 }  // namespace jetsql

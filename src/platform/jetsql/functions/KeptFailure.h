@@ -9,7 +9,7 @@ namespace jetsql {
 /// again once SQLite has returned.
 class KeptFailure {
  public:
-  /// Keeps the exception that is being handled, unless one is kept already.
+  /// Stores the exception that is being handled, unless one is stored already.
   void keep() noexcept {
     if (!kept_) kept_ = std::current_exception();
   }
@@ -21,7 +21,7 @@ class KeptFailure {
   std::exception_ptr kept_;
 };
 
-/// Runs the body of a callback; keeps what it throws, and returns false then.
+/// Runs the body of a callback; if it throws, stores the exception and returns false.
 template <class Body>
 bool guarded(KeptFailure& failure, Body body) noexcept {
   try {

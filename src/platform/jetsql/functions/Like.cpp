@@ -16,7 +16,7 @@ LikePattern::LikePattern(std::u16string_view pattern, Dialect dialect) {
   for (std::size_t i = 0; i < pattern.size(); ++i) {
     const char16_t c = pattern[i];
     if (c == (isLike ? u'*' : u'%')) {
-      // Several runs in a row are one.
+      // Adjacent runs are one.
       if (elements_.empty() || elements_.back().kind != Element::Kind::Run) {
         elements_.push_back({Element::Kind::Run, 0, false, {}});
       }
@@ -81,7 +81,7 @@ bool LikePattern::accepts(const Element& element, char16_t character) {
 }
 
 bool LikePattern::matches(std::u16string_view text) const {
-  // After a run that doesn't lead on, only the last run needs to take one character more.
+  // When the elements after a run don't match, only the last run has to match one character more.
   constexpr std::size_t kNone = static_cast<std::size_t>(-1);
   std::size_t element = 0;
   std::size_t place = 0;

@@ -19,7 +19,7 @@ class LikePattern {
   LikePattern(std::u16string_view pattern, Dialect dialect);
 
   bool matches(std::u16string_view text) const;
-  /// How many elements a character may have to be compared with.
+  /// Number of elements: an upper bound of the comparisons for one character.
   std::size_t size() const { return elements_.size(); }
 
  private:
@@ -36,7 +36,7 @@ class LikePattern {
   std::vector<Element> elements_;
 };
 
-/// A character as it compares where letter case doesn't count.
+/// A character folded for comparisons in which letter case doesn't count.
 char16_t foldedCase(char16_t character);
 
 }  // namespace jetsql

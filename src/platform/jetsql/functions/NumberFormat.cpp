@@ -40,13 +40,13 @@ struct Piece {
   std::u16string literal;
 };
 
-/// A section of a pattern, taken apart.
+/// A parsed section of a pattern.
 struct Section {
   std::vector<Piece> pieces;
-  int whole = 0;     ///< least digits before the point
-  int decimals = 0;  ///< most digits after the point
-  int fewest = 0;    ///< least digits after the point
-  int exponent = 0;  ///< least digits of the exponent
+  int whole = 0;     ///< minimum of digits before the point
+  int decimals = 0;  ///< maximum of digits after the point
+  int fewest = 0;    ///< minimum of digits after the point
+  int exponent = 0;  ///< minimum of digits of the exponent
   bool hasExponent = false;
   bool hasDigits = false;
   bool thousands = false;
@@ -153,7 +153,7 @@ struct Digits {
   std::string decimals;
 };
 
-/// Rounds as a reader of the decimal number would: a half goes up.
+/// Rounds the decimal form of the number, halves away from zero.
 Digits rounded(double number, int decimals) {
   std::array<char, 400> text{};
   const auto end =
@@ -185,7 +185,7 @@ std::string withThousands(const std::string& digits) {
   return whole;
 }
 
-/// Writes the digits in place of the pattern's; those that are too many go before the first one.
+/// Replaces the pattern's digits with the number's; surplus digits go before the first one.
 std::u16string written(const Section& section, Digits digits, int exponent) {
   while (static_cast<int>(digits.decimals.size()) > section.fewest && !digits.decimals.empty() &&
          digits.decimals.back() == '0') {
@@ -232,7 +232,7 @@ std::u16string written(const Section& section, Digits digits, int exponent) {
           break;
         }
         ++place;
-        // As many digits stay as pattern digits follow this one.
+        // The last digits are left for the pattern digits that follow this one.
         for (const std::size_t behind = places - place; count > behind && used < shown.size();) {
           const auto left = static_cast<std::size_t>(
               std::ranges::count_if(shown.substr(used), [](char c) { return c != ','; }));

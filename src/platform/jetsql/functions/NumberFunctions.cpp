@@ -12,7 +12,7 @@ runtime::RunTimeError divisionByZero() {
   return error::statement(u"Division by zero");
 }
 
-/// `+` where only the rows tell whether texts join or numbers add.
+/// `+` where only the rows tell whether to join texts or to add numbers.
 void plus(const FunctionCall& call) {
   if (call.isText(0) && call.isText(1)) return call.setText(call.text(0) + call.text(1));
   call.setNumber(call.number(0) + call.number(1));
@@ -43,7 +43,7 @@ void power(const FunctionCall& call) {
   call.setNumber(result);
 }
 
-/// Whole numbers stay whole.
+/// Integers stay integers.
 void setRounded(const FunctionCall& call, double result) {
   if (sqlite3_value_type(call.raw(0)) == SQLITE_INTEGER && std::fabs(result) < 9.0e15) {
     return call.setWhole(static_cast<std::int64_t>(result));

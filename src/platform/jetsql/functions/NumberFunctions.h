@@ -6,7 +6,7 @@
 
 namespace jetsql {
 
-/// The functions that calculate, and the operators that SQLite has not.
+/// The functions that calculate, and the operators that SQLite lacks.
 std::span<const Function> numberFunctions();
 
 }  // namespace jetsql

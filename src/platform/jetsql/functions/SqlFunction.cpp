@@ -8,7 +8,7 @@
 namespace jetsql {
 namespace {
 
-/// What a registered function finds at its call.
+/// The data that a registered function receives at its call.
 struct Registered {
   const Function* function;
   FunctionContext* session;
@@ -18,7 +18,7 @@ Registered& registeredOf(sqlite3_context* context) {
   return *static_cast<Registered*>(sqlite3_user_data(context));
 }
 
-/// Runs a call; what it throws is kept, and SQLite told to stop.
+/// Runs a call; if it throws, stores the exception and tells SQLite to stop.
 template <class Body>
 void run(sqlite3_context* context, Body body) noexcept {
   if (!guarded(registeredOf(context).session->failure, body)) {
@@ -35,7 +35,7 @@ void runScalar(sqlite3_context* context, int count, sqlite3_value** values) noex
   });
 }
 
-/// SQLite keeps a pointer's room for each group, zeroed at first.
+/// SQLite allocates the size of a pointer for each group, initialized with zeros.
 Aggregate** roomFor(sqlite3_context* context, bool create) {
   constexpr int kSize = sizeof(void*);
   return static_cast<Aggregate**>(sqlite3_aggregate_context(context, create ? kSize : 0));
@@ -55,7 +55,7 @@ void runFinish(sqlite3_context* context) noexcept {
   run(context, [&] {
     const Registered& registered = registeredOf(context);
     Aggregate** room = roomFor(context, false);
-    // A group without rows has no state, and null for a result.
+    // A group without rows has no state, and its result is null.
     if (room == nullptr || *room == nullptr) return;
     const std::unique_ptr<Aggregate> aggregate(*room);
     *room = nullptr;
@@ -73,7 +73,7 @@ void registerFunction(sqlite3* connection, std::string_view name, FunctionContex
   const Function* function = functionWithTarget(name);
   if (function == nullptr) throw runtime::generalError(u"A function of the dialect is missing.");
   const bool isAggregate = function->aggregate != nullptr;
-  // SQLite releases the registration also when it refuses it.
+  // SQLite releases the registration even if it refuses it.
   const int status = sqlite3_create_function_v2(
       connection, std::string(name).c_str(), -1,
       SQLITE_UTF16 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, new Registered{function, &session},

@@ -15,8 +15,8 @@ class Aggregate {
   virtual void finish(const FunctionCall& call) = 0;
 };
 
-/// Makes a function of ours, by its name within SQLite, known to a connection, which must be closed
-/// before `session` ends.
+/// Registers one of our functions, by its name within SQLite, with a connection, which must be
+/// closed before `session` ends.
 void registerFunction(sqlite3* connection, std::string_view name, FunctionContext& session);
 
 }  // namespace jetsql

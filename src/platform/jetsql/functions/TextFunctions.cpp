@@ -15,7 +15,7 @@
 namespace jetsql {
 namespace {
 
-/// Longest text that a function makes, in units.
+/// Longest text that a function creates, in 16-bit units.
 constexpr std::size_t kLongestText = 1 << 20;
 
 void concat(const FunctionCall& call) {
@@ -52,7 +52,7 @@ void mid(const FunctionCall& call) {
   call.setText(start > text.size() ? std::u16string() : text.substr(start - 1, count));
 }
 
-/// Texts are found without regard to letter case, as they compare.
+/// The search ignores letter case, as comparisons do.
 void instr(const FunctionCall& call) {
   const std::size_t start = length(call, 0);
   if (start == 0) throw error::invalidCall();
@@ -154,7 +154,7 @@ void setMatch(const FunctionCall& call, const LikePattern& pattern) {
   call.setWhole(pattern.matches(text) ? 1 : 0);
 }
 
-/// A pattern that is the same for all rows is read once.
+/// A pattern that is the same for all rows is parsed once.
 template <LikePattern::Dialect dialect>
 void like(const FunctionCall& call) {
   constexpr int kPattern = 1;

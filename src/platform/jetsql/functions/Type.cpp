@@ -52,7 +52,7 @@ Type arithmeticType(Type a, Type b) {
   if (high == Type::Date) return Type::Date;
   if (high == Type::Decimal) return Type::Double;
   if (high <= Type::Long) return Type::Long;
-  // A long has more digits than a single keeps.
+  // A long has more digits than a single.
   if (high == Type::Single && low >= Type::Long) return Type::Double;
   return high;
 }

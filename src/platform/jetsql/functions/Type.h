@@ -6,7 +6,7 @@
 
 namespace jetsql {
 
-/// The type of an expression's value, as far as the statement alone tells.
+/// The type of an expression's value, as far as it is known from the statement alone.
 enum class Type : std::uint8_t {
   Null,  ///< nothing but null
   Boolean,
@@ -30,17 +30,17 @@ Type typeOf(jet::ColumnType column);
 inline constexpr bool isTextual(Type type) {
   return type == Type::Text || type == Type::Memo;
 }
-/// True for all that compares and calculates as a number, dates and truth values too.
+/// True for types that compare and calculate as numbers, dates and truth values included.
 inline constexpr bool isNumeric(Type type) {
   return type >= Type::Boolean && type <= Type::Decimal;
 }
 
-/// True for whole numbers of up to 32 bits, truth values too.
+/// True for integers of up to 32 bits, truth values included.
 inline constexpr bool isWhole(Type type) {
   return type >= Type::Boolean && type <= Type::Long;
 }
 
-/// The type that takes values of both.
+/// The type that holds values of both.
 Type commonType(Type a, Type b);
 /// The type of a sum, difference or product.
 Type arithmeticType(Type a, Type b);

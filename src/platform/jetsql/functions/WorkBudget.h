@@ -6,8 +6,8 @@
 
 namespace jetsql {
 
-/// What a statement may still cost, in units of about one step of SQLite's program. A statement
-/// that would run for ever ends with the error for one that is too complex.
+/// The work that a statement may still do, in units of about one step of SQLite's program. A
+/// statement that would run for ever ends with the error for one that is too complex.
 struct WorkBudget {
   std::int64_t left = 0;
 

@@ -10,21 +10,21 @@ namespace {
 
 using Test = Restriction::Test;
 
-/// Costs of a row that is fetched by an index: one of few, and one of a table whose pages are read
-/// again and again.
+/// Costs of a row that is fetched by an index: from a small table, and from one whose pages are
+/// read repeatedly.
 constexpr double kFetch = 2;
 constexpr double kFetchOfMany = 10;
 constexpr double kManyRows = 20'000;
 /// Cost of a descent in an index.
 constexpr double kDescend = 6;
-/// Assumed selectivity: one row in so many meets an equality, or a bound.
+/// Assumed selectivity: one row in this many meets an equality, or a bound.
 constexpr double kEqualShare = 20;
 constexpr double kBoundShare = 6;
-/// A value that is looked up again and again finds its rows without an index too, since the reader
-/// keeps a table of them: each time it costs this share of a scan.
+/// Rows of values that are looked up repeatedly are found without an index too, since the reader
+/// builds a hash table of them: each lookup costs this share of a scan.
 constexpr double kLookupShare = 4;
 
-/// True for columns whose values can be handed to an index.
+/// True for columns whose values can be looked up in an index.
 bool isSought(const jet::Table& table, int column) {
   const Type type = typeOf(table.columns()[static_cast<std::size_t>(column)].type);
   return type != Type::Decimal && type != Type::Binary;
@@ -66,7 +66,7 @@ class Chooser {
     return found == restrictions_.end() ? nullptr : &*found;
   }
 
-  /// The plan by an index; absent where none of the restrictions reaches it.
+  /// The plan that uses an index; absent where no restriction applies to it.
   std::optional<IndexPlan> through(int number) const {
     const jet::Index& index = table_.indexes()[static_cast<std::size_t>(number)];
     if (!index.seekable) return std::nullopt;

@@ -8,7 +8,7 @@
 
 namespace jetsql {
 
-/// A condition on one column of a table, whose value comes when the table is read.
+/// A condition on one column of a table, whose value is known only when the table is read.
 struct Restriction {
   enum class Test : char { Equal = '=', IsNull = '0', Lower = '>', Upper = '<' };
 
@@ -18,7 +18,7 @@ struct Restriction {
 };
 
 /// How a table is read: all of it, by a range of an index, or by looking up rows of equal values.
-/// Rows that don't meet a restriction may come as well.
+/// Rows that don't meet a restriction may be returned as well.
 struct IndexPlan {
   int index = -1;  ///< among the table's indexes; -1 without one
   std::vector<Restriction> taken =

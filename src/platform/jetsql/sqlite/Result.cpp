@@ -17,8 +17,8 @@ namespace {
 constexpr std::size_t kBlock = 64 * 1024;
 constexpr std::size_t kMostMemory = 256 * 1024 * 1024;
 
-/// What a packed value begins with. A text or bytes go on with their length, four bytes; the ids of
-/// a row's sources come before its values.
+/// The first byte of a packed value. In a text or bytes their length follows, four bytes; the ids
+/// of a row's sources come before its values.
 enum Tag : std::uint8_t { kNull, kWhole, kAmount, kFloating, kLatin, kWide, kBytes };
 
 template <class T>

@@ -11,8 +11,8 @@
 
 namespace jetsql {
 
-/// The rows of a statement, packed: a number takes as many bytes as its kind needs, a text of Latin
-/// letters one a letter.
+/// The rows of a statement, packed: a number takes as many bytes as its type needs, a text of
+/// Latin-1 characters one byte a character.
 class Result {
  public:
   explicit Result(std::vector<ResultColumn> columns = {}, std::size_t sourceRows = 0);
@@ -22,19 +22,19 @@ class Result {
   /// Raises the overflow error for a calculated number that the column's type doesn't hold.
   runtime::Variant value(std::size_t row, std::size_t column) const;
   /// Id of the table row that a column's value comes from; absent where it is calculated, and where
-  /// an outer join found none.
+  /// an outer join found no row.
   std::optional<jet::RowId> rowOf(std::size_t row, std::size_t column) const;
-  /// Replaces the values of the columns that one of a row's source rows holds, in their order.
+  /// Replaces the values of the columns that come from one of a row's source rows, in their order.
   void replace(std::size_t row, int sourceRow, std::span<const runtime::Variant> values);
 
-  /// Adds a row: begin, the values of all columns in turn, end. `sources` are the packed ids of the
-  /// row's source rows, 0 for none. Raises the engine's error when the rows take more memory than
-  /// any result should.
+  /// To add a row, call `beginRow`, `add` for each column in order, `endRow`. `sources` are the
+  /// packed ids of the row's source rows, 0 for none. Raises the engine's error when the rows
+  /// exceed the memory allowed for a result.
   void beginRow(std::span<const std::uint32_t> sources);
   void add(const runtime::Variant& value);
   void add(const jet::Row& row, const ValueSource& source);
   void endRow() { rows_.push_back(store()); }
-  /// Puts the rows into this order of their indexes.
+  /// Reorders the rows: `order` lists their indexes.
   void arrange(std::span<const std::uint32_t> order);
 
  private:

@@ -12,9 +12,9 @@
 namespace jetsql {
 namespace {
 
-/// A mix that maps no two numbers to one hash.
+/// A bijective mix: no two numbers have the same hash.
 std::uint64_t hashOf(double number) {
-  // Both zeros are equal.
+  // Zero and negative zero are equal.
   auto bits = std::bit_cast<std::uint64_t>(number == 0 ? 0.0 : number);
   bits ^= bits >> 33U;
   bits *= 0xFF51AFD7ED558CCDU;

@@ -8,8 +8,9 @@
 
 namespace jetsql {
 
-/// The rows of a table by the values of some of their columns, for values that are looked up often.
-/// Rows are found by a hash: who looks one up may get rows of other values as well.
+/// A hash table of a table's rows by the values of some of their columns, for values that are
+/// looked up often. Rows are found by the hash alone: a lookup may return rows with other values as
+/// well.
 class RowLookup {
  public:
   /// Reads the table. Rows with a null among these columns are left out.

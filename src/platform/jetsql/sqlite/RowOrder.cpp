@@ -11,7 +11,7 @@
 namespace jetsql {
 namespace {
 
-/// What a term of a key begins with; none is 0, which ends keys.
+/// The first byte of a key's term; none is 0, which ends keys.
 constexpr char kNull = 1;
 constexpr char kNumber = 2;
 constexpr char kText = 3;
@@ -29,9 +29,9 @@ constexpr std::uint64_t kSign = std::uint64_t{1} << 63U;
 
 }  // namespace
 
-/// Appends a number's bits, so that they compare as bytes in the order of the numbers.
+/// Appends a number's bits in a form whose byte order is the order of the numbers.
 void RowOrder::addNumber(double number) {
-  // Both zeros are equal.
+  // Zero and negative zero are equal.
   const auto bits = std::bit_cast<std::uint64_t>(number == 0 ? 0.0 : number);
   keys_ += kNumber;
   appendBigEndian((bits & kSign) != 0 ? ~bits : bits | kSign, keys_);
@@ -71,8 +71,8 @@ void RowOrder::add(const jet::Row& row, const ValueSource& source, bool descendi
   endTerm(begin, descending);
 }
 
-/// Ends a term so that none is the beginning of another: zeros within it are marked, and a zero
-/// that isn't follows.
+/// Ends a term so that none is a prefix of another: zeros inside it are escaped, and an unescaped
+/// zero follows.
 void RowOrder::endTerm(std::size_t begin, bool descending) {
   constexpr char kMark = static_cast<char>(0xFF);
   if (keys_[begin] != kNumber) {

@@ -12,18 +12,18 @@
 
 namespace jetsql {
 
-/// Sorts rows by the keys of their values: null first, numbers before texts, texts by the file's
+/// Sorts rows by the keys of their values: null first, numbers before texts, texts in the file's
 /// order. Rows of equal keys keep the order in which they were added.
 class RowOrder {
  public:
   explicit RowOrder(jet::TextOrder order) : order_(order) {}
 
-  /// Adds a row: the values of its terms in turn, then the end.
+  /// To add a row, call `add` for each term in order, then `endRow`.
   void add(const runtime::Variant& value, bool descending);
   void add(const jet::Row& row, const ValueSource& source, bool descending);
   void endRow();
 
-  /// The indexes of the rows in their order.
+  /// The indexes of the rows in sorted order.
   std::vector<std::uint32_t> sorted();
 
  private:

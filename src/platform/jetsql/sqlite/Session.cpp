@@ -17,12 +17,12 @@
 namespace jetsql {
 namespace {
 
-/// A table whose rows a result takes values from.
+/// A row of a table that supplies values of a result.
 class SourceRow {
  public:
   explicit SourceRow(const KnownTable& known) : known_(known), reader_(known.use.table->reader()) {}
 
-  /// Goes to a row; 0 stands for none. SQLite's own reader mostly stands on it already.
+  /// Moves to a row; 0 stands for none. SQLite's reader is usually at that row already.
   void find(std::uint32_t id) {
     row_ = nullptr;
     if (id == 0) return;
@@ -41,7 +41,7 @@ class SourceRow {
   const jet::Row* row_ = nullptr;
 };
 
-/// Takes the rows of a prepared statement into a result.
+/// Reads the rows of a prepared statement into a result.
 class Reader {
  public:
   Reader(SqlConnection& connection, const WrittenStatement& statement, jet::TextOrder order)

@@ -17,8 +17,8 @@ namespace jetsql {
 class SqlConnection;
 struct ParsedQuery;
 
-/// A session on one store database: the open file, and the SQL engine over it. Errors of all
-/// members are the provider's, with the engine's words.
+/// A session on one store database: the open file, and the SQL engine on it. Errors of all members
+/// are the provider's, with the engine's texts.
 class Session {
  public:
   /// Opens the file; `shownPath` is the path as the user knows it. Raises what
@@ -32,8 +32,8 @@ class Session {
   /// Runs a SELECT or UNION of the dialect to its end. The file is locked for reading until then.
   Result run(std::u16string_view statement);
 
-  /// Updates one row as `jet::Database::update` does, with the rules of the store's owner tried in
-  /// the dialect.
+  /// Updates one row as `jet::Database::update` does, and tests the validation rules in the
+  /// dialect.
   std::vector<runtime::Variant> update(const jet::RowChange& change);
 
   /// The file itself.

@@ -12,8 +12,8 @@
 namespace jetsql {
 namespace {
 
-/// Work that a statement may take before it counts as one that never ends; a session of the largest
-/// stores takes a tenth of it.
+/// Work that a statement may do before it counts as one that never ends; the statements of a
+/// session on the largest store take a tenth of it.
 constexpr std::int64_t kMostWork = 50'000'000;
 constexpr int kStepsBetweenChecks = 10'000;
 /// Longest single value, and the limits of SQLite's own programs.
@@ -26,8 +26,8 @@ int countSteps(void* data) {
   return budget.left < 0 ? 1 : 0;
 }
 
-/// A text as SQLite hands it over: within a sorter's record it may lie at an odd address, and is
-/// copied then.
+/// A text as SQLite passes it. In a sorter's record it may begin at an odd address, and is copied
+/// then.
 std::u16string_view aligned(const void* text, int size, std::u16string& room) {
   const std::size_t count = static_cast<std::size_t>(size) / 2;
   if (reinterpret_cast<std::uintptr_t>(text) % alignof(char16_t) == 0) {
@@ -62,8 +62,8 @@ SqlConnection::SqlConnection(jet::TextOrder order) {
   sqlite3_limit(opened, SQLITE_LIMIT_LENGTH, kLongestValue);
   sqlite3_limit(opened, SQLITE_LIMIT_VDBE_OP, kLongestProgram);
   sqlite3_progress_handler(opened, kStepsBetweenChecks, countSteps, &session_.budget);
-  // Texts stay as they are, in 16-bit units, which has to be said before anything else; sorting
-  // keeps to memory while it takes little.
+  // Texts stay in 16-bit units, which has to be set before anything else. Small sorts stay in
+  // memory.
   sqlite3_exec(opened, "PRAGMA encoding='UTF-16';PRAGMA cache_size=-16000", nullptr, nullptr,
                nullptr);
   if (sqlite3_create_collation_v2(opened, kCollation, SQLITE_UTF16, this, compareTexts, nullptr) !=
@@ -72,7 +72,8 @@ SqlConnection::SqlConnection(jet::TextOrder order) {
   }
 }
 
-/// Throws again what a callback kept, or the engine's error for what SQLite itself refuses.
+/// Rethrows the exception that a callback stored, else throws the engine's error for SQLite's
+/// status.
 void SqlConnection::fail(int status) {
   prepared_.reset();
   session_.failure.rethrow();

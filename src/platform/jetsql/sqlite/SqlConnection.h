@@ -14,20 +14,21 @@
 
 namespace jetsql {
 
-/// SQLite over the tables of one store, with the dialect's functions and the file's order of texts.
+/// An SQLite connection to the tables of one store, with the dialect's functions and the file's
+/// sort order of texts.
 class SqlConnection {
  public:
   explicit SqlConnection(jet::TextOrder order);
   SqlConnection(const SqlConnection&) = delete;
   SqlConnection& operator=(const SqlConnection&) = delete;
 
-  /// Prepares a statement, which lives until `finish` or the next one. `prefix` comes before its
+  /// Prepares a statement, which stays open until `finish` or the next one. `prefix` precedes its
   /// text. Raises the engine's error for one that SQLite refuses.
   void prepare(const WrittenStatement& statement, std::string_view prefix = {});
-  /// Goes to the next row of the statement; false past the last one. Raises the engine's error for
-  /// whatever fails on the way, and for a statement that takes too long.
+  /// Moves to the next row of the statement; false past the last one. Raises the engine's error for
+  /// every failure, and for a statement that takes too long.
   bool step();
-  /// Ends the statement: nothing of it reads the file any more.
+  /// Ends the statement: it reads the file no longer.
   void finish() { prepared_.reset(); }
   /// A value of the row.
   sqlite3_value* value(int column) const { return sqlite3_column_value(prepared_.get(), column); }
@@ -46,7 +47,7 @@ class SqlConnection {
 
   FunctionContext session_;
   std::array<std::u16string, 2> copies_;          ///< of texts that are compared
-  std::set<std::string, std::less<>> functions_;  ///< that the connection knows
+  std::set<std::string, std::less<>> functions_;  ///< registered with the connection
   std::vector<const KnownTable*> tables_;         ///< of the statement
   std::unique_ptr<sqlite3, Close> connection_;
   std::unique_ptr<sqlite3_stmt, Close> prepared_;

@@ -23,7 +23,7 @@ struct VirtualTable {
 struct VirtualCursor {
   sqlite3_vtab_cursor base{};
   KnownTable* known = nullptr;
-  std::optional<TableReader> reader;  ///< along the plan that it was opened for
+  std::optional<TableReader> reader;  ///< for the plan that it was opened for
   int plan = 0;
   std::string tests;
   std::vector<runtime::Variant> values;
@@ -37,7 +37,7 @@ VirtualCursor& cursorOf(sqlite3_vtab_cursor* base) {
   return *reinterpret_cast<VirtualCursor*>(base);
 }
 
-/// Runs a callback; what it throws is kept, and SQLite told to stop.
+/// Runs a callback; if it throws, stores the exception and tells SQLite to stop.
 template <class Body>
 int run(KnownTable& known, Body body) noexcept {
   return guarded(known.session->failure, body) ? SQLITE_OK : SQLITE_ERROR;
@@ -105,7 +105,7 @@ int bestIndex(sqlite3_vtab* base, sqlite3_index_info* info) {
     const jet::Table& table = *known.use.table;
     const IndexPlan plan = chooseIndex(table, restrictionsOf(*info, table));
     const PlanCode code = PlanCode::of(plan);
-    // SQLite tests the rows itself, since some may come that don't meet a restriction.
+    // SQLite tests the rows itself, since the reader may return some that don't meet a restriction.
     for (std::size_t i = 0; i < plan.taken.size(); ++i) {
       info->aConstraintUsage[plan.taken[i].number].argvIndex = static_cast<int>(i) + 1;
     }
@@ -220,7 +220,7 @@ int rowNumber(sqlite3_vtab_cursor* base, sqlite3_int64* number) {
   return SQLITE_OK;
 }
 
-/// Without a creating method the table exists by the module's name alone.
+/// Without an `xCreate` method a table of the module's name exists at once.
 constexpr sqlite3_module kModule = [] {
   sqlite3_module methods{};
   methods.xConnect = connect;
@@ -241,7 +241,7 @@ constexpr sqlite3_module kModule = [] {
 KnownTable& registerTable(sqlite3* connection, const TableUse& use, FunctionContext& session) {
   const std::string name = "t" + std::to_string(use.number);
   auto* known = new KnownTable{use, &session};
-  // SQLite releases the table also when it refuses it.
+  // SQLite releases the table even if it refuses it.
   const int status =
       sqlite3_create_module_v2(connection, name.c_str(), &kModule, known,
                                [](void* data) { delete static_cast<KnownTable*>(data); });

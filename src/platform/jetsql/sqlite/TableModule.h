@@ -8,20 +8,20 @@
 
 namespace jetsql {
 
-/// A table of the store that a connection knows.
+/// A table of the store that is registered with a connection.
 struct KnownTable {
   TableUse use;
   FunctionContext* session = nullptr;
-  const TableReader* reader = nullptr;  ///< the one that moved last, while it is open
+  const TableReader* reader = nullptr;  ///< the reader that moved last, while it is open
 
-  /// The row on which that reader stands; null where it stands on none.
+  /// The current row of that reader; null where there is none.
   const jet::Row* currentRow() const {
     return reader == nullptr || reader->atEnd() ? nullptr : &reader->row();
   }
 };
 
-/// Makes a table of the store known to a connection as the virtual table `t<number>`. `session`
-/// must outlive the connection. A table of that name is replaced; the one returned lives until
+/// Registers a table of the store with a connection as the virtual table `t<number>`. `session`
+/// must outlive the connection. A table of that name is replaced; the returned one is valid until
 /// then.
 KnownTable& registerTable(sqlite3* connection, const TableUse& use, FunctionContext& session);
 

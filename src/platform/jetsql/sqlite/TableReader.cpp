@@ -10,7 +10,7 @@ using Test = Restriction::Test;
 /// Number of the plan that looks up rows by column 0; those of further columns are lower.
 constexpr int kFirstLookup = -2;
 
-/// A table of the rows pays once this many values have been looked up, or a share of the rows.
+/// A hash table of the rows pays once this many values, or this share of the rows, were looked up.
 constexpr std::uint32_t kFewLookups = 64;
 constexpr std::uint32_t kShareOfRows = 64;
 /// Without an index each value costs a scan.
@@ -51,7 +51,7 @@ void TableReader::start(const std::vector<runtime::Variant>& values) {
   row_ = nullptr;
   cursor_.reset();
   position_ = 0;
-  // Nothing equals null, or lies on a side of it.
+  // Nothing equals null, or is less or greater.
   for (std::size_t i = 0; i < tests_.size(); ++i) {
     if (values[i].isNull() && tests_[i] != static_cast<char>(Test::IsNull)) return;
   }

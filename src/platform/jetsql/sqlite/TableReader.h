@@ -13,7 +13,7 @@
 
 namespace jetsql {
 
-/// A plan as SQLite keeps it.
+/// A plan in the form that SQLite stores.
 struct PlanCode {
   int number = 0;     ///< the index; -1 for a scan, lower for a lookup by a column
   std::string tests;  ///< the test of each value, in the order of the index's columns
@@ -21,16 +21,16 @@ struct PlanCode {
   static PlanCode of(const IndexPlan& plan);
 };
 
-/// Reads a table along a plan, again and again with other values. A value that is looked up often
-/// is no longer sought in the file but in a table of all rows by that value. Rows that don't meet
-/// the plan's restrictions may come as well.
+/// Reads a table by a plan, repeatedly with other values. Once values are looked up often, it no
+/// longer searches the file but a hash table of all rows. Rows that don't meet the plan's
+/// restrictions may be returned as well.
 class TableReader {
  public:
   TableReader(const jet::Table& table, int planNumber, std::string_view tests);
 
   /// The column that each test's value is compared with, by its index.
   const std::vector<int>& columns() const { return columns_; }
-  /// Begins anew, at the first row for these values, one for each test.
+  /// Starts again, at the first row for these values, one for each test.
   void start(const std::vector<runtime::Variant>& values);
   void next();
   bool atEnd() const { return row_ == nullptr; }

@@ -31,7 +31,7 @@ void setDate(std::int64_t days, CivilTime& time) {
   time.year = static_cast<int>(date.year());
 }
 
-/// A two-digit year lies between 1930 and 2029.
+/// A two-digit year is between 1930 and 2029.
 int fullYear(int year, std::size_t digits) {
   if (digits > 2) return year;
   return year < 30 ? 2000 + year : 1900 + year;

@@ -6,7 +6,7 @@
 
 namespace jetsql {
 
-/// A moment, taken apart. Months and days count from 1.
+/// A date and time by its fields. Months and days count from 1.
 struct CivilTime {
   int year = 1899;
   int month = 12;
@@ -19,14 +19,14 @@ struct CivilTime {
 /// Days since 1899-12-30, the fraction being the time of day, which counts forward also before that
 /// day. Months beyond 1 to 12 and days beyond the month's run over, as do the parts of the time.
 double daysFromCivil(const CivilTime& time);
-/// The moment of a date, to the nearest second. Raises the overflow error outside the years 100 to
+/// The fields of a date, to the nearest second. Raises the overflow error outside the years 100 to
 /// 9999.
 CivilTime civilFromDays(double days);
 /// 1 (Sunday) to 7.
 int weekday(double days);
 
-/// The date or time that a text stands for: month/day/year, year-month-day, with or without a time
-/// in 12 or 24 hours, or a time alone; absent when it is none.
+/// The date or time that a text denotes: month/day/year, year-month-day, with or without a time in
+/// 12 or 24 hours, or a time alone; absent when the text is none.
 std::optional<double> parseDate(std::u16string_view text);
 
 /// A date as text: month/day/year where it has a day, the time in 12 hours where it has a time.

@@ -35,7 +35,7 @@ struct LevelOperator {
   int level;
   Operator op;
 };
-/// Calculating operators, the loosest level first; `Mod` stands alone in level 1.
+/// Arithmetic operators, the loosest level first; `Mod` is the only one of level 1.
 constexpr std::array<LevelOperator, 5> kArithmetic{{{u"+", 0, Operator::Add},
                                                     {u"-", 0, Operator::Subtract},
                                                     {u"\\", 2, Operator::IntegerDivide},
@@ -212,7 +212,7 @@ ParsedExpression ExpressionParser::sign() {
 ParsedExpression ExpressionParser::power() {
   ParsedExpression left = primary();
   while (words_.accept(u"^")) {
-    // The exponent may bear a sign of its own.
+    // The exponent may have a sign of its own.
     const bool isSigned = words_.here().is(u"-") || words_.here().is(u"+");
     left = binary(Operator::Power, std::move(left), isSigned ? sign() : primary());
   }
@@ -276,7 +276,7 @@ ParsedExpression ExpressionParser::namePrimary() {
     for (const WordValue& each : kTruthWords) {
       if (token.isWord(each.word) && !next.is(u"(")) return literal(Kind::Boolean, each.value);
     }
-    // Some words of clauses are functions where a bracket follows.
+    // Some keywords of clauses are functions where a parenthesis follows.
     const bool isFunction = token.isWord(u"LEFT") || token.isWord(u"RIGHT") || token.isWord(u"ASC");
     if (next.is(u"(") && (isFunction || words_.isName())) {
       std::u16string function = token.text;

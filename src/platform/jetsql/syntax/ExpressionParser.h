@@ -5,14 +5,14 @@
 
 namespace jetsql {
 
-/// Tallest tree of an expression, with the queries inside: a chain of `And`s grows one level a
-/// link.
+/// Tallest tree of an expression, including the queries in it: a chain of `And`s grows by one level
+/// with each operand.
 inline constexpr int kTallestExpression = 250;
 
 /// Reads one expression by the dialect's grammar.
 class ExpressionParser {
  public:
-  /// The expression begins, and with it its clause, at the stream's position.
+  /// The expression, and its clause, begin at the stream's position.
   explicit ExpressionParser(TokenStream& words) : words_(words), clause_(words.position()) {}
 
   /// Reads the expression and stops at the first word that can't belong to it. Raises the engine's
@@ -42,11 +42,12 @@ class ExpressionParser {
   std::size_t clause_;
 };
 
-/// An operand under an operator, or two. Raises the error for a tree that grows too tall.
+/// A node of an operator with one operand, or with two. Raises the error for a tree that grows too
+/// tall.
 ParsedExpression unary(Operator op, ParsedExpression operand);
 ParsedExpression binary(Operator op, ParsedExpression left, ParsedExpression right);
 
-/// A text that is one expression and nothing else.
+/// Parses a text that is one expression and nothing else.
 ParsedExpression parseExpression(std::u16string_view text);
 
 }  // namespace jetsql

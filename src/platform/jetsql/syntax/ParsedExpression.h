@@ -21,7 +21,7 @@ struct ParsedExpression {
   std::vector<std::u16string> path;  ///< of a column
   std::vector<ParsedExpression> arguments;
   std::shared_ptr<const ParsedQuery> query;
-  int height = 1;  ///< levels of nodes below and with this one, those of its query included
+  int height = 1;  ///< levels of nodes from this one down, those of its query included
 };
 
 /// The parts of a column's path with dots between.

@@ -16,7 +16,7 @@ bool beginsQuery(const TokenStream& words) {
   return words.ahead(count).isWord(u"SELECT");
 }
 
-/// Names and types of parameters play no part: none can be given a value.
+/// Names and types of parameters are ignored: no parameter can be given a value.
 bool skipParameters(TokenStream& words) {
   if (!words.here().isWord(u"PARAMETERS")) return false;
   while (!words.atEnd() && !words.here().is(u";") && !words.here().isBroken()) words.advance();
@@ -95,7 +95,8 @@ ParsedQuery QueryParser::term() {
   words_.advance();
   ParsedQuery inner = query();
   words_.expectClosing(clause_);
-  // An order of its own keeps it apart from the order of the union.
+  // A query with an ORDER BY stays a query of its own, so that the union's ORDER BY doesn't replace
+  // it.
   if (inner.orderBy.empty()) return inner;
   ParsedFrom item;
   item.query = std::make_shared<const ParsedQuery>(std::move(inner));
@@ -120,7 +121,7 @@ ParsedSelect QueryParser::select() {
 
 void QueryParser::selectOptions(ParsedSelect& select) {
   for (;;) {
-    // A column may bear such a name as well.
+    // A column may have such a name as well.
     const Token& next = words_.ahead(1);
     if (next.is(u",") || next.is(u".") || next.isWord(u"FROM")) return;
     if (words_.acceptWord(u"ALL")) continue;
@@ -189,7 +190,7 @@ ParsedFrom QueryParser::fromItem() {
   whole.sides.push_back(fromPrimary());
   if (!words_.acceptWord(u"ON")) words_.failClause(clause_, u"JOIN operation");
   whole.condition = expression();
-  // A further join has to stand around this one in parentheses.
+  // A further join needs parentheses around this one.
   if (joinWords()) words_.failExpression(clause_);
   return whole;
 }
@@ -258,7 +259,7 @@ void QueryParser::orderByClause(ParsedQuery& query) {
   } while (words_.accept(u","));
 }
 
-/// Reads the expression that a clause begins or goes on with.
+/// Reads the expression that begins or continues a clause.
 ParsedExpression QueryParser::expression() {
   clause_ = words_.position();
   ParsedExpression read = ExpressionParser(words_).read();

@@ -13,7 +13,7 @@ namespace jetsql::error {
 runtime::RunTimeError expressionSyntax(std::u16string_view what, std::u16string_view expression);
 /// "Syntax error in <clause>."
 runtime::RunTimeError clauseSyntax(std::u16string_view clause);
-/// Any other fault of a statement, in full words.
+/// Any other fault of a statement, with that text.
 runtime::RunTimeError statement(std::u16string_view words);
 
 runtime::RunTimeError missingParameter();

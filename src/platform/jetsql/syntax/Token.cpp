@@ -133,13 +133,13 @@ class Lexer {
     }
     const auto read = std::from_chars(narrow.data(), narrow.data() + narrow.size(), token.number);
     if (read.ec == std::errc::result_out_of_range) {
-      // A number too small to be told from zero comes here as well.
+      // A number too small to differ from zero also has this result.
       if (narrow.find('-') == std::string::npos) throw error::overflow();
       token.number = 0;
     }
   }
 
-  /// "&H1F" and "&O17"; false when the ampersand joins texts.
+  /// Reads "&H1F" or "&O17"; false when the ampersand is the operator that joins texts.
   bool readBasedNumber(Token& token) {
     const char16_t letter = lower(at(position_ + 1));
     const int base = letter == u'h' ? 16 : 8;
@@ -151,7 +151,7 @@ class Lexer {
       ++end;
     }
     if (end == position_ + 2 || continuesName(at(end))) return false;
-    // As wide as a long or narrower, the top bit being the sign.
+    // At most as wide as a long, the top bit being the sign.
     if (value > 4294967295.0) throw error::overflow();
     if (base == 16 && end - position_ - 2 <= 4 && value > 32767) value -= 65536;
     if (value > 2147483647.0) value -= 4294967296.0;

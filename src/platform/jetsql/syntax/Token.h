@@ -25,11 +25,11 @@ struct Token {
   };
 
   Kind kind = Kind::End;
-  /// What the word says: a name without its brackets, a text without its quotes, a symbol.
+  /// The content: a name without its brackets, a text without its quotes, a symbol.
   std::u16string text;
   /// A number, or a date as days since 1899-12-30.
   double number = 0;
-  /// Where it stands in the statement.
+  /// The token's bounds in the statement.
   std::size_t begin = 0;
   std::size_t end = 0;
 
@@ -40,8 +40,7 @@ struct Token {
   bool isWord(std::u16string_view keyword) const;
 };
 
-/// Cuts a statement into its words, an End last. A word that is broken ends them early: it stands
-/// right before the End.
+/// Cuts a statement into its words, an End last. A broken word is the last one before the End.
 std::vector<Token> tokenize(std::u16string_view statement);
 
 /// True when two words are the same but for the case of their letters A to Z.

@@ -9,7 +9,7 @@
 namespace jetsql {
 namespace {
 
-/// Words that are never a name unless they stand in brackets.
+/// Words that are no names unless they are in brackets.
 constexpr std::array<std::u16string_view, 33> kReserved{
     u"ALIKE",  u"ALL",      u"AND",         u"AS",    u"ASC",    u"BETWEEN", u"BY",
     u"DESC",   u"DISTINCT", u"DISTINCTROW", u"EQV",   u"EXISTS", u"FROM",    u"GROUP",
@@ -90,7 +90,7 @@ void TokenStream::failReserved(std::size_t clause) const {
       u"missing, or the punctuation is incorrect.");
 }
 
-/// A word that is never closed makes nonsense of all before it, so it is reported first.
+/// An unclosed word changes the meaning of all tokens before it, so it is reported first.
 void TokenStream::failIfBroken(std::size_t clause) const {
   if (tokens_.size() < 2) return;
   const Token& last = tokens_[tokens_.size() - 2];
@@ -102,7 +102,7 @@ void TokenStream::failIfBroken(std::size_t clause) const {
   }
 }
 
-/// The clause's expression as it stands in the statement.
+/// The clause's expression as the statement has it.
 std::u16string_view TokenStream::clauseText(std::size_t clause) const {
   std::size_t end = clause;
   int depth = 0;

@@ -15,27 +15,27 @@ inline constexpr std::size_t kLongestStatement = 65536;
 inline constexpr int kDeepestNesting = 100;
 
 /// The words of a statement, read one after the other, and the syntax errors that name its text. A
-/// clause is known by the position of its first token.
+/// clause is identified by the position of its first token.
 class TokenStream {
  public:
   /// Raises the error for a statement that is too long. The text must outlive the stream.
   explicit TokenStream(std::u16string_view text);
 
   const Token& here() const { return tokens_[position_]; }
-  /// The token so many after this one; the last one past the end.
+  /// The token that many after this one; the End past the last one.
   const Token& ahead(std::size_t count) const;
   std::size_t position() const { return position_; }
   bool atEnd() const { return here().kind == Token::Kind::End; }
   void advance(std::size_t count = 1);
-  /// Goes past this symbol or keyword, where it is next; else returns false.
+  /// Skips this symbol or keyword if it is next; else returns false.
   bool accept(std::u16string_view symbol);
   bool acceptWord(std::u16string_view keyword);
 
   /// True at a word that may be a name.
   bool isName() const;
-  /// Goes past a name. Raises the syntax error at anything else.
+  /// Skips a name and returns it. Raises the syntax error at anything else.
   std::u16string name(std::size_t clause);
-  /// Goes past a closing parenthesis. Raises the syntax error at anything else.
+  /// Skips a closing parenthesis. Raises the syntax error at anything else.
   void expectClosing(std::size_t clause);
 
   /// Levels of nesting that are being read.

@@ -28,7 +28,7 @@ std::string writeChoose(ExpressionWriter& writer, const BoundExpression& call) {
   return text + " END)";
 }
 
-/// Nz: without a second argument, null becomes 0 where it stands for a number, else the empty text.
+/// Nz: without a second argument, null becomes 0 where a number is expected, else the empty text.
 std::string writeFallback(ExpressionWriter& writer, const BoundExpression& call) {
   const auto& arguments = call.arguments;
   std::string nothing = "0";
@@ -101,7 +101,7 @@ std::string writeCall(ExpressionWriter& writer, const BoundExpression& call) {
     case Function::Writing::Aggregate:
       break;
   }
-  // A date alone is formatted as what `&` makes of it.
+  // Without a pattern, a date has the text to which `&` converts it.
   const bool isText = function.target == "jet_format" && arguments.size() == 1;
   std::vector<std::string> written;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -112,7 +112,7 @@ std::string writeCall(ExpressionWriter& writer, const BoundExpression& call) {
 }
 
 /// Only the chosen side is evaluated; null chooses the second. A choice that is the second side of
-/// another goes on with that one's cases: SQLite's parser takes few levels of nesting.
+/// another becomes further cases of that one: SQLite's parser accepts few levels of nesting.
 std::string writeChoice(ExpressionWriter& writer, const BoundExpression& call,
                         const std::function<std::string(const BoundExpression&)>& side) {
   std::string text = "(CASE";

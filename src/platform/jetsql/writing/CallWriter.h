@@ -7,7 +7,7 @@
 
 namespace jetsql {
 
-/// SQLite's text of a call of one of the dialect's functions.
+/// The SQL text of a call of one of the dialect's functions.
 std::string writeCall(ExpressionWriter& writer, const BoundExpression& call);
 
 /// IIf, whose sides are written by a function.

@@ -37,14 +37,14 @@ std::string_view symbol(Operator op) {
   return std::ranges::find(kSymbols, op, &Symbol::op)->text;
 }
 
-/// True for expressions that SQLite's own truth values come from.
+/// True for expressions whose value in SQLite is a truth value.
 bool isTruth(const BoundExpression& expression) {
   return isTest(expression.kind, expression.op) ||
          (expression.kind == Kind::Call &&
           expression.function->writing == Function::Writing::NullTest);
 }
 
-/// True where SQLite's own operator does for `+`.
+/// True where SQLite's own operator can be used for `+`.
 bool addsNumbers(const BoundExpression& expression) {
   return expression.type != Type::Any && !isTextual(expression.type);
 }
@@ -99,7 +99,7 @@ Comparing comparing(Type a, Type b) {
   if (a == b && (hasGuid || a == Type::Binary)) return Comparing::Plain;
   const bool hasBytes = hasGuid || a == Type::Binary || b == Type::Binary;
   if (hasBytes || (a != Type::Any && b != Type::Any)) throw error::typeMismatch();
-  // Where only the rows tell the types, numbers come before texts.
+  // Where only the rows tell the types, numbers sort before texts.
   return Comparing::Texts;
 }
 
@@ -141,7 +141,7 @@ std::string ExpressionWriter::asNumber(const BoundExpression& expression) {
   return writer_.call("jet_number", {value(expression)});
 }
 
-// An alias may stand for an expression many times over, so lengths are checked on the way.
+// An alias may repeat an expression many times, so the length is checked at each level.
 std::string ExpressionWriter::value(const BoundExpression& expression) {
   std::string text = checked(written(expression));
   if (expression.type != Type::Currency || isExact(expression)) return text;
@@ -230,7 +230,7 @@ std::string ExpressionWriter::operatorValue(const BoundExpression& expression) {
   return writer_.call(function, {asNumber(*arguments[0]), asNumber(*arguments[1])});
 }
 
-/// A chain of one operator as one list of operands, since SQLite's parser is not deep.
+/// A chain of one operator as a flat list of operands, since SQLite's parser accepts few levels.
 std::string ExpressionWriter::chain(const BoundExpression& expression,
                                     std::string (ExpressionWriter::*form)(const BoundExpression&)) {
   std::vector<const BoundExpression*> operands;
@@ -340,7 +340,7 @@ std::string ExpressionWriter::subqueryCondition(const BoundExpression& expressio
   if (expression.kind == Kind::InQuery && !isGuidText) {
     return "(" + operand + (expression.negated ? " NOT IN " : " IN ") + rows + ")";
   }
-  // The test is made for each row of the subquery in turn.
+  // The test runs for each row of the subquery.
   const std::string name = writer_.freshName();
   const std::string column =
       isGuidText ? writer_.call("jet_guid_text", {name + ".c0"}) : name + ".c0";

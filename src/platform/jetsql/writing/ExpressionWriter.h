@@ -6,8 +6,7 @@
 
 namespace jetsql {
 
-/// Writes SQLite's text of bound expressions. Raises the mismatch error for types that don't go
-/// together.
+/// Writes bound expressions as SQL. Raises the mismatch error for incompatible types.
 class ExpressionWriter {
  public:
   explicit ExpressionWriter(StatementWriter& writer) : writer_(writer) {}
@@ -18,17 +17,17 @@ class ExpressionWriter {
   std::string valueAs(const BoundExpression& expression, Type type);
   /// What expressions calculate with: the value, and of an amount the plain number.
   std::string plain(const BoundExpression& expression);
-  /// The value as it compares: a text by the file's order.
+  /// The value in the form for comparisons: a text in the file's order.
   std::string compared(const BoundExpression& expression);
   /// The value as it compares with others, of which it is one.
   std::string comparedAmong(const BoundExpression& expression,
                             const std::vector<BoundPtr>& operands);
   /// The value as a term of ORDER BY or GROUP BY, where a bare number would be a column's index.
   std::string sorted(const BoundExpression& expression);
-  /// The value as what `&` and the text functions take.
+  /// The value as a text, for `&` and the text functions.
   std::string asText(const BoundExpression& expression);
   std::string asNumber(const BoundExpression& expression);
-  /// The expression as SQLite's truth value, in a form that lets it reach an index.
+  /// The expression as SQLite's truth value, in a form for which SQLite can use an index.
   std::string condition(const BoundExpression& expression);
 
   StatementWriter& statement() { return writer_; }
@@ -51,7 +50,7 @@ class ExpressionWriter {
   StatementWriter& writer_;
 };
 
-/// Types that can be compared with each other compare in one of these ways.
+/// The ways in which values of two types are compared.
 enum class Comparing : std::uint8_t { Plain, Texts, GuidText, Null };
 /// Raises the mismatch error for types that can't be compared.
 Comparing comparing(Type a, Type b);
@@ -59,7 +58,7 @@ Comparing comparing(Type a, Type b);
 /// A written value of one type as one of another.
 std::string converted(const std::string& value, Type from, Type to);
 
-/// A written value with the collating sequence that its type compares by.
+/// A written value with the collating sequence of its type.
 std::string collated(const std::string& value, Type type);
 
 }  // namespace jetsql

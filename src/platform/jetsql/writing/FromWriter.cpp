@@ -9,8 +9,8 @@
 namespace jetsql {
 namespace {
 
-/// The sides of a join in the order in which SQLite gets them. A join on the right side is a table
-/// of its own for SQLite, so it goes to the left where that is allowed.
+/// The sides of a join in the order in which SQLite gets them. SQLite builds a temporary table for
+/// a join on the right side, so it becomes the left side where that is allowed.
 std::pair<const BoundFrom*, const BoundFrom*> sidesOf(const BoundFrom& join) {
   const BoundFrom* left = &join.sides[0];
   const BoundFrom* right = &join.sides[1];
@@ -25,7 +25,7 @@ bool asks(const BoundExpression& expression, const Source& source) {
                              [&](const BoundPtr& each) { return asks(*each, source); });
 }
 
-/// True when nothing of the expression comes from a source or a query.
+/// True when the expression uses no source and no query.
 bool isConstant(const BoundExpression& expression) {
   return !expression.query && expression.source == nullptr &&
          std::ranges::all_of(expression.arguments,
@@ -47,7 +47,7 @@ class FromWriter {
   explicit FromWriter(StatementWriter& writer) : writer_(writer), expressions_(writer) {}
 
   std::string write(const BoundSelect& select) {
-    // Conditions come before any source, since they ask for columns as well.
+    // Conditions are written before any source, since they request columns as well.
     for (const BoundFrom& item : select.from) writeConditions(item);
     std::vector<std::string> items;
     for (const BoundFrom& item : select.from) items.push_back(itemText(item));
@@ -61,9 +61,9 @@ class FromWriter {
     for (const BoundFrom& side : item.sides) writeConditions(side);
   }
 
-  /// Where the right side is found by something calculated from its own columns alone, SQLite is
-  /// told to work that out once: it then looks the rows up, instead of calculating for each pair of
-  /// rows.
+  /// Where the right side is matched by a value calculated from its own columns alone, SQLite is
+  /// made to calculate that value once for each of its rows: it can then look the rows up, instead
+  /// of calculating for each pair of rows.
   std::string joinCondition(const BoundFrom& join) {
     const BoundExpression& equality = *join.condition;
     const BoundFrom& right = *sidesOf(join).second;
@@ -121,8 +121,7 @@ class FromWriter {
   StatementWriter& writer_;
   ExpressionWriter expressions_;
   std::map<const BoundFrom*, std::string> conditions_;
-  /// Sources whose rows are worked out before they are joined, and with them these expressions, as
-  /// columns k0, k1 …
+  /// Sources whose rows are calculated before the join, with these expressions as columns k0, k1 …
   std::map<const Source*, std::vector<std::string>> computed_;
 };
 

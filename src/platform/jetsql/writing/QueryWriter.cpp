@@ -26,8 +26,8 @@ const BoundExpression& orderedBy(const BoundQuery& query, const BoundOrder& term
                          : *query.columns[static_cast<std::size_t>(term.output)].expression;
 }
 
-/// DISTINCTROW matters where tables take part that no column comes from: a row of the others then
-/// counts once. Returns the ids of those rows; none where it doesn't matter.
+/// DISTINCTROW has an effect where the query has tables from which no column comes: each row of the
+/// other tables then counts once. Returns the ids of those rows; none where it has no effect.
 std::vector<std::string> distinctRows(StatementWriter& writer, const BoundQuery& query) {
   std::set<const Source*> shown;
   const auto note = [&](const BoundExpression& expression, const auto& again) -> void {
@@ -119,7 +119,7 @@ class SelectWriter {
     return text;
   }
 
-  /// The first rows of the order, with all that are equal to the last of them.
+  /// The first rows in the order, with all rows that are equal to the last of them.
   std::string ranked(const std::string& rows) {
     std::vector<std::string> outputs;
     for (const int row : request_.rows) outputs.push_back(numbered('r', row));
@@ -137,7 +137,7 @@ class SelectWriter {
                        (by.empty() ? "row_number() OVER ()" : "rank() OVER (ORDER BY " + by + ")") +
                        " AS place, count(*) OVER () AS total FROM (" + rows + ")) WHERE place <= ";
     const std::string count = wholeText(select_.top->count);
-    // The share rounds up, so that a percent of few rows is not nothing.
+    // The share is rounded up, so that one percent of few rows is not zero rows.
     text += select_.top->percent ? "(" + count + " * total + 99) / 100" : count;
     return request_.ordered && !by.empty() ? text + " ORDER BY " + by : text;
   }
@@ -163,7 +163,7 @@ std::string sideText(StatementWriter& writer, const BoundQuery& side, const Boun
   return "SELECT " + joined(columns, ", ") + " FROM (" + writeQuery(writer, side, all) + ")";
 }
 
-/// A union has all of its columns, whichever are wanted.
+/// A union has all of its columns, whichever are requested.
 std::string unionText(StatementWriter& writer, const BoundQuery& query, const Request& request) {
   std::vector<std::string> columns;
   for (int i = 0; i < static_cast<int>(query.columns.size()); ++i) {

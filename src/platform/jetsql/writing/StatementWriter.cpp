@@ -8,7 +8,7 @@
 namespace jetsql {
 namespace {
 
-/// Longest statement that is made for SQLite, in bytes, and its most parameters.
+/// Longest statement that is written for SQLite, in bytes, and its maximum of parameters.
 constexpr std::size_t kLongestWritten = 900'000;
 constexpr std::size_t kMostParameters = 30'000;
 

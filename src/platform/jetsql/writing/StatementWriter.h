@@ -10,23 +10,23 @@
 
 namespace jetsql {
 
-/// The columns, and the rows of columns, that a source is asked for, by their indexes.
+/// The columns of a source that a statement uses, and those whose rows it uses, by their indexes.
 struct Asked {
   std::set<int> columns;
   std::set<int> rows;
 };
 
-/// A statement in the making: its parameters and functions, and what each source is asked for. The
-/// FROM clause of a query is written after everything that may ask its sources.
+/// A statement that is being written: its parameters and functions, and what it uses of each
+/// source. The FROM clause of a query is written after all parts that may use its sources.
 class StatementWriter {
  public:
   explicit StatementWriter(WrittenStatement& out) : out_(out) {}
 
-  /// A column of a source, which is asked for it from now on.
+  /// A column of a source; recorded as used.
   std::string column(const Source& source, int column);
   /// The packed id of the table row that the column comes from.
   std::string rowId(const Source& source, int column);
-  /// What the source has been asked for so far.
+  /// What has been used of the source so far.
   const Asked& asked(const Source& source) { return asked_[&source]; }
 
   void addTable(const Source& source);
@@ -43,7 +43,7 @@ class StatementWriter {
 
 /// Raises the error for a statement that grows too long; else returns the text.
 std::string checked(std::string text);
-/// The pieces with something between, checked.
+/// The pieces with a separator between them, checked.
 std::string joined(const std::vector<std::string>& pieces, std::string_view between);
 
 /// The name of a source within SQLite.

@@ -8,7 +8,8 @@
 namespace jetsql {
 namespace {
 
-/// Lays out SQLite's result for the rows and values that the reader of the statement needs.
+/// Decides on the columns of SQLite's result: the row ids and values that the statement's reader
+/// needs.
 class Outermost {
  public:
   Outermost(WrittenStatement& out, const BoundQuery& query) : out_(out), query_(query) {}

@@ -19,7 +19,7 @@ struct TableUse {
   const jet::Table* table = nullptr;
 };
 
-/// Where the values of a result's column, or of a term of its order, are found.
+/// The source of the values of a result's column, or of a term of its order.
 struct ValueSource {
   Type type = Type::Null;
   const jet::Table* table = nullptr;  ///< absent where they are calculated
@@ -33,9 +33,9 @@ struct OrderSource {
   bool descending = false;
 };
 
-/// A statement of the dialect as SQLite takes it. SQLite's result has the packed ids of the source
-/// rows first (null where an outer join found none), then calculated values. Its rows come in any
-/// order.
+/// A statement of the dialect as SQL for SQLite. SQLite's result has the packed ids of the source
+/// rows first (null where an outer join found none), then calculated values. Its rows are in no
+/// particular order.
 struct WrittenStatement {
   std::string sql;
   std::vector<std::u16string> parameters;  ///< ?1, ?2, …
@@ -47,7 +47,7 @@ struct WrittenStatement {
   std::vector<OrderSource> order;
 };
 
-/// Writes a bound query for SQLite. Raises the engine's errors for types that don't go together.
+/// Writes a bound query for SQLite. Raises the engine's errors for incompatible types.
 WrittenStatement writeStatement(const BoundQuery& query);
 
 }  // namespace jetsql

@@ -5,8 +5,8 @@
 #include <string_view>
 
 /// An entry of the levelled editor's item list: the description cut or filled to 30 characters, 100
-/// blanks that push the id out of sight, the id in decimal. It is put together and taken apart by
-/// position alone.
+/// blanks that push the id out of sight, the id in decimal. Only their positions separate the
+/// parts.
 namespace listentry {
 
 std::u16string make(std::u16string_view description, std::u16string_view id);

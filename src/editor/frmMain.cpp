@@ -78,7 +78,7 @@ void frmMain::LoadDetailsIntoGrid() {
   }
 }
 
-// Clearing the box doesn't restore the screen: only a restart gives the free layout view.
+// Clearing the box doesn't restore the screen; only a restart shows the free layout (contract).
 void frmMain::Check1_Click() {
   if (LoadGuard == kTrue) return;
   if (Check1.Value() == 1) {

@@ -31,8 +31,8 @@ class frmMain : public KeyEditor {
   void ClearTheForm();
 
   // A level's layout file: load, save, reset (frmMain_layout.cpp)
-  /// Keys and key table from the level's layout file, as far as the file is good: the first fault
-  /// ends the reading silently. Without a file nothing changes.
+  /// Fills keys and key table from the level's layout file. The first fault in the file ends the
+  /// reading silently. Without a file nothing changes.
   void LoadButtons(std::int16_t strScr);
   void SaveButtons();
   void cmdSave_Click() override;
@@ -53,7 +53,7 @@ class frmMain : public KeyEditor {
   void List1_DblClick() override;
   void MyButton1_DblClick(std::int16_t Index);
   void MyButton1_OLEDragDrop(std::int16_t Index, forms::DataObject& Data) override;
-  /// Takes a list entry apart: `strItemDesc` first, then `intItemId`, with what `listentry::idOf`
+  /// Splits a list entry: sets `strItemDesc` first, then `intItemId`. Raises what `listentry::idOf`
   /// raises.
   void SplitEntry(std::u16string_view entry);
   /// Puts the item of `strItemDesc` and `intItemId` on a key.
@@ -63,7 +63,7 @@ class frmMain : public KeyEditor {
   void cmdSelCol_Click() override;
   void SelectButCol();
 
-  // Hand-off to the POS (frmMain_update.cpp)
+  // Start of the POS update (frmMain_update.cpp)
   void cmdUpdate_Click();
 
   MyCommandButton::MyButton cmdResetAll;
@@ -79,7 +79,7 @@ class frmMain : public KeyEditor {
   forms::Label Label1;
   forms::Label Label3;  ///< hidden; its caption keeps the id of the item placed last
 
-  /// True while the load runs: setting a control's value raises its click handler, and those of the
-  /// two boxes and the two lists do nothing then.
+  /// True while the load runs. Setting a control's value calls its click handler; those of the two
+  /// check boxes and the two combo boxes do nothing while this is true.
   std::int16_t LoadGuard = kFalse;
 };

@@ -5,7 +5,7 @@ void frmMain::cmdSelCol_Click() {
   SelectButCol();
 }
 
-// Nobody asks how the dialog was closed: Cancel goes on with its colour (contract).
+// After Cancel the key gets the colour that the dialog still holds (contract).
 void frmMain::SelectButCol() {
   CommonDialog1.ShowColor();
   SetButtonColour(runtime::toText(CommonDialog1.Color()), CurrentKey);

@@ -24,8 +24,8 @@ void frmMain::LoadButtons(std::int16_t strScr) {
       Grid1.TextMatrix(key, 1, runtime::trim(line.ProductId()));
     }
   } catch (const runtime::RunTimeError&) {
-    // The first fault ends the reading: this key stays as far as it got, those after it as they
-    // were.
+    // The first fault ends the reading: this key keeps what was applied so far, later keys don't
+    // change (contract).
   }
 }
 
@@ -42,8 +42,8 @@ void frmMain::cmdSave_Click() {
   SaveButtons();
 }
 
-// What stays, on purpose: the ids in the key table, the text colours, the level's name, the current
-// key and copy mode.
+// Unchanged, on purpose: the ids in the key table, the text colours, the level's name, the current
+// key and copy mode (contract).
 void frmMain::cmdResetAll_Click() {
   const std::u16string answer =
       runtime::toText(process::MsgBox(u"This will reset all the buttons. Are you sure?",

@@ -28,7 +28,7 @@ void frmMain::cbLevel_Click() {
       std::u16string(settings::kScreen) + cbLevel.Text(), settings::kScreenDefault));
 }
 
-// The number isn't consulted: the box's text decides.
+// The number isn't used: the box's text decides (contract).
 void frmMain::Changelevel(std::int16_t) {
   ClearTheForm();
   const auto level =
@@ -38,8 +38,8 @@ void frmMain::Changelevel(std::int16_t) {
   LoadDescriptionIntoButton();
 }
 
-// The text colours and the key table stay: the ids of the level before remain until something
-// overwrites them.
+// The text colours and the key table stay: the ids of the previous level remain until something
+// overwrites them (contract).
 void frmMain::ClearTheForm() {
   for (auto& key : MyButton1) {
     key->caption(u"");

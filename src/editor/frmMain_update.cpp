@@ -10,7 +10,7 @@ namespace {
 constexpr std::u16string_view kCommunicationsProgram = u"\\tavenor_comms.exe";
 }
 
-// Both orders are left before the program starts, and stay where it can't be started.
+// Both settings are written before the program starts, and stay if it can't be started (contract).
 void frmMain::cmdUpdate_Click() {
   profile::SaveSetting(settings::kUpdate.application, settings::kUpdate.section,
                        settings::kUpdate.key, settings::kUpdateProgramData);

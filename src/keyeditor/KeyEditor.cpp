@@ -89,8 +89,8 @@ void KeyEditor::MyButton1_Click(std::int16_t Index) {
   SetFontButtonColour(CopyFontColour, Index);
 }
 
-// A file restores a key's back colour alone. The focus and the pointer bring their colours in line
-// when they first reach the key.
+// A file restores only a key's back colour. The colours of its focus and pointer states follow when
+// focus and pointer first reach the key (contract).
 void KeyEditor::MyButton1_GotFocus(std::int16_t Index) {
   MyButton1(Index).backcolorfocus(MyButton1(Index).backcolor());
 }

@@ -35,7 +35,7 @@ struct KeyEditorDesign {
   MyCommandButton::ButtonDesign cmdClose;
 };
 
-/// Truth in a 16-bit integer, as the screens' fields hold it.
+/// True and false in the screens' 16-bit integer fields.
 inline constexpr std::int16_t kTrue = -1;
 inline constexpr std::int16_t kFalse = 0;
 
@@ -48,12 +48,12 @@ class KeyEditor : public forms::Form {
 
   /// Fills column 0 of the key table with the keys' indexes.
   void LoadGrid();
-  /// Applies a line's caption, back colour and face name to a key, in this order; a fault leaves
-  /// applied what came before it. Field 4 is written from the font colour and read as a face name:
-  /// font colours don't come back from a file.
+  /// Applies a line's caption, back colour and face name to a key, in this order; what came before
+  /// a fault stays applied. Field 4 is written from the font colour and read as a face name: font
+  /// colours don't come back from a file.
   void LoadKey(std::int16_t key, const layoutdata::KeyLine& line);
-  /// Writes all keys, whatever they hold, as the layout file at `path`. The old content goes at
-  /// once. Raises what `layoutdata::LayoutWriter` raises.
+  /// Writes all keys, empty ones too, to the layout file at `path`. Opening the file discards its
+  /// old content. Raises what `layoutdata::LayoutWriter` raises.
   void WriteLayoutFile(std::u16string_view path);
   /// Makes every key a target of drags.
   void MakeKeysDropTargets();
@@ -68,16 +68,16 @@ class KeyEditor : public forms::Form {
   void cmdCopy_Click();
   void cmdClose_Click();
 
-  /// Each editor has its own.
+  /// Each editor defines these in its own way.
   virtual void MyButton1_OLEDragDrop(std::int16_t Index, forms::DataObject& Data) = 0;
   virtual void List1_DblClick() = 0;
   virtual void cmdSelCol_Click() = 0;
   virtual void cmdSave_Click() = 0;
 
-  /// Back colour and its state colours of key `i`, from decimal text; an empty text changes
+  /// Sets the back colour of key `i` in all its states from decimal text; an empty text changes
   /// nothing.
   void SetButtonColour(const std::u16string& strColour, std::int16_t i);
-  /// Text colour and its state colours of key `i`, likewise.
+  /// Sets the text colour of key `i` in all its states, likewise.
   void SetFontButtonColour(const std::u16string& strColour, std::int16_t i);
 
   forms::PictureBox Picture1;
@@ -95,7 +95,7 @@ class KeyEditor : public forms::Form {
   MSComDlg::CommonDialog CommonDialog1;
 
   std::int16_t CurrentKey = 0;     ///< index of the key last picked
-  std::int16_t CopyMode = kFalse;  ///< -1 while copy mode is on
+  std::int16_t CopyMode = kFalse;  ///< `kTrue` while copy mode is on
   /// Colours kept by copy mode as decimal text, empty while it is off.
   std::u16string CopyBackColour;
   std::u16string CopyFontColour;

@@ -23,7 +23,7 @@ void KeyEditor::SetFontButtonColour(const std::u16string& strColour, std::int16_
   MyButton1(i).forecolorover(runtime::toLong(strColour));
 }
 
-// Nobody asks how the dialog was closed: Cancel goes on with its colour (contract).
+// After Cancel the key gets the colour that the dialog still holds (contract).
 void KeyEditor::cmdFontColour_Click() {
   CommonDialog1.ShowColor();
   SetFontButtonColour(runtime::toText(CommonDialog1.Color()), CurrentKey);

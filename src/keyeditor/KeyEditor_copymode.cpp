@@ -19,7 +19,7 @@ void KeyEditor::cmdCopy_Click() {
   CopyFontColour.clear();
   cmdCopy.caption(u"Copy Button Settings");
   CopyMode = kFalse;
-  // White with black text, not the look that it had before its first use.
+  // White with black text, not the colours that it had before its first use (contract).
   cmdCopy.backcolor(forms::kWhite);
   cmdCopy.forecolor(forms::kBlack);
 }

@@ -4,7 +4,7 @@
 
 #include "keyeditor/KeyEditor.h"
 
-/// The large editor: 108 keys on one page, the whole item list, six commands.
+/// The large editor: 108 keys on one page, the full item list, six commands.
 class frmMainBig : public KeyEditor {
  public:
   frmMainBig();
@@ -14,8 +14,8 @@ class frmMainBig : public KeyEditor {
 
  private:
   void LoadList();
-  /// Keys and key table from the layout file. Without a file nothing changes; any fault in it comes
-  /// out of here, with what was applied before it left in place.
+  /// Fills keys and key table from the layout file. Without a file nothing changes. Raises the
+  /// first fault in the file; what was read before it stays applied.
   void LoadButtons();
   void SaveButtons();
   void cmdSave_Click() override;

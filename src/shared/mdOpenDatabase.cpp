@@ -21,7 +21,7 @@ void OpenDatabase(std::u16string_view name) {
   connection += layoutdata::statements::kPassword;
   connection += u";Persist Security Info=False";
   StoreConnection->Open(connection, u"", u"", kUnspecified);
-  // Set on the open connection: it holds for the recordsets opened from now on.
+  // Set on the open connection: it applies to the recordsets opened from now on.
   StoreConnection->CursorLocation(ADODB::kUseClient);
 }
 

@@ -14,11 +14,11 @@ namespace mdOpenDatabase {
 
 /// Name of this store: a folder below the stores folder.
 extern std::u16string StoreName;
-/// Program folder, "\Stores\" and the store's name: the only way by which a database is reached.
+/// Program folder, "\Stores\" and the store's name: the folder of every database that is opened.
 extern std::u16string StoreFolder;
-/// Result of the "dbsource" read. Never consulted: contract.
+/// Result of the "dbsource" read. Never used: contract.
 extern std::u16string DatabaseSource;
-/// File name of that read. Nothing assigns it.
+/// File name of that read. Never set.
 extern std::u16string IniFile;
 
 /// Absent between sessions.

@@ -13,12 +13,11 @@ namespace settings = layoutdata::settings;
 namespace mdMain {
 
 void Main() {
-  // The toolkit prepares its controls by itself; the platform's two calls for that have no part
-  // here.
+  // Nothing initialises the controls here: the toolkit does so itself.
   mdOpenDatabase::StoreName = profile::GetSetting(
       settings::kStoreName.application, settings::kStoreName.section, settings::kStoreName.key);
 
-  // A read without a file: the default comes back, and nobody consults it.
+  // A read without a file returns the default; nothing uses it (contract).
   const std::u16string source = files::programFolder() + u"\\stores\\" + mdOpenDatabase::StoreName;
   mdOpenDatabase::DatabaseSource = mdWriteINI::ReadINI(mdOpenDatabase::IniFile, settings::kDatabase,
                                                        settings::kDbSource, source);

@@ -2,8 +2,8 @@
 
 namespace mdMain {
 
-/// The start-up procedure: finds the store, chooses the editor and shows it. The program then lives
-/// on in the events of the screen. A failure of the editor's load comes out of here.
+/// The start-up procedure: finds the store, chooses the editor and shows it. From then on the
+/// program handles the events of the screen. Raises what the editor's load raises.
 void Main();
 
 }  // namespace mdMain

@@ -18,7 +18,7 @@ using runtime::ErrorNumber;
 using Access = ByteFile::Access;
 
 int openFlags(Access access) {
-  // Never to wait for the other end of a pipe, never to be handed on to a started program.
+  // Opening never waits for the other end of a pipe, and started programs don't inherit the file.
   constexpr int kAlways = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
   switch (access) {
     case Access::ReadOnly:
@@ -39,18 +39,18 @@ FilePurpose purposeOf(Access access) {
   return access == Access::ReadOnly ? FilePurpose::Read : FilePurpose::Write;
 }
 
-constexpr mode_t kAllMayReadAndWrite = 0666;  // less what the user's mask takes away
+constexpr mode_t kAllMayReadAndWrite = 0666;  // the user's umask removes bits from it
 constexpr mode_t kAnybodyMayWrite = 0222;
 
-/// The administrator may open any file for writing; the mark counts all the same.
+/// The administrator may open any file for writing; a read-only file is refused all the same.
 bool isMarkedReadOnly(const std::filesystem::path& path) {
   struct stat status {};
   return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
          (status.st_mode & kAnybodyMayWrite) == 0;
 }
 
-/// Writes as `pwrite` does, but a write beyond the process's size limit fails (EFBIG) and no more:
-/// the signal that goes with it would end the process.
+/// Writes as `pwrite` does, but blocks the signal that a write beyond the process's size limit
+/// (EFBIG) raises: it would end the process.
 ssize_t writeWithinLimit(int descriptor, std::span<const std::uint8_t> bytes, off_t offset) {
   sigset_t limit;
   sigset_t before;
@@ -66,8 +66,8 @@ ssize_t writeWithinLimit(int descriptor, std::span<const std::uint8_t> bytes, of
   return count;
 }
 
-/// The byte that is locked: far beyond the end of any file of ours (2 GiB), so that a file server
-/// that enforces locks keeps nobody from the file's own bytes.
+/// The byte that is locked: far beyond the end of any file of ours (2 GiB), so that every program
+/// can use the file's own bytes, even where a file server enforces locks.
 constexpr off_t kLockByte = off_t{1} << 40;
 
 struct flock rangeOf(short lockType, off_t begin, off_t length) {
@@ -151,7 +151,7 @@ void ByteFile::cutTo(std::uint64_t size) {
 void ByteFile::close() {
   const int descriptor = descriptor_;
   descriptor_ = -1;
-  // After an interrupted close the file is closed on this system.
+  // On Linux an interrupted close has closed the file.
   if (descriptor >= 0 && ::close(descriptor) != 0 && errno != EINTR) fail(errno);
 }
 
@@ -184,8 +184,8 @@ void ByteFile::lock(short type, std::chrono::milliseconds wait) {
   }
 }
 
-/// True when another opening holds some of the file's own bytes exclusively. The system is asked
-/// whether they could be locked; they are not.
+/// True when another opening holds an exclusive lock on some of the file's own bytes. This only
+/// tests whether they could be locked.
 bool ByteFile::areBytesHeld() const {
   struct flock range = rangeOf(F_RDLCK, 0, kLockByte);
   while (::fcntl(descriptor_, F_OFD_GETLK, &range) != 0)

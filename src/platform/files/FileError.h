@@ -9,8 +9,8 @@ namespace files {
 
 /// Why the host system refused a file.
 enum class FileProblem {
-  Missing,        ///< no such file, its folder is there
-  FolderMissing,  ///< the folder is not there, or a part of it is no folder
+  Missing,        ///< no such file; its folder exists
+  FolderMissing,  ///< the folder doesn't exist, or a part of its path is no folder
   NoPermission,   ///< also a write to a file or disk that is read-only
   NotAFile,       ///< a folder, a device, a pipe
   Held,           ///< another program holds the file's lock
@@ -18,8 +18,8 @@ enum class FileProblem {
   Other,
 };
 
-/// A file operation that failed: a run-time error with the platform's number and words, and with
-/// the reason for those who report it in words of their own.
+/// A file operation that failed: a run-time error with the platform's number and words, and the
+/// reason, for callers that report it in words of their own.
 class FileError : public runtime::RunTimeError {
  public:
   FileError(runtime::ErrorNumber number, FileProblem problem, std::filesystem::path path,
@@ -27,9 +27,9 @@ class FileError : public runtime::RunTimeError {
 
   FileProblem problem() const { return problem_; }
   const std::filesystem::path& path() const { return path_; }
-  /// The system's error number (`errno`), 0 where the system gave none.
+  /// The system's error number (`errno`), 0 where there is none.
   int systemError() const { return systemError_; }
-  /// The system's own words for it, for example "No such file or directory".
+  /// The system's message for that number, for example "No such file or directory".
   std::string systemReason() const;
 
  private:
@@ -38,10 +38,10 @@ class FileError : public runtime::RunTimeError {
   int systemError_;
 };
 
-/// What a file was to be used for; the platform's number for a refusal depends on it.
+/// The intended use of a file; the platform's error number for a refusal depends on it.
 enum class FilePurpose { Read, Write };
 
-/// Raises the error for what the system answered (`errno`) to a use of the file.
+/// Raises the error for the system's error number (`errno`) of a failed use of the file.
 [[noreturn]] void raiseFileError(const std::filesystem::path& path, int systemError,
                                  FilePurpose purpose);
 

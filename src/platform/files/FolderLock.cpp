@@ -15,7 +15,7 @@ FolderLock::FolderLock(const std::filesystem::path& folder, std::chrono::millise
     : descriptor_(
           ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
   using Clock = std::chrono::steady_clock;
-  // Short, so that a program that writes again and again lets others in.
+  // Short, so that others get the lock between the writes of a program that writes repeatedly.
   constexpr std::chrono::microseconds kPause{200};
   const Clock::time_point deadline = Clock::now() + wait;
   while (descriptor_ >= 0 && ::flock(descriptor_, LOCK_EX | LOCK_NB) != 0) {

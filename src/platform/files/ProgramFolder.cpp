@@ -17,12 +17,12 @@ namespace {
 namespace fs = std::filesystem;
 
 fs::path& programFile() {
-  static fs::path path = "/program";  // for tools, whose paths are whole
+  static fs::path path = "/program";  // for tools, which never set it: their paths are complete
   return path;
 }
 
-/// The path without its "." pieces. ".." stays: behind a link it leads elsewhere than its text
-/// says.
+/// The path without its "." parts. ".." stays: after a link it names the parent of the link's
+/// target.
 fs::path withoutDots(const fs::path& path) {
   fs::path result;
   for (const fs::path& piece : path)
@@ -60,7 +60,7 @@ fs::path startedProgram() {
 }
 
 void setProgramFile(const fs::path& started) {
-  // A program may well be started from a folder that has been removed.
+  // Fails where the current folder has been removed.
   std::error_code unknown;
   const fs::path absolute = fs::absolute(started, unknown);
   programFile() = withoutDots(unknown ? started : absolute);
@@ -78,7 +78,7 @@ fs::path findEntry(const fs::path& folder, std::u16string_view name) {
   const Entries entries(::opendir(folder.empty() ? "." : folder.c_str()));
   while (const dirent* entry = entries ? ::readdir(entries.get()) : nullptr) {
     const std::string_view candidate = entry->d_name;
-    // A unit takes one to three bytes: most names are refused by their length.
+    // A unit takes one to three bytes: the length excludes most names without decoding them.
     if (candidate.size() < wanted.size() || candidate.size() > 3 * wanted.size()) continue;
     if (!found.empty() && found < candidate) continue;
     if (runtime::foldCase(runtime::fromUtf8(candidate)) == wanted) found = candidate;
@@ -88,16 +88,16 @@ fs::path findEntry(const fs::path& folder, std::u16string_view name) {
 
 fs::path resolve(std::u16string_view path) {
   const std::u16string folder = programFolder();
-  fs::path place;
+  fs::path resolved;
   if (beginsWithFolder(path, folder)) {
-    // The host's own bytes, which a text might not be able to hold.
-    place = programFile().parent_path();
+    // The host's own bytes, which need not be valid text.
+    resolved = programFile().parent_path();
     path.remove_prefix(folder.size());
   } else if (path.starts_with(u'/')) {
-    place = "/";
+    resolved = "/";
   }
-  for (const std::u16string_view name : namesIn(path)) place = findEntry(place, name);
-  return place;
+  for (const std::u16string_view name : namesIn(path)) resolved = findEntry(resolved, name);
+  return resolved;
 }
 
 }  // namespace files

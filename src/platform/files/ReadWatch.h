@@ -4,11 +4,11 @@
 
 namespace files {
 
-/// Sets what is called before each read at an offset of a file: on a file server, reads are what a
-/// user waits for. Empty (the default) for nothing.
+/// Sets the function that is called before each read at an offset of a file; empty (the default)
+/// for none. Reads are what a user waits for where the file is on a file server.
 void onRead(std::function<void()> call);
 
-/// Calls it. For this library's files.
+/// Calls that function. For this library's files.
 void announceRead();
 
 }  // namespace files

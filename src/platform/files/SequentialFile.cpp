@@ -32,7 +32,7 @@ struct InputFile::Bytes {
     return block.empty();
   }
 
-  /// What has been read and not yet taken.
+  /// The bytes that have been read from the file and not yet used.
   std::string_view rest() const {
     return {reinterpret_cast<const char*>(block.data()) + next, block.size() - next};
   }
@@ -91,7 +91,7 @@ void kill(std::u16string_view path) {
   const std::filesystem::path file = resolve(path);
   std::error_code ignored;
   const bool isThere = std::filesystem::is_regular_file(file, ignored);
-  // A file that may not be written may not be deleted either.
+  // A read-only file may not be deleted either: opening it for writing raises the error.
   if (isThere) ByteFile(file, ByteFile::Access::ReadWrite).close();
   allowedBytes({FileStep::Kind::Delete, file});
   if (::unlink(file.c_str()) != 0) raiseFileError(file, errno, FilePurpose::Write);

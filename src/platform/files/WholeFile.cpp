@@ -24,15 +24,15 @@ std::span<const std::uint8_t> bytesOf(std::string_view text) {
   return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
-/// Where the bytes of a path stand: a link is followed, as far as it leads to a file.
+/// The file that a path names: a link is followed where it leads to a file.
 fs::path targetOf(const fs::path& path) {
   std::error_code failure;
   const fs::path real = fs::canonical(path, failure);
   return failure ? path : real;
 }
 
-/// Returns when the folder's entries have reached the disk, where this user may open it and its
-/// file system knows of such a thing (EINVAL where not).
+/// Returns when the folder's entries have reached the disk. Does nothing where this user may not
+/// open the folder, or where its file system can't sync one (EINVAL).
 void syncFolder(const fs::path& folder) {
   allowedBytes({FileStep::Kind::Sync, folder});
   const int descriptor =
@@ -50,8 +50,8 @@ fs::path temporaryBeside(const fs::path& target) {
          ("." + target.filename().string() + "." + std::to_string(number) + ".tmp");
 }
 
-/// Removes the temporary files of writes of this file that were stopped with their process. One of
-/// a write that is still going on is younger.
+/// Removes temporary files that interrupted writes of this file have left. A temporary file of a
+/// write in progress is younger than a minute.
 void removeLeftovers(const fs::path& target) {
   const std::string head = "." + target.filename().string() + ".";
   const auto old = fs::file_time_type::clock::now() - std::chrono::minutes(1);
@@ -64,18 +64,18 @@ void removeLeftovers(const fs::path& target) {
   }
 }
 
-/// A file under a name of its own that is removed again unless it has replaced another.
+/// A file with a unique name that is removed again unless it has replaced another file.
 class TemporaryFile {
  public:
   explicit TemporaryFile(const fs::path& target)
       : path_(temporaryBeside(target)), file_(path_, Access::New) {}
   ~TemporaryFile() {
-    if (!inPlace_) ::unlink(path_.c_str());
+    if (!moved_) ::unlink(path_.c_str());
   }
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-  /// Gives it the other file's owner and permissions; false where this user may not.
+  /// Sets owner and permissions to those of another file; false where this user may not.
   bool copyOwnerAndMode(const struct stat& other) {
     return ::fchown(file_.descriptor(), other.st_uid, other.st_gid) == 0 &&
            ::fchmod(file_.descriptor(), other.st_mode & 07777U) == 0;
@@ -91,17 +91,18 @@ class TemporaryFile {
     allowedBytes({FileStep::Kind::Rename, target});
     if (std::rename(path_.c_str(), target.c_str()) != 0)
       raiseFileError(target, errno, FilePurpose::Write);
-    inPlace_ = true;
+    moved_ = true;
     syncFolder(target.parent_path());
   }
 
  private:
   fs::path path_;
   ByteFile file_;
-  bool inPlace_ = false;
+  bool moved_ = false;
 };
 
-/// True when the file could be replaced by another without anybody seeing more than new bytes.
+/// Replaces the file by a new one. False, with nothing changed, where the new one couldn't have the
+/// old one's hard links, owner and permissions, or where the folder takes no new file.
 bool replaceByAnother(const fs::path& target, const struct stat* old, std::string_view bytes) {
   if (old != nullptr && old->st_nlink > 1) return false;
   removeLeftovers(target);
@@ -138,7 +139,7 @@ void replaceWhole(const fs::path& path, std::string_view bytes) {
   const fs::path target = targetOf(path);
   struct stat old {};
   const bool isThere = ::stat(target.c_str(), &old) == 0;
-  // Opening it tells whether this user may write it at all.
+  // Raises the error where this user may not write the file at all.
   if (isThere) ByteFile(target, Access::ReadWrite).close();
   std::error_code ignored;
   const bool danglingLink = !isThere && fs::is_symlink(fs::symlink_status(target, ignored));

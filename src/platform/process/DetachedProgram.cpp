@@ -18,7 +18,7 @@ namespace {
 using runtime::ErrorNumber;
 using runtime::RunTimeError;
 
-/// Both ends are closed in a program that takes a child's place.
+/// A pipe whose ends close when a child process runs a program (`exec`).
 struct Pipe {
   Pipe() {
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw RunTimeError(ErrorNumber::OutOfMemory);
@@ -39,8 +39,8 @@ struct Pipe {
   bool writes = true;
 };
 
-/// In the first child: its own child becomes the program, and has no parent once this one is gone.
-/// Only calls that are safe after a fork. What went wrong goes through the pipe.
+/// Runs in the first child. Its own child becomes the program, which has no parent once this one
+/// has ended. Makes only calls that are safe after a fork, and writes an error to the pipe.
 [[noreturn]] void become(const char* program, const char* folder, int report) {
   ::setsid();
   const pid_t child = ::fork();
@@ -57,7 +57,7 @@ struct Pipe {
   ::_exit(0);
 }
 
-/// What kept the program from starting, as the system numbers it; 0 once it runs.
+/// The system's error number (`errno`) when the program can't be started; 0 once it runs.
 int start(const std::string& program, const std::string& folder) {
   Pipe report;
   const pid_t child = ::fork();
@@ -68,7 +68,7 @@ int start(const std::string& program, const std::string& folder) {
   }
   int problem = 0;
   ssize_t count = 0;
-  // The pipe ends without a word where the program has taken the child's place.
+  // The pipe ends without data where the child has become the program.
   do {
     count = ::read(report.ends[0], &problem, sizeof problem);
   } while (count < 0 && errno == EINTR);

@@ -13,41 +13,41 @@ namespace {
 using runtime::ErrorNumber;
 using runtime::RunTimeError;
 
-/// Unwinds to the dispatcher after the end. No std::exception, so that nothing on the way takes it
-/// for a failure.
+/// Thrown to unwind to the dispatcher after the end. Not a std::exception, so that no handler on
+/// the way takes it for a failure.
 struct Ended {};
 
 constexpr int kFailureStatus = 1;
 
-struct Life {
+struct State {
   bool stopped = false;  ///< the end has begun: nothing is dispatched any more
-  bool ended = false;    ///< and the host has outlived it
-  std::map<int, std::function<void()>> leavers;
-  int nextLeaver = 0;
+  bool ended = false;    ///< the process has ended under a host that outlived it
+  std::map<int, std::function<void()>> loopExits;  ///< calls that make a modal loop return
+  int nextLoopExit = 0;
 };
 
-Life& life() {
-  static Life theLife;
-  return theLife;
+State& state() {
+  static State instance;
+  return instance;
 }
 
 void end(int status) {
   host().endProcess(status);
-  life().ended = true;
-  // A loop that leaves takes its own call off the list.
-  const auto leavers = life().leavers;
-  for (const auto& [number, leave] : leavers) leave();
+  state().ended = true;
+  // A copy, since a loop that returns removes its own call from the list.
+  const auto loopExits = state().loopExits;
+  for (const auto& [number, exitLoop] : loopExits) exitLoop();
 }
 
 void fail(const RunTimeError& failure) {
-  // A failure on the way out of a process that has been ended is nobody's any more.
-  if (life().stopped) return;
-  // The report is modal, and no timer runs behind it.
-  life().stopped = true;
+  // Failures after the process has ended are ignored.
+  if (state().stopped) return;
+  // Set before the modal report, so that no timer is dispatched while it shows.
+  state().stopped = true;
   try {
     host().reportFailure(failure);
   } catch (const std::exception&) {
-    // Where even the report fails, the end is all that is left.
+    // The process ends even where the report fails.
   }
   end(kFailureStatus);
 }
@@ -55,7 +55,7 @@ void fail(const RunTimeError& failure) {
 }  // namespace
 
 void dispatch(const std::function<void()>& handler) {
-  if (life().stopped) return;
+  if (state().stopped) return;
   try {
     handler();
   } catch (const Ended&) {
@@ -70,31 +70,31 @@ void dispatch(const std::function<void()>& handler) {
 }
 
 void endProgram() {
-  if (!life().stopped) {
-    life().stopped = true;
+  if (!state().stopped) {
+    state().stopped = true;
     end(0);
   }
   throw Ended{};
 }
 
 void unwindIfEnded() {
-  if (life().stopped) throw Ended{};
+  if (state().stopped) throw Ended{};
 }
 
 bool hasEnded() {
-  return life().ended;
+  return state().ended;
 }
 
-std::function<void()> onEnd(std::function<void()> leave) {
-  const int number = life().nextLeaver++;
-  life().leavers.emplace(number, std::move(leave));
-  return [number] { life().leavers.erase(number); };
+std::function<void()> onEnd(std::function<void()> exitLoop) {
+  const int number = state().nextLoopExit++;
+  state().loopExits.emplace(number, std::move(exitLoop));
+  return [number] { state().loopExits.erase(number); };
 }
 
 void resetEnded() {
-  life().stopped = false;
-  life().ended = false;
-  life().leavers.clear();
+  state().stopped = false;
+  state().ended = false;
+  state().loopExits.clear();
 }
 
 MessageAnswer MsgBox(const std::u16string& text, std::int32_t style, const std::u16string& title) {

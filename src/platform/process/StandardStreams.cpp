@@ -14,11 +14,11 @@
 namespace process {
 namespace {
 
-/// A write to a pipe that nobody reads, or past the size that a file may have, fails where these
-/// are ignored.
+/// While these are ignored, a write to a pipe without a reader or beyond the process's file size
+/// limit fails.
 constexpr std::array kWriteSignals{SIGPIPE, SIGXFSZ};
 
-/// What those signals did before this process changed it; empty before that.
+/// The actions on those signals before this process changed them; empty until then.
 std::vector<struct sigaction>& inheritedActions() {
   static std::vector<struct sigaction> actions;
   return actions;
@@ -29,7 +29,7 @@ std::vector<struct sigaction>& inheritedActions() {
 void prepareStandardStreams() {
   for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (::fcntl(descriptor, F_GETFD) != -1 || errno != EBADF) continue;
-    // It is the lowest free number, and so the one that the system takes.
+    // The system assigns the lowest free number, which is this one.
     ::open("/dev/null", descriptor == STDIN_FILENO ? O_RDONLY : O_WRONLY);
   }
   if (!inheritedActions().empty()) return;

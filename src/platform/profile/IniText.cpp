@@ -16,7 +16,7 @@ bool isEmpty(std::string_view line) {
   return IniText::trimmed(line).empty();
 }
 
-/// The section's name, where the line is a header. Words after the bracket count for nothing.
+/// The section's name, where the line is a header. Text after the bracket is ignored.
 std::optional<std::string_view> headerName(std::string_view line) {
   const std::string_view text = IniText::trimmed(line);
   const std::size_t close = text.find(']');
@@ -31,14 +31,14 @@ std::optional<std::string_view> keyName(std::string_view line) {
   return IniText::trimmed(line.substr(0, equals));
 }
 
-/// A name that is looked for.
-class Wanted {
+/// A name to look for.
+class NameMatcher {
  public:
-  Wanted(std::string_view name, IniText::Fold fold)
+  NameMatcher(std::string_view name, IniText::Fold fold)
       : name_(fold(IniText::trimmed(name))), fold_(fold) {}
 
-  bool is(std::optional<std::string_view> found) const {
-    // A unit takes three bytes at most: a longer name is not worth folding.
+  bool matches(std::optional<std::string_view> found) const {
+    // A unit takes three bytes at most: a longer name can't match.
     return found && found->size() <= 3 * name_.size() && fold_(*found) == name_;
   }
 
@@ -106,29 +106,29 @@ std::string_view IniText::textOf(const Line& line) const {
 }
 
 std::optional<IniText::Section> IniText::findSection(std::string_view name) const {
-  const Wanted wanted(name, fold_);
+  const NameMatcher wanted(name, fold_);
   std::optional<Section> section;
   for (Line line{}; line.next < bytes_.size();) {
     line = lineAt(line.next);
     const std::optional<std::string_view> found = headerName(textOf(line));
     if (section && found) return Section{section->begin, line.begin};
-    if (!section && wanted.is(found)) section = Section{line.next, bytes_.size()};
+    if (!section && wanted.matches(found)) section = Section{line.next, bytes_.size()};
   }
   return section;
 }
 
 std::optional<IniText::Line> IniText::findKey(const Section& section, std::string_view key) const {
-  const Wanted wanted(key, fold_);
+  const NameMatcher wanted(key, fold_);
   for (std::size_t next = section.begin; next < section.end;) {
     const Line line = lineAt(next);
-    if (wanted.is(keyName(textOf(line)))) return line;
+    if (wanted.matches(keyName(textOf(line)))) return line;
     next = line.next;
   }
   return std::nullopt;
 }
 
-/// The end of the section; but an empty line that only empty lines and comments follow parts it
-/// from the next one, and so does what follows that line.
+/// The end of the section, but before its trailing empty lines and the comments after these: they
+/// separate it from the next section.
 std::size_t IniText::offsetForKey(const Section& section) const {
   std::size_t offset = section.end;
   for (std::size_t next = section.begin; next < section.end;) {

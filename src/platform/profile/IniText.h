@@ -8,24 +8,24 @@
 
 namespace profile {
 
-/// A file of "[section]" headers and "key=value" lines, which end with CR LF, LF or CR. What is not
-/// set stays as it is, byte for byte: comments, blank lines, order, line ends, unknown lines. It
-/// takes little more memory than the file. For this library's files.
+/// A file of "[section]" headers and "key=value" lines, which end with CR LF, LF or CR. Setting a
+/// value keeps everything else byte for byte: comments, blank lines, order, line ends, unknown
+/// lines. It takes little more memory than the file. For this library's files.
 ///
-/// A section begins at its header and ends at the next one; of several of one name the first
-/// counts, and of several equal keys the first. Blanks round a name don't belong to it.
+/// A section begins at its header and ends at the next one; of several sections of one name the
+/// first counts, as of several equal keys. Blanks around a name don't belong to it.
 class IniText {
  public:
-  /// Makes two spellings of one name equal, unit by unit.
+  /// Maps all spellings of a name that differ in case to one text, unit by unit.
   using Fold = std::u16string (*)(std::string_view name);
 
   IniText(std::string bytes, Fold fold);
 
-  /// All that follows the key's "=" on its line, until the next change; nullopt where there is no
-  /// such key.
+  /// The text after the key's "=" on its line, valid until the next change; nullopt where there is
+  /// no such key.
   std::optional<std::string_view> value(std::string_view section, std::string_view key) const;
 
-  /// Puts `value` after the key's "=". A missing key comes at the end of its section, a missing
+  /// Sets the text after the key's "=". A missing key is added at the end of its section, a missing
   /// section at the end of the file, on lines that end with `lineEnd`.
   void setValue(std::string_view section, std::string_view key, std::string_view value,
                 std::string_view lineEnd);
@@ -33,17 +33,17 @@ class IniText {
   /// The file's bytes, moved out.
   std::string takeBytes() { return std::move(bytes_); }
 
-  /// True for a file in UTF-16, by its byte order mark, the zero in its first character, or a line
-  /// feed of two bytes: its lines are not to be read or changed byte by byte.
+  /// True for a file in UTF-16, which this class can't read or change; recognised by its byte order
+  /// mark, by the zero byte in its first character, or by a line feed of two bytes.
   static bool isUtf16(std::string_view bytes);
   static std::string_view trimmed(std::string_view text);
 
  private:
-  /// Offsets of a line: of its text, of the end of its text, and of the line after it.
+  /// Offsets of a line: the begin and end of its text, and the line after it.
   struct Line {
     std::size_t begin, end, next;
   };
-  /// Offsets of the lines between a header and the next one.
+  /// Offsets of the lines between a header and the next one: begin and end.
   struct Section {
     std::size_t begin, end;
   };

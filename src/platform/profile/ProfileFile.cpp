@@ -31,8 +31,8 @@ std::string_view withoutTrailingSpaces(std::string_view text) {
   return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
-/// The stored value as a buffer of `size` bytes holds it with a terminator; nullopt where there is
-/// none.
+/// The stored value, cut to what a buffer of `size` bytes holds with a terminator; nullopt where
+/// there is none.
 std::optional<std::string> storedValue(std::string_view section, std::string_view key,
                                        std::size_t size, std::u16string_view file) {
   std::optional<std::string> bytes = files::readWhole(files::resolve(file));
@@ -53,7 +53,7 @@ std::string GetPrivateProfileStringA(std::string_view section, std::string_view 
     if (!file.empty())
       if (std::optional<std::string> value = storedValue(section, key, size, file)) return *value;
   } catch (const std::exception&) {
-    // A file that can't be read has no keys: this call knows no failure.
+    // A file that can't be read counts as one without keys: this call has no way to fail.
   }
   return std::string(withoutTrailingSpaces(defaultValue).substr(0, size - 1));
 }
@@ -70,7 +70,7 @@ bool WritePrivateProfileStringA(std::string_view section, std::string_view key,
     });
     return true;
   } catch (const std::exception&) {
-    // Its callers learn of a failure by the value alone.
+    // The result is the only report of a failure.
     return false;
   }
 }

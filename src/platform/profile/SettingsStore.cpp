@@ -30,8 +30,8 @@ std::u16string foldedName(std::string_view name) {
   return runtime::foldCase(runtime::fromUtf8(name));
 }
 
-// A value stands in the file as it is. One with line breaks, other control characters or halves of
-// surrogate pairs is escaped, and marked as such by a backslash and a quote in front.
+// A value is stored as it is. One with line breaks, other control characters or halves of surrogate
+// pairs is escaped, and marked as such by a backslash and a quote in front.
 constexpr std::u16string_view kEscapeMark = u"\\\"";
 constexpr char16_t kEscapeEnd = u'"';
 
@@ -91,7 +91,7 @@ std::optional<char16_t> unitOf(std::u16string_view digits) {
   return static_cast<char16_t>(unit);
 }
 
-/// Takes one unit off the front of an escaped text; nullopt where that isn't well formed.
+/// Removes one unit from the front of an escaped text; nullopt where it isn't well formed.
 std::optional<char16_t> takeUnit(std::u16string_view& text) {
   const bool isEscape = text.front() == u'\\';
   const char16_t kind = isEscape && text.size() > 1 ? text[1] : u'\0';
@@ -119,7 +119,7 @@ std::u16string decoded(std::string_view bytes) {
   std::u16string_view escaped =
       std::u16string_view(text).substr(kEscapeMark.size(), text.size() - marks);
   if (!isWellFormed(escaped)) return text;
-  // In the text's own memory: what is taken is always ahead of what is put.
+  // Decoded in the text's own memory: the read position is always ahead of the write position.
   std::size_t length = 0;
   while (!escaped.empty()) {
     const std::optional<char16_t> unit = takeUnit(escaped);
@@ -145,8 +145,8 @@ fs::path settingsFile(std::u16string_view application) {
   return files::findEntry(*config / "program-settings", runtime::lowerCase(application) + u".ini");
 }
 
-/// Creates the folder and those above it that are missing, open to this user alone. Where that
-/// fails, the write that follows tells.
+/// Creates the folder and its missing parents, open to this user alone. A failure shows in the
+/// write that follows.
 void createPrivateFolder(const fs::path& folder) {
   constexpr mode_t kUserAlone = 0700;
   if (::mkdir(folder.c_str(), kUserAlone) == 0 || errno != ENOENT) return;
@@ -162,7 +162,7 @@ std::string takeMark(std::string& bytes) {
   return std::string(kByteOrderMark);
 }
 
-/// Names that a line could not give back are no names.
+/// False for names that could not be read back from a line.
 bool isName(std::u16string_view name, std::u16string_view forbidden) {
   return !name.empty() && !hasOddUnit(name) && name == runtime::trim(name) &&
          name.find_first_of(forbidden) == name.npos && name.front() != u';';
@@ -186,7 +186,7 @@ std::u16string GetSetting(std::u16string_view application, std::u16string_view s
     const auto stored = text.value(runtime::toUtf8(section), runtime::toUtf8(key));
     return stored ? decoded(*stored) : std::u16string(defaultValue);
   } catch (const RunTimeError&) {
-    // A store that can't be read has no entries.
+    // A store that can't be read counts as one without entries.
     return std::u16string(defaultValue);
   }
 }

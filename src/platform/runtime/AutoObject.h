@@ -4,15 +4,15 @@
 
 namespace runtime {
 
-/// An auto-creating object variable: absent at first, and wherever it is used while absent, a new
-/// object comes into being.
+/// An auto-creating object variable: absent at first; a use while it is absent creates a new
+/// object.
 template <class T>
 class AutoObject {
  public:
   T& operator*() { return object(); }
   T* operator->() { return &object(); }
 
-  /// Makes a new object, whatever the variable held.
+  /// Creates a new object and releases the old one.
   void setNew() { object_ = std::make_unique<T>(); }
   /// Releases the object.
   void setAbsent() { object_.reset(); }

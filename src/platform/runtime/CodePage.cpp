@@ -14,7 +14,7 @@ namespace {
 constexpr char16_t kReplacement = 0xFFFD;
 constexpr char16_t kAscii = 0x80;  // below it, each character is its own byte
 
-/// The code page as the C library has it, asked once.
+/// The C library's conversion table of the code page, read once.
 class CodePage {
  public:
   static const CodePage& instance() {
@@ -33,7 +33,7 @@ class CodePage {
  private:
   CodePage() {
     const iconv_t converter = iconv_open("UTF-16LE", "WINDOWS-1252");
-    // The type's own word for failure is -1.
+    // iconv_open returns -1 on failure.
     if (converter == reinterpret_cast<iconv_t>(-1)) throw RunTimeError(ErrorNumber::InternalError);
     for (int value = 0; value < 256; ++value) {
       const char16_t unit = converted(converter, value);
@@ -43,8 +43,8 @@ class CodePage {
     iconv_close(converter);
   }
 
-  /// The five bytes that the page leaves open are refused by the converter; they stand for
-  /// themselves.
+  /// The character of one byte. The converter refuses the five bytes that the page leaves open;
+  /// they stand for themselves.
   static char16_t converted(iconv_t converter, int value) {
     char in = static_cast<char>(value);
     std::array<unsigned char, 2> out{};
@@ -89,8 +89,8 @@ void appendUtf16(std::u16string& text, char32_t point) {
   text.push_back(static_cast<char16_t>(0xDC00 + ((point - 0x10000) & 0x3FF)));
 }
 
-/// Takes one character off the front of `bytes`; what is no well-formed sequence gives U+FFFD and
-/// takes one byte.
+/// Removes one character from the front of `bytes` and returns it. Where the bytes are malformed it
+/// removes one byte and returns U+FFFD.
 char32_t takeUtf8(std::string_view& bytes) {
   const auto byteAt = [&bytes](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
   const unsigned char lead = byteAt(0);

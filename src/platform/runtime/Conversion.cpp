@@ -17,7 +17,7 @@ namespace {
   throw RunTimeError(ErrorNumber::TypeMismatch);
 }
 
-/// What has been read of a text so far.
+/// A text with a read position.
 class Cursor {
  public:
   explicit Cursor(std::u16string_view text) : text_(text) {}
@@ -59,7 +59,7 @@ std::optional<int> digitOf(char16_t character, int base) {
   return value;
 }
 
-/// The base that "H" or "O" behind an ampersand names.
+/// Reads the prefix "&H" (16) or "&O" (8).
 std::optional<int> takeBase(Cursor& cursor) {
   if (!cursor.take(u'&')) return std::nullopt;
   if (cursor.takeAnyOf(u"Hh")) return 16;
@@ -67,14 +67,14 @@ std::optional<int> takeBase(Cursor& cursor) {
   return std::nullopt;
 }
 
-/// A decimal number as it stands in a text: the digits without leading zeros, and the place of the
-/// decimal point counted from their front.
+/// A decimal number as written: the digits without leading zeros, and the position of the decimal
+/// point counted from the first of them.
 struct DecimalNumber {
   std::string digits;
   long point = 0;
   bool hasDigit = false;
 
-  void addWhole(char16_t digit) {
+  void addInteger(char16_t digit) {
     hasDigit = true;
     if (digits.empty() && digit == u'0') return;
     digits.push_back(static_cast<char>(digit));
@@ -101,12 +101,12 @@ struct DecimalNumber {
   }
 };
 
-/// Digits with one decimal point. Commas between the digits of the whole part are left out where
-/// the caller takes them for separators of thousands.
+/// Reads digits with one decimal point. With `commas`, commas among the digits of the integer part
+/// are skipped as separators of thousands.
 DecimalNumber takeDecimal(Cursor& cursor, bool commas) {
   DecimalNumber number;
   while (isDigit(cursor.next()) || (commas && number.hasDigit && cursor.next() == u',')) {
-    if (isDigit(cursor.next())) number.addWhole(cursor.next());
+    if (isDigit(cursor.next())) number.addInteger(cursor.next());
     cursor.advance();
   }
   if (!cursor.take(u'.')) return number;
@@ -114,7 +114,7 @@ DecimalNumber takeDecimal(Cursor& cursor, bool commas) {
   return number;
 }
 
-/// An exponent, if there is a whole one; an "E" without digits behind it is left standing.
+/// Reads an exponent, if there is a complete one; an "E" without digits after it is not read.
 void takeExponent(Cursor& cursor, DecimalNumber& number) {
   const std::size_t start = cursor.mark();
   if (!cursor.takeAnyOf(u"Ee")) return;
@@ -131,8 +131,8 @@ void takeExponent(Cursor& cursor, DecimalNumber& number) {
   number.point += negative ? -exponent : exponent;
 }
 
-/// The signs round a number, each allowed once: blanks, a currency sign, and either a sign in front
-/// or behind, or a pair of brackets.
+/// What may surround a number: blanks, and at most once a currency sign and either a sign before or
+/// after the number or a pair of brackets.
 class Surroundings {
  public:
   void takeFront(Cursor& cursor) {
@@ -194,7 +194,7 @@ class Surroundings {
   bool negative_ = false;
 };
 
-/// Digits of base 8 or 16, the bit pattern of an integer of `bits` bits.
+/// Reads digits of base 8 or 16 as the bit pattern of an integer of `bits` bits.
 double takePattern(Cursor& cursor, int base, int bits) {
   const std::uint64_t patterns = std::uint64_t{1} << static_cast<unsigned>(bits);
   std::optional<int> digit = digitOf(cursor.next(), base);
@@ -232,12 +232,12 @@ double numberOf(std::u16string_view text, int bits) {
 
 template <class Integer>
 Integer rounded(double number) {
-  // The default rounding direction takes a half to the even neighbour.
-  const double whole = std::nearbyint(number);
-  if (!(whole >= std::numeric_limits<Integer>::min() &&
-        whole <= std::numeric_limits<Integer>::max()))
+  // The default rounding mode rounds a half to the even neighbour.
+  const double integer = std::nearbyint(number);
+  if (!(integer >= std::numeric_limits<Integer>::min() &&
+        integer <= std::numeric_limits<Integer>::max()))
     overflow();
-  return static_cast<Integer>(whole);
+  return static_cast<Integer>(integer);
 }
 
 std::u16string withoutBlanks(std::u16string_view text) {

@@ -15,7 +15,7 @@ std::size_t checkedLength(std::u16string_view text, std::ptrdiff_t length) {
   return std::min(text.size(), static_cast<std::size_t>(length));
 }
 
-/// The C library's letters of all scripts, whatever the user's own locale is.
+/// The C library's case mapping for letters of all scripts, independent of the user's locale.
 locale_t unicodeLetters() {
   static const locale_t letters = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
   if (letters == nullptr) throw RunTimeError(ErrorNumber::InternalError);

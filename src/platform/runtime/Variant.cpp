@@ -43,8 +43,8 @@ std::u16string currencyText(Currency amount) {
 
 std::u16string dateText(Date date) {
   constexpr double kFirstDay = -657434;  // 0100-01-01
-  constexpr double kEnd = 2958466;       // behind 9999-12-31
-  // A damaged date has no calendar day; its number is told as it stands.
+  constexpr double kEnd = 2958466;       // the day after 9999-12-31
+  // A damaged date has no calendar day; its number is shown instead.
   if (!(date.days > kFirstDay - 1 && date.days < kEnd)) return floatText(date.days, 15);
 
   constexpr std::int64_t kSecondsADay = 86'400;

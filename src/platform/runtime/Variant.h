@@ -45,7 +45,7 @@ struct Decimal {
 /// Bytes without a further meaning.
 using Binary = std::vector<std::uint8_t>;
 
-/// What a database field holds, or is given.
+/// The value of a database field, read or to be written.
 class Variant {
  public:
   using Alternatives = std::variant<Null, bool, std::uint8_t, std::int16_t, std::int32_t, Currency,
@@ -60,7 +60,7 @@ class Variant {
   bool isNull() const { return std::holds_alternative<Null>(value_); }
   const Alternatives& get() const { return value_; }
 
-  /// The value as text: whole numbers in plain decimal, a double with up to 15 significant digits
+  /// The value as text: integers in plain decimal, a double with up to 15 significant digits
   /// (a single with 7), Currency with up to 4 decimals, "True" and "False", a date as "YYYY-MM-DD
   /// hh:mm:ss", a GUID in braces and capitals. A null raises InvalidUseOfNull, bytes raise
   /// TypeMismatch.
@@ -69,8 +69,8 @@ class Variant {
   /// InvalidUseOfNull, a text that is no number TypeMismatch (as do bytes and a GUID), a value
   /// beyond the range Overflow.
   std::int32_t toLong() const;
-  /// The value as a number where it is of a kind that calculates: True as -1, an amount, a date as
-  /// its days. Nothing for null, texts, bytes, GUIDs and scaled decimals.
+  /// The value as a number where its type is numeric: True as -1, an amount, a date as its days.
+  /// nullopt for null, texts, bytes, GUIDs and scaled decimals.
   std::optional<double> number() const;
   bool operator==(const Variant&) const = default;
 

@@ -22,7 +22,7 @@
 namespace forms {
 namespace {
 
-/// What the toolkit is told of the command line: nothing but a name.
+/// The command line that the toolkit gets: a name and no arguments.
 struct NoArguments {
   char name[10] = "keystrand";
   char* list[2] = {name, nullptr};
@@ -31,18 +31,19 @@ struct NoArguments {
 
 NoArguments noArguments;
 
-/// The toolkit gives up by a fatal message and an abort; here it ends like any other failed start.
+/// Where the toolkit can't start it writes a fatal message and aborts. Here it ends like any other
+/// failed start.
 void endOnFatalMessage(QtMsgType type, const QMessageLogContext&, const QString&) {
   if (type == QtFatalMsg) qt::endWithoutDisplay();
 }
 
-/// The toolkit's own handler waits for a reader where standard error is a pipe that is full.
+/// Replaces the toolkit's own handler, which waits where standard error is a full pipe.
 void writeMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
   process::writeToStandardError(qFormatLogMessage(type, context, message).toStdString() + "\n");
 }
 
-/// The toolkit leaves by `exit` when the display is lost, in the middle of whatever runs. What is
-/// on the stack then is never destroyed, so the toolkit's own clean-up would meet live windows.
+/// When the display is lost the toolkit calls `exit` in the middle of the running code. The objects
+/// on the stack are then never destroyed, so the toolkit's own clean-up would find live windows.
 void endWithLostDisplay() {
   if (QCoreApplication::instance() == nullptr) return;
   std::fflush(nullptr);
@@ -91,9 +92,9 @@ Application::~Application() {
 int Application::run() {
   if (process::hasEnded() || !qt::Window::anyShown()) return 0;
   const qt::EndWatch watch([] { QCoreApplication::exit(0); });
-  qt::Window::onLastGone([] { QCoreApplication::exit(0); });
+  qt::Window::onLastClosed([] { QCoreApplication::exit(0); });
   QApplication::exec();
-  qt::Window::onLastGone({});
+  qt::Window::onLastClosed({});
   return 0;
 }
 

@@ -23,7 +23,7 @@ void CheckBox::Value(std::int16_t value) {
   static_cast<QCheckBox*>(widget())->setCheckState(value == kGreyed ? Qt::PartiallyChecked
                                                    : value == 1     ? Qt::Checked
                                                                     : Qt::Unchecked);
-  widget()->repaint();  // before what may take long
+  widget()->repaint();  // at once, since the handler may take long
   if (Click) Click();
 }
 

@@ -4,7 +4,7 @@
 
 namespace MSComDlg {
 
-/// The common dialog, of which the system uses the choice of a colour. It isn't seen on the screen.
+/// The common dialog, which the system uses to choose a colour. It has no widget on the screen.
 class CommonDialog {
  public:
   /// Shows the colour dialog, with no colour preselected, and returns when the user closes it.

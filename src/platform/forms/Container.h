@@ -10,12 +10,12 @@ namespace qt {
 class Window;
 }
 
-/// What can hold controls: a screen, a picture box, a frame. Its members serve the controls that
-/// are made in it; above this library the types that they return are unknown.
+/// Anything that can hold controls: a screen, a picture box, a frame. Its members serve the
+/// controls in it; code above this library doesn't know the types that they return.
 class Container {
  public:
   virtual ~Container() = default;
-  /// The widget that its controls are made in.
+  /// The widget that is the parent of its controls' widgets.
   virtual QWidget* client() const = 0;
   /// The window of the screen.
   virtual qt::Window& window() const = 0;

@@ -12,8 +12,8 @@
 namespace forms {
 namespace {
 
-/// Shows a tool tip as plain text, wrapped. The toolkit would take marks in it for markup, and set
-/// a long one in a single line.
+/// Shows a tool tip as plain text, wrapped. The toolkit would interpret markup in it, and would
+/// show a long one in a single line.
 class PlainToolTip : public QObject {
  public:
   using QObject::QObject;
@@ -44,7 +44,7 @@ Control::Control(Container& container, const Design& design, std::int16_t index,
       visible_(design.visible),
       font_(design.font) {
   widget_->setObjectName(QString::fromLatin1(design.name));
-  // The application's own font is the usual one.
+  // The default font is the application's, which every widget has already.
   if (!isDefault(font_)) widget_->setFont(qt::font(font_.face, font_.points, font_.weight));
   if (!design.toolTip.empty()) {
     widget_->setToolTip(qt::toQt(design.toolTip));

@@ -12,7 +12,7 @@
 
 namespace forms {
 
-/// What all controls have. A control belongs to its container for its whole life.
+/// The base of all controls. A control never changes its container.
 class Control : private WindowPart {
  public:
   virtual ~Control();
@@ -20,7 +20,7 @@ class Control : private WindowPart {
   Control& operator=(const Control&) = delete;
 
   const std::string& Name() const { return name_; }
-  /// Index in the control array, 0 for a control that stands alone.
+  /// Index in the control array, 0 for a control outside of an array.
   std::int16_t Index() const { return index_; }
 
   /// Position and size in twips, within the container.
@@ -36,17 +36,17 @@ class Control : private WindowPart {
   void Visible(bool visible);
 
  protected:
-  /// `widget` is made by the derived class as a child of the container's widget; the control owns
-  /// it.
+  /// `widget` is created by the derived class as a child of the container's widget; the control
+  /// owns it.
   Control(Container& container, const Design& design, std::int16_t index, QWidget* widget);
 
   QWidget* widget() const final { return widget_; }
   qt::Window& screen() const { return screen_; }
-  /// The factor by which the screen is laid out smaller: 1 as designed, less where it would not fit
-  /// a dense desktop.
+  /// The scale at which the screen is laid out: 1 as designed, less where it would not fit on a
+  /// dense desktop.
   double scale() const;
-  /// Called when the screen's scale has changed and the widget has its new position. Adapts the
-  /// widget's font; a control with measures of its own adapts them as well.
+  /// Called after the screen's scale has changed and the widget has its new position. Adapts the
+  /// widget's font; a control with other sizes that depend on the scale adapts them as well.
   virtual void rescaled();
 
  private:
@@ -65,11 +65,11 @@ class Control : private WindowPart {
   Font font_;
 };
 
-/// An indexed array of like controls. The elements live as long as the array.
+/// An indexed array of controls of one type. The elements live as long as the array.
 template <class T>
 class ControlArray {
  public:
-  /// `count` controls, the i-th made from `design(i)`.
+  /// Creates `count` controls, the i-th from `design(i)`.
   template <class DesignOf>
   ControlArray(Container& container, std::int16_t count, DesignOf design) {
     elements_.reserve(count);

@@ -15,7 +15,7 @@ class DataObject {
   virtual ~DataObject() = default;
   virtual bool GetFormat(std::int16_t format) const = 0;
   virtual std::u16string GetData(std::int16_t format) const = 0;
-  /// Puts a text in, as plain text.
+  /// Sets the data to a plain text.
   virtual void SetData(std::u16string_view text) = 0;
 };
 

@@ -6,8 +6,8 @@
 
 namespace forms {
 
-/// The product's host: real message boxes, the platform's colour dialog, the failure report,
-/// programs that are really started, and an end that doesn't return.
+/// Creates the product's host: it shows real message boxes, the platform's colour dialog and the
+/// failure report, starts programs and ends the process.
 std::unique_ptr<process::Host> makeHost();
 
 }  // namespace forms

@@ -15,8 +15,8 @@ struct TextPart {
   }
 };
 
-/// Where an entry of a list holds what it is about. Screen readers name a row after it; an id that
-/// stands first is painted in a column of its own, so that the names begin at one position.
+/// The positions of name and id in an entry of a list. Screen readers read a row by its name; an id
+/// that comes first is painted in a column of its own, so that the names begin at one position.
 struct EntryParts {
   TextPart name{};
   TextPart id{.offset = std::u16string_view::npos};

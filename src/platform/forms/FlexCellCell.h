@@ -19,10 +19,11 @@ class Cell {
   /// A check cell's text is "1" when it is checked; any other text shows as unchecked.
   std::u16string Text() const;
   void Text(std::u16string_view text);
-  /// Kept as a value: the one code in use, 6, and the initial 0 both mean left, centred vertically.
+  /// Stored without effect: the code in use, 6, and the initial 0 both mean left, centred
+  /// vertically.
   void Alignment(int code);
   void Kind(CellType kind);
-  /// Makes it the active cell.
+  /// Makes this the active cell.
   void SetFocus();
 
  private:

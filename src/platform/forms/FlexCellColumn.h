@@ -13,7 +13,7 @@ class Column {
  public:
   Column(forms::qt::SheetView& view, int column) : view_(view), column_(column) {}
 
-  /// Keeps the user from changing the column's cells; code may.
+  /// Keeps the user from changing the column's cells; code may still change them.
   void Locked(bool readOnly);
   /// In pixels of 15 twips.
   void Width(int pixels);

@@ -6,8 +6,8 @@
 namespace FlexCell {
 namespace {
 
-// So many blanks before its comma push an item's hidden part out of sight; fewer belong to the
-// text.
+// The number of blanks before the comma that marks the rest of an item as hidden; fewer blanks
+// belong to the text.
 constexpr std::size_t kHidingBlanks = 100;
 
 std::u16string_view shownPart(std::u16string_view item) {

@@ -8,9 +8,9 @@ class SheetView;
 
 namespace FlexCell {
 
-/// The drop-down list of a sheet's column. An item is one text; a long run of blanks, a hundred or
-/// more, followed by the last comma begins the item's hidden part, which neither shows nor reaches
-/// the cell.
+/// The drop-down list of a sheet's column. An item is one text. A run of a hundred blanks or more
+/// before its last comma begins the item's hidden part, which is neither shown nor written to the
+/// cell.
 class ComboList {
  public:
   ComboList(forms::qt::SheetView& view, int column) : view_(view), column_(column) {}

@@ -6,7 +6,7 @@
 namespace FlexCell {
 namespace {
 
-void demand(const QModelIndex& cell) {
+void requireInside(const QModelIndex& cell) {
   if (!cell.isValid()) throw runtime::RunTimeError(runtime::ErrorNumber::SubscriptOutOfRange);
 }
 
@@ -28,7 +28,7 @@ void Grid::rescaled() {
 }
 
 FlexCell::Cell Grid::Cell(int row, int column) {
-  demand(view().cell(row, column));
+  requireInside(view().cell(row, column));
   return {view(), row, column};
 }
 
@@ -38,17 +38,17 @@ ActiveCell Grid::ActiveCell() const {
 }
 
 FlexCell::Column Grid::Column(int column) {
-  demand(view().cell(0, column));
+  requireInside(view().cell(0, column));
   return {view(), column};
 }
 
 FlexCell::ComboList Grid::ComboBox(int column) {
-  demand(view().cell(0, column));
+  requireInside(view().cell(0, column));
   return {view(), column};
 }
 
 void Grid::RowHeight(int row, int pixels) {
-  demand(view().cell(row, 0));
+  requireInside(view().cell(row, 0));
   view().setHeight(row, pixels);
 }
 

@@ -7,21 +7,21 @@
 
 namespace forms {
 
-/// A screen. It is loaded at its first show: the load event runs before anything is to be seen, and
-/// a failure in it leaves the screen unshown.
+/// A screen. Its first show loads it: the load event runs before anything is visible, and a failure
+/// in it leaves the screen unshown.
 class Form : public Container {
  public:
   ~Form() override;
   Form(const Form&) = delete;
   Form& operator=(const Form&) = delete;
 
-  /// Loads the screen if need be and shows it; the caller goes on. With the last screen closed the
+  /// Loads the screen if it isn't loaded, shows it and returns. When the last screen is closed the
   /// program ends with status 0.
   void Show();
-  /// Loads the screen if need be and shows it; the caller stops until it is unloaded. All other
-  /// screens are shut out meanwhile: what the user does there is dropped.
+  /// Loads the screen if it isn't loaded, shows it and returns after it has been unloaded. All
+  /// other screens are blocked meanwhile: they ignore what the user does.
   void ShowModal();
-  /// Takes the screen away and lets a modal show return.
+  /// Closes the screen and lets a modal show return.
   void Unload();
   /// True once the screen was unloaded, by code or by its close box.
   bool unloaded() const;
@@ -43,8 +43,8 @@ class Form : public Container {
   bool loaded_ = false;
 };
 
-/// The one default instance of a screen: a use while it is absent creates it. An instance that was
-/// unloaded but not dropped begins its next use afresh.
+/// The one default instance of a screen: a use while it is absent creates it. A use after the
+/// instance was unloaded creates a new one.
 template <class Screen>
 class DefaultInstance {
  public:
@@ -52,12 +52,12 @@ class DefaultInstance {
     if (!instance() || instance()->unloaded()) instance() = std::make_shared<Screen>();
     return instance();
   }
-  /// Sets the default instance to absent. Whoever is in the middle of showing it keeps it alive.
+  /// Sets the default instance to absent. A caller that is showing it keeps it alive.
   static void drop() { instance().reset(); }
   static bool exists() { return instance() != nullptr; }
 
  private:
-  /// Never destroyed: at the process's end the toolkit goes first, and no widget may outlive it.
+  /// Never destroyed: at exit the toolkit is destroyed first, and no widget may outlive it.
   static std::shared_ptr<Screen>& instance() {
     static auto& screen = *new std::shared_ptr<Screen>;
     return screen;

@@ -10,7 +10,7 @@ namespace forms {
 enum class BorderStyle { None, FixedSingle, Sizable, FixedDialog };
 enum class StartPosition { PlatformDefault, CentreScreen };
 
-/// What a screen stores for itself. Width and height are those of the client area.
+/// The stored values of a screen itself. Width and height are those of the client area.
 struct FormDesign {
   const char* name = "";
   std::u16string_view caption{};
@@ -20,8 +20,8 @@ struct FormDesign {
   bool maximiseBox = true;
   bool startMaximised = false;
   StartPosition position = StartPosition::PlatformDefault;
-  /// Where the client area stands on the desktop once the user has restored a maximised screen; the
-  /// platform decides where none is stored.
+  /// Position of the client area on the desktop once the user has restored a maximised screen;
+  /// where none is stored the platform decides.
   std::optional<Offset> restoredAt{};
   bool inTaskBar = true;
   Colour backColour = kButtonFace;

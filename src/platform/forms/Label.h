@@ -7,7 +7,8 @@
 
 namespace forms {
 
-/// A text that the user can't change. Painted as it stands, without marks or markup.
+/// A text that the user can't change. It is painted literally: no character is a mnemonic or
+/// markup.
 class Label : public Control {
  public:
   Label(Container& container, const Design& design);

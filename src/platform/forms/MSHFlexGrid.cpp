@@ -7,10 +7,10 @@
 namespace MSHierarchicalFlexGridLib {
 namespace {
 
-std::size_t checked(int place, int count) {
-  if (place < 0 || place >= count)
+std::size_t checked(int index, int count) {
+  if (index < 0 || index >= count)
     throw runtime::RunTimeError(runtime::ErrorNumber::SubscriptOutOfRange);
-  return static_cast<std::size_t>(place);
+  return static_cast<std::size_t>(index);
 }
 
 }  // namespace

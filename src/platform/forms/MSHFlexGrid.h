@@ -8,8 +8,8 @@
 
 namespace MSHierarchicalFlexGridLib {
 
-/// A table of texts, rows and columns counted from 0. On the screens of this program it is never
-/// shown; it is a store of what a key can't show.
+/// A table of texts, rows and columns counted from 0. The screens of this program never show it;
+/// they store in it what a key can't show.
 class MSHFlexGrid : public forms::Control {
  public:
   MSHFlexGrid(forms::Container& container, const forms::Design& design, int rows, int columns);
@@ -19,7 +19,7 @@ class MSHFlexGrid : public forms::Control {
   void TextMatrix(int row, int column, std::u16string_view text);
   int Rows() const { return rows_; }
   int Cols() const { return columns_; }
-  /// Sets the number of columns; texts in columns that stay are kept.
+  /// Sets the number of columns; the texts in the remaining columns stay.
   void Cols(int columns);
 
  private:

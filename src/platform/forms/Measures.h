@@ -5,8 +5,8 @@
 
 namespace forms {
 
-/// A length or position on a screen: 1/1440 inch. Fifteen make one logical pixel of the toolkit;
-/// only this library turns the one into the other.
+/// A length or position on a screen: 1/1440 inch. Fifteen twips are one logical pixel of the
+/// toolkit; only this library converts between the two.
 struct Twips {
   int value = 0;
 
@@ -36,19 +36,20 @@ inline constexpr Colour kWindowText = -2147483640;        ///< 0x80000008
 inline constexpr Colour kButtonFace = -2147483633;        ///< 0x8000000F
 inline constexpr Colour kButtonText = -2147483630;        ///< 0x80000012
 
-/// A face and a size in points. A face that the machine lacks is drawn in Arial or its metric twin.
+/// A face and a size in points. A face that the machine lacks is replaced by Arial or a face with
+/// the same metrics.
 struct Font {
   std::u16string_view face = u"Arial";
   double points = 9.75;
   int weight = 400;
 };
 
-/// What a screen stores for a control: one row of its design table.
+/// The screen's stored values of a control: one row of its design table.
 struct Design {
   const char* name = "";  ///< the control's own name; also its name in the toolkit's object tree
   std::u16string_view caption{};
   Twips left, top, width, height;  ///< relative to the container's client area
-  int tabIndex = -1;               ///< place in the tab order; -1: none
+  int tabIndex = -1;               ///< rank in the tab order; -1: none
   bool visible = true;
   std::u16string_view toolTip{};
   Colour backColour = kButtonFace;

@@ -11,7 +11,7 @@ namespace {
 
 namespace qt = forms::qt;
 
-/// What paints a state.
+/// The colours that paint a state.
 struct PaintedBy {
   MyButton::StateColour MyButton::*back;
   MyButton::StateColour MyButton::*text;

@@ -11,16 +11,16 @@
 
 namespace MyCommandButton {
 
-/// What a screen stores for a button beside its position. The colours are 0x00BBGGRR.
+/// The stored values that only buttons have. The colours are 0x00BBGGRR.
 struct ButtonDesign : forms::Design {
   forms::Colour transparentColour = forms::kWhite;
-  bool showFocus = true;  ///< stored on every instance but key 3 of each editor
+  bool showFocus = true;  ///< stored for every button except key 3 of each editor
   bool isKey = false;     ///< a key of the key block: named "Key n" where its caption is empty
   int extentX = 0;        ///< width and height in hundredths of a millimetre
   int extentY = 0;
 };
 
-/// The face and size of a button's text. A text assigned to it sets the face name and nothing else.
+/// The face and size of a button's text.
 struct ButtonFont {
   std::u16string name = u"Arial";
   double size = 9.75;
@@ -28,8 +28,8 @@ struct ButtonFont {
   int charset = 0;
 };
 
-/// The push button of the whole system, keys and commands alike: a coloured rectangle with a text,
-/// with separate colours for rest, pointer, focus and press. A property reads as it was set.
+/// The system's push button, for keys and commands: a coloured rectangle with a text, with separate
+/// colours for rest, pointer, focus and press. A property reads as it was set.
 class MyButton : public forms::Control {
  public:
   static constexpr forms::Colour kDefaultBackColour = forms::kButtonFace;
@@ -39,13 +39,13 @@ class MyButton : public forms::Control {
   /// One of the button's colours: `key.backcolor()` reads it, `key.backcolor(colour)` sets it.
   class StateColour {
    public:
-    /// Reads as `unset` until something has set it.
+    /// Reads as `unset` until it is set.
     StateColour(MyButton& button, forms::Colour unset, std::optional<forms::Colour> stored = {})
         : button_(button), unset_(unset), set_(stored) {}
 
     forms::Colour operator()() const { return set_.value_or(unset_); }
     void operator()(forms::Colour colour);
-    /// What is painted: the colour at rest until something has set this one.
+    /// The colour to paint: the colour at rest until this one is set.
     forms::Colour painted(const StateColour& atRest) const { return set_.value_or(atRest()); }
 
    private:
@@ -68,10 +68,10 @@ class MyButton : public forms::Control {
   const std::u16string& caption() const { return caption_; }
   void caption(std::u16string_view text);
   const ButtonFont& font() const { return font_; }
-  /// Sets the face name, whatever the text is.
+  /// Sets the face name and nothing else; any text is accepted.
   void font(std::u16string_view face);
   std::int16_t oledropmode() const { return oledropmode_; }
-  /// 1 makes the button a target of drags with text, handled by `OLEDragDrop`.
+  /// 1 lets the user drop dragged text on the button, which raises `OLEDragDrop`.
   void oledropmode(std::int16_t mode);
   bool showfocus() const { return showfocus_; }
   forms::Colour transparentcolor() const { return transparentcolor_; }
@@ -90,8 +90,8 @@ class MyButton : public forms::Control {
   /// The pointer enters the button.
   forms::Event<> MouseOver;
 
-  /// Asked for screen readers: true for the key that the screen's commands act on. Nothing shows
-  /// it.
+  /// Called for screen readers: true for the key that the screen's commands act on. The key isn't
+  /// painted differently.
   std::function<bool()> isCurrent;
 
  private:

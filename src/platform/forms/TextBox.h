@@ -7,8 +7,9 @@
 
 namespace forms {
 
-/// A one-line text box, drawn in the window colours. With a length limit, typed and set text is cut
-/// to it (0: no limit). Line breaks of a pasted text become blanks; nothing can be dropped on it.
+/// A one-line text box, drawn in the window colours. Typed and set text is cut to `maxLength`
+/// characters (0: no limit). Line breaks of a pasted text become blanks; nothing can be dropped on
+/// it.
 class TextBox : public Control {
  public:
   TextBox(Container& container, const Design& design, int maxLength = 0);

@@ -5,7 +5,7 @@
 
 namespace forms {
 
-/// A timer that runs from the moment its screen is shown; it isn't seen.
+/// A timer that starts when its screen is shown. It has no widget.
 class Timer {
  public:
   Timer(Container& container, const char* name, int intervalMilliseconds);

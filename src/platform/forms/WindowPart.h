@@ -6,7 +6,7 @@ class QWidget;
 
 namespace forms {
 
-/// A control as the window of its screen sees it.
+/// The interface of a control to the window of its screen.
 class WindowPart {
  public:
   virtual QWidget* widget() const = 0;
@@ -14,7 +14,7 @@ class WindowPart {
   virtual int tabIndex() const = 0;
   /// Position in the container, and size.
   virtual const Bounds& bounds() const = 0;
-  /// Takes the position and the font of the scale at which the window is laid out.
+  /// Sets position and font for the scale at which the window is laid out.
   virtual void layOut() = 0;
 
  protected:

@@ -9,9 +9,9 @@
 namespace forms::qt {
 namespace {
 
-/// The least share of their width that glyphs are narrowed to, in per cent.
+/// The least width of narrowed glyphs, in per cent of their own width.
 constexpr int kNarrowest = 80;
-/// A character takes more pixels than this, so that a very long caption costs no time.
+/// Fewer pixels than any character takes: bounds the work for a very long caption.
 constexpr int kLeastGlyph = 4;
 
 QTextOption centred(QTextOption::WrapMode wrap) {
@@ -38,7 +38,7 @@ void CaptionLayout::set(const QFont& font) {
   size_ = {};
 }
 
-/// Lines without leading stand as far apart as the font is large.
+/// The distance of lines without leading: the font's size, in pixels.
 qreal CaptionLayout::solidPitch() const {
   constexpr qreal kPointsPerInch = 72;
   const qreal dpi = QGuiApplication::primaryScreen()->logicalDotsPerInchY();

@@ -7,15 +7,16 @@
 
 namespace forms::qt {
 
-/// A caption laid out for an area, every line centred. No character of it is a mark or markup. What
-/// doesn't fit as it stands takes more room step by step, the first step that fits counts: a
-/// reserve at the sides, lines without leading, narrowed glyphs, words broken with a hyphen. What
-/// has no room even then is left out, and "…" says so.
+/// A caption laid out for an area, every line centred. No character of it is a mnemonic or markup.
+/// Where it doesn't fit, it tries these steps until it does: use a reserve at the sides, omit the
+/// leading between lines, narrow the glyphs, break words with a hyphen. Text that still doesn't fit
+/// is replaced by "…".
 class CaptionLayout {
  public:
   void set(const QString& caption);
   void set(const QFont& font);
-  /// Paints the lines in the painter's pen. `reserve` is what they may take more on either side.
+  /// Paints the lines in the painter's pen. `reserve` is the extra width that they may use on
+  /// either side.
   void paint(QPainter& painter, const QRect& area, int reserve);
 
  private:
@@ -32,7 +33,7 @@ class CaptionLayout {
   QString caption_;
   QFont font_;
   QTextLayout layout_;
-  QSize size_;  ///< for which it is laid out, without the reserve
+  QSize size_;  ///< of the area, without the reserve; empty: not laid out yet
   int reserve_ = 0;
   qreal narrowing_ = 1;
   qreal height_ = 0;  ///< of all lines

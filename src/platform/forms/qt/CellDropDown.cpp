@@ -31,7 +31,7 @@ void CellDropDown::showPopup() {
 
 void CellDropDown::hidePopup() {
   QComboBox::hidePopup();
-  // The toolkit tells that the table has the focus once the list has gone.
+  // Once the list has closed the toolkit tells screen readers that the table has the focus.
   later(view_, [this] { view_.announceCell(); });
 }
 
@@ -54,7 +54,7 @@ void CellDropDown::keyPressEvent(QKeyEvent* event) {
   } else if (view_.navigate(*event)) {
     return;
   } else if (!event->text().isEmpty() && event->text().front().isPrint() && !alt) {
-    view()->keyboardSearch({});  // forgets what was sought in the list the last time
+    view()->keyboardSearch({});  // resets the last search
     showPopup();
     view()->keyboardSearch(event->text());
   } else {

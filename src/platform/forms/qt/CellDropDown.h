@@ -8,9 +8,9 @@ namespace forms::qt {
 
 class SheetView;
 
-/// Stands in the active cell of a sheet while that is a drop-down cell. The list opens by a click,
-/// by F4, by Alt and an arrow, by the space bar and by a letter, which seeks its entry; without the
-/// list the keys move on in the sheet and nothing changes the choice.
+/// The editor in the active cell of a sheet while that is a drop-down cell. A click, F4, Alt and an
+/// arrow, the space bar or a letter opens the list; a letter also selects an entry that begins with
+/// it. While the list is closed, all other keys move in the sheet and nothing changes the choice.
 class CellDropDown final : public QComboBox {
  public:
   explicit CellDropDown(SheetView& view);

@@ -8,7 +8,7 @@
 namespace forms::qt {
 namespace {
 
-// The toolkit's line edit keeps this distance by itself.
+// The inset that the toolkit's line edit adds itself.
 constexpr int kOwnInset = 2;
 
 }  // namespace
@@ -19,7 +19,7 @@ CellEdit::CellEdit(SheetView& view) : QLineEdit(view.viewport()), view_(view) {
                  kCellInset - kEditorMargins.right() - kOwnInset, 0);
   setFocusPolicy(Qt::ClickFocus);
   setValidator(new InCodePage(this));
-  setAcceptDrops(false);  // what is dragged goes onto keys alone
+  setAcceptDrops(false);  // only keys accept drops
   hide();
 }
 

@@ -8,8 +8,8 @@ namespace forms::qt {
 
 class SheetView;
 
-/// Stands in the active cell of a sheet while that is a text cell: what is typed is in the cell at
-/// once. Keys that a single line doesn't need move on in the sheet.
+/// The editor in the active cell of a sheet while that is a text cell: typed text changes the cell
+/// at once. Keys that a single line doesn't need move in the sheet.
 class CellEdit final : public QLineEdit {
  public:
   explicit CellEdit(SheetView& view);

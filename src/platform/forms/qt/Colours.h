@@ -13,15 +13,15 @@ QColor drawnColour(Colour colour, const QPalette& palette);
 Colour storedColour(const QColor& colour);
 
 /// The colour of a text on a background. A plain colour is drawn as it is. A system colour comes
-/// from the palette, unless its classic value reads better there: in a dark theme a white key keeps
+/// from the palette, unless its classic value is more readable: in a dark theme a white key keeps
 /// dark text.
 QColor textOn(Colour text, const QColor& background, const QPalette& palette);
 
-/// How well two colours stand apart, 1 (not at all) to 21.
+/// The contrast of two colours, 1 (none) to 21.
 double contrast(const QColor& a, const QColor& b);
 /// `share` (0 to 1) of `b` mixed into `a`.
 QColor mixed(const QColor& a, const QColor& b, double share);
-/// Black or white, whichever stands out more.
+/// Black or white, whichever has more contrast to the background.
 QColor markOn(const QColor& background);
 
 }  // namespace forms::qt

@@ -5,11 +5,11 @@
 
 namespace forms::qt {
 
-/// The device pixels that an area covers, whole ones.
+/// The bounds of an area in device pixels, rounded.
 QRect deviceBounds(const QPainter& painter, const QRectF& area);
 
-/// Draws a rounded area and frames in it on whole device pixels, so that edges are sharp at any
-/// scale. The painter comes back as it was.
+/// Draws a rounded area and frames in it, aligned to device pixels, so that edges are sharp at any
+/// scale. Restores the painter's state.
 class DeviceFrames {
  public:
   DeviceFrames(QPainter& painter, const QRectF& area, qreal radius);

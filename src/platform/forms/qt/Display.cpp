@@ -14,8 +14,8 @@
 namespace forms::qt {
 namespace {
 
-/// Asks the X client library, which the toolkit's X platform uses as well: it knows every form of a
-/// display's name, and the access rights.
+/// Uses the X client library, as the toolkit's X platform does: it knows every form of a display's
+/// name, and the access rights.
 bool xServerAnswers() {
   if (qgetenv("DISPLAY").isEmpty()) return false;
   struct Connection;
@@ -52,7 +52,7 @@ bool waylandServerAnswers() {
 }  // namespace
 
 bool displayAvailable() {
-  // Another platform of the toolkit, such as a remote or an off-screen one, needs no server.
+  // The toolkit's other platforms, such as the remote and the off-screen one, need no server.
   const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
   if (!platform.isEmpty() && !platform.startsWith("xcb") && !platform.startsWith("wayland"))
     return true;

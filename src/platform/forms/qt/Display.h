@@ -2,10 +2,10 @@
 
 namespace forms::qt {
 
-/// True when there is a display that the toolkit can open its windows on.
+/// True where there is a display on which the toolkit can open its windows.
 bool displayAvailable();
 
-/// Says on standard error that there is none, and ends the process with status 1.
+/// Writes to standard error that there is no display, and ends the process with status 1.
 [[noreturn]] void endWithoutDisplay();
 
 }  // namespace forms::qt

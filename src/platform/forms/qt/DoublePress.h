@@ -6,23 +6,23 @@
 
 namespace forms::qt {
 
-/// Tells whether a double press was made on one control alone. For the second press the toolkit
-/// sends a double press only; and it takes a press on a neighbour, or one that was dropped because
-/// a modal screen was up, for the first of the two.
+/// Tells whether both presses of a double press were on one control. The toolkit reports the second
+/// press only as a double press, also where the first was on a neighbour, or was dropped because a
+/// modal screen was shown.
 class DoublePress {
  public:
   void press(const QMouseEvent& event) { last_ = event.timestamp(); }
 
-  /// For the toolkit's double press: true when the control had the first press as well.
+  /// Called for the toolkit's double press: true when the control had the first press as well.
   bool completes(const QMouseEvent& event) {
     const auto interval = static_cast<quint64>(QApplication::doubleClickInterval());
-    const bool whole = last_.has_value() && event.timestamp() - *last_ <= interval;
+    const bool hadFirst = last_.has_value() && event.timestamp() - *last_ <= interval;
     press(event);
-    return whole;
+    return hadFirst;
   }
 
  private:
-  std::optional<quint64> last_;  ///< when the last press came, in milliseconds
+  std::optional<quint64> last_;  ///< time of the last press, in milliseconds
 };
 
 }  // namespace forms::qt

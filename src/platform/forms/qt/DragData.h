@@ -9,7 +9,7 @@ namespace forms::qt {
 
 inline constexpr const char* kPlainText = "text/plain";
 
-/// The data of a drag that a list starts: filled by the screen, handed to the toolkit.
+/// The data of a drag that a list starts: set by the screen, passed to the toolkit.
 class OutgoingData : public DataObject {
  public:
   explicit OutgoingData(QMimeData& mime) : mime_(mime) {}
@@ -29,7 +29,8 @@ class OutgoingData : public DataObject {
   QMimeData& mime_;
 };
 
-/// The data of a drop, fetched whole before the handler runs: another program may be gone later.
+/// The data of a drop, copied before the handler runs: the program that it comes from may end
+/// meanwhile.
 class DroppedData : public DataObject {
  public:
   explicit DroppedData(const QMimeData& mime)

@@ -9,7 +9,7 @@
 namespace forms::qt {
 namespace {
 
-// Keeps the entries in line with the box's own text.
+// Aligns the entries with the box's own text.
 constexpr int kTextInset = 5;
 
 }  // namespace

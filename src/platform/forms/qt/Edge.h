@@ -4,7 +4,7 @@
 
 namespace forms::qt {
 
-/// A line around a window that nobody frames. It lies on top of all and takes no input.
+/// A line around a window that has no frame, on top of all widgets. It takes no input.
 class Edge final : public QWidget {
  public:
   /// Shown at once.

@@ -17,7 +17,7 @@
 namespace forms::qt {
 namespace {
 
-// Keeps the text in line with that of the boxes above.
+// Aligns the text with that of the boxes above.
 constexpr int kTextInset = 4;
 
 QString trimmed(std::u16string_view text) {
@@ -38,7 +38,7 @@ EntryList::EntryList(QWidget* parent, const EntryParts& parts, const EntryListEv
       events_(events),
       model_(new EntryModel(this)),
       finger_(*this, {.drag = [this](const QMouseEvent& event) { press(event); },
-                      .tap = [this](const QMouseEvent& event) { fingerTaps(event); }}) {
+                      .tap = [this](const QMouseEvent& event) { fingerTap(event); }}) {
   setModel(model_);
   auto* const painter = new EntryPainter(kTextInset, this);
   if (parts.id.offset < parts.name.offset)
@@ -108,25 +108,25 @@ void EntryList::drag(std::unique_ptr<QMimeData> text, Qt::DropActions actions) {
   });
   drag_ = &drag;
   if (finger_.drags()) {
-    takeOff();
+    beginDrag();
     return;
   }
   QTimer held;
-  held.callOnTimeout(this, [this] { takeOff(); });
+  held.callOnTimeout(this, [this] { beginDrag(); });
   held.setSingleShot(true);
   held.start(kHeldStill);
   drag.loop.exec();
   drag_ = nullptr;
 }
 
-void EntryList::takeOff() {
+void EntryList::beginDrag() {
   Drag* drag = std::exchange(drag_, nullptr);
   if (drag == nullptr) return;
-  auto* toolkits = new QDrag(this);  // which the toolkit deletes
-  toolkits->setPixmap(dragPicture(visiblePart(drag->text->text()).simplified(), font(), palette(),
-                                  devicePixelRatioF()));
-  toolkits->setMimeData(drag->text.release());
-  const Qt::DropAction taken = toolkits->exec(drag->actions, Qt::MoveAction);
+  auto* qDrag = new QDrag(this);  // which the toolkit deletes
+  qDrag->setPixmap(dragPicture(visiblePart(drag->text->text()).simplified(), font(), palette(),
+                               devicePixelRatioF()));
+  qDrag->setMimeData(drag->text.release());
+  const Qt::DropAction taken = qDrag->exec(drag->actions, Qt::MoveAction);
   droppedOutside_ = taken != Qt::IgnoreAction || !rect().contains(mapFromGlobal(QCursor::pos()));
   drag->loop.quit();
 }
@@ -141,19 +141,19 @@ void EntryList::press(const QMouseEvent& event) {
             toTwips(event.position().x(), scale_), toTwips(event.position().y(), scale_));
 }
 
-/// The second press of a double press is a double click, unless it drags a row off the list.
-void EntryList::pressTwice(const QMouseEvent& event) {
+/// The second press of a double press is a double click, unless it drags a row out of the list.
+void EntryList::secondPress(const QMouseEvent& event) {
   press(event);
   if (!droppedOutside_) qt::raise(events_.doubleClick);
 }
 
-// Two taps on one row: the toolkit also takes a swipe for the first press of a double press.
-void EntryList::fingerTaps(const QMouseEvent& event) {
+// Only two taps on one row are a double tap: the toolkit also takes a swipe for the first of two.
+void EntryList::fingerTap(const QMouseEvent& event) {
   const QModelIndex under = indexAt(event.position().toPoint());
   const bool isDouble = doublePress_.completes(event) && under == tapped_;
   tapped_ = isDouble ? QModelIndex() : under;
   if (isDouble)
-    pressTwice(event);
+    secondPress(event);
   else
     press(event);
 }
@@ -176,18 +176,18 @@ void EntryList::mouseDoubleClickEvent(QMouseEvent* event) {
   if (Finger::made(*event))
     finger_.press(*event);
   else if (event->button() == Qt::LeftButton && doublePress_.completes(*event))
-    pressTwice(*event);
+    secondPress(*event);
   else
     press(*event);
 }
 
-// The toolkit's list would select and drag by itself.
+// Without the base class, which would select and drag by itself.
 void EntryList::mouseMoveEvent(QMouseEvent* event) {
   event->accept();
   if (Finger::made(*event))
     finger_.move(*event);
   else
-    takeOff();
+    beginDrag();
 }
 
 void EntryList::mouseReleaseEvent(QMouseEvent* event) {
@@ -200,7 +200,7 @@ void EntryList::mouseReleaseEvent(QMouseEvent* event) {
   if (Drag* drag = std::exchange(drag_, nullptr)) drag->loop.quit();
 }
 
-// The frame shows the focus. The toolkit's list would also make the first entry its current one,
+// The frame shows the focus. `QListView` is skipped: it would also make the first entry current,
 // without selecting it.
 void EntryList::focusInEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusInEvent(event);  // NOLINT(bugprone-parent-virtual-call)

@@ -14,15 +14,15 @@
 
 namespace forms::qt {
 
-/// What a list raises, through the dispatcher.
+/// The events of a list, raised through the dispatcher.
 struct EntryListEvents {
   const Event<>& doubleClick;
   const Event<std::int16_t, std::int16_t, float, float>& mouseDown;
 };
 
-/// The widget of a list. One physical press of the mouse is one `mouseDown`, the second of a double
-/// press too, and the handler may run a drag inside it. A finger scrolls by a vertical move; its
-/// press counts at a tap, or once it begins a drag.
+/// The widget of a list. Each physical press of the mouse raises one `mouseDown`, also the second
+/// of a double press, and the handler may run a drag inside it. A finger scrolls by a vertical
+/// move; its press raises `mouseDown` at a tap, or once it begins a drag.
 class EntryList final : public QListView {
  public:
   EntryList(QWidget* parent, const EntryParts& parts, const EntryListEvents& events);
@@ -32,20 +32,19 @@ class EntryList final : public QListView {
   void select(int row);
   /// -1: nothing selected.
   int selected() const;
-  /// How large the screen is laid out.
+  /// Sets the scale at which the screen is laid out.
   void setScale(double scale) { scale_ = scale; }
 
-  /// What a row is about, without blanks around.
+  /// Name and id of a row, without surrounding blanks.
   QString nameOf(int row) const;
   QString idOf(int row) const;
   /// Selects a row and raises `doubleClick`.
   void doubleClickRow(int row);
 
-  /// Drags a text from where the pointer is held down; returns after the drop. The toolkit's own
-  /// drag takes the pointer over, and the next press with it if that comes too soon. So it begins
-  /// with the first move, or when the pointer is held still for a moment, and a double click is not
-  /// cut in two: a drag that is let go where it began ends on the list, of which nothing comes. A
-  /// finger's drag begins at once.
+  /// Drags a text from the position of the pointer, which is held down; returns after the drop. The
+  /// toolkit's drag grabs the pointer, and would take the second press of a double click with it.
+  /// It therefore begins with the first move, or once the pointer has been held still for half a
+  /// second. A drag that is released on the list has no effect. A finger's drag begins at once.
   void drag(std::unique_ptr<QMimeData> text, Qt::DropActions actions);
 
  protected:
@@ -58,10 +57,10 @@ class EntryList final : public QListView {
 
  private:
   struct Drag;
-  void takeOff();
+  void beginDrag();
   void press(const QMouseEvent& event);
-  void pressTwice(const QMouseEvent& event);
-  void fingerTaps(const QMouseEvent& event);
+  void secondPress(const QMouseEvent& event);
+  void fingerTap(const QMouseEvent& event);
   QString visiblePart(const QString& text) const;
 
   EntryParts parts_;
@@ -69,9 +68,9 @@ class EntryList final : public QListView {
   EntryModel* model_;
   DoublePress doublePress_;
   Finger finger_;
-  QPersistentModelIndex tapped_;  ///< by the last tap
+  QPersistentModelIndex tapped_;  ///< the row of the last tap
   double scale_ = 1;
-  Drag* drag_ = nullptr;                   ///< that waits for the pointer to move
+  Drag* drag_ = nullptr;                   ///< a drag that waits for the pointer to move
   bool droppedOutside_ = false;            ///< the last press became a drag that left the list
   Qt::MouseButton button_ = Qt::NoButton;  ///< of the last press
 };

@@ -7,8 +7,8 @@
 
 namespace forms::qt {
 
-/// A list's entries, tens of thousands of them, packed into one text. Additions are made known to
-/// the view together: at the next turn of the event loop, or by `publish`.
+/// A list's entries, tens of thousands of them, packed into one text. The view learns of added
+/// entries together: at the next turn of the event loop, or by `publish`.
 class EntryModel : public QAbstractListModel {
  public:
   using QAbstractListModel::QAbstractListModel;
@@ -17,7 +17,7 @@ class EntryModel : public QAbstractListModel {
   void add(std::u16string_view entry);
   void publish();
   int count() const { return static_cast<int>(ends_.size()); }
-  /// The text of an entry that is there.
+  /// The text of an entry; `index` must be below `count()`.
   std::u16string_view entry(int index) const;
 
   int rowCount(const QModelIndex& parent = {}) const override;

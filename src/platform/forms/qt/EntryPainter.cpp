@@ -16,7 +16,7 @@ QSize EntryPainter::sizeHint(const QStyleOptionViewItem& option, const QModelInd
 
 void EntryPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
-  // The Enter key takes the current entry of a drop-down list, selected or not.
+  // In a drop-down list the Enter key chooses the current entry, selected or not.
   const bool selected = (option.state & (QStyle::State_Selected | QStyle::State_HasFocus)) != 0;
   const QPalette& colours = option.palette;
   painter->fillRect(option.rect, selected ? colours.highlight() : colours.base());

@@ -4,14 +4,14 @@
 
 namespace forms::qt {
 
-/// Draws the entries of a list or a drop-down list in one line: the text `inset` pixels from the
-/// left edge, in a row high enough for a finger. A text that is too long is cut as the list's elide
-/// mode says.
+/// Draws each entry of a list or a drop-down list in one line: the text `inset` pixels from the
+/// left edge, in a row high enough for a finger. A text that is too long is cut by the list's elide
+/// mode.
 class EntryPainter : public QStyledItemDelegate {
  public:
   EntryPainter(int inset, QObject* list);
-  /// Sets the text's first characters, digits or blanks, in a column of their own: what follows
-  /// begins at one position in all rows.
+  /// Draws the text's first characters, digits or blanks, in a column of their own: the rest begins
+  /// at one position in all rows.
   void setNumberColumn(int characters) { numberColumn_ = characters; }
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   void paint(QPainter* painter, const QStyleOptionViewItem& option,

@@ -8,7 +8,7 @@
 
 namespace forms::qt {
 
-/// A list as screen readers see it: its rows are made known as they are asked for.
+/// A list as screen readers see it. Creates a reader for a row when it is first requested.
 class EntryListReader final : public QAccessibleWidget {
  public:
   explicit EntryListReader(EntryList& list) : QAccessibleWidget(&list, QAccessible::List) {}
@@ -26,8 +26,8 @@ class EntryListReader final : public QAccessibleWidget {
   mutable QHash<int, QAccessible::Id> rows_;
 };
 
-/// A row of a list: named after the description in its entry and described by the id. A press
-/// selects it and is a double click.
+/// A row of a list: its accessible name is the description in the entry, its accessible description
+/// the id. The press action selects the row and raises a double click.
 class EntryReader final : public QAccessibleInterface, public QAccessibleActionInterface {
  public:
   EntryReader(EntryList& list, int row) : list_(&list), row_(row) {}

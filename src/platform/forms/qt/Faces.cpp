@@ -14,7 +14,8 @@
 namespace forms::qt {
 namespace {
 
-/// A family that several foundries have is listed once for each: "Nimbus Sans [urw]".
+/// The name without the foundry, which the toolkit adds where several foundries have the family:
+/// "Nimbus Sans [urw]".
 QString withoutFoundry(const QString& family) {
   const qsizetype tail = family.lastIndexOf(QStringLiteral(" ["));
   return tail > 0 && family.endsWith(']') ? family.left(tail) : family;
@@ -39,13 +40,13 @@ const QString& defaultFace() {
       const auto found = installedFaces().find(QString::fromLatin1(name).toCaseFolded());
       if (found != installedFaces().end()) return *found;
     }
-    // What the system's font matching has for the first of them.
+    // The system's font matching for the first of them.
     return withoutFoundry(QFontInfo(QFont(QStringLiteral("Arial"))).family());
   }();
   return face;
 }
 
-/// The density for which a point is 20 twips, like the positions on a screen.
+/// The density at which a point is 20 twips, as in the positions on a screen.
 constexpr double kScreenDpi = 96;
 
 QString resolve(const QString& name) {

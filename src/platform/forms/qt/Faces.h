@@ -5,9 +5,9 @@
 
 namespace forms::qt {
 
-/// The font of a face name. For a name that no face on the machine bears it is Arial or its metric
-/// twin, else what the system's font matching has for Arial, in the size asked for. Names are
-/// looked up once; equal requests share one font.
+/// The font with a face name, a size in points and a weight. Where no face on the machine has the
+/// name it is Arial or a face with the same metrics, else the system's font matching for Arial.
+/// Names are looked up once; equal requests share one font.
 const QFont& font(std::u16string_view face, double points, int weight);
 
 }  // namespace forms::qt

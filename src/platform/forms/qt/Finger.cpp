@@ -26,14 +26,14 @@ Finger::Finger(QAbstractScrollArea& list, Gestures gestures)
   QScrollerProperties properties = scroller->scrollerProperties();
   properties.setScrollMetric(QScrollerProperties::VerticalOvershootPolicy,
                              QScrollerProperties::OvershootAlwaysOff);
-  // The finger has moved before the scroller hears of it.
+  // The scroller gets its first move only after the finger has moved far enough.
   properties.setScrollMetric(QScrollerProperties::DragStartDistance, 0.0005);  // metres
   scroller->setScrollerProperties(properties);
 }
 
 void Finger::press(const QMouseEvent& event) {
   QScroller* const scroller = QScroller::scroller(&list_);
-  // A touch that stops a list that runs is no tap.
+  // A touch that stops the scrolling of a list is no tap.
   const bool stops = scroller->state() == QScroller::Scrolling;
   scroller->handleInput(QScroller::InputPress, event.position(), timeOf(event));
   press_.reset(event.clone());

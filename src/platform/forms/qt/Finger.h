@@ -9,9 +9,9 @@
 
 namespace forms::qt {
 
-/// A finger on a list, by the mouse events that the toolkit makes of its touches: its drags follow
-/// those alone. A vertical move scrolls, and the list runs on when the finger lifts; a sideways
-/// move or holding still begins a drag; what is none of these is a tap.
+/// Interprets a finger on a list, from the mouse events that the toolkit makes of touches: the
+/// toolkit's drags follow only those. A vertical move scrolls, and the list keeps scrolling when
+/// the finger lifts; a sideways move or holding still begins a drag; anything else is a tap.
 class Finger {
  public:
   /// Called with the press.

@@ -8,10 +8,9 @@
 
 namespace forms::qt {
 
-/// Watches all keys of the keyboard, for an application on which it is installed as event filter.
-/// What a held key repeats is marked as a repeat, whatever the display system makes of it. Once a
-/// modal window has come or gone, the repeats and the release of a key that was down before reach
-/// nothing.
+/// Watches all keys of the keyboard, as an event filter of the application. Marks the repeats of a
+/// held key as repeats, also where the display system reports them as presses. When a modal window
+/// opens or closes, drops the repeats and the release of each key that was down before.
 class HeldKeys : public QObject {
  public:
   explicit HeldKeys(QObject* application);
@@ -24,7 +23,7 @@ class HeldKeys : public QObject {
 
   XKeyboard keyboard_;
   QHash<int, int> down_;  ///< by key: the period in which it was pressed
-  int period_ = 0;        ///< counted up by each modal window that comes or goes
+  int period_ = 0;        ///< incremented when a modal window opens or closes
 };
 
 }  // namespace forms::qt

@@ -7,7 +7,7 @@ namespace forms::qt {
 
 QString InCodePage::accepted(const QString& text) const {
   QString composed = OneLine::accepted(text).normalized(QString::NormalizationForm_C);
-  // Each unit becomes a "?"; one is enough for a pair.
+  // Each unit would become a "?"; one is enough for a pair.
   composed.removeIf([](QChar unit) { return unit.isLowSurrogate(); });
   return toQt(runtime::fromCodePage(runtime::toCodePage(fromQt(composed))));
 }

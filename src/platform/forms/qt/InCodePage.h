@@ -4,8 +4,8 @@
 
 namespace forms::qt {
 
-/// Keeps an edit, in addition, to the characters that the machine's code page has: a letter and its
-/// combining marks become the one character that stands for them, and any other character "?".
+/// Also limits an edit to the characters of the machine's code page: a letter and its combining
+/// marks become one character where the code page has it, and any other character becomes "?".
 class InCodePage final : public OneLine {
  public:
   using OneLine::OneLine;

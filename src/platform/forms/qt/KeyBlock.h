@@ -6,7 +6,7 @@ namespace forms::qt {
 
 class KeyFace;
 
-/// Where a key stands among the shown keys of its area. Rows and columns count from 1, as seen.
+/// The position of a key among the shown keys of its area. Visible rows and columns count from 1.
 struct KeyPosition {
   int row;
   int column;
@@ -17,8 +17,7 @@ KeyPosition positionOf(const KeyFace& key);
 /// is none, and for any other key of the keyboard.
 KeyFace* neighbour(const KeyFace& key, int arrow);
 
-/// Tells screen readers of the keys around, `key` among them, that have become current or are so no
-/// more.
+/// Tells screen readers which keys of the key block have become current or are no longer current.
 void tellCurrentKeys(const KeyFace& key);
 
 }  // namespace forms::qt

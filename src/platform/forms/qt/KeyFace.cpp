@@ -130,7 +130,8 @@ void KeyFace::mouseReleaseEvent(QMouseEvent* event) {
   if (inside) raiseClick();
 }
 
-// The second press of a double press is no click: its release finds nothing under way.
+// The second press of a double press is no click: `pressed_` stays false, so its release is
+// ignored.
 void KeyFace::mouseDoubleClickEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   if (doublePress_.completes(*event))
@@ -201,7 +202,8 @@ void KeyFace::dragLeaveEvent(QDragLeaveEvent*) {
 void KeyFace::dropEvent(QDropEvent* event) {
   markDrop(false);
   if (!take(*event)) return;
-  // What another program drops can be of any size, so fetching it is guarded like the handler.
+  // Another program's text can be of any size, so a failure to copy it is handled by `dispatch`
+  // too.
   dispatch([&] {
     DroppedData dropped(*event->mimeData());
     std::int32_t effect = event->dropAction() == Qt::MoveAction ? kDropMove : kDropCopy;

@@ -12,7 +12,7 @@
 
 namespace forms::qt {
 
-/// What a button raises, through the dispatcher, and what it asks for screen readers.
+/// The events of a button, raised through the dispatcher, and a query for screen readers.
 struct KeyEvents {
   const Event<>& click;
   const Event<>& doubleClick;
@@ -22,7 +22,7 @@ struct KeyEvents {
   const std::function<bool()>& isCurrent;
 };
 
-/// How a button stands at the moment. Of several states that hold, the later one shows.
+/// The state of a button. Where several apply, the last of them in this order is painted.
 enum class KeyState { Rest, Focus, Over, Down };
 
 struct KeyColours {
@@ -33,7 +33,7 @@ struct KeyColours {
 /// The widget of a button: it paints the button's properties and reports what the user does.
 class KeyFace final : public QAbstractButton {
  public:
-  /// `colours` returns what is painted in a state.
+  /// `colours` returns the colours to paint in a state.
   KeyFace(QWidget* parent, const KeyEvents& events, std::function<KeyColours(KeyState)> colours);
 
   /// Makes it a key of the key block: screen readers name it "Key n" where its caption is empty.
@@ -42,15 +42,15 @@ class KeyFace final : public QAbstractButton {
   const QString& keyName() const { return keyName_; }
   void setCaption(const QString& text);
   void setTextFont(const QFont& font);
-  /// How large the screen is laid out.
+  /// Sets the scale at which the screen is laid out.
   void setScale(double scale) { scale_ = scale; }
   void setShowsFocus(bool shows) { showsFocus_ = shows; }
 
-  /// The colour that fills it at rest.
+  /// The colour that fills the button at rest.
   QColor restColour() const;
   /// True for the key that the screen's commands act on.
   bool isCurrent() const { return events_.isCurrent && events_.isCurrent(); }
-  /// Tells screen readers where that has changed since it was told last.
+  /// Tells screen readers when `isCurrent` has changed since the last call.
   void tellCurrent();
   bool takesDoubleClick() const { return static_cast<bool>(events_.doubleClick); }
   void doubleClick();
@@ -71,7 +71,7 @@ class KeyFace final : public QAbstractButton {
   void dragMoveEvent(QDragMoveEvent* event) override;
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
-  // A press through the accessibility interface comes by the toolkit's own click.
+  // Called for a press through the accessibility interface.
   void nextCheckState() override;
 
  private:
@@ -87,8 +87,8 @@ class KeyFace final : public QAbstractButton {
   QString keyName_;
   double scale_ = 1;
   bool showsFocus_ = true;
-  bool pressed_ = false;  ///< a press of the mouse or of a key is under way
-  bool held_ = false;     ///< and holds the button down
+  bool pressed_ = false;  ///< the mouse or a key is pressed on the button
+  bool held_ = false;     ///< the press holds the button down: the pointer is over it
   bool hovered_ = false;
   bool dropMark_ = false;
   bool toldCurrent_ = false;

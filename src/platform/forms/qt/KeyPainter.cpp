@@ -70,7 +70,7 @@ void paintKey(QPainter& painter, const QRect& area, const KeyLook& look, Caption
   if (look.pressed) room.translate(0, 1);
   painter.setPen(look.text);
   caption.paint(painter, room, (side + 1) / 2);
-  // Over the caption, which may reach under it.
+  // Painted after the caption, which may extend into the mark.
   if (look.dropMark) {
     DeviceFrames frames(painter, area, kRadius);
     frames.frame(accent, 4, 0);

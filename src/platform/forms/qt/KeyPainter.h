@@ -6,7 +6,7 @@
 
 namespace forms::qt {
 
-/// How a button stands at the moment.
+/// The look of a button in its current state.
 struct KeyLook {
   QColor back;
   QColor text;
@@ -17,7 +17,7 @@ struct KeyLook {
   bool dropMark = false;
 };
 
-/// Paints a button. The stored colour fills it and stays as it is; states show at the edge alone.
+/// Paints a button. The colour fills it unchanged; states show only at its edge.
 void paintKey(QPainter& painter, const QRect& area, const KeyLook& look, CaptionLayout& caption,
               const QColor& accent);
 

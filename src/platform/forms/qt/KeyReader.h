@@ -7,7 +7,7 @@
 namespace forms::qt {
 
 /// A button as screen readers see it. A key is described by its index (from 0), its position (from
-/// 1) and its colour at rest, is selected where it is the current one, and can be double-clicked.
+/// 1) and its colour at rest, is selected if it is the current one, and can be double-clicked.
 class KeyReader final : public QAccessibleWidget {
  public:
   explicit KeyReader(KeyFace& face) : QAccessibleWidget(&face, QAccessible::Button) {}

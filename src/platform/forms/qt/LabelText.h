@@ -6,7 +6,7 @@
 
 namespace forms::qt {
 
-/// A label that paints its own text: no character of it is a mark or markup.
+/// A label that paints its own text: no character of it is a mnemonic or markup.
 class LabelText : public QLabel {
  public:
   /// `below` is the colour that shows through a transparent label.

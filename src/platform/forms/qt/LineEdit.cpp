@@ -7,11 +7,11 @@
 namespace forms::qt {
 
 LineEdit::LineEdit(QWidget* parent, int maxLength) : QLineEdit(parent) {
-  constexpr int kTextMargin = 3;  // puts the text in line with that of lists and drop-down lists
+  constexpr int kTextMargin = 3;  // aligns the text with that of lists and drop-down lists
   setMaxLength(maxLength > 0 ? maxLength : std::numeric_limits<int>::max());
   setValidator(new OneLine(this));
   setTextMargins(kTextMargin, 0, kTextMargin, 0);
-  setAcceptDrops(false);  // what is dragged goes onto keys alone
+  setAcceptDrops(false);  // only keys accept drops
 }
 
 }  // namespace forms::qt

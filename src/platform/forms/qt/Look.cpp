@@ -12,7 +12,7 @@
 namespace forms::qt {
 namespace {
 
-// Wide enough that the rows never cover the frame's line, at any scale.
+// Wide enough that the rows don't cover the frame's line at any scale.
 constexpr int kListFrame = 2;
 
 // Distance of a box's text from its left edge.
@@ -44,7 +44,7 @@ void paintBox(QPainter& painter, const QStyleOption& option) {
     frames.frame(mixed(base, colours.color(QPalette::Text), pointedAt ? 0.6 : 0.3), 1, 0);
 }
 
-/// An open list stands out from what is below it on any ground.
+/// The frame of an open list, visible on any background.
 void paintDropDownFrame(QPainter& painter, const QStyleOption& option) {
   const QPalette& colours = option.palette;
   const QColor base = colours.color(QPalette::Base);
@@ -53,7 +53,7 @@ void paintDropDownFrame(QPainter& painter, const QStyleOption& option) {
   frames.frame(mixed(base, colours.color(QPalette::Text), 0.5), 1, 0);
 }
 
-/// A box in the palette's base colour, ticked in its text colour.
+/// A box in the palette's base colour with a tick in its text colour.
 void paintTickBox(QPainter& painter, const QStyleOption& option) {
   const QColor base = option.palette.color(QPalette::Base);
   const QColor text = option.palette.color(QPalette::Text);
@@ -118,10 +118,10 @@ void Look::drawControl(ControlElement element, const QStyleOption* option, QPain
     QProxyStyle::drawControl(element, option, painter, widget);
     return;
   }
-  const QRect place = box->rect.adjusted(kBoxInset, 0, -kDropArrowRoom, 0);
+  const QRect area = box->rect.adjusted(kBoxInset, 0, -kDropArrowRoom, 0);
   painter->setPen(box->palette.color(QPalette::Text));
-  painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                    box->fontMetrics.elidedText(box->currentText, Qt::ElideRight, place.width()));
+  painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                    box->fontMetrics.elidedText(box->currentText, Qt::ElideRight, area.width()));
 }
 
 void Look::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,

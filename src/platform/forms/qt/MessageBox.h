@@ -5,12 +5,12 @@
 
 namespace forms::qt {
 
-/// A message box of plain text. A Yes/No box has no third way out: neither Escape nor the frame
-/// closes it.
+/// A message box of plain text. Only its buttons close a Yes/No box: neither Escape nor the window
+/// frame does.
 class MessageBox final : public QMessageBox {
  public:
   MessageBox(const std::u16string& text, const std::u16string& title, StandardButtons buttons);
-  /// Shows it and returns the button that closed it; 0 at once when the process has been ended.
+  /// Shows it and returns the button that closed it; 0 at once when the process has ended.
   int ask();
 
  protected:

@@ -4,15 +4,16 @@
 
 namespace forms::qt {
 
-/// Keeps an edit to one line of complete characters: control characters and line breaks of a pasted
-/// text become blanks, and half of a surrogate pair, such as a length limit leaves, is dropped.
+/// Limits an edit to one line of complete characters: control characters and line breaks of a
+/// pasted text become blanks, and half of a surrogate pair, as a length limit may leave one, is
+/// dropped.
 class OneLine : public QValidator {
  public:
   using QValidator::QValidator;
   State validate(QString& input, int& cursor) const final;
 
  protected:
-  /// The text that the edit takes for a text that was entered.
+  /// Returns the entered text with all characters replaced that the edit doesn't accept.
   virtual QString accepted(const QString& text) const;
 };
 

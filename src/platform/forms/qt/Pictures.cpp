@@ -114,7 +114,7 @@ QPixmap dragPicture(const QString& text, const QFont& font, const QPalette& pale
   picture.setDevicePixelRatio(density);
   QPainter painter(&picture);
   {
-    // Without a compositor there is nothing to be seen through round corners.
+    // Not rounded: without a compositor the corners couldn't be transparent.
     DeviceFrames frames(painter, QRect({0, 0}, size), 0);
     const QColor back = palette.color(QPalette::Highlight);
     frames.fill(back);

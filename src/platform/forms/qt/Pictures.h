@@ -6,12 +6,12 @@
 
 namespace forms::qt {
 
-/// A green tick on white, for an area of 51 by 46 or like it.
+/// A green tick on white, drawn for an area of 51 by 46 and scaled to the given one.
 void paintTick(QPainter& painter, const QRectF& area);
 
 /// The arrow of a drop-down list, in the middle of the right end of an area.
 void paintDropArrow(QPainter& painter, const QRect& area, const QColor& colour);
-/// What it takes of the area's width, with a margin on its right.
+/// The width that the arrow takes, with the margin on its right.
 inline constexpr int kDropArrowRoom = 18;
 
 /// The mark of a ticked box.
@@ -24,7 +24,7 @@ QIcon programIcon();
 enum class Note { Information, Failure };
 QIcon noteIcon(Note note);
 
-/// What is seen under the pointer while a text is dragged.
+/// The picture under the pointer while a text is dragged.
 QPixmap dragPicture(const QString& text, const QFont& font, const QPalette& palette, qreal density);
 
 }  // namespace forms::qt

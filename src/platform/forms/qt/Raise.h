@@ -11,31 +11,32 @@
 
 namespace forms::qt {
 
-/// Runs what the user caused. Called inside the toolkit's event override, so that no exception
-/// reaches a frame of the toolkit.
+/// Runs the handler of an action of the user through the dispatcher. Called inside the override of
+/// the toolkit's event, so that no exception reaches a frame of the toolkit.
 inline void dispatch(const std::function<void()>& handler) {
   const WaitPointer wait;
   process::dispatch(handler);
 }
 
-/// Raises an event that the user caused.
+/// Raises an event for an action of the user.
 template <class... Arguments, class... Values>
 void raise(const Event<Arguments...>& event, Values&&... values) {
   if (event) dispatch([&] { event(std::forward<Values>(values)...); });
 }
 
-/// Stands around a modal loop: leaves it when the process is ended under a host that outlives the
-/// end.
+/// Guards a modal loop: while it exists, `exitLoop` is called when the process ends under a host
+/// that outlives the end.
 class EndWatch {
  public:
-  explicit EndWatch(std::function<void()> leave) : off_(process::onEnd(std::move(leave))) {}
-  ~EndWatch() { off_(); }
+  explicit EndWatch(std::function<void()> exitLoop)
+      : unregister_(process::onEnd(std::move(exitLoop))) {}
+  ~EndWatch() { unregister_(); }
   EndWatch(const EndWatch&) = delete;
   EndWatch& operator=(const EndWatch&) = delete;
 
  private:
   WaitPointer wait_;
-  std::function<void()> off_;
+  std::function<void()> unregister_;
 };
 
 /// A mouse button as the screens know it: 1 left, 2 right, 4 middle.

@@ -8,19 +8,19 @@
 
 namespace forms::qt {
 
-/// True when a modal screen shuts a widget out.
-inline bool isShutOut(const QWidget& widget) {
+/// True when a modal screen blocks a widget.
+inline bool isBlocked(const QWidget& widget) {
   const QWidget* modal = QApplication::activeModalWidget();
   return modal != nullptr && modal != widget.window();
 }
 
-/// Carries out what a screen reader asks of a widget once the reader has its answer: the handler
-/// may show a modal screen. A widget that is shut out drops it, as it drops a click.
+/// Performs a screen reader's action on a widget after the call from the reader has returned, since
+/// the handler may show a modal screen. A blocked widget ignores the action, as it ignores a click.
 template <class Act>
 void actLater(QWidget& widget, Act act) {
-  if (isShutOut(widget)) return;
+  if (isBlocked(widget)) return;
   later(widget, [&widget, act = std::move(act)] {
-    if (!isShutOut(widget)) act();
+    if (!isBlocked(widget)) act();
   });
 }
 

@@ -18,8 +18,8 @@ class ScreenReader : public QAccessibleWidget {
   }
 };
 
-/// The toolkit names a drop-down list after its chosen entry; here it bears its own name, and the
-/// chosen entry is its value and description.
+/// A drop-down list as screen readers see it. The toolkit would use the chosen entry as its name;
+/// here it keeps its own name, and the chosen entry is its value and description.
 class DropDownReader : public QAccessibleWidget {
  public:
   explicit DropDownReader(QComboBox* box) : QAccessibleWidget(box, QAccessible::ComboBox) {}

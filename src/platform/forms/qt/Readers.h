@@ -2,9 +2,9 @@
 
 namespace forms::qt {
 
-/// Tells the toolkit how screen readers see the parts that it describes poorly by itself: a screen
-/// is a window or a dialog, a drop-down list keeps its name apart from the chosen entry, and
-/// buttons and the rows of lists have readers of their own.
+/// Installs descriptions for screen readers where the toolkit's own are poor: a screen is a window
+/// or a dialog, a drop-down list has a name apart from its chosen entry, and buttons and the rows
+/// of lists have readers of their own.
 void installReaders();
 
 }  // namespace forms::qt

@@ -49,7 +49,8 @@ QString SheetModel::label(const QModelIndex& cell) const {
   return {};
 }
 
-/// A value is read out together with its label; a check cell's state says the rest.
+/// The text for screen readers: label and value. A check cell has only its label, since readers get
+/// its state.
 QString SheetModel::spokenText(const QModelIndex& cell) const {
   QString label = this->label(cell);
   if (kind(cell) == CellType::CheckBox) return label;
@@ -74,8 +75,8 @@ QVariant SheetModel::data(const QModelIndex& index, int role) const {
     case Qt::AccessibleTextRole:
       return spokenText(index);
     case Qt::AccessibleDescriptionRole:
-      return isOpen(index) && kind(index) == CellType::CheckBox ? QStringLiteral("Check box")
-                                                                : QString();
+      return isEditable(index) && kind(index) == CellType::CheckBox ? QStringLiteral("Check box")
+                                                                    : QString();
     case Qt::CheckStateRole:
       if (kind(index) != CellType::CheckBox) return {};
       return text(index) == u"1" ? Qt::Checked : Qt::Unchecked;
@@ -84,7 +85,7 @@ QVariant SheetModel::data(const QModelIndex& index, int role) const {
   }
 }
 
-// The frame's row and column are cells of the sheet; there is nothing outside of it to be read out.
+// Nothing to read out: the frame's row and column are cells of the sheet, not headers.
 QVariant SheetModel::headerData(int, Qt::Orientation, int) const {
   return {};
 }
@@ -93,7 +94,7 @@ Qt::ItemFlags SheetModel::flags(const QModelIndex& index) const {
   if (!index.isValid()) return Qt::NoItemFlags;
   Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
   if (!isFixed(index)) flags |= Qt::ItemIsSelectable;
-  if (!isOpen(index)) return flags;
+  if (!isEditable(index)) return flags;
   return flags | (kind(index) == CellType::CheckBox ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable);
 }
 

@@ -8,8 +8,8 @@
 
 namespace forms::qt {
 
-/// What a sheet holds: texts and kinds of its cells, and what its columns allow. The first row and
-/// the first column are the sheet's fixed frame.
+/// The content of a sheet: texts and kinds of its cells, and the settings of its columns. The first
+/// row and the first column are the sheet's fixed frame.
 class SheetModel : public QAbstractTableModel {
  public:
   static constexpr int kFixedRows = 1;
@@ -28,7 +28,9 @@ class SheetModel : public QAbstractTableModel {
   bool isLocked(int column) const { return columns_[at(column)].locked; }
   void setLocked(int column, bool locked);
   /// Whether the user can change the cell's text.
-  bool isOpen(const QModelIndex& cell) const { return !isFixed(cell) && !isLocked(cell.column()); }
+  bool isEditable(const QModelIndex& cell) const {
+    return !isFixed(cell) && !isLocked(cell.column());
+  }
   /// The most characters that can be typed; 0 for no limit.
   int maxLength(int column) const { return columns_[at(column)].maxLength; }
   void setMaxLength(int column, int characters) { columns_[at(column)].maxLength = characters; }
@@ -36,7 +38,7 @@ class SheetModel : public QAbstractTableModel {
   const QStringList& items(int column) const { return columns_[at(column)].items; }
   void addItem(int column, const QString& item) { columns_[at(column)].items.append(item); }
 
-  /// What the row's label says about a cell: the text of the nearest locked cell on its left.
+  /// The label of a cell: the text of the nearest locked cell on its left.
   QString label(const QModelIndex& cell) const;
 
   int rowCount(const QModelIndex& parent = {}) const override;

@@ -11,13 +11,14 @@
 namespace forms::qt {
 namespace {
 
-/// A line of whole device pixels, as near to one logical pixel as they allow.
+/// The width of a line, in logical pixels: one, rounded down to full device pixels, at least one of
+/// them.
 qreal hairline(const QPainter& painter) {
   const qreal density = painter.device()->devicePixelRatioF();
   return qMax(1, qFloor(density)) / density;
 }
 
-/// A border of so many lines.
+/// Paints a border of `lines` hairlines.
 void paintBorder(QPainter& painter, const QRectF& area, const QColor& colour, int lines) {
   const qreal line = hairline(painter) * lines;
   painter.fillRect(QRectF(area.left(), area.top(), area.width(), line), colour);
@@ -26,7 +27,7 @@ void paintBorder(QPainter& painter, const QRectF& area, const QColor& colour, in
   painter.fillRect(QRectF(area.right() - line, area.top(), line, area.height()), colour);
 }
 
-/// Each cell draws the lines on its right and below it; the last ones leave that to the border.
+/// Paints the lines to the right of a cell and below it, but none at the sheet's own border.
 void paintGrid(QPainter& painter, const QRectF& area, const QModelIndex& cell,
                const QColor& colour) {
   const qreal line = hairline(painter);
@@ -86,10 +87,10 @@ void SheetPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
 
 void SheetPainter::paintText(QPainter& painter, const QRect& cell, const QString& text,
                              const QColor& colour) {
-  const QRect place = cell.adjusted(kCellInset, 0, -kCellInset, 0);
+  const QRect area = cell.adjusted(kCellInset, 0, -kCellInset, 0);
   painter.setPen(colour);
-  painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                   painter.fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
+  painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                   painter.fontMetrics().elidedText(text, Qt::ElideRight, area.width()));
 }
 
 void SheetPainter::paintDropDown(QPainter& painter, const QRect& cell, const QString& text,
@@ -98,7 +99,7 @@ void SheetPainter::paintDropDown(QPainter& painter, const QRect& cell, const QSt
   paintDropArrow(painter, cell, colour);
 }
 
-/// A white box with a clear edge, whatever the theme and the cell's colour.
+/// Paints a white box with a clear edge in every theme and on every cell colour.
 void SheetPainter::paintCheckBox(QPainter& painter, const QStyleOptionViewItem& option,
                                  bool checked) const {
   QStyleOptionButton box;

@@ -12,11 +12,11 @@ class SheetView;
 
 /// Distance of a cell's content from the cell's edges, in pixels.
 inline constexpr int kCellInset = 8;
-/// What an editor leaves free within its cell for the focus mark and the grid's lines; its middle
-/// is the content's.
+/// The space between an editor and its cell's edges, for the focus mark and the grid's lines. The
+/// editor's centre is that of the content.
 inline constexpr QMargins kEditorMargins(2, 2, 2, 3);
 
-/// A sheet's colours as they are drawn.
+/// The colours in which a sheet is drawn.
 struct SheetColours {
   SheetColours(const FlexCell::GridDesign& design, const QPalette& palette);
   bool operator==(const SheetColours&) const = default;
@@ -30,7 +30,7 @@ class SheetPainter : public QStyledItemDelegate {
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override;
 
-  /// A text in one line, cut with dots where it is too long.
+  /// A text in one line, cut with "…" where it is too long.
   static void paintText(QPainter& painter, const QRect& cell, const QString& text,
                         const QColor& colour);
   /// The content of a drop-down cell: its text and the arrow.

@@ -56,7 +56,7 @@ SheetView::SheetView(QWidget* parent, const FlexCell::GridDesign& design, const 
   applyColours();
   connect(edit_, &QLineEdit::textEdited, this,
           [this](const QString& text) { sheet_->setText(currentIndex(), text); });
-  // Raised for every choice of the user's, of the chosen entry too.
+  // Emitted for every choice by the user, also of the entry that is chosen already.
   connect(dropDown_, &QComboBox::activated, this, [this](int item) { pick(item); });
   connect(qApp, &QApplication::focusChanged, viewport(), qOverload<>(&QWidget::update));
   setCurrentIndex(cell(SheetModel::kFixedRows, SheetModel::kFixedColumns));
@@ -85,7 +85,7 @@ void SheetView::applySizes() {
     setColumnWidth(column, static_cast<int>(widths_[static_cast<std::size_t>(column)] * scale_));
 }
 
-/// The outer border is drawn in the frame's own colour role; the editor stands on the active cell.
+/// The outer border uses the colour role of the frame, the editor the colours of the active cell.
 void SheetView::applyColours() {
   colours_ = SheetColours(design_, parentWidget()->palette());
   QPalette own;
@@ -105,7 +105,7 @@ void SheetView::changeEvent(QEvent* event) {
 }
 
 QWidget* SheetView::editor() const {
-  if (!sheet_->isOpen(currentIndex())) return nullptr;
+  if (!sheet_->isEditable(currentIndex())) return nullptr;
   switch (sheet_->kind(currentIndex())) {
     case CellType::Text:
       return edit_;
@@ -119,8 +119,8 @@ QWidget* SheetView::editor() const {
 
 void SheetView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
-  if (!current.isValid()) return;  // while the sheet is being made
-  edit_->setText({});              // what was typed in another cell can't be undone in this one
+  if (!current.isValid()) return;  // during construction
+  edit_->setText({});              // clears the undo history of the previous cell
   refreshEditor();
   edit_->selectAll();
 }
@@ -131,7 +131,7 @@ void SheetView::dataChanged(const QModelIndex& topLeft, const QModelIndex& botto
   refreshEditor();
 }
 
-/// The focus goes on before the old editor is hidden: the toolkit would hand it to another control.
+/// Moves the focus before it hides the old editor, or the toolkit would move it to another control.
 void SheetView::refreshEditor() {
   QWidget* const wanted = editor();
   syncEditor();
@@ -152,10 +152,10 @@ void SheetView::syncEditor() {
   if (open == edit_) {
     edit_->setAccessibleName(sheet_->label(active));
     const int limit = sheet_->maxLength(active.column());
-    // A longer text that the screen itself has set is not cut.
+    // A longer text that the screen has set is not cut.
     const int room =
         limit > 0 ? qMax(limit, static_cast<int>(text.size())) : std::numeric_limits<int>::max();
-    // The toolkit moves the caret to the end and forgets what can be undone each time it is set.
+    // Each set moves the caret to the end and clears the undo history.
     if (edit_->maxLength() != room) edit_->setMaxLength(room);
     if (edit_->text() != text) edit_->setText(text);
   }
@@ -182,7 +182,7 @@ void SheetView::openDropDown() {
   if (editor() == dropDown_ && !process::hasEnded()) dropDown_->showPopup();
 }
 
-/// The text stands in the cell before the screen is told.
+/// The cell gets its text before the event is raised.
 void SheetView::pick(int item) {
   sheet_->setText(currentIndex(), dropDown_->itemText(item));
   qt::raise(events_.comboClick, static_cast<std::int16_t>(item));
@@ -199,8 +199,8 @@ void SheetView::focusInEvent(QFocusEvent* event) {
   if (QWidget* open = editor(); open != nullptr && !leaving_) open->setFocus(event->reason());
 }
 
-/// The way to the next control begins at the sheet itself, which alone has a place in the tab
-/// order.
+/// The tab order has the sheet itself, not its editors, so the move to the next control starts at
+/// the sheet.
 bool SheetView::leave(bool next) {
   leaving_ = true;
   setFocus();
@@ -243,8 +243,7 @@ bool SheetView::navigate(const QKeyEvent& event) {
   }
 }
 
-/// Moves over rows without height and sideways over locked columns; a step beyond the last row or
-/// column ends there.
+/// Skips rows without height and, sideways, locked columns; stops at the last row or column.
 void SheetView::step(int rows, int columns) {
   const QModelIndex from = currentIndex();
   const auto free = [this](const QModelIndex& at) {
@@ -292,7 +291,7 @@ QAccessibleInterface* SheetView::accessibleCell(const QModelIndex& cell) {
 }
 
 void SheetView::toggle(const QModelIndex& cell) {
-  if (!sheet_->isOpen(cell)) return;
+  if (!sheet_->isEditable(cell)) return;
   sheet_->setText(cell, sheet_->text(cell) == u"1" ? QStringLiteral("0") : QStringLiteral("1"));
   if (!QAccessible::isActive()) return;
   QAccessible::State changed;
@@ -305,7 +304,7 @@ void SheetView::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   const QModelIndex hit = indexAt(event->position().toPoint());
   pressed_ = hit;
-  // A press on the fixed frame counts for the cell beside it.
+  // A press on the fixed frame selects the cell next to it.
   if (hit.isValid())
     setCurrentIndex(cell(qMax(hit.row(), SheetModel::kFixedRows),
                          qMax(hit.column(), SheetModel::kFixedColumns)));
@@ -320,7 +319,7 @@ void SheetView::mouseReleaseEvent(QMouseEvent* event) {
   if (same && pressed == currentIndex()) openDropDown();
 }
 
-// No cells are selected by a drag, and each press of a double click counts alike.
+// A drag selects no cells, and the second press of a double click is an ordinary press.
 void SheetView::mouseMoveEvent(QMouseEvent*) {}
 
 void SheetView::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -16,14 +16,14 @@ class QAccessibleInterface;
 
 namespace forms::qt {
 
-/// What a sheet raises, through the dispatcher.
+/// The events of a sheet, raised through the dispatcher.
 struct SheetEvents {
   const Event<>& click;
   const Event<std::int16_t>& comboClick;
 };
 
-/// The widget of a sheet. An open text or drop-down cell has its editor in it while it is the
-/// active one, so typing needs no first step and each change is in the cell at once.
+/// The widget of a sheet. While an editable text or drop-down cell is active it shows its editor,
+/// so the user can type without a first step, and each change is in the cell at once.
 class SheetView final : public QTableView {
  public:
   SheetView(QWidget* parent, const FlexCell::GridDesign& design, const SheetEvents& events);
@@ -37,21 +37,21 @@ class SheetView final : public QTableView {
   void setWidth(int column, int pixels);
   void rescale(double scale);
 
-  /// Fits the active cell's editor to the cell after a change of the cell's column.
+  /// Adapts the active cell's editor after a change of the cell or its column.
   void refreshEditor();
-  /// The editor of the active cell, none for a check cell or a locked one.
+  /// The editor of the active cell, null for a check cell or a locked one.
   QWidget* editor() const;
 
-  /// Moves the active cell as the key says. False: the key doesn't move it.
+  /// Moves the active cell by a key; false for a key that doesn't move it.
   bool navigate(const QKeyEvent& event);
-  /// Moves the focus to the next control, or to the one before.
+  /// Moves the focus to the next control or the previous one; false where there is none.
   bool leave(bool next);
-  /// Reports a click that an editor got.
+  /// Raises the click event, also for a click on an editor.
   void click();
   void openDropDown();
   /// Tells screen readers that the active cell has the focus.
   void announceCell();
-  /// Whether what is typed goes into the sheet.
+  /// True when the sheet, its editor or its open list has the focus.
   bool holdsFocus() const;
   void fillDropDown();
 

@@ -6,7 +6,7 @@
 
 namespace forms::qt {
 
-/// A plain area of one colour; for screen readers a group of what it holds.
+/// A plain area of one colour; for screen readers a group of the controls in it.
 class Surface : public QGroupBox {
  public:
   Surface(QWidget* parent, Colour colour);

@@ -9,7 +9,7 @@
 namespace forms::qt {
 namespace {
 
-// As the X client library declares them; the toolkit's X platform has it loaded.
+// Copies of declarations of the X client library, which the toolkit's X platform has loaded.
 struct Cookie {
   unsigned int sequence;
 };
@@ -33,7 +33,7 @@ constexpr std::uint8_t kAtomBits = 32;
 }  // namespace
 
 void keepOutOfTaskBars(const QWindow& window) {
-  // The off-screen platform has this interface too, but no windows of the X server.
+  // The off-screen platform has the native interface too, but no windows of the X server.
   if (QGuiApplication::platformName() != u"xcb") return;
   const auto* server = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
   if (server == nullptr) return;

@@ -5,7 +5,7 @@
 namespace forms::qt {
 
 /// Tells window managers, before a window is shown, to list it in no task bar. The toolkit has no
-/// word for that; elsewhere than under X there is nothing to tell.
+/// call for that. Does nothing under another window system than X.
 void keepOutOfTaskBars(const QWindow& window);
 
 }  // namespace forms::qt

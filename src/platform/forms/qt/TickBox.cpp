@@ -18,7 +18,7 @@ TickBox::TickBox(QWidget* parent, const Design& design, std::function<void()> to
       caption_(toQt(design.caption)),
       back_(design.backColour),
       fore_(design.foreColour) {
-  // The toolkit's text serves screen readers alone; it takes a doubled mark for a plain one.
+  // The toolkit's text is only for screen readers; in it "&&" stands for "&".
   setText(QString(caption_).replace('&', "&&"));
 }
 
@@ -34,7 +34,7 @@ void TickBox::paintEvent(QPaintEvent*) {
   initStyleOption(&option);
   option.palette.setColor(QPalette::Base, back);
   option.palette.setColor(QPalette::Text, text);
-  // On a screen that is laid out smaller the box can be lower than its mark.
+  // On a screen with a small scale the control can be lower than the indicator.
   const int side = qMin(style()->pixelMetric(QStyle::PM_IndicatorHeight), height());
   option.rect = QRect(0, (height() - side) / 2, side, side);
   style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, &painter, this);
@@ -50,7 +50,7 @@ void TickBox::paintEvent(QPaintEvent*) {
   }
 }
 
-// The toolkit calls this for every change by the user, by mouse, key or reader.
+// The toolkit calls this for every change by the user, with mouse, key or screen reader.
 void TickBox::nextCheckState() {
   qt::dispatch(toggle_);
 }

@@ -5,9 +5,9 @@
 
 namespace forms::qt {
 
-/// One run of a handler, or of a modal loop inside of one: while it lasts, `showIfLate` shows the
-/// wait pointer once the user has waited for it for 300 ms. What the user does in a modal loop is
-/// no waiting, so the handler around it begins anew when the loop has ended.
+/// One run of a handler, or of a modal loop inside of one. During the run `showIfLate` shows the
+/// wait pointer once the user has waited for 300 ms. Time in a modal loop doesn't count as waiting:
+/// the count for the outer handler starts again when the loop has ended.
 class WaitPointer {
  public:
   WaitPointer();
@@ -15,7 +15,7 @@ class WaitPointer {
   WaitPointer(const WaitPointer&) = delete;
   WaitPointer& operator=(const WaitPointer&) = delete;
 
-  /// To be called again and again while a handler works.
+  /// To be called repeatedly while a handler runs.
   static void showIfLate();
 
  private:

@@ -30,18 +30,18 @@ Qt::WindowFlags flagsOf(const FormDesign& design) {
     const auto kind = design.inTaskBar ? Qt::Window : Qt::Tool;
     return kind | Qt::FramelessWindowHint;
   }
-  // Only windows of the dialog kind are told to the desktop as standing above another one.
+  // The toolkit tells the desktop only for dialogs which window they belong above.
   const auto kind = design.border == BorderStyle::FixedDialog ? Qt::Dialog : Qt::Window;
   Qt::WindowFlags flags = kind | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
   if (design.minimiseBox) flags |= Qt::WindowMinimizeButtonHint;
-  // Some window managers maximise nothing that has no box for it; one that does nothing is the
-  // lesser evil.
+  // Some window managers don't maximise a window without a maximise box, so it has one even where
+  // the box does nothing.
   if (design.maximiseBox || design.startMaximised) flags |= Qt::WindowMaximizeButtonHint;
   return flags;
 }
 
-std::function<void()>& lastGone() {
+std::function<void()>& lastClosed() {
   static std::function<void()> call;
   return call;
 }
@@ -61,8 +61,8 @@ bool Window::anyShown() {
   });
 }
 
-void Window::onLastGone(std::function<void()> call) {
-  lastGone() = std::move(call);
+void Window::onLastClosed(std::function<void()> call) {
+  lastClosed() = std::move(call);
 }
 
 void Window::addTimer(const char* name, int milliseconds, std::function<void()> tick) {
@@ -77,8 +77,8 @@ QSize Window::clientSize() const {
   return {toPixels(design_.width, scale_), toPixels(design_.height, scale_)};
 }
 
-/// What must fit the desktop, in pixels at full scale: the visible controls, and the window itself
-/// where it has its own size.
+/// The size that must fit on the desktop, in pixels at full scale: that of the visible controls,
+/// and of the window where it has its own size.
 QSize Window::extent() const {
   QSize size;
   if (!design_.startMaximised) size = {toPixels(design_.width, 1), toPixels(design_.height, 1)};
@@ -90,8 +90,8 @@ QSize Window::extent() const {
   return size;
 }
 
-/// Lays the screen out smaller where it would not fit, on dense desktops alone: never under one
-/// device pixel for 15 twips.
+/// Reduces the scale where the screen would not fit, only on dense desktops: 15 twips are never
+/// less than one device pixel.
 void Window::fit(QSize room) {
   double fitting = 1;
   const double density = devicePixelRatioF();
@@ -115,8 +115,8 @@ void Window::fitDesktop() {
   fit(room);
 }
 
-/// A window of fixed size would not be maximised by a window manager, so the size is fixed only
-/// while the window isn't maximised.
+/// A window manager would not maximise a window of fixed size, so the size is fixed only while the
+/// window isn't maximised.
 void Window::fixSize() {
   if (design_.border == BorderStyle::Sizable || isMaximized()) {
     setMinimumSize(0, 0);
@@ -147,7 +147,7 @@ void Window::appear() {
   if (!design_.inTaskBar) keepOutOfTaskBars(*windowHandle());
   connect(windowHandle(), &QWindow::screenChanged, this, [this] { fitDesktop(); });
   if (windowModality() != Qt::NonModal) {
-    // Keeps the window above the one that it shuts out.
+    // Keeps the window above the one that it blocks.
     if (const QWidget* below = QApplication::activeWindow())
       windowHandle()->setTransientParent(below->windowHandle());
   }
@@ -168,13 +168,13 @@ void Window::appearModal() {
   modalLoop_ = nullptr;
   hide();
   process::unwindIfEnded();
-  // A window manager that is behind can leave the keyboard with a box that has gone.
+  // A slow window manager can leave the keyboard focus with a box that has closed.
   QWindow* below = windowHandle()->transientParent();
   if (below != nullptr && below->isVisible()) below->requestActivate();
 }
 
-/// On a display without a window manager nobody maximises a window, and nobody could enlarge it;
-/// nor does anybody frame a dialog, which then needs an edge of its own.
+/// Replaces what a window manager does on a display without one: maximises a window, which the user
+/// couldn't enlarge, and draws an edge around a dialog, which would have no frame.
 void Window::adaptToNoManager() {
   if (isMaximized() && size() == clientSize())
     windowHandle()->setGeometry(screen()->availableGeometry());
@@ -187,7 +187,7 @@ void Window::leave() {
   for (QTimer* timer : findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly)) timer->stop();
   hide();
   if (modalLoop_ != nullptr) modalLoop_->quit();
-  if (lastGone() && !anyShown()) lastGone()();
+  if (lastClosed() && !anyShown()) lastClosed()();
 }
 
 /// The tab order is the order of the tab indexes, across containers; the lowest visible tab stop
@@ -206,8 +206,7 @@ void Window::orderTabs() {
 }
 
 void Window::paintEvent(QPaintEvent* event) {
-  // A window manager maximises a window, and frames it, before it lets it be seen, or at once
-  // after that.
+  // A window manager maximises and frames a window before it shows it, or at once afterwards.
   constexpr std::chrono::milliseconds kGrace{250};
   if (!std::exchange(seen_, true))
     later(
@@ -216,7 +215,7 @@ void Window::paintEvent(QPaintEvent* event) {
 }
 
 void Window::closeEvent(QCloseEvent* event) {
-  // A window without border has no close box; only the screen itself takes it away.
+  // A window without border has no close box; only the screen itself closes it.
   if (design_.border == BorderStyle::None) {
     event->ignore();
     return;
@@ -225,14 +224,14 @@ void Window::closeEvent(QCloseEvent* event) {
   event->accept();
 }
 
-/// A screen that opens maximised and has no box for that stays so: window managers offer ways out
-/// all the same, and the rest of such a screen could not be reached then.
+/// A screen that opens maximised and has no maximise box stays maximised. Window managers have ways
+/// to restore it all the same, which would put a part of the screen out of reach.
 bool Window::staysMaximised() const {
   return design_.startMaximised && !design_.maximiseBox;
 }
 
 void Window::changeEvent(QEvent* event) {
-  // A minimised screen that shuts the others out would leave the user with nothing to go on with.
+  // While a modal screen is minimised the user could do nothing: it blocks all other screens.
   if (event->type() == QEvent::WindowStateChange && isMinimized() && isModal())
     setWindowState(windowState() & ~Qt::WindowMinimized);
   if (event->type() == QEvent::WindowStateChange && !isMinimized()) {

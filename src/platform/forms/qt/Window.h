@@ -17,24 +17,24 @@ class Window final : public QWidget {
   explicit Window(const FormDesign& design);
 
   static bool anyShown();
-  /// Sets what is called when the last shown screen is taken away; empty for nothing.
-  static void onLastGone(std::function<void()> call);
+  /// Sets the function that is called when the last shown screen has closed; empty for none.
+  static void onLastClosed(std::function<void()> call);
 
-  /// A control of the screen, in the order of their making.
+  /// Adds a control of the screen; called in the order in which the controls are created.
   void add(WindowPart& part) { parts_.push_back(&part); }
   void remove(WindowPart& part) { std::erase(parts_, &part); }
-  /// A timer that runs while the screen is shown.
+  /// Adds a timer that runs while the screen is shown.
   void addTimer(const char* name, int milliseconds, std::function<void()> tick);
 
   double scale() const { return scale_; }
   Colour backColour() const { return design_.backColour; }
 
-  /// Shows the loaded screen as its design has it.
+  /// Shows the loaded screen according to its design.
   void appear();
-  /// Shows it above the others, which get no input, and returns when it has left. Does not return
-  /// when the process was ended meanwhile.
+  /// Shows it above the others, which get no input, and returns after it has closed. Unwinds to the
+  /// dispatcher when the process has ended meanwhile.
   void appearModal();
-  /// Takes the screen away for good.
+  /// Closes the screen for good.
   void leave();
   bool hasLeft() const { return left_; }
 

@@ -13,7 +13,8 @@
 namespace forms::qt {
 namespace {
 
-/// How far a label's left edge may lie from that of the box below it, and its top above the box's.
+/// The greatest distance of a label's left edge from that of the box below it, and of its top above
+/// the box's top.
 constexpr Twips kAlignment = 300;
 constexpr Twips kReach = 600;
 
@@ -23,7 +24,7 @@ bool standsAbove(const QWidget& label, const QWidget& box, double scale) {
          rise <= toPixels(kReach, scale);
 }
 
-/// The widgets that stand in another one directly, in the order of their making.
+/// The direct child widgets of another one, in the order of their creation.
 QList<QWidget*> widgetsIn(const QWidget& area) {
   return area.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
 }

@@ -4,10 +4,10 @@
 
 namespace forms::qt {
 
-/// Names the widgets of a screen laid out at `scale` that have no caption of their own, for screen
-/// readers. A box or list takes the name of the label above it, else a list is named after what it
-/// holds, like an area that holds other widgets. A window without a title bar is named like its one
-/// area.
+/// Sets the names that screen readers use for the widgets without a caption of a screen laid out at
+/// `scale`. A box or list gets the text of the label above it, a list without a label the name
+/// "Items". An area with other widgets is named by what they are, and a window without a title bar
+/// like its one area.
 void nameWidgets(QWidget& window, double scale);
 
 }  // namespace forms::qt

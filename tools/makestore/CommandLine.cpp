@@ -15,10 +15,10 @@ namespace {
 constexpr std::string_view kUsage =
     R"(Usage: makestore OUTPUT.mdb [OPTION...]
 
-Writes a store database from nothing, over a file that is there. Without options: the demo store.
+Writes a new store database and replaces an existing file. Without options: the demo store.
 IDS is a list of ids and ranges: 3,7,10-20. TEXT is UTF-8; \N alone stands for null.
 
-  --shape NAME           corner (the default), cafe or tight; give it before the other options
+  --shape NAME           corner (the default), cafe or tight; must come before the other options
 
   --generation N         of the file format: 3 or 4 (the default)
   --slots N              product slots, with the ids 1 to N
@@ -27,29 +27,29 @@ IDS is a list of ids and ranges: 3,7,10-20. TEXT is UTF-8; \N alone stands for n
   --free IDS             the free slots; all others are named
   --missing-stock IDS    slots without a row in tblStock
   --missing-plu IDS      slots without a row in tblPlu
-  --moved IDS            slots whose row lies behind a pointer
+  --moved IDS            slots whose row has moved and is reached through a pointer
   --name ID=TEXT         the name in a slot; repeatable; \N makes it free
-  --rows FILE            names and more, a line each: id, name, deptid, price, barcode, with tabs
-                         between; what is left out or empty behind the name stays as it is
+  --rows FILE            names and more, one line each: id, name, deptid, price, barcode, separated
+                         by tabs; fields after the name that are missing or empty stay as they are
   --departments N        number of departments
   --department ID=TEXT   a department instead of the usual ones; repeatable
   --barcodes KIND        none, some (the default), all or mixed (some null, empty or blank)
-  --seed N               another choice of all that is made up
-  --shuffled             rows lie in the file in a random order
+  --seed N               seed of all invented values
+  --shuffled             rows in a random order in the file
 
   --price TYPE           currency or double
   --deptid TYPE          long or text
   --flags TYPE           integer, byte, long or boolean
   --description-length N the names' longest length
   --no-description-index the names have no index
-  --required             names refuse null (give names to all slots)
-  --rule COLUMN=TEXT     a validation rule: of table.column a criterion, of a table an expression;
-                         repeatable; after a | what a refusal says
-  --no-zero-length       texts refuse the empty text
-  --uncompressed         texts take two bytes a character
-  --packed-indexes       index leaves are packed as the engine of the POS packs them: 1,300 nulls
-                         on one
-  --reference-maps       usage maps as those of large files
+  --required             names refuse null (needs a name in all slots)
+  --rule COLUMN=TEXT     a validation rule: for table.column a criterion, for a table an expression;
+                         repeatable; the text after a | is the message of a refusal
+  --no-zero-length       text columns refuse the empty text
+  --uncompressed         texts are stored with two bytes a character
+  --packed-indexes       index leaves are packed as the engine of the POS packs them: up to 1,300
+                         nulls on one
+  --reference-maps       usage maps in the form that large files have
   --free-pages N         free pages at the end of the file
   --encoded              all pages but the first are enciphered
   --password TEXT        another password; empty for none
@@ -152,9 +152,9 @@ ShopOrder shape(std::string_view name) {
       name, {{"corner", [] { return ShopOrder(); }}, {"cafe", cafeShop}, {"tight", tightShop}})();
 }
 
-/// An option with a value behind it, and what it does to the order.
+/// The effect on the order of an option with a value.
 using Setter = std::function<void(ShopOrder&, std::string_view)>;
-/// An option that stands alone.
+/// The effect on the order of an option without a value.
 using Switch = std::function<void(ShopOrder&)>;
 
 const std::map<std::string_view, Setter>& setters() {

@@ -10,14 +10,14 @@
 
 namespace makestore {
 
-/// What the command line asks for.
+/// The options of the command line.
 struct Request {
   std::filesystem::path output;
   ShopOrder order;
   bool help = false;
 };
 
-/// A command line that can't be understood; the text says why.
+/// A command line that is invalid; the text says why.
 class UsageError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -25,8 +25,8 @@ class UsageError : public std::runtime_error {
 
 /// The tool's usage, for `--help`.
 std::string_view usage();
-/// Reads the arguments behind the program's name. Raises UsageError, and a FileError for a file
-/// that can't be read.
+/// Reads the arguments after the program's name. Raises UsageError, and a FileError for a file that
+/// can't be read.
 Request parseCommandLine(const std::vector<std::string>& arguments);
 
 }  // namespace makestore

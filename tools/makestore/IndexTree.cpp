@@ -8,23 +8,24 @@
 namespace makestore {
 namespace {
 
-/// A page below, and the greatest entry in it.
+/// A child page and the greatest entry in it.
 struct Child {
   jet::Bytes lastEntry;
   std::uint32_t page = 0;
 };
 
-/// Bytes that a page of a larger tree is filled with: some room is left for keys to come.
+/// Bytes of entries on a page of a larger tree: some room is left for later keys.
 std::size_t usualFill(const jet::Layout& layout) {
   return layout.indexCapacity() * 9 / 10;
 }
 
-/// Size of a leaf's entries when they leave out what all have in common, up to the last byte of the
-/// shortest. They are in order, so the first and the last tell what that is.
+/// Size of a leaf's entries when all but the first leave out the prefix that all have in common, at
+/// most all bytes but one of the shortest. The entries are in order, so the first and the last
+/// determine the prefix.
 class PackedSize {
  public:
   explicit PackedSize(const jet::IndexEntry& first)
-      : first_(&first), whole_(first.bytes.size()), shortest_(first.bytes.size()) {}
+      : first_(&first), unpacked_(first.bytes.size()), shortest_(first.bytes.size()) {}
 
   std::size_t with(const jet::IndexEntry& next) const {
     const std::size_t most = std::min({first_->bytes.size(), next.bytes.size(), shortest_}) - 1;
@@ -32,17 +33,17 @@ class PackedSize {
     const auto common =
         std::mismatch(front, front + static_cast<std::ptrdiff_t>(most), next.bytes.begin()).first -
         front;
-    return whole_ + next.bytes.size() - count_ * static_cast<std::size_t>(common);
+    return unpacked_ + next.bytes.size() - count_ * static_cast<std::size_t>(common);
   }
   void add(const jet::IndexEntry& next) {
-    whole_ += next.bytes.size();
+    unpacked_ += next.bytes.size();
     shortest_ = std::min(shortest_, next.bytes.size());
     ++count_;
   }
 
  private:
   const jet::IndexEntry* first_;
-  std::size_t whole_;
+  std::size_t unpacked_;
   std::size_t shortest_;
   std::size_t count_ = 1;
 };
@@ -63,8 +64,8 @@ std::vector<jet::IndexPage> packedLeaves(const jet::Layout& layout,
   return leaves;
 }
 
-std::vector<jet::IndexPage> wholeLeaves(const jet::Layout& layout,
-                                        const std::vector<jet::IndexEntry>& entries) {
+std::vector<jet::IndexPage> unpackedLeaves(const jet::Layout& layout,
+                                           const std::vector<jet::IndexEntry>& entries) {
   std::size_t all = 0;
   for (const jet::IndexEntry& entry : entries) all += entry.bytes.size();
   const std::size_t fill = all <= layout.indexCapacity() ? all : usualFill(layout);
@@ -81,8 +82,8 @@ std::vector<jet::IndexPage> wholeLeaves(const jet::Layout& layout,
   return leaves;
 }
 
-/// Which children stand under one node each: at least two, so that a node has an entry beside its
-/// tail.
+/// Groups the children by their nodes: at least two for each, so that a node has an entry besides
+/// its tail.
 std::vector<std::vector<Child>> groupChildren(const jet::Layout& layout,
                                               const std::vector<Child>& children) {
   std::vector<std::vector<Child>> groups;
@@ -119,7 +120,7 @@ std::vector<jet::IndexPage> nodesOver(const std::vector<std::vector<Child>>& gro
   return nodes;
 }
 
-/// Gives the pages of one level their places and writes them, linked in their order.
+/// Allocates the pages of one level, links them in their order and writes them.
 void putLevel(PageSpace& space, std::uint32_t owner, std::vector<jet::IndexPage>& level,
               std::vector<std::uint32_t>& numbers) {
   const std::size_t first = numbers.size();
@@ -140,7 +141,7 @@ IndexTree buildIndex(PageSpace& space, std::uint32_t owner,
                      const std::vector<jet::IndexEntry>& entries, bool packed) {
   IndexTree tree;
   std::vector<jet::IndexPage> level =
-      packed ? packedLeaves(space.layout(), entries) : wholeLeaves(space.layout(), entries);
+      packed ? packedLeaves(space.layout(), entries) : unpackedLeaves(space.layout(), entries);
   if (level.empty()) level.emplace_back();
   putLevel(space, owner, level, tree.pages);
   std::vector<Child> children;

@@ -8,14 +8,14 @@
 
 namespace makestore {
 
-/// A finished index: its root and all its pages, which rise.
+/// A finished index: its root and all its pages, in ascending order.
 struct IndexTree {
   std::uint32_t root = 0;
   std::vector<std::uint32_t> pages;
 };
 
-/// Builds an index from its entries, which are in order: the leaves first, then level upon level of
-/// nodes until one page holds all. `owner` is the table's definition page; for `packed` see Index.
+/// Builds an index from its entries, which must be in order: the leaves first, then levels of nodes
+/// until a level has one page. `owner` is the table's definition page; for `packed` see Index.
 IndexTree buildIndex(PageSpace& space, std::uint32_t owner,
                      const std::vector<jet::IndexEntry>& entries, bool packed);
 

@@ -46,7 +46,7 @@ jet::Bytes LongValueWriter::write(jet::ByteView value) {
 
 void LongValueWriter::finish() {
   space_.writeMap(maps_.owned, pages_);
-  space_.writeMap(maps_.free, space_.roomy(pages_));
+  space_.writeMap(maps_.free, space_.withRoom(pages_));
 }
 
 }  // namespace makestore

@@ -10,13 +10,13 @@
 namespace makestore {
 
 /// Writes the values of one memo or OLE column: short ones stay in their rows, the others go to
-/// pages of the column's own, where several share a page.
+/// pages of the column, each with one or more of them.
 class LongValueWriter {
  public:
   LongValueWriter(PageSpace& space, const jet::LongValueMaps& maps) : space_(space), maps_(maps) {}
 
   jet::ColumnNumber column() const { return maps_.column; }
-  /// What the row holds of the value.
+  /// Writes a value and returns the part of it that is stored in the row.
   jet::Bytes write(jet::ByteView value);
   /// Writes the column's usage maps.
   void finish();

@@ -10,9 +10,9 @@ namespace {
 
 /// A window begins at a multiple of this.
 constexpr std::uint32_t kWindowStep = 8;
-/// An inline map grows by the bits of one such unit.
+/// An inline map grows in units of this many bits.
 constexpr std::size_t kPagesPerWord = 32;
-/// Free bytes from which on a page is worth a try.
+/// A page with at least this many free bytes is listed as one with room.
 constexpr std::size_t kWorthTrying = 100;
 
 }  // namespace
@@ -36,7 +36,7 @@ void PageSpace::addFreePage() {
   freePages_.push_back(allocate());
 }
 
-std::vector<std::uint32_t> PageSpace::roomy(const std::vector<std::uint32_t>& dataPages) {
+std::vector<std::uint32_t> PageSpace::withRoom(const std::vector<std::uint32_t>& dataPages) {
   std::vector<std::uint32_t> result;
   for (const std::uint32_t number : dataPages) {
     const jet::DataPageEditor editor(layout_, page(number), {});
@@ -115,7 +115,7 @@ void PageSpace::writeGlobalMap() {
 void PageSpace::writeGlobalReferenceMap() {
   jet::UsageMap references = emptyReferenceMap();
   const std::size_t perBitmap = jet::pagesPerBitmap(layout_);
-  // The bitmap pages are pages themselves, and the last range has to hold them too.
+  // The bitmap pages are pages too, so the last range must include them.
   for (std::size_t range = 0; range * perBitmap < pages_.size(); ++range) {
     const std::uint32_t bitmap = allocate();
     put(bitmap, jet::newBitmapPage(layout_));

@@ -10,33 +10,34 @@
 
 namespace makestore {
 
-/// The pages of the file that grows: handed out one after the other, together with the usage maps
-/// that say what they belong to.
+/// The pages of the new file, allocated one after the other, and the usage maps that record which
+/// table or index they belong to.
 class PageSpace {
  public:
-  /// Page 0 and the page of the global maps are there from the start. `referenceMaps` keeps every
-  /// usage map as page numbers of bitmap pages, as large files have them.
+  /// Allocates page 0 and the page of the global maps. With `referenceMaps` every usage map is a
+  /// list of bitmap pages, as in large files.
   PageSpace(jet::Version version, bool referenceMaps);
 
   jet::Version version() const { return layout_.version; }
   const jet::Layout& layout() const { return layout_; }
 
-  /// Takes a new page of zeros at the end of the file.
+  /// Adds a page of zeros at the end of the file and returns its number.
   std::uint32_t allocate();
   /// Adds a page at the end that belongs to nothing and is marked free.
   void addFreePage();
-  /// The page's bytes; good until a page is taken.
+  /// The page's bytes; valid until the next allocation.
   jet::Bytes& page(std::uint32_t number) { return pages_[number]; }
   void put(std::uint32_t number, jet::Bytes bytes) { pages_[number] = std::move(bytes); }
 
-  /// Those of these data pages that have room worth a try for another row.
-  std::vector<std::uint32_t> roomy(const std::vector<std::uint32_t>& dataPages);
+  /// Those of these data pages that have room for another row.
+  std::vector<std::uint32_t> withRoom(const std::vector<std::uint32_t>& dataPages);
 
-  /// Takes room for a usage map, at first without pages.
+  /// Adds a usage map without pages and returns its row.
   jet::RowPointer newMap();
-  /// Makes the map hold these pages, which rise. Bitmap pages are taken where the map needs them.
+  /// Sets the pages of a map, which must be in ascending order. Allocates bitmap pages where the
+  /// map needs them.
   void writeMap(jet::RowPointer map, const std::vector<std::uint32_t>& pages);
-  /// Writes the global map: all that was taken is in use. Nothing may be taken after it.
+  /// Writes the global map: all allocated pages are in use. To be called after the last allocation.
   void writeGlobalMap();
 
   /// All pages, in their order.

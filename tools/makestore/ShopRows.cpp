@@ -56,7 +56,7 @@ std::optional<std::u16string> barcodeOf(Barcodes kind, const ShopProduct& produc
   return std::nullopt;
 }
 
-/// Everything that stands in the slot of a product of the demo shop.
+/// Fills the slot with a product of the demo shop.
 void nameSlot(SlotRow& slot, const ShopOrder& order, const std::vector<ShopDepartment>& departments,
               int number, std::mt19937& random) {
   const ShopProduct product =
@@ -144,7 +144,7 @@ void fillNameLeaf(std::vector<SlotRow>& slots, std::size_t longestName) {
                 .guid = slots[i].guid};
     size += entrySize(slots[i]);
   }
-  // A letter more in a name is a byte more in its key.
+  // A letter more in a name adds one byte to its key.
   for (std::size_t before = 0; size < capacity && before != size;) {
     before = size;
     for (std::size_t i = slots.size(); i-- > 0 && size < capacity;) {

@@ -10,7 +10,7 @@
 
 namespace makestore {
 
-/// One product slot with all that a shop's tables may hold of it.
+/// One product slot: its values in all the shop's tables.
 struct SlotRow {
   std::int32_t id = 0;
   std::int32_t recordNumber = 0;
@@ -28,7 +28,7 @@ struct SlotRow {
 
 /// The departments that the order names, or the demo's.
 std::vector<ShopDepartment> departmentsOf(const ShopOrder& order);
-/// All slots of the order, in the order in which their rows lie in the file.
+/// All slots of the order, in the order of their rows in the file.
 std::vector<SlotRow> slotsOf(const ShopOrder& order);
 
 /// Lengthens the last names, or frees the last slots, until the entries of an index on the names

@@ -21,7 +21,7 @@ constexpr int kTightFreeStep = 4;
 constexpr std::u16string_view kReorder =
     u". Reorder from the wholesaler on Mondays, two cases at least; no returns.";
 
-/// A column and how a slot fills it.
+/// A column and the function that returns its value for a slot.
 struct Field {
   Column column;
   std::function<Variant(const SlotRow&)> value;
@@ -31,7 +31,7 @@ Variant orNull(const std::optional<std::u16string>& text) {
   return text ? Variant(*text) : Variant();
 }
 
-Variant wholeNumber(ColumnType type, int number) {
+Variant integerOf(ColumnType type, int number) {
   if (type == ColumnType::Boolean) return number != 0;
   if (type == ColumnType::Byte) return static_cast<std::uint8_t>(number);
   if (type == ColumnType::Integer) return static_cast<std::int16_t>(number);
@@ -45,7 +45,7 @@ Variant departmentId(const ShopOrder& order, const std::optional<std::u16string>
   return runtime::toLong(*id);
 }
 
-/// The columns of all shops' tables, each in the words of the order.
+/// The columns of all shops' tables, each with the type and length that the order has for it.
 class Fields {
  public:
   explicit Fields(const ShopOrder& order) : order_(order) {}
@@ -85,11 +85,11 @@ class Fields {
     return {{.name = std::move(name), .type = ColumnType::Boolean},
             [](const SlotRow&) { return Variant(false); }};
   }
-  /// A flag of tblPlu; `usual` is its type where the order has no wish.
+  /// A flag of tblPlu; `usual` is its type where the order sets none.
   Field flag(std::u16string name, ColumnType usual, bool isInstruction = false) const {
     const ColumnType type = order_.flagType.value_or(usual);
     return {{.name = std::move(name), .type = type}, [type, isInstruction](const SlotRow& slot) {
-              return wholeNumber(type, isInstruction && slot.instruction ? 1 : 0);
+              return integerOf(type, isInstruction && slot.instruction ? 1 : 0);
             }};
   }
   Field lastSold() const {
@@ -111,7 +111,7 @@ class Fields {
              .allowZeroLength = order_.zeroLength},
             [](const SlotRow& slot) { return orNull(slot.notes); }};
   }
-  Field place(std::u16string name, std::size_t length) const {
+  Field shortNote(std::u16string name, std::size_t length) const {
     return {text(std::move(name), length), [length](const SlotRow& slot) {
               return slot.notes ? Variant(slot.notes->substr(0, length)) : Variant();
             }};
@@ -143,7 +143,7 @@ std::vector<Field> stockFields(const ShopOrder& order, const Fields& has) {
   switch (order.tables) {
     case ShopTables::Cafe:
       return {has.price(), has.description(), has.no(u"discontinued"),
-              has.id(),    has.department(),  has.place(u"place", 20)};
+              has.id(),    has.department(),  has.shortNote(u"place", 20)};
     case ShopTables::Tight:
       return {
           has.id(),         has.description(),           has.price(),
@@ -218,7 +218,7 @@ void addDepartments(StoreBuilder& store, const ShopOrder& order, const Fields& h
   }
 }
 
-/// The café's barcodes: a row for each that a product has.
+/// The café's barcodes: one row for each barcode of a product.
 void addBarcodes(StoreBuilder& store, const Fields& has, const std::vector<SlotRow>& slots) {
   Table& table = store.table(u"tblBarcode");
   table.column({.name = u"seq"}).column({.name = u"pluid"}).column(has.text(u"barcode", 20));

@@ -14,11 +14,11 @@
 
 namespace makestore {
 
-/// Which tables a shop's store has, column by column.
+/// The set of tables of a shop's store, with their columns.
 enum class ShopTables {
-  Corner,  ///< the ordinary store: prices as Currency, whole-number departments, names indexed
+  Corner,  ///< the ordinary store: prices as Currency, integer department ids, names indexed
   Cafe,    ///< other column types and order, barcodes in a table of their own, few indexes
-  Tight,   ///< full data pages, rows behind pointers, a full leaf as the root of the names' index
+  Tight,   ///< full data pages, moved rows, a full leaf as the root of the names' index
 };
 
 enum class Barcodes {
@@ -40,7 +40,7 @@ struct ShopDepartment {
   std::optional<std::u16string> name;  ///< null where absent
 };
 
-/// What is to differ from the demo's products in one slot.
+/// The values of one slot that differ from the demo's products.
 struct ShopSlot {
   std::optional<std::u16string> name;  ///< absent: a free slot
   std::optional<std::u16string> department = {};
@@ -48,26 +48,26 @@ struct ShopSlot {
   std::optional<std::u16string> barcode = {};
 };
 
-/// A shop's store in the terms of the shop. As it stands it is the demo store; see also cafeShop
+/// The properties of a shop's store. The defaults are those of the demo store; see also cafeShop
 /// and tightShop. Slots have the ids 1 to `slots`.
 struct ShopOrder {
   ShopTables tables = ShopTables::Corner;
   int slots = 420;
-  int products = 200;  ///< named slots, as far as `free` is not given
-  /// Free slots; absent: some early ones and, as `products` says, the last ones.
+  int products = 200;  ///< number of named slots where `free` is absent
+  /// Free slots; absent: some early ones and the last ones, all but `products`.
   std::optional<std::set<int>> free;
-  std::set<int> missingStock;  ///< ids without a row in tblStock
-  std::set<int> missingPlu;    ///< ids without a row in tblPlu
-  std::set<int> moved;         ///< ids whose tblStock row lies behind a pointer
-  std::map<int, ShopSlot> given;
+  std::set<int> missingStock;               ///< ids without a row in tblStock
+  std::set<int> missingPlu;                 ///< ids without a row in tblPlu
+  std::set<int> moved;                      ///< ids whose tblStock row has moved and left a pointer
+  std::map<int, ShopSlot> given;            ///< slots by id
   int departmentCount = 10;                 ///< where `departments` is empty
   std::vector<ShopDepartment> departments;  ///< in the order of their rows
-  std::uint32_t seed = 1;  ///< of all that is made up: barcodes, stock, dates, row order
-  bool shuffled = false;   ///< rows lie in the file in a random order
+  std::uint32_t seed = 1;  ///< of all invented values: barcodes, stock, dates, row order
+  bool shuffled = false;   ///< rows are in a random order in the file
 
   jet::ColumnType priceType = jet::ColumnType::Currency;   ///< or Double
   jet::ColumnType departmentType = jet::ColumnType::Long;  ///< or Text
-  /// Byte, Integer, Long or Boolean; absent: what the tables have.
+  /// Byte, Integer, Long or Boolean; absent: the usual type of each flag.
   std::optional<jet::ColumnType> flagType;
   std::size_t descriptionLength = 50;
   bool descriptionIndex = true;
@@ -87,8 +87,8 @@ struct ShopOrder {
 
 /// The café: 230 slots, Double prices, text departments, no index on names.
 ShopOrder cafeShop();
-/// The tight store: 212 slots, every fourth of them free; naming one moves its row and splits the
-/// index.
+/// The tight store: 212 slots, every fourth of them free. An update that sets the name of a free
+/// slot moves its row and splits the index.
 ShopOrder tightShop();
 
 /// The store with its tables, rows and saved query qrySalesitems, ready to be written.

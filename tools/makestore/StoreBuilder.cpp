@@ -16,9 +16,10 @@
 namespace makestore {
 namespace {
 
-/// 5 June 2004, half past one: every store is made then, so that equal orders give equal files.
+/// 5 June 2004, half past one: the creation date of every store, so that equal orders produce equal
+/// files.
 constexpr double kCreationDate = 38143.5625;
-/// Queries count upwards from here.
+/// Object number of the first query; the others follow.
 constexpr std::uint32_t kFirstQuery = 0x80000001;
 
 }  // namespace

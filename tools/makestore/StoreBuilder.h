@@ -15,32 +15,32 @@
 
 namespace makestore {
 
-/// A store database to be made from nothing: a file with the engine's own tables, the tables
-/// and the saved queries that are asked for.
+/// Builds a new store database: a file with the engine's own tables and with the tables and saved
+/// queries that are added here.
 class StoreBuilder {
  public:
-  /// The generation of the file; Jet 4 where nothing is said.
+  /// The generation of the file; Jet 4 by default.
   StoreBuilder& version(jet::Version version);
   /// At most 20 characters; the empty text for none.
   StoreBuilder& password(std::u16string password);
-  /// Has every page but the first enciphered under this key; 0 for none.
+  /// Enciphers every page but the first with this key; 0 for none.
   StoreBuilder& encodingKey(std::uint32_t key);
-  /// Keeps all usage maps as page numbers of bitmap pages, as large files have them.
+  /// Makes all usage maps lists of bitmap pages, as in large files.
   StoreBuilder& referenceMaps(bool on = true);
-  /// Leaves so many pages at the end of the file that belong to nothing and are marked free.
+  /// Adds `count` pages at the end of the file that belong to nothing and are marked free.
   StoreBuilder& freePages(std::size_t count);
 
-  /// Adds a table; the reference stays good. Tables lie in the file as added.
+  /// Adds a table; the reference stays valid. The file has the tables in the order of these calls.
   Table& table(std::u16string_view name);
   /// A table added before. Raises std::invalid_argument where there is none.
   Table& tableNamed(std::u16string_view name);
   StoreBuilder& query(StoredQuery query);
 
-  /// The whole file. Raises std::invalid_argument for tables whose rows break their own rules (see
-  /// writeTable).
+  /// The bytes of the file. Raises std::invalid_argument for tables whose rows break their own
+  /// rules (see writeTable).
   jet::Bytes build();
-  /// Builds the file and writes it, over one that is there. Raises also what the file raises
-  /// (files::FileError).
+  /// Builds the file and writes it; an existing file is replaced. Also raises a files::FileError
+  /// where it can't be written.
   void write(const std::filesystem::path& path);
 
  private:

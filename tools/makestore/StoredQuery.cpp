@@ -14,7 +14,7 @@ using jet::QueryOption;
 constexpr std::int32_t kUnionObject = 0x80;
 constexpr std::int16_t kUnionBase = 0x01;
 
-/// The aliases under which a union keeps its two halves.
+/// The aliases of the two halves of a union.
 constexpr std::u16string_view kFirstHalf = u"X7YZ_____1";
 constexpr std::u16string_view kSecondHalf = u"X7YZ_____2";
 

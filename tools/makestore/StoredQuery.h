@@ -9,7 +9,7 @@
 
 namespace makestore {
 
-/// One row of a saved query, as the file keeps it.
+/// One row of a saved query, as stored in the file.
 struct QueryRow {
   jet::QueryAttribute attribute = jet::QueryAttribute::Start;
   std::optional<std::u16string> name1 = {};
@@ -19,14 +19,14 @@ struct QueryRow {
   std::optional<std::int32_t> extra = {};
 };
 
-/// A saved query: its name and the rows that it is kept as. Rows of one attribute keep their order.
+/// A saved query: its name and the rows that store it. Rows of one attribute keep their order.
 struct StoredQuery {
   std::u16string name;
   std::vector<QueryRow> rows;
-  std::int32_t objectFlags = 0;  ///< of the object list: repeats the query's kind
+  std::int32_t objectFlags = 0;  ///< in the object list, where they repeat the query's kind
 };
 
-/// A SELECT in its parts. Expressions, table names and conditions are the engine's own text.
+/// Builds a SELECT from its clauses. Expressions, table names and conditions are in the dialect.
 class SelectQuery {
  public:
   SelectQuery& parameter(std::u16string name, std::int16_t type);

@@ -16,7 +16,7 @@ using jet::ObjectType;
 using runtime::Variant;
 
 constexpr std::uint8_t kSystemColumn = 0x12;
-constexpr std::uint8_t kIdentityColumn = 0x32;  ///< who owns, or may do, something
+constexpr std::uint8_t kIdentityColumn = 0x32;  ///< of a user or group: an owner, a permission
 constexpr std::size_t kLongest = 255;
 
 constexpr std::int32_t kRoot = 0x0F000000;
@@ -25,7 +25,7 @@ constexpr std::int32_t kRelationships = 0x0F000003;
 constexpr std::int32_t kDatabase = 0x10000000;
 constexpr auto kSystemObject = std::bit_cast<std::int32_t>(jet::ObjectFlag::kSystem);
 
-/// Who may do what: numbers of the engine's users and groups in a file without users of its own.
+/// Number of one of the engine's users or groups, in a file without users of its own.
 using Identity = std::array<std::uint8_t, 2>;
 constexpr Identity kEngine{0x65, 0x89};
 constexpr Identity kAdmins{0x64, 0x8B};
@@ -60,7 +60,7 @@ constexpr std::array kFixedPermissions{
     Permission{kDatabase, kUsers, 14, false},
 };
 
-/// Jet 4 keeps the numbers of Jet 3 under this mask.
+/// Jet 4 stores the numbers of Jet 3 XOR this mask.
 constexpr Identity kIdentityMask{0x67, 0x8A};
 
 runtime::Binary binary(jet::Version version, const Identity& identity) {

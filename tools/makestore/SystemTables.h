@@ -10,7 +10,7 @@
 
 namespace makestore {
 
-/// An object of the store's own, for the object list.
+/// One of the store's own tables or queries, for the object list.
 struct ListedObject {
   std::int32_t id = 0;
   jet::ObjectType type = jet::ObjectType::Table;
@@ -20,7 +20,7 @@ struct ListedObject {
 };
 
 /// The engine's own tables with their rows: the object list, the permissions, the saved queries and
-/// the relationships (of which there are none). `date` is when all objects were made.
+/// the relationships (of which there are none). `date` is the creation date of all objects.
 Table objectList(jet::Version version, const std::vector<ListedObject>& objects, double date);
 Table permissions(jet::Version version, const std::vector<ListedObject>& objects);
 /// `ids` are the queries' object numbers.

@@ -13,14 +13,14 @@
 
 namespace makestore {
 
-/// A restriction of the store's owner: an expression of the dialect, for a column a criterion, and
-/// the words for a refusal.
+/// A validation rule of the store's owner: an expression of the dialect, for a column a criterion,
+/// and the message of a refusal.
 struct Rule {
   std::u16string expression;  ///< empty for none
   std::u16string text = {};   ///< may be empty
 };
 
-/// A column to be made. Its number is its place among the table's columns.
+/// A column of a new table. Its number is its index among the table's columns.
 struct Column {
   std::u16string name;
   jet::ColumnType type = jet::ColumnType::Long;
@@ -28,11 +28,11 @@ struct Column {
   bool autonumber = false;
   bool compressed = true;       ///< text and memo: one byte a character where that is possible
   bool required = false;        ///< refuses null
-  bool allowZeroLength = true;  ///< text and memo: takes the empty text
+  bool allowZeroLength = true;  ///< text and memo: accepts the empty text
   Rule rule = {};               ///< for the column's values
   std::uint8_t precision = 18;  ///< Numeric
   std::uint8_t scale = 0;       ///< Numeric
-  std::uint8_t flags = 0x02;    ///< as stored, but for the fixed and the autonumber bit
+  std::uint8_t flags = 0x02;    ///< as stored, without the fixed and the autonumber bit
 
   static Column text(std::u16string name, std::size_t length);
 };
@@ -43,7 +43,7 @@ struct KeyPart {
   bool ascending = true;
 };
 
-/// An index to be made.
+/// An index of a new table.
 struct Index {
   std::u16string name;
   std::vector<KeyPart> columns;
@@ -51,23 +51,24 @@ struct Index {
   bool unique = false;
   bool ignoreNulls = false;
   bool required = false;  ///< no nulls
-  /// Leaves are filled as the engine of the POS fills them: to the last entry that fits once they
-  /// leave out what their entries have in common, row pointers included. Otherwise entries are
-  /// written in full, with some room for more.
+  /// Leaves are filled as the engine of the POS fills them: with as many entries as fit when the
+  /// prefix that they share, row pointers included, is stored once. Otherwise entries are written
+  /// in full, with some room for more.
   bool packed = false;
 
   static Index primaryKey(std::u16string column);
   static Index plain(std::u16string column);
 };
 
-/// Where a row lies.
+/// How a row is stored.
 enum class Placement {
   Plain,
   Moved,    ///< its slot points to its body on the table's last page
-  Deleted,  ///< its slot is kept, the row is gone
+  Deleted,  ///< its slot stays, marked as deleted
 };
 
-/// A table to be made: columns and indexes first, then the rows, which lie in the file as added.
+/// A new table: columns and indexes first, then the rows, which the file has in the order of
+/// adding.
 class Table {
  public:
   struct Row {
@@ -79,15 +80,15 @@ class Table {
 
   Table& column(Column column);
   Table& index(Index index);
-  /// Restricts the rows.
+  /// Sets the validation rule of the rows.
   Table& rule(Rule rule);
-  /// Adds a row. Each value is null or of exactly its column's kind (Byte: std::uint8_t, Integer:
-  /// std::int16_t, Long: std::int32_t and so on); values left out are null.
+  /// Adds a row. Each value is null or of exactly its column's type (Byte: std::uint8_t, Integer:
+  /// std::int16_t, Long: std::int32_t and so on); missing values are null.
   /// Raises std::invalid_argument for too many values.
   Table& row(std::vector<runtime::Variant> values, Placement placement = Placement::Plain);
 
-  /// Makes every data page but the last full to its last byte, by lengthening the texts that the
-  /// page's rows have in this compressed text column.
+  /// Fills every data page but the last to its last byte, by lengthening the texts of its rows in
+  /// this compressed text column.
   Table& fillPagesThrough(std::u16string column);
 
   const std::u16string& name() const { return name_; }
@@ -98,9 +99,9 @@ class Table {
   std::vector<Row>& rows() { return rows_; }
   const std::optional<std::u16string>& fillColumn() const { return fillColumn_; }
 
-  /// Place of the column, letter case included. Raises std::invalid_argument where there is none.
+  /// Index of the column, case-sensitive. Raises std::invalid_argument where there is none.
   std::size_t columnIndex(std::u16string_view name) const;
-  /// What the properties of the table and its columns are stored as; empty where there are none.
+  /// The stored form of the properties of the table and its columns; empty where there are none.
   jet::Bytes properties(jet::Version version) const;
 
  private:

@@ -31,7 +31,7 @@ std::size_t storedLength(jet::Version version, const Column& column) {
   return jet::typeSize(column.type).value_or(0);
 }
 
-/// Values that are always of one size stand in the row's fixed area.
+/// True for types whose values always have the same size: they are in the row's fixed area.
 bool isFixed(jet::ColumnType type) {
   return jet::typeSize(type).has_value();
 }
@@ -56,10 +56,10 @@ jet::ColumnDefinition definitionOf(jet::Version version, const Column& column, T
   return definition;
 }
 
-/// Gives the columns their places: fixed ones one behind the other, variable ones a slot each. Memo
-/// and OLE take the last slots, but not in the engine's own tables, which keep the columns' order.
-/// A fixed column's slot is the number of variable ones before it.
-void placeColumns(const Table& table, TableKind kind, jet::TableDefinition& definition) {
+/// Assigns offsets in the fixed area to the fixed columns, one after the other, and slots to the
+/// variable ones. Memo and OLE columns have the last slots, but not in the engine's own tables,
+/// which keep the columns' order. A fixed column's slot is the number of variable ones before it.
+void assignOffsets(const Table& table, TableKind kind, jet::TableDefinition& definition) {
   const auto comesLast = [kind](jet::ColumnType type) {
     return kind == TableKind::User && jet::isLongValue(type);
   };
@@ -69,18 +69,18 @@ void placeColumns(const Table& table, TableKind kind, jet::TableDefinition& defi
   for (const Column& column : table.columns())
     if (!isFixed(column.type) && !comesLast(column.type)) ++nextLastSlot;
   for (const Column& column : table.columns()) {
-    jet::ColumnDefinition placed = definitionOf(definition.version, column, kind);
-    placed.number = jet::ColumnNumber(static_cast<std::uint16_t>(definition.columns.size()));
+    jet::ColumnDefinition defined = definitionOf(definition.version, column, kind);
+    defined.number = jet::ColumnNumber(static_cast<std::uint16_t>(definition.columns.size()));
     std::uint16_t& slot = comesLast(column.type) ? nextLastSlot : nextSlot;
-    placed.variableSlot = slot;
-    if (placed.fixed) {
-      placed.fixedOffset = fixedEnd;
+    defined.variableSlot = slot;
+    if (defined.fixed) {
+      defined.fixedOffset = fixedEnd;
       fixedEnd = static_cast<std::uint16_t>(fixedEnd + jet::typeSize(column.type).value_or(0));
     } else {
       ++slot;
       ++definition.variableSlots;
     }
-    definition.columns.push_back(std::move(placed));
+    definition.columns.push_back(std::move(defined));
   }
 }
 
@@ -123,7 +123,7 @@ jet::TableDefinition shapeOf(PageSpace& space, const Table& table, TableKind kin
   definition.maxColumns = static_cast<std::uint16_t>(table.columns().size());
   definition.ownedPages = space.newMap();
   definition.freePages = space.newMap();
-  placeColumns(table, kind, definition);
+  assignOffsets(table, kind, definition);
   for (const jet::ColumnDefinition& column : definition.columns)
     if (jet::isLongValue(column.type)) {
       const jet::RowPointer owned = space.newMap();

@@ -7,8 +7,8 @@
 
 namespace makestore {
 
-/// The definition of a table that has no rows yet: columns with their places in the row, indexes
-/// without a root, and room for all usage maps.
+/// The definition of a table that has no rows yet: columns with their offsets and slots, indexes
+/// without a root, and empty usage maps.
 jet::TableDefinition shapeOf(PageSpace& space, const Table& table, TableKind kind);
 
 }  // namespace makestore

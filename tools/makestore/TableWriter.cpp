@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "makestore/IndexTree.h"
-#include "makestore/RowLayer.h"
+#include "makestore/RowWriter.h"
 #include "makestore/TableShape.h"
 #include "platform/jet/format/IndexKey.h"
 #include "platform/jet/format/TableDefinition.h"
@@ -26,7 +26,7 @@ struct Entry {
   bool hasNull = false;
 };
 
-/// The row's value in the column, as keys take it.
+/// The row's value in the column for its key: a null in a Boolean column is False.
 runtime::Variant keyValue(const jet::ColumnDefinition& column, const runtime::Variant& value) {
   const bool isFalse = column.type == jet::ColumnType::Boolean && value.isNull();
   return isFalse ? runtime::Variant(false) : value;
@@ -36,7 +36,7 @@ runtime::Variant keyValue(const jet::ColumnDefinition& column, const runtime::Va
 std::vector<Entry> entriesOf(jet::Version version, const Table& table, const Index& index,
                              const jet::TableDefinition& definition,
                              const jet::IndexDefinition& kept,
-                             const std::vector<jet::RowPointer>& places) {
+                             const std::vector<jet::RowPointer>& pointers) {
   std::vector<Entry> entries;
   for (std::size_t row = 0; row < table.rows().size(); ++row) {
     if (table.rows()[row].placement == Placement::Deleted) continue;
@@ -49,9 +49,10 @@ std::vector<Entry> entriesOf(jet::Version version, const Table& table, const Ind
       if (!jet::appendKey(version, column, part.ascending, value, key))
         refuse(table, index, "a value has no known key");
     }
-    if (nulls > 0 && index.required) refuse(table, index, "a null where none may be");
+    if (nulls > 0 && index.required)
+      refuse(table, index, "a key has a null, but the index is required");
     if (nulls == kept.columns.size() && index.ignoreNulls) continue;
-    entries.push_back({jet::IndexEntry::of(key, places[row]), nulls > 0});
+    entries.push_back({jet::IndexEntry::of(key, pointers[row]), nulls > 0});
   }
   std::ranges::sort(entries, [](const Entry& a, const Entry& b) {
     return std::is_lt(jet::compareBytes(a.entry.bytes, b.entry.bytes));
@@ -61,12 +62,12 @@ std::vector<Entry> entriesOf(jet::Version version, const Table& table, const Ind
 
 void writeIndex(PageSpace& space, std::uint32_t definitionPage, const Table& table,
                 const Index& index, const jet::TableDefinition& definition,
-                jet::IndexDefinition& kept, const std::vector<jet::RowPointer>& places) {
+                jet::IndexDefinition& kept, const std::vector<jet::RowPointer>& pointers) {
   std::vector<jet::IndexEntry> ordered;
-  for (Entry& each : entriesOf(space.version(), table, index, definition, kept, places)) {
+  for (Entry& each : entriesOf(space.version(), table, index, definition, kept, pointers)) {
     const bool known =
         !ordered.empty() && std::is_eq(jet::compareBytes(ordered.back().key(), each.entry.key()));
-    if (known && index.unique && !each.hasNull) refuse(table, index, "a key stands there twice");
+    if (known && index.unique && !each.hasNull) refuse(table, index, "two rows have the same key");
     if (!known) ++kept.entryCounter;
     ordered.push_back(std::move(each.entry));
   }
@@ -100,14 +101,14 @@ void writeDefinition(PageSpace& space, std::uint32_t definitionPage,
 
 void writeTable(PageSpace& space, Table& table, std::uint32_t definitionPage, TableKind kind) {
   jet::TableDefinition definition = shapeOf(space, table, kind);
-  RowLayer layer(space, table, definitionPage, definition);
-  layer.layAll();
+  RowWriter rows(space, table, definitionPage, definition);
+  rows.writeAll();
   definition.rowCount = static_cast<std::uint32_t>(std::ranges::count_if(
       table.rows(), [](const Table::Row& row) { return row.placement != Placement::Deleted; }));
   definition.lastAutonumber = lastAutonumber(table);
   for (std::size_t i = 0; i < table.indexes().size(); ++i)
     writeIndex(space, definitionPage, table, table.indexes()[i], definition, definition.indexes[i],
-               layer.places());
+               rows.pointers());
   writeDefinition(space, definitionPage, definition);
 }
 

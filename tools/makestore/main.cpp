@@ -1,4 +1,4 @@
-// makestore: writes a store database from nothing.
+// makestore: writes a new store database.
 
 #include <exception>
 #include <iostream>

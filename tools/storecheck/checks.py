@@ -1,5 +1,5 @@
-"""What has to hold in a sound store database: in its pages, tables, rows and indexes. Problems and
-notes go to the file's own lists; a note is something unusual that harms nobody."""
+"""The checks of a store database: of its pages, tables, rows and indexes. Problems and notes are
+added to the file's lists; a note is something unusual that does no harm."""
 
 from sortkeys import NotCovered
 from storefile import (DATA_PAGE, DELETED, LEAF_PAGE, LONG, LONG_VALUE_OWNER, MEMO, NODE_PAGE, OLE,
@@ -8,7 +8,7 @@ from storefile import (DATA_PAGE, DELETED, LEAF_PAGE, LONG, LONG_VALUE_OWNER, ME
 GLOBAL_MAP_PAGE, OBJECTS_PAGE = 1, 2
 HEADER_WORDS = {0x18: 0x100, 0x1C: 0x101, 0x20: 2, 0x24: 3, 0x28: 4, 0x2C: 5}
 MOST_LEVELS = 255  # a page has one byte for its level
-ROW_SIZE, CHILD_SIZE = 4, 4  # at the end of an entry: its row; in a node, the page below
+ROW_SIZE, CHILD_SIZE = 4, 4  # at the end of an entry: its row; in a node, the child page
 
 
 class IndexPage:
@@ -24,7 +24,7 @@ class IndexPage:
             prefix_size, self.level = u16(page, 24), page[26]
         else:
             prefix_size, self.level = page[20], page[21]
-        self.entries = []  # pairs: key and row, and the page below (None in a leaf)
+        self.entries = []  # pairs: key and row, and the child page (None in a leaf)
         data, at, prefix = layout.index_data, 0, b""
         for end in set_bits(page[layout.index_mask:data]):
             if data + end > layout.page_size:
@@ -48,7 +48,7 @@ class IndexPage:
 
 
 class IndexCheck:
-    """One index of a table, whose rows are `live`. `claim` is told whose its pages are."""
+    """Checks one index of a table with the rows `live`. Passes each page's owner to `claim`."""
 
     def __init__(self, store, table, index, live, claim):
         self.store, self.table, self.index, self.live, self.claim = store, table, index, live, claim
@@ -74,7 +74,7 @@ class IndexCheck:
         count["index"] = count.get("index", 0) + 1
 
     def visit(self, number, depth, low, high):
-        """Walks the tree below a page, whose entries lie above `low` and not above `high`."""
+        """Checks the tree below a page, whose entries must be above `low` and not above `high`."""
         if number in self.pages:
             raise Damage("page %d reached twice" % number)
         if depth > MOST_LEVELS:
@@ -113,7 +113,7 @@ class IndexCheck:
         if page.tail:
             self.problem("leaf %d has tail %d" % (page.number, page.tail))
         if depth and not page.entries:
-            # Some readers fail on it; only a root may be empty.
+            # Some readers fail on an empty leaf; only a root may be empty.
             self.problem("leaf %d is empty but still linked" % page.number)
 
     def check_map(self):
@@ -235,7 +235,7 @@ class FileCheck:
         return pages
 
     def used_map(self, at, user):
-        """The pages of a usage map that nobody else may use."""
+        """The pages of a usage map that only one user may have."""
         if not at[0]:
             return set()
         if at in self.map_users:
@@ -287,7 +287,7 @@ class FileCheck:
                           (table.name, number, u16(page, 2), free))
 
     def check_long_value_maps(self, table):
-        """The pages of all long values; None where a column has no map of them."""
+        """The pages of all long values; None where a long value column has no usage map."""
         store, all_owned, complete = self.store, set(), True
         for column in table.columns:
             title = "%s.%s" % (table.name, column.name)
@@ -310,7 +310,7 @@ class FileCheck:
     def check_rows(self, table, owned, long_value_pages):
         """Checks the rows and their values; returns their fields by page and slot."""
         store, live, bodies, long_values = self.store, {}, set(), set()
-        # The engine lets the counters of its own tables drift.
+        # The engine doesn't keep the counters of its own tables exact.
         drifted = store.note if table.kind == SYSTEM_TABLE else store.problem
         for at, fields in store.live_rows(table, bodies, store.problem):
             live[at] = fields
@@ -356,7 +356,7 @@ class FileCheck:
             leaked += 1
             page = store.page(number)
             if page[0] == DATA_PAGE and u32(page, 4) in self.table_pages:
-                store.note("page %d names table definition %d but nobody owns it" %
+                store.note("page %d names table definition %d but no table owns it" %
                            (number, u32(page, 4)))
         if leaked:
             store.note("%d pages neither free nor claimed" % leaked)

@@ -1,4 +1,4 @@
-"""Saved queries, rebuilt as SQL from the rows that the store keeps them as."""
+"""Saved queries, rebuilt as SQL from the rows that store them."""
 
 from storefile import Damage
 

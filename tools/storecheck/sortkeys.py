@@ -1,10 +1,10 @@
-"""Keys under which texts sort and are found in an index, in the General sort order."""
+"""Keys by which an index sorts and finds texts, in the General sort order."""
 
 import struct
 
-# One token a character. "-" adds nothing; "hh.." are bytes of the key itself; "hh../xx" such bytes
-# and the weight of an accent; "~xx" is a character that only the end of the key mentions; each "+"
-# (Jet 3) takes one position in the list of accents.
+# One token for each character. "-" adds nothing; "hh.." are bytes of the key itself; "hh../xx" such
+# bytes and the weight of an accent; "~xx" is a character that adds only to the end of the key; each
+# "+" (Jet 3) takes one position in the list of accents.
 JET4_0000 = """
 - ~03 ~04 ~05 ~06 ~07 ~08 ~09 ~0a 0803 0804 0805 0806 0807 ~0b ~0c
 ~0d ~0e ~0f ~10 ~11 ~12 ~13 ~14 ~15 ~16 ~17 ~18 ~19 ~1a ~1b ~1c
@@ -60,15 +60,15 @@ JET3_0000 = """
 65 70/07 72/03 72/04 72/05 72/07 72/06 55 81 78/03 78/04 78/05 78/06 7d/04 7f 7d/06
 """
 
-LONGEST_TEXT = 255  # characters of a text that its key takes into account
+LONGEST_TEXT = 255  # characters of a text that contribute to its key
 
 
 class NotCovered(Exception):
-    """The key of this value is not known here, which is no fault of the file."""
+    """The key of this value can't be computed here, which is no fault of the file."""
 
 
 class Weight:
-    """What one character adds to a key."""
+    """The contribution of one character to a key."""
 
     def __init__(self, token):
         self.inline, self.accent, self.ignorable = b"", None, None
@@ -93,7 +93,7 @@ JET3_WEIGHTS = weights(0, JET3_0000)
 
 
 def inverted(data):
-    """As descending keys have their bytes."""
+    """The bytes inverted, as in descending keys."""
     return bytes(byte ^ 0xFF for byte in data)
 
 
@@ -105,7 +105,7 @@ def clipped(text):
 def jet4_text_key(text, ascending):
     inline, accents, ignorables = bytearray(), bytearray(), bytearray()
     letters = 0           # characters with inline bytes so far
-    accented_letters = 0  # how many of them the accents account for
+    accented_letters = 0  # how many of them the list of accents covers
     for character in clipped(text):
         weight = JET4_WEIGHTS.get(ord(character))
         if weight is None:

@@ -1,4 +1,4 @@
-"""A store database as its bytes say: pages, tables, rows and values. Reads, and never writes."""
+"""Reads a store database: pages, tables, rows and values. Never writes."""
 
 import functools
 import struct
@@ -54,7 +54,8 @@ def row_pointer(data, at):
 
 @functools.lru_cache(maxsize=4096)
 def rc4_stream(key, length):
-    """Kept, because files checked together are often states of one, with the same key a page."""
+    """Cached, since files that are checked together are often states of one file, with the same key
+    for each page."""
     box = list(range(256))
     j = 0
     for i in range(256):
@@ -220,7 +221,7 @@ class StoreFile:
         return flags, self.page(number)[start:end]
 
     def usage_map(self, page, row):
-        """The pages that a usage map names, and the bitmap pages that it needs for that."""
+        """The pages in a usage map, and the bitmap pages of the map."""
         if not page:
             return set(), []  # there is no map
         if self.page(page)[0] != DATA_PAGE:
@@ -254,7 +255,7 @@ class StoreFile:
     # ---- table definitions
 
     def definition(self, first):
-        """A definition's bytes, and the pages that it takes."""
+        """A definition's bytes and its pages."""
         content, pages, number = b"", [], first
         while number:
             page = self.page(number)
@@ -396,7 +397,7 @@ class StoreFile:
         return fields
 
     def variable_offsets(self, row, head, end):
-        """Where the variable columns begin, and where the last one ends."""
+        """The offsets of the variable columns, and the end of the last one."""
         if self.layout.jet4:
             count = u16(row, end - 2)
             limit = end - 4 - 2 * count
@@ -422,7 +423,7 @@ class StoreFile:
         return offsets
 
     def body(self, table, owned, at, bodies):
-        """The bytes of the row at this page and slot, wherever they moved."""
+        """The bytes of the row at this page and slot; follows the pointers of a moved row."""
         flags, row = self.slot(*at)
         for _ in range(MOST_HOPS + 1):
             if not flags & POINTER:
@@ -442,8 +443,8 @@ class StoreFile:
         raise Damage("chain of pointers too long")
 
     def live_rows(self, table, bodies=None, report=None):
-        """Yields (page, slot) and fields of each row. Faults go to `report`, if there is one;
-        `bodies` collects where the bodies of moved rows lie."""
+        """Yields (page, slot) and fields of each row. Passes faults to `report`, if there is one;
+        `bodies` collects the pages and slots of the bodies of moved rows."""
         def fault(text):
             if report is None:
                 raise Damage(text)
@@ -485,7 +486,7 @@ class StoreFile:
 
     @staticmethod
     def expanded(raw):
-        """A compressed text as two bytes a character: a zero byte turns compression off and on."""
+        """A compressed text with two bytes a character; a zero byte toggles the compression."""
         out, at, compressed = b"", 0, True
         while at < len(raw):
             if raw[at] == 0:
@@ -511,7 +512,7 @@ class StoreFile:
         return piece
 
     def long_value(self, raw, users=None):
-        """The bytes of a memo or OLE value; `users` collects the rows that they lie in."""
+        """The bytes of a memo or OLE value; `users` collects the rows of its pieces."""
         if not raw:
             return b""
         if len(raw) < 12:
@@ -539,8 +540,8 @@ class StoreFile:
         return value[:size]
 
     def value(self, column, raw, users=None):
-        """A stored value by its column's type. Values that need more than Python's own types to be
-        told apart are pairs or triples that begin with a word."""
+        """A stored value by its column's type. A value of a type that Python doesn't have is a tuple
+        that begins with the type's name."""
         if raw is None or isinstance(raw, bool):
             return raw
         kind = column.type
@@ -572,7 +573,7 @@ class StoreFile:
         return bytes(raw)
 
     def key(self, column, raw, ascending):
-        """What a value adds to an index's key. Raises NotCovered where that is not known."""
+        """The bytes of a value in an index's key. Raises NotCovered where they are not known."""
         if column.type == BOOLEAN:
             key = b"\x7f" + (b"\x00" if raw else b"\xff")
             return key if ascending else inverted(key)
@@ -615,13 +616,13 @@ def numeric_magnitude(raw):
 
 
 def guid_order(raw):
-    """A GUID's bytes in the order in which it is written."""
+    """A GUID's bytes in the order in which they are printed."""
     return raw[3::-1] + raw[5:3:-1] + raw[7:5:-1] + raw[8:]
 
 
 def segmented(raw, ascending):
-    """Bytes as a key holds them: in eights, each followed by a sign that more follow, or how many
-    of the last count."""
+    """Bytes as in a key: in groups of eight, each followed by a mark that more groups follow, or by
+    the number of bytes that count in the last group."""
     key = b""
     while len(raw) > 8:
         key += (raw[:8] if ascending else inverted(raw[:8])) + b"\x09"

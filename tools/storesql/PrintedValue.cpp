@@ -14,8 +14,8 @@ namespace {
 constexpr std::array<std::pair<char16_t, char16_t>, 4> kEscapes{
     {{u'\\', u'\\'}, {u'\t', u't'}, {u'\r', u'r'}, {u'\n', u'n'}}};
 
-/// The fewest digits that give the number back, with at least one behind the point; numbers of very
-/// many digits before or behind the point with an exponent.
+/// The shortest decimal that reads back as the same number, with at least one digit after the
+/// point; very large and very small numbers have an exponent.
 template <class Number>
 std::string shortest(Number number) {
   constexpr Number kLarge = 1e16F;
@@ -77,31 +77,31 @@ std::string printed(const runtime::Variant& value) {
 }
 
 std::string escaped(std::u16string_view text) {
-  std::u16string whole;
+  std::u16string result;
   for (const char16_t c : text) {
     const auto* escape = kEscapes.begin();
     while (escape != kEscapes.end() && escape->first != c) ++escape;
-    if (escape != kEscapes.end()) whole += u'\\';
-    whole += escape != kEscapes.end() ? escape->second : c;
+    if (escape != kEscapes.end()) result += u'\\';
+    result += escape != kEscapes.end() ? escape->second : c;
   }
-  return runtime::toUtf8(whole);
+  return runtime::toUtf8(result);
 }
 
 runtime::Variant unescaped(std::string_view field) {
   if (field == "\\N") return {};
   const std::u16string text = runtime::fromUtf8(field);
-  std::u16string whole;
+  std::u16string result;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    whole += text[i];
+    result += text[i];
     if (text[i] != u'\\' || i + 1 == text.size()) continue;
     for (const auto& [plain, escape] : kEscapes) {
       if (text[i + 1] != escape) continue;
-      whole.back() = plain;
+      result.back() = plain;
       ++i;
       break;
     }
   }
-  return whole;
+  return result;
 }
 
 }  // namespace storesql

@@ -13,7 +13,7 @@ namespace {
 
 /// The column of EXPLAIN QUERY PLAN with the step's text.
 constexpr int kDetail = 3;
-/// In the text of a step, between a virtual table's name and "<index>:<tests>" of `PlanCode`.
+/// Separates a virtual table's name from "<index>:<tests>" of `PlanCode` in the text of a step.
 constexpr std::string_view kVirtualTable = " VIRTUAL TABLE INDEX ";
 
 /// A step of SQLite's plan, with names in place of numbers where it reads a table.

@@ -13,12 +13,12 @@ namespace storesql {
 
 /// How SQLite runs a statement of the dialect.
 struct StatementPlan {
-  std::string sql;                         ///< the statement as SQLite takes it
-  std::vector<std::u16string> parameters;  ///< ?1, ?2, … of it
-  /// The tables that it names: SQLite's name and the store's.
+  std::string sql;                         ///< the statement's text for SQLite
+  std::vector<std::u16string> parameters;  ///< the values of ?1, ?2, … in it
+  /// The tables in it: SQLite's name and the store's.
   std::vector<std::pair<std::string, std::string>> tables;
-  /// The steps of SQLite's plan. A table's is "<table> by <index, scan or lookup> <column><test>…",
-  /// with the tests =, 0 (null), > and < (bounds); all others are in SQLite's own words.
+  /// The steps of SQLite's plan. A step that reads a table is "<table> by <index, scan or lookup>
+  /// <column><test>…", with the tests =, 0 (null), > and < (bounds); all others are SQLite's text.
   std::vector<std::string> steps;
 };
 

@@ -19,12 +19,12 @@ constexpr int kPessimistic = 2;
 constexpr int kUnspecified = -1;
 
 std::string quoted(const std::string& value) {
-  std::string whole = "\"";
+  std::string result = "\"";
   for (const char c : value) {
-    whole += c;
-    if (c == '"') whole += c;
+    result += c;
+    if (c == '"') result += c;
   }
-  return whole + "\"";
+  return result + "\"";
 }
 
 std::string absolutePath(const Store& store) {

@@ -10,7 +10,7 @@
 
 namespace storesql {
 
-/// A store database as the command line names it.
+/// The store database of the command line.
 struct Store {
   std::string path;      ///< of the host
   std::string password;  ///< empty for none
@@ -22,14 +22,14 @@ struct Step {
   std::vector<std::pair<std::u16string, runtime::Variant>> values;
 };
 
-/// A step of a script: its statement and its COLUMN=TEXT fields, with tabs between.
+/// Parses a line of a script: a statement and COLUMN=TEXT fields, separated by tabs.
 Step stepOfLine(const std::string& line);
 /// "COLUMN=TEXT", as a column and its value. Raises InvalidProcedureCall when there is no equals
 /// sign.
 std::pair<std::u16string, runtime::Variant> assignment(const std::string& text);
 
-/// Runs one step in a session of its own. Prints the column names and the rows; where values are
-/// written, the one row as it then reads. Raises the session's errors.
+/// Runs one step in a session of its own. Prints the column names and the rows or, where it writes
+/// values, the first row after the update. Raises the session's errors.
 void run(const Store& store, const Step& step, std::ostream& out);
 
 /// Prints how SQLite runs a statement: its text for SQLite, the parameters and tables that it

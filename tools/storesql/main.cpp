@@ -1,5 +1,5 @@
 // Runs one statement of the store's dialect on a store database, as the screens do, and prints the
-// rows; or writes values into the first row; or takes many such steps from a file; or prints how
+// rows; or writes values into the first row; or runs many such steps from a file; or prints how
 // SQLite runs the statement.
 
 #include <cstdlib>
@@ -34,7 +34,7 @@ struct Arguments {
   std::vector<std::string> plain;
 };
 
-/// Whether a task takes that many words beside the options.
+/// True where a task takes `count` arguments besides the options.
 bool fits(Task task, std::size_t count) {
   switch (task) {
     case Task::Read:
@@ -83,7 +83,7 @@ std::string described(const runtime::RunTimeError& failure) {
   return std::to_string(failure.number()) + ": " + runtime::toUtf8(failure.text());
 }
 
-/// Takes the script's steps until one fails; returns the exit status.
+/// Runs the script's steps until one fails; returns the exit status.
 int runScript(const Arguments& arguments) {
   std::ifstream script(arguments.script);
   if (!script) throw runtime::RunTimeError(runtime::ErrorNumber::FileNotFound);

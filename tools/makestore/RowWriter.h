@@ -12,26 +12,26 @@
 
 namespace makestore {
 
-/// Lays a table's rows on data pages, in the order in which they were added.
-class RowLayer {
+/// Writes a table's rows to data pages, in the order in which they were added.
+class RowWriter {
  public:
-  RowLayer(PageSpace& space, Table& table, std::uint32_t definitionPage,
-           const jet::TableDefinition& definition);
+  RowWriter(PageSpace& space, Table& table, std::uint32_t definitionPage,
+            const jet::TableDefinition& definition);
 
-  /// Lays all rows and writes the usage maps. Raises std::invalid_argument for a value that its
-  /// column doesn't take.
-  void layAll();
-  /// Where each row lies, as its indexes name it.
-  const std::vector<jet::RowPointer>& places() const { return places_; }
+  /// Writes all rows and the usage maps. Raises std::invalid_argument for a value that its column
+  /// doesn't accept.
+  void writeAll();
+  /// The row pointer of each row, for the entries of its indexes.
+  const std::vector<jet::RowPointer>& pointers() const { return pointers_; }
 
  private:
-  enum class Extent { Whole, FixedOnly };
+  enum class Extent { Full, FixedOnly };
 
   jet::Bytes encodeRow(std::size_t row, Extent extent);
   jet::Bytes storedValue(const jet::ColumnDefinition& column, const runtime::Variant& value);
-  void lay(std::size_t row);
+  void writeRow(std::size_t row);
   void openPage();
-  void layBody(std::size_t row);
+  void writeBody(std::size_t row);
   void fillPage();
 
   PageSpace& space_;
@@ -41,7 +41,7 @@ class RowLayer {
   std::vector<LongValueWriter> longValues_;
   std::vector<std::uint32_t> pages_;
   std::vector<std::size_t> rowsOfPage_;  ///< the plain rows of the last page
-  std::vector<jet::RowPointer> places_;
+  std::vector<jet::RowPointer> pointers_;
 };
 
 }  // namespace makestore

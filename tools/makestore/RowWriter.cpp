@@ -1,4 +1,4 @@
-#include "makestore/RowLayer.h"
+#include "makestore/RowWriter.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -13,7 +13,7 @@
 namespace makestore {
 namespace {
 
-/// Texts shorter than that are not stored compressed, so they don't grow byte by byte.
+/// Texts shorter than this are not stored compressed, so a new character doesn't add one byte.
 constexpr std::size_t kShortestCompressed = 3;
 constexpr char16_t kFilling = u'.';
 
@@ -22,7 +22,7 @@ bool isTrue(const runtime::Variant& value) {
   return flag != nullptr && *flag;
 }
 
-/// Characters by which the text may grow, a byte each; 0 where it wouldn't grow so.
+/// Number of characters by which the text may grow, one byte each; 0 where they would take more.
 std::size_t growth(const runtime::Variant& value, std::size_t longest) {
   const auto* text = std::get_if<std::u16string>(&value.get());
   if (text == nullptr || text->size() < kShortestCompressed || text->size() >= longest) return 0;
@@ -31,7 +31,7 @@ std::size_t growth(const runtime::Variant& value, std::size_t longest) {
   return bytes ? longest - text->size() : 0;
 }
 
-/// The value's bytes; absent where it is of another kind than the column, or too long for it.
+/// The value's bytes; nullopt where it has another type than the column, or is too long for it.
 std::optional<jet::Bytes> checkedBytes(jet::Version version, const jet::ColumnDefinition& column,
                                        const runtime::Variant& value) {
   try {
@@ -48,20 +48,20 @@ std::optional<jet::Bytes> checkedBytes(jet::Version version, const jet::ColumnDe
 
 }  // namespace
 
-RowLayer::RowLayer(PageSpace& space, Table& table, std::uint32_t definitionPage,
-                   const jet::TableDefinition& definition)
+RowWriter::RowWriter(PageSpace& space, Table& table, std::uint32_t definitionPage,
+                     const jet::TableDefinition& definition)
     : space_(space), table_(table), definitionPage_(definitionPage), definition_(definition) {
   for (const jet::LongValueMaps& maps : definition.longValueMaps)
     longValues_.emplace_back(space, maps);
   if (table.fillColumn() && space.version() == jet::Version::Jet3)
-    throw std::invalid_argument("only Jet 4 stores have pages filled");
-  // Filling a page writes rows anew, which would leave the first copy of a long value behind.
+    throw std::invalid_argument("pages can be filled in Jet 4 stores only");
+  // Filling a page writes rows again, which would leave the first copy of a long value in the file.
   if (table.fillColumn() && !longValues_.empty())
-    throw std::invalid_argument("a table with memo or OLE columns has no pages filled");
+    throw std::invalid_argument("pages of a table with memo or OLE columns can't be filled");
 }
 
-jet::Bytes RowLayer::storedValue(const jet::ColumnDefinition& column,
-                                 const runtime::Variant& value) {
+jet::Bytes RowWriter::storedValue(const jet::ColumnDefinition& column,
+                                  const runtime::Variant& value) {
   std::optional<jet::Bytes> stored = checkedBytes(space_.version(), column, value);
   if (!stored)
     throw std::invalid_argument("column " + runtime::toUtf8(column.name) + " of " +
@@ -70,7 +70,7 @@ jet::Bytes RowLayer::storedValue(const jet::ColumnDefinition& column,
   return std::ranges::find(longValues_, column.number, &LongValueWriter::column)->write(*stored);
 }
 
-jet::Bytes RowLayer::encodeRow(std::size_t row, Extent extent) {
+jet::Bytes RowWriter::encodeRow(std::size_t row, Extent extent) {
   const std::vector<runtime::Variant>& values = table_.rows()[row].values;
   jet::RowParts parts;
   parts.columnCount = definition_.maxColumns;
@@ -98,17 +98,17 @@ jet::Bytes RowLayer::encodeRow(std::size_t row, Extent extent) {
   return bytes;
 }
 
-void RowLayer::openPage() {
+void RowWriter::openPage() {
   pages_.push_back(space_.allocate());
   space_.put(pages_.back(), jet::DataPageEditor::newPage(space_.layout(), definitionPage_));
   rowsOfPage_.clear();
 }
 
-void RowLayer::lay(std::size_t row) {
+void RowWriter::writeRow(std::size_t row) {
   const Placement placement = table_.rows()[row].placement;
   const bool moved = placement == Placement::Moved;
-  // A row that grew too long for its page left its old, shorter bytes behind.
-  const jet::Bytes bytes = encodeRow(row, moved ? Extent::FixedOnly : Extent::Whole);
+  // A row that grew too long for its page has left its old, shorter bytes there.
+  const jet::Bytes bytes = encodeRow(row, moved ? Extent::FixedOnly : Extent::Full);
   if (pages_.empty() || !jet::DataPageEditor(space_.layout(), space_.page(pages_.back()), {})
                              .hasRoomFor(bytes.size())) {
     if (!pages_.empty()) fillPage();
@@ -117,13 +117,13 @@ void RowLayer::lay(std::size_t row) {
   jet::DataPageEditor editor(space_.layout(), space_.page(pages_.back()), {});
   const jet::SlotNumber slot =
       editor.add(bytes, moved ? jet::SlotMark::Pointer : jet::SlotMark::Row).value();
-  places_.push_back({jet::PageNumber(pages_.back()), slot});
+  pointers_.push_back({jet::PageNumber(pages_.back()), slot});
   if (placement == Placement::Plain) rowsOfPage_.push_back(row);
   if (placement == Placement::Deleted) editor.markDeleted(slot);
 }
 
 /// Lengthens texts of the page's rows until the page has no byte left.
-void RowLayer::fillPage() {
+void RowWriter::fillPage() {
   if (!table_.fillColumn()) return;
   const std::size_t fill = table_.columnIndex(*table_.fillColumn());
   for (const std::size_t row : rowsOfPage_) {
@@ -133,32 +133,32 @@ void RowLayer::fillPage() {
         std::min(editor.freeBytes(), growth(value, table_.columns()[fill].length));
     if (more == 0) continue;
     value = std::get<std::u16string>(value.get()) + std::u16string(more, kFilling);
-    editor.replace(places_[row].slot, encodeRow(row, Extent::Whole), jet::SlotMark::Row);
+    editor.replace(pointers_[row].slot, encodeRow(row, Extent::Full), jet::SlotMark::Row);
   }
 }
 
-/// Lays the body of a moved row on the last page and makes its slot point there.
-void RowLayer::layBody(std::size_t row) {
-  const jet::Bytes bytes = encodeRow(row, Extent::Whole);
+/// Writes the body of a moved row to the last page and makes its slot point there.
+void RowWriter::writeBody(std::size_t row) {
+  const jet::Bytes bytes = encodeRow(row, Extent::Full);
   if (!jet::DataPageEditor(space_.layout(), space_.page(pages_.back()), {})
            .hasRoomFor(bytes.size()))
     openPage();
   jet::DataPageEditor last(space_.layout(), space_.page(pages_.back()), {});
   const jet::RowPointer body{jet::PageNumber(pages_.back()),
                              last.add(bytes, jet::SlotMark::Body).value()};
-  jet::DataPageEditor home(space_.layout(), space_.page(places_[row].page), {});
-  const jet::ByteView old = home.bytes(places_[row].slot);
+  jet::DataPageEditor home(space_.layout(), space_.page(pointers_[row].page), {});
+  const jet::ByteView old = home.bytes(pointers_[row].slot);
   jet::Bytes pointer(old.begin(), old.end());
   jet::putU32(pointer, 0, body.pack());
-  home.replace(places_[row].slot, pointer, jet::SlotMark::Pointer);
+  home.replace(pointers_[row].slot, pointer, jet::SlotMark::Pointer);
 }
 
-void RowLayer::layAll() {
-  for (std::size_t row = 0; row < table_.rows().size(); ++row) lay(row);
+void RowWriter::writeAll() {
+  for (std::size_t row = 0; row < table_.rows().size(); ++row) writeRow(row);
   for (std::size_t row = 0; row < table_.rows().size(); ++row)
-    if (table_.rows()[row].placement == Placement::Moved) layBody(row);
+    if (table_.rows()[row].placement == Placement::Moved) writeBody(row);
   space_.writeMap(definition_.ownedPages, pages_);
-  space_.writeMap(definition_.freePages, space_.roomy(pages_));
+  space_.writeMap(definition_.freePages, space_.withRoom(pages_));
   for (LongValueWriter& values : longValues_) values.finish();
 }
 

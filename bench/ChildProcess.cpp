@@ -28,7 +28,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& words,
   posix_spawn_file_actions_init(&files);
   for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
     posix_spawn_file_actions_addopen(&files, descriptor, "/dev/null", O_RDWR, 0);
-  // A descriptor that is laid onto itself loses the mark by which it would be closed.
+  // Duplicating a descriptor onto itself clears its close-on-exec flag.
   if (inherited >= 0) posix_spawn_file_actions_adddup2(&files, inherited, inherited);
   const int failure = posix_spawnp(&pid_, words[0].c_str(), &files, nullptr,
                                    pointersTo(words).data(), pointersTo(environment).data());

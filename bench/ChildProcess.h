@@ -8,11 +8,12 @@
 
 namespace bench {
 
-/// A started program, which ends with this object.
+/// A started program; the destructor ends it.
 class ChildProcess {
  public:
-  /// Starts `words[0]`, sought on the search path, with just this environment. It says nothing on
-  /// this program's output, and inherits the one descriptor, if any, under its own number.
+  /// Starts `words[0]`, looked up on the search path, with exactly this environment. The standard
+  /// streams are the null device; the program inherits the descriptor `inherited`, if there is one,
+  /// under the same number.
   ChildProcess(const std::vector<std::string>& words, const std::vector<std::string>& environment,
                int inherited = -1);
   ~ChildProcess();
@@ -20,14 +21,14 @@ class ChildProcess {
   ChildProcess& operator=(const ChildProcess&) = delete;
 
   bool running() const;
-  /// Bytes of the most memory that it had at one time so far.
+  /// Peak memory of the program so far, in bytes.
   double peakMemory() const;
 
  private:
   pid_t pid_ = -1;
 };
 
-/// Peak memory of any process, itself "self".
+/// Peak memory of a process in bytes; "self" for this one.
 double peakMemoryOf(const std::string& process);
 
 }  // namespace bench

@@ -55,7 +55,7 @@ Desktop::Desktop() {
   std::array<int, 2> ends{};
   if (::pipe(ends.data()) != 0)
     throw std::system_error(errno, std::generic_category(), "the display's pipe");
-  // The server takes the first number that is free and tells it.
+  // The server takes the first free display number and writes it to the pipe.
   server_ = std::make_unique<ChildProcess>(
       std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(ends[1]), "-screen", "0",
                                kScreen, "-dpi", "96", "-ac", "-nolisten", "tcp", "-noreset"},
@@ -89,7 +89,7 @@ void Desktop::connect() {
   if (xcb_connection_has_error(connection_.get()) != 0)
     throw std::runtime_error("the virtual display does not answer");
   root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_.get())).data->root;
-  // Away from the windows, so that nothing shows a hover.
+  // Moves the pointer away from the windows, so that no control shows its hover state.
   constexpr std::int16_t kFar = 4000;
   xcb_warp_pointer(connection_.get(), XCB_NONE, root_, 0, 0, 0, 0, kFar, kFar);
   xcb_flush(connection_.get());

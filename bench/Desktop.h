@@ -13,7 +13,7 @@ struct xcb_connection_t;
 
 namespace bench {
 
-/// A virtual display with a window manager, and an eye on what it shows.
+/// A virtual display with a window manager, whose pixels can be read.
 class Desktop {
  public:
   Desktop();
@@ -21,15 +21,14 @@ class Desktop {
   Desktop(const Desktop&) = delete;
   Desktop& operator=(const Desktop&) = delete;
 
-  /// What a program that is to show itself here needs: an environment without the user's own ways.
+  /// The environment for a program on this display, without the user's own settings.
   std::vector<std::string> environment() const;
 
   /// The user's configuration folder in that environment.
   const std::filesystem::path& configuration() const { return folder_.path(); }
 
   using Pixels = std::vector<std::uint8_t>;
-  /// The lines of pixels at these heights, from the left edge to `width`, as the display shows
-  /// them.
+  /// The pixel rows of the display at these heights, from the left edge to `width`.
   Pixels lines(const std::vector<std::int16_t>& heights, std::uint16_t width) const;
 
  private:
@@ -47,8 +46,8 @@ class Desktop {
   std::uint32_t root_ = 0;
 };
 
-/// Waits until the condition holds, asking each millisecond. Raises an error that says what it
-/// waited for when it doesn't within 20 seconds.
+/// Waits until the condition holds, checking it each millisecond. After 20 seconds raises an error
+/// with the text `what`.
 void waitUntil(const std::function<bool()>& condition, const std::string& what);
 
 }  // namespace bench

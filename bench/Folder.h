@@ -4,7 +4,7 @@
 
 namespace bench {
 
-/// A folder of its own, which goes at the end.
+/// A new temporary folder; the destructor removes it.
 class Folder {
  public:
   explicit Folder(const std::filesystem::path& parent = std::filesystem::temp_directory_path());

@@ -6,7 +6,7 @@
 
 namespace bench {
 
-/// What two pieces of work take, in seconds or bytes: the medians of their runs.
+/// The cost of two pieces of work, in seconds or bytes: the medians of their runs.
 struct Medians {
   double ours = 0;
   double peer = 0;
@@ -15,25 +15,25 @@ struct Medians {
 double secondsOf(const std::function<void()>& work);
 double median(std::vector<double> values);
 
-/// Runs both so many times, in turns, so that both meet the same machine; each run tells what it
-/// took. The first run of each doesn't count.
+/// Runs both `rounds` times, alternating, so that both run under the same conditions. Each run
+/// returns its cost. The first run of each doesn't count.
 Medians measure(int rounds, const std::function<double()>& ours,
                 const std::function<double()>& peer);
 
 std::string milliseconds(double seconds);
 std::string megabytes(double bytes);
 
-/// One line of the table: name, ours, the peer's, their ratio, the most that it may be, ok or
-/// short; tabs between. `bench/run` makes the table of them.
+/// Prints one row of the table, separated by tabs: name, ours, the peer's, their ratio, the
+/// greatest ratio that meets the aim, and "ok" or "short". `bench/run` formats the table.
 void printRow(const std::string& name, const std::string& ours, const std::string& peer,
               double ratio, double aim);
-/// The line of a measurement that failed.
+/// Prints the row of a measurement that failed.
 void printFailure(const std::string& name, double aim, const std::string& why);
 
-/// Measures the seconds of both and prints the line.
+/// Measures the seconds of both and prints the row.
 void compare(const std::string& name, double aim, int rounds, const std::function<void()>& ours,
              const std::function<void()>& peer);
-/// The same for runs that tell themselves which part of them counts, in seconds.
+/// The same for runs that return the seconds of the part that counts.
 void compareParts(const std::string& name, double aim, int rounds,
                   const std::function<double()>& ours, const std::function<double()>& peer);
 

@@ -42,7 +42,7 @@ void execute(const Database& database, const std::string& text) {
     throw std::runtime_error(text + ": " + sqlite3_errmsg(database.get()));
 }
 
-/// Letter case doesn't count in the store, so it doesn't here.
+/// The column's definition. The store compares texts without regard to case, so this does too.
 std::string columnWords(const Table& table, const Column& column) {
   std::string words = runtime::toUtf8(column.name);
   const bool isKey = !table.indexes().empty() && table.indexes()[0].primary &&
@@ -61,20 +61,20 @@ std::string createTable(const Table& table) {
 
 class Binder {
  public:
-  Binder(sqlite3_stmt* statement, int place) : statement_(statement), place_(place) {}
+  Binder(sqlite3_stmt* statement, int index) : statement_(statement), index_(index) {}
 
-  void operator()(runtime::Null) const { sqlite3_bind_null(statement_, place_); }
-  void operator()(bool value) const { sqlite3_bind_int(statement_, place_, value ? -1 : 0); }
-  void operator()(std::uint8_t value) const { sqlite3_bind_int(statement_, place_, value); }
-  void operator()(std::int16_t value) const { sqlite3_bind_int(statement_, place_, value); }
-  void operator()(std::int32_t value) const { sqlite3_bind_int(statement_, place_, value); }
-  void operator()(float value) const { sqlite3_bind_double(statement_, place_, value); }
-  void operator()(double value) const { sqlite3_bind_double(statement_, place_, value); }
+  void operator()(runtime::Null) const { sqlite3_bind_null(statement_, index_); }
+  void operator()(bool value) const { sqlite3_bind_int(statement_, index_, value ? -1 : 0); }
+  void operator()(std::uint8_t value) const { sqlite3_bind_int(statement_, index_, value); }
+  void operator()(std::int16_t value) const { sqlite3_bind_int(statement_, index_, value); }
+  void operator()(std::int32_t value) const { sqlite3_bind_int(statement_, index_, value); }
+  void operator()(float value) const { sqlite3_bind_double(statement_, index_, value); }
+  void operator()(double value) const { sqlite3_bind_double(statement_, index_, value); }
   void operator()(runtime::Date value) const {
-    sqlite3_bind_double(statement_, place_, value.days);
+    sqlite3_bind_double(statement_, index_, value.days);
   }
   void operator()(runtime::Currency value) const {
-    sqlite3_bind_double(statement_, place_, static_cast<double>(value.tenThousandths) / 10000);
+    sqlite3_bind_double(statement_, index_, static_cast<double>(value.tenThousandths) / 10000);
   }
   void operator()(const std::u16string& value) const { text(value); }
   void operator()(const runtime::Decimal& value) const { text(value.digits); }
@@ -86,15 +86,15 @@ class Binder {
  private:
   void text(const std::u16string& value) const {
     const std::string utf8 = runtime::toUtf8(value);
-    sqlite3_bind_text(statement_, place_, utf8.data(), static_cast<int>(utf8.size()),
+    sqlite3_bind_text(statement_, index_, utf8.data(), static_cast<int>(utf8.size()),
                       SQLITE_TRANSIENT);
   }
   void bytes(const void* data, std::size_t size) const {
-    sqlite3_bind_blob(statement_, place_, data, static_cast<int>(size), SQLITE_TRANSIENT);
+    sqlite3_bind_blob(statement_, index_, data, static_cast<int>(size), SQLITE_TRANSIENT);
   }
 
   sqlite3_stmt* statement_;
-  int place_;
+  int index_;
 };
 
 void insertRows(const Database& database, const Table& table) {

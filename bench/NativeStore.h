@@ -10,18 +10,18 @@
 namespace bench {
 
 /// Writes the store's tables, rows, indexes and saved query qrySalesitems (of the ordinary shop)
-/// as a native SQLite file: the peer that our own reading is measured beside.
+/// as a native SQLite file: the peer for measuring our own reading.
 void writeNative(const std::filesystem::path& path, makestore::StoreBuilder& store);
 
 /// Opens the native file, runs the statement, reads all columns of all rows as text, and closes it.
-/// Gives the number of rows.
+/// Returns the number of rows.
 int readNative(const std::filesystem::path& path, const std::string& statement);
 
-/// Takes the fields of one row as text.
+/// Called with the fields of one row as text.
 using FieldsOfRow = std::function<void(std::span<const std::u16string>)>;
 
-/// The same with fields that are found by name, letter case aside, in each row, as the screens find
-/// them: the peer of `readStoreFields`.
+/// The same, but finds the fields by name in each row, without regard to case, as the screens do:
+/// the peer of `readStoreFields`.
 int readNativeFields(const std::filesystem::path& path, const std::string& statement,
                      std::span<const char* const> names, const FieldsOfRow& use);
 

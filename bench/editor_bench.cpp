@@ -1,6 +1,6 @@
-// The levelled editor's own work, measured in one process off screen: refilling the item list
-// beside a bare list that is filled from a native database, a level change beside plain reading of
-// the same files, a save beside plain writing of the same files.
+// Measures the levelled editor's own work in one process off screen: refilling the item list
+// against a bare list that is filled from a native database, a level change against plain reading
+// of the same files, a save against plain writing of the same files.
 
 #include <QApplication>
 #include <QComboBox>
@@ -45,13 +45,13 @@ Widget& control(const char* name) {
   throw std::runtime_error(std::string("no ") + name + " on the screen");
 }
 
-/// The user picks an entry of a drop-down list.
+/// Chooses an entry of a drop-down list as the user does.
 void pick(QComboBox& box, int entry) {
   box.setCurrentIndex(entry);
   box.activated(entry);
 }
 
-/// Everything that is due happens, paint and all.
+/// Handles all pending events, paint events too.
 void settle() {
   QCoreApplication::processEvents();
 }
@@ -66,7 +66,7 @@ class PlainList {
   PlainList(fs::path native, const std::u16string& department) : native_(std::move(native)) {
     std::u16string text(statements::kItemsOfDepartmentHead);
     text.append(department).append(statements::kItemsOfDepartmentTail);
-    // What stands in double quotes is a name for SQLite.
+    // SQLite takes a text in double quotes for a name.
     text.replace(text.find(u"\"\""), 2, u"''");
     statement_ = QString::fromStdU16String(text).toStdString();
     view_.setUniformItemSizes(true);
@@ -124,7 +124,7 @@ fs::path layoutOf(const fs::path& posdata, int level) {
   return posdata / ("FastMovers" + std::to_string(level) + ".txt");
 }
 
-/// The keys are painted between the changes, which doesn't count.
+/// The keys are painted between the changes, outside of the measured time.
 void measureLevels(const fs::path& posdata) {
   auto& levels = control<QComboBox>("cbLevel");
   const auto& lastKey = control<QWidget>("MyButton1(62)");
@@ -150,7 +150,7 @@ void measureLevels(const fs::path& posdata) {
       });
 }
 
-/// The editor's save up to the notice, which shows for three quarters of a second.
+/// Saves as the editor does, without the notice, which shows for three quarters of a second.
 class SavingEditor : public frmMain {
  public:
   void save() {
@@ -179,7 +179,7 @@ void measureSave(const fs::path& posdata) {
 int main() {
   try {
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    // On the disk of the build: the temporary folder may be one in memory.
+    // On the disk of the build, since the temporary folder may be in memory.
     const bench::Folder shop(fs::read_symlink("/proc/self/exe").parent_path());
     makestore::ShopOrder order;
     order.slots = kProducts;

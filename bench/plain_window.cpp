@@ -1,5 +1,5 @@
-// The peer of the editor's start: a bare window of the toolkit, as large, with so many plain push
-// buttons and a list of so many plain rows, laid out like the editor's keys and item list.
+// The peer of the editor's start: a bare window of the toolkit of the same size, with BUTTONS plain
+// push buttons and a list of ROWS plain rows, laid out like the editor's keys and item list.
 //
 //   plain_window BUTTONS ROWS
 

@@ -1,8 +1,8 @@
-// The program's start, measured from outside: from the start of the process to the first frame on
-// the screen, and the memory taken by then, beside a bare window of the toolkit with as many plain
-// buttons and rows. Both run on a virtual display with a window manager, in turns.
+// Measures the program's start from outside: the time from the start of the process to the first
+// frame on the screen, and the memory used by then, against a bare window of the toolkit with as
+// many plain buttons and rows. Both run on a virtual display with a window manager, alternating.
 //
-//   startup_bench [FOLDER]     the built programs lie there, by default in the folder above its own
+//   startup_bench [FOLDER]     folder of the built programs, by default the parent of its own
 
 #include <algorithm>
 #include <chrono>
@@ -29,21 +29,21 @@ constexpr double kMost = 1.3;
 constexpr const char* kStart = "start to the first frame, 2,000 products, beside a bare window";
 constexpr const char* kMemory = "peak memory at the first frame, beside a bare window";
 
-/// A finished frame is known by lines through the captions of the second and the last row of keys,
-/// and through the last rows of the list. No line meets the focus mark.
+/// A finished frame is recognised by pixel rows through the captions of the second and the last row
+/// of keys, and through the last rows of the list. None of them crosses the focus mark.
 const std::vector<std::int16_t> kLines{150, 155, 160, 495, 500, 505, 640, 645, 650};
 constexpr std::uint16_t kWidth = 960;
 
-/// A program whose start is watched.
+/// A program whose start is measured.
 class Start {
  public:
   Start(const bench::Desktop& desktop, std::vector<std::string> words)
       : desktop_(desktop), words_(std::move(words)) {}
 
-  /// Seconds from the start of the process to the whole first frame on the screen.
+  /// Seconds from the start of the process to the complete first frame on the screen.
   double seconds() {
     if (finished_.empty()) finished_ = settled();
-    awaitGround();
+    awaitEmptyScreen();
     std::unique_ptr<bench::ChildProcess> program;
     const double seconds = bench::secondsOf([&] {
       program = std::make_unique<bench::ChildProcess>(words_, desktop_.environment());
@@ -58,30 +58,30 @@ class Start {
  private:
   bench::Desktop::Pixels look() const { return desktop_.lines(kLines, kWidth); }
 
-  /// The screen without a window is of one colour.
-  static bool isGround(const bench::Desktop::Pixels& pixels) {
+  /// True for the screen without a window, which has one colour.
+  static bool isEmptyScreen(const bench::Desktop::Pixels& pixels) {
     return std::ranges::count(pixels, pixels.front()) == std::ssize(pixels);
   }
-  void awaitGround() const {
-    bench::waitUntil([this] { return isGround(look()); }, "the empty screen");
+  void awaitEmptyScreen() const {
+    bench::waitUntil([this] { return isEmptyScreen(look()); }, "the empty screen");
   }
 
-  /// What the screen shows when nothing changes any more.
+  /// The pixels of the screen once they no longer change.
   bench::Desktop::Pixels settled() const {
     constexpr int kStill = 10;
-    awaitGround();
+    awaitEmptyScreen();
     const bench::ChildProcess program(words_, desktop_.environment());
     bench::Desktop::Pixels shown;
     int still = 0;
-    const auto standsStill = [&] {
+    const auto isStill = [&] {
       if (!program.running()) throw std::runtime_error(words_[0] + " has ended");
       std::this_thread::sleep_for(std::chrono::milliseconds(50));
       const bench::Desktop::Pixels now = look();
-      still = now == shown && !isGround(now) ? still + 1 : 0;
+      still = now == shown && !isEmptyScreen(now) ? still + 1 : 0;
       shown = now;
       return still == kStill;
     };
-    bench::waitUntil(standsStill, "a finished window");
+    bench::waitUntil(isStill, "a finished window");
     return shown;
   }
 

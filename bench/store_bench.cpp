@@ -1,7 +1,7 @@
-// The store database, measured: reading beside a native database of the same rows and beside an
-// independent exporter, adding a product beside itself on a small store.
+// Measures the store database: reading, against a native database with the same rows and against an
+// independent exporter; adding a product, against adding one to a small store.
 //
-//   store_bench [FOLDER]       the stores are made there, by default in the temporary folder
+//   store_bench [FOLDER]       folder for the stores, by default the temporary folder
 
 #include <unistd.h>
 
@@ -35,7 +35,7 @@ using bench::compare;
 constexpr int kSlots = 50000;
 constexpr int kProducts = 40000;
 constexpr int kFewSlots = 5000;
-/// Stores to add products to have so many free slots, spread over all ids.
+/// Number of free slots, spread over all ids, in the stores to which products are added.
 constexpr int kFreeSlots = 250;
 constexpr int kAdds = 100;
 constexpr int kCountedAdds = 100;
@@ -43,7 +43,7 @@ constexpr double kMostPages = 24;
 constexpr double kMostRepeatedReads = 20;
 constexpr const char* kItemsNative =
     "SELECT ID,DESCRIPTION,barcode from qrySalesitems where description <> '' order by description";
-/// What a process of its own does with a file: reads all items and prints its peak memory, or reads
+/// Arguments of a child process: it reads all items of a file and prints its peak memory, or reads
 /// the items of a small shop and prints the seconds.
 constexpr const char* kChildWord = "--read-items";
 constexpr const char* kFirstWord = "--first-session";
@@ -95,8 +95,8 @@ void measureReading(const fs::path& store, const fs::path& native) {
        department.append(u"Bakery").append(statements::kDepartmentByNameTail), 1);
 }
 
-/// The number that a process of its own prints: this program with these words.
-double toldByChild(const std::string& word, const fs::path& file) {
+/// Runs this program with these arguments in a child process and returns the number that it prints.
+double numberOfChild(const std::string& word, const fs::path& file) {
   const std::string command =
       "'" + fs::read_symlink("/proc/self/exe").string() + "' " + word + " '" + file.string() + "'";
   FILE* const child = popen(command.c_str(), "r");
@@ -110,16 +110,16 @@ double toldByChild(const std::string& word, const fs::path& file) {
 void measureFirstSession(const fs::path& store, const fs::path& native) {
   bench::compareParts(
       "first session of a process on 2,000 products, beside native SQLite's first", 2, 60,
-      [&] { return toldByChild(kFirstWord, store); },
-      [&] { return toldByChild(kFirstNativeWord, native); });
+      [&] { return numberOfChild(kFirstWord, store); },
+      [&] { return numberOfChild(kFirstNativeWord, native); });
 }
 
-/// Reads all items in a process of its own. A child's own count would begin with what this process
-/// has, so it tells its peak itself.
+/// Reads all items in a child process, which prints its own peak memory: the system's count for a
+/// forked child would begin with the memory of this process.
 void measureMemory(const fs::path& store) {
   const std::string name = "peak memory for all items of 50,000 slots, beside the file's size";
   try {
-    const double peak = toldByChild(kChildWord, store);
+    const double peak = numberOfChild(kChildWord, store);
     const auto size = static_cast<double>(fs::file_size(store));
     bench::printRow(name, bench::megabytes(peak), bench::megabytes(size), peak / size, 2);
   } catch (const std::exception& error) {
@@ -135,7 +135,8 @@ void writeStoreToFill(const fs::path& path, int slots) {
   makestore::shopStore(order).write(path);
 }
 
-/// Adds one product of a running number, so that the names fall everywhere into the index.
+/// Adds one product; the number varies the name's first letter, so that the names spread over the
+/// index.
 void addNext(const fs::path& store, int& number) {
   const std::string name =
       "abcdefghijklmnopqrstuvwxyz"[number * 7 % 26] + std::string("dded ") + std::to_string(number);
@@ -143,7 +144,7 @@ void addNext(const fs::path& store, int& number) {
   bench::addProduct(store, runtime::fromUtf8(name));
 }
 
-/// Steps of a kind that the work takes on files.
+/// Number of file steps of a kind in the work.
 int stepsOf(files::FileStep::Kind kind, const std::function<void()>& work) {
   int steps = 0;
   files::setFaultSeam([&](const files::FileStep& step) {
@@ -155,7 +156,7 @@ int stepsOf(files::FileStep::Kind kind, const std::function<void()>& work) {
   return steps;
 }
 
-/// Prints the line of a number of pages.
+/// Prints the row of a number of pages.
 void printPages(const std::string& name, double limit, const std::function<int()>& count) {
   try {
     const int pages = count();

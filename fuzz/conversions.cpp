@@ -1,4 +1,4 @@
-// Numeric texts and the code page: each text becomes a number or one of the two errors.
+// Numeric texts and the code page: every text yields a number or one of the two errors.
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -30,7 +30,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       [&] {
         const std::int16_t narrow = runtime::toInteger(text);
         const std::int32_t wide = runtime::toLong(text);
-        // "&H9550" is a pattern of bits: its top one is a sign in 16 bits alone.
+        // "&H9550" is a bit pattern: its top bit is the sign in 16 bits, but not in 32.
         const bool isPattern = text.find(u'&') != text.npos;
         if (isPattern ? static_cast<std::int16_t>(wide) != narrow : wide != narrow)
           __builtin_trap();

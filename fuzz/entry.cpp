@@ -1,5 +1,5 @@
-// What another program drops on a key: the text comes apart into an item in both editors, or ends
-// the program with one of three errors and the key untouched.
+// A text that another program drops on a key: in both editors it is split into an item, or ends the
+// program with one of three errors and the key unchanged.
 #include <stdlib.h>
 #include <unistd.h>
 
@@ -25,7 +25,7 @@
 #include "shared/mdOpenDatabase.h"
 #include "support/TestHost.h"
 
-// What the font library keeps until the process ends is no leak of ours.
+// The font library keeps memory until the process ends; that is no leak of ours.
 extern "C" const char* __lsan_default_suppressions() {
   return "leak:libfontconfig\n";
 }
@@ -36,7 +36,7 @@ constexpr qsizetype kLevelledId = 130;
 constexpr qsizetype kLevelledDescription = 30;
 constexpr qsizetype kLargeId = 10;
 
-void demand(bool holds) {
+void require(bool holds) {
   if (!holds) __builtin_trap();
 }
 
@@ -86,14 +86,14 @@ int drop(support::TestHost& host, QWidget& key, const QMimeData& data) {
   QCoreApplication::sendEvent(&key, &enter);
   QDropEvent event(at, Qt::MoveAction, &data, Qt::NoButton, Qt::NoModifier);
   QCoreApplication::sendEvent(&key, &event);
-  demand(event.isAccepted());
+  require(event.isAccepted());
   const int number = host.failures.empty() ? 0 : host.failures.front().number();
-  demand(number == 0 || number == 5 || number == 6 || number == 13);
-  demand(number == 0 || key.accessibleName() == before);
+  require(number == 0 || number == 5 || number == 6 || number == 13);
+  require(number == 0 || key.accessibleName() == before);
   return number;
 }
 
-/// What a screen reader calls key 7 with this caption.
+/// The accessible name of key 7 with this caption.
 QString nameFor(const QString& caption) {
   return caption.isEmpty() ? QStringLiteral("Key 7") : caption;
 }
@@ -105,18 +105,18 @@ bool hasOuterBlanks(const QString& text) {
 void dropOnBoth(Editors& editors, const QMimeData& data) {
   const QString text = data.text();
   const int levelled = drop(editors.host, *editors.levelledKey, data);
-  demand((levelled == 5) == (text.size() < kLevelledId));
+  require((levelled == 5) == (text.size() < kLevelledId));
   if (levelled == 0) {
     const QString name = editors.levelledKey->accessibleName();
-    demand(!hasOuterBlanks(name));
-    demand(name == nameFor({}) || text.left(kLevelledDescription).contains(name));
+    require(!hasOuterBlanks(name));
+    require(name == nameFor({}) || text.left(kLevelledDescription).contains(name));
     const QString id = editors.lastId->text();
-    demand(QString::number(id.toShort()) == id);
+    require(QString::number(id.toShort()) == id);
   }
   const int large = drop(editors.host, *editors.largeKey, data);
-  demand(large != 5 || text.size() < kLargeId);
-  demand(large != 0 || (text.size() >= kLargeId &&
-                        editors.largeKey->accessibleName() == nameFor(text.mid(kLargeId))));
+  require(large != 5 || text.size() < kLargeId);
+  require(large != 0 || (text.size() >= kLargeId &&
+                         editors.largeKey->accessibleName() == nameFor(text.mid(kLargeId))));
 }
 
 }  // namespace
@@ -124,11 +124,11 @@ void dropOnBoth(Editors& editors, const QMimeData& data) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static Editors& editors = *new Editors;
   const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-  QMimeData asItStands;
-  asItStands.setData("text/plain", bytes);
-  dropOnBoth(editors, asItStands);
+  QMimeData plain;
+  plain.setData("text/plain", bytes);
+  dropOnBoth(editors, plain);
 
-  // Entries in either form, of a description and an id after the first line end.
+  // Entries in both forms, with the first line as description and the rest as id.
   const qsizetype end = bytes.indexOf('\n');
   if (end < 0) return 0;
   QMimeData entry;

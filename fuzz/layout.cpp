@@ -1,4 +1,4 @@
-// The readers of layout files: lines by the reader's rule, fields asked for in their order.
+// The readers of layout files: lines by the reader's line rule, then the fields in their order.
 #include <unistd.h>
 
 #include <cstddef>
@@ -27,7 +27,7 @@ void readAll(std::u16string_view path) {
     record.BackColour = line.BackColour();
     record.ProductId = runtime::trim(line.ProductId());
     static_cast<void>(line.FontColour());
-    // What the reader took, the writer writes and the reader takes again.
+    // The reader reads a record back as the writer wrote it.
     const layoutdata::KeyLine again(layoutdata::toLine(record));
     if (again.Caption() != record.Caption || again.ProductId() != record.ProductId ||
         again.BackColour() != record.BackColour)

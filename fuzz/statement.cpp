@@ -1,4 +1,4 @@
-// A statement of the store's dialect, run on a little store.
+// A statement of the store's dialect, run on a small store.
 #include <unistd.h>
 
 #include <cstddef>
@@ -68,7 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       }
     }
   } catch (const runtime::RunTimeError& fault) {
-    // A statement that was understood must also be one that SQLite understands.
+    // SQLite must accept the text of every statement that was parsed and bound.
     for (const std::u16string_view words :
          {u"no such", u"syntax error", u"ambiguous", u"incomplete", u"misuse", u"datatype"}) {
       if (fault.text().find(words) != std::u16string::npos) __builtin_trap();

@@ -1,5 +1,5 @@
-// A store database: opened, its catalog, every table by a scan and by each index, every saved
-// query, and one change of a row that has a text.
+// A complete store database: opens it and reads the catalog and every table, by a scan and by each
+// index; runs every saved query, and changes one row that has a text.
 #include <unistd.h>
 
 #include <cstddef>
@@ -59,7 +59,7 @@ void changeOneRow(jetsql::Session& session, const jet::Table& table) {
   }
 }
 
-/// Runs a saved query; one that can't run is an error of its own, and no obstacle for the others.
+/// Runs a saved query. The error of one that can't run is ignored, so that the others run too.
 void runQuery(jetsql::Session& session, const std::u16string& name) {
   try {
     static_cast<void>(session.run(u"select * from [" + name + u"]"));

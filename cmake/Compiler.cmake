@@ -12,7 +12,7 @@ else()
     -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -D_GLIBCXX_ASSERTIONS)
   add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack)
 endif()
-# The fuzzer is led by what the whole program runs, not by the targets alone.
+# All libraries are instrumented, so that the fuzzer is guided by their coverage too.
 if(KEYSTRAND_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
-# Lays a demo shop out: a program folder as a shop has it, and a settings folder of its own.
+# Creates a demo shop: a program folder as a shop has it, and a settings folder of its own.
 #
 #   demo.sh BUILD-FOLDER DEMO-FOLDER
 #
-# What is there already stays as it is; only the program file is renewed.
+# Existing files stay as they are, except for the program file, which is replaced.
 set -euo pipefail
 build=$1 demo=$2
 
 mkdir -p "$demo/Posdata" "$demo/Stores/Demo" "$demo/settings/program-settings"
-# A running program keeps its file: the new one takes the name, not the place.
+# The file of a running program can't be overwritten, but another file can be renamed over it.
 cp "$build/keystrand" "$demo/keystrand.new"
 mv "$demo/keystrand.new" "$demo/keystrand"
 
@@ -21,7 +21,7 @@ fi
 if [ ! -e "$demo/tavenor_comms.exe" ]; then
   cat >"$demo/tavenor_comms.exe" <<'END'
 #!/bin/sh
-# Stands in for the communications program: notes when it was started and which orders it found.
+# Stands in for the communications program: logs when it was started and the settings that it found.
 folder=$(dirname "$0")
 {
   date '+%Y-%m-%d %H:%M:%S started; the settings hold:'

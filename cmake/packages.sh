@@ -1,7 +1,7 @@
-# The Debian packages that the project needs, and a word to install those that are missing.
+# The Debian packages that the project needs, and a function that installs those that are missing.
 # Sourced by ./run, ./test and the other scripts.
 #
-#   need_packages PACKAGE...   installs the missing ones, as root or through sudo; says what it does
+#   need_packages PACKAGE...   prints the missing ones and installs them, as root or through sudo
 
 # To build the program, and to show its screens.
 build_packages=(g++ cmake ninja-build qt6-base-dev libsqlite3-dev fonts-liberation)
@@ -34,7 +34,7 @@ need_packages() {
       -o Dpkg::Use-Pty=0 "${missing[@]}" >/dev/null
 }
 
-# Compiles through ccache where it is there and nothing else is wished for.
+# Compile through ccache where it is installed, unless the caller has chosen a launcher.
 if [ -z "${CMAKE_CXX_COMPILER_LAUNCHER+x}" ] && command -v ccache >/dev/null; then
   export CMAKE_CXX_COMPILER_LAUNCHER=ccache
   export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros}

@@ -6,8 +6,8 @@
 #include "platform/process/Process.h"
 #include "platform/process/StandardStreams.h"
 
-// The process: prepares the platform, runs the start-up procedure, and lives on in the screens'
-// events.
+// Prepares the platform, runs the start-up procedure, then handles the screens' events until the
+// program ends.
 int main() {
   process::prepareStandardStreams();
   files::setProgramFile(files::startedProgram());

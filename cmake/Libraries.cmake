@@ -1,20 +1,20 @@
-# How the project's libraries and tests are built.
+# Functions that build the project's libraries and tests.
 #
 # keystrand_library(NAME FOLDER PATH [USES lib...] [SHOWS lib...] [INNER subfolder...] [HEADERS header...])
-#   One folder below src/ is one library. Its sources are the folder's .cpp files and those of its
-#   INNER folders. Its headers are reached as "PATH/Header.h", and only by libraries that link it:
+#   Makes one library of the folder src/PATH, from its .cpp files and those of its INNER folders.
+#   Other files include its headers as "PATH/Header.h", which only libraries that link it can do:
 #   each library has an include root of its own that holds nothing but its headers, so an include
 #   that the links do not allow does not build. USES and SHOWS together list every library whose
 #   headers the folder's files include. SHOWS lists those that its own public headers include: they
-#   are linked publicly, so that whoever includes such a header finds them. All others are linked
-#   privately. The headers of INNER folders have a root of their own, which nobody else reaches.
-#   HEADERS are precompiled for this library in place of the common ones.
+#   are linked publicly, so that files that include such a header find them too. All others are
+#   linked privately. Only the library itself can include the headers of its INNER folders.
+#   HEADERS are precompiled for this library instead of the common ones.
 #
 # keystrand_test(NAME [SOURCES file...] [LINKS lib...])
-#   One GoogleTest program, run by CTest under its name.
+#   Makes one GoogleTest program, which CTest runs under its name.
 
-# Headers that most sources include, compiled once for all libraries and once for all tests. The
-# presets use them in the debug build only: the others prove that each source includes what it needs.
+# Headers that most sources include, compiled once for all libraries and once for all tests. Only the
+# debug preset uses them: the other builds fail where a source doesn't include what it needs.
 file(WRITE ${PROJECT_BINARY_DIR}/headers.cpp "")
 set(common_headers <algorithm> <cstdint> <functional> <map> <memory> <optional> <span> <string>
   <string_view> <utility> <vector>)
@@ -29,7 +29,7 @@ function(keystrand_test_headers)
   target_precompile_headers(test_headers PRIVATE ${common_headers} <gmock/gmock.h> <gtest/gtest.h>)
 endfunction()
 
-# Makes `root` an include root that holds a folder's headers and nothing else.
+# Makes `root` an include root with links to a folder's headers.
 function(keystrand_headers root folder)
   file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.h)
   file(MAKE_DIRECTORY ${root}/${folder})
@@ -74,7 +74,7 @@ function(keystrand_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gmock GTest::gtest_main)
-  # As the toolkit asks of programs that use it; one setting serves all with the same headers.
+  # The toolkit requires -fPIC; all tests have it, since they share one precompiled header.
   target_compile_options(${name} PRIVATE -fPIC $<$<BOOL:${KEYSTRAND_SANITIZE}>:-O0>)
   target_precompile_headers(${name} REUSE_FROM test_headers)
   add_test(NAME ${name} COMMAND ${name})

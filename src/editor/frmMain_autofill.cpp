@@ -9,19 +9,19 @@ namespace statements = layoutdata::statements;
 using mdOpenDatabase::StoreConnection;
 using mdOpenDatabase::StoreRecordset;
 
-// Only the width stays as designed. The captions are a transient: the stock descriptions follow.
+// Only the width stays as designed. The stock descriptions replace these captions at once.
 void frmMain::ArrangeButtons() {
   keygeometry::Arrange(keygeometry::ReadSettings(), MyButton1.count(),
-                       [this](std::int16_t i, const keygeometry::Place& place) {
-                         MyButton1(i).Top(place.Top);
-                         MyButton1(i).Left(place.Left);
-                         MyButton1(i).Height(place.Height);
+                       [this](std::int16_t i, const keygeometry::KeyPosition& position) {
+                         MyButton1(i).Top(position.Top);
+                         MyButton1(i).Left(position.Left);
+                         MyButton1(i).Height(position.Height);
                          MyButton1(i).caption(runtime::toText(i));
                          MyButton1(i).Visible(true);
                        });
 }
 
-// A level is exactly 63 rows: with fewer, the pass after the last row fails for want of a record.
+// A level has exactly 63 rows. With fewer, the read after the last row fails (contract).
 void frmMain::LoadIDintoGrid(std::u16string_view strSql) {
   Grid1.Cols(3);
   mdOpenDatabase::OpenDatabase(statements::kMaster);

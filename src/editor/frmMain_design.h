@@ -104,7 +104,7 @@ inline constexpr auto kCmdUpdate =
 
 inline constexpr auto kCheck1 =
     tickBox("Check1", u"Autofill the blocks", {.left = 9945, .top = 360, .tabIndex = 78});
-// Its tip speaks of the other box's subject.
+// Shows the tool tip of the other box.
 inline constexpr auto kChkBarcode = tickBox("chkBarcode", u"Ignore items with barcodes",
                                             {.left = 9945, .top = 7470, .tabIndex = 85});
 

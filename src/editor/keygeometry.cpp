@@ -30,12 +30,12 @@ Settings ReadSettings() {
 }
 
 void Arrange(const Settings& from, std::int16_t keys,
-             const std::function<void(std::int16_t key, const Place& place)>& place) {
+             const std::function<void(std::int16_t key, const KeyPosition& position)>& apply) {
   runtime::Integer16 top = runtime::toInteger(from.StartTop);
   runtime::Integer16 left = runtime::toInteger(from.StartLeft);
   runtime::Integer16 count = from.rows;
   for (std::int16_t key = 0; key < keys; ++key) {
-    place(key, {.Top = top, .Left = left, .Height = from.ButtonHeight});
+    apply(key, {.Top = top, .Left = left, .Height = from.ButtonHeight});
     if (count == 1) {
       top = runtime::toInteger(from.StartTop);
       left = left + from.ButtonWidth;

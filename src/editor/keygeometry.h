@@ -23,16 +23,17 @@ struct Settings {
 /// the setting's range.
 Settings ReadSettings();
 
-/// Where a key goes.
-struct Place {
+/// Position and height of a key.
+struct KeyPosition {
   std::int16_t Top = 0;
   std::int16_t Left = 0;
   std::int16_t Height = 0;
 };
 
-/// Walks `keys` keys in their order and hands each its place. Raises Overflow at the very step at
-/// which a 16-bit value overflows: the keys before it have been placed by then.
+/// Computes the positions of `keys` keys in index order and passes each to `apply` at once. Raises
+/// Overflow at the step at which a 16-bit value overflows; the earlier keys have their positions by
+/// then.
 void Arrange(const Settings& settings, std::int16_t keys,
-             const std::function<void(std::int16_t key, const Place& place)>& place);
+             const std::function<void(std::int16_t key, const KeyPosition& position)>& apply);
 
 }  // namespace keygeometry

@@ -16,12 +16,12 @@ using mdOpenDatabase::StoreRecordset;
 
 namespace {
 
-// A list row: the id in decimal, cut or filled to 10 characters, then the whole description.
+// A list row: the id in decimal, cut or filled to 10 characters, then the full description.
 constexpr std::ptrdiff_t kIdLength = 10;
 
-// All that follows the id; a row shorter than the id makes the length negative, which raises
+// The text after the id. A row shorter than the id makes the length negative, which raises
 // InvalidProcedureCall.
-std::u16string BehindId(std::u16string_view row) {
+std::u16string AfterId(std::u16string_view row) {
   return runtime::right(row, static_cast<std::ptrdiff_t>(row.size()) - kIdLength);
 }
 
@@ -61,7 +61,7 @@ void frmMainBig::LoadButtons() {
   for (std::int16_t key = 0; key < MyButton1.count(); ++key) {
     const layoutdata::KeyLine line = file.next();
     LoadKey(key, line);
-    Grid1.TextMatrix(key, 1, line.ProductId());  // as it stands, blanks and all
+    Grid1.TextMatrix(key, 1, line.ProductId());  // untrimmed: contract
   }
 }
 
@@ -74,7 +74,7 @@ void frmMainBig::cmdSave_Click() {
   SaveButtons();
 }
 
-// Nobody asks how the dialog was closed: Cancel goes on with its colour (contract).
+// After Cancel the key gets the colour that the dialog still holds (contract).
 void frmMainBig::cmdSelCol_Click() {
   CommonDialog1.ShowColor();
   SetButtonColour(runtime::toText(CommonDialog1.Color()), CurrentKey);
@@ -82,19 +82,19 @@ void frmMainBig::cmdSelCol_Click() {
 }
 
 void frmMainBig::List1_DblClick() {
-  strItemDesc = BehindId(List1.Text());
+  strItemDesc = AfterId(List1.Text());
   intItemId = runtime::toInteger(runtime::left(List1.Text(), kIdLength));
   MyButton1(CurrentKey).caption(strItemDesc);
   Grid1.TextMatrix(CurrentKey, 1, runtime::toText(intItemId));
 }
 
-// The id is read before the description is cut out, the other way round than on a double click; the
-// form's description isn't touched.
+// The id is read before the description, in the reverse order of a double click (contract).
+// `strItemDesc` doesn't change.
 void frmMainBig::MyButton1_OLEDragDrop(std::int16_t Index, forms::DataObject& Data) {
   if (!Data.GetFormat(forms::kTextFormat)) return;
   std::u16string text = Data.GetData(forms::kTextFormat);
   intItemId = runtime::toInteger(runtime::left(text, kIdLength));
-  text = BehindId(text);
+  text = AfterId(text);
   MyButton1(Index).caption(text);
   Grid1.TextMatrix(Index, 1, runtime::toText(intItemId));
 }

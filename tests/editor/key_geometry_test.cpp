@@ -12,7 +12,7 @@ namespace {
 constexpr std::int16_t kKeys = 63;
 
 struct Walk {
-  std::map<int, keygeometry::Place> placed;
+  std::map<int, keygeometry::KeyPosition> placed;
   int error = 0;
 };
 
@@ -24,7 +24,7 @@ Walk WalkWith(const std::string& settings) {
   walk.error = support::errorNumberOf([&] {
     keygeometry::Arrange(
         keygeometry::ReadSettings(), kKeys,
-        [&](std::int16_t key, const keygeometry::Place& place) { walk.placed[key] = place; });
+        [&](std::int16_t key, const keygeometry::KeyPosition& at) { walk.placed[key] = at; });
   });
   return walk;
 }

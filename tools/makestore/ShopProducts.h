@@ -13,7 +13,7 @@ struct CatalogueProduct {
   enum class Kind : std::uint8_t {
     Loose,
     Packaged,     ///< carries a barcode
-    Instruction,  ///< no product, but a word to the kitchen
+    Instruction,  ///< no product, but an instruction to the kitchen
   };
 
   std::u16string_view name;
@@ -25,14 +25,14 @@ inline constexpr std::size_t kCatalogueDepartments = 10;
 inline constexpr std::size_t kProductsPerDepartment = 20;
 inline constexpr std::size_t kCatalogueProducts = kCatalogueDepartments * kProductsPerDepartment;
 
-/// Name of the shop's department, from 0.
+/// Name of the shop's department number `number`, counted from 0.
 std::u16string_view catalogueDepartment(std::size_t number);
 /// The department's products.
 const std::array<CatalogueProduct, kProductsPerDepartment>& catalogueProducts(
     std::size_t department);
 
-/// The shop's product of that number, from 0; from kCatalogueProducts on they are varieties of the
-/// first ones, each with a name of its own, of at most `longestName` characters.
+/// A product of the shop. Numbers count from 0; those from kCatalogueProducts on are varieties of
+/// the first products, each with its own name of at most `longestName` characters.
 struct ShopProduct {
   std::u16string name;
   std::size_t department = 0;

@@ -10,63 +10,63 @@
 
 namespace files {
 
-/// A file of bytes at any offset, with an advisory lock that openings of this class share or
-/// exclude each other by. The lock is on one byte far beyond the file's end, so its own bytes stay
-/// free to all programs. It belongs to this opening of the file (a Linux open-file-description
-/// lock): two openings exclude each other inside one process as well, and a file server carries it
-/// to other hosts.
+/// A file with access to bytes at any offset, and with a shared or exclusive advisory lock among
+/// the openings of this class. The lock is on one byte far beyond the file's end, so its own bytes
+/// stay free to all programs. It belongs to this opening of the file (a Linux open-file-description
+/// lock): two openings exclude each other inside one process as well, and a file server passes it
+/// on to other hosts.
 class ByteFile {
  public:
   enum class Access {
     ReadOnly,
     ReadWrite,
-    Create,  ///< read and write; the file is created, or emptied when it is there
+    Create,  ///< read and write; the file is created, or emptied where it exists
     Output,  ///< the same, but write only
-    New,     ///< write only; the file is created and must not be there yet
+    New,     ///< write only; the file is created and must not exist yet
   };
 
   /// Opens the file at a path of the host (see `resolve`).
-  /// Raises a FileError: Missing, FolderMissing, NoPermission, NotAFile. A file that is marked
-  /// read-only for everybody is written by nobody.
+  /// Raises a FileError: Missing, FolderMissing, NoPermission, NotAFile. A file that no user may
+  /// write is refused to the administrator too.
   ByteFile(const std::filesystem::path& path, Access access);
   ~ByteFile();
   ByteFile(const ByteFile&) = delete;
   ByteFile& operator=(const ByteFile&) = delete;
 
   const std::filesystem::path& path() const { return path_; }
-  /// The open file's number with the system.
+  /// The system's descriptor of the open file.
   int descriptor() const { return descriptor_; }
 
   /// Bytes in the file now. Raises DeviceIoError.
   std::uint64_t size() const;
-  /// Reads from `offset` until `bytes` is full or the file ends; gives the number of bytes read.
+  /// Reads from `offset` until `bytes` is full or the file ends; returns the number of bytes read.
   /// Raises DeviceIoError.
   std::size_t readAt(std::uint64_t offset, std::span<std::uint8_t> bytes) const;
   /// Writes all of `bytes` at `offset`, making the file longer where needed.
   /// Raises DiskFull, DeviceIoError, or PermissionDenied on a file opened read-only.
   void writeAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
-  /// Makes the file shorter. Raises DeviceIoError, or PermissionDenied on a file opened read-only.
+  /// Truncates the file. Raises DeviceIoError, or PermissionDenied on a file opened read-only.
   void cutTo(std::uint64_t size);
-  /// Closes the file; a failure that the system kept back until now is raised here. Raises
-  /// DeviceIoError or DiskFull.
+  /// Closes the file. Raises DeviceIoError or DiskFull, also for a failure of an earlier write that
+  /// the system reports only now.
   void close();
   /// True when the path no longer names this file: it was deleted, or another was renamed over it.
   bool isReplaced() const;
   /// Returns when all that was written has reached the disk. Raises DeviceIoError or DiskFull.
   void sync();
 
-  /// How long a lock is waited for where nothing else is said.
+  /// The default time to wait for a lock.
   static constexpr std::chrono::milliseconds kLockWait{5000};
 
-  /// Takes the lock that others may share, or turns an exclusive one into it. Where another opening
+  /// Takes the shared lock, or turns this opening's exclusive lock into it. Where another opening
   /// holds the exclusive lock, or another program has locked some of the file's own bytes
   /// exclusively, it waits up to `wait`, then raises a FileError, Held; this opening then has the
   /// lock that it had before.
   void lockShared(std::chrono::milliseconds wait = kLockWait);
-  /// Takes the lock that excludes all others, with the same rules. Needs ReadWrite access. A shared
-  /// lock of this opening is kept while it waits: who may meet another updater gives it up first.
+  /// Takes the exclusive lock, with the same rules. Needs ReadWrite access. While it waits this
+  /// opening keeps its shared lock: to let another updater through, release that one first.
   void lockExclusive(std::chrono::milliseconds wait = kLockWait);
-  /// Gives up the lock; closing the file does so too.
+  /// Releases the lock; closing the file does so too.
   void unlock() noexcept;
 
  private:

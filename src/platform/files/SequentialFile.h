@@ -19,9 +19,9 @@ class InputFile {
   InputFile(const InputFile&) = delete;
   InputFile& operator=(const InputFile&) = delete;
 
-  /// The next line. CR or CR LF ends it and belongs to none; a lone LF is an ordinary character, as
-  /// are NUL and 0x1A. Raises 62 past the end of the file, 57, and 7 for a line of more than
-  /// kLineLimit characters.
+  /// The next line, without the CR or CR LF that ends it; a lone LF is an ordinary character, as
+  /// are NUL and 0x1A (contract). Raises InputPastEnd past the end of the file, DeviceIoError, and
+  /// OutOfMemory for a line of more than kLineLimit characters.
   std::u16string lineInput();
 
  private:
@@ -29,13 +29,13 @@ class InputFile {
   std::unique_ptr<Bytes> bytes_;
 };
 
-/// A text file opened for output, created or emptied at once; each line goes to the system as it
-/// is written.
+/// A text file opened for output. Opening creates or empties it; each line goes to the system as
+/// it is written (contract).
 class OutputFile {
  public:
   /// Raises PathNotFound, PathFileAccess (not writable, not a file).
   explicit OutputFile(std::u16string_view path);
-  /// Closes what is still open and lets a failure pass silently; `close` is the way to learn of it.
+  /// Closes the file where it is still open and ignores a failure; `close` raises it.
   ~OutputFile();
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
@@ -43,8 +43,8 @@ class OutputFile {
   /// Writes one line in the machine's code page, ended by CR LF. Raises DiskFull, DeviceIoError,
   /// and BadFileMode once the file is closed.
   void print(std::u16string_view line);
-  /// Closes the file. Raises DeviceIoError or DiskFull where the system kept a failure back until
-  /// now.
+  /// Closes the file. Raises DeviceIoError or DiskFull, also for a failure that the system reports
+  /// only now.
   void close();
 
  private:
@@ -61,7 +61,7 @@ void kill(std::u16string_view path);
 
 namespace Scripting {
 
-/// The one question that the system asks the file system.
+/// The system's one query of the file system.
 class FileSystemObject {
  public:
   /// True for a file (not a folder) that exists at the path.

@@ -17,13 +17,13 @@ struct ActiveCell {
 };
 
 /// A sheet of cells that the user fills in. The first row and the first column are its fixed frame.
-/// One cell is active: what is typed goes into it at once, and its text can be read while it is
-/// typed. Rows, columns and cells outside the sheet raise SubscriptOutOfRange.
+/// One cell is active: typed text changes the cell's text at once, with each character. Rows,
+/// columns and cells outside the sheet raise SubscriptOutOfRange.
 class Grid : public forms::Control {
  public:
   Grid(forms::Container& container, const GridDesign& design);
 
-  /// What the screen stores, also what is only kept as a value.
+  /// The values that the screen stores, also those without effect.
   const GridDesign& design() const { return design_; }
 
   FlexCell::Cell Cell(int row, int column);
@@ -32,15 +32,15 @@ class Grid : public forms::Control {
   FlexCell::ComboList ComboBox(int column);
   /// In pixels of 15 twips; 0 hides the row.
   void RowHeight(int row, int pixels);
-  /// Two display options, kept as values.
+  /// Two display options, stored without effect.
   void DisplayFocusRect(bool on) { focusRect_ = on; }
   bool DisplayFocusRect() const { return focusRect_; }
   void DisplayRowIndex(int style) { rowIndexStyle_ = style; }
   int DisplayRowIndex() const { return rowIndexStyle_; }
 
-  /// A click in the sheet, after the active cell has moved there.
+  /// A click in the sheet, raised after the active cell has moved there.
   forms::Event<> Click;
-  /// An item was picked in a drop-down; its text is in the cell already.
+  /// An item was chosen in a drop-down list, raised after the cell has its text.
   forms::Event<std::int16_t> ComboClick;
 
  protected:

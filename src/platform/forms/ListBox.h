@@ -10,8 +10,9 @@
 
 namespace forms {
 
-/// A list of plain texts, one of them selected, drawn in the window colours. A text wider than the
-/// list is cut at its edge. A left press selects the entry under the pointer before `MouseDown`.
+/// A list of plain texts, of which one can be selected, drawn in the window colours. A text wider
+/// than the list is cut at its edge. A left press selects the entry under the pointer before it
+/// raises `MouseDown`.
 class ListBox : public Control {
  public:
   ListBox(Container& container, const Design& design, const EntryParts& parts = {});
@@ -20,9 +21,9 @@ class ListBox : public Control {
   int ListCount() const;
   /// -1: nothing selected.
   int ListIndex() const;
-  /// Selects an entry (-1: none; one that isn't there raises InvalidPropertyValue).
+  /// Selects an entry (-1: none). An index outside the list raises InvalidPropertyValue.
   void ListIndex(int index);
-  /// The selected entry, empty when none is.
+  /// The selected entry, empty where none is selected.
   std::u16string Text() const;
   /// An entry; empty outside the list.
   std::u16string List(int index) const;
@@ -35,7 +36,7 @@ class ListBox : public Control {
   Event<> DblClick;
   /// Button (1 left, 2 right, 4 middle), shift state, position in twips.
   Event<std::int16_t, std::int16_t, float, float> MouseDown;
-  /// The drag's data, to be filled, and the effects that it allows.
+  /// The drag's data and its allowed effects, both to be set by the handler.
   Event<DataObject&, std::int32_t&> OLEStartDrag;
 
  private:

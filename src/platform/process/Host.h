@@ -16,28 +16,28 @@ enum MessageStyle : std::int32_t {
   kInformation = 64,
 };
 
-/// What a message box gives back: the button that closed it.
+/// The result of a message box: the button that closed it.
 enum MessageAnswer : std::int32_t {
   kOk = 1,
   kYes = 6,
   kNo = 7,
 };
 
-/// How a started program's window is to come up. Kept as a value: the host system starts a program
-/// without a say in its windows.
+/// How a started program is to show its window. The product's host ignores it: on this system the
+/// starter of a program can't control its windows.
 enum class WindowStyle : std::int32_t { MinimizedFocus = 2 };
 
-/// All that leaves the program passes through here. The product's host shows real boxes and ends
-/// the process; a test sets its own and can watch and answer.
+/// The program's interface to its user and to the process. The product's host shows real boxes and
+/// ends the process; a test sets its own host, which records the calls and answers the boxes.
 class Host {
  public:
   virtual ~Host() = default;
 
-  /// Shows a modal message box and gives the answer. Nothing but its buttons closes a Yes/No box.
+  /// Shows a modal message box and returns the answer. Only its buttons close a Yes/No box.
   virtual MessageAnswer showMessage(const std::u16string& text, std::int32_t style,
                                     const std::u16string& title) = 0;
-  /// Shows the platform's colour dialog with no colour preselected. Gives the colour as 0x00BBGGRR,
-  /// nothing on Cancel.
+  /// Shows the platform's colour dialog with no colour preselected. Returns the colour as
+  /// 0x00BBGGRR, nullopt on Cancel.
   virtual std::optional<std::int32_t> showColourDialog() = 0;
   /// Shows the modal failure report ("Run-time error '13':" and the text) and writes the same line
   /// to standard error.
@@ -49,9 +49,9 @@ class Host {
   virtual void endProcess(int status) = 0;
 };
 
-/// Makes `host` the one that is asked from now on; it must outlive its use.
+/// Sets the host that is used from now on; it must outlive its use.
 void setHost(Host& host);
-/// The one that was set. Raises InternalError before any was.
+/// The host that was set. Raises InternalError where none was.
 Host& host();
 
 /// The program's title, for message boxes that have no title of their own.

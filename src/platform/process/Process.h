@@ -8,28 +8,28 @@
 
 namespace process {
 
-/// Runs one control event, timer or the start-up. A run-time error that comes out of it is reported
-/// and ends the process with status 1; any other exception is turned into one first (OutOfMemory
-/// or InternalError). Nothing is dispatched from the moment on when the end begins: not behind the
-/// failure report either, and not after an end that a test's host outlives.
+/// Runs the handler of one control event or timer, or the start-up. A run-time error that it raises
+/// is reported and ends the process with status 1; any other exception is turned into one first
+/// (OutOfMemory or InternalError). Once the end has begun nothing is dispatched: neither while the
+/// failure report shows, nor after an end that a test's host outlives.
 void dispatch(const std::function<void()>& handler);
 
-/// Ends the process on purpose, with status 0. Never returns: under a test's host it unwinds to the
+/// Ends the process with status 0. Never returns: under a test's host it unwinds to the
 /// dispatcher.
 [[noreturn]] void endProgram();
 
-/// Unwinds to the dispatcher when the process has been ended. To be called wherever a handler goes
-/// on after other events may have run, that is behind each modal loop.
+/// Unwinds to the dispatcher when the process has ended. To be called wherever a handler continues
+/// after other events may have run, that is after each modal loop.
 void unwindIfEnded();
 
-/// True once the process was ended under a host that outlived it. Every modal loop leaves then.
+/// True once the process has ended under a host that outlived it. Every modal loop returns then.
 bool hasEnded();
-/// Calls `leave` when the process is ended under a host that outlives it, so that a modal loop can
-/// return. Gives back a function that takes the call off again.
-std::function<void()> onEnd(std::function<void()> leave);
+/// Registers `exitLoop` to be called when the process ends under a host that outlives it, so that a
+/// modal loop can return. Returns a function that removes the registration.
+std::function<void()> onEnd(std::function<void()> exitLoop);
 
-/// Shows a message box through the host; `style` is a sum of `MessageStyle`s. Without a title it
-/// bears the program's. Does not return when the process was ended while it was up.
+/// Shows a message box through the host; `style` is a sum of `MessageStyle`s, the default title the
+/// program's. Unwinds to the dispatcher when the process has ended while the box was shown.
 MessageAnswer MsgBox(const std::u16string& text, std::int32_t style = kOkOnly,
                      const std::u16string& title = std::u16string(kProgramTitle));
 /// Starts the program at a path below the program folder, each name in any case. Raises what

@@ -15,7 +15,7 @@ class Integer16 {
 
   friend Integer16 operator+(Integer16 a, Integer16 b) { return toInteger(a.wide() + b.wide()); }
   friend Integer16 operator-(Integer16 a, Integer16 b) { return toInteger(a.wide() - b.wide()); }
-  /// With a literal, which is a 16-bit integer as well; Overflow for one that isn't.
+  /// With a literal, which must be a 16-bit integer as well; Overflow for one that isn't.
   friend Integer16 operator+(Integer16 a, std::int32_t b) { return a + Integer16(toInteger(b)); }
   friend Integer16 operator-(Integer16 a, std::int32_t b) { return a - Integer16(toInteger(b)); }
 

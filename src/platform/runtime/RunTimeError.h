@@ -27,17 +27,17 @@ enum class ErrorNumber : std::int32_t {
   InvalidPropertyValue = 380,
 };
 
-/// The platform's own words for a number, for example "Type mismatch".
+/// The platform's own text for a number, for example "Type mismatch".
 std::u16string_view errorText(ErrorNumber number);
 
-/// The one failure type of the program: a number and the words that the report shows.
+/// The one exception type of the program: a number and the text that the report shows.
 /// Numbers of the platform are positive; the database provider's are those of `ProviderError.h`
 /// and of the session objects.
 class RunTimeError : public std::exception {
  public:
-  /// A platform error with the platform's own words.
+  /// A platform error with the platform's own text.
   explicit RunTimeError(ErrorNumber number);
-  /// An error with words of its own, as the database provider gives them.
+  /// An error with a text of its own, such as the database provider's errors.
   RunTimeError(std::int32_t number, std::u16string text);
 
   std::int32_t number() const { return number_; }

@@ -6,7 +6,7 @@
 
 namespace forms::qt {
 
-/// The program's wide text as the toolkit's, unit by unit.
+/// Converts wide text to the toolkit's text and back, unit by unit.
 inline QString toQt(std::u16string_view text) {
   return QStringView(text.data(), static_cast<qsizetype>(text.size())).toString();
 }

@@ -60,7 +60,7 @@ TEST(Assignment, ATextThatDoesNotComeApartEndsTheProgramWithTheKeyUntouched) {
 
 TEST(Assignment, ADoubleClickWithNothingSelectedEndsTheProgram) {
   Shop shop;
-  shop.slotCount = 3;  // leaves empty ground below the last row
+  shop.slotCount = 3;  // leaves room below the last row
   WindowDriver user = shop.open();
   user.doubleClickRow("List1", 3);
   EXPECT_EQ(shop.failure(), 5);

@@ -20,7 +20,7 @@ namespace {
 constexpr std::int32_t kRed = 255;
 constexpr std::int32_t kBlue = 0xFF0000;
 
-/// True when a colour shows on a control off its edge.
+/// True when a colour shows on a control away from its edge.
 bool hasInk(const WindowDriver& user, std::string_view control, const QColor& colour) {
   constexpr int kEdge = 8;
   constexpr int kNear = 60;

@@ -16,7 +16,7 @@ struct Walk {
   int error = 0;
 };
 
-// Reads the settings from a file with these lines and walks the keys as far as they go.
+// Reads the settings from a file with these lines and arranges the keys until an error.
 Walk WalkWith(const std::string& settings) {
   const support::ProgramFolder folder;
   folder.write("Posdata/FastTouchButtons.ini", "[BUTTONS_BL]\r\n" + settings);
@@ -72,11 +72,11 @@ TEST(KeyGeometry, AnOverflowComesAtItsStepWithTheKeysBeforeItPlaced) {
   EXPECT_EQ(noRow.error, 6);
   EXPECT_EQ(noRow.placed.rbegin()->first, 38);
   EXPECT_EQ(noRow.placed.at(38).Top, -32400);
-  // The count itself runs out of its range after the first key.
+  // The row counter overflows after the first key.
   const Walk lowestRow = WalkWith("rows=-32768\r\nButtonHeight=0\r\nSpace=0\r\n");
   EXPECT_EQ(lowestRow.error, 6);
   EXPECT_EQ(lowestRow.placed.size(), 1U);
-  // Width and gap are added one after the other: the first sum is beyond the range already.
+  // Width and gap are added one after the other: the first sum overflows already.
   const Walk wide = WalkWith("rows=1\r\nButtonWidth=32767\r\nSpace=-32767\r\nStartLeft=1\r\n");
   EXPECT_EQ(wide.error, 6);
   EXPECT_EQ(wide.placed.size(), 1U);

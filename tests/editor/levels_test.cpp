@@ -24,7 +24,7 @@ std::string name(WindowDriver& user) {
   return dynamic_cast<QLineEdit&>(user.control("txtName")).text().toStdString();
 }
 
-// A layout file whose keys all bear products from `first` on.
+// A layout file whose keys have the products from `first` on.
 std::string layoutFrom(int first, const std::string& colours) {
   std::vector<std::string> texts;
   for (int i = 0; i < 63; ++i)
@@ -121,7 +121,7 @@ TEST(Levels, TheNoticeShowsInTheMiddleForThreeQuartersOfASecond) {
   constexpr std::int64_t kLeast = 600;
   constexpr std::int64_t kMost = 1200;
   std::int64_t shortest = kMost + 1;
-  // A machine that is busy can only make it longer.
+  // A busy machine can only make it longer.
   for (int i = 0; i < 3 && shortest > kMost; ++i) {
     QElapsedTimer time;
     QRect bounds;

@@ -45,7 +45,7 @@ TEST(Views, AnyOtherTextThanNoughtOpensTheAutofillViewOnTheStockRows) {
   EXPECT_EQ(saved[0], fromTheFile);
   EXPECT_EQ(saved[1], lineOf({.key = 1, .product = "2"}));
   user.pick("cbLevel", 1);
-  user.pick("cbLevel", 0);  // the file lies over the stock rows at the start alone
+  user.pick("cbLevel", 0);  // the file overrides the stock rows at the start only
   EXPECT_EQ(caption(user, key(0)), "Item 1");
   EXPECT_EQ(shop.save(user)[0],
             lineOf({.key = 0, .product = "1", .caption = "Item 1", .back = kWhite}));
@@ -78,7 +78,7 @@ TEST(Views, TickingArrangesAtOnceAndClearingRestoresNothing) {
   EXPECT_EQ(caption(user, key(0)), "Key 0") << "level 1 was cleared and has no file";
 }
 
-// Each step that fails leaves what the steps before it did, and nothing of those after it.
+// A step that fails leaves the results of the steps before it, and none of those after it.
 TEST(Views, TickingAndClearingTakeTheirStepsInTheirOrder) {
   {
     Shop shop;  // the arrangement fails: the labels are hidden, nothing is written

@@ -1,4 +1,4 @@
-// One fault a file; each row says what either editor makes of it.
+// One fault for each file; a row of the table has the results in both editors.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -21,10 +21,10 @@ constexpr std::int32_t kGood = 255;
 
 struct Fault {
   const char* name;
-  std::string line;       // stands for line 30; everything before it and behind it is good
-  std::string caption;    // what key 29 shows afterwards
-  std::int32_t colour;    // and in which back colour
-  int error;              // the large editor's end; 0 when the line is good
+  std::string line;       // line 30; all lines before and after it are good
+  std::string caption;    // the caption of key 29 afterwards
+  std::int32_t colour;    // its back colour
+  int error;              // the large editor's error; 0 when the line is good
   std::string savedHead;  // index, id and caption of key 29 in the levelled editor's next save
 };
 

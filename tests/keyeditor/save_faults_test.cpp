@@ -1,4 +1,4 @@
-// A save and a reset that are stopped at any moment: by a write that fails, or with the process.
+// A save and a reset that stop at any moment: a write fails, or the process is killed.
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -51,7 +51,7 @@ class SaveFaults : public testing::TestWithParam<Editor> {
     shop.folder.write(fs::path("Posdata") / editor.layout, kOldLayout);
     shop.touchSettings(kOldTouch);
   }
-  /// Where the line of a key begins; the end of the file for the key behind the last one.
+  /// The offset of a key's line; the end of the file for the key after the last one.
   std::size_t lineOf(int key) const {
     std::size_t at = 0;
     for (; key > 0; --key) at = whole.find("\r\n", at) + 2;
@@ -89,7 +89,7 @@ TEST_P(SaveFaults, AWriteThatFailsLeavesWhatWentBeforeItAndEndsTheProgram) {
     EXPECT_EQ(shop.host.endStatus, 1);
     EXPECT_EQ(layout(), whole.substr(0, lineOf(step) + bytes)) << step;
     checkTheRest();
-    // The screen outlives the end here; it goes on for the next one.
+    // In this test the screen survives the end; it is used again in the next round.
     process::resetEnded();
     shop.host.failures.clear();
   }
@@ -118,8 +118,8 @@ TEST_P(SaveFaults, AProcessThatIsKilledLeavesTheLinesBefore) {
     EXPECT_EQ(layout(), whole.substr(0, lineOf(std::min(step, editor.keys)))) << step;
     checkTheRest();
   }
-  // What the stopped writes of the name left beside it, a later save takes away, though not while
-  // it could be another program's.
+  // A later save removes the temporary files of the interrupted writes of the name, though not
+  // while they could be another program's.
   EXPECT_EQ(leftovers().size(), static_cast<std::size_t>(editor.writesBehindLayout));
   for (const fs::path& file : leftovers())
     fs::last_write_time(file, fs::file_time_type::clock::now() - std::chrono::minutes(2));

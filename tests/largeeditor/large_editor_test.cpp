@@ -36,14 +36,14 @@ TEST(LargeEditor, RowsAreTheIdInTenCharactersAndTheWholeName) {
   EXPECT_EQ(entries.size(), 197U);
 }
 
-TEST(LargeEditor, ItemsComeWholeAndADropLeavesTheCurrentKey) {
+TEST(LargeEditor, ItemsKeepTheirFullNamesAndADropLeavesTheCurrentKey) {
   LargeShop shop;
   shop.names[7] = u"Apple, " + std::u16string(50, u'x');
   WindowDriver user = shop.open("frmMainBig");
   user.click(key(7));
   EXPECT_TRUE(user.drop(key(107), u" 42       Tea "));
   user.doubleClickRow("List1", 0);
-  user.doubleClick(key(40));  // just a click: no sheet opens
+  user.doubleClick(key(40));  // counts as a click: no sheet opens
   EXPECT_FALSE(WindowDriver::isShown("frmAddPlu"));
   const auto saved = shop.save(user);
   ASSERT_EQ(saved.size(), 108U);
@@ -111,7 +111,7 @@ TEST(LargeEditor, ADroppedTextFailsByItsOwnOrderOfSteps) {
     EXPECT_EQ(caption(user, key(3)), "Key 3");
   }
   LargeShop shop;
-  shop.slotCount = 3;  // leaves empty ground below the last row
+  shop.slotCount = 3;  // leaves room below the last row
   WindowDriver user = shop.open("frmMainBig");
   user.doubleClickRow("List1", 3);
   EXPECT_EQ(shop.failure(), 5);

@@ -26,7 +26,7 @@ class LargeMonkey final : public support::Monkey {
   }
 
   Item split(const std::u16string& entry) const override {
-    // An empty text is that of a double click with nothing selected, or one dropped.
+    // An empty text comes from a double click with nothing selected, or from a drop.
     const auto id = support::number(entry.substr(0, 10));
     if (!id) return {.error = 13};
     if (*id > 32767) return {.error = 6};

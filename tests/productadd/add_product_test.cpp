@@ -18,7 +18,7 @@ using support::WindowDriver;
 
 namespace {
 
-// What the store holds: a column of one row, as text.
+// A column of one row of the store, as text.
 std::u16string stored(const std::u16string& table, const std::u16string& column, int id) {
   mdOpenDatabase::OpenDatabase(u"MASTER");
   mdOpenDatabase::StoreRecordset.setNew();

@@ -25,8 +25,8 @@ namespace fs = std::filesystem;
 constexpr int kMost = 50;
 constexpr int kNoRecord = 3021;
 
-/// A line of fields, without what two readers may spell in two ways: how a null looks, what groups
-/// a GUID, the last decimals of a Double.
+/// A line of fields without the differences between the two readers: the form of a null, the groups
+/// of a GUID, the last decimals of a Double.
 std::string plain(const std::string& line) {
   std::string whole;
   for (std::string field : jettest::split(line, '\t')) {
@@ -53,7 +53,7 @@ std::vector<std::string> sortedPlain(std::vector<std::string> lines) {
 
 class AddingProducts : public testing::Test {
  protected:
-  /// Adds up to fifty products, each in a run of its own; returns the errors in their order.
+  /// Adds up to fifty products, each in a run of its own; returns the errors in order.
   std::vector<int> addMany(const fs::path& file) {
     mdOpenDatabase::StoreFolder = jettest::wide(file.parent_path().string());
     std::vector<int> errors;
@@ -70,7 +70,7 @@ class AddingProducts : public testing::Test {
     return errors;
   }
 
-  /// The file as it now is: sound, the same for every reader, with the new rows in it.
+  /// Checks that the file is sound, the same for every reader, and has the new rows.
   void judge(const fs::path& file) const {
     jet::Database database(file, u"the store", jet::Password{jettest::kStorePassword});
     for (const char16_t* name : {u"tblStock", u"tblPlu"}) {
@@ -113,7 +113,7 @@ TEST_F(AddingProducts, KeepsEveryReferenceStoreSound) {
     const jettest::Scratch scratch;
     const fs::path file = scratch.copy(store.path);
     const std::vector<int> errors = addMany(file);
-    // One store has a free slot without its row of flags.
+    // One store has a free slot without a row of flags.
     EXPECT_EQ(errors, name == "short" ? std::vector<int>{kNoRecord} : std::vector<int>());
     EXPECT_EQ(added_.size(), name == "full" ? 0U : name == "short" ? kMost - 1U : kMost);
     judge(file);

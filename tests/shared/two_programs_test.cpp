@@ -26,7 +26,7 @@ constexpr int kSlots = 480;
 constexpr int kNamed = 40;
 constexpr std::int32_t kRowChanged = -2147217864;
 
-/// What one program does: it writes down, a line each, what became of its adds.
+/// Runs one program, which reports the outcome of each product that it adds in a line.
 [[noreturn]] void addAll(const std::string& prefix, const fs::path& report) {
   std::ofstream lines(report);
   support::TestHost host;
@@ -56,7 +56,7 @@ std::vector<Add> readReport(const fs::path& report) {
   return adds;
 }
 
-/// The rows of a table by their id, each as its columns, joined.
+/// The rows of a table by id, each as its joined columns.
 std::map<std::string, std::string> rowsById(jet::Database& database, std::u16string_view table,
                                             const std::vector<std::u16string>& columns) {
   std::map<std::string, std::string> rows;

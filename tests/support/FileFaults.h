@@ -8,7 +8,7 @@
 
 namespace support {
 
-/// Stands in the seam between the program and its files while it lives, and lets steps fail.
+/// Intercepts the program's file operations during its lifetime, and makes steps fail.
 class FileFaults {
  public:
   FileFaults() = default;
@@ -16,13 +16,13 @@ class FileFaults {
   FileFaults(const FileFaults&) = delete;
   FileFaults& operator=(const FileFaults&) = delete;
 
-  /// From the `step`-th change on (all steps but reads, counted together from 0) nothing more
-  /// reaches the disk: the first one is cut after `bytes` bytes, all later ones do nothing.
+  /// From change number `step` on (all steps but reads, counted from 0) nothing more reaches the
+  /// disk: that change is cut after `bytes` bytes, all later ones do nothing.
   void cutAtChange(int step, std::size_t bytes = 0);
-  /// Reads come to the end of the file at `offset`.
+  /// Reads reach the end of the file at `offset`.
   void endFilesAt(std::size_t offset);
 
-  /// Changes asked for so far.
+  /// Number of changes requested so far.
   int changes() const { return changes_; }
 
  private:
@@ -33,11 +33,11 @@ class FileFaults {
   int changes_ = 0;
 };
 
-/// Runs `act` in a copy of this process that is killed as it asks for its `step`-th change, before
-/// anything of it has taken place. False when the copy came to an end of its own.
+/// Runs `act` in a copy of this process that is killed at change number `step`, before that change
+/// begins. False when the copy ended by itself.
 bool killedAtChange(int step, const std::function<void()>& act);
 
-/// The number of the run-time error that comes out; 0 when none does.
+/// The number of the run-time error that `use` raises; 0 when it raises none.
 int errorNumberOf(const std::function<void()>& use);
 
 }  // namespace support

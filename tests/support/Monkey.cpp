@@ -25,7 +25,7 @@ constexpr std::size_t kBackField = 3;
 bool isOpen(const std::filesystem::path& file) {
   return std::ranges::any_of(std::filesystem::directory_iterator("/proc/self/fd"),
                              [&](const auto& descriptor) {
-                               std::error_code gone;  // the descriptor of the walk itself
+                               std::error_code gone;  // the descriptor of this directory walk
                                return std::filesystem::equivalent(descriptor.path(), file, gone);
                              });
 }
@@ -106,7 +106,7 @@ void Monkey::start() {
     ASSERT_EQ(shop_.failure(), expected) << "at the start";
     EXPECT_EQ(WindowDriver::isShown(screen_), expected == 0);
     if (expected == 0) break;
-    // The shop takes the layout away that the program refuses.
+    // The shop deletes the layout that the program refuses.
     files_.erase(layoutFile());
     std::filesystem::remove(shop_.folder.posdata() / layoutFile());
   }
@@ -180,7 +180,7 @@ void Monkey::checkLooks() {
   }
 }
 
-// The account
+// The model
 
 void Monkey::place(int index, const Item& item) {
   Key& target = keys_[static_cast<std::size_t>(index)];
@@ -262,7 +262,7 @@ void Monkey::press(const std::string& control, const std::function<void()>& hand
   }
 }
 
-/// As soon as the notice is up, which shuts the click out.
+/// Clicks as soon as the notice is up, which blocks the click.
 void Monkey::clickUnderTheNotice(const std::string& name) {
   constexpr int kPause = 5;
   if (!saving_) return;
@@ -345,7 +345,7 @@ void Monkey::wander() {
     case 1:
       QTest::mouseClick(window, oneIn(2) ? Qt::RightButton : Qt::MiddleButton, {}, at(name));
       break;
-    case 2:  // a press that is let go elsewhere
+    case 2:  // a press that is released elsewhere
       QTest::mousePress(window, Qt::LeftButton, {}, at(name));
       QTest::mouseMove(window, at("cmdSave"));
       QTest::mouseRelease(window, Qt::LeftButton, {}, at("cmdSave"));
@@ -369,7 +369,7 @@ void Monkey::juggleButtons() {
   QWindow* window = user_->window().windowHandle();
   const QWidget& list = user_->control("List1");
   const QPoint at = list.mapTo(&user_->window(), QPoint(20, 20));
-  // Each press may turn the events until its button is let go.
+  // Each press may run the event loop until its button is released.
   soon([&] { QTest::mousePress(window, Qt::RightButton, {}, at); });
   soon([&] { QTest::mouseRelease(window, Qt::RightButton, {}, at); }, 20);
   soon([&] { QTest::mouseRelease(window, Qt::LeftButton, {}, at); }, 40);

@@ -16,10 +16,9 @@ class QWidget;
 
 namespace support {
 
-/// A user without a plan at an editor: one action after another, drawn at random, the same ones for
-/// the same seed. The monkey keeps its own account of what the keys, the files and the store must
-/// hold by then, and compares after each action. Where an action ends the program, it begins anew
-/// in the same shop.
+/// A user who acts at random at an editor; the same seed produces the same actions. The monkey
+/// keeps a model of the expected keys, files and store, and compares it after each action. Where an
+/// action ends the program, it starts the program again in the same shop.
 class Monkey {
  public:
   Monkey(std::string screen, std::size_t keys);
@@ -27,7 +26,7 @@ class Monkey {
   Monkey(const Monkey&) = delete;
   Monkey& operator=(const Monkey&) = delete;
 
-  /// Stops at the first difference, and tells the seed and the last actions.
+  /// Stops at the first difference, and reports the seed and the last actions.
   void play(unsigned seed, int actions);
 
  protected:
@@ -42,20 +41,20 @@ class Monkey {
     const char* name;
     std::function<void()> act;
   };
-  /// What a list entry comes apart into, or the error number of the failure.
+  /// The parts of a list entry, or the error number where it can't be split.
   struct Item {
     int error = 0;
     std::u16string description = {};
     std::string id = {};
   };
 
-  // What an editor has of its own
+  // Differences between the editors
   virtual Item split(const std::u16string& entry) const = 0;
   virtual std::u16string entryOf(std::u16string_view description, std::int64_t id) const = 0;
   virtual std::string layoutFile() const = 0;
-  /// The account of a fresh start. Gives the error number where the start must fail.
+  /// Sets the model to a fresh start. Returns the error number where the start must fail.
   virtual int started() = 0;
-  /// Lets `hand` press a control, and accounts for it.
+  /// Runs `act`, which presses a control, and updates the model.
   virtual void press(const std::string& control, const std::function<void()>& hand);
   virtual void doublePressKey(int index);
   virtual void saved() {}
@@ -72,9 +71,9 @@ class Monkey {
   std::u16string anyName();
   void note(const std::string& detail) { history_.back() += " " + detail; }
 
-  // The account
+  // The model
   void place(int index, const Item& item);
-  /// Applies a saved layout. Gives the error number of the fault that ends it.
+  /// Applies a saved layout to the model. Returns the error number of a fault in it.
   int applyLayout(bool trimIds);
   void clear();
   void failsWith(int number) { failure_ = number; }
@@ -110,7 +109,7 @@ class Monkey {
   std::deque<std::string> history_;
   std::vector<QWidget*> shown_;
   int failure_ = 0;
-  bool left_ = false;  ///< the user has gone, with status 0 or by the frame
+  bool left_ = false;  ///< the user has left, by Exit or by the frame
   bool byFrame_ = false;
   bool saving_ = false;
   std::int32_t dialogColour_ = 0;
@@ -118,9 +117,9 @@ class Monkey {
   std::int32_t copyFore_ = 0;
 };
 
-/// Blanks around a text taken away.
+/// The text without the blanks around it.
 std::u16string trimmed(std::u16string_view text);
-/// A decimal number with blanks around, nothing for another text.
+/// A decimal number with blanks around it; absent for another text.
 std::optional<std::int64_t> number(std::u16string_view text);
 /// A text of Latin letters in the files' code page, and back.
 std::string narrow(std::u16string_view text);

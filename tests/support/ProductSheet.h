@@ -8,10 +8,11 @@
 
 namespace support {
 
-/// Types name and price into the sheet for a new product; the department's cell is active then.
+/// Types name and price into the sheet for a new product; the department's cell is active
+/// afterwards.
 void typeProduct(WindowDriver& sheet, std::u16string_view name, std::u16string_view price);
 
-/// What became of a product that was typed into the sheet and saved.
+/// The outcome of a product that was typed into the sheet and saved.
 struct Added {
   std::int32_t error = 0;  ///< the number of the failure that ended the program
   std::int32_t id = 0;     ///< the slot that was filled, 0 where none was free

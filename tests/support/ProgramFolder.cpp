@@ -21,7 +21,7 @@ constexpr const char* kConfigVariable = "XDG_CONFIG_HOME";
 fs::path newFolder() {
   std::string name = (fs::temp_directory_path() / "program-XXXXXX").string();
   if (::mkdtemp(name.data()) == nullptr) throw std::system_error(errno, std::generic_category());
-  // Open for the ordinary user of those tests that run as one.
+  // Open for tests that run as an ordinary user.
   fs::permissions(name, fs::perms::all);
   return name;
 }

@@ -9,9 +9,9 @@
 
 namespace support {
 
-/// A program folder of its own for one test, below the temporary folder: an empty "Posdata", and a
-/// settings folder that stands in for the user's. The program counts as started from here. All of
-/// it goes again at the end.
+/// A program folder for one test, below the temporary folder: an empty "Posdata", and a settings
+/// folder that replaces the user's. The program counts as started from here. The folders are
+/// deleted at the end.
 class ProgramFolder {
  public:
   ProgramFolder();
@@ -21,7 +21,7 @@ class ProgramFolder {
 
   const std::filesystem::path& path() const { return path_; }
   std::filesystem::path posdata() const { return path_ / "Posdata"; }
-  /// Where the settings of all applications lie, one file each.
+  /// The folder with the settings of all applications, one file each.
   std::filesystem::path settingsFolder() const { return config_ / "program-settings"; }
 
   /// The bytes of a file at a path below the folder; nothing where there is no file.
@@ -35,12 +35,12 @@ class ProgramFolder {
   std::optional<std::string> userConfig_;
 };
 
-/// The bytes of any file; nothing where there is none.
+/// The bytes of any file; absent where there is none.
 std::optional<std::string> readFile(const std::filesystem::path& file);
 void writeFile(const std::filesystem::path& file, std::string_view bytes);
 
-/// Tests that run as the administrator may write anything; while this lives they are an ordinary
-/// user, whom permissions bind. Does nothing for a user who is ordinary already.
+/// Makes a test that runs as the administrator run as an ordinary user, for whom permissions apply,
+/// during its lifetime. Does nothing for a test that runs as an ordinary user.
 class AsOrdinaryUser {
  public:
   AsOrdinaryUser();

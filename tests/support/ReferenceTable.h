@@ -7,8 +7,8 @@
 
 namespace support {
 
-/// The rows of a table of platform behaviour in tests/data/tables, without those whose result is in
-/// doubt. Raises std::runtime_error where there is no such table.
+/// The rows of a table of platform behaviour in tests/data/tables, without doubtful ones. Raises
+/// std::runtime_error where there is no such table.
 std::vector<QJsonObject> referenceRows(const QString& fileName);
 
 /// The fields of a row.

@@ -13,9 +13,9 @@
 
 namespace support {
 
-/// One shop for one test: a program folder with a store, settings of its own, the host that
-/// records, and the program's modules as new. Unless told otherwise the store has slots 1 to 200,
-/// of which 100, 130 and 195 are free and the others are called "Item 1" and so on; departments
+/// One shop for one test: a program folder with a store, settings of its own, the recording host,
+/// and the program's modules in their initial state. By default the store has slots 1 to 200, of
+/// which 100, 130 and 195 are free and the others are called "Item 1" and so on; departments
 /// "Drinks" (even ids) and "Food" (odd ids), "O'Brien's", "Empty hall" and one without a name; a
 /// barcode for every third id.
 class Shop {
@@ -28,32 +28,33 @@ class Shop {
   ProgramFolder folder;
   TestHost host;
 
-  /// A product's name; none makes it a free slot.
+  /// Names of products by slot; an absent name makes the slot free.
   std::map<std::int32_t, std::optional<std::u16string>> names;
   std::map<std::int32_t, std::optional<std::u16string>> barcodes;
-  /// Ids that `tblStock` or `tblPlu` lacks.
+  /// Ids that are missing in `tblStock` and in `tblPlu`.
   std::vector<std::int32_t> missingStock;
   std::vector<std::int32_t> missingPlu;
   std::int32_t slotCount = 200;
 
-  /// Writes the store file as described so far; `open` does so when there is none yet.
+  /// Writes the store file with the settings above; `open` does so when there is none yet.
   void writeStore();
   std::filesystem::path storeFile() const;
-  /// Ends this run of the program, if it hasn't ended: the next start is that of a new process.
+  /// Ends this run of the program, if it hasn't ended: the next start is like that of a new
+  /// process.
   void newRun();
   /// Runs the start-up, as `main` does.
   void start();
-  /// Runs the start-up and gives the user at the editor that it opened.
+  /// Runs the start-up and returns the user at the editor that it opened.
   WindowDriver open(std::string_view screen = "frmMain");
 
   /// Writes settings for the next start.
   void touchSettings(std::string_view lines) const;
   std::string touchFile() const;
-  /// An entry of the settings store, as the file holds it; nothing where there is none.
+  /// An entry of the settings store, as in the file; absent where there is none.
   std::optional<std::string> setting(std::string_view key) const;
 
-  /// Presses Save, waits for the notice to go, and gives the lines of the layout file without their
-  /// ends. Fails the test where a line doesn't end with CR LF.
+  /// Presses Save, waits for the notice to close, and returns the lines of the layout file without
+  /// their ends. Fails the test where a line doesn't end with CR LF.
   std::vector<std::string> save(WindowDriver& user, std::string_view file = "FastMovers1.txt");
   std::vector<std::string> layout(std::string_view file) const;
 
@@ -61,7 +62,7 @@ class Shop {
   std::int32_t failure() const;
 };
 
-/// Puts the program's modules into the state that a new process has them in.
+/// Resets the program's modules to their state in a new process.
 void forgetTheRun();
 
 /// A list entry of the levelled editor.
@@ -70,7 +71,7 @@ inline constexpr std::int32_t kButtonFace = -2147483633;  ///< back colour of a 
 inline constexpr std::int32_t kButtonText = -2147483630;  ///< text colour of a key as designed
 inline constexpr std::int32_t kWhite = 16777215;          ///< back colour of a cleared key
 
-/// One key of a layout file: a free key in the colours of the design where nothing else is said.
+/// One key of a layout file; by default a free key in the colours of the design.
 struct LayoutLine {
   int key = 0;
   std::string product = {};
@@ -78,11 +79,11 @@ struct LayoutLine {
   std::int32_t back = kButtonFace;
   std::int32_t font = kButtonText;
 };
-/// Its line, without the line's end.
+/// The line of a key, without the line's end.
 std::string lineOf(const LayoutLine& line);
 /// A layout file of these lines.
 std::string lines(const std::vector<std::string>& texts);
-/// What a key shows: its caption.
+/// The caption that a key shows.
 std::string caption(const WindowDriver& user, std::string_view key);
 /// The colour that a control shows near its corner, as 0x00BBGGRR.
 std::int32_t shownColour(const WindowDriver& user, std::string_view control);

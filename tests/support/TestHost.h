@@ -13,8 +13,8 @@
 
 namespace support {
 
-/// A host that records what leaves the program and answers from queues. Making one begins a new
-/// life of the process; it has to outlive all windows and handlers of the test.
+/// A host that records the program's requests and answers from queues. Its constructor clears the
+/// process's state; it has to outlive all windows and handlers of the test.
 class TestHost final : public process::Host {
  public:
   struct Message {
@@ -29,10 +29,10 @@ class TestHost final : public process::Host {
 
   TestHost();
 
-  /// Answers of the next questions; an unexpected one is answered with No, a box without a question
+  /// Answers to the next questions; an unexpected one is answered with No, a box without a question
   /// with OK.
   std::deque<process::MessageAnswer> answers;
-  /// Answers of the next colour dialogs; Cancel when there is none.
+  /// Answers of the next colour dialogs; Cancel when there is none left.
   std::deque<std::optional<std::int32_t>> colours;
   /// Called while a message box is up, before it is answered.
   std::function<void(const Message&)> whileMessageIsUp;

@@ -29,7 +29,7 @@ QString toQt(std::string_view name) {
   std::abort();
 }
 
-/// The simulation sets its clock forward behind each release, past the time of a double click.
+/// The simulation sets its clock forward after each release, past the time of a double click.
 void forgetPause() {
   QTest::lastMouseTimestamp -= QTest::mouseDoubleClickInterval;
 }

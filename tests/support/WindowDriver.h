@@ -12,9 +12,9 @@ class QWidget;
 namespace support {
 
 /// The user at one screen. Finds controls by their own names ("cmdSave", "MyButton1(12)"), and acts
-/// through the window as the pointer and the keyboard do, so that a screen that is shut out drops
-/// what it gets. Every action ends with the event loop at rest. A control that is not there ends
-/// the test program with its name.
+/// through the window as pointer and keyboard do, so that a blocked screen ignores the actions.
+/// After every action all due events have been handled. A missing control ends the test program
+/// with its name.
 class WindowDriver {
  public:
   /// The screen of that name, which must be shown.
@@ -29,13 +29,13 @@ class WindowDriver {
   void click(std::string_view name);
   /// Two clicks, quick enough to count as one double click.
   void doubleClick(std::string_view name);
-  /// A click that follows the one before at once, so that both count as a double click where the
-  /// control takes them for one.
+  /// A click right after the one before, so that both count as a double click where the control
+  /// supports one.
   void clickAgain(std::string_view name);
   void press(std::string_view name);
   void release(std::string_view name);
   void moveTo(std::string_view name);
-  /// Puts the focus on a control as the tab key would.
+  /// Moves the focus to a control as the tab key does.
   void focus(std::string_view name);
   void type(std::u16string_view text);
   void key(int key);
@@ -46,12 +46,12 @@ class WindowDriver {
   /// Opens a drop-down list and picks an entry in it.
   void pick(std::string_view comboBox, int entry);
   std::vector<std::u16string> entries(std::string_view listOrComboBox) const;
-  /// A row below the last one is empty ground.
+  /// For a row after the last one, clicks below the last row.
   void clickRow(std::string_view list, int row, bool rightButton = false);
   void doubleClickRow(std::string_view list, int row);
 
-  /// Drags over a control and drops there; the source offers to move. True when the control took
-  /// the drop.
+  /// Drags over a control and drops there; the source offers to move. True when the control
+  /// accepted the drop.
   bool drop(std::string_view name, std::u16string_view text);
   bool drop(std::string_view name, const QMimeData& data, int offeredActions);
 
@@ -62,11 +62,11 @@ class WindowDriver {
   QWidget* window_;
 };
 
-/// Lets everything happen that is due.
+/// Handles all events that are due.
 void settle();
-/// Runs the event loop until the condition holds; false when it doesn't within the time.
+/// Runs the event loop until the condition is true; false when it isn't in time.
 bool waitUntil(const std::function<bool()>& condition, int milliseconds = 5000);
-/// Runs `act` as soon as the event loop turns again: what the user does while a modal box is up.
+/// Runs `act` from the event loop: for user actions while a modal box is up.
 void soon(std::function<void()> act, int milliseconds = 0);
 
 }  // namespace support

@@ -1,5 +1,5 @@
-// The main function of tests that make screens: the toolkit's application stands, off screen, while
-// they run. OFFSCREEN_SETUP names the file that tells the size and density of the screen.
+// The main function of tests that create screens: the toolkit's application runs off screen.
+// OFFSCREEN_SETUP names the file with the size and density of the screen.
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 
 #include "platform/forms/Application.h"
 
-// What the toolkit and the font library keep until the process ends is no leak of ours.
+// Memory that the font library keeps until the process ends is no leak of ours.
 extern "C" const char* __lsan_default_suppressions() {
   return "leak:libfontconfig\n";
 }

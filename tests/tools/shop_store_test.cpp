@@ -1,4 +1,4 @@
-// A shop's store as the tool makes it, judged by readers that share no code with it.
+// Stores that the tool makes, checked by readers that share no code with it.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ using Row = std::map<std::string, std::string>;
 
 class ShopStoreTest : public testing::Test {
  protected:
-  /// Runs the tool; gives what it printed.
+  /// Runs the tool; returns its output.
   std::string make(const std::string& options, int* status = nullptr) {
     return jettest::outputOf(
         std::string(MAKESTORE_TOOL) + " '" + file_.string() + "' " + options + " 2>&1", status);
@@ -116,7 +116,7 @@ TEST_F(ShopStoreTest, EveryShapeIsSound) {
   }
 }
 
-TEST_F(ShopStoreTest, OptionsSayWhichRowsThereAre) {
+TEST_F(ShopStoreTest, OptionsChooseTheRows) {
   ASSERT_EQ(make("--slots 240 --free 123,140,174-176 --missing-stock 100 --missing-plu 100,123"),
             "");
   EXPECT_EQ(checkerVerdict(file_), "sound");
@@ -132,7 +132,7 @@ TEST_F(ShopStoreTest, OptionsSayWhichRowsThereAre) {
   EXPECT_EQ(freeSlots(), (std::set<int>{17, 27, 28, 29, 30}));
 }
 
-TEST_F(ShopStoreTest, GivenNamesAndDepartmentsStandInTheirRows) {
+TEST_F(ShopStoreTest, OptionsSetNamesAndDepartments) {
   std::ofstream(scratch_.folder() / "rows.tsv") << "3\tRow Three\t2\t1.2345\t5012345678900\r\n"
                                                    "4\tRow Four\n";
   ASSERT_EQ(make("--name 1='Ünïque = 1' --name '2=\\N' --rows '" +
@@ -148,13 +148,13 @@ TEST_F(ShopStoreTest, GivenNamesAndDepartmentsStandInTheirRows) {
   EXPECT_EQ(stock.at(3).at("price"), "1.2345");
   EXPECT_EQ(rows("tblPlu").at(3).at("barcode"), "5012345678900");
   EXPECT_EQ(stock.at(4).at("description"), "Row Four");
-  // The independent exporter shows an empty text as null; our own reader tells them apart.
+  // The independent exporter shows an empty text as null; our own reader distinguishes them.
   jet::Database database(file_, u"shop.mdb", jet::Password{jettest::kStorePassword});
   EXPECT_THAT(jettest::linesOf(jettest::tableNamed(database, u"tblDepartment")),
               testing::ElementsAre("1\tO'Brien's", "2\t", "3\t\\N"));
 }
 
-TEST_F(ShopStoreTest, OptionsSayHowColumnsAreKept) {
+TEST_F(ShopStoreTest, OptionsSetTheTypesOfColumns) {
   ASSERT_EQ(make("--price double --deptid text --flags byte --no-zero-length --required "
                  "--all-named --description-length 40"),
             "");
@@ -172,7 +172,7 @@ TEST_F(ShopStoreTest, OptionsSayHowColumnsAreKept) {
   EXPECT_EQ(properties().find("Required"), std::string::npos);
 }
 
-TEST_F(ShopStoreTest, TightStoreHasNoRoomWhereNamesHaveToGo) {
+TEST_F(ShopStoreTest, TightStoreHasNoRoomForNewNames) {
   ASSERT_EQ(make("--shape tight"), "");
   EXPECT_EQ(checkerVerdict(file_), "sound");
   EXPECT_THAT(checkerOutput("-v", file_), HasSubstr(" 2 moved"));
@@ -197,7 +197,7 @@ TEST_F(ShopStoreTest, TightStoreHasNoRoomWhereNamesHaveToGo) {
   EXPECT_TRUE(freeSlots().contains(27));
 }
 
-TEST_F(ShopStoreTest, TheCheckerTellsByItsStatusWhatItFound) {
+TEST_F(ShopStoreTest, TheCheckersExitStatusShowsItsResult) {
   ASSERT_EQ(make("--generation 3"), "");
   int status = -1;
   const std::string notes = checkerOutput("-v", file_, &status);
@@ -221,7 +221,7 @@ TEST_F(ShopStoreTest, EqualOrdersGiveEqualFiles) {
   EXPECT_NE(first, bytes());
 }
 
-TEST_F(ShopStoreTest, MistakesOfTheUserEndInWordsAndAStatus) {
+TEST_F(ShopStoreTest, MistakesOfTheUserEndWithATextAndAStatus) {
   int status = 0;
   EXPECT_THAT(make("--nonsense", &status), HasSubstr("unknown: --nonsense"));
   EXPECT_EQ(status, 2);

@@ -1,4 +1,4 @@
-// Files that the builder makes, as readers see them that share no code with it.
+// Files that the builder makes, checked by readers that share no code with it.
 
 #include <gtest/gtest.h>
 
@@ -39,7 +39,7 @@ std::u16string text(std::size_t length, char16_t letter = u'x') {
   return std::u16string(length, letter);
 }
 
-/// As the exporter shows a GUID, with one hyphen less than usual, and all of it as bytes.
+/// A GUID in the exporter's form: one hyphen less than usual, and all characters as bytes.
 constexpr const char* kGuid = "{01020304-0506-0708-090A0B0C0D0E0F10}";
 std::string hex(const std::string& text) {
   std::string digits;
@@ -100,7 +100,7 @@ TEST_F(StoreBuilderTest, EveryColumnTypeReadsBack) {
       << dumped;
 }
 
-TEST_F(StoreBuilderTest, LongValuesReadBackWholeInEveryForm) {
+TEST_F(StoreBuilderTest, LongValuesReadBackInEveryForm) {
   StoreBuilder store;
   Table& table = store.table(u"Notes");
   table.column({.name = u"note", .type = ColumnType::Memo, .compressed = false});
@@ -118,7 +118,7 @@ TEST_F(StoreBuilderTest, LongValuesReadBackWholeInEveryForm) {
   EXPECT_EQ(exported(file, "Notes", "-H -Q"), expected + "\n");
 }
 
-/// Rows of a table that is sorted in many ways, with nulls, equal keys and accents among them.
+/// Adds rows with nulls, equal keys and accents to a table with many indexes.
 void addIndexedRows(Table& table, int count, bool packed) {
   table.column({.name = u"id"})
       .column(makestore::Column::text(u"name", 255))
@@ -183,7 +183,7 @@ TEST_F(StoreBuilderTest, MovedRowsReadAsRowsAndDeletedOnesDoNot) {
   }
 }
 
-TEST_F(StoreBuilderTest, LongDefinitionsAndWideTablesAreWhole) {
+TEST_F(StoreBuilderTest, LongDefinitionsAndWideTablesReadBack) {
   StoreBuilder store;
   Table& table = store.table(u"Wide");
   std::vector<Variant> row;
@@ -208,7 +208,7 @@ TEST_F(StoreBuilderTest, LargeFilesAndReferenceMapsListEveryPage) {
   for (const bool references : {false, true}) {
     StoreBuilder store;
     store.referenceMaps(references).freePages(3);
-    // So large that a window of the usual length holds neither the table nor the whole file.
+    // So large that a window of the usual length covers neither the table nor the file.
     Table& table = store.table(u"Large");
     table.column({.name = u"id"}).column(makestore::Column::text(u"name", 255));
     for (int i = 0; i < 7000; ++i) table.row({i, text(255, u'\u20AC')});
@@ -256,7 +256,7 @@ TEST_F(StoreBuilderTest, SavedQueriesAreRebuiltAsOrdered) {
             "-- qryStar\nSELECT *\nFROM T;\n\n");
 }
 
-TEST_F(StoreBuilderTest, PasswordAndEnciphermentAreReadByOthers) {
+TEST_F(StoreBuilderTest, OtherReadersReadPasswordAndEncipherment) {
   StoreBuilder plain;
   StoreBuilder enciphered;
   enciphered.password(u"Twenty characters ok").encodingKey(0x12345678);

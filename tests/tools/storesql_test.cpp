@@ -56,7 +56,7 @@ class StoreSql : public testing::Test {
     return {WEXITSTATUS(status), contents(folder_ / "out"), contents(folder_ / "err")};
   }
 
-  /// A store whose one table has a column of each kind, and rows with what needs escapes.
+  /// A store whose one table has a column of each kind, and rows with characters that need escapes.
   std::string oddStore() const {
     using jet::ColumnType;
     makestore::StoreBuilder builder;
@@ -98,7 +98,7 @@ TEST_F(StoreSql, PrintsEveryKindOfValue) {
             "3\t\xE2\x82\xAC \xC3\xA9\t0\t\\N\t-2.0\t\\N\t\\N\t\n");
 }
 
-TEST_F(StoreSql, EndsWithTheErrorsNumberAndWords) {
+TEST_F(StoreSql, EndsWithTheErrorsNumberAndText) {
   const std::string store = oddStore();
   Result got = run({store, "select 1"});
   EXPECT_EQ(got.status, 1);
@@ -111,7 +111,7 @@ TEST_F(StoreSql, EndsWithTheErrorsNumberAndWords) {
   EXPECT_EQ(run({"--nonsense", store, "select 1"}).status, 2);
 }
 
-TEST_F(StoreSql, UpdatesTheFirstRowAndPrintsItAsItReads) {
+TEST_F(StoreSql, UpdatesTheFirstRowAndPrintsItAsStored) {
   const std::string store = oddStore();
   const std::vector<std::string> session{"--password", "secret"};
   const auto with = [&](std::vector<std::string> words) {
@@ -199,8 +199,8 @@ TEST_F(StoreSql, PrintsTheReferenceStoresAsExpected) {
     const Result got = run({database, "select * from " + object +
                                           (isQuery ? " order by description" : " order by 1")});
     EXPECT_EQ(got.err, "");
-    // A query comes in the order of its names, which are its second column; rows with equal names
-    // come in any order.
+    // A query's rows are in the order of their names, the second column; rows with equal names are
+    // in any order.
     if (isQuery) {
       EXPECT_EQ(fields(got.out, 1), fields(contents(file.path()), 1));
     }

@@ -37,11 +37,11 @@ inline constexpr std::u16string_view kStorePassword = u"w7rt3q8814Z";
 std::u16string connectionString(std::u16string_view path,
                                 std::u16string_view password = kStorePassword);
 
-/// "number: text" of the failure that an action ends in; empty where it ends in none.
+/// "number: text" of the error that an action raises; empty where it raises none.
 std::string failureOf(const std::function<void()>& action);
 int failureNumber(const std::function<void()>& action);
 
-/// A reference store, and what its tables and its query must read as.
+/// A reference store, and the expected rows of its tables and its query.
 struct ReferenceStore {
   std::filesystem::path file;
   using Row = std::map<std::string, std::string>;  ///< by column, as printed

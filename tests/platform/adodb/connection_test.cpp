@@ -37,12 +37,12 @@ TEST(Connection, OpensTheFileThatItsStringNames) {
   }
 }
 
-TEST(Connection, FailsWithTheProvidersWords) {
+TEST(Connection, FailsWithTheProvidersTexts) {
   const TestStore store(smallShop());
   const std::u16string path = inFolder(u"\\Stores\\Demo\\MASTER.mdb");
   EXPECT_EQ(openFailure(connectionString(path, u"wrong")), "-2147217843: Not a valid password.");
   EXPECT_EQ(openFailure(connectionString(path, u"")), "-2147217843: Not a valid password.");
-  // The file is named as this system does.
+  // Errors name the file by its path on this system.
   const std::string stores = store.folder().path() / "Stores";
   EXPECT_EQ(openFailure(connectionString(inFolder(u"\\stores\\demo\\Other.mdb"))),
             "-2147467259: Could not find file '" + stores + "/Demo/Other.mdb'.");
@@ -74,7 +74,7 @@ TEST(Connection, AFileHeldExclusivelyCannotBeOpened) {
   EXPECT_EQ(connection.State(), ADODB::kStateOpen);
 }
 
-TEST(Connection, TakesEachStepInItsStateOnly) {
+TEST(Connection, RefusesCallsThatDoNotFitItsState) {
   const TestStore store(smallShop());
   Connection connection;
   EXPECT_EQ(failureNumber([&] { connection.Close(); }), 3704);

@@ -60,7 +60,7 @@ TEST_F(RecordsetTest, AnEmptyResultHasFieldsButNoValues) {
   EXPECT_EQ(failureNumber([&] { (void)rows_.FieldAt(2); }), 3265);
 }
 
-TEST_F(RecordsetTest, TakesEachStepInItsStateOnly) {
+TEST_F(RecordsetTest, RefusesCallsThatDoNotFitItsState) {
   EXPECT_EQ(rows_.State(), ADODB::kStateClosed);
   EXPECT_EQ(failureNumber([&] { (void)rows_.RecordCount(); }), 3704);
   EXPECT_EQ(failureNumber([&] { rows_.Close(); }), 3704);
@@ -93,7 +93,7 @@ TEST_F(RecordsetTest, OnlyColumnsOfATablesRowsTakeValues) {
   EXPECT_EQ(failureNumber([&] { outer.Fields(u"PRINTER1").value(1); }), 3251);
 }
 
-TEST_F(RecordsetTest, ADateIsWrittenWholeAndOfTheCalendarOnly) {
+TEST_F(RecordsetTest, OnlyCompleteDatesOfTheCalendarAreWritten) {
   open(u"select id, lastsold from tblStock where id = 3");
   const auto written = [&](std::u16string_view text) {
     rows_.Fields(u"lastsold").value(std::u16string(text));

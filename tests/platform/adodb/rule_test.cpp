@@ -1,4 +1,4 @@
-// The rules that a store's owner has set for columns and rows.
+// Validation rules of columns and of rows.
 
 #include <gtest/gtest.h>
 
@@ -44,7 +44,7 @@ struct Items {
 
 class Rules : public testing::Test {
  protected:
-  /// What setting a column of the item ends in; empty where it is written.
+  /// The failure of setting a column of the item; empty where the value is written.
   std::string setting(const Items& items, std::u16string_view column, const Variant& value) {
     const support::ProgramFolder folder;
     const fs::path file = folder.path() / "Stores" / "Items.mdb";
@@ -112,24 +112,25 @@ TEST_F(Rules, OfAColumnAreCriteriaWithItAsLeftOperand) {
   }
 }
 
-TEST_F(Rules, RefuseWithTheOwnersWords) {
+TEST_F(Rules, RefuseWithTheOwnersText) {
   const Items items{.name = {},
                     .amount = {u"<100", u"No more than 100 \u20AC."},
                     .row = {u"[amount] < [most] Or [name] = 'free'", u"Too much."},
                     .most = {u">=1000"}};
   EXPECT_EQ(setting(items, u"amount", 100.0), "-2147467259: No more than 100 \u20AC.");
-  // The rows' rule is null while `most` is; the rule of `most` isn't tried until that is set.
+  // The rule of the rows is null while `most` is; the rule of `most` is tested only when that is
+  // set.
   EXPECT_EQ(setting(items, u"amount", 99.0), "");
   EXPECT_NE(setting(items, u"most", 4.0), "");
   const Items rows{.name = {}, .amount = {}, .row = items.row, .most = {}};
   EXPECT_EQ(setting(rows, u"most", 3.0), "-2147467259: Too much.");
   EXPECT_EQ(setting(rows, u"most", 3.5), "");
-  // What is set already is a value like any other.
+  // Setting the value that the column has already is tested as well.
   EXPECT_NE(setting({.name = {u"<>'tea'"}, .amount = {}, .row = {}, .most = {}}, u"name", u"tea"),
             "");
 }
 
-TEST_F(Rules, ThatCannotBeUnderstoodRefuseInWords) {
+TEST_F(Rules, ThatCannotBeParsedRefuseWithAReason) {
   const auto why = [&](const char16_t* rule) {
     const std::string failure = setting(
         {.name = {}, .amount = {rule, u"Never shown."}, .row = {}, .most = {}}, u"amount", 1.0);

@@ -15,11 +15,10 @@ using Row = ReferenceStore::Row;
 
 constexpr const char* kNull = "\\N";
 
-/// The system's statements on the reference stores, whose rows were written down before the stores.
+/// The system's statements on the reference stores, compared with their EXPECTED files.
 class StoreStatement : public testing::Test {
  protected:
-  /// The values of the columns, joined by "|"; null reads as the empty text, as the screens join
-  /// it.
+  /// The values of the columns, joined by "|"; null is the empty text, as on the screens.
   static std::vector<std::string> rows(const ReferenceStore& store, std::u16string_view statement,
                                        const std::vector<std::string>& columns, int cursorType) {
     Connection connection;

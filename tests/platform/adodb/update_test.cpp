@@ -147,7 +147,7 @@ TEST_F(Update, ARowThatAnotherSessionChangedIsRefused) {
   EXPECT_EQ(reread(u"select description from tblStock where id = 32"), "third|");
 }
 
-/// The items' store, with the columns that a case wants.
+/// A store of items with these columns.
 fs::path writeItems(const fs::path& file, const std::vector<makestore::Column>& columns) {
   makestore::StoreBuilder store;
   makestore::Table& table = store.password(std::u16string(kStorePassword)).table(u"Items");
@@ -182,7 +182,7 @@ TEST_F(Update, OfADefinitionThatAnotherProgramChangedIsRefused) {
     connection.Open(connectionString(files::programFolder() + u"\\Items.mdb"), u"", u"", -1);
     Recordset rows;
     rows.Open(u"select id, name, note from Items", connection, 1, 2, -1);
-    // Another program writes the file itself anew.
+    // Another program overwrites the file.
     const auto changed =
         support::readFile(writeItems(store_.folder().path() / "other.mdb", each.columns));
     std::ofstream(file, std::ios::binary) << changed.value();
@@ -229,8 +229,8 @@ TEST_F(Update, ThatChangesNothingReadsFewPages) {
   EXPECT_EQ(changes, 0);
 }
 
-// A program may stand under a message while its session is open, also one that has failed.
-TEST_F(Update, AnOpenSessionKeepsNoOtherFromWritingAndReadsWhatThatWrote) {
+// A program may show a message while its session is open, also after a failure.
+TEST_F(Update, AnOpenSessionLetsOthersWriteAndReadsTheirValues) {
   Connection other;
   store_.open(other);
   const auto rename = [&](std::u16string_view name) {

@@ -41,7 +41,7 @@ constexpr std::chrono::milliseconds kShort{30};
 
 }  // namespace
 
-TEST(ByteFile, ReadsAndWritesAtAnyPlace) {
+TEST(ByteFile, ReadsAndWritesAtAnyOffset) {
   const support::ProgramFolder folder;
   const fs::path path = folder.path() / "store.mdb";
   ByteFile file(path, Access::Create);
@@ -91,7 +91,7 @@ TEST(ByteFile, TellsWhyItCannotBeOpened) {
   EXPECT_EQ(problemOf(path, Access::ReadOnly), FileProblem::NoPermission);
 }
 
-TEST(ByteFile, LocksExcludeOtherOpeningsAndWaitNoLongerThanTold) {
+TEST(ByteFile, LocksExcludeOtherOpeningsAndWaitUntilTheirTimeout) {
   const support::ProgramFolder folder;
   folder.write("store.mdb", "");
   const fs::path path = folder.path() / "store.mdb";
@@ -100,7 +100,7 @@ TEST(ByteFile, LocksExcludeOtherOpeningsAndWaitNoLongerThanTold) {
   one.lockShared();
   two.lockShared();
   EXPECT_EQ(errorNumberOf([&] { one.lockExclusive(kShort); }), 70);
-  // The failed wait took nothing away: the other one is kept out still.
+  // The failed wait kept its shared lock: the other one is still excluded.
   EXPECT_EQ(errorNumberOf([&] { two.lockExclusive(kShort); }), 70);
   one.unlock();
   two.lockExclusive(kShort);
@@ -114,7 +114,7 @@ TEST(ByteFile, LocksExcludeOtherOpeningsAndWaitNoLongerThanTold) {
   one.lockExclusive(kShort);
 }
 
-/// Locks all of a file's own bytes, as programs do that know nothing of ours.
+/// Locks all of a file's bytes, as other programs do.
 bool lockBytes(int descriptor, short type) {
   struct stat status {};
   ::fstat(descriptor, &status);
@@ -145,7 +145,7 @@ TEST(ByteFile, LocksLeaveTheFilesOwnBytesToOtherPrograms) {
   EXPECT_EQ(support::readFile(path), "new bytes");
 }
 
-TEST(ByteFile, IsNotLockedWhileAnotherProgramHoldsItsBytesAlone) {
+TEST(ByteFile, IsNotLockedWhileAnotherProgramLocksItsBytesExclusively) {
   const support::ProgramFolder folder;
   folder.write("store.mdb", "bytes");
   const fs::path path = folder.path() / "store.mdb";
@@ -169,7 +169,7 @@ TEST(ByteFile, IsNotLockedWhileAnotherProgramHoldsItsBytesAlone) {
   EXPECT_EQ(errorNumberOf([&] { file.lockExclusive(kShort); }), 70);
   ASSERT_EQ(::write(done[1], "d", 1), 1);
   ASSERT_EQ(::read(ready[0], &byte, 1), 1);
-  // Who only reads disturbs nobody.
+  // A read lock excludes no other.
   file.lockShared(kShort);
   file.lockExclusive(kShort);
   ASSERT_EQ(::write(done[1], "d", 1), 1);

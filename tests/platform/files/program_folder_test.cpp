@@ -20,14 +20,14 @@ TEST(ProgramFolder, IsThatOfTheStartedPathAndLinksAreNotFollowed) {
   files::setProgramFile(link);
   EXPECT_EQ(programFolder(), link.parent_path().u16string());
 
-  // The way there counts from the folder of the start, also after the program has left it.
+  // A relative path is relative to the working folder at the start, even after a change of folder.
   const fs::path before = fs::current_path();
   fs::current_path(folder.path());
   files::setProgramFile("./pos/keystrand");
   fs::current_path(before);
   EXPECT_EQ(programFolder(), link.parent_path().u16string());
 
-  // Nothing is there to count from, and nothing is needed.
+  // An absolute path needs no working folder.
   const fs::path gone = folder.path() / "gone";
   fs::create_directory(gone);
   fs::current_path(gone);
@@ -52,7 +52,7 @@ TEST(ProgramFolder, NamesAreFoundInAnyCaseAndOfSeveralTheFirstInByteOrder) {
 
   for (const char16_t* name : {u"\\Stores\\CAFÉ\\\\MASTER.mdb", u"\\STORES\\Café\\master.MDB"})
     EXPECT_EQ(resolve(base + name), folder.path() / "STORES" / "Café" / "MASTER.mdb");
-  // Reader, writer and reset spell it in three ways, and must reach one file.
+  // Reader, writer and reset spell the name in three ways, and must find one file.
   for (const char16_t* name : {u"\\Posdata\\fastmovers1.txt", u"\\posdata\\FastMovers1.txt",
                                u"\\Posdata\\Fastmovers1.txt"})
     EXPECT_EQ(resolve(base + name), folder.posdata() / "FastMovers1.txt");
@@ -72,7 +72,7 @@ TEST(ProgramFolder, OddNamesStayBelowItAndDoNoHarm) {
   EXPECT_EQ(resolve(u""), "");
 }
 
-TEST(ProgramFolder, MayHaveANameThatNoTextHolds) {
+TEST(ProgramFolder, MayHaveANameThatIsNoValidText) {
   const support::ProgramFolder folder;
   folder.write("caf\xE9/Posdata/x.txt", "");
   files::setProgramFile(folder.path() / "caf\xE9" / "keystrand");

@@ -101,7 +101,7 @@ TEST_F(SequentialFile, AFileThatEndsWhileItIsReadEndsItsLine) {
   EXPECT_EQ(errorNumberOf([&] { file.lineInput(); }), 62);
 }
 
-TEST_F(SequentialFile, WhatCannotBeOpenedSaysWhy) {
+TEST_F(SequentialFile, FilesThatCannotBeOpenedRaiseTheirOwnErrors) {
   EXPECT_EQ(errorOfOpening(u"none.txt"), 53);
   EXPECT_EQ(errorOfOpening(u"none\\none.txt"), 76);
   EXPECT_EQ(errorOfWriting(u"none\\none.txt"), 76);

@@ -40,7 +40,7 @@ TEST_F(WholeFile, IsReadAndReplacedWithItsPermissionsKept) {
   EXPECT_EQ(errorNumberOf([&] { files::readWhole(folder.posdata()); }), 75);
 }
 
-TEST_F(WholeFile, AFaultAtAnyStepLeavesTheOldContentAndNoRubbish) {
+TEST_F(WholeFile, AFaultAtAnyStepLeavesTheOldContentAndNoOtherFile) {
   folder.write("Posdata/FastTouchButtons.ini", "old");
   int step = 0;
   for (;; ++step) {
@@ -55,7 +55,7 @@ TEST_F(WholeFile, AFaultAtAnyStepLeavesTheOldContentAndNoRubbish) {
   EXPECT_EQ(support::readFile(path), "brand new");
 }
 
-TEST_F(WholeFile, WhatIsLinkedOrInAClosedFolderIsWrittenInPlace) {
+TEST_F(WholeFile, ALinkOrAFileInAReadOnlyFolderIsWrittenInPlace) {
   folder.write("real.ini", "old content");
   fs::create_symlink(folder.path() / "real.ini", path);
   replaceWhole(path, "new");
@@ -65,7 +65,7 @@ TEST_F(WholeFile, WhatIsLinkedOrInAClosedFolderIsWrittenInPlace) {
   fs::create_hard_link(folder.path() / "real.ini", folder.path() / "second name.ini");
   for (const int step : {1, 2}) {
     support::FileFaults faults;
-    faults.cutAtChange(step);  // in place too the write is followed by a sync, and that is all
+    faults.cutAtChange(step);  // a write in place too is followed by a sync, and by nothing else
     EXPECT_EQ(errorNumberOf([&] { replaceWhole(path, "newest"); }), step == 1 ? 57 : 0);
   }
   EXPECT_EQ(folder.read("second name.ini"), "newest");

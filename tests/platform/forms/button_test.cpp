@@ -1,4 +1,4 @@
-// The push button: what it keeps, what it raises, how it is named and painted.
+// The push button: its properties, its events, its accessible names and its painting.
 
 #include <gmock/gmock.h>
 
@@ -41,7 +41,7 @@ ButtonDesign keyDesign(std::int16_t index) {
   return design;
 }
 
-/// Five keys, three in a row, that write down what they raise.
+/// Five keys, three in a row, that log their events.
 class KeyScreen : public forms::Form {
  public:
   KeyScreen()
@@ -86,7 +86,7 @@ class Button : public testing::Test {
   }
 
   QImage picture(const std::string& key) { return user->control(key).grab().toImage(); }
-  /// The colour that fills a key, off its edge and its text.
+  /// The colour that fills a key, away from its edge and its text.
   QRgb fill(const std::string& key) { return picture(key).pixel(8, 8); }
 
   support::TestHost host;
@@ -133,7 +133,7 @@ TEST_F(Button, APressAndReleaseOnItIsAClickAndNothingElseIs) {
   EXPECT_EQ(screen.log.size(), 1U);
 }
 
-/// A screen that stays up until its user has pressed a key of the keyboard, and held it.
+/// A screen that stays up until its user has pressed a key of the keyboard and holds it.
 class Notice : public forms::Form {
  public:
   Notice() : Form({.name = "Notice", .width = 1500, .height = 1500}) {}
@@ -141,7 +141,7 @@ class Notice : public forms::Form {
 
 TEST_F(Button, AKeyThatIsHeldIsOneClickAndReachesNothingAfterAModalScreen) {
   QWindow* window = user->window().windowHandle();
-  // The display system tells of a held key by presses without releases.
+  // The display system reports a held key by presses without releases.
   for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
     screen.log.clear();
     for (int repeat = 0; repeat < 3; ++repeat) QTest::keyPress(window, key);
@@ -151,7 +151,7 @@ TEST_F(Button, AKeyThatIsHeldIsOneClickAndReachesNothingAfterAModalScreen) {
     EXPECT_THAT(screen.log, ElementsAre("Click 0"));
   }
 
-  // Another button than the one on which it went down gets nothing of it.
+  // A button on which the key did not go down ignores its release.
   screen.log.clear();
   QTest::keyPress(window, Qt::Key_Space);
   user->focus("MyButton1(1)");
@@ -183,7 +183,7 @@ TEST_F(Button, AKeyThatIsHeldIsOneClickAndReachesNothingAfterAModalScreen) {
   EXPECT_EQ(clicks(), 2);
 }
 
-TEST_F(Button, ArrowKeysMoveTheFocusAmongTheKeysAsTheyStand) {
+TEST_F(Button, ArrowKeysMoveTheFocusByThePositionsOfTheKeys) {
   const auto after = [&](Qt::Key arrow) {
     user->key(arrow);
     for (std::int16_t i = 0; i < screen.keys.count(); ++i)
@@ -305,7 +305,7 @@ TEST_F(Button, ShowsTheFocusOnAnyColourButNotOnAKeyWithoutTheMark) {
   }
 }
 
-TEST_F(Button, ACaptionIsPaintedAsItStandsAndNeverLeavesItsKey) {
+TEST_F(Button, ACaptionIsPaintedAsPlainTextInsideItsKey) {
   const auto ink = [&](std::u16string_view caption) {
     screen.keys(2).backcolor(forms::kWhite);
     screen.keys(2).caption(caption);
@@ -327,7 +327,7 @@ TEST_F(Button, ACaptionIsPaintedAsItStandsAndNeverLeavesItsKey) {
   const auto empty = frame();
   screen.keys(2).caption(std::u16string(400, u'W'));
   EXPECT_EQ(frame(), empty);
-  // What has no room costs no time either.
+  // Text that does not fit costs no time either.
   const QImage filled = picture("MyButton1(2)");
   screen.keys(2).caption(std::u16string(1'000'000, u'W'));
   EXPECT_EQ(picture("MyButton1(2)"), filled);
@@ -335,7 +335,7 @@ TEST_F(Button, ACaptionIsPaintedAsItStandsAndNeverLeavesItsKey) {
   EXPECT_EQ(frame(), empty);
 }
 
-TEST_F(Button, AWordThatJustFitsTheKeyStaysWhole) {
+TEST_F(Button, AWordThatJustFitsTheKeyIsNotBroken) {
   const auto lines = [&](std::u16string_view caption) {
     screen.keys(2).backcolor(forms::kWhite);
     screen.keys(2).caption(caption);
@@ -451,7 +451,7 @@ TEST_F(Button, IsNamedForScreenReadersAndPressedByThem) {
   support::settle();
   EXPECT_THAT(screen.log, ElementsAre("Click 2", "DblClick 2"));
 
-  // What a modal screen shuts out, a reader can't press either.
+  // A reader can't press what a modal screen blocks.
   Notice notice;
   support::soon([&] {
     actions->doAction(QAccessibleActionInterface::pressAction());

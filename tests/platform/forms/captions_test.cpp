@@ -1,6 +1,5 @@
-// What is painted of a command's caption, on the screens themselves: all of it, within the button.
-// Run once for each font set, kind of hinting and scale; and how captions that are too long are
-// cut.
+// The captions of commands are painted completely, and inside the button, on the real screens. Run
+// once for each font set, kind of hinting and scale. Captions that are too long are shortened.
 
 #include <gtest/gtest.h>
 
@@ -14,7 +13,7 @@
 
 namespace {
 
-/// Takes down the texts that are painted on it.
+/// Records the texts that are painted on it.
 class TextEngine : public QPaintEngine {
  public:
   TextEngine() : QPaintEngine(AllFeatures) {}
@@ -69,7 +68,7 @@ class TextDevice : public QPaintDevice {
   QSize size_;
 };
 
-/// What is painted on a button, line by line. Fails where a text leaves the button.
+/// The texts that are painted on a button, line by line. Fails where a text leaves the button.
 QStringList painted(QWidget& button) {
   TextDevice device(button.size());
   button.render(&device);
@@ -97,7 +96,7 @@ std::string line(int key, const std::string& caption) {
       {.key = key, .product = "1", .caption = caption, .back = support::kWhite, .font = 0});
 }
 
-TEST(Captions, OfCommandsAreAllThere) {
+TEST(Captions, OfCommandsArePaintedCompletely) {
   support::Shop shop;
   {
     support::WindowDriver user = shop.open("frmMain");
@@ -127,7 +126,7 @@ TEST(Captions, OfCommandsAreAllThere) {
   EXPECT_EQ(checkCommands(user), 6);
 
   const auto onKey = [&](int key) { return painted(user.control(support::key(key))); };
-  // With the faces that have Arial's widths the longest words of a shop stay in one piece.
+  // With the faces that have Arial's widths the longest words of a shop are not broken.
   if (std::getenv("NARROW_FACES") != nullptr) {
     for (const int key : {0, 1, 2}) EXPECT_EQ(onKey(key).size(), 1) << key;
   }

@@ -1,4 +1,4 @@
-// The standard controls: values and their nested events, what the user does, what readers hear.
+// The standard controls: values and their nested events, user actions, names for screen readers.
 
 #include <gmock/gmock.h>
 
@@ -255,7 +255,7 @@ TEST_F(Controls, ASecondPressThatDragsTheRowOffTheListIsNoDoubleClick) {
     const QPoint to = list.mapTo(&user->window(), onList);
     support::soon([&] {
       QCursor::setPos(list.mapToGlobal(onList));
-      QTest::mouseMove(window, to);  // here the toolkit's drag ends at once
+      QTest::mouseMove(window, to);  // off screen the toolkit's drag ends at once
       QTest::mouseRelease(window, Qt::LeftButton, {}, to);
     });
     QTest::mousePress(window, Qt::LeftButton, {}, row);
@@ -310,7 +310,7 @@ class FingerOnList : public Controls {
   }
 };
 
-TEST_F(FingerOnList, ScrollsByASwipeAndTheListRunsOn) {
+TEST_F(FingerOnList, ScrollsByASwipeAndTheListKeepsMoving) {
   swipe(90, 20);
   const int lifted = scrolled();
   EXPECT_GT(lifted, 30);
@@ -366,7 +366,7 @@ TEST_F(Controls, AnotherButtonNeitherStartsNorEndsADrag) {
   const QPoint at = user->control("list").mapTo(&user->window(), QPoint(20, 20));
   bool over = false;
   bool heldOn = false;
-  // The left button's press turns the events until its release.
+  // The left button's press runs the event loop until its release.
   support::soon([&] { QTest::mousePress(window, Qt::RightButton, {}, at); });
   support::soon([&] { QTest::mouseRelease(window, Qt::RightButton, {}, at); }, 20);
   support::soon(
@@ -383,7 +383,7 @@ TEST_F(Controls, AnotherButtonNeitherStartsNorEndsADrag) {
   EXPECT_THAT(screen.log, ElementsAre("MouseDown 1 on 0"));
 }
 
-TEST_F(Controls, OnEmptyGroundBelowTheLastRowNothingIsSelected) {
+TEST_F(Controls, BelowTheLastRowAPressSelectsNothing) {
   screen.list.Clear();
   screen.list.AddItem(u"first");
   screen.list.AddItem(u"last");
@@ -398,7 +398,7 @@ TEST_F(Controls, OnEmptyGroundBelowTheLastRowNothingIsSelected) {
   EXPECT_EQ(screen.log.back(), "DblClick 0");
 }
 
-TEST_F(Controls, TheListKeepsEveryEntryWholeAndFillsFast) {
+TEST_F(Controls, TheListKeepsEveryEntryInFullAndFillsFast) {
   screen.list.Clear();
   std::u16string entry(130, u' ');
   for (int i = 0; i < 40000; ++i) {
@@ -429,7 +429,7 @@ TEST_F(Controls, TheHiddenTableKeepsTextsAndKnowsItsBounds) {
   EXPECT_EQ(errorNumberOf([&] { screen.table.TextMatrix(-1, 0); }), 9);
 }
 
-TEST_F(Controls, AReaderHearsNamesAsTheyStand) {
+TEST_F(Controls, AReaderHearsNamesAsPlainText) {
   const auto reader = [&](const char* name) {
     return QAccessible::queryAccessibleInterface(&user->control(name));
   };
@@ -475,7 +475,7 @@ class Products : public testing::Test {
   std::optional<WindowDriver> user;
 };
 
-TEST_F(Products, NamesThatFollowAnIdStandInOneColumn) {
+TEST_F(Products, NamesThatFollowAnIdAreAlignedInOneColumn) {
   const auto& list = static_cast<QListView&>(user->control("list"));
   const auto row = [&](int index) {
     QRect area = list.visualRect(list.model()->index(index, 0));

@@ -59,7 +59,7 @@ TEST(DenseDesktop, LaysAScreenOutSmallerOnlyAsFarAsNeeded) {
   EXPECT_EQ(fits.corner, QRect(860, 480, 100, 20));
   EXPECT_EQ(fits.points, 9.75);
 
-  // 1200 pixels where there are 960: four fifths, positions and fonts alike.
+  // 1200 pixels on a screen of 960: four fifths, for positions and fonts alike.
   const Laid wide = laidOut(18000, 7500);
   EXPECT_EQ(wide.corner, QRect(880, 384, 80, 16));
   EXPECT_NEAR(wide.points, 7.8, 0.01);

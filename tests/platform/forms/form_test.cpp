@@ -1,4 +1,4 @@
-// Screens: load, show, modal show, tab order, places, timers, and what comes after the end.
+// Screens: load, show, modal show, tab order, positions, timers, and the end of the program.
 
 #include "platform/forms/Form.h"
 
@@ -77,7 +77,7 @@ class MainScreen : public forms::Form {
   bool failing = false;
 };
 
-/// A borderless notice that takes itself away after a while.
+/// A borderless notice that closes itself after a while.
 class Notice : public forms::Form {
  public:
   Notice()
@@ -168,7 +168,7 @@ TEST_F(Screens, TabFollowsTheTabIndexesOverVisibleStops) {
   EXPECT_TRUE(user->hasFocus("hidden"));
 }
 
-TEST_F(Screens, AreasAndBarelessWindowsAreNamedAfterWhatTheyHold) {
+TEST_F(Screens, AreasAndWindowsWithoutATitleBarAreNamedAfterTheirContent) {
   const auto name = [](QWidget& widget) {
     return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name);
   };
@@ -195,7 +195,7 @@ TEST_F(Screens, AreasAndBarelessWindowsAreNamedAfterWhatTheyHold) {
   EXPECT_EQ(name(atNotice.window()), "All done");
 }
 
-TEST_F(Screens, AModalNoticeShutsTheOthersOutUntilItsTimerTakesItAway) {
+TEST_F(Screens, AModalNoticeBlocksTheOthersUntilItsTimerClosesIt) {
   show();
   for (int i = 0; i < 2; ++i) {
     bool wasShown = false;
@@ -220,7 +220,7 @@ TEST_F(Screens, AModalNoticeShutsTheOthersOutUntilItsTimerTakesItAway) {
   EXPECT_THAT(screen.log, ElementsAre("load", "first"));
 }
 
-TEST_F(Screens, AModalDialogReturnsWhenItsFrameClosesItAndBeginsAfreshNextTime) {
+TEST_F(Screens, AModalDialogReturnsWhenItsFrameClosesItAndIsCreatedAgainNextTime) {
   show();
   const auto first = forms::DefaultInstance<Dialog>::get();
   QSize size;
@@ -237,8 +237,8 @@ TEST_F(Screens, AModalDialogReturnsWhenItsFrameClosesItAndBeginsAfreshNextTime) 
   forms::DefaultInstance<Dialog>::drop();
 }
 
-// A press that a modal screen dropped must not make the next one the second of a double press.
-TEST_F(Screens, APressThatWasShutOutCountsForNoDoubleClick) {
+// A press that a modal screen blocked must not count as the first of a double click.
+TEST_F(Screens, ABlockedPressCountsForNoDoubleClick) {
   show();
   screen.first.DblClick = [&] { screen.log.push_back("double"); };
   user->moveTo("first");
@@ -254,7 +254,7 @@ TEST_F(Screens, APressThatWasShutOutCountsForNoDoubleClick) {
   EXPECT_THAT(screen.log, ElementsAre("first"));
 }
 
-TEST_F(Screens, AfterTheEndModalLoopsReturnAndTheHandlerGoesNoFurther) {
+TEST_F(Screens, AfterTheEndModalLoopsReturnAndTheHandlerStops) {
   show();
   bool wentOn = false;
   screen.first.Click = [&] {
@@ -327,7 +327,7 @@ class Maximised : public forms::Form {
               .restoredAt = forms::Offset{120, 450}}) {}
 };
 
-TEST(MaximisedScreen, ComesBackToItWhereItHasNoBoxForAnotherSize) {
+TEST(MaximisedScreen, StaysMaximisedWithoutAMaximiseBox) {
   support::TestHost host;
   Maximised screen(false);
   screen.Show();
@@ -357,7 +357,7 @@ TEST(MaximisedScreen, IsFixedInSizeOnlyWhileItIsNotMaximised) {
   EXPECT_EQ(user.window().size(), QSize(1920, 1080));
 }
 
-TEST(LabelsAndTips, ShowTextAsItStands) {
+TEST(Label, ShowsPlainText) {
   class Labels : public forms::Form {
    public:
     Labels() : Form({.name = "Labels", .width = 6000, .height = 3000}) {}

@@ -1,4 +1,4 @@
-// The product's host: its boxes as the user meets them, and the programs that it starts.
+// The product's host: its message boxes and dialogs, and the programs that it starts.
 
 #include <gmock/gmock.h>
 
@@ -31,7 +31,7 @@ class RealHost : public testing::Test {
  protected:
   RealHost() : host(forms::makeHost()) { process::setHost(*host); }
 
-  support::TestHost recorder;  // begins the process's life anew
+  support::TestHost recorder;  // clears the process's state
   std::unique_ptr<process::Host> host;
 };
 
@@ -103,7 +103,7 @@ TEST_F(RealHost, TheColourDialogKeepsTheLastConfirmedColour) {
 
 TEST_F(RealHost, StartsAProgramInItsFolderWithoutArguments) {
   const support::ProgramFolder folder;
-  // A folder's name need not be a text.
+  // A folder's name may be no valid text.
   const auto place = folder.path() / "caf\xE9";
   folder.write(place / "comms.exe", "#!/bin/sh\necho \"$# $PWD\" > told.part\nmv told.part told\n");
   const auto program = place / "comms.exe";

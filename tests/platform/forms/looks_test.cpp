@@ -1,5 +1,4 @@
-// How lists and boxes look: in line with each other, with a focus mark, in a light and a dark
-// theme.
+// The looks of lists and boxes: aligned texts and a focus mark, in a light and a dark theme.
 
 #include <gtest/gtest.h>
 
@@ -74,7 +73,7 @@ class Looks : public testing::TestWithParam<bool> {
     return std::abs(picture.pixelColor(x, y).lightness() - ground.lightness());
   }
 
-  /// Where the text begins in a picture of a box, right of its frame.
+  /// The x position at which the text begins in a picture of a box, right of its frame.
   static int textStart(const QImage& picture, const QColor& ground) {
     for (int x = 3; x < picture.width(); ++x)
       for (int y = 4; y < 19; ++y)
@@ -88,7 +87,7 @@ class Looks : public testing::TestWithParam<bool> {
   std::optional<support::WindowDriver> user;
 };
 
-TEST_P(Looks, TextsOfBoxesAndListsStandInLine) {
+TEST_P(Looks, TextsOfBoxesAndListsAreAligned) {
   user->focus("tick");
   const QColor ground = QApplication::palette().color(QPalette::Base);
   const int start = textStart(picture("list"), ground);
@@ -126,7 +125,7 @@ TEST_P(Looks, ATickBoxHasAClearEdgeAndMarkOnItsOwnColour) {
   EXPECT_GT(ink(), empty + 12);
 }
 
-TEST_P(Looks, AnOpenListHasAClearEdgeAndShowsWhatEnterTakes) {
+TEST_P(Looks, AnOpenListHasAClearEdgeAndMarksTheEntryThatEnterPicks) {
   auto& box = static_cast<QComboBox&>(user->control("box"));
   screen.box.ListIndex(-1);
   user->click("box");

@@ -1,4 +1,4 @@
-// The sheet: typing, moving, drop-down and check cells, as a user and the screen's code see them.
+// The sheet: typing, moving, drop-down and check cells, for a user and for the screen's code.
 
 #include <gmock/gmock.h>
 
@@ -172,7 +172,7 @@ TEST_F(Sheet, TypingGoesIntoTheActiveCellAtOnceAndEnterMovesDown) {
   EXPECT_EQ(screen.active(), Cell(kLast, kValues));
   EXPECT_FALSE(listIsOpen());
 
-  // Coming back to a cell, typing begins its text anew, as code reads it and as code writes it.
+  // In a cell that becomes active again, typing replaces the text, unless code has set it since.
   user->key(Qt::Key_Home);
   user->type(u"Tea");
   EXPECT_EQ(screen.text(kName), u"Tea");
@@ -192,7 +192,7 @@ TEST_F(Sheet, StopsTypingAndPastingAtTheColumnsLength) {
   paste("two\r\nlines");
   EXPECT_EQ(screen.text(kName), u"two  lines");
 
-  // The limit is the keyboard's alone.
+  // The limit binds the keyboard only.
   screen.Grid1.Cell(kPrice, kValues).Text(std::u16string(70, u'4'));
   EXPECT_EQ(screen.text(kPrice).size(), 70U);
   screen.Grid1.Column(kValues).MaxLength(3);
@@ -225,7 +225,7 @@ TEST_F(Sheet, ACellTakesOneLineOfCharactersThatTheCodePageHas) {
   paste(QString::fromUtf16(u"Cafe\u0301 \U0001F600 \u03A9 \u2192 \u20AC\u00FF q\u0303"));
   EXPECT_EQ(screen.text(kPrice), u"Caf\u00E9 ? ? ? \u20AC\u00FF q?");
 
-  // Half of a character is none, and nothing is dropped into a cell.
+  // Half of a character is dropped, and a cell takes no drops.
   user->key(Qt::Key_Up);
   paste(QString(49, 'n') + QString::fromUtf16(u"\U0001F600"));
   EXPECT_EQ(screen.text(kName), std::u16string(49, u'n'));
@@ -293,7 +293,7 @@ TEST_F(Sheet, CheckCellsToggleByClickAndSpaceButNotByTheirLabels) {
   QTest::mouseDClick(user->window().windowHandle(), Qt::LeftButton, {}, middle(kLast, kValues));
   EXPECT_EQ(screen.text(kLast), u"0");
 
-  // A press that is let go elsewhere toggles neither cell.
+  // A press that is released elsewhere toggles neither cell.
   QTest::mousePress(user->window().windowHandle(), Qt::LeftButton, {},
                     middle(kFirstCheck, kValues));
   QTest::mouseRelease(user->window().windowHandle(), Qt::LeftButton, {}, middle(kLast, kValues));
@@ -304,7 +304,7 @@ TEST_F(Sheet, CheckCellsToggleByClickAndSpaceButNotByTheirLabels) {
   EXPECT_EQ(screen.text(kLast), u"1");
 }
 
-TEST_F(Sheet, APickedEntryIsInTheCellBeforeTheScreenIsTold) {
+TEST_F(Sheet, APickedEntryIsInTheCellBeforeItsEventIsRaised) {
   click(kDepartment, kValues);
   ASSERT_TRUE(listIsOpen());
   EXPECT_EQ(screen.text(kDepartment), u"");
@@ -368,7 +368,7 @@ TEST_F(Sheet, AFailingPickIsReportedOnceAndEndsTheProcess) {
   EXPECT_FALSE(listIsOpen());
 }
 
-TEST_F(Sheet, WhatLiesOutsideRaisesError9) {
+TEST_F(Sheet, RowsAndColumnsOutOfRangeRaiseError9) {
   const auto error = [](const std::function<void()>& act) {
     try {
       act();
@@ -387,7 +387,7 @@ TEST_F(Sheet, WhatLiesOutsideRaisesError9) {
   EXPECT_EQ(error([&] { grid.Cell(kLast, kValues).Text(u""); }), 0);
 }
 
-TEST_F(Sheet, FillsItsPlaceAndPaintsTheActiveCellAndTheBorder) {
+TEST_F(Sheet, FillsItsBoundsAndPaintsTheActiveCellAndTheBorder) {
   EXPECT_EQ(table().visualRect(table().model()->index(kName, kLabels)).top(), 0);
   EXPECT_EQ(table().rowHeight(kLast), 35);
   EXPECT_EQ(table().columnWidth(kLabels), 150);
@@ -430,7 +430,7 @@ TEST_F(Sheet, TheActiveCellShowsWhetherTheSheetHasTheFocus) {
   }
 }
 
-TEST_F(Sheet, IsReadOutWithLabelsValuesAndStates) {
+TEST_F(Sheet, IsReadToScreenReadersWithLabelsValuesAndStates) {
   screen.Grid1.Cell(kName, kValues).Text(u"Tea");
   screen.Grid1.Cell(kDepartment, kValues).Text(u"Cakes, Pies, Pastries");
   screen.Grid1.Cell(kLast, kValues).Text(u"1");

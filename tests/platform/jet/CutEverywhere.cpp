@@ -44,8 +44,8 @@ bool isBodyWithoutPointer(const std::string& complaint) {
   return complaint.find("has no pointer") != std::string::npos;
 }
 
-/// Complaints of the checker that a cut may leave: about the row's second entry, its second body, a
-/// page that is in the chain of leaves but not in the tree.
+/// True for complaints of the checker that an interruption may cause: about the row's second entry,
+/// its second body, a page that is in the chain of leaves but not in the tree.
 bool isLeftover(const std::string& complaint, const Change& change) {
   const std::string row = std::to_string(change.row.page) + "/" + std::to_string(change.row.slot);
   if (isBodyWithoutPointer(complaint)) return true;
@@ -63,7 +63,7 @@ bool isLeftover(const std::string& complaint, const Change& change) {
       kinds, [&](const std::string& kind) { return complaint.find(kind) != std::string::npos; });
 }
 
-/// The change with the values that the row has before it.
+/// The change back to the values that the row has now.
 Change undoing(const fs::path& file, std::u16string_view password, Change change) {
   jet::Database database(file, u"the file", jet::Password{password});
   jet::RowReader reader = tableNamed(database, change.table).reader();
@@ -72,7 +72,7 @@ Change undoing(const fs::path& file, std::u16string_view password, Change change
   return change;
 }
 
-/// One change, with every state that a power cut may leave.
+/// One change, and every state of the file that a power cut may leave.
 class Cutting {
  public:
   Cutting(const Scratch& scratch, fs::path before, std::u16string password, Change change)
@@ -136,7 +136,7 @@ class Cutting {
     judgeIndexes(again);
   }
 
-  /// The independent checker's verdict on all states, and on what the repeated change made of them.
+  /// The independent checker's verdict on all states, before and after the repeated change.
   void judgeFiles() const {
     std::vector<fs::path> files = cutFiles_;
     files.insert(files.end(), finishedFiles_.begin(), finishedFiles_.end());
@@ -150,8 +150,8 @@ class Cutting {
         EXPECT_TRUE(complaint == "sound" || isBodyWithoutPointer(complaint)) << file << complaint;
   }
 
-  /// The other reader passes over pointers and lists bodies where they lie: a body too many shows
-  /// as a second copy of the row.
+  /// The other reader ignores pointers and lists bodies at their own positions: a superfluous body
+  /// shows as a second copy of the row.
   void judgeExport(const fs::path& file, const std::vector<Lines>& allowed) const {
     const Lines lines = exportOf(file, change_.table);
     EXPECT_TRUE(std::ranges::any_of(
@@ -165,8 +165,8 @@ class Cutting {
     EXPECT_EQ(indexProblems(tableNamed(database, change_.table)), std::vector<std::string>());
   }
 
-  /// Gives other rows the values that the interrupted change had to give or to take, so that their
-  /// entries come near its.
+  /// Sets other rows to the old and the new values of the interrupted change, so that their entries
+  /// are next to its.
   void changeOthers(const fs::path& file, std::map<jet::RowId, std::string> expected) const {
     for (const Change& values : {undoing_, change_}) {
       int changed = 0;

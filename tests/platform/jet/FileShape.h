@@ -14,8 +14,8 @@
 
 namespace jettest {
 
-/// What a change may do to a file: where the row lies, the pages of the table's indexes, the usage
-/// maps.
+/// The parts of a file that a change may alter: the position of the row, the pages of the table's
+/// indexes, the usage maps.
 struct FileShape {
   struct Map {
     bool inReferences = false;
@@ -23,7 +23,7 @@ struct FileShape {
     std::size_t length = 0;
     std::ptrdiff_t bitmaps = 0;  ///< bitmap pages of a map in references
   };
-  std::optional<jet::RowPointer> body;  ///< where the row's slot points
+  std::optional<jet::RowPointer> body;  ///< the row that the row's slot points to
   struct Index {
     std::vector<int> levels;         ///< pages of each level, leaves first
     std::vector<jet::Bytes> bounds;  ///< the entries of its nodes
@@ -33,11 +33,11 @@ struct FileShape {
   std::vector<Map> maps;  ///< those of the table and of its indexes
 };
 
-/// The shape of the file as far as it concerns the change's row and table.
+/// The shape of the file for the row and the table of the change.
 FileShape shapeOf(const std::filesystem::path& file, std::u16string_view password,
                   const Change& change);
 
-/// What happened between two shapes, in words: "moved", "leaf split", "node split at level 2".
+/// The differences between two shapes, in words: "moved", "leaf split", "node split at level 2".
 std::set<std::string> kindsOf(const FileShape& before, const FileShape& after);
 
 }  // namespace jettest

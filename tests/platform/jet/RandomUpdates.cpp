@@ -101,7 +101,7 @@ int RandomUpdates::random(int below) {
 }
 
 std::u16string RandomUpdates::randomText(std::size_t most) {
-  // Short ones mostly, so that there are equal keys; long ones, so that pages fill.
+  // Mostly short, so that there are equal keys; sometimes long, so that pages fill.
   const int longest = static_cast<int>(std::min<std::size_t>(most, random(4) == 0 ? 255 : 20));
   const std::u16string_view letters =
       u"abcdefghijklmnopqrstuvwxyzABCDEFGH0123456789    "
@@ -193,7 +193,7 @@ void RandomUpdates::run(int count) {
   if (tables_.empty()) return;
   jet::Database database(file_, u"the file", jet::Password{password_});
   const int goal = made_ + count;
-  // A file may have tables that take hardly any change.
+  // A file may have tables that refuse most changes.
   for (int tries = 50 * count; made_ < goal && tries > 0; --tries) make(database, next(database));
 }
 

@@ -22,19 +22,19 @@ struct Change {
 void makeChange(const std::filesystem::path& file, std::u16string_view password,
                 const Change& change);
 
-/// Changes random columns of random rows of a database file, and keeps what the rows must read as.
+/// Changes random columns of random rows of a database file, and keeps the expected rows.
 class RandomUpdates {
  public:
   RandomUpdates(std::filesystem::path file, std::u16string password, std::uint32_t seed);
 
-  /// A change that may be made next.
+  /// The next random change.
   Change next(jet::Database& database);
   /// Makes a change; false where the engine refuses it.
   bool make(jet::Database& database, const Change& change);
   /// Makes that many changes, refused ones not counted, in one session.
   void run(int count);
-  /// What is wrong with the file: rows that differ from the model, rows that an index doesn't find
-  /// or finds by a key that isn't theirs, what the independent checker says. Empty when sound.
+  /// The problems of the file: rows that differ from the model, rows that an index doesn't find or
+  /// finds by another row's key, and those that the independent checker reports. Empty when sound.
   std::vector<std::string> problems() const;
 
   int made() const { return made_; }
@@ -61,7 +61,7 @@ class RandomUpdates {
   std::map<int, int> refused_;
 };
 
-/// What is wrong with a table's indexes by our own walks and lookups.
+/// The problems of a table's indexes that our own walks and lookups find.
 std::vector<std::string> indexProblems(const jet::Table& table);
 
 }  // namespace jettest

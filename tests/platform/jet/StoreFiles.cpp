@@ -111,7 +111,7 @@ std::vector<StoreFile> databasesBelow(const fs::path& folder, const std::u16stri
   return files;
 }
 
-/// Stores of the older generation, and one with what the reference stores lack.
+/// Stores of the older generation, and a large one with structures that no reference store has.
 std::vector<StoreFile> madeStores() {
   static const Scratch scratch;
   static const std::vector<StoreFile> files = [] {

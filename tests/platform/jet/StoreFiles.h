@@ -22,14 +22,14 @@ struct StoreFile {
 std::vector<StoreFile> referenceStores();
 /// The reference store in this folder of tests/data.
 StoreFile referenceStore(std::string_view name);
-/// Files of both generations: the reference stores and made ones. A long run replaces them by real
-/// files: the environment variable STORE_FILES names their folder; none has a password.
+/// Files of both generations: the reference stores and generated ones. A long run uses real files
+/// instead: the environment variable STORE_FILES names their folder; none has a password.
 std::vector<StoreFile> filesOfAllKinds();
 /// True in a long run over real files.
 bool areRealFiles();
 
-/// A folder that goes with the object. It lies in memory where the machine has such a place, so
-/// that syncs cost nothing.
+/// A folder that is deleted with the object. It is in memory where the machine has a memory file
+/// system, so that syncs cost nothing.
 class Scratch {
  public:
   Scratch();
@@ -45,14 +45,14 @@ class Scratch {
   std::filesystem::path folder_;
 };
 
-/// What a command printed to its standard output; its exit status goes to `status`.
+/// The standard output of a command; `status` receives its exit status.
 std::string outputOf(const std::string& command, int* status = nullptr);
-/// What storecheck says about a file: "sound", or its problems, one a line.
+/// The output of storecheck for a file: "sound", or its problems, one a line.
 std::string checkerVerdict(const std::filesystem::path& file);
-/// The same for many files at once, which is much quicker; by file, one problem a line.
+/// The same for many files at once, which is much faster: the problems of each file.
 std::map<std::filesystem::path, std::vector<std::string>> checkerVerdicts(
     const std::vector<std::filesystem::path>& files);
-/// What storecheck prints for a file with these options; its exit status goes to `status`.
+/// The output of storecheck for a file with these options; `status` receives its exit status.
 std::string checkerOutput(const std::string& options, const std::filesystem::path& file,
                           int* status = nullptr);
 
@@ -64,16 +64,16 @@ std::string printed(const runtime::Variant& value);
 
 /// All rows of a table by a scan, each as one line with tabs between the columns.
 std::vector<std::string> linesOf(const jet::Table& table);
-/// Opens the file and gives the table of that name.
+/// The table of that name. Raises std::runtime_error where there is none.
 const jet::Table& tableNamed(jet::Database& database, std::u16string_view name);
 
-/// Updates one row; columns are named by their positions in `table`, which is gone after it. No
-/// validation rule refuses anything.
+/// Updates one row; columns are named by their positions in `table`, which is invalid afterwards.
+/// No validation rule is tested.
 void update(jet::Database& database, const jet::Table& table, jet::RowId row,
             std::span<const jet::ColumnValue> values,
             std::span<const jet::ColumnValue> asRead = {});
 
-/// Reads whatever a database holds: every table by a scan and by each index, every saved query.
+/// Reads all content of a database: every table by a scan and by each index, every saved query.
 void readEverything(const std::filesystem::path& file, std::u16string_view password);
 
 std::string narrow(std::u16string_view text);

@@ -20,7 +20,7 @@ WriteLog::~WriteLog() {
   files::setFaultSeam({});
 }
 
-/// The seam is asked before a step: the write before it is complete by now.
+/// The seam is called before a step, so the preceding write is complete by now.
 void WriteLog::note(const files::FileStep& step) {
   fetchLast();
   if (step.kind == Kind::Sync) {

@@ -11,16 +11,16 @@
 
 namespace jettest {
 
-/// One write as it reached the file.
+/// One write to the file.
 struct LoggedWrite {
   std::uint64_t offset = 0;
   std::string bytes;
 };
-/// What was written between two syncs, in the program's order. The disk may keep any subset of it
-/// when the power fails.
+/// The writes between two syncs, in the program's order. A power cut may leave any subset of them
+/// on the disk.
 using SyncGroup = std::vector<LoggedWrite>;
 
-/// Notes all writes to a file while it lives.
+/// Records all writes to a file during its lifetime.
 class WriteLog {
  public:
   explicit WriteLog(std::filesystem::path file);
@@ -43,9 +43,9 @@ class WriteLog {
   int syncs_ = 0;
 };
 
-/// What a power cut may leave of a group, each as the indexes of the writes that it keeps. All
-/// subsets of up to five writes; of more none, all, all but one, one alone, each prefix and a
-/// sample.
+/// The subsets of a group that a power cut may leave, each as the indexes of the writes that are
+/// kept. All subsets of up to five writes; for more writes: none, all, all but one, a single one,
+/// each prefix and a sample.
 std::vector<std::vector<std::size_t>> subsetsOf(std::size_t writes);
 std::vector<std::size_t> everyWrite(std::size_t writes);
 

@@ -1,4 +1,4 @@
-// What a change accepts, what it refuses with the file untouched, and changes at random.
+// The values that a change accepts, those that it refuses with the file untouched, random changes.
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -34,7 +34,7 @@ std::string bytesOf(const fs::path& file) {
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-/// A copy of a reference file, and one row of a table of it that is changed.
+/// A copy of a reference file, and one row in it that tests change.
 class ARow : public testing::Test {
  protected:
   void use(const std::string& store, const std::u16string& table, const std::u16string& column,
@@ -74,7 +74,7 @@ class ARow : public testing::Test {
     return read(column);
   }
 
-  /// The error of a change that has to leave the file as it is, byte for byte.
+  /// The error of a change that must leave the file unchanged, byte for byte.
   int refused(const std::u16string& column, const Variant& value) {
     const std::string before = bytesOf(file_);
     const int number = errorNumberOf([&] { change(column, value); });
@@ -120,7 +120,7 @@ TEST_F(UpdateValues, OfAnyLengthGoToPagesOfTheirOwn) {
     const std::u16string text(length, u'\u20ac');
     EXPECT_EQ(changed(u"notes", text), narrow(text));
     EXPECT_EQ(verdict(), "sound") << length;
-    if (length == 0) continue;  // the other reader shows the empty text as null
+    if (length == 0) continue;  // the other reader exports the empty text as null
     const std::string exported =
         outputOf("mdb-export -H '" + file_.string() + "' tblStock 2>/dev/null");
     EXPECT_NE(exported.find("\"" + narrow(text) + "\""), std::string::npos) << length;
@@ -165,7 +165,7 @@ TEST_F(UpdateValues, ThatDoNotFitTheColumnAreRefused) {
   EXPECT_EQ(refused(u"recno", std::int32_t{5}), kEngine);
   EXPECT_EQ(refused(u"id", runtime::Null{}), kEngine);
   EXPECT_EQ(refused(u"id", std::int32_t{8}), kEngine);
-  // A character without a place in the order can't be indexed; elsewhere it is a text like others.
+  // A character outside the sort order can't be indexed; in other columns it is an ordinary text.
   EXPECT_EQ(refused(u"description", u"\u6f22"), kEngine);
   EXPECT_EQ(changed(u"notes", u"\u6f22"), "\u6f22");
   use("short", u"tblStock", u"id", std::int32_t{7});
@@ -173,7 +173,7 @@ TEST_F(UpdateValues, ThatDoNotFitTheColumnAreRefused) {
   EXPECT_EQ(changed(u"description", runtime::Null{}), "\\N");
 }
 
-/// Adds a foreign key of one index to another table's definition, which takes one page.
+/// Adds a foreign key of one index to a table's definition, which takes one page.
 void addForeignKey(std::vector<std::uint8_t>& bytes, jet::PageNumber page, jet::LogicalIndex key) {
   const std::size_t size = jet::kJet4Layout.pageSize;
   const auto at = bytes.begin() + static_cast<std::ptrdiff_t>(page * size);
@@ -195,7 +195,7 @@ TEST_F(UpdateValues, ThatWouldBreakARelationshipAreRefused) {
   store.tableNamed(u"Items").row({std::int32_t{5}, std::int32_t{1}});
   std::vector<std::uint8_t> bytes = store.build();
   const fs::path file = scratch_.folder() / "related.mdb";
-  // Made tables begin on page 6, in the order of their making.
+  // The definitions of generated tables begin on page 6, in the order of creation.
   constexpr jet::PageNumber kGroups(6);
   constexpr jet::PageNumber kItems(7);
   addForeignKey(bytes, kGroups,
@@ -244,7 +244,7 @@ TEST_F(UpdateOfARow, ThatIsNoLongerAsItWasReadIsRefused) {
   EXPECT_EQ(read(u"description"), "first");
 }
 
-TEST_F(UpdateOfARow, WaitsForOtherSessionsAndGivesUpInTheEnd) {
+TEST_F(UpdateOfARow, WaitsForOtherSessionsUntilATimeout) {
   use("corner", u"tblStock", u"id", std::int32_t{17});
   jet::Database reading(file_, u"the file", jet::Password{password_});
   EXPECT_EQ(refused(u"description", u"never"), kEngine);
@@ -258,7 +258,7 @@ TEST_F(UpdateOfARow, OfAFileThatCantBeWrittenIsRefused) {
   EXPECT_EQ(read(u"description"), "\\N");
 }
 
-/// Makes the change in a program of its own that may not make the file longer than `limit`.
+/// Makes the change in a process of its own that may not make the file longer than `limit`.
 int changeWithin(const fs::path& file, rlim_t limit, const Change& change) {
   const pid_t child = ::fork();
   if (child == 0) {
@@ -296,8 +296,8 @@ TEST_F(UpdateOfARow, OnAFullDiskLeavesAllOldRows) {
   EXPECT_EQ(verdict(), "sound");
 }
 
-/// Fills free slots one after the other, each in a session of its own; ends with the number that it
-/// filled, or 255 after an error other than that of a row that somebody else changed.
+/// Fills free slots one after the other, each in a session of its own; exits with the number of
+/// slots that it filled, or 255 after an error other than that of a row changed by another program.
 [[noreturn]] void fillSlots(const fs::path& file, const std::u16string& name) {
   int filled = 0;
   const auto fillOne = [&] {

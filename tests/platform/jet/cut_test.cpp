@@ -1,5 +1,5 @@
-// A change whose power is cut anywhere: nothing may be lost, and making it again has to leave the
-// file sound.
+// A change that a power cut interrupts at any point must lose nothing, and repeating it must leave
+// the file sound.
 
 #include <gtest/gtest.h>
 
@@ -44,7 +44,7 @@ std::vector<Change> emptying(const fs::path& file, std::u16string_view password,
   return changes;
 }
 
-/// Looks for changes of every kind among many, and cuts the first ones of each kind.
+/// Looks for changes of every kind among many, and interrupts the first ones of each kind.
 class Hunt {
  public:
   Hunt(const StoreFile& store, std::set<std::string> missing, std::uint32_t seed)
@@ -53,7 +53,7 @@ class Hunt {
         generator_(seed),
         missing_(std::move(missing)) {}
 
-  /// Changes texts of one table to and fro between short and long ones.
+  /// Sets texts of one table to random short and long ones.
   void byTexts(const std::u16string& table, int tries) {
     std::vector<jet::RowId> rows;
     std::vector<int> columns;
@@ -70,7 +70,7 @@ class Hunt {
         sizes.push_back(all[i].size / unit);
       }
     }
-    const std::set<std::string> left{"leaf unlinked", "bound lowered"};  // for the emptying
+    const std::set<std::string> left{"leaf unlinked", "bound lowered"};  // left for byEmptying
     for (; tries > 0 && !std::ranges::includes(left, missing_); --tries) {
       const std::size_t which = generator_() % columns.size();
       const std::size_t least = generator_() % 3 == 0 ? 0 : sizes[which] * 3 / 4;
@@ -81,7 +81,7 @@ class Hunt {
     }
   }
 
-  /// Gives a column of each row of the table another value.
+  /// Sets a column of each row of the table.
   void byValues(const std::u16string& table, int column,
                 const std::function<runtime::Variant(std::size_t)>& value) {
     std::vector<jet::RowId> rows;
@@ -97,7 +97,7 @@ class Hunt {
     for (const Change& change : emptying(file_, password_, table)) tryOut(change);
   }
 
-  /// The kinds of changes that weren't met.
+  /// The kinds of changes that were not found.
   const std::set<std::string>& missing() const { return missing_; }
   int states() const { return states_; }
 
@@ -125,7 +125,7 @@ class Hunt {
   int states_ = 0;
 };
 
-/// A kind of file that is made on the spot, without a password.
+/// A kind of generated file, without a password.
 struct FileKind {
   const char* name;
   jet::Version version;
@@ -149,8 +149,8 @@ INSTANTIATE_TEST_SUITE_P(OfKind, CutMadeFile,
 const std::set<std::string> kAllKinds{"in place",   "moved",      "moved again",   "came home",
                                       "leaf split", "root grown", "leaf unlinked", "bound lowered"};
 
-/// Shops in which changes of all these kinds are met. In the small Jet 3 one the root of an index
-/// is a leaf that can grow, in the other rows have to move.
+/// Shops in which changes of all these kinds happen. In the small Jet 3 shop the root of an index
+/// is a leaf that can grow, in the other one rows have to move.
 std::vector<makestore::ShopOrder> shopsFor(const FileKind& kind) {
   if (kind.version == jet::Version::Jet4) return {makestore::tightShop()};
   std::vector<makestore::ShopOrder> shops;
@@ -241,7 +241,7 @@ TEST(CutUpdate, LosesNothingWhereTheOldTextHasNoKnownKey) {
   table.index(makestore::Index::primaryKey(u"id")).index(makestore::Index::plain(u"Unicode"));
   for (std::int32_t id = 1; id <= 7; ++id)
     table.row({id, u"\u20ac\u20ac" + std::u16string(3, u'a')});
-  // Characters that no key is known for take the euros' positions; the index keeps its entries.
+  // Characters without a known key replace the euro signs; the index keeps its entries.
   jet::Bytes bytes = store.build();
   const jet::Bytes euros{0xAC, 0x20, 0xAC, 0x20};
   int replaced = 0;
@@ -270,7 +270,7 @@ runtime::Variant noText(std::size_t) {
   return runtime::Null{};
 }
 
-/// Adds a table of so many rows with two long texts, each in an index of its own; the second is
+/// Adds a table with two long text columns, each with an index of its own; the second column is
 /// null.
 void addTexts(makestore::StoreBuilder& store, std::u16string_view name, std::size_t rows,
               const std::function<runtime::Variant(std::size_t)>& upward = noText) {
@@ -347,7 +347,7 @@ TEST_P(CutMadeFile, LosesNothingWhereUsageMapsGrow) {
   makestore::StoreBuilder store = GetParam().store();
   addTexts(store, u"Early", 30);
   makestore::Table& bulk = store.table(u"Bulk");
-  const std::size_t length = layout.longestRow / 8;  // of seven values, which fill a page
+  const std::size_t length = layout.longestRow / 8;  // seven of these values fill a page
   for (const char16_t* name : {u"a", u"b", u"c", u"d", u"e", u"f", u"g"})
     bulk.column({.name = name, .type = jet::ColumnType::Binary, .length = length});
   for (int row = 0; row < 140; ++row)
@@ -355,7 +355,7 @@ TEST_P(CutMadeFile, LosesNothingWhereUsageMapsGrow) {
   addTexts(store, u"Late", 30);
   store.freePages(window - 52);  // the file gets longer than a map of the usual length covers
   store.write(file);
-  // No page of the file is free: new ones lie far after those of the tables.
+  // No page of the file is free: new pages come far after those of the tables.
   const auto pages = static_cast<std::uint32_t>(fs::file_size(file) / layout.pageSize);
   changePage(GetParam(), file, jet::kGlobalMapPage, [pages](jet::DataPageEditor& rows) {
     jet::UsageMap map = jet::UsageMap::decode(rows.bytes(0), {});

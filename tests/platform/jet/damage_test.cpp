@@ -25,7 +25,7 @@ std::vector<std::string> linesIn(const fs::path& file, std::u16string_view table
   return linesOf(tableNamed(database, table));
 }
 
-TEST(DamageWords, TellWhereItIsAndWhichBytesDoNotFit) {
+TEST(DamageText, NamesThePageAndTheBytesThatDoNotFit) {
   const jet::Bytes row{7};
   try {
     jet::RowContent(jet::Version::Jet4, row, true,
@@ -38,7 +38,7 @@ TEST(DamageWords, TellWhereItIsAndWhichBytesDoNotFit) {
   }
 }
 
-/// Reads all that a damaged file gives. The only way out is an error that says which file.
+/// Reads all content of a damaged file. Only an error that names the file may end the reading.
 class Damage : public testing::Test {
  protected:
   void read(const std::string& content, const StoreFile& origin) {
@@ -93,7 +93,7 @@ TEST_F(Damage, OfAnyByteIsAnErrorAtWorst) {
       read(damaged, file);
     }
   }
-  // Both happened, so the sweep meets structures and data.
+  // Both happened, so the sweep hits structures and data.
   EXPECT_GT(sound_, 50);
   EXPECT_GT(refused_, 50);
 }
@@ -116,8 +116,8 @@ TEST_F(Damage, ByACutOrExchangedPagesIsAnErrorAtWorst) {
   EXPECT_GT(refused_, 100);
 }
 
-/// A copy that broke off has lost the rows behind its end. They aren't there to be read, but a
-/// table that lacks them must not pass for a shorter one.
+/// A truncated copy has lost the rows after its end. Reading a table that lacks rows must fail
+/// instead of returning a shorter table.
 TEST_F(Damage, ByACutNeverMakesATableShorter) {
   for (const bool referenceMaps : {false, true}) {
     makestore::ShopOrder order;

@@ -76,7 +76,7 @@ TEST(Row, ComesBackWhateverItsLengthAndPadding) {
       const std::size_t shortest = parts.encode(version).size();
       const std::size_t wanted = parts.hasVariable ? shortest + random() % 300 : shortest;
       const Bytes row = parts.encode(version, wanted);
-      // A jump more may be needed than the wanted length has room for.
+      // The wanted length may have no room for one more jump.
       EXPECT_GE(row.size(), wanted);
       EXPECT_LE(row.size(), wanted + 1);
       const jet::RowContent read(version, row, parts.hasVariable, {});
@@ -146,7 +146,7 @@ TEST(DataPage, KeepsEveryRowThroughChanges) {
   }
 }
 
-TEST(IndexPage, LeavesOutACommonFrontOnlyWhereThePageIsFull) {
+TEST(IndexPage, LeavesOutACommonPrefixOnlyWhereThePageIsFull) {
   for (const Version version : kVersions) {
     const jet::Layout& layout = jet::layoutOf(version);
     jet::IndexPage leaf;
@@ -209,7 +209,7 @@ TEST(TableDefinition, OfFilesOfAllKindsComesBackFromItsParts) {
       std::vector<jet::PageNumber> chain;
       const Bytes original = jet::readDefinition(source.pager, place, chain);
       const Bytes content = source.definition.encode();
-      // The file tells the length that is used.
+      // The file stores the length in use.
       ASSERT_EQ(content.size(), jet::u32At(original, 8)) << file.path << narrow(object.name);
       const std::size_t needed =
           jet::TableDefinition::pagesNeeded(source.version(), content.size());

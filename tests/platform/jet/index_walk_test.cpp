@@ -44,7 +44,7 @@ void forEachIndex(Use use) {
   }
 }
 
-TEST(IndexWalk, GivesEachRowOnceAndFindsEachByItsKey) {
+TEST(IndexWalk, ReturnsEachRowOnceAndFindsEachByItsKey) {
   int walked = 0;
   int seekable = 0;
   forEachIndex([&](const jet::Table& table, const jet::Index& index, jet::IndexNumber number) {
@@ -72,7 +72,7 @@ TEST(IndexWalk, GivesEachRowOnceAndFindsEachByItsKey) {
   EXPECT_GE(seekable, 120);
 }
 
-/// Numbers of every kind as one, for comparing; texts and the rest are left out.
+/// Numbers of every type as a double, for comparing; absent for texts and all other types.
 std::optional<double> number(const Variant& value) {
   if (const auto* v = std::get_if<std::int32_t>(&value.get())) return *v;
   if (const auto* v = std::get_if<std::int16_t>(&value.get())) return *v;

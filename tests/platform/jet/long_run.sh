@@ -1,10 +1,11 @@
 #!/bin/sh
-# The tests of store files over real ones, written by the format's own engine, and then random changes
-# on copies of them and of the reference stores, each file checked after every hundred changes.
+# The tests of store files over real ones, written by the format's own engine, and then random
+# changes on copies of them and of the reference stores; each file is checked after every hundred
+# changes.
 #
 #   long_run.sh BUILD FOLDER [ROUNDS [SEED]]
 #
-# BUILD is a build with tests and with the target long_updates; FOLDER has the real files, without
+# BUILD is a build with tests and with the target long_updates; FOLDER holds the real files, without
 # passwords, of both generations. Ends with 1 where a test fails or a file is unsound.
 set -u
 build=$1 folder=$2 rounds=${3:-30} seed=${4:-1}

@@ -1,5 +1,5 @@
-// Random changes on a copy of a database file, the whole file checked after every round.
-// Run by long_run.sh: long_updates FILE PASSWORD ROUNDS CHANGES_A_ROUND SEED
+// Makes random changes on a copy of a database file, and checks the file after every round. Run by
+// long_run.sh: long_updates FILE PASSWORD ROUNDS CHANGES_A_ROUND SEED
 
 #include <cstdlib>
 #include <iostream>

@@ -1,4 +1,4 @@
-// Changes of tables made for it: many kinds of indexes, some levels deep.
+// Changes of generated tables: many kinds of indexes, several levels deep.
 
 #include <gtest/gtest.h>
 
@@ -110,7 +110,7 @@ TEST(AnIndexOnAColumnThatTheDefinitionLacks, RefusesChangesOfItsOtherColumns) {
   EXPECT_EQ(support::errorNumberOf([&] { makeChange(file, u"", change); }), 0);
 }
 
-/// The most entries that a leaf of the index has.
+/// The number of entries in the fullest leaf of the index.
 std::size_t fullestLeaf(const jet::TableSource& source, std::size_t index) {
   std::size_t most = 0;
   jet::PageNumber number = source.definition.indexes[index].root;
@@ -155,7 +155,7 @@ TEST(PackedLeaves, TakeFiftyProductsWhereFreeSlotsFillThem) {
   EXPECT_EQ(checkerVerdict(file), "sound");
 }
 
-/// Lets nodes say that a leaf stands in front of them: nobody keeps those links.
+/// Makes nodes name a leaf as their previous page: those links are not maintained.
 int misleadNodes(const fs::path& file,
                  const std::vector<std::pair<std::uint32_t, std::uint32_t>>& nodesAndLeaves) {
   const jet::Layout& layout = jet::layoutOf(jet::Version::Jet4);

@@ -1,6 +1,5 @@
-// One damaged file for each fault that matters, made from a sound store by writing over a few
-// bytes, with the error's number and the words that must come. The offsets are those of
-// docs/store-file.md.
+// One damaged file for each fault that matters, made from a sound store by overwriting a few bytes,
+// with the expected error number and text. The offsets are those of docs/store-file.md.
 
 #include <gtest/gtest.h>
 
@@ -20,7 +19,7 @@ using runtime::Variant;
 
 constexpr std::size_t kPageSize = 4096;
 constexpr std::uint32_t kBeyondTheEnd = 0xFFFFF0;
-/// The first made table's definition, which takes one page.
+/// The definition of the first generated table, which takes one page.
 constexpr std::uint32_t kItems = 6;
 constexpr std::uint32_t kObjects = 2;
 
@@ -47,7 +46,7 @@ constexpr unsigned kDeleted = 0xC000;
 constexpr unsigned kPointer = 0x4000;
 constexpr unsigned kOffset = 0x1FFF;
 
-/// The file's bytes, and where in them the parts of the table Items lie.
+/// The file's bytes, and the offsets of the parts of the table Items.
 class Store {
  public:
   Store() : bytes_(sound()) {}
@@ -91,7 +90,7 @@ class Store {
     markSlot(rows(), slot, kPointer);
     put(rows(), rowAt(rows(), slot), toPage << 8 | toSlot);
   }
-  /// The page and the offset of the head of the first row's memo, which lies on pages of its own.
+  /// Page and offset of the head of the first row's memo, which is stored on pages of its own.
   std::pair<std::uint32_t, std::size_t> memoHead() {
     // Fixed part, then the name, then the memo of 12 bytes.
     const std::size_t at = rowAt(rows(), 0);
@@ -128,7 +127,7 @@ constexpr int kPassword = -2147217843;
 struct Fault {
   const char* name;
   std::function<void(Store&)> damage;
-  std::string words;  ///< must come in the text
+  std::string words;  ///< part of the error's text
   int number = kEngine;
 };
 
@@ -270,7 +269,7 @@ const std::vector<Fault>& faults() {
   return all;
 }
 
-TEST(NamedDamage, EachFaultHasItsErrorAndItsWords) {
+TEST(NamedDamage, EachFaultHasItsErrorNumberAndText) {
   const Scratch scratch;
   const fs::path file = scratch.folder() / "damaged.mdb";
   const auto write = [&](const Store& store) {
@@ -293,7 +292,7 @@ TEST(NamedDamage, EachFaultHasItsErrorAndItsWords) {
       EXPECT_EQ(error.number(), fault.number);
       EXPECT_NE(narrow(error.text()).find(fault.words), std::string::npos) << error.what();
     }
-    // It needs no password.
+    // The checker needs no password.
     EXPECT_EQ(checkerVerdict(file) == "sound", fault.number == kPassword);
   }
 }

@@ -15,7 +15,7 @@ namespace {
 using namespace jettest;
 namespace fs = std::filesystem;
 
-/// Number and words of the error that opening a file as "S:\M.mdb" gives; empty when it opens.
+/// Number and text of the error of opening a file as "S:\M.mdb"; empty when it opens.
 std::string openingError(const fs::path& file, std::u16string_view password = kStorePassword) {
   try {
     jet::Database database(file, u"S:\\M.mdb", jet::Password{password});
@@ -33,7 +33,7 @@ class Opening : public testing::Test {
   fs::path store_;
 };
 
-TEST_F(Opening, TellsInTheEnginesWordsWhyItFailed) {
+TEST_F(Opening, FailsWithTheEnginesTexts) {
   EXPECT_EQ(openingError(store_), "");
   EXPECT_EQ(openingError(store_, u""), "-2147217843 Not a valid password.");
   EXPECT_EQ(openingError(store_, u"W7RT3Q8814Z"), "-2147217843 Not a valid password.");
@@ -73,7 +73,7 @@ TEST_F(Opening, SharesTheFileWithReadersButNotWithAnExclusiveHolder) {
   EXPECT_EQ(openingError(held), "");
 }
 
-TEST_F(Opening, TakesAFileThatMayOnlyBeReadAndRefusesOneThatMayNot) {
+TEST_F(Opening, AcceptsAReadOnlyFileAndRefusesAnUnreadableOne) {
   fs::permissions(scratch_.folder(),
                   fs::perms::group_read | fs::perms::group_exec | fs::perms::others_read |
                       fs::perms::others_exec,

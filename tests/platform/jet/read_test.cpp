@@ -27,7 +27,7 @@ std::string headerOf(const jet::Table& table) {
   return line;
 }
 
-TEST(Reading, GivesEveryTableOfTheReferenceStoresAsExpected) {
+TEST(Reading, ReturnsEveryTableOfTheReferenceStoresAsExpected) {
   int tables = 0;
   for (const StoreFile& store : referenceStores()) {
     jet::Database database(store.path, wide(store.path.string()), jet::Password{store.password});
@@ -71,8 +71,8 @@ std::string fromHex(const std::string& digits) {
   return bytes;
 }
 
-/// A field of ours and of the independent exporter in one spelling: it shows an empty text as null,
-/// a GUID without its last hyphen, and numbers to its own number of digits.
+/// A field in a form that our output and the independent exporter's have in common: the exporter
+/// shows an empty text as null, a GUID without its last hyphen, and rounds numbers to fewer digits.
 std::string inOneSpelling(const jet::Column& column, std::string field) {
   const auto rounded = [&](int digits) {
     std::array<char, 64> text{};
@@ -94,9 +94,9 @@ std::string inOneSpelling(const jet::Column& column, std::string field) {
       return field;
     case jet::ColumnType::Binary:
     case jet::ColumnType::Block:
-      return {};  // it leaves most of these out
+      return {};  // the exporter leaves most of these out
     case jet::ColumnType::DateTime:
-      // Its dates end in the year 9998 and begin in 1900, and it prints that for all others.
+      // The exporter's dates begin in 1900 and end in 9998; all others become one of these.
       return field >= "9999" || field < "1900-01-01" ? "beyond its dates" : field;
     case jet::ColumnType::Text:
     case jet::ColumnType::Memo:
@@ -125,7 +125,8 @@ TEST(Reading, AgreesWithAnIndependentExporterOnEveryTable) {
           std::string(kField) + "' -R '" + kLine + "' '" + file.path.string() + "' '" +
           narrow(object.name) + "' 2>/dev/null");
       const jet::Table& table = database.table(object);
-      // It lists the body of a row that moved where it lies, so the rows are compared as a set.
+      // The exporter lists the body of a moved row at the body's position: the rows are compared as
+      // a set.
       std::vector<std::string> ours;
       const auto cursor = table.scan();
       while (cursor->next()) {
@@ -153,7 +154,7 @@ TEST(Reading, AgreesWithAnIndependentExporterOnEveryTable) {
   EXPECT_GE(tables, 70);
 }
 
-/// All rows as the independent checker dumps them, which shows null as nothing.
+/// All rows in the form of the independent checker's dump, which shows null as nothing.
 std::vector<std::string> dumpedLines(const jet::Table& table) {
   std::vector<std::string> lines = linesOf(table);
   for (std::string& line : lines) {
@@ -166,7 +167,7 @@ std::vector<std::string> dumpedLines(const jet::Table& table) {
   return lines;
 }
 
-TEST(Reading, AgreesWithAnIndependentDumpWhereTheExporterIsSilent) {
+TEST(Reading, AgreesWithAnIndependentDumpWhereTheExporterIsIncomplete) {
   int tables = 0;
   for (const StoreFile& file : filesOfAllKinds()) {
     jet::Database database(file.path, wide(file.path.string()), jet::Password{file.password});

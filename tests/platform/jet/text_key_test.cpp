@@ -54,7 +54,7 @@ TEST(TextKey, HasTheBytesThatTheEngineWrites) {
   EXPECT_EQ(key3(u"\u00e9"), "660400");
 }
 
-TEST(TextKey, OrdersAsShopPeopleSort) {
+TEST(TextKey, SortsAsShopStaffExpect) {
   const std::vector<std::u16string> sorted{
       u"",         u"#1",       u"_x",        u"10",         u"2",     u"Abc",
       u"ab\u00e7", u"Abd",      u"Caf\u00e9", u"Caf\u00e9s", u"coop",  u"co-op",
@@ -69,7 +69,7 @@ TEST(TextKey, OrdersAsShopPeopleSort) {
   }
 }
 
-TEST(TextKey, LeavesOutCaseTrailingSpacesAndWhatFollowsTheLimit) {
+TEST(TextKey, IgnoresCaseTrailingSpacesAndTheTextAfterTheLimit) {
   for (const TextOrder order : {TextOrder::General3, TextOrder::General4}) {
     EXPECT_EQ(jet::textKey(order, u"CR\u00c8ME  "), jet::textKey(order, u"cr\u00e8me"));
     EXPECT_NE(jet::textKey(order, u"creme"), jet::textKey(order, u"cr\u00e8me"));

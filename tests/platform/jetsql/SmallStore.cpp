@@ -173,7 +173,7 @@ makestore::StoreBuilder littleShop() {
     items.row({n(id), std::move(name), std::move(price), s(qty), std::move(dept), active,
                std::move(sold), ratio});
   };
-  // The rows do not lie in the order of any column.
+  // The rows are not in the order of any column.
   item(5, u"tea", money(2.5), 4, u"D1", true, Date{38077.427083333336}, 0.5);
   item(2, u"Coffee", money(3.25), 10, u"d1", true, Date{38000}, 1.5);
   item(9, Null{}, Null{}, 0, Null{}, false, Null{}, 0);

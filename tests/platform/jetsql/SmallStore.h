@@ -11,7 +11,7 @@
 
 namespace jetsqltest {
 
-/// A session on a store that was made for the test, in a folder that goes with it.
+/// A session on a store that was made for the test, in a folder that is deleted with it.
 class SmallStore {
  public:
   explicit SmallStore(makestore::StoreBuilder& builder);
@@ -24,14 +24,14 @@ class SmallStore {
   /// in quotes, amounts as "$2.5", dates as "@2004-03-31 10:15:00", truth as yes and no, doubles
   /// with a point or exponent.
   std::vector<std::string> rows(std::u16string_view statement);
-  /// The same, sorted: where the statement promises no order.
+  /// The same, sorted: for statements without an order.
   std::vector<std::string> sortedRows(std::u16string_view statement);
   /// The names of the columns, joined by commas.
   std::string columns(std::u16string_view statement);
-  /// "number: text" of the error that the statement ends in; empty where it ends in none.
+  /// "number: text" of the error that the statement raises; empty where it raises none.
   std::string failure(std::u16string_view statement);
-  /// The steps in which the statement would be run, as `storesql::planOf` tells them, joined by ";
-  /// ".
+  /// The steps in which the statement would be run, as `storesql::planOf` returns them, joined by
+  /// "; ".
   std::string plan(std::u16string_view statement);
 
  private:

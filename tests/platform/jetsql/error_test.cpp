@@ -75,7 +75,7 @@ TEST(StatementError, SyntaxNamesTheClause) {
           "query do not match."}});
 }
 
-TEST(StatementError, NamesThatMeanNothingOrTooMuch) {
+TEST(StatementError, UnknownAndAmbiguousNames) {
   constexpr const char* kParameter =
       "-2147217904: No value given for one or more required parameters.";
   check({{u"select nothing from Items", kParameter},
@@ -100,7 +100,7 @@ TEST(StatementError, NamesThatMeanNothingOrTooMuch) {
          {u"select * from LoopA", "-2147467259: Circular reference caused by 'LoopA'."}});
 }
 
-TEST(StatementError, GroupsMustHoldWhatIsSelected) {
+TEST(StatementError, SelectedColumnsMustBeGroupedOrAggregated) {
   check({{u"select name, count(*) from Items",
           "-2147217900: You tried to execute a query that does not include the specified "
           "expression 'name' as part of an aggregate function."},
@@ -113,7 +113,7 @@ TEST(StatementError, GroupsMustHoldWhatIsSelected) {
           "-2147217900: ORDER BY clause (id) conflicts with DISTINCT."}});
 }
 
-TEST(StatementError, ValuesThatDoNotGoTogether) {
+TEST(StatementError, IncompatibleValues) {
   constexpr const char* kMismatch = "-2147217913: Data type mismatch in criteria expression.";
   check({{u"select id from Items where name = 5", kMismatch},
          {u"select id from Items where id In (1, 'a')", kMismatch},
@@ -131,7 +131,7 @@ TEST(StatementError, ValuesThatDoNotGoTogether) {
   EXPECT_EQ(store().session().run(u"select 2147483647 + id from Items where id < 3").count(), 2U);
 }
 
-// Statements and saved queries come from files that anybody may have written.
+// Saved queries come from files that anybody may have written.
 TEST(StatementError, HostileStatementsEndInAnError) {
   std::u16string deep = u"select ";
   for (int i = 0; i < 20000; ++i) deep += u"(";

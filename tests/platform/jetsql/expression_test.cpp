@@ -8,7 +8,7 @@
 namespace jetsqltest {
 namespace {
 
-/// An expression and what it gives.
+/// An expression and its value.
 struct Case {
   const char16_t* expression;
   const char* value;
@@ -76,7 +76,7 @@ TEST(Expression, TextComparesByTheFilesOrder) {
          {u"IIf(True,'B',1) = IIf(True,'b',1)", "yes"}});
 }
 
-TEST(Expression, BetweenAndInTakeTheirOddForms) {
+TEST(Expression, BetweenAndInTakeAllTheirForms) {
   check({{u"5 Between 1 And 9", "yes"},
          {u"5 Between 9 And 1", "yes"},
          {u"5 Between 1+0 And 4", "no"},
@@ -153,7 +153,7 @@ TEST(Expression, TextFunctionsCountUnitsAndKeepNull) {
          {u"StrComp('a', 'B', 0)", "1i"}});
 }
 
-TEST(Expression, ChoicesTakeOneSideOnly) {
+TEST(Expression, ChoicesEvaluateOneSideOnly) {
   check({{u"IIf(1=1, 'yes', 1/0)", "'yes'"},
          {u"IIf(Null, 1, 2)", "2"},
          {u"IIf(1, 1, 2.5)", "1.0"},
@@ -170,7 +170,7 @@ TEST(Expression, ChoicesTakeOneSideOnly) {
          {u"Choose(2, 'a', 'b')", "'b'"},
          {u"Choose(3, 'a', 'b')", "null"}});
 
-  // As a shop's query tells departments by their numbers.
+  // A shop's query names departments by their numbers in this form.
   std::u16string names = u"'none'";
   for (int i = 0; i < 45; ++i) names = u"IIf(1=2, 'never', " + names + u")";
   check({{names.c_str(), "'none'"}});

@@ -22,7 +22,7 @@ SmallStore& shop() {
   return made;
 }
 
-TEST(IndexPlan, ShowsWhichRestrictionReachesWhichIndex) {
+TEST(IndexPlan, ShowsWhichRestrictionUsesWhichIndex) {
   const std::vector<std::pair<const char16_t*, const char*>> cases{
       {u"select id, description from tblStock Where id >=1 and id <=63 order by ID",
        "tblStock by PrimaryKey id> id<"},
@@ -41,7 +41,7 @@ TEST(IndexPlan, ShowsWhichRestrictionReachesWhichIndex) {
       {u"select s.id, d.description from tblStock s left join tblDepartment d on s.deptid = d.id "
        u"where s.id = 3",
        "tblStock by PrimaryKey id=; tblDepartment by PrimaryKey id="},
-      // At most one department joins, and none of its columns is asked for.
+      // At most one department joins, and none of its columns is used.
       {u"select s.id from tblStock s left join tblDepartment d on s.deptid = d.id",
        "tblStock by scan"}};
   for (const auto& [statement, plan] : cases) {
@@ -50,7 +50,7 @@ TEST(IndexPlan, ShowsWhichRestrictionReachesWhichIndex) {
 }
 
 TEST(IndexPlan, ReadsTheSameRowsAsAScan) {
-  // The condition behind "+0" or "& ''" can't reach an index.
+  // A condition on a column with "+0" or "& ''" can't use an index.
   const std::vector<std::pair<const char16_t*, const char16_t*>> cases{
       {u"id >= 100 and id < 120", u"id+0 >= 100 and id+0 < 120"},
       {u"id > 99.5 and id <= 110.2", u"id+0 > 99.5 and id+0 <= 110.2"},
@@ -82,7 +82,7 @@ TEST(IndexPlan, LooksUpWithoutAnIndexOnlyOnceInTheTable) {
   EXPECT_EQ(joined, computed);
 }
 
-TEST(IndexPlan, WorksOutOnceWhatAJoinCalculatesFromItsRightSide) {
+TEST(IndexPlan, CalculatesValuesOfAJoinsRightSideOnce) {
   const std::u16string select = u"select a.id, b.id from tblStock a ";
   const auto expected = shop().sortedRows(select + u"left join tblStock b on a.id = b.id");
   const std::u16string calculated = u"(select id, Val(id & '') as number, id & '' as text from ";

@@ -34,7 +34,7 @@ TEST_F(Select, ColumnsComeWithTheirTypesAndTheFilesSpelling) {
               ElementsAre("$6.5 | 4.875 | $13.25 | 1i | @2004-01-15 00:00:00 | '10'"));
 }
 
-TEST_F(Select, WhereKeepsOnlyWhatIsTrue) {
+TEST_F(Select, WhereKeepsRowsForWhichItIsTrue) {
   EXPECT_THAT(sorted(u"select id from Items where name <> \"\""),
               ElementsAre("1", "2", "4", "5", "7", "8"));
   EXPECT_THAT(sorted(u"select id from Items where name = 'TEA'"), ElementsAre("5", "7"));
@@ -157,7 +157,7 @@ TEST_F(Select, JoinsOfAllKindsNestToAnyDepth) {
   EXPECT_THAT(sorted(u"select i.id, d.title from Items i right outer join Depts d on i.dept=d.id "
                      u"and i.qty > 5"),
               ElementsAre("2 | 'Drinks'", "8 | 'Dairy'", "null | null"));
-  // An inner join on the right of an outer one: both of its tables or none.
+  // An inner join on the right of an outer one returns rows of both its tables or of none.
   EXPECT_THAT(sorted(u"select i.id, c.code, d.title from Items i left join (Codes c inner join "
                      u"Depts d on d.id = 'D' & (c.id - 49)) on i.id = c.item where i.id<6"),
               ElementsAre("1 | null | null", "2 | '333' | null", "3 | null | null",
@@ -169,7 +169,7 @@ TEST_F(Select, JoinsOfAllKindsNestToAnyDepth) {
               ElementsAre("'D1' | 'D2'", "'D1' | 'D3'", "'D2' | 'D3'"));
 }
 
-TEST_F(Select, NamesOfOneSpellingAreToldApartByTheirTables) {
+TEST_F(Select, ColumnsThatShareANameArePrefixedWithTheirTables) {
   EXPECT_EQ(store().columns(u"select * from Depts d inner join Items i on i.dept=d.id"),
             "d.id,title,i.id,name,price,qty,dept,active,sold,ratio");
   EXPECT_EQ(store().columns(u"select i.*, d.id as dep from Depts d, Items i"),
@@ -195,7 +195,7 @@ TEST_F(Select, UnionsDropEqualRowsUnlessAll) {
               ElementsAre("'a'", "1"));
 }
 
-TEST_F(Select, SubqueriesSeeTheRowAroundThem) {
+TEST_F(Select, SubqueriesSeeTheRowOfTheOuterQuery) {
   EXPECT_THAT(sorted(u"select id from Items i where exists (select * from Codes where item=i.id)"),
               ElementsAre("2", "5"));
   EXPECT_THAT(sorted(u"select id from Items where id in (select item from Codes)"),

@@ -23,8 +23,7 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// What a copy of this process makes of it: its exit status, or less than 0 where a signal ended
-/// it.
+/// The exit status of a copy of this process that runs `act`; negative where a signal ended it.
 int statusOfCopy(const std::function<int()>& act) {
   const pid_t copy = ::fork();
   if (copy == 0) {
@@ -46,7 +45,7 @@ std::array<int, 2> pipeOnStandardError() {
 
 }  // namespace
 
-TEST(StandardStreams, ClosedOnesBecomeTheNullDevice) {
+TEST(StandardStreams, ClosedStreamsBecomeTheNullDevice) {
   EXPECT_EQ(statusOfCopy([] {
               for (const int descriptor : {0, 1, 2}) ::close(descriptor);
               process::prepareStandardStreams();
@@ -56,7 +55,7 @@ TEST(StandardStreams, ClosedOnesBecomeTheNullDevice) {
             0);
 }
 
-TEST(StandardStreams, APipeWithoutAReaderOrRoomStopsNobody) {
+TEST(StandardStreams, APipeWithoutAReaderOrRoomBlocksNoWriter) {
   EXPECT_EQ(statusOfCopy([] {
               ::close(pipeOnStandardError()[0]);
               process::prepareStandardStreams();
@@ -132,7 +131,7 @@ TEST(Dispatch, TurnsOtherExceptionsIntoFailures) {
             -2147467259);
 }
 
-TEST(Dispatch, AnEndInsideANestedEventStopsTheOuterHandlerBehindItsBox) {
+TEST(Dispatch, AnEndInsideANestedEventStopsTheOuterHandlerAfterItsBox) {
   support::TestHost host;
   bool left = false;
   bool wentOn = false;
@@ -168,7 +167,7 @@ TEST(Dispatch, AFailureInANestedEventIsReportedOnceForAll) {
   EXPECT_EQ(host.endStatus, 1);
 }
 
-TEST(MsgBox, BearsTheProgramsTitleAndGivesTheAnswer) {
+TEST(MsgBox, ShowsTheProgramsTitleAndReturnsTheAnswer) {
   support::TestHost host;
   host.answers = {process::kYes};
   EXPECT_EQ(process::MsgBox(u"There are no records", process::kOkOnly), process::kOk);
@@ -177,7 +176,7 @@ TEST(MsgBox, BearsTheProgramsTitleAndGivesTheAnswer) {
   EXPECT_EQ(host.messages.at(1).title, u"Reset all");
 }
 
-TEST(Shell, FindsTheProgramInAnyCaseAndLetsItsFailureOut) {
+TEST(Shell, FindsTheProgramInAnyCaseAndRaisesAFailedStart) {
   support::TestHost host;
   const support::ProgramFolder folder;
   folder.write("Tavenor_Comms.EXE", "");

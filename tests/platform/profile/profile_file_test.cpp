@@ -30,7 +30,7 @@ std::size_t mostAllocated = 0;
 
 }  // namespace
 
-// Counts the bytes that this program holds.
+// Counts the bytes that this program has allocated.
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   void* const memory = std::malloc(size);
   allocated += ::malloc_usable_size(memory);
@@ -151,7 +151,7 @@ TEST_F(ProfileFile, AMarkOrALineWithoutEqualsHidesNoOtherKey) {
   EXPECT_EQ(read("T", "K"), "3");
 }
 
-TEST_F(ProfileFile, AWriteThatFailsGivesFalseAndLeavesTheFile) {
+TEST_F(ProfileFile, AWriteThatFailsReturnsFalseAndLeavesTheFile) {
   folder.write("Posdata/Touch.ini", "[S]\r\nK=old\r\n");
   for (int step = 0; step < 3; ++step) {
     support::FileFaults faults;
@@ -162,7 +162,7 @@ TEST_F(ProfileFile, AWriteThatFailsGivesFalseAndLeavesTheFile) {
   EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "v", u""));
 }
 
-TEST_F(ProfileFile, OneThatMayNotBeReadGivesTheDefault) {
+TEST_F(ProfileFile, AnUnreadableFileReturnsTheDefault) {
   folder.write("Posdata/Touch.ini", "[S]\r\nK=1\r\n");
   fs::permissions(folder.posdata() / "Touch.ini", fs::perms{0});
   const support::AsOrdinaryUser user;
@@ -170,7 +170,7 @@ TEST_F(ProfileFile, OneThatMayNotBeReadGivesTheDefault) {
   EXPECT_FALSE(write("S", "K", "2"));
 }
 
-TEST_F(ProfileFile, OneInUtf16IsNotMixedWithBytes) {
+TEST_F(ProfileFile, AFileInUtf16IsNotMixedWithBytes) {
   for (const std::string& text : {std::string("\xFF\xFE[\0S\0]\0", 8), std::string("[\0S\0]\0", 6),
                                   std::string("\xA9\x03\xBC\x03\r\0\n\0[\0S\0]\0", 14)}) {
     folder.write("Posdata/Touch.ini", text);
@@ -188,7 +188,7 @@ TEST_F(ProfileFile, NoExceptionLeavesTheTwoCalls) {
   files::setFaultSeam({});
 }
 
-TEST_F(ProfileFile, TakesAtMostFourTimesItsSizeInMemory) {
+TEST_F(ProfileFile, NeedsAtMostFourTimesItsSizeInMemory) {
   constexpr std::size_t kSize = 2U << 20U;
   const std::string line = "[S" + std::string(kSize / 2, 'x');
   for (const std::string& text : {std::string(kSize, '\n'), line + "\n" + line + "=1\n",

@@ -68,14 +68,14 @@ TEST_F(Settings, AnyTextComesBackExactly) {
     EXPECT_EQ(GetSetting(u"tavenor", u"comms", u"text", u"default"), text);
     EXPECT_EQ(GetSetting(u"tavenor", u"comms", u"behind"), u"2");
   }
-  // What only looks escaped is what it says.
+  // Texts that only look escaped are read unchanged.
   support::writeFile(file(), "[comms]\na=\\\"bad \\x\"\nb=\\\"\nc=\\\"\\u12\"\n");
   EXPECT_EQ(GetSetting(u"tavenor", u"comms", u"a"), u"\\\"bad \\x\"");
   EXPECT_EQ(GetSetting(u"tavenor", u"comms", u"b"), u"\\\"");
   EXPECT_EQ(GetSetting(u"tavenor", u"comms", u"c"), u"\\\"\\u12\"");
 }
 
-TEST_F(Settings, WhatCannotBeWrittenIsErrorSeventyFive) {
+TEST_F(Settings, AWriteThatFailsRaisesError75) {
   SaveSetting(u"tavenor", u"comms", u"storename", u"Demo");
   for (int step = 0; step < 3; ++step) {
     support::FileFaults faults;
@@ -90,7 +90,7 @@ TEST_F(Settings, WhatCannotBeWrittenIsErrorSeventyFive) {
   support::writeFile(file(), wide);
   EXPECT_EQ(errorNumberOf([] { SaveSetting(u"tavenor", u"comms", u"storename", u"x"); }), 75);
   EXPECT_EQ(stored(), wide);
-  // A file stands where the settings folder should.
+  // A file has the name of the settings folder.
   fs::remove_all(folder.settingsFolder());
   support::writeFile(folder.settingsFolder(), "");
   EXPECT_EQ(errorNumberOf([] { SaveSetting(u"tavenor", u"comms", u"storename", u"x"); }), 75);
@@ -98,7 +98,7 @@ TEST_F(Settings, WhatCannotBeWrittenIsErrorSeventyFive) {
   EXPECT_EQ(errorNumberOf([] { GetSetting(u"../x", u"comms", u"storename"); }), 5);
 }
 
-TEST_F(Settings, LieBelowTheHomeFolderByDefault) {
+TEST_F(Settings, AreStoredBelowTheHomeFolderByDefault) {
   const char* const variable = ::getenv("HOME");
   const std::string home = variable == nullptr ? "/" : variable;
   ::setenv("HOME", folder.path().c_str(), 1);

@@ -6,7 +6,7 @@
 #include "platform/runtime/RunTimeError.h"
 #include "support/ReferenceTable.h"
 
-TEST(Text, PiecesTakeWhatThereIsAndRefuseNegativeLengths) {
+TEST(Text, PiecesStopAtTheEndOfTheTextAndRefuseNegativeLengths) {
   EXPECT_EQ(runtime::left(u"Tea", 30), u"Tea");
   EXPECT_EQ(runtime::right(u"1042", 2), u"42");
   EXPECT_EQ(runtime::right(u"1042", 0), u"");
@@ -48,7 +48,7 @@ TEST(CodePage, EveryByteComesBack) {
   EXPECT_EQ(runtime::toCodePage(runtime::fromCodePage(all)), all);
 }
 
-TEST(Utf8, GoesBothWaysAndReplacesWhatIsMalformed) {
+TEST(Utf8, ConvertsBothWaysAndReplacesMalformedText) {
   const std::u16string text = u"Café € 日 \U0001F600";
   EXPECT_EQ(runtime::toUtf8(text), "Caf\xC3\xA9 \xE2\x82\xAC \xE6\x97\xA5 \xF0\x9F\x98\x80");
   EXPECT_EQ(runtime::fromUtf8(runtime::toUtf8(text)), text);

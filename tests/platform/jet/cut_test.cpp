@@ -332,7 +332,7 @@ void changePage(const FileKind& kind, const fs::path& file, std::uint32_t number
 
 /// Lengthens the page's last row, which is a usage map, until the page is full.
 void fillMapPage(jet::DataPageEditor& rows) {
-  const std::size_t last = rows.slotCount() - 1;
+  const jet::SlotNumber last(static_cast<std::uint8_t>(rows.slotCount() - 1));
   const jet::ByteView map = rows.bytes(last);
   jet::Bytes longer(map.begin(), map.end());
   longer.resize(longer.size() + rows.freeBytes());
@@ -360,7 +360,7 @@ TEST_P(CutMadeFile, LosesNothingWhereUsageMapsGrow) {
   changePage(GetParam(), file, jet::kGlobalMapPage, [pages](jet::DataPageEditor& rows) {
     jet::UsageMap map = jet::UsageMap::decode(rows.bytes(0), {});
     for (std::uint32_t page = 0; page < pages; ++page) map.set(jet::PageNumber(page), false);
-    ASSERT_TRUE(rows.replace(0, map.encode(), jet::SlotMark::Row));
+    ASSERT_TRUE(rows.replace(jet::SlotNumber(0), map.encode(), jet::SlotMark::Row));
   });
   const auto cut = [&](const std::u16string& table, const std::set<std::string>& kinds) {
     Hunt hunt({file, u""}, kinds, 5);

@@ -8,8 +8,8 @@
 
 namespace runtime {
 
-/// Numbers under which the database provider reports what its engine refuses. The words stand with
-/// those who raise them: `jet::error`, `jetsql::error`, `ADODB::error`.
+/// Numbers of the database provider's errors. Their texts are with the functions that raise them:
+/// `jet::error`, `jetsql::error`, `ADODB::error`.
 enum class ProviderNumber : std::int32_t {
   Statement = -2147217900,  ///< syntax, names, functions
   Parameter = -2147217904,  ///< a name that nothing explains
@@ -22,10 +22,10 @@ enum class ProviderNumber : std::int32_t {
   NotCapable = 3251,      ///< what a provider may lack
 };
 
-/// An error of the provider's, its words in pieces.
+/// An error of the provider, with its text in parts.
 RunTimeError providerError(ProviderNumber number, std::initializer_list<std::u16string_view> words);
 
-/// The general error, in full words.
+/// The general error, with a complete text.
 RunTimeError generalError(std::u16string_view words);
 /// Types that don't go together, in a statement or between a value and its column.
 RunTimeError typeMismatch();

@@ -13,7 +13,7 @@ namespace {
 /// The descriptor of the connection to the X server, -1 under another platform.
 int connection = -1;
 
-/// What a fault did before.
+/// The action on a fault before.
 struct sigaction usual {};
 
 int connectionToXServer() {
@@ -25,8 +25,8 @@ int connectionToXServer() {
   return server == nullptr || descriptor == nullptr ? -1 : descriptor(server->connection());
 }
 
-/// Only calls that are safe in a signal handler. Any other fault comes again when it returns, and
-/// then has its usual end.
+/// Makes only calls that are safe in a signal handler. Any other fault occurs again when it returns
+/// and then ends the process as usual.
 void endIfServerHasGone(int signal) {
   pollfd server{.fd = connection, .events = POLLRDHUP, .revents = 0};
   if (connection >= 0 && ::poll(&server, 1, 0) > 0) std::_Exit(1);

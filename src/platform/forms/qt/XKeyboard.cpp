@@ -26,13 +26,13 @@ XKeyboard::XKeyboard() {
       reinterpret_cast<int (*)(Display*, int, int*)>(library.resolve("XkbSetDetectableAutoRepeat"));
   if (queryKeymap_ == nullptr || setDetectable == nullptr) return;
   display_ = x11->display();
-  // Else the server makes up a release before each repeat.
+  // Without this the server sends a release before each repeat.
   setDetectable(display_, 1, nullptr);
   QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
 bool XKeyboard::nativeEventFilter(const QByteArray& type, void* message, qintptr*) {
-  // The head of an event: its code, for a key its scan code, and after two more bytes the server's
+  // An event begins with its code, for a key its scan code, and after two more bytes the server's
   // time in milliseconds.
   constexpr std::size_t kTimeOffset = 4;
   if (type != "xcb_generic_event_t") return false;
@@ -59,7 +59,7 @@ bool XKeyboard::nativeEventFilter(const QByteArray& type, void* message, qintptr
   return false;
 }
 
-/// What is let go while no window of the program has the keyboard is reported to others.
+/// The server doesn't report releases to this program while none of its windows has the keyboard.
 void XKeyboard::forgetReleased() {
   std::array<char, kKeys / 8> bits{};
   queryKeymap_(display_, bits.data());
@@ -71,8 +71,8 @@ void XKeyboard::forgetReleased() {
 bool XKeyboard::isRepeat(const QKeyEvent& press) {
   const auto repeated = repeated_.find(press.nativeScanCode());
   if (repeated == repeated_.end()) return false;
-  // Events of a window that was shut out never got here; the server's reports come before the
-  // toolkit's events, often many at once.
+  // No events of a blocked window got here; the server's reports come before the toolkit's events,
+  // often many at once.
   const auto later = std::ranges::upper_bound(*repeated, press.timestamp());
   const bool found = later != repeated->begin() && *std::prev(later) == press.timestamp();
   repeated->erase(repeated->begin(), later);

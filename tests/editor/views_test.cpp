@@ -109,19 +109,6 @@ TEST(Views, TickingAndClearingTakeTheirStepsInTheirOrder) {
   }
 }
 
-TEST(Views, InTheAutofillViewTheLevelBoxDecidesWhichStockRowsShow) {
-  Shop shop;
-  shop.touchSettings("[SETTINGS]\r\nAUTOFILL=1\r\n");
-  WindowDriver user = shop.open();
-  for (const int level : {2, 1, 3}) {
-    user.pick("cbLevel", level - 1);
-    const int first = 63 * (level - 1) + 1;
-    EXPECT_EQ(caption(user, key(0)), "Item " + std::to_string(first));
-    EXPECT_EQ(caption(user, key(62)), "Item " + std::to_string(first + 62));
-  }
-  EXPECT_EQ(shop.failure(), 0);
-}
-
 TEST(Views, ALevelWithFewerThanSixtyThreeRowsEndsTheProgram) {
   Shop shop;
   shop.missingStock = {100};

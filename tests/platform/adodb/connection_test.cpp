@@ -1,6 +1,4 @@
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <fstream>
 
@@ -58,20 +56,6 @@ TEST(Connection, FailsWithTheProvidersTexts) {
             "-2147467259: Unrecognized database format '" + stores + "/text.mdb'.");
   EXPECT_EQ(openFailure(u"Provider=Other;Data Source=" + path),
             "3706: Provider cannot be found. It may not be properly installed.");
-}
-
-TEST(Connection, AFileHeldExclusivelyCannotBeOpened) {
-  const TestStore store(smallShop());
-  const int held = ::open(store.file().c_str(), O_RDWR | O_CLOEXEC);
-  struct flock lock {};
-  lock.l_type = F_WRLCK;
-  ASSERT_EQ(::fcntl(held, F_OFD_SETLK, &lock), 0);
-  Connection connection;
-  EXPECT_EQ(failureNumber([&] { store.open(connection); }), -2147467259);
-  EXPECT_EQ(connection.State(), ADODB::kStateClosed);
-  ::close(held);
-  store.open(connection);
-  EXPECT_EQ(connection.State(), ADODB::kStateOpen);
 }
 
 TEST(Connection, RefusesCallsThatDoNotFitItsState) {

@@ -152,22 +152,5 @@ TEST_F(StoreStatement, DepartmentsAreFoundByNameUnlessItHasAnApostrophe) {
   }
 }
 
-TEST_F(StoreStatement, FlagsAreFoundById) {
-  for (const ReferenceStore& store : stores_) {
-    SCOPED_TRACE(store.file);
-    const std::vector<std::string> columns{"id",       "PRINTER1",  "PRINTER2",
-                                           "OPEN_PLU", "ITEM_TYPE", "NEG_PRICE"};
-    for (const char* id : {"1", "123", "189", "9999"}) {
-      EXPECT_EQ(rows(store,
-                     wide("SELECT id,PRINTER1, PRINTER2, OPEN_PLU,ITEM_TYPE,NEG_PRICE from tblPlu "
-                          "where ID = " +
-                          std::string(id)),
-                     columns, 1),
-                expected(store.tables.at("tblPlu"), columns,
-                         [&](const Row& row) { return row.at("id") == id; }));
-    }
-  }
-}
-
 }  // namespace
 }  // namespace adodbtest

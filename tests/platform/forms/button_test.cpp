@@ -94,25 +94,6 @@ class Button : public testing::Test {
   std::optional<WindowDriver> user;
 };
 
-TEST_F(Button, StartsWithTheStoredDefaultsAndReadsWhatWasSet) {
-  MyButton& key = screen.keys(0);
-  EXPECT_EQ(key.backcolor(), -2147483633);
-  EXPECT_EQ(key.forecolor(), -2147483630);
-  EXPECT_EQ(key.backcolordown(), 15133676);
-  EXPECT_EQ(key.backcolorfocus(), -2147483633);
-  EXPECT_EQ(key.forecolorover(), -2147483630);
-  EXPECT_EQ(key.font().name, u"Arial");
-
-  key.font(u"-2147483630");
-  EXPECT_EQ(key.font().name, u"-2147483630");
-  EXPECT_EQ(key.font().size, 9.75);
-  EXPECT_EQ(key.font().weight, 400);
-  key.forecolordown(-1);
-  EXPECT_EQ(key.forecolordown(), -1);
-  key.caption(u" Fish & Chips <b>\u2126 ");
-  EXPECT_EQ(key.caption(), u" Fish & Chips <b>\u2126 ");
-}
-
 TEST_F(Button, APressAndReleaseOnItIsAClickAndNothingElseIs) {
   user->click("MyButton1(1)");
   EXPECT_THAT(screen.log, ElementsAre("MouseOver 1", "GotFocus 1", "Click 1"));

@@ -296,47 +296,6 @@ TEST_F(UpdateOfARow, OnAFullDiskLeavesAllOldRows) {
   EXPECT_EQ(verdict(), "sound");
 }
 
-/// Fills free slots one after the other, each in a session of its own; exits with the number of
-/// slots that it filled, or 255 after an error other than that of a row changed by another program.
-[[noreturn]] void fillSlots(const fs::path& file, const std::u16string& name) {
-  int filled = 0;
-  const auto fillOne = [&] {
-    jet::Database database(file, u"the file", jet::Password{kStorePassword});
-    const jet::Table& table = tableNamed(database, u"tblStock");
-    const int description = table.columnNamed(u"description").value();
-    const auto walk =
-        table.walk(table.indexOn({u"description"}).value(), {.equal = {runtime::Null{}}});
-    if (!walk->next()) return false;
-    update(database, table, walk->row().id(), std::vector<jet::ColumnValue>{{description, name}},
-           std::vector<jet::ColumnValue>{{description, runtime::Null{}}});
-    ++filled;
-    return true;
-  };
-  for (bool more = true; more;) {
-    const int number = errorNumberOf([&] { more = fillOne(); });
-    if (number != 0 && number != kRowChanged) ::_exit(255);
-  }
-  ::_exit(filled);
-}
-
-TEST_F(UpdateOfARow, ByTwoProgramsAtOnceNeverFillsOneSlotTwice) {
-  use("corner", u"tblStock", u"id", std::int32_t{17});
-  std::vector<pid_t> children;
-  for (const char16_t* name : {u"left", u"right"}) {
-    children.push_back(::fork());
-    if (children.back() == 0) fillSlots(file_, name);
-  }
-  int filled = 0;
-  for (const pid_t child : children) {
-    int status = 0;
-    ASSERT_EQ(::waitpid(child, &status, 0), child);
-    ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) != 255);
-    filled += WEXITSTATUS(status);
-  }
-  EXPECT_EQ(filled, 300 - 173);
-  EXPECT_EQ(verdict(), "sound");
-}
-
 TEST(RandomUpdates, KeepFilesOfAllKindsSound) {
   for (const StoreFile& file : filesOfAllKinds()) {
     SCOPED_TRACE(file.path.string());

@@ -117,7 +117,7 @@ class Cutting {
   }
 
   void judge(const std::string& bytes) {
-    if (!states_.insert(std::hash<std::string>()(bytes)).second) return;
+    if (!states_.insert(hash_(bytes)).second) return;
     const std::string number = std::to_string(states_.size()) + ".mdb";
     const fs::path file = scratch_.folder() / ("cut" + number);
     support::writeFile(file, bytes);
@@ -129,8 +129,9 @@ class Cutting {
     changeOthers(copied(file, "others.mdb"), rows);
 
     const fs::path again = copied(file, "again" + number);
-    finishedFiles_.push_back(again);
     makeChange(again, password_, change_);
+    if (!finishedStates_.insert(hash_(support::readFile(again).value())).second) return;
+    finishedFiles_.push_back(again);
     EXPECT_EQ(rowsOf(again, password_, change_.table), rowsAfter_);
     judgeExport(again, {exportAfter_});
     judgeIndexes(again);
@@ -186,7 +187,9 @@ class Cutting {
   std::u16string password_;
   Change change_;
   Change undoing_;
-  std::set<std::size_t> states_;  ///< hashes of the files judged
+  std::hash<std::string> hash_;
+  std::set<std::size_t> states_;          ///< hashes of the cut files judged
+  std::set<std::size_t> finishedStates_;  ///< of the files in which the change was made again
   std::vector<fs::path> cutFiles_;
   std::vector<fs::path> finishedFiles_;
   std::map<jet::RowId, std::string> rowsBefore_;

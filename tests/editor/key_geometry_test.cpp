@@ -38,9 +38,9 @@ TEST(KeyGeometry, DefaultsFillTheDesignGridColumnWiseFromTheBottomLeft) {
   const std::map<int, std::pair<int, int>> expected{
       {0, {0, 8640}}, {1, {0, 7560}},    {6, {0, 2160}}, {7, {0, 1080}},
       {8, {0, 0}},    {9, {1350, 8640}}, {62, {8100, 0}}};
-  for (const auto& [key, place] : expected) {
-    EXPECT_EQ(walk.placed.at(key).Left, place.first) << key;
-    EXPECT_EQ(walk.placed.at(key).Top, place.second) << key;
+  for (const auto& [key, position] : expected) {
+    EXPECT_EQ(walk.placed.at(key).Left, position.first) << key;
+    EXPECT_EQ(walk.placed.at(key).Top, position.second) << key;
   }
   EXPECT_EQ(walk.placed.at(49).Height, 1050);
 }

@@ -181,7 +181,7 @@ TEST(Levels, AFileThatCanNotBeWrittenOrDeletedEndsTheProgram) {
     }
     std::filesystem::permissions(shop.folder.posdata(), std::filesystem::perms(0755));
     EXPECT_TRUE(shop.failure() == 70 || shop.failure() == 75) << shop.failure();
-    EXPECT_EQ(caption(user, key(7)), "P8") << "the keys are cleared only behind the delete";
+    EXPECT_EQ(caption(user, key(7)), "P8") << "the keys are cleared only after the delete";
     EXPECT_TRUE(shop.folder.read("Posdata/FastMovers1.txt"));
   }
 }

@@ -14,7 +14,7 @@ using support::WindowDriver;
 
 namespace {
 
-std::pair<int, int> place(WindowDriver& user, const std::string& control) {
+std::pair<int, int> position(WindowDriver& user, const std::string& control) {
   return {user.control(control).x(), user.control(control).y()};
 }
 
@@ -30,9 +30,9 @@ TEST(Views, AnyOtherTextThanNoughtOpensTheAutofillViewOnTheStockRows) {
   shop.folder.write("Posdata/FastMovers1.txt", fromTheFile + "\r\n1,x");
   WindowDriver user = shop.open();
   EXPECT_EQ(caption(user, key(0)), "From the file");
-  EXPECT_EQ(caption(user, key(1)), "Key 1") << "a free slot gives an empty caption";
+  EXPECT_EQ(caption(user, key(1)), "Key 1") << "a free slot has an empty caption";
   EXPECT_EQ(caption(user, key(2)), "A stock description of more than thirty characters");
-  EXPECT_EQ(place(user, key(1)), (std::pair{0, (8640 - 900 - 30) / 15}));
+  EXPECT_EQ(position(user, key(1)), (std::pair{0, (8640 - 900 - 30) / 15}));
   for (const char* hidden : {"Label1", "Label2", "cbDept", "List1"})
     EXPECT_FALSE(user.isVisible(hidden)) << hidden;
   EXPECT_TRUE(user.isVisible("chkBarcode"));
@@ -54,10 +54,10 @@ TEST(Views, AnyOtherTextThanNoughtOpensTheAutofillViewOnTheStockRows) {
 TEST(Views, TickingArrangesAtOnceAndClearingRestoresNothing) {
   Shop shop;
   WindowDriver user = shop.open();
-  EXPECT_EQ(place(user, key(9)), (std::pair{2 * 90, 72}));
+  EXPECT_EQ(position(user, key(9)), (std::pair{2 * 90, 72}));
   user.pick("cbLevel", 2);
   user.click("Check1");
-  EXPECT_EQ(place(user, key(9)), (std::pair{90, 576}));
+  EXPECT_EQ(position(user, key(9)), (std::pair{90, 576}));
   EXPECT_EQ(user.control(key(49)).height(), 70);
   EXPECT_EQ(caption(user, key(0)), "Item 1");
   EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nAUTOFILL=1\r\nItemOne=BL\r\n");
@@ -72,7 +72,7 @@ TEST(Views, TickingArrangesAtOnceAndClearingRestoresNothing) {
   EXPECT_EQ(shop.host.messages[0].title, u"Keystrand");
   EXPECT_EQ(shop.host.messages[0].style, 64);
   EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nAUTOFILL=0\r\nItemOne=TL\r\n");
-  EXPECT_EQ(place(user, key(9)), (std::pair{90, 576}));
+  EXPECT_EQ(position(user, key(9)), (std::pair{90, 576}));
   for (const char* hidden : {"lblLevel", "cbLevel", "List1", "cbDept"})
     EXPECT_FALSE(user.isVisible(hidden)) << hidden;
   EXPECT_EQ(caption(user, key(0)), "Key 0") << "level 1 was cleared and has no file";

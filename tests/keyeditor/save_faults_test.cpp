@@ -40,7 +40,7 @@ class SaveFaults : public testing::TestWithParam<Editor> {
     user.emplace(shop.open(editor.screen));
     user->drop("MyButton1(5)", editor.item);
     save();
-    whole = layout();
+    full = layout();
   }
 
   void save() { user->click("cmdSave"); }
@@ -54,7 +54,7 @@ class SaveFaults : public testing::TestWithParam<Editor> {
   /// The offset of a key's line; the end of the file for the key after the last one.
   std::size_t lineOf(int key) const {
     std::size_t at = 0;
-    for (; key > 0; --key) at = whole.find("\r\n", at) + 2;
+    for (; key > 0; --key) at = full.find("\r\n", at) + 2;
     return at;
   }
   void checkTheRest() const {
@@ -71,7 +71,7 @@ class SaveFaults : public testing::TestWithParam<Editor> {
   Editor editor = GetParam();
   Shop shop;
   std::optional<WindowDriver> user;
-  std::string whole;
+  std::string full;
 };
 
 }  // namespace
@@ -87,14 +87,14 @@ TEST_P(SaveFaults, AWriteThatFailsLeavesWhatWentBeforeItAndEndsTheProgram) {
     }
     ASSERT_EQ(shop.failure(), 61) << step;
     EXPECT_EQ(shop.host.endStatus, 1);
-    EXPECT_EQ(layout(), whole.substr(0, lineOf(step) + bytes)) << step;
+    EXPECT_EQ(layout(), full.substr(0, lineOf(step) + bytes)) << step;
     checkTheRest();
     // In this test the screen survives the end; it is used again in the next round.
     process::resetEnded();
     shop.host.failures.clear();
   }
   save();
-  EXPECT_EQ(layout(), whole);
+  EXPECT_EQ(layout(), full);
 }
 
 TEST_P(SaveFaults, ANameThatCanNotBeWrittenGoesUnnoticed) {
@@ -104,7 +104,7 @@ TEST_P(SaveFaults, ANameThatCanNotBeWrittenGoesUnnoticed) {
     faults.cutAtChange(editor.keys + step, 5);
     save();
     EXPECT_EQ(shop.failure(), 0);
-    EXPECT_EQ(layout(), whole);
+    EXPECT_EQ(layout(), full);
     checkTheRest();
     EXPECT_TRUE(leftovers().empty());
   }
@@ -115,7 +115,7 @@ TEST_P(SaveFaults, AProcessThatIsKilledLeavesTheLinesBefore) {
   for (int step = 0; step < steps; ++step) {
     putOld();
     ASSERT_TRUE(killedAtChange(step, [&] { save(); })) << step;
-    EXPECT_EQ(layout(), whole.substr(0, lineOf(std::min(step, editor.keys)))) << step;
+    EXPECT_EQ(layout(), full.substr(0, lineOf(std::min(step, editor.keys)))) << step;
     checkTheRest();
   }
   // A later save removes the temporary files of the interrupted writes of the name, though not
@@ -124,7 +124,7 @@ TEST_P(SaveFaults, AProcessThatIsKilledLeavesTheLinesBefore) {
   for (const fs::path& file : leftovers())
     fs::last_write_time(file, fs::file_time_type::clock::now() - std::chrono::minutes(2));
   save();
-  EXPECT_EQ(layout(), whole);
+  EXPECT_EQ(layout(), full);
   EXPECT_TRUE(leftovers().empty());
 }
 
@@ -136,10 +136,10 @@ TEST(ResetFaults, AFileThatStaysLeavesTheKeys) {
   WindowDriver user = shop.open();
   user.drop("MyButton1(5)", kLevelled.item);
   user.click("cmdSave");
-  const auto whole = shop.folder.read("Posdata/FastMovers1.txt");
+  const auto full = shop.folder.read("Posdata/FastMovers1.txt");
   shop.host.answers = {process::kYes};
   EXPECT_TRUE(killedAtChange(0, [&] { user.click("cmdResetAll"); }));
-  EXPECT_EQ(shop.folder.read("Posdata/FastMovers1.txt"), whole);
+  EXPECT_EQ(shop.folder.read("Posdata/FastMovers1.txt"), full);
   {
     support::FileFaults faults;
     faults.cutAtChange(0);
@@ -148,5 +148,5 @@ TEST(ResetFaults, AFileThatStaysLeavesTheKeys) {
   EXPECT_NE(shop.failure(), 0);
   EXPECT_EQ(shop.host.endStatus, 1);
   EXPECT_EQ(support::caption(user, "MyButton1(5)"), "Tea");
-  EXPECT_EQ(shop.folder.read("Posdata/FastMovers1.txt"), whole);
+  EXPECT_EQ(shop.folder.read("Posdata/FastMovers1.txt"), full);
 }

@@ -139,15 +139,15 @@ TEST_F(Screens, LoadOnceBeforeAnythingShowsAndNotAtAllWhenTheLoadFails) {
 
 TEST_F(Screens, PutEveryControlAtItsTwips) {
   show();
-  const auto place = [&](const char* name) { return user->control(name).geometry(); };
+  const auto bounds = [&](const char* name) { return user->control(name).geometry(); };
   EXPECT_EQ(user->window().size(), QSize(400, 267));
-  EXPECT_EQ(place("pane"), QRect(20, 10, 200, 133));
-  EXPECT_EQ(place("inBox"), QRect(10, 5, 100, 31));
-  EXPECT_EQ(place("second"), QRect(240, 10, 100, 31));
+  EXPECT_EQ(bounds("pane"), QRect(20, 10, 200, 133));
+  EXPECT_EQ(bounds("inBox"), QRect(10, 5, 100, 31));
+  EXPECT_EQ(bounds("second"), QRect(240, 10, 100, 31));
   screen.inBox.Left(1200);
   screen.inBox.Top(600);
   screen.inBox.Height(750);
-  EXPECT_EQ(place("inBox"), QRect(80, 40, 100, 50));
+  EXPECT_EQ(bounds("inBox"), QRect(80, 40, 100, 50));
   EXPECT_EQ(screen.inBox.Width().value, 1500);
 }
 

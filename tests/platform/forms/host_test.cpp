@@ -104,15 +104,15 @@ TEST_F(RealHost, TheColourDialogKeepsTheLastConfirmedColour) {
 TEST_F(RealHost, StartsAProgramInItsFolderWithoutArguments) {
   const support::ProgramFolder folder;
   // A folder's name may be no valid text.
-  const auto place = folder.path() / "caf\xE9";
-  folder.write(place / "comms.exe", "#!/bin/sh\necho \"$# $PWD\" > told.part\nmv told.part told\n");
-  const auto program = place / "comms.exe";
+  const auto odd = folder.path() / "caf\xE9";
+  folder.write(odd / "comms.exe", "#!/bin/sh\necho \"$# $PWD\" > told.part\nmv told.part told\n");
+  const auto program = odd / "comms.exe";
   const auto start = [&] { host->startProgram(program, process::WindowStyle::MinimizedFocus); };
   EXPECT_EQ(errorNumberOf(start), 70);
   std::filesystem::permissions(program, std::filesystem::perms::owner_all);
   start();
-  EXPECT_TRUE(support::waitUntil([&] { return folder.read(place / "told").has_value(); }));
-  EXPECT_EQ(folder.read(place / "told"), "0 " + place.string() + "\n");
+  EXPECT_TRUE(support::waitUntil([&] { return folder.read(odd / "told").has_value(); }));
+  EXPECT_EQ(folder.read(odd / "told"), "0 " + odd.string() + "\n");
 
   folder.write("broken.exe", "\x7f not a program");
   const auto broken = folder.path() / "broken.exe";

@@ -71,7 +71,7 @@ std::vector<std::string> indexProblems(const jet::Table& table) {
     const auto walk = table.walk(jet::IndexNumber(static_cast<std::uint32_t>(i)), {});
     while (walk->next()) ++walked;
     if (walked != rows)
-      problems.push_back(narrow(table.name()) + "." + narrow(index.name) + ": a walk gives " +
+      problems.push_back(narrow(table.name()) + "." + narrow(index.name) + ": a walk returns " +
                          std::to_string(walked) + " of " + std::to_string(rows) + " rows");
   }
   return problems;

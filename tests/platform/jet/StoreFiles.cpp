@@ -44,9 +44,9 @@ std::string shortest(Number number) {
 
 std::string date(double days) {
   if (!(std::abs(days) < 1e7)) return shortest(days);
-  const double whole = std::trunc(days);
-  auto seconds = static_cast<long>(std::lround(std::abs(days - whole) * 86400));
-  std::time_t moment = (static_cast<std::time_t>(whole) - 25569) * 86400 + seconds;
+  const double day = std::trunc(days);
+  auto seconds = static_cast<long>(std::lround(std::abs(days - day) * 86400));
+  std::time_t moment = (static_cast<std::time_t>(day) - 25569) * 86400 + seconds;
   std::tm parts{};
   gmtime_r(&moment, &parts);
   std::array<char, 80> text{};

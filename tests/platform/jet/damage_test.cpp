@@ -123,13 +123,13 @@ TEST_F(Damage, ByACutNeverMakesATableShorter) {
     makestore::ShopOrder order;
     order.slots = 200;
     order.referenceMaps = referenceMaps;
-    const fs::path whole = scratch_.folder() / "whole.mdb";
-    makestore::shopStore(order).write(whole);
-    const std::string content = contentOf(whole);
+    const fs::path full = scratch_.folder() / "full.mdb";
+    makestore::shopStore(order).write(full);
+    const std::string content = contentOf(full);
     const fs::path cut = scratch_.folder() / "cut.mdb";
     int refused = 0;
     for (const char16_t* name : {u"tblStock", u"tblPlu", u"tblDepartment"}) {
-      const std::vector<std::string> lines = linesIn(whole, name);
+      const std::vector<std::string> lines = linesIn(full, name);
       for (std::size_t size = content.size(); size > 4096; size -= 2048) {
         std::ofstream(cut, std::ios::binary) << content.substr(0, size);
         try {

@@ -156,21 +156,21 @@ TEST(IndexPage, LeavesOutACommonPrefixOnlyWhereThePageIsFull) {
     for (std::uint8_t i = 0; page; ++i) {
       key.back() = i;
       leaf.entries.push_back(jet::IndexEntry::of(key, {jet::PageNumber(300), jet::SlotNumber(i)}));
-      const std::size_t whole = 24 * leaf.entries.size();
+      const std::size_t size = 24 * leaf.entries.size();
       page = leaf.encode(layout);
       if (!page) break;
       const jet::IndexPageView view(layout, *page, {});
-      EXPECT_EQ(view.prefixLength(), whole <= layout.indexCapacity() ? 0U : 19U);
+      EXPECT_EQ(view.prefixLength(), size <= layout.indexCapacity() ? 0U : 19U);
       EXPECT_EQ(view.lowerBound(leaf.entries.back().bytes), leaf.entries.size() - 1);
       EXPECT_EQ(view.row(leaf.entries.size() - 1),
                 (jet::RowPointer{jet::PageNumber(300), jet::SlotNumber(i)}));
       ASSERT_LT(i, 255);
-      const std::size_t used = whole - view.prefixLength() * (leaf.entries.size() - 1);
+      const std::size_t used = size - view.prefixLength() * (leaf.entries.size() - 1);
       EXPECT_EQ(jet::u16At(*page, 2), layout.indexCapacity() - used);
       if (leaf.entries.size() == 200) break;
     }
     leaf.leaf = false;
-    EXPECT_FALSE(leaf.encode(layout)) << "a node's entries are written whole";
+    EXPECT_FALSE(leaf.encode(layout)) << "a node's entries are written in full";
   }
 }
 

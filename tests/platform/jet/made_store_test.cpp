@@ -24,7 +24,7 @@ using makestore::Index;
 /// Hyphens make a key of about a thousand bytes, of which a page holds three.
 std::u16string longKey(int number) {
   std::u16string text(250, u'-');
-  for (std::size_t place = 0; place < 4; ++place, number /= 5) text[place] = u"aeimz"[number % 5];
+  for (std::size_t i = 0; i < 4; ++i, number /= 5) text[i] = u"aeimz"[number % 5];
   return text;
 }
 

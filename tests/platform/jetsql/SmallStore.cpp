@@ -21,12 +21,12 @@ using runtime::Date;
 using runtime::Null;
 
 std::string joined(const std::vector<std::string>& pieces, std::string_view between) {
-  std::string whole;
+  std::string result;
   for (std::size_t i = 0; i < pieces.size(); ++i) {
-    if (i > 0) whole += between;
-    whole += pieces[i];
+    if (i > 0) result += between;
+    result += pieces[i];
   }
-  return whole;
+  return result;
 }
 
 std::string decimal(double number, int digits) {
@@ -82,20 +82,20 @@ Currency money(double amount) {
 }  // namespace
 
 std::string narrow(std::u16string_view text) {
-  std::string whole;
+  std::string result;
   for (const char16_t c : text) {
     if (c < 0x80) {
-      whole += static_cast<char>(c);
+      result += static_cast<char>(c);
     } else if (c < 0x800) {
-      whole += static_cast<char>(0xC0 | (c >> 6));
-      whole += static_cast<char>(0x80 | (c & 0x3F));
+      result += static_cast<char>(0xC0 | (c >> 6));
+      result += static_cast<char>(0x80 | (c & 0x3F));
     } else {
-      whole += static_cast<char>(0xE0 | (c >> 12));
-      whole += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-      whole += static_cast<char>(0x80 | (c & 0x3F));
+      result += static_cast<char>(0xE0 | (c >> 12));
+      result += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+      result += static_cast<char>(0x80 | (c & 0x3F));
     }
   }
-  return whole;
+  return result;
 }
 
 std::u16string wide(std::string_view text) {

@@ -1,6 +1,7 @@
 #include "platform/jet/engine/Pager.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/jet/engine/FileWords.h"
 #include "platform/jet/format/EngineError.h"
@@ -61,6 +62,7 @@ void Pager::release() noexcept {
 
 void Pager::forget() {
   frames_.clear();
+  scanned_.clear();
   hand_ = 0;
   const std::uint64_t size =
       withEngineWords(FileWork::Reading, shownPath_, [&] { return file_->size(); });
@@ -75,33 +77,45 @@ std::size_t Pager::freeFrame() {
     frames_.emplace_back();
     return frames_.size() - 1;
   }
-  while (frames_[hand_].recentlyUsed) {
-    frames_[hand_].recentlyUsed = false;
-    hand_ = (hand_ + 1) % frames_.size();
+  std::size_t chosen = 0;
+  if (!scanned_.empty()) {
+    chosen = scanned_.back();
+    scanned_.pop_back();
+  } else {
+    while (std::exchange(frames_[hand_].recentlyUsed, false)) hand_ = (hand_ + 1) % frames_.size();
+    chosen = std::exchange(hand_, (hand_ + 1) % frames_.size());
   }
-  const std::size_t chosen = hand_;
-  hand_ = (hand_ + 1) % frames_.size();
   frameOf_[frames_[chosen].number] = 0;
   return chosen;
 }
 
-Pager::Frame& Pager::frameWith(PageNumber number, const Place& from) {
+Pager::Frame& Pager::keep(PageNumber number, ByteView encoded) {
+  auto page = std::make_shared<Bytes>(encoded.begin(), encoded.end());
+  cipherPage(header_.encodingKey, number, *page);
+  const std::size_t frame = freeFrame();
+  frames_[frame] = {.number = number, .page = std::move(page), .index = {}};
+  frameOf_[number] = static_cast<std::uint16_t>(frame + 1);
+  return frames_[frame];
+}
+
+Pager::Frame& Pager::frameWith(PageNumber number, PageNumber last, const Place& from) {
   if (!locked_) lock();
   if (number == 0 || number >= pageCount_) raiseOutside(number, from);
   if (const std::size_t at = frameOf_[number]; at != 0) {
     frames_[at - 1].recentlyUsed = true;
     return frames_[at - 1];
   }
-  const std::uint64_t offset = std::uint64_t{number} * layout_->pageSize;
-  auto page = std::make_shared<Bytes>(layout_->pageSize);
+  const std::size_t pageSize = layout_->pageSize;
+  const std::uint64_t offset = std::uint64_t{number} * pageSize;
+  run_.resize((std::min<std::size_t>(last, pageCount_ - 1) - number + 1) * pageSize);
   const std::size_t count =
-      withEngineWords(FileWork::Reading, shownPath_, [&] { return file_->readAt(offset, *page); });
-  if (count < page->size()) raiseOutside(number, from);
-  cipherPage(header_.encodingKey, number, *page);
-  const std::size_t frame = freeFrame();
-  frames_[frame] = {.number = number, .recentlyUsed = false, .page = std::move(page), .index = {}};
-  frameOf_[number] = static_cast<std::uint16_t>(frame + 1);
-  return frames_[frame];
+      withEngineWords(FileWork::Reading, shownPath_, [&] { return file_->readAt(offset, run_); });
+  if (count < pageSize) raiseOutside(number, from);
+  for (std::size_t i = 1; i < count / pageSize; ++i) {
+    const PageNumber next(number + static_cast<std::uint32_t>(i));
+    if (frameOf_[next] == 0) keep(next, ByteView(run_).subspan(i * pageSize, pageSize));
+  }
+  return keep(number, ByteView(run_).first(pageSize));
 }
 
 void Pager::raiseOutside(std::uint64_t number, const Place& from) const {
@@ -111,12 +125,21 @@ void Pager::raiseOutside(std::uint64_t number, const Place& from) const {
 }
 
 Pager::Page Pager::read(PageNumber number, const Place& from) {
-  return frameWith(number, from).page;
+  return frameWith(number, number, from).page;
+}
+
+void Pager::readRun(PageNumber first, PageNumber last, const Place& from) {
+  frameWith(first, last, from);
+}
+
+void Pager::setScanned(PageNumber number) {
+  const std::size_t at = number < frameOf_.size() ? frameOf_[number] : 0;
+  if (at != 0 && !std::exchange(frames_[at - 1].scanned, true)) scanned_.push_back(at - 1);
 }
 
 std::shared_ptr<const Pager::OpenIndexPage> Pager::readIndexPage(PageNumber number,
                                                                  const Place& from) {
-  Frame& frame = frameWith(number, from);
+  Frame& frame = frameWith(number, number, from);
   if (!frame.index) {
     IndexPageView view(*layout_, *frame.page, from.at(number));
     frame.index = std::make_shared<OpenIndexPage>(OpenIndexPage{frame.page, std::move(view)});

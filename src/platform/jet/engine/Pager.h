@@ -17,9 +17,9 @@
 
 namespace jet {
 
-/// The file as decoded pages, which are read on demand under the file's shared lock. A bounded
-/// number of pages is cached, none for longer than the lock. This class alone takes and releases
-/// locks.
+/// The file as decoded pages, which are read on demand, one by one or in runs, under the file's
+/// shared lock. A bounded number of pages is cached, none for longer than the lock. This class
+/// alone takes and releases locks.
 class Pager {
  public:
   using Page = std::shared_ptr<const Bytes>;
@@ -38,6 +38,12 @@ class Pager {
   /// there. Takes the shared lock again after a release; a file that another program holds too long
   /// is an error.
   Page read(PageNumber number, const Place& from);
+  /// Reads the pages from `first` to `last` at once, as far as the file has them, unless the first
+  /// is cached already. Raises what `read` raises for the first.
+  void readRun(PageNumber first, PageNumber last, const Place& from);
+  /// Tells that a scan is done with a page: the last ones make room first, so that a scan of many
+  /// pages leaves the others where they are.
+  void setScanned(PageNumber number);
   /// Raises the damage of a page number that the file doesn't reach; `from` is where it stands.
   [[noreturn]] void raiseOutside(std::uint64_t number, const Place& from) const;
 
@@ -64,13 +70,15 @@ class Pager {
   struct Frame {
     PageNumber number;
     bool recentlyUsed = false;
+    bool scanned = false;
     Page page;
     std::shared_ptr<const OpenIndexPage> index;  ///< set once the page was opened as an index page
   };
 
   void lock();
   std::size_t freeFrame();
-  Frame& frameWith(PageNumber number, const Place& from);
+  Frame& keep(PageNumber number, ByteView encoded);
+  Frame& frameWith(PageNumber number, PageNumber last, const Place& from);
 
   std::u16string shownPath_;
   bool readOnly_ = false;
@@ -81,7 +89,9 @@ class Pager {
   std::uint32_t pageCount_ = 0;
   std::vector<Frame> frames_;
   std::vector<std::uint16_t> frameOf_;  ///< by page number: index in frames_ + 1, 0 for none
+  std::vector<std::size_t> scanned_;    ///< frames that make room first, from the last one
   std::size_t hand_ = 0;                ///< of the clock that picks the frame to reuse
+  Bytes run_;                           ///< of the last read, as the file has it
 };
 
 }  // namespace jet

@@ -6,6 +6,12 @@
 #include "platform/jet/format/DataPage.h"
 
 namespace jet {
+namespace {
+
+/// A file server answers one read of so many bytes nearly as soon as one of a page.
+constexpr std::size_t kRunSize = 64 * 1024;
+
+}  // namespace
 
 TableScan::TableScan(const TableSource& source)
     : source_(source),
@@ -13,13 +19,24 @@ TableScan::TableScan(const TableSource& source)
                         source.place(source.definitionPage))) {}
 
 bool TableScan::openNextPage() {
+  source_.pager.setScanned(pageNumber_);
   if (nextPage_ == pages_.size()) return false;
   pageNumber_ = pages_[nextPage_++];
-  page_ = readDataPage(source_, pageNumber_, source_.place(source_.definitionPage));
+  const Place from = source_.place(source_.definitionPage);
+  source_.pager.readRun(pageNumber_, endOfRun(), from);
+  page_ = readDataPage(source_, pageNumber_, from);
   slotCount_ = DataPage(source_.pager.layout(), *page_, source_.place(pageNumber_)).slotCount();
   slotCount_ = std::min(slotCount_, kMostSlots);
   nextSlot_ = 0;
   return true;
+}
+
+/// The last of the table's pages that one run reaches from the current one. What lies between them
+/// comes along, since tables that grew together take turns.
+PageNumber TableScan::endOfRun() const {
+  const std::size_t pages = kRunSize / source_.pager.layout().pageSize;
+  const PageNumber reached(pageNumber_ + static_cast<std::uint32_t>(pages) - 1);
+  return *std::prev(std::ranges::upper_bound(pages_, reached));
 }
 
 bool TableScan::next() {

@@ -18,6 +18,7 @@ class TableScan : public Cursor {
 
  private:
   bool openNextPage();
+  PageNumber endOfRun() const;
 
   const TableSource& source_;
   std::vector<PageNumber> pages_;

@@ -31,4 +31,7 @@ class ChildProcess {
 /// Peak memory of a process in bytes; "self" for this one.
 double peakMemoryOf(const std::string& process);
 
+/// The number that this program prints when it is started with the word and the path.
+double numberOfChild(const std::string& word, const std::filesystem::path& path);
+
 }  // namespace bench

@@ -34,7 +34,7 @@ void layOutShop(const fs::path& folder, const makestore::ShopOrder& order) {
   write(folder / "Posdata" / "FastTouchButtons.ini",
         "[SETTINGS]\r\nSCREEN1=Drinks\r\nSCREEN2=Food\r\nSCREEN3=Sundries\r\n");
   write(folder / "Posdata" / "Posconfig.ini", "[GENERAL]\r\nLOAD_FASTMOVERS_LARGE=0\r\n");
-  const fs::path store = folder / "Stores" / "Demo" / "MASTER.mdb";
+  const fs::path store = folder / kStore;
   fs::create_directories(store.parent_path());
   makestore::shopStore(order).write(store);
 }

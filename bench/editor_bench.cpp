@@ -1,12 +1,10 @@
-// Measures the levelled editor's own work in one process off screen: refilling the item list
-// against a bare list that is filled from a native database, a level change against plain reading
-// of the same files, a save against plain writing of the same files.
+// The levelled editor's own work, measured in one process off screen: refilling the item list
+// beside a bare list that is filled from a native database, a level change beside a bare window
+// whose buttons get new captions, a save beside plain writing of the same files.
 
-#include <QApplication>
 #include <QComboBox>
 #include <QListView>
 #include <QStringListModel>
-#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <fstream>
@@ -19,42 +17,25 @@
 #include "Folder.h"
 #include "Measurement.h"
 #include "NativeStore.h"
+#include "PlainWindow.h"
+#include "RunningEditor.h"
 #include "ShopFiles.h"
 #include "editor/frmMain.h"
 #include "layoutdata/Statements.h"
 #include "makestore/ShopStore.h"
 #include "platform/files/ProgramFolder.h"
-#include "platform/forms/Application.h"
-#include "platform/process/Process.h"
 #include "shared/mdWriteINI.h"
-#include "shared/startup/Main.h"
-#include "support/TestHost.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 namespace statements = layoutdata::statements;
+using bench::pick;
+using bench::RunningEditor;
+using bench::settle;
 
 constexpr int kProducts = 40000;
 constexpr const char* kTouchFile = "FastTouchButtons.ini";
-
-template <class Widget>
-Widget& control(const char* name) {
-  for (QWidget* window : QApplication::topLevelWidgets())
-    if (auto* found = window->findChild<Widget*>(QString::fromLatin1(name))) return *found;
-  throw std::runtime_error(std::string("no ") + name + " on the screen");
-}
-
-/// Chooses an entry of a drop-down list as the user does.
-void pick(QComboBox& box, int entry) {
-  box.setCurrentIndex(entry);
-  box.activated(entry);
-}
-
-/// Handles all pending events, paint events too.
-void settle() {
-  QCoreApplication::processEvents();
-}
 
 void expectRows(int found) {
   if (found != kProducts) throw std::runtime_error(std::to_string(found) + " rows");
@@ -93,9 +74,9 @@ class PlainList {
   QListView view_;
 };
 
-void measureList(const fs::path& native) {
-  auto& departments = control<QComboBox>("cbDept");
-  const auto& list = control<QListView>("List1");
+void measureList(const RunningEditor& editor, const fs::path& native) {
+  auto& departments = editor.control<QComboBox>("cbDept");
+  const auto& list = editor.control<QListView>("List1");
   PlainList plain(native, departments.itemText(0).toStdU16String());
   bench::compare(
       "item list refilled with 40,000 entries and shown, beside a bare list filled natively", 2, 15,
@@ -124,29 +105,29 @@ fs::path layoutOf(const fs::path& posdata, int level) {
   return posdata / ("FastMovers" + std::to_string(level) + ".txt");
 }
 
-/// The keys are painted between the changes, outside of the measured time.
-void measureLevels(const fs::path& posdata) {
-  auto& levels = control<QComboBox>("cbLevel");
-  const auto& lastKey = control<QWidget>("MyButton1(62)");
+void measureLevels(const RunningEditor& editor) {
+  auto& levels = editor.control<QComboBox>("cbLevel");
+  const auto& lastKey = editor.control<QWidget>("MyButton1(62)");
+  bench::PlainWindow plain(bench::kKeys, 0);
+  plain.resize(lastKey.window()->size());
+  plain.show();
   int level = 0;
-  bench::compareParts(
-      "level change of 63 keys, beside plain reading of the same files", 3, 400,
+  int round = 0;
+  bench::compare(
+      "level change of 63 keys up to the painted frame, beside new captions in a bare window", 1.5,
+      200,
       [&] {
         level = (level + 1) % bench::kLevels;
+        pick(levels, level);
         settle();
-        const double seconds = bench::secondsOf([&] { pick(levels, level); });
         const int product = bench::kProductsALevel * (level + 1) + bench::kKeys - 1;
         if (lastKey.accessibleName() != "Product " + QString::number(product))
           throw std::runtime_error("the keys didn't change");
-        return seconds;
       },
       [&] {
+        round = (round + 1) % bench::kLevels;
+        plain.name(bench::kProductsALevel * (round + 1));
         settle();
-        return bench::secondsOf([&] {
-          const std::string layout = readPlainly(layoutOf(posdata, level + 1));
-          const std::string settings = readPlainly(posdata / kTouchFile);
-          if (layout.empty() || settings.empty()) throw std::runtime_error("nothing to read");
-        });
       });
 }
 
@@ -178,8 +159,7 @@ void measureSave(const fs::path& posdata) {
 
 int main() {
   try {
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    // On the disk of the build, since the temporary folder may be in memory.
+    // On the disk of the build: the temporary folder may be one in memory.
     const bench::Folder shop(fs::read_symlink("/proc/self/exe").parent_path());
     makestore::ShopOrder order;
     order.slots = kProducts;
@@ -188,16 +168,12 @@ int main() {
     order.departmentCount = 1;
     bench::layOutShop(shop.path(), order);
     bench::writeSettings(shop.path());
-    setenv("XDG_CONFIG_HOME", shop.path().c_str(), 1);
-    files::setProgramFile(shop / "keystrand");
-    forms::Application application;
-    const support::TestHost host;
-    process::dispatch([] { mdMain::Main(); });
-    settle();
+    RunningEditor editor(shop.path());
+    editor.start();
     makestore::StoreBuilder store = makestore::shopStore(order);
     bench::writeNative(shop / "native.db", store);
-    measureList(shop / "native.db");
-    measureLevels(shop / "Posdata");
+    measureList(editor, shop / "native.db");
+    measureLevels(editor);
     measureSave(shop / "Posdata");
     return 0;
   } catch (const std::exception& error) {

@@ -95,23 +95,11 @@ void measureReading(const fs::path& store, const fs::path& native) {
        department.append(u"Bakery").append(statements::kDepartmentByNameTail), 1);
 }
 
-/// Runs this program with these arguments in a child process and returns the number that it prints.
-double numberOfChild(const std::string& word, const fs::path& file) {
-  const std::string command =
-      "'" + fs::read_symlink("/proc/self/exe").string() + "' " + word + " '" + file.string() + "'";
-  FILE* const child = popen(command.c_str(), "r");
-  double number = 0;
-  const bool told = child != nullptr && std::fscanf(child, "%lf", &number) == 1;
-  if (child == nullptr || pclose(child) != 0 || !told)
-    throw std::runtime_error("the child process failed");
-  return number;
-}
-
 void measureFirstSession(const fs::path& store, const fs::path& native) {
   bench::compareParts(
       "first session of a process on 2,000 products, beside native SQLite's first", 2, 60,
-      [&] { return numberOfChild(kFirstWord, store); },
-      [&] { return numberOfChild(kFirstNativeWord, native); });
+      [&] { return bench::numberOfChild(kFirstWord, store); },
+      [&] { return bench::numberOfChild(kFirstNativeWord, native); });
 }
 
 /// Reads all items in a child process, which prints its own peak memory: the system's count for a
@@ -119,7 +107,7 @@ void measureFirstSession(const fs::path& store, const fs::path& native) {
 void measureMemory(const fs::path& store) {
   const std::string name = "peak memory for all items of 50,000 slots, beside the file's size";
   try {
-    const double peak = numberOfChild(kChildWord, store);
+    const double peak = bench::numberOfChild(kChildWord, store);
     const auto size = static_cast<double>(fs::file_size(store));
     bench::printRow(name, bench::megabytes(peak), bench::megabytes(size), peak / size, 2);
   } catch (const std::exception& error) {

@@ -213,6 +213,13 @@ TEST_F(Sheet, TheCaretStaysWhereTheUserTypesAndUndoStaysInItsCell) {
   EXPECT_EQ(screen.text(kName), u"abcdef");
   undo();
   EXPECT_EQ(screen.text(kName), u"");
+  for (const char* changed : {"X\nY", "X\u03A9Y", "e\u0301"}) {
+    user->type(u"ab");
+    paste(changed);
+    EXPECT_GT(screen.text(kName).size(), 2U);
+    undo();
+    EXPECT_EQ(screen.text(kName), u"") << changed;
+  }
   user->key(Qt::Key_Down);
   undo();
   EXPECT_EQ(screen.text(kPrice), u"");
@@ -225,10 +232,10 @@ TEST_F(Sheet, ACellTakesOneLineOfCharactersThatTheCodePageHas) {
   paste(QString::fromUtf16(u"Cafe\u0301 \U0001F600 \u03A9 \u2192 \u20AC\u00FF q\u0303"));
   EXPECT_EQ(screen.text(kPrice), u"Caf\u00E9 ? ? ? \u20AC\u00FF q?");
 
-  // Half of a character is dropped, and a cell takes no drops.
+  // A character of two units takes the room of one, and a cell takes no drops.
   user->key(Qt::Key_Up);
   paste(QString(49, 'n') + QString::fromUtf16(u"\U0001F600"));
-  EXPECT_EQ(screen.text(kName), std::u16string(49, u'n'));
+  EXPECT_EQ(screen.text(kName), std::u16string(49, u'n') + u"?");
   EXPECT_FALSE(QApplication::focusWidget()->acceptDrops());
 }
 

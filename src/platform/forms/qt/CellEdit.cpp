@@ -13,12 +13,13 @@ constexpr int kOwnInset = 2;
 
 }  // namespace
 
-CellEdit::CellEdit(SheetView& view) : QLineEdit(view.viewport()), view_(view) {
+CellEdit::CellEdit(SheetView& view)
+    : QLineEdit(view.viewport()), view_(view), oneLine_(*new InCodePage(this)) {
   setFrame(false);
   setTextMargins(kCellInset - kEditorMargins.left() - kOwnInset, 0,
                  kCellInset - kEditorMargins.right() - kOwnInset, 0);
   setFocusPolicy(Qt::ClickFocus);
-  setValidator(new InCodePage(this));
+  setValidator(&oneLine_);
   setAcceptDrops(false);  // only keys accept drops
   hide();
 }
@@ -26,7 +27,8 @@ CellEdit::CellEdit(SheetView& view) : QLineEdit(view.viewport()), view_(view) {
 void CellEdit::keyPressEvent(QKeyEvent* event) {
   const bool withinLine = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right ||
                           event->key() == Qt::Key_Home || event->key() == Qt::Key_End;
-  if (withinLine || !view_.navigate(*event)) QLineEdit::keyPressEvent(event);
+  if (!withinLine && view_.navigate(*event)) return;
+  if (!oneLine_.enter(*event, *this)) QLineEdit::keyPressEvent(event);
 }
 
 void CellEdit::mousePressEvent(QMouseEvent* event) {

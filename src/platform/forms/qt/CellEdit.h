@@ -3,6 +3,7 @@
 #include <QLineEdit>
 
 #include "platform/forms/qt/LeftPress.h"
+#include "platform/forms/qt/OneLine.h"
 
 namespace forms::qt {
 
@@ -23,6 +24,7 @@ class CellEdit final : public QLineEdit {
 
  private:
   SheetView& view_;
+  const OneLine& oneLine_;
   LeftPress press_;
 };
 

@@ -1,5 +1,10 @@
 #include "platform/forms/qt/OneLine.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+
 namespace forms::qt {
 namespace {
 
@@ -14,6 +19,17 @@ QValidator::State OneLine::validate(QString& input, int& cursor) const {
   cursor = static_cast<int>(accepted(input.left(cursor)).size());
   input = accepted(input);
   return Acceptable;
+}
+
+bool OneLine::enter(const QKeyEvent& event, QLineEdit& edit) const {
+  const bool pastes = event.matches(QKeySequence::Paste);
+  const QString text = pastes ? QGuiApplication::clipboard()->text() : event.text();
+  // A mark at the beginning belongs to the letter before it.
+  if (text.isEmpty() || text[0].isMark() || !(pastes || text[0].isPrint())) return false;
+  const QString form = accepted(text);
+  if (form == text) return false;
+  edit.insert(form);
+  return true;
 }
 
 QString OneLine::accepted(const QString& text) const {

@@ -2,6 +2,9 @@
 
 #include <QValidator>
 
+class QKeyEvent;
+class QLineEdit;
+
 namespace forms::qt {
 
 /// Limits an edit to one line of complete characters: control characters and line breaks of a
@@ -11,6 +14,10 @@ class OneLine : public QValidator {
  public:
   using QValidator::QValidator;
   State validate(QString& input, int& cursor) const final;
+
+  /// Enters the text that a key types or pastes as the edit accepts it, where that differs from the
+  /// text itself, and returns true: a text that the edit changes only afterwards can't be undone.
+  bool enter(const QKeyEvent& event, QLineEdit& edit) const;
 
  protected:
   /// Returns the entered text with all characters replaced that the edit doesn't accept.

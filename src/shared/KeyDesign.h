@@ -28,7 +28,8 @@ struct Extent {
 };
 
 /// A control at its position, in the colours of a control that stores none.
-constexpr forms::Design control(const char* name, std::u16string_view caption, Placement at) {
+constexpr forms::Design control(const char* name, std::u16string_view caption,
+                                const Placement& at) {
   return {.name = name,
           .caption = caption,
           .left = at.left,
@@ -40,7 +41,7 @@ constexpr forms::Design control(const char* name, std::u16string_view caption, P
 }
 
 constexpr MyCommandButton::ButtonDesign command(const char* name, std::u16string_view caption,
-                                                Placement at, forms::Colour transparent,
+                                                const Placement& at, forms::Colour transparent,
                                                 Extent extent) {
   MyCommandButton::ButtonDesign design{control(name, caption, at)};
   design.transparentColour = transparent;
@@ -49,7 +50,7 @@ constexpr MyCommandButton::ButtonDesign command(const char* name, std::u16string
   return design;
 }
 
-constexpr MyCommandButton::ButtonDesign key(std::int16_t index, Placement at,
+constexpr MyCommandButton::ButtonDesign key(std::int16_t index, const Placement& at,
                                             forms::Colour transparent, Extent extent) {
   MyCommandButton::ButtonDesign design =
       command("MyButton1", u"", at, index == 0 ? kFirstKeyTransparent : transparent, extent);
@@ -59,7 +60,7 @@ constexpr MyCommandButton::ButtonDesign key(std::int16_t index, Placement at,
 }
 
 /// A box, list or key block in the window's colours.
-constexpr forms::Design box(const char* name, Placement at) {
+constexpr forms::Design box(const char* name, const Placement& at) {
   forms::Design design = control(name, u"", at);
   design.backColour = forms::kWindowBackground;
   design.foreColour = forms::kWindowText;

@@ -20,13 +20,8 @@ std::vector<std::string> valuesOf(const jet::Row& row, const jet::Table& table) 
 }
 
 bool isChangeable(const jet::Column& column) {
-  switch (column.type) {
-    case jet::ColumnType::Block:
-    case jet::ColumnType::Numeric:
-      return false;
-    default:
-      return !column.autonumber;
-  }
+  return column.type != jet::ColumnType::Block && column.type != jet::ColumnType::Numeric &&
+         !column.autonumber;
 }
 
 }  // namespace
@@ -142,13 +137,17 @@ Variant RandomUpdates::randomValue(const jet::Column& column, jet::Version versi
       return randomText(version == jet::Version::Jet3 ? column.size : column.size / 2);
     case jet::ColumnType::Memo:
       return randomText(255);
-    default: {
+    case jet::ColumnType::Binary:
+    case jet::ColumnType::Ole:
+    case jet::ColumnType::Numeric:
+    case jet::ColumnType::Block: {
       const std::size_t most = column.type == jet::ColumnType::Ole ? 9000 : column.size;
       runtime::Binary bytes(static_cast<std::size_t>(random(static_cast<int>(most) + 1)));
       for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random(256));
       return bytes;
     }
   }
+  return runtime::Null{};
 }
 
 Change RandomUpdates::next(jet::Database& database) {

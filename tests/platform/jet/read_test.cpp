@@ -102,10 +102,15 @@ std::string inOneSpelling(const jet::Column& column, std::string field) {
     case jet::ColumnType::Memo:
       field.resize(std::min(field.find('\0'), field.size()));
       return field.empty() ? "\\N" : field;
-    default:
-      std::ranges::transform(field, field.begin(), [](unsigned char c) { return std::tolower(c); });
-      return field;
+    case jet::ColumnType::Boolean:
+    case jet::ColumnType::Byte:
+    case jet::ColumnType::Integer:
+    case jet::ColumnType::Long:
+    case jet::ColumnType::Ole:
+      break;
   }
+  std::ranges::transform(field, field.begin(), [](unsigned char c) { return std::tolower(c); });
+  return field;
 }
 
 std::string rawText(const runtime::Variant& value) {

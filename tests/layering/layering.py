@@ -5,6 +5,7 @@ and the headers that each library's build can reach must agree.
 """
 
 import json
+import os
 import pathlib
 import re
 import shlex
@@ -68,7 +69,9 @@ def files(suffixes):
 
 
 def includes(path):
-    return re.findall(r'^#include "([^"]+)"', (SRC / path).read_text(), re.M)
+    """The project's own headers that a file includes."""
+    included = re.findall(r'^\s*#\s*include\s*["<]([^">]+)[">]', (SRC / path).read_text(), re.M)
+    return [header for header in included if (SRC / header).exists()]
 
 
 def is_public(header):
@@ -170,8 +173,9 @@ class Layering(unittest.TestCase):
             probe.write("\n".join(lines) + "\n")
             probe.flush()
             done = subprocess.run(words + [probe.name], cwd=command["directory"],
-                                  capture_output=True, text=True)
-        return re.findall(r"error: (?:#error )?(.*)", done.stderr)
+                                  env=os.environ | {"LC_ALL": "C"}, capture_output=True, text=True)
+        found = re.findall(r"error: (?:#error )?(.*)", done.stderr)
+        return found or ([] if done.returncode == 0 else [done.stderr])
 
 
 if __name__ == "__main__":

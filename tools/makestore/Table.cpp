@@ -35,7 +35,7 @@ void addRule(jet::Version version, const Rule& rule, jet::PropertyBlock& block) 
 }  // namespace
 
 Column Column::text(std::u16string name, std::size_t length) {
-  return {.name = std::u16string(name), .type = jet::ColumnType::Text, .length = length};
+  return {.name = std::move(name), .type = jet::ColumnType::Text, .length = length};
 }
 
 Index Index::primaryKey(std::u16string column) {

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFontMetrics>
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 
@@ -54,6 +55,8 @@ void endWithLostDisplay() {
 
 struct Application::Toolkit {
   Toolkit() : application(noArguments.count, noArguments.list) {
+    // The toolkit sets the user's locale, and numbers of stores and layouts have a point.
+    std::setlocale(LC_NUMERIC, "C");
     auto* look = new qt::Look;
     look->setParent(&application);
     QApplication::setStyle(look);

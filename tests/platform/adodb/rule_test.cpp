@@ -87,6 +87,7 @@ TEST_F(Rules, OfAColumnAreCriteriaWithItAsLeftOperand) {
            Case{u"(1+1)*2 or 1", amount(1), amount(2)},
            Case{u"[amount] < 10 And Items.Amount > 1", amount(9), amount(1)},
            Case{u"[amount] Mod 2 = 0", amount(8), amount(7)},
+           Case{u"[amount]*100 = Int([amount]*100)", amount(4.35), amount(4.355)},
            Case{u"<[id]+1", amount(1), amount(2)},
        }) {
     SCOPED_TRACE(narrow(each.rule));

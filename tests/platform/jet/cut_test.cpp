@@ -206,6 +206,41 @@ TEST(AddingAProduct, CostsFourSyncsWhereNothingSplits) {
   EXPECT_EQ(log.syncs(), 4);  // after new entries, their counters, the row, the old entries
 }
 
+TEST(ALoweredBound, ReachesTheDiskBeforeTheNextChange) {
+  const Scratch scratch;
+  const fs::path file = scratch.folder() / "shop.mdb";
+  makestore::ShopOrder order;
+  order.slots = order.products = 1200;
+  makestore::shopStore(order).write(file);
+  std::vector<jet::RowId> rows;
+  int name = 0;
+  {
+    jet::Database database(file, u"the file", jet::Password{kStorePassword});
+    const jet::Table& table = tableNamed(database, u"tblStock");
+    name = table.columnNamed(u"description").value();
+    const auto walk = table.walk(table.indexOn({u"description"}).value(), {.notNull = true});
+    while (walk->next()) rows.push_back(walk->row().id());
+  }
+  const std::set<std::string> wanted{"in place", "bound lowered"};
+  int lowered = 0;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const std::string number = std::to_string(i);
+    const std::u16string text = u"A" + std::u16string(number.begin(), number.end());
+    const Change change{u"tblStock", rows[i], {{name, text}}};
+    const FileShape before = shapeOf(file, kStorePassword, change);
+    int syncs = 0;
+    {
+      WriteLog log(file);
+      makeChange(file, kStorePassword, change);
+      syncs = log.syncs();
+    }
+    if (kindsOf(before, shapeOf(file, kStorePassword, change)) != wanted) continue;
+    EXPECT_EQ(syncs, 5);  // the four of each change, and that of the bound
+    ++lowered;
+  }
+  EXPECT_GT(lowered, 1);
+}
+
 TEST_P(CutMadeFile, LosesNothingOfLongValues) {
   const Scratch scratch;
   const fs::path file = scratch.folder() / "long.mdb";

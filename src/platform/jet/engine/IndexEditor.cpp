@@ -218,7 +218,7 @@ void IndexEditor::lowerBound(IndexPath& path, std::size_t depth, const Bytes& la
     trimNextTo(node);
     node.page.entries[node.child].bytes = last;
     if (std::optional<Bytes> bytes = node.page.encode(changes_.layout()))
-      stageAfterRemoval(WriteStep::Hints, node.number, std::move(*bytes));
+      stageAfterRemoval(WriteStep::DropOld, node.number, std::move(*bytes));
     return;
   }
 }

@@ -20,9 +20,9 @@ enum class WriteStep : std::uint8_t {
   Counters,       ///< the entry counters in the definition
   Rows,           ///< the row itself changes in one page write
   RemoveEntries,  ///< the old index entries
-  DropOld,        ///< old bodies and long values; links and maps of pages that left an index
-  Hints,  ///< lowered bounds, maps of pages with room, pages that are free again: each may be
-          ///< lost
+  DropOld,        ///< old bodies and long values; lowered bounds, by which the next change finds
+                  ///< its pages; links and maps of pages that left an index
+  Hints,          ///< maps of pages with room, pages that are free again: each may be lost
 };
 
 /// The pages that a change writes. All are computed in memory before the first write, so that a

@@ -151,11 +151,15 @@ void Pager::lockForUpdate() {
   if (readOnly_) throw error::fileReadOnly();
   withEngineWords(FileWork::Updating, shownPath_, [&] { file_->lockExclusive(); });
   locked_ = true;
-  if (file_->isReplaced()) {
+  try {
+    bool isReplaced = false;
+    withEngineWords(FileWork::Updating, shownPath_, [&] { isReplaced = file_->isReplaced(); });
+    if (isReplaced) throw error::fileReplaced(shownPath_);
+    forget();
+  } catch (...) {
     release();
-    throw error::fileReplaced(shownPath_);
+    throw;
   }
-  forget();
 }
 
 void Pager::write(PageNumber number, ByteView page) {

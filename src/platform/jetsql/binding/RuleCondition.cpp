@@ -143,7 +143,12 @@ struct Literal {
     return literal(ExpressionKind::Number, value);
   }
   ParsedExpression operator()(const runtime::Currency& value) const {
-    return literal(ExpressionKind::Number, value.toDouble());
+    // As a number it would lose its type, and with it the exact calculation.
+    ParsedExpression made = literal(ExpressionKind::Call, 0);
+    made.text = u"CCur";
+    made.arguments.push_back(literal(ExpressionKind::Number, value.toDouble()));
+    made.height = 2;
+    return made;
   }
   ParsedExpression operator()(const runtime::Date& value) const {
     return literal(ExpressionKind::Date, value.days);

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <thread>
 
@@ -187,7 +188,7 @@ void ByteFile::lock(short type, std::chrono::milliseconds wait) {
 /// True when another opening holds an exclusive lock on some of the file's own bytes. This only
 /// tests whether they could be locked.
 bool ByteFile::areBytesHeld() const {
-  struct flock range = rangeOf(F_RDLCK, 0, kLockByte);
+  struct flock range = rangeOf(F_RDLCK, 0, std::max(static_cast<off_t>(size()), off_t{1}));
   while (::fcntl(descriptor_, F_OFD_GETLK, &range) != 0)
     if (errno != EINTR) fail(errno);
   return range.l_type != F_UNLCK;

@@ -50,7 +50,8 @@ void checkRules(const TableSource& source, std::span<const PropertyBlock> proper
         .column = block.type == PropertyBlock::kColumn ? block.name : std::u16string(),
         .expression = block.text(source.version(), PropertyName::kRule),
         .text = block.text(source.version(), PropertyName::kRuleText)};
-    if (!rule.expression.empty() && !holds(rule, row)) raiseBroken(rule);
+    const bool isSet = rule.expression.find_first_not_of(u' ') != std::u16string::npos;
+    if (isSet && !holds(rule, row)) raiseBroken(rule);
   }
 }
 

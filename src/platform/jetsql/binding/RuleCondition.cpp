@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <concepts>
+#include <cstdint>
 #include <cstdlib>
+#include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -162,8 +165,20 @@ struct Literal {
     const std::string digits(value.digits.begin(), value.digits.end());
     return literal(ExpressionKind::Number, std::strtod(digits.c_str(), nullptr));
   }
-  ParsedExpression operator()(const runtime::Binary&) const { throw error::typeMismatch(); }
-  ParsedExpression operator()(const runtime::Guid&) const { throw error::typeMismatch(); }
+  ParsedExpression operator()(const runtime::Binary& value) const { return digits(value); }
+  ParsedExpression operator()(const runtime::Guid& value) const { return digits(value.bytes); }
+
+ private:
+  /// Bytes as a text of their digits: a rule can test them for Null and compare them with others.
+  static ParsedExpression digits(std::span<const std::uint8_t> bytes) {
+    constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
+    ParsedExpression made = literal(ExpressionKind::Text, 0);
+    for (const std::uint8_t byte : bytes) {
+      made.text += kDigits[byte >> 4U];
+      made.text += kDigits[byte & 15U];
+    }
+    return made;
+  }
 };
 
 /// The expression with its columns replaced by the row's values.

@@ -122,7 +122,9 @@ void dropOnBoth(Editors& editors, const QMimeData& data) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static Editors& editors = *new Editors;
+  // Destroyed at the end: a process that exits with live windows is taken for one without a
+  // display.
+  static Editors editors;
   const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
   QMimeData plain;
   plain.setData("text/plain", bytes);

@@ -186,7 +186,8 @@ void IndexEditor::removeOld(RowPointer row, const KeyChange& change) {
 
 /// Stages a page that may reach the disk only after the removal itself. A later step avoids a sync
 /// of its own; after an interrupted change it stays in order with the other repairs.
-void IndexEditor::stageAfterRemoval(WriteStep step, PageNumber number, Bytes page) {
+void IndexEditor::stageAfterRemoval(PageNumber number, Bytes page) {
+  WriteStep step = WriteStep::DropOld;
   if (sawLeftovers_) {
     changes_.barrier(WriteStep::RemoveEntries);
     step = WriteStep::RemoveEntries;
@@ -218,7 +219,7 @@ void IndexEditor::lowerBound(IndexPath& path, std::size_t depth, const Bytes& la
     trimNextTo(node);
     node.page.entries[node.child].bytes = last;
     if (std::optional<Bytes> bytes = node.page.encode(changes_.layout()))
-      stageAfterRemoval(WriteStep::DropOld, node.number, std::move(*bytes));
+      stageAfterRemoval(node.number, std::move(*bytes));
     return;
   }
 }
@@ -279,9 +280,9 @@ void IndexEditor::unlink(IndexPath& path, std::size_t depth) {
     stage(WriteStep::RemoveEntries, parent.number, root);
   }
   if (std::optional<Bytes> page = relinked(empty.previous, Link::Next, empty.next, number))
-    stageAfterRemoval(WriteStep::DropOld, empty.previous, std::move(*page));
+    stageAfterRemoval(empty.previous, std::move(*page));
   if (std::optional<Bytes> page = relinked(empty.next, Link::Previous, empty.previous, number))
-    stageAfterRemoval(WriteStep::DropOld, empty.next, std::move(*page));
+    stageAfterRemoval(empty.next, std::move(*page));
   maps_.remove(source_.definition.indexes[index_].map, number, WriteStep::DropOld);
   maps_.pages().free(number);
 }

@@ -40,7 +40,7 @@ class IndexEditor {
   PageNumber takePage();
   bool isNewKey(const IndexPath& path, std::size_t at);
   void stage(WriteStep step, PageNumber number, const IndexPage& page);
-  void stageAfterRemoval(WriteStep step, PageNumber number, Bytes page);
+  void stageAfterRemoval(PageNumber number, Bytes page);
 
   void splitLeaf(IndexPath& path, std::size_t inserted);
   void insertInParent(IndexPath& path, std::size_t depth, IndexEntry entry);

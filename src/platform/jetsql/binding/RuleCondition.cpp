@@ -5,7 +5,6 @@
 #include <concepts>
 #include <cstdint>
 #include <cstdlib>
-#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -161,23 +160,22 @@ struct Literal {
     made.text = value;
     return made;
   }
+  ParsedExpression operator()(const runtime::Guid& value) const {
+    return (*this)(runtime::Variant(value).toText());
+  }
   ParsedExpression operator()(const runtime::Decimal& value) const {
     const std::string digits(value.digits.begin(), value.digits.end());
     return literal(ExpressionKind::Number, std::strtod(digits.c_str(), nullptr));
   }
-  ParsedExpression operator()(const runtime::Binary& value) const { return digits(value); }
-  ParsedExpression operator()(const runtime::Guid& value) const { return digits(value.bytes); }
-
- private:
   /// Bytes as a text of their digits: a rule can test them for Null and compare them with others.
-  static ParsedExpression digits(std::span<const std::uint8_t> bytes) {
+  ParsedExpression operator()(const runtime::Binary& value) const {
     constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
-    ParsedExpression made = literal(ExpressionKind::Text, 0);
-    for (const std::uint8_t byte : bytes) {
-      made.text += kDigits[byte >> 4U];
-      made.text += kDigits[byte & 15U];
+    std::u16string digits;
+    for (const std::uint8_t byte : value) {
+      digits += kDigits[byte >> 4U];
+      digits += kDigits[byte & 15U];
     }
-    return made;
+    return (*this)(digits);
   }
 };
 

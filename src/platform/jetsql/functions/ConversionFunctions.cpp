@@ -1,11 +1,12 @@
 #include "platform/jetsql/functions/ConversionFunctions.h"
 
 #include <cmath>
-#include <limits>
+#include <cstdint>
 
 #include "platform/jetsql/functions/DateFormat.h"
 #include "platform/jetsql/functions/FunctionCall.h"
 #include "platform/jetsql/functions/NumberFormat.h"
+#include "platform/jetsql/functions/Rounding.h"
 #include "platform/jetsql/syntax/DateText.h"
 #include "platform/jetsql/syntax/StatementError.h"
 #include "platform/jetsql/syntax/Token.h"
@@ -25,11 +26,9 @@ void toTenThousandths(const FunctionCall& call) {
   call.setWhole(tenThousandths(call.number(0)));
 }
 
-template <int low, int high>
+template <class Integer>
 void toWhole(const FunctionCall& call) {
-  const double rounded = std::nearbyint(call.number(0));
-  if (!(rounded >= low) || !(rounded <= high)) throw error::overflow();
-  call.setWhole(static_cast<std::int64_t>(rounded));
+  call.setWhole(rounded<Integer>(call.number(0)));
 }
 
 void toSingle(const FunctionCall& call) {
@@ -115,10 +114,9 @@ void format(const FunctionCall& call) {
 constexpr Function kFunctions[] = {
     {u"CSTR", 1, 1, "t", Type::Text, "jet_cstr", toText, kSeen},
     {u"CBOOL", 1, 1, "v", Type::Boolean, "jet_cbool", toBoolean, kSeen},
-    {u"CBYTE", 1, 1, "v", Type::Byte, "jet_cbyte", toWhole<0, 255>, kSeen},
-    {u"CINT", 1, 1, "v", Type::Integer, "jet_cint", toWhole<-32768, 32767>, kSeen},
-    {u"CLNG", 1, 1, "v", Type::Long, "jet_clng",
-     toWhole<std::numeric_limits<int>::min(), std::numeric_limits<int>::max()>, kSeen},
+    {u"CBYTE", 1, 1, "v", Type::Byte, "jet_cbyte", toWhole<std::uint8_t>, kSeen},
+    {u"CINT", 1, 1, "v", Type::Integer, "jet_cint", toWhole<std::int16_t>, kSeen},
+    {u"CLNG", 1, 1, "v", Type::Long, "jet_clng", toWhole<std::int32_t>, kSeen},
     {u"CSNG", 1, 1, "v", Type::Single, "jet_csng", toSingle, kSeen},
     {u"CDBL", 1, 1, "v", Type::Double, "jet_cdbl", toDouble, kSeen},
     {u"CCUR", 1, 1, "v", Type::Currency, "jet_ccur", toCurrency, kSeen},
@@ -130,8 +128,8 @@ constexpr Function kFunctions[] = {
     {u"ISDATE", 1, 1, "v", Type::Boolean, "jet_isdate", isDate, kSeen},
     {u"FORMAT", 1, 2, "vt", Type::Text, "jet_format", format, kSeen},
     // What operators need.
-    {u"", 0, 0, "", Type::Any, "jet_number", number},
-    {u"", 0, 0, "", Type::Any, "jet_ten_thousandths", toTenThousandths},
+    inner("jet_number", number),
+    inner("jet_ten_thousandths", toTenThousandths),
 };
 
 }  // namespace

@@ -1,9 +1,9 @@
 #include "platform/jetsql/functions/FunctionCall.h"
 
 #include <cmath>
-#include <limits>
 #include <new>
 
+#include "platform/jetsql/functions/Rounding.h"
 #include "platform/jetsql/syntax/DateText.h"
 #include "platform/jetsql/syntax/StatementError.h"
 #include "platform/runtime/Conversion.h"
@@ -79,12 +79,7 @@ double FunctionCall::number(int argument) const {
 }
 
 std::int32_t FunctionCall::whole(int argument) const {
-  const double rounded = std::nearbyint(number(argument));
-  if (!(rounded >= std::numeric_limits<std::int32_t>::min()) ||
-      !(rounded <= std::numeric_limits<std::int32_t>::max())) {
-    throw error::overflow();
-  }
-  return static_cast<std::int32_t>(rounded);
+  return rounded<std::int32_t>(number(argument));
 }
 
 double FunctionCall::date(int argument) const {

@@ -103,11 +103,11 @@ constexpr Function kFunctions[] = {
     {u"EXP", 1, 1, "n", Type::Double, "jet_exp", exponential},
     {u"LOG", 1, 1, "n", Type::Double, "jet_log", logarithm},
     // What operators need.
-    {u"", 0, 0, "", Type::Any, "jet_plus", plus},
-    {u"", 0, 0, "", Type::Any, "jet_divide", divide},
-    {u"", 0, 0, "", Type::Any, "jet_intdivide", intDivide},
-    {u"", 0, 0, "", Type::Any, "jet_modulo", modulo},
-    {u"", 0, 0, "", Type::Any, "jet_power", power},
+    inner("jet_plus", plus),
+    inner("jet_divide", divide),
+    inner("jet_intdivide", intDivide),
+    inner("jet_modulo", modulo),
+    inner("jet_power", power),
 };
 
 }  // namespace

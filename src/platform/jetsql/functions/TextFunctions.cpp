@@ -186,12 +186,12 @@ constexpr Function kFunctions[] = {
     {u"ASC", 1, 1, "t", Type::Integer, "jet_asc", asc},
     {u"CHR", 1, 1, "n", Type::Text, "jet_chr", chr},
     // What operators need.
-    {u"", 0, 0, "", Type::Any, "jet_like", like<LikePattern::Dialect::Like>},
-    {u"", 0, 0, "", Type::Any, "jet_alike", like<LikePattern::Dialect::Alike>},
-    {u"", 0, 0, "", Type::Any, "jet_concat", concat, kSeen},
-    {u"", 0, 0, "", Type::Any, "jet_date_text", dateAsText},
-    {u"", 0, 0, "", Type::Any, "jet_single_text", singleAsText},
-    {u"", 0, 0, "", Type::Any, "jet_guid_text", guidAsText},
+    inner("jet_like", like<LikePattern::Dialect::Like>),
+    inner("jet_alike", like<LikePattern::Dialect::Alike>),
+    inner("jet_concat", concat, kSeen),
+    inner("jet_date_text", dateAsText),
+    inner("jet_single_text", singleAsText),
+    inner("jet_guid_text", guidAsText),
 };
 
 }  // namespace

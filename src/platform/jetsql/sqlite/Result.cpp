@@ -1,14 +1,13 @@
 #include "platform/jetsql/sqlite/Result.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
-#include <limits>
 #include <string>
 #include <type_traits>
 #include <utility>
 #include <variant>
 
+#include "platform/jetsql/functions/Rounding.h"
 #include "platform/jetsql/syntax/StatementError.h"
 
 namespace jetsql {
@@ -46,16 +45,6 @@ std::size_t sizeOf(const std::uint8_t* at) {
   }
   const std::size_t unit = tag == kWide ? sizeof(char16_t) : 1;
   return 1 + sizeof(std::uint32_t) + unit * read<std::uint32_t>(at + 1);
-}
-
-template <class Whole>
-runtime::Variant rounded(double number) {
-  const double whole = std::nearbyint(number);
-  if (!(whole >= std::numeric_limits<Whole>::min()) ||
-      !(whole <= std::numeric_limits<Whole>::max())) {
-    throw error::overflow();
-  }
-  return static_cast<Whole>(whole);
 }
 
 /// A calculated number as the type has it; as it is where the type is no number's. A number that

@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "layoutdata/KeyRecord.h"
+#include "platform/files/FileContent.h"
 #include "platform/files/SequentialFile.h"
-#include "platform/files/WholeFile.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/RunTimeError.h"
 #include "platform/runtime/Text.h"
@@ -40,7 +40,7 @@ void readAll(std::u16string_view path) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const std::filesystem::path file =
       std::filesystem::temp_directory_path() / ("layout-" + std::to_string(getpid()) + ".txt");
-  files::replaceWhole(file, {reinterpret_cast<const char*>(data), size});
+  files::replaceContent(file, {reinterpret_cast<const char*>(data), size});
   try {
     readAll(runtime::fromUtf8(file.string()));
   } catch (const runtime::RunTimeError& fault) {

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/files/WholeFile.h"
+#include "platform/files/FileContent.h"
 #include "platform/profile/IniText.h"
 #include "platform/profile/ProfileFile.h"
 #include "platform/runtime/CodePage.h"
@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       std::filesystem::temp_directory_path() / ("profile-" + std::to_string(getpid()) + ".ini");
   static const std::u16string path = runtime::fromUtf8(file.string());
   constexpr std::size_t kBuffer = 1024;
-  files::replaceWhole(file, {reinterpret_cast<const char*>(data), size});
+  files::replaceContent(file, {reinterpret_cast<const char*>(data), size});
 
   const auto read = [](std::string_view section, std::string_view key) {
     return profile::GetPrivateProfileStringA(section, key, "absent", kBuffer, path);

@@ -22,7 +22,7 @@ struct Editor {
   int keys;
   const char* config;
   std::u16string item;
-  int writesBehindLayout;  // of the level's name: write, sync, rename
+  int writesAfterLayout;  // of the level's name: write, sync, rename
 };
 
 const Editor kLevelled{"frmMain", "FastMovers1.txt", 63, "0", support::entry(u"Tea", 77), 3};
@@ -98,7 +98,7 @@ TEST_P(SaveFaults, AWriteThatFailsLeavesWhatWentBeforeItAndEndsTheProgram) {
 }
 
 TEST_P(SaveFaults, ANameThatCanNotBeWrittenGoesUnnoticed) {
-  for (int step = 0; step < editor.writesBehindLayout; ++step) {
+  for (int step = 0; step < editor.writesAfterLayout; ++step) {
     putOld();
     support::FileFaults faults;
     faults.cutAtChange(editor.keys + step, 5);
@@ -111,7 +111,7 @@ TEST_P(SaveFaults, ANameThatCanNotBeWrittenGoesUnnoticed) {
 }
 
 TEST_P(SaveFaults, AProcessThatIsKilledLeavesTheLinesBefore) {
-  const int steps = editor.keys + editor.writesBehindLayout;
+  const int steps = editor.keys + editor.writesAfterLayout;
   for (int step = 0; step < steps; ++step) {
     putOld();
     ASSERT_TRUE(killedAtChange(step, [&] { save(); })) << step;
@@ -120,7 +120,7 @@ TEST_P(SaveFaults, AProcessThatIsKilledLeavesTheLinesBefore) {
   }
   // A later save removes the temporary files of the interrupted writes of the name, though not
   // while they could be another program's.
-  EXPECT_EQ(leftovers().size(), static_cast<std::size_t>(editor.writesBehindLayout));
+  EXPECT_EQ(leftovers().size(), static_cast<std::size_t>(editor.writesAfterLayout));
   for (const fs::path& file : leftovers())
     fs::last_write_time(file, fs::file_time_type::clock::now() - std::chrono::minutes(2));
   save();

@@ -28,7 +28,7 @@ constexpr int kNoRecord = 3021;
 /// A line of fields without the differences between the two readers: the form of a null, the groups
 /// of a GUID, the last decimals of a Double.
 std::string plain(const std::string& line) {
-  std::string whole;
+  std::string joined;
   for (std::string field : jettest::split(line, '\t')) {
     if (field == "\\N") field.clear();
     char* end = nullptr;
@@ -39,10 +39,10 @@ std::string plain(const std::string& line) {
       field = rounded.data();
     }
     if (field.starts_with('{')) std::erase(field, '-');
-    whole += field + "\t";
+    joined += field + "\t";
   }
-  while (whole.ends_with('\t')) whole.pop_back();
-  return whole;
+  while (joined.ends_with('\t')) joined.pop_back();
+  return joined;
 }
 
 std::vector<std::string> sortedPlain(std::vector<std::string> lines) {

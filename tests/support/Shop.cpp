@@ -209,9 +209,9 @@ std::string caption(const WindowDriver& user, std::string_view control) {
 }
 
 std::int32_t shownColour(const WindowDriver& user, std::string_view control) {
-  constexpr int kBehindTheEdge = 6;
+  constexpr int kInsideTheEdge = 6;
   const QColor colour =
-      user.control(control).grab().toImage().pixelColor(kBehindTheEdge, kBehindTheEdge);
+      user.control(control).grab().toImage().pixelColor(kInsideTheEdge, kInsideTheEdge);
   return colour.red() | colour.green() << 8 | colour.blue() << 16;
 }
 

@@ -30,9 +30,9 @@ std::string contents(const fs::path& file) {
 }
 
 std::string quoted(const std::string& word) {
-  std::string whole = "'";
-  for (const char c : word) whole += c == '\'' ? std::string("'\\''") : std::string(1, c);
-  return whole + "'";
+  std::string quoted = "'";
+  for (const char c : word) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return quoted + "'";
 }
 
 class StoreSql : public testing::Test {

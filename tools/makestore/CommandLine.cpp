@@ -6,7 +6,7 @@
 #include <map>
 #include <optional>
 
-#include "platform/files/WholeFile.h"
+#include "platform/files/FileContent.h"
 #include "platform/runtime/CodePage.h"
 
 namespace makestore {
@@ -139,7 +139,7 @@ void readRow(std::string_view line, std::map<int, ShopSlot>& given) {
 }
 
 void readRows(std::string_view path, std::map<int, ShopSlot>& given) {
-  const std::optional<std::string> text = files::readWhole(path);
+  const std::optional<std::string> text = files::readContent(path);
   if (!text) throw UsageError("no such file: " + std::string(path));
   for (std::string_view line : split(*text, '\n')) {
     if (line.ends_with('\r')) line.remove_suffix(1);

@@ -4,8 +4,8 @@
 #include <optional>
 #include <utility>
 
+#include "platform/files/FileContent.h"
 #include "platform/files/ProgramFolder.h"
-#include "platform/files/WholeFile.h"
 #include "platform/profile/IniText.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/RunTimeError.h"
@@ -35,7 +35,7 @@ std::string_view withoutTrailingSpaces(std::string_view text) {
 /// there is none.
 std::optional<std::string> storedValue(std::string_view section, std::string_view key,
                                        std::size_t size, std::u16string_view file) {
-  std::optional<std::string> bytes = files::readWhole(files::resolve(file));
+  std::optional<std::string> bytes = files::readContent(files::resolve(file));
   if (!bytes) return std::nullopt;
   const IniText text(std::move(*bytes), foldedName);
   const std::optional<std::string_view> value = text.value(section, key);
@@ -62,7 +62,7 @@ bool WritePrivateProfileStringA(std::string_view section, std::string_view key,
                                 std::string_view value, std::u16string_view file) {
   if (file.empty()) return false;
   try {
-    files::changeWhole(files::resolve(file), [&](std::string bytes) {
+    files::changeContent(files::resolve(file), [&](std::string bytes) {
       if (IniText::isUtf16(bytes)) throw RunTimeError(ErrorNumber::PathFileAccess);
       IniText text(std::move(bytes), foldedName);
       text.setValue(section, key, value, "\r\n");

@@ -10,8 +10,8 @@
 #include <optional>
 #include <utility>
 
+#include "platform/files/FileContent.h"
 #include "platform/files/ProgramFolder.h"
-#include "platform/files/WholeFile.h"
 #include "platform/profile/IniText.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/RunTimeError.h"
@@ -180,7 +180,7 @@ std::u16string GetSetting(std::u16string_view application, std::u16string_view s
                           std::u16string_view key, std::u16string_view defaultValue) {
   checkNames(application, section, key);
   try {
-    std::string bytes = files::readWhole(settingsFile(application)).value_or("");
+    std::string bytes = files::readContent(settingsFile(application)).value_or("");
     takeMark(bytes);
     const IniText text(std::move(bytes), foldedName);
     const auto stored = text.value(runtime::toUtf8(section), runtime::toUtf8(key));
@@ -197,7 +197,7 @@ void SaveSetting(std::u16string_view application, std::u16string_view section,
   try {
     const fs::path file = settingsFile(application);
     createPrivateFolder(file.parent_path());
-    files::changeWhole(file, [&](std::string bytes) {
+    files::changeContent(file, [&](std::string bytes) {
       if (IniText::isUtf16(bytes)) throw RunTimeError(ErrorNumber::PathFileAccess);
       const std::string mark = takeMark(bytes);
       const std::string_view lineEnd = bytes.find("\r\n") == bytes.npos ? "\n" : "\r\n";

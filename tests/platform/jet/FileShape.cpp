@@ -87,7 +87,7 @@ FileShape shapeOf(const std::filesystem::path& file, std::u16string_view passwor
 
 std::set<std::string> kindsOf(const FileShape& before, const FileShape& after) {
   std::set<std::string> kinds;
-  if (!before.body && !after.body) kinds.insert("in place");
+  if (!before.body && !after.body) kinds.insert("in location");
   if (!before.body && after.body) kinds.insert("moved");
   if (before.body && after.body && before.body != after.body) kinds.insert("moved again");
   if (before.body && !after.body) kinds.insert("came home");

@@ -146,8 +146,9 @@ INSTANTIATE_TEST_SUITE_P(OfKind, CutMadeFile,
                                          FileKind{"EncodedJet4", jet::Version::Jet4, 0x5A17C3E9}),
                          [](const auto& kind) { return kind.param.name; });
 
-const std::set<std::string> kAllKinds{"in place",   "moved",      "moved again",   "came home",
-                                      "leaf split", "root grown", "leaf unlinked", "bound lowered"};
+const std::set<std::string> kAllKinds{"in location",   "moved",        "moved again",
+                                      "came home",     "leaf split",   "root grown",
+                                      "leaf unlinked", "bound lowered"};
 
 /// Shops in which changes of all these kinds happen. In the small Jet 3 shop the root of an index
 /// is a leaf that can grow, in the other one rows have to move.
@@ -221,7 +222,7 @@ TEST(ALoweredBound, ReachesTheDiskBeforeTheNextChange) {
     const auto walk = table.walk(table.indexOn({u"description"}).value(), {.notNull = true});
     while (walk->next()) rows.push_back(walk->row().id());
   }
-  const std::set<std::string> wanted{"in place", "bound lowered"};
+  const std::set<std::string> wanted{"in location", "bound lowered"};
   int lowered = 0;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const std::string number = std::to_string(i);

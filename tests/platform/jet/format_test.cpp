@@ -205,9 +205,9 @@ TEST(TableDefinition, OfFilesOfAllKindsComesBackFromItsParts) {
     for (const jet::CatalogObject& object : database.objects()) {
       if (object.kind != jet::ObjectKind::Table) continue;
       const jet::TableSource& source = database.table(object).source();
-      const jet::Place place = source.place(source.definitionPage);
+      const jet::Location location = source.location(source.definitionPage);
       std::vector<jet::PageNumber> chain;
-      const Bytes original = jet::readDefinition(source.pager, place, chain);
+      const Bytes original = jet::readDefinition(source.pager, location, chain);
       const Bytes content = source.definition.encode();
       // The file stores the length in use.
       ASSERT_EQ(content.size(), jet::u32At(original, 8)) << file.path << narrow(object.name);
@@ -218,11 +218,11 @@ TEST(TableDefinition, OfFilesOfAllKindsComesBackFromItsParts) {
       const std::vector<Bytes> pages = source.definition.encodePages(chain);
       Bytes joined = pages[0];
       for (std::size_t i = 1; i < pages.size(); ++i) {
-        EXPECT_EQ(jet::TableDefinition::nextPage(pages[i - 1], place), chain[i]);
+        EXPECT_EQ(jet::TableDefinition::nextPage(pages[i - 1], location), chain[i]);
         jet::appendBytes(joined,
                          jet::ByteView(pages[i]).subspan(jet::TableDefinition::kPageHeader));
       }
-      const auto again = jet::TableDefinition::decode(source.version(), joined, place);
+      const auto again = jet::TableDefinition::decode(source.version(), joined, location);
       EXPECT_EQ(again.encode(), content);
       ++definitions;
     }

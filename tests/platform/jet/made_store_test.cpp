@@ -89,8 +89,8 @@ TEST(AnIndexOnAColumnThatTheDefinitionLacks, RefusesChangesOfItsOtherColumns) {
   store.table(u"Items")
       .column({.name = u"id"})
       .column({.name = u"group"})
-      .column({.name = u"place"})
-      .index(index(u"both", {{u"group", true}, {u"place", true}}))
+      .column({.name = u"location"})
+      .index(index(u"both", {{u"group", true}, {u"location", true}}))
       .row({std::int32_t{1}, std::int32_t{2}, std::int32_t{3}});
   jet::Bytes bytes = store.build();
   const jet::Bytes columns{1, 0, 1, 2, 0, 1, 0xFF, 0xFF};    // numbers 1 and 2, both ascending

@@ -106,15 +106,15 @@ TEST(StandardStreams, AStartedProgramInheritsNoChangedSignal) {
 
 TEST(Dispatch, ReportsAFailureOnceAndEndsWithStatusOne) {
   support::TestHost host;
-  bool ranBehindTheReport = false;
-  host.whileReportIsUp = [&] { process::dispatch([&] { ranBehindTheReport = true; }); };
+  bool ranDuringTheReport = false;
+  host.whileReportIsUp = [&] { process::dispatch([&] { ranDuringTheReport = true; }); };
   process::dispatch([] { throw RunTimeError(ErrorNumber::TypeMismatch); });
 
   ASSERT_EQ(host.failures.size(), 1U);
   EXPECT_STREQ(host.failures[0].what(), "13: Type mismatch");
   EXPECT_EQ(host.endStatus, 1);
   EXPECT_TRUE(process::hasEnded());
-  EXPECT_FALSE(ranBehindTheReport);
+  EXPECT_FALSE(ranDuringTheReport);
   process::dispatch([] { FAIL() << "dispatched after the end"; });
 }
 

@@ -64,9 +64,9 @@ TEST_F(Settings, AnyTextComesBackExactly) {
   for (const std::u16string& text : texts) {
     SaveSetting(u"tavenor", u"comms", u"before", u"1");
     SaveSetting(u"tavenor", u"comms", u"text", text);
-    SaveSetting(u"tavenor", u"comms", u"behind", u"2");
+    SaveSetting(u"tavenor", u"comms", u"next", u"2");
     EXPECT_EQ(GetSetting(u"tavenor", u"comms", u"text", u"default"), text);
-    EXPECT_EQ(GetSetting(u"tavenor", u"comms", u"behind"), u"2");
+    EXPECT_EQ(GetSetting(u"tavenor", u"comms", u"next"), u"2");
   }
   // Texts that only look escaped are read unchanged.
   support::writeFile(file(), "[comms]\na=\\\"bad \\x\"\nb=\\\"\nc=\\\"\\u12\"\n");

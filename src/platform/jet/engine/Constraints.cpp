@@ -33,7 +33,7 @@ bool keyIsInRow(const TableSource& source, const RowKey& key, const Row& row) {
     if (!isLongValue(column.type)) return true;
     const std::optional<ByteView> stored = row.stored(part.column);
     return !stored || stored->empty() ||
-           LongValueHead::decode(*stored, source.place(row.id().page)).form ==
+           LongValueHead::decode(*stored, source.location(row.id().page)).form ==
                LongValueHead::Form::Inline;
   });
 }
@@ -80,9 +80,9 @@ std::vector<KeyChange> keyChanges(const TableSource& source, const Row& before, 
     const IndexDefinition& index = source.definition.indexes[number];
     const RowKey key(source, number);
     if (!key.covers(values)) continue;
-    const Place place = source.place(index.root);
+    const Location location = source.location(index.root);
     if (!key.isSupported())
-      raiseUnsupported(place, u"an index is of a kind whose keys are not known");
+      raiseUnsupported(location, u"an index is of a kind whose keys are not known");
     if ((index.required() || isPrimary(source, number)) && key.hasNull(after))
       throw error::nullInIndex();
     Bytes bytes;
@@ -93,9 +93,9 @@ std::vector<KeyChange> keyChanges(const TableSource& source, const Row& before, 
       change.oldEntry = IndexEntry::of(bytes, before.id()).bytes;
     if (!(index.ignoresNulls() && key.isAllNull(after))) {
       if (!keyIsInRow(source, key, after))
-        raiseUnsupported(place, u"an index on so long a text is not kept");
+        raiseUnsupported(location, u"an index on so long a text is not kept");
       if (!key.make(after, bytes))
-        raiseUnsupported(place, u"a character has no known place in the order of an index");
+        raiseUnsupported(location, u"a character has no known location in the order of an index");
       change.newEntry = IndexEntry::of(bytes, after.id()).bytes;
       if (index.unique() && change.newEntry != change.oldEntry && !key.hasNull(after) &&
           isOthersKey(source, number, key, bytes, after.id()))

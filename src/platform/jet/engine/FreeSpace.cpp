@@ -16,18 +16,18 @@ constexpr std::size_t kMostTries = 32;
 
 std::vector<PageNumber> FreeSpace::candidates() const {
   std::vector<PageNumber> pages =
-      pagesWithRoom(changes_.pager(), owner_.free, source_.place(source_.definitionPage));
+      pagesWithRoom(changes_.pager(), owner_.free, source_.location(source_.definitionPage));
   std::ranges::reverse(pages);  // the newest are the emptiest
   pages.resize(std::min(pages.size(), kMostTries));
   return pages;
 }
 
 std::optional<RowPointer> FreeSpace::addTo(PageNumber number, ByteView row, SlotMark mark) {
-  Bytes page = *changes_.read(number, source_.place(source_.definitionPage));
+  Bytes page = *changes_.read(number, source_.location(source_.definitionPage));
   if (page[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data) ||
       u32At(page, PageHead::kOwner) != owner_.owner)
     return std::nullopt;
-  DataPageEditor rows(changes_.layout(), page, source_.place(number));
+  DataPageEditor rows(changes_.layout(), page, source_.location(number));
   if (!rows.hasRoomFor(row.size())) rows.squeeze();
   const std::optional<SlotNumber> slot = rows.add(row, mark);
   if (!slot) return std::nullopt;
@@ -45,7 +45,7 @@ RowPointer FreeSpace::add(ByteView row, SlotMark mark, const std::vector<PageNum
   changes_.stage(WriteStep::NewPages, page,
                  DataPageEditor::newPage(changes_.layout(), owner_.owner));
   const std::optional<RowPointer> at = addTo(page, row, mark);
-  if (!at) raiseUnsupported(source_.place(page), u"a row is longer than a page");
+  if (!at) raiseUnsupported(source_.location(page), u"a row is longer than a page");
   maps_.add(owner_.owned, page, WriteStep::OwnerMaps);
   // The hints add the page to the map of pages with room once the table is certain to own it.
   if (owner_.free != RowPointer{}) maps_.cover(owner_.free, page, WriteStep::OwnerMaps);
@@ -54,8 +54,8 @@ RowPointer FreeSpace::add(ByteView row, SlotMark mark, const std::vector<PageNum
 
 void FreeSpace::noteTouched() {
   for (const PageNumber number : touched_) {
-    Bytes page = *changes_.read(number, source_.place(source_.definitionPage));
-    const DataPageEditor rows(changes_.layout(), page, source_.place(number));
+    Bytes page = *changes_.read(number, source_.location(source_.definitionPage));
+    const DataPageEditor rows(changes_.layout(), page, source_.location(number));
     maps_.hint(owner_.free, number, rows.freeBytes() + rows.deadBytes() >= kWorthTrying);
   }
 }

@@ -22,7 +22,8 @@ IndexPath IndexEditor::pathTo(ByteView entry) {
 
 void IndexEditor::stage(WriteStep step, PageNumber number, const IndexPage& page) {
   std::optional<Bytes> bytes = page.encode(changes_.layout());
-  if (!bytes) raiseUnsupported(source_.place(number), u"an index page has no room for its entries");
+  if (!bytes)
+    raiseUnsupported(source_.location(number), u"an index page has no room for its entries");
   changes_.stage(step, number, std::move(*bytes));
 }
 
@@ -39,8 +40,8 @@ std::optional<Bytes> IndexEditor::relinked(PageNumber number, Link link, PageNum
                                            PageNumber of) {
   if (number == 0 || number >= changes_.pageCount()) return std::nullopt;
   const Layout& layout = changes_.layout();
-  const Pager::Page page = changes_.read(number, source_.place(of));
-  const Pager::Page beside = changes_.read(of, source_.place(of));
+  const Pager::Page page = changes_.read(number, source_.location(of));
+  const Pager::Page beside = changes_.read(of, source_.location(of));
   // Links of nodes may be outdated: the page that they name may have another use now.
   if ((*page)[PageHead::kType] != (*beside)[PageHead::kType] ||
       (*page)[layout.indexLevel] != (*beside)[layout.indexLevel] ||
@@ -105,7 +106,7 @@ void IndexEditor::splitLeaf(IndexPath& path, std::size_t inserted) {
   const IndexPage& leaf = path.leaf;
   const bool ascending = leaf.next == 0 && inserted + 1 == leaf.entries.size();
   SplitIndexPage halves =
-      splitIndexPage(changes_.layout(), leaf, ascending, source_.place(path.leafNumber));
+      splitIndexPage(changes_.layout(), leaf, ascending, source_.location(path.leafNumber));
   const PageNumber added = takePage();
   halves.first.previous = leaf.previous;
   halves.first.next = path.leafNumber;
@@ -137,7 +138,7 @@ void IndexEditor::insertInParent(IndexPath& path, std::size_t depth, IndexEntry 
 void IndexEditor::splitNode(IndexPath& path, std::size_t depth) {
   const IndexPath::Node& node = path.nodes[depth];
   SplitIndexPage halves =
-      splitIndexPage(changes_.layout(), node.page, false, source_.place(node.number));
+      splitIndexPage(changes_.layout(), node.page, false, source_.location(node.number));
   const PageNumber added = takePage();
   halves.first.previous = node.page.previous;
   halves.first.next = node.number;
@@ -154,9 +155,10 @@ void IndexEditor::splitNode(IndexPath& path, std::size_t depth) {
 /// The root keeps its number: its entries move to two new pages, and it becomes their parent.
 void IndexEditor::growRoot(PageNumber root, const IndexPage& page, std::size_t inserted) {
   if (page.level >= kMostIndexLevels)
-    raiseDamaged(source_.place(root), u"an index has too many levels");
+    raiseDamaged(source_.location(root), u"an index has too many levels");
   const bool ascending = page.leaf && inserted + 1 == page.entries.size();
-  SplitIndexPage halves = splitIndexPage(changes_.layout(), page, ascending, source_.place(root));
+  SplitIndexPage halves =
+      splitIndexPage(changes_.layout(), page, ascending, source_.location(root));
   const PageNumber first = takePage();
   const PageNumber second = takePage();
   halves.first.next = second;
@@ -249,7 +251,7 @@ void IndexEditor::trimNextTo(const IndexPath::Node& node) {
     from = number;
     number = page.entries.empty() ? page.tail : page.entries[0].child;
   }
-  raiseDamaged(source_.place(from), u"an index has no leaves");
+  raiseDamaged(source_.location(from), u"an index has no leaves");
 }
 
 /// Removes the empty page at `depth` of the path from the tree; it isn't written itself. First its
@@ -290,7 +292,7 @@ void IndexEditor::unlink(IndexPath& path, std::size_t depth) {
 void IndexEditor::collectLeaves(PageNumber number, PageNumber from, const Bytes& bound, int level,
                                 std::vector<TreeLeaf>& leaves) {
   if (level > kMostIndexLevels || leaves.size() > changes_.pageCount())
-    raiseDamaged(source_.place(from), u"an index leads in a circle");
+    raiseDamaged(source_.location(from), u"an index leads in a circle");
   IndexPage page = open(number, from);
   if (page.leaf) {
     leaves.push_back({number, bound});

@@ -34,7 +34,7 @@ class IndexEditor {
 
  private:
   IndexPage open(PageNumber number, PageNumber from) {
-    return openIndexPage(changes_, source_, number, source_.place(from));
+    return openIndexPage(changes_, source_, number, source_.location(from));
   }
   IndexPath pathTo(ByteView entry);
   PageNumber takePage();

@@ -7,11 +7,11 @@
 namespace jet {
 
 IndexPage openIndexPage(PageChanges& changes, const TableSource& source, PageNumber number,
-                        const Place& from) {
+                        const Location& from) {
   const Pager::Page page = changes.read(number, from);
-  IndexPage open = IndexPage::decode(changes.layout(), *page, source.place(number));
+  IndexPage open = IndexPage::decode(changes.layout(), *page, source.location(number));
   if (open.owner != source.definitionPage)
-    raiseDamaged(source.place(number), u"it belongs to another table's index");
+    raiseDamaged(source.location(number), u"it belongs to another table's index");
   return open;
 }
 
@@ -24,12 +24,12 @@ std::size_t dropUpTo(IndexPage& page, ByteView bound) {
 PageNumber lastLeafBelow(PageChanges& changes, const TableSource& source, PageNumber number,
                          PageNumber from) {
   for (int level = 0; level <= kMostIndexLevels; ++level) {
-    const IndexPage page = openIndexPage(changes, source, number, source.place(from));
+    const IndexPage page = openIndexPage(changes, source, number, source.location(from));
     if (page.leaf) return number;
     from = number;
     number = page.tail;
   }
-  raiseDamaged(source.place(from), u"an index has no leaves");
+  raiseDamaged(source.location(from), u"an index has no leaves");
 }
 
 namespace {
@@ -50,12 +50,12 @@ IndexPath IndexPath::to(PageChanges& changes, const TableSource& source, IndexNu
   IndexPath path;
   Bytes bound;  // all entries below the next page are greater
   PageNumber number = source.definition.indexes[index].root;
-  Place from = source.place(source.definitionPage);
+  Location from = source.location(source.definitionPage);
   for (int level = 0; level <= kMostIndexLevels; ++level) {
     IndexPage page = openIndexPage(changes, source, number, from);
     const std::size_t dropped = dropUpTo(page, bound);
     path.hadLeftovers = path.hadLeftovers || dropped > 0;
-    from = source.place(number);
+    from = source.location(number);
     if (page.leaf) {
       path.leafNumber = number;
       path.leaf = std::move(page);

@@ -30,7 +30,7 @@ struct IndexPath {
 
 /// A page of an index of this table. Raises damage where it is another page.
 IndexPage openIndexPage(PageChanges& changes, const TableSource& source, PageNumber number,
-                        const Place& from);
+                        const Location& from);
 
 /// The last leaf below a page, which may be that leaf itself; `from` leads to the page.
 PageNumber lastLeafBelow(PageChanges& changes, const TableSource& source, PageNumber number,

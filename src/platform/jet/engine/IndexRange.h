@@ -20,7 +20,7 @@ struct IndexRange {
   std::optional<runtime::Variant> upper = {};
   bool notNull = false;
 
-  bool isWhole() const { return equal.empty() && !lower && !upper && !notNull; }
+  bool isUnbounded() const { return equal.empty() && !lower && !upper && !notNull; }
 };
 
 }  // namespace jet

@@ -47,7 +47,7 @@ std::size_t preferredCut(const IndexPage& page, bool ascending) {
 }  // namespace
 
 SplitIndexPage splitIndexPage(const Layout& layout, const IndexPage& page, bool ascending,
-                              const Place& place) {
+                              const Location& location) {
   // Neither half may be empty, and a node loses one entry to its parent.
   const std::size_t last = page.entries.size() - (page.leaf ? 1 : 2);
   if (page.entries.size() >= (page.leaf ? 2U : 3U)) {
@@ -61,7 +61,7 @@ SplitIndexPage splitIndexPage(const Layout& layout, const IndexPage& page, bool 
       }
     }
   }
-  raiseUnsupported(place, u"an index page can't be split for so long a key");
+  raiseUnsupported(location, u"an index page can't be split for so long a key");
 }
 
 }  // namespace jet

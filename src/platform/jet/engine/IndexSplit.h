@@ -19,6 +19,6 @@ struct SplitIndexPage {
 /// at the cut moves to the parent, and its child becomes the first half's tail. Raises where no cut
 /// fits.
 SplitIndexPage splitIndexPage(const Layout& layout, const IndexPage& page, bool ascending,
-                              const Place& place);
+                              const Location& location);
 
 }  // namespace jet

@@ -2,22 +2,22 @@
 
 namespace jet {
 
-void IndexWalk::openLeaf(PageNumber number, const Place& from) {
+void IndexWalk::openLeaf(PageNumber number, const Location& from) {
   open_ = source_.pager.readIndexPage(number, from);
   pageNumber_ = number;
   leaf_ = &open_->view;
   if (leaf_->owner() != source_.definitionPage)
-    raiseDamaged(source_.place(number), u"it belongs to another table's index");
+    raiseDamaged(source_.location(number), u"it belongs to another table's index");
 }
 
 IndexWalk::IndexWalk(const TableSource& source, IndexNumber index, ByteView from)
     : source_(source) {
-  openLeaf(source.definition.indexes[index].root, source.place(source.definitionPage));
+  openLeaf(source.definition.indexes[index].root, source.location(source.definitionPage));
   for (int level = 0; !leaf_->isLeaf(); ++level) {
     if (level == kMostIndexLevels)
-      raiseDamaged(source.place(pageNumber_), u"an index has no leaves");
+      raiseDamaged(source.location(pageNumber_), u"an index has no leaves");
     const std::size_t at = leaf_->lowerBound(from);
-    openLeaf(at < leaf_->size() ? leaf_->child(at) : leaf_->tail(), source.place(pageNumber_));
+    openLeaf(at < leaf_->size() ? leaf_->child(at) : leaf_->tail(), source.location(pageNumber_));
   }
   at_ = leaf_->lowerBound(from);
 }
@@ -28,9 +28,9 @@ bool IndexWalk::next() {
       const PageNumber next = leaf_->next();
       if (next == 0) return false;
       if (++leavesSeen_ > source_.pager.pageCount())
-        raiseDamaged(source_.place(pageNumber_), u"the leaves of an index lead in a circle");
-      openLeaf(next, source_.place(pageNumber_));
-      if (!leaf_->isLeaf()) raiseDamaged(source_.place(next), u"it is no leaf of an index");
+        raiseDamaged(source_.location(pageNumber_), u"the leaves of an index lead in a circle");
+      openLeaf(next, source_.location(pageNumber_));
+      if (!leaf_->isLeaf()) raiseDamaged(source_.location(next), u"it is no leaf of an index");
       at_ = 0;
     }
     const std::size_t at = at_++;

@@ -25,7 +25,7 @@ class IndexWalk {
   RowPointer row() const { return entry_.row(); }
 
  private:
-  void openLeaf(PageNumber number, const Place& from);
+  void openLeaf(PageNumber number, const Location& from);
 
   const TableSource& source_;
   std::shared_ptr<const Pager::OpenIndexPage> open_;

@@ -9,7 +9,7 @@ namespace {
 using Outcome = SeekValue::Outcome;
 
 /// The smallest byte string greater than all that begin with `bytes`; absent where there is none.
-std::optional<Bytes> behind(Bytes bytes) {
+std::optional<Bytes> afterPrefix(Bytes bytes) {
   while (!bytes.empty() && bytes.back() == 0xFF) bytes.pop_back();
   if (bytes.empty()) return std::nullopt;
   ++bytes.back();
@@ -31,13 +31,13 @@ class Builder {
     for (const runtime::Variant& value : range.equal) {
       if (column == key_.parts().size() || !addEqual(key_.parts()[column], value)) {
         result_.from = prefix_;
-        result_.before = behind(prefix_);
+        result_.before = afterPrefix(prefix_);
         return result_;
       }
       ++column;
     }
     result_.from = prefix_;
-    result_.before = behind(prefix_);
+    result_.before = afterPrefix(prefix_);
     if (column < key_.parts().size()) addBounds(key_.parts()[column], range);
     return result_;
   }
@@ -85,7 +85,7 @@ class Builder {
     if (first)
       result_.from = key;
     else
-      result_.before = behind(key);
+      result_.before = afterPrefix(key);
   }
 
   const TableSource& source_;

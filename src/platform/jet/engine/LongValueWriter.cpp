@@ -12,7 +12,7 @@ FreeSpace& LongValueWriter::spaceOf(const ColumnDefinition& column) {
   const auto& all = source_.definition.longValueMaps;
   const auto found = std::ranges::find(all, column.number, &LongValueMaps::column);
   if (found == all.end() || found->owned == RowPointer{})
-    raiseUnsupported(source_.place(source_.definitionPage),
+    raiseUnsupported(source_.location(source_.definitionPage),
                      u"a column has no usage map for long values");
   const PageOwner owner{.owner = kLongValueOwner, .owned = found->owned, .free = found->free};
   return spaces_.try_emplace(column.number, changes_, maps_, source_, owner).first->second;
@@ -49,12 +49,12 @@ Bytes LongValueWriter::store(const ColumnDefinition& column, ByteView value) {
 }
 
 void LongValueWriter::drop(const ColumnDefinition& column, ByteView stored) {
-  const Place place = source_.place(source_.definitionPage);
+  const Location location = source_.location(source_.definitionPage);
   if (stored.empty()) return;
-  const LongValueHead head = LongValueHead::decode(stored, place);
-  for (const RowPointer piece : piecesOf(source_, head, place)) {
-    Bytes page = *changes_.read(piece.page, place);
-    DataPageEditor rows(changes_.layout(), page, source_.place(piece.page));
+  const LongValueHead head = LongValueHead::decode(stored, location);
+  for (const RowPointer piece : piecesOf(source_, head, location)) {
+    Bytes page = *changes_.read(piece.page, location);
+    DataPageEditor rows(changes_.layout(), page, source_.location(piece.page));
     rows.markDeleted(piece.slot);
     changes_.stage(WriteStep::DropOld, piece.page, std::move(page));
     spaceOf(column).touch(piece.page);

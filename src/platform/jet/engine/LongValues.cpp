@@ -10,7 +10,8 @@ namespace {
 
 /// Calls `use` with each piece's pointer and its bytes, without the link to the next piece.
 template <class Use>
-void walkPieces(const TableSource& source, const LongValueHead& head, const Place& place, Use use) {
+void walkPieces(const TableSource& source, const LongValueHead& head, const Location& location,
+                Use use) {
   const bool chain = head.form == LongValueHead::Form::Chain;
   RowPointer at = head.first;
   std::size_t left = head.length;
@@ -18,24 +19,24 @@ void walkPieces(const TableSource& source, const LongValueHead& head, const Plac
   Pager& pager = source.pager;
   while (left > 0) {
     if (!walked.insert(at.pack()).second)
-      raiseDamaged(source.place(at.page), u"a long value leads in a circle");
-    const Pager::Page page = pager.read(at.page, place);
-    const DataPage pieces(pager.layout(), *page, source.place(at.page));
+      raiseDamaged(source.location(at.page), u"a long value leads in a circle");
+    const Pager::Page page = pager.read(at.page, location);
+    const DataPage pieces(pager.layout(), *page, source.location(at.page));
     if (pieces.owner() != kLongValueOwner)
-      raiseDamaged(source.place(at.page), u"a long value leads to a page of another kind");
+      raiseDamaged(source.location(at.page), u"a long value leads to a page of another kind");
     const Slot slot = pieces.slot(at.slot);
     const std::size_t link = chain ? LongValueHead::kChainLink : 0;
     if (slot.isDeleted())
-      raiseDamaged(source.place(at.page), u"a piece of a long value is missing");
+      raiseDamaged(source.location(at.page), u"a piece of a long value is missing");
     if (slot.length <= link)
-      raiseDamaged(source.place(at.page), u"a piece of a long value is too short",
+      raiseDamaged(source.location(at.page), u"a piece of a long value is too short",
                    {0, link + 1, slot.length});
     const ByteView bytes = pieces.bytes(slot);
     const std::size_t count = std::min(left, bytes.size() - link);
     use(at, bytes.subspan(link, count));
     left -= count;
     if (left > 0 && !chain)
-      raiseDamaged(source.place(at.page), u"a long value is shorter than its row says",
+      raiseDamaged(source.location(at.page), u"a long value is shorter than its row says",
                    {0, count + left, bytes.size()});
     if (chain) at = RowPointer::unpack(u32At(bytes, 0));
   }
@@ -43,26 +44,27 @@ void walkPieces(const TableSource& source, const LongValueHead& head, const Plac
 
 }  // namespace
 
-Bytes readLongValue(const TableSource& source, ByteView stored, const Place& place) {
+Bytes readLongValue(const TableSource& source, ByteView stored, const Location& location) {
   if (stored.empty()) return {};
-  const LongValueHead head = LongValueHead::decode(stored, place);
+  const LongValueHead head = LongValueHead::decode(stored, location);
   if (head.form == LongValueHead::Form::Inline)
     return {head.inlineBytes.begin(), head.inlineBytes.end()};
   const std::size_t fileSize = source.pager.pageCount() * source.pager.layout().pageSize;
   if (head.length > fileSize)
-    raiseDamaged(place, u"a long value claims more than the file holds",
+    raiseDamaged(location, u"a long value claims more than the file holds",
                  {0, head.length, fileSize});
   Bytes value;
   value.reserve(head.length);
-  walkPieces(source, head, place, [&](RowPointer, ByteView bytes) { appendBytes(value, bytes); });
+  walkPieces(source, head, location,
+             [&](RowPointer, ByteView bytes) { appendBytes(value, bytes); });
   return value;
 }
 
 std::vector<RowPointer> piecesOf(const TableSource& source, const LongValueHead& head,
-                                 const Place& place) {
+                                 const Location& location) {
   std::vector<RowPointer> pieces;
   if (head.form != LongValueHead::Form::Inline)
-    walkPieces(source, head, place, [&](RowPointer at, ByteView) { pieces.push_back(at); });
+    walkPieces(source, head, location, [&](RowPointer at, ByteView) { pieces.push_back(at); });
   return pieces;
 }
 

@@ -16,7 +16,7 @@ class Columns {
   int operator[](std::u16string_view name) const {
     const std::optional<int> column = table_.columnNamed(name);
     if (!column)
-      raiseDamaged(table_.source().place(table_.definitionPage()),
+      raiseDamaged(table_.source().location(table_.definitionPage()),
                    u"a system table lacks a column");
     return *column;
   }
@@ -178,7 +178,7 @@ std::optional<std::vector<PropertyBlock>> ObjectCatalog::properties(const TableI
   const runtime::Variant blob = row.value(Columns(objectsTable())[ObjectColumn::kProperties]);
   if (blob.isNull()) return std::vector<PropertyBlock>();
   return decodeProperties(pager_.header().version, std::get<runtime::Binary>(blob.get()),
-                          objectsTable().source().place(row.id().page));
+                          objectsTable().source().location(row.id().page));
 }
 
 void ObjectCatalog::forget() noexcept {

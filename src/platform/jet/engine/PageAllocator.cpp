@@ -40,7 +40,7 @@ std::optional<PageNumber> PageAllocator::lowestFree() {
 
 PageNumber PageAllocator::take() {
   const std::optional<PageNumber> free = lowestFree();
-  const PageNumber page = free ? *free : changes_.addPage(source_.place(kGlobalMapPage));
+  const PageNumber page = free ? *free : changes_.addPage(source_.location(kGlobalMapPage));
   markUsed(page);
   return page;
 }
@@ -85,10 +85,10 @@ void PageAllocator::turnIntoReference(const UsageMap& map) {
   reference.kind = UsageMap::Kind::Reference;
   std::vector<PageNumber>& bitmaps = reference.bitmapPages;
   while (bitmaps.size() * perBitmap < changes_.pageCount())
-    bitmaps.push_back(changes_.addPage(source_.place(kGlobalMapPage)));
+    bitmaps.push_back(changes_.addPage(source_.location(kGlobalMapPage)));
   const std::size_t room = (UsageMap::kBitmap - UsageMap::kBitmapPages + map.bits.size()) / 4;
   if (bitmaps.size() > room)
-    raiseUnsupported(source_.place(kGlobalMapPage), u"the map of free pages has no room");
+    raiseUnsupported(source_.location(kGlobalMapPage), u"the map of free pages has no room");
   for (std::size_t range = 0; range < bitmaps.size(); ++range) {
     Bytes page = newBitmapPage(layout);
     const ByteSpan bits = ByteSpan(page).subspan(UsageMap::kBitmapPageBits);
@@ -104,7 +104,7 @@ void PageAllocator::turnIntoReference(const UsageMap& map) {
 
 void PageAllocator::addBitmap(UsageMap map, std::size_t range) {
   const std::size_t perBitmap = pagesPerBitmap(changes_.layout());
-  const PageNumber bitmap = changes_.addPage(source_.place(kGlobalMapPage));
+  const PageNumber bitmap = changes_.addPage(source_.location(kGlobalMapPage));
   Bytes page = newBitmapPage(changes_.layout());
   const ByteSpan bits = ByteSpan(page).subspan(UsageMap::kBitmapPageBits);
   for (std::size_t bit = 0; bit < perBitmap; ++bit)

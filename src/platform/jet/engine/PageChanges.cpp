@@ -14,14 +14,14 @@ constexpr std::uint64_t kLargestJet4 = 1ULL << 31;
 
 PageChanges::PageChanges(Pager& pager) : pager_(pager), pageCount_(pager.pageCount()) {}
 
-PageNumber PageChanges::addPage(const Place& from) {
+PageNumber PageChanges::addPage(const Location& from) {
   const std::uint64_t largest = layout().version == Version::Jet3 ? kLargestJet3 : kLargestJet4;
   if ((std::uint64_t{pageCount_} + 1) * layout().pageSize > largest)
     raiseUnsupported(from, u"the file has reached its largest size");
   return PageNumber(pageCount_++);
 }
 
-Pager::Page PageChanges::read(PageNumber number, const Place& from) {
+Pager::Page PageChanges::read(PageNumber number, const Location& from) {
   const auto found = latest_.find(number);
   return found != latest_.end() ? found->second.page : pager_.read(number, from);
 }

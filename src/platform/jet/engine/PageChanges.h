@@ -37,10 +37,10 @@ class PageChanges {
   std::uint32_t pageCount() const { return pageCount_; }
   /// Makes the file a page longer; returns the page's number. Raises an error where the file is
   /// full.
-  PageNumber addPage(const Place& from);
+  PageNumber addPage(const Location& from);
 
   /// A page as the change leaves it so far; see `Pager::read`.
-  Pager::Page read(PageNumber number, const Place& from);
+  Pager::Page read(PageNumber number, const Location& from);
   /// Puts a page's new content into a step. The page must not have been staged in a later step: the
   /// changes of one page reach the disk in the order in which they were staged. No page is
   /// allocated once one has been freed: both change the global map, and would do so in the wrong

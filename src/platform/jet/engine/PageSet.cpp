@@ -15,7 +15,7 @@ class Collector {
  public:
   Collector(const Pager& pager, Outside outside) : pager_(pager), outside_(outside) {}
 
-  void addSetBits(ByteView bits, std::uint64_t first, const Place& from) {
+  void addSetBits(ByteView bits, std::uint64_t first, const Location& from) {
     for (std::size_t i = 0; i < bits.size(); ++i)
       for (unsigned byte = bits[i]; byte != 0; byte &= byte - 1)
         add(first + 8 * i + static_cast<std::uint64_t>(std::countr_zero(byte)), from);
@@ -24,7 +24,7 @@ class Collector {
   std::vector<PageNumber> pages;
 
  private:
-  void add(std::uint64_t page, const Place& from) {
+  void add(std::uint64_t page, const Location& from) {
     if (page < pager_.pageCount())
       pages.emplace_back(static_cast<std::uint32_t>(page));
     else if (outside_ == Outside::IsDamage)
@@ -35,22 +35,22 @@ class Collector {
   Outside outside_;
 };
 
-std::vector<PageNumber> pagesOf(Pager& pager, RowPointer pointer, const Place& from,
+std::vector<PageNumber> pagesOf(Pager& pager, RowPointer pointer, const Location& from,
                                 Outside outside) {
   if (pointer == RowPointer{}) return {};
   const UsageMap map = readUsageMap(pager, pointer, from);
   Collector collector(pager, outside);
-  const Place place = from.at(pointer.page);
+  const Location location = from.at(pointer.page);
   if (map.kind == UsageMap::Kind::Inline) {
-    collector.addSetBits(map.bits, map.firstPage, place);
+    collector.addSetBits(map.bits, map.firstPage, location);
     return std::move(collector.pages);
   }
   const std::size_t range = pagesPerBitmap(pager.layout());
   for (std::size_t i = 0; i < map.bitmapPages.size(); ++i) {
     if (map.bitmapPages[i] == 0) continue;
     if (outside == Outside::IsPassedOver && i * range >= pager.pageCount()) break;
-    const Pager::Page page = pager.read(map.bitmapPages[i], place);
-    const Place bitmap = from.at(map.bitmapPages[i]);
+    const Pager::Page page = pager.read(map.bitmapPages[i], location);
+    const Location bitmap = from.at(map.bitmapPages[i]);
     if ((*page)[PageHead::kType] != static_cast<std::uint8_t>(PageType::Bitmap))
       raiseDamaged(bitmap, u"it is no bitmap of a usage map");
     collector.addSetBits(ByteView(*page).subspan(UsageMap::kBitmapPageBits), i * range, bitmap);
@@ -60,18 +60,18 @@ std::vector<PageNumber> pagesOf(Pager& pager, RowPointer pointer, const Place& f
 
 }  // namespace
 
-UsageMap readUsageMap(Pager& pager, RowPointer map, const Place& from) {
+UsageMap readUsageMap(Pager& pager, RowPointer map, const Location& from) {
   const Pager::Page page = pager.read(map.page, from);
-  const Place place = from.at(map.page);
-  const DataPage rows(pager.layout(), *page, place);
-  return UsageMap::decode(rows.bytes(rows.slot(map.slot)), place);
+  const Location location = from.at(map.page);
+  const DataPage rows(pager.layout(), *page, location);
+  return UsageMap::decode(rows.bytes(rows.slot(map.slot)), location);
 }
 
-std::vector<PageNumber> ownedPages(Pager& pager, RowPointer map, const Place& from) {
+std::vector<PageNumber> ownedPages(Pager& pager, RowPointer map, const Location& from) {
   return pagesOf(pager, map, from, Outside::IsDamage);
 }
 
-std::vector<PageNumber> pagesWithRoom(Pager& pager, RowPointer map, const Place& from) {
+std::vector<PageNumber> pagesWithRoom(Pager& pager, RowPointer map, const Location& from) {
   return pagesOf(pager, map, from, Outside::IsPassedOver);
 }
 

@@ -98,7 +98,7 @@ Pager::Frame& Pager::keep(PageNumber number, ByteView encoded) {
   return frames_[frame];
 }
 
-Pager::Frame& Pager::frameWith(PageNumber number, PageNumber last, const Place& from) {
+Pager::Frame& Pager::frameWith(PageNumber number, PageNumber last, const Location& from) {
   if (!locked_) lock();
   if (number == 0 || number >= pageCount_) raiseOutside(number, from);
   if (const std::size_t at = frameOf_[number]; at != 0) {
@@ -118,17 +118,17 @@ Pager::Frame& Pager::frameWith(PageNumber number, PageNumber last, const Place& 
   return keep(number, ByteView(run_).first(pageSize));
 }
 
-void Pager::raiseOutside(std::uint64_t number, const Place& from) const {
+void Pager::raiseOutside(std::uint64_t number, const Location& from) const {
   raiseDamaged(
       from, u"it names a page outside the file",
       {number * layout_->pageSize, layout_->pageSize, std::size_t{pageCount_} * layout_->pageSize});
 }
 
-Pager::Page Pager::read(PageNumber number, const Place& from) {
+Pager::Page Pager::read(PageNumber number, const Location& from) {
   return frameWith(number, number, from).page;
 }
 
-void Pager::readRun(PageNumber first, PageNumber last, const Place& from) {
+void Pager::readRun(PageNumber first, PageNumber last, const Location& from) {
   frameWith(first, last, from);
 }
 
@@ -138,7 +138,7 @@ void Pager::setScanned(PageNumber number) {
 }
 
 std::shared_ptr<const Pager::OpenIndexPage> Pager::readIndexPage(PageNumber number,
-                                                                 const Place& from) {
+                                                                 const Location& from) {
   Frame& frame = frameWith(number, number, from);
   if (!frame.index) {
     IndexPageView view(*layout_, *frame.page, from.at(number));

@@ -37,22 +37,22 @@ class Pager {
   /// A page's decoded bytes. `from` is where its number was read: a page outside the file is damage
   /// there. Takes the shared lock again after a release; a file that another program holds too long
   /// is an error.
-  Page read(PageNumber number, const Place& from);
+  Page read(PageNumber number, const Location& from);
   /// Reads the pages from `first` to `last` at once, as far as the file has them, unless the first
   /// is cached already. Raises what `read` raises for the first.
-  void readRun(PageNumber first, PageNumber last, const Place& from);
+  void readRun(PageNumber first, PageNumber last, const Location& from);
   /// Tells that a scan is done with a page: the last ones make room first, so that a scan of many
   /// pages leaves the others where they are.
   void setScanned(PageNumber number);
   /// Raises the damage of a page number that the file doesn't reach; `from` is where it stands.
-  [[noreturn]] void raiseOutside(std::uint64_t number, const Place& from) const;
+  [[noreturn]] void raiseOutside(std::uint64_t number, const Location& from) const;
 
   /// An index page, opened for lookup. It is opened once while the page is cached.
   struct OpenIndexPage {
     Page page;
     IndexPageView view;
   };
-  std::shared_ptr<const OpenIndexPage> readIndexPage(PageNumber number, const Place& from);
+  std::shared_ptr<const OpenIndexPage> readIndexPage(PageNumber number, const Location& from);
 
   /// Takes the exclusive lock; no other may be held. Raises the errors of a file that is read-only,
   /// locked too long, or no longer the one of that path; no lock is held then.
@@ -78,7 +78,7 @@ class Pager {
   void lock();
   std::size_t freeFrame();
   Frame& keep(PageNumber number, ByteView encoded);
-  Frame& frameWith(PageNumber number, PageNumber last, const Place& from);
+  Frame& frameWith(PageNumber number, PageNumber last, const Location& from);
 
   std::u16string shownPath_;
   bool readOnly_ = false;

@@ -24,7 +24,7 @@ IndexNumber otherIndex(const TableSource& other, const LogicalIndex& relationshi
   const auto& all = other.definition.logicalIndexes;
   const auto found = std::ranges::find(all, relationship.otherIndex, &LogicalIndex::number);
   if (found == all.end() || found->index >= other.definition.indexes.size())
-    raiseDamaged(other.place(other.definitionPage), u"a relationship lacks its index");
+    raiseDamaged(other.location(other.definitionPage), u"a relationship lacks its index");
   return found->index;
 }
 
@@ -36,15 +36,15 @@ bool hasMatch(const TableSource& source, IndexNumber index, const Row& row,
   Bytes key;
   bool made = own.parts().size() == their.parts().size() && their.isSupported();
   for (std::size_t i = 0; made && i < own.parts().size(); ++i) {
-    const auto place = static_cast<std::size_t>(their.parts()[i].column);
+    const auto location = static_cast<std::size_t>(their.parts()[i].column);
     const ColumnDefinition& column =
         source.columns[static_cast<std::size_t>(own.parts()[i].column)];
-    made = column.type == other.columns[place].type &&
-           appendKey(other.version(), other.columns[place], their.parts()[i].ascending,
+    made = column.type == other.columns[location].type &&
+           appendKey(other.version(), other.columns[location], their.parts()[i].ascending,
                      row.value(own.parts()[i].column), key);
   }
   if (!made)
-    raiseUnsupported(source.place(source.definitionPage), u"a relationship can't be checked");
+    raiseUnsupported(source.location(source.definitionPage), u"a relationship can't be checked");
   IndexWalk walk(other, theirs, key);
   RowReader reader(other);
   while (walk.next()) {
@@ -72,7 +72,7 @@ void checkRelationships(ObjectCatalog& catalog, const TableSource& source, const
     if (RowKey(source, logical.index).hasNull(row)) continue;
     const bool match = hasMatch(source, logical.index, row, other, otherIndex(other, logical));
     if (referenced && match && logical.cascadeUpdates == 1)
-      raiseUnsupported(source.place(source.definitionPage),
+      raiseUnsupported(source.location(source.definitionPage),
                        u"related rows would have to change with it");
     if (referenced && match) throw error::hasRelatedRows(other.name);
     if (!referenced && !match) throw error::lacksRelatedRow(other.name);

@@ -22,10 +22,10 @@ Row::Row(const TableSource& source, RowId id, const FoundRow& found)
       id_(id),
       page_(found.page),
       content_(source.version(), found.bytes, source.hasVariableSlots(),
-               source.place(found.bodyPage)) {}
+               source.location(found.bodyPage)) {}
 
-Place Row::place() const {
-  return source_->place(id_.page);
+Location Row::location() const {
+  return source_->location(id_.page);
 }
 
 std::optional<ByteView> Row::stored(int column) const {
@@ -47,9 +47,9 @@ runtime::Variant Row::value(int column) const {
   const std::optional<ByteView> bytes = stored(column);
   if (!bytes) return runtime::Null{};
   if (!isLongValue(definition.type))
-    return decodeValue(source_->version(), definition, *bytes, place());
-  return decodeValue(source_->version(), definition, readLongValue(*source_, *bytes, place()),
-                     place());
+    return decodeValue(source_->version(), definition, *bytes, location());
+  return decodeValue(source_->version(), definition, readLongValue(*source_, *bytes, location()),
+                     location());
 }
 
 template <class Use>
@@ -57,7 +57,7 @@ bool Row::withText(int column, Use use) const {
   const std::optional<ByteView> bytes = stored(column);
   if (!bytes) return false;
   if (isLongValue(columnAt(*source_, column).type))
-    use(ByteView(readLongValue(*source_, *bytes, place())));
+    use(ByteView(readLongValue(*source_, *bytes, location())));
   else
     use(*bytes);
   return true;
@@ -99,7 +99,7 @@ bool Row::integer(int column, std::int32_t& out) const {
   }
   const std::optional<ByteView> bytes = stored(column);
   if (!bytes) return false;
-  requireSize(definition.type, *bytes, place());
+  requireSize(definition.type, *bytes, location());
   if (definition.type == ColumnType::Byte)
     out = (*bytes)[0];
   else if (definition.type == ColumnType::Integer)

@@ -45,7 +45,7 @@ class Row {
   const RowContent& content() const { return content_; }
 
  private:
-  Place place() const;
+  Location location() const;
   /// Calls `use` with the stored bytes of a text, inside the row or outside; false for null.
   template <class Use>
   bool withText(int column, Use use) const;

@@ -16,7 +16,7 @@ std::size_t sizeOf(const ColumnDefinition& column) {
 }  // namespace
 
 RowParts partsOf(const TableSource& source, const Row& row) {
-  const Place place = source.place(source.definitionPage);
+  const Location location = source.location(source.definitionPage);
   RowParts parts;
   parts.hasVariable = source.hasVariableSlots();
   parts.variable.resize(source.definition.variableSlots);
@@ -29,11 +29,11 @@ RowParts partsOf(const TableSource& source, const Row& row) {
       parts.fixedArea.resize(std::max(parts.fixedArea.size(), column.fixedOffset + sizeOf(column)));
     if (!column.fixed && column.type != ColumnType::Boolean &&
         column.variableSlot >= parts.variable.size())
-      raiseDamaged(place, u"a column has a slot that the rows don't have");
+      raiseDamaged(location, u"a column has a slot that the rows don't have");
   }
   if (source.version() == Version::Jet3 &&
       std::max(parts.columnCount, parts.variable.size()) > kMostJet3Columns)
-    raiseUnsupported(place, u"the table has too many columns");
+    raiseUnsupported(location, u"the table has too many columns");
   parts.hasValue.resize(parts.columnCount);
   for (std::size_t i = 0; i < source.columns.size(); ++i) {
     const ColumnDefinition& column = source.columns[i];

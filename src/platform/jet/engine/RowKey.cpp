@@ -64,7 +64,7 @@ bool appendColumnKey(const TableSource& source, const Row& row, int column, bool
       return true;
     }
   } else if (const std::optional<ByteView> stored = row.stored(column)) {
-    requireSize(definition.type, *stored, source.place(row.id().page));
+    requireSize(definition.type, *stored, source.location(row.id().page));
     const std::size_t size = typeSize(definition.type).value_or(stored->size());
     return appendStoredKey(version, definition, ascending, stored->first(size), key);
   }

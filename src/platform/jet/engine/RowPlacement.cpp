@@ -32,9 +32,9 @@ Bytes bytesFor(Version version, const RowParts& parts, std::size_t length) {
 RowPlacement::RowPlacement(PageChanges& changes, UsageMaps& maps, const TableSource& source)
     : changes_(changes), source_(source), space_(changes, maps, source, ownerOf(source)) {}
 
-bool RowPlacement::placeAt(RowPointer at, const RowParts& parts, SlotMark mark) {
-  Bytes page = *changes_.read(at.page, source_.place(source_.definitionPage));
-  DataPageEditor rows(changes_.layout(), page, source_.place(at.page));
+bool RowPlacement::storeAt(RowPointer at, const RowParts& parts, SlotMark mark) {
+  Bytes page = *changes_.read(at.page, source_.location(source_.definitionPage));
+  DataPageEditor rows(changes_.layout(), page, source_.location(at.page));
   const Bytes row = bytesFor(source_.version(), parts, rows.slot(at.slot).length);
   if (!rows.replace(at.slot, row, mark)) {
     rows.squeeze();
@@ -49,8 +49,8 @@ bool RowPlacement::placeAt(RowPointer at, const RowParts& parts, SlotMark mark) 
 std::optional<RowPointer> RowPlacement::bodyLeftOver(ByteView row) const {
   std::optional<std::vector<RowPointer>> strays;
   for (const PageNumber number : space_.candidates()) {
-    const Pager::Page page = changes_.read(number, source_.place(source_.definitionPage));
-    const DataPage rows(changes_.layout(), *page, source_.place(number));
+    const Pager::Page page = changes_.read(number, source_.location(source_.definitionPage));
+    const DataPage rows(changes_.layout(), *page, source_.location(number));
     if (rows.owner() != source_.definitionPage) continue;
     for (std::size_t i = 0; i < std::min(rows.slotCount(), kMostSlots); ++i) {
       const Slot slot = rows.slot(i);
@@ -63,33 +63,33 @@ std::optional<RowPointer> RowPlacement::bodyLeftOver(ByteView row) const {
   return std::nullopt;
 }
 
-void RowPlacement::place(RowId id, const FoundRow& old, const RowParts& parts) {
+void RowPlacement::store(RowId id, const FoundRow& old, const RowParts& parts) {
   const Bytes row = parts.encode(source_.version());
   if (row.size() > changes_.layout().longestRow) throw error::rowTooLarge();
   const RowPointer body{old.bodyPage, old.bodySlot};
   const bool moved = body != id;
-  if (placeAt(body, parts, moved ? SlotMark::Body : SlotMark::Row)) return;
-  if (moved && placeAt(id, parts, SlotMark::Row)) {
+  if (storeAt(body, parts, moved ? SlotMark::Body : SlotMark::Row)) return;
+  if (moved && storeAt(id, parts, SlotMark::Row)) {
     dropBody(body);
     return;
   }
   const std::optional<RowPointer> left = bodyLeftOver(row);
   const RowPointer target = left ? *left : space_.add(row, SlotMark::Body, {id.page, body.page});
   space_.touch(target.page);
-  Bytes home = *changes_.read(id.page, source_.place(source_.definitionPage));
-  DataPageEditor rows(changes_.layout(), home, source_.place(id.page));
+  Bytes home = *changes_.read(id.page, source_.location(source_.definitionPage));
+  DataPageEditor rows(changes_.layout(), home, source_.location(id.page));
   Bytes pointer(kPointerSize);
   putU32(pointer, 0, target.pack());
   if (!rows.replace(id.slot, pointer, SlotMark::Pointer))
-    raiseUnsupported(source_.place(id.page), u"a row is too short to become a pointer");
+    raiseUnsupported(source_.location(id.page), u"a row is too short to become a pointer");
   changes_.stage(WriteStep::Rows, id.page, std::move(home));
   space_.touch(id.page);
   if (moved) dropBody(body);
 }
 
 void RowPlacement::dropBody(RowPointer body) {
-  Bytes page = *changes_.read(body.page, source_.place(source_.definitionPage));
-  DataPageEditor rows(changes_.layout(), page, source_.place(body.page));
+  Bytes page = *changes_.read(body.page, source_.location(source_.definitionPage));
+  DataPageEditor rows(changes_.layout(), page, source_.location(body.page));
   rows.markDeleted(body.slot);
   changes_.stage(WriteStep::DropOld, body.page, std::move(page));
   space_.touch(body.page);

@@ -15,14 +15,14 @@ class RowPlacement {
 
   /// Stages the new row: a body on another page, the change of the row's own page, the removal of
   /// the old body. `old` is where the row is stored now.
-  void place(RowId id, const FoundRow& old, const RowParts& parts);
+  void store(RowId id, const FoundRow& old, const RowParts& parts);
   /// Stages the removal of a body that no row points to, or soon none will.
   void dropBody(RowPointer body);
   /// Stages the new state of the changed pages in the maps.
   void noteFreeSpace() { space_.noteTouched(); }
 
  private:
-  bool placeAt(RowPointer at, const RowParts& parts, SlotMark mark);
+  bool storeAt(RowPointer at, const RowParts& parts, SlotMark mark);
   std::optional<RowPointer> bodyLeftOver(ByteView row) const;
 
   PageChanges& changes_;

@@ -88,7 +88,7 @@ void RowUpdate::storeValues(RowParts& parts, std::span<const ColumnValue> values
     std::optional<Bytes> stored = encodeValue(source_.version(), column, each.value);
     if (!stored) throw error::tooLarge();
     if (column.fixed && stored->size() != typeSize(column.type).value_or(0))
-      raiseUnsupported(source_.place(source_.definitionPage),
+      raiseUnsupported(source_.location(source_.definitionPage),
                        u"texts and bytes of fixed length are not written");
     if (isLongValue(column.type)) stored = longValues_.store(column, *stored);
     setStored(parts, column, stored);
@@ -136,7 +136,7 @@ std::vector<runtime::Variant> RowUpdate::readAgain() {
 
 void RowUpdate::write(const RowParts& parts, std::span<const KeyChange> keys,
                       std::span<const ColumnValue> values) {
-  placement_.place(id_, found_, parts);
+  placement_.store(id_, found_, parts);
   std::vector<IndexEditor> editors;
   std::vector<IndexNumber> grown;
   for (const KeyChange& key : keys) {
@@ -166,7 +166,7 @@ void RowUpdate::dropLongValues(std::span<const ColumnValue> values) {
 /// The counters are on the definition's first page, before all parts that can be long.
 void RowUpdate::raiseCounters(const std::vector<IndexNumber>& indexes) {
   if (indexes.empty()) return;
-  Bytes page = *changes_.read(source_.definitionPage, source_.place(source_.definitionPage));
+  Bytes page = *changes_.read(source_.definitionPage, source_.location(source_.definitionPage));
   for (const IndexNumber index : indexes) {
     const std::size_t at = TableDefinition::entryCounterAt(source_.version(), index);
     if (at + 4 <= page.size()) putU32(page, at, u32At(page, at) + 1);

@@ -22,7 +22,7 @@ SeekValue usable(Variant value) {
 }
 
 template <class T>
-SeekValue wholeNumber(Comparison comparison, double bound) {
+SeekValue integerBound(Comparison comparison, double bound) {
   const double rounded = comparison == Comparison::AtLeast  ? std::ceil(bound)
                          : comparison == Comparison::AtMost ? std::floor(bound)
                                                             : bound;
@@ -86,11 +86,11 @@ SeekValue seekValue(const ColumnDefinition& column, Comparison comparison, const
     case ColumnType::Boolean:
       return boolean(comparison, *number);
     case ColumnType::Byte:
-      return wholeNumber<std::uint8_t>(comparison, *number);
+      return integerBound<std::uint8_t>(comparison, *number);
     case ColumnType::Integer:
-      return wholeNumber<std::int16_t>(comparison, *number);
+      return integerBound<std::int16_t>(comparison, *number);
     case ColumnType::Long:
-      return wholeNumber<std::int32_t>(comparison, *number);
+      return integerBound<std::int32_t>(comparison, *number);
     case ColumnType::Currency:
       return currency(comparison, bound, *number);
     case ColumnType::Single:

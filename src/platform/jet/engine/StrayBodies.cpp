@@ -8,12 +8,12 @@
 namespace jet {
 
 std::vector<RowPointer> strayBodies(const TableSource& source) {
-  const Place place = source.place(source.definitionPage);
+  const Location location = source.location(source.definitionPage);
   std::vector<RowPointer> bodies;
   std::vector<RowPointer> pointedTo;
-  for (const PageNumber number : ownedPages(source.pager, source.definition.ownedPages, place)) {
-    const Pager::Page page = readDataPage(source, number, place);
-    const DataPage rows(source.pager.layout(), *page, source.place(number));
+  for (const PageNumber number : ownedPages(source.pager, source.definition.ownedPages, location)) {
+    const Pager::Page page = readDataPage(source, number, location);
+    const DataPage rows(source.pager.layout(), *page, source.location(number));
     for (std::size_t i = 0; i < std::min(rows.slotCount(), kMostSlots); ++i) {
       const Slot slot = rows.slot(i);
       if (slot.isBody())

@@ -16,16 +16,16 @@ constexpr std::size_t kRunSize = 64 * 1024;
 TableScan::TableScan(const TableSource& source)
     : source_(source),
       pages_(ownedPages(source.pager, source.definition.ownedPages,
-                        source.place(source.definitionPage))) {}
+                        source.location(source.definitionPage))) {}
 
 bool TableScan::openNextPage() {
   source_.pager.setScanned(pageNumber_);
   if (nextPage_ == pages_.size()) return false;
   pageNumber_ = pages_[nextPage_++];
-  const Place from = source_.place(source_.definitionPage);
+  const Location from = source_.location(source_.definitionPage);
   source_.pager.readRun(pageNumber_, endOfRun(), from);
   page_ = readDataPage(source_, pageNumber_, from);
-  slotCount_ = DataPage(source_.pager.layout(), *page_, source_.place(pageNumber_)).slotCount();
+  slotCount_ = DataPage(source_.pager.layout(), *page_, source_.location(pageNumber_)).slotCount();
   slotCount_ = std::min(slotCount_, kMostSlots);
   nextSlot_ = 0;
   return true;

@@ -18,8 +18,8 @@ constexpr std::size_t kPointerSize = 4;
 TableSource::TableSource(Pager& pages, std::u16string tableName, PageNumber page)
     : pager(pages), name(std::move(tableName)), definitionPage(page) {
   std::vector<PageNumber> chain;
-  const Bytes content = readDefinition(pager, place(page), chain);
-  definition = TableDefinition::decode(pager.header().version, content, place(page));
+  const Bytes content = readDefinition(pager, location(page), chain);
+  definition = TableDefinition::decode(pager.header().version, content, location(page));
   columns = definition.columns;
   std::ranges::stable_sort(columns, {}, &ColumnDefinition::number);
 }
@@ -28,7 +28,7 @@ ColumnIdentity identityOf(const ColumnDefinition& column) {
   return {.number = column.number, .name = column.name, .type = column.type};
 }
 
-Bytes readDefinition(Pager& pager, const Place& first, std::vector<PageNumber>& pages) {
+Bytes readDefinition(Pager& pager, const Location& first, std::vector<PageNumber>& pages) {
   Bytes content;
   PageNumber number = first.page;
   while (number != 0) {
@@ -43,23 +43,23 @@ Bytes readDefinition(Pager& pager, const Place& first, std::vector<PageNumber>& 
   return content;
 }
 
-Pager::Page readDataPage(const TableSource& source, PageNumber number, const Place& from) {
+Pager::Page readDataPage(const TableSource& source, PageNumber number, const Location& from) {
   Pager::Page page = source.pager.read(number, from);
-  const DataPage opened(source.pager.layout(), *page, source.place(number));
+  const DataPage opened(source.pager.layout(), *page, source.location(number));
   if (opened.owner() != source.definitionPage)
-    raiseDamaged(source.place(number), u"it belongs to another table");
+    raiseDamaged(source.location(number), u"it belongs to another table");
   return page;
 }
 
 bool findRow(const TableSource& source, RowId id, const Pager::Page& home, FoundRow& found) {
   const Layout& layout = source.pager.layout();
-  const DataPage page(layout, *home, source.place(id.page));
+  const DataPage page(layout, *home, source.location(id.page));
   if (id.slot >= page.slotCount()) return false;
   Slot slot = page.slot(id.slot);
   if (!slot.isRow()) return false;
   found = {.page = home, .bodyPage = id.page, .bodySlot = id.slot, .bytes = page.bytes(slot)};
   for (int steps = 0; slot.pointer; ++steps) {
-    const Place from = source.place(found.bodyPage);
+    const Location from = source.location(found.bodyPage);
     if (steps == kMostPointerSteps) raiseDamaged(from, u"a row that moved can't be followed");
     if (found.bytes.size() < kPointerSize)
       raiseDamaged(from, u"the pointer of a row that moved is too short",
@@ -68,7 +68,7 @@ bool findRow(const TableSource& source, RowId id, const Pager::Page& home, Found
     found.page = readDataPage(source, body.page, from);
     found.bodyPage = body.page;
     found.bodySlot = body.slot;
-    const DataPage next(layout, *found.page, source.place(body.page));
+    const DataPage next(layout, *found.page, source.location(body.page));
     slot = next.slot(body.slot);
     found.bytes = next.bytes(slot);
     if (slot.isDeleted()) raiseDamaged(from, u"a row that moved has lost its body");
@@ -77,9 +77,9 @@ bool findRow(const TableSource& source, RowId id, const Pager::Page& home, Found
 }
 
 Pager::Page findDataPage(const TableSource& source, PageNumber number) {
-  Pager::Page page = source.pager.read(number, source.place(source.definitionPage));
+  Pager::Page page = source.pager.read(number, source.location(source.definitionPage));
   if ((*page)[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data)) return nullptr;
-  const DataPage opened(source.pager.layout(), *page, source.place(number));
+  const DataPage opened(source.pager.layout(), *page, source.location(number));
   return opened.owner() == source.definitionPage ? page : nullptr;
 }
 

@@ -23,7 +23,7 @@ struct TableSource {
   /// Reads the definition from its chain of pages.
   TableSource(Pager& pages, std::u16string tableName, PageNumber page);
 
-  Place place(PageNumber page) const { return {pager.shownPath(), name, page}; }
+  Location location(PageNumber page) const { return {pager.shownPath(), name, page}; }
   Version version() const { return definition.version; }
   bool hasVariableSlots() const { return definition.variableSlots > 0; }
 };
@@ -47,12 +47,12 @@ bool findRow(const TableSource& source, RowId id, const Pager::Page& home, Found
 bool findRow(const TableSource& source, RowId id, FoundRow& found);
 
 /// Reads a data page of the table. Raises damage where the page is another one.
-Pager::Page readDataPage(const TableSource& source, PageNumber page, const Place& from);
+Pager::Page readDataPage(const TableSource& source, PageNumber page, const Location& from);
 
 /// The same page; null where it isn't a data page of the table.
 Pager::Page findDataPage(const TableSource& source, PageNumber number);
 
 /// Reads the content of a definition's chain of pages, and adds their numbers to `pages` in order.
-Bytes readDefinition(Pager& pager, const Place& first, std::vector<PageNumber>& pages);
+Bytes readDefinition(Pager& pager, const Location& first, std::vector<PageNumber>& pages);
 
 }  // namespace jet

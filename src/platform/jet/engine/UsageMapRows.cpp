@@ -13,34 +13,34 @@ constexpr std::uint32_t kLastPage = 0xFFFFFF;
 }  // namespace
 
 UsageMap UsageMapRows::read(RowPointer at) {
-  const Pager::Page page = changes_.read(at.page, source_.place(source_.definitionPage));
-  const DataPage rows(changes_.layout(), *page, source_.place(at.page));
-  UsageMap map = UsageMap::decode(rows.bytes(rows.slot(at.slot)), source_.place(at.page));
+  const Pager::Page page = changes_.read(at.page, source_.location(source_.definitionPage));
+  const DataPage rows(changes_.layout(), *page, source_.location(at.page));
+  UsageMap map = UsageMap::decode(rows.bytes(rows.slot(at.slot)), source_.location(at.page));
   if (map.firstPage > kLastPage)
-    changes_.pager().raiseOutside(map.firstPage, source_.place(at.page));
+    changes_.pager().raiseOutside(map.firstPage, source_.location(at.page));
   return map;
 }
 
 Pager::Page UsageMapRows::readBitmap(PageNumber number) {
-  Pager::Page page = changes_.read(number, source_.place(source_.definitionPage));
+  Pager::Page page = changes_.read(number, source_.location(source_.definitionPage));
   if ((*page)[PageHead::kType] != static_cast<std::uint8_t>(PageType::Bitmap))
-    raiseDamaged(source_.place(number), u"it is no bitmap of a usage map");
+    raiseDamaged(source_.location(number), u"it is no bitmap of a usage map");
   return page;
 }
 
 bool UsageMapRows::write(RowPointer at, const UsageMap& map, std::size_t length, WriteStep step) {
-  Bytes page = *changes_.read(at.page, source_.place(source_.definitionPage));
+  Bytes page = *changes_.read(at.page, source_.location(source_.definitionPage));
   Bytes row = map.encode();
   row.resize(std::max(row.size(), length));
-  DataPageEditor rows(changes_.layout(), page, source_.place(at.page));
+  DataPageEditor rows(changes_.layout(), page, source_.location(at.page));
   if (!rows.replace(at.slot, row, SlotMark::Row)) return false;
   changes_.stageMap(step, at.page, std::move(page));
   return true;
 }
 
 void UsageMapRows::writeInPlace(RowPointer at, const UsageMap& map, WriteStep step) {
-  const Pager::Page page = changes_.read(at.page, source_.place(source_.definitionPage));
-  const DataPage rows(changes_.layout(), *page, source_.place(at.page));
+  const Pager::Page page = changes_.read(at.page, source_.location(source_.definitionPage));
+  const DataPage rows(changes_.layout(), *page, source_.location(at.page));
   write(at, map, rows.slot(at.slot).length, step);
 }
 
@@ -53,7 +53,7 @@ void UsageMapRows::setBitmapBit(PageNumber bitmap, std::size_t bit, bool value, 
 std::size_t UsageMapRows::rangeOf(const UsageMap& map, PageNumber page) const {
   const std::size_t range = page / pagesPerBitmap(changes_.layout());
   if (range >= map.bitmapPages.size())
-    raiseUnsupported(source_.place(page), u"a usage map has no room for the page");
+    raiseUnsupported(source_.location(page), u"a usage map has no room for the page");
   return range;
 }
 

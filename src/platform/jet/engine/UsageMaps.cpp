@@ -105,7 +105,7 @@ void UsageMaps::addBitmap(RowPointer at, std::size_t range, WriteStep step) {
 
 void UsageMaps::cover(RowPointer at, PageNumber page, WriteStep step) {
   if (at == RowPointer{})
-    raiseUnsupported(source_.place(source_.definitionPage), u"it has no usage map");
+    raiseUnsupported(source_.location(source_.definitionPage), u"it has no usage map");
   if (coverWithoutBitmap(at, page, step)) return;
   if (rows_.read(at).kind == UsageMap::Kind::Inline) turnIntoReference(at, step);
   const UsageMap map = rows_.read(at);

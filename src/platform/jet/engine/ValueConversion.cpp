@@ -51,7 +51,7 @@ double numberOf(const Variant& value) {
 }
 
 template <class T>
-T wholeNumber(const Variant& value) {
+T toInteger(const Variant& value) {
   const double rounded = std::nearbyint(numberOf(value));  // half to even
   if (!(rounded >= std::numeric_limits<T>::min() && rounded <= std::numeric_limits<T>::max()))
     throw error::tooLarge();
@@ -223,11 +223,11 @@ Variant convertTo(Version version, const ColumnDefinition& column, const Variant
     case ColumnType::Boolean:
       return booleanOf(value);
     case ColumnType::Byte:
-      return wholeNumber<std::uint8_t>(value);
+      return toInteger<std::uint8_t>(value);
     case ColumnType::Integer:
-      return wholeNumber<std::int16_t>(value);
+      return toInteger<std::int16_t>(value);
     case ColumnType::Long:
-      return wholeNumber<std::int32_t>(value);
+      return toInteger<std::int32_t>(value);
     case ColumnType::Currency:
       return currencyOf(value);
     case ColumnType::Single:

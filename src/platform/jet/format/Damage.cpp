@@ -12,30 +12,30 @@ std::u16string decimal(std::size_t number) {
   return {digits.begin(), digits.end()};
 }
 
-std::u16string whereabouts(const Place& place) {
+std::u16string whereabouts(const Location& location) {
   std::u16string text;
-  if (!place.table.empty()) text.append(u"table '").append(place.table).append(u"', ");
-  return text.append(u"page ").append(decimal(place.page));
+  if (!location.table.empty()) text.append(u"table '").append(location.table).append(u"', ");
+  return text.append(u"page ").append(decimal(location.page));
 }
 
 }  // namespace
 
-void raiseDamaged(const Place& place, std::u16string_view how) {
+void raiseDamaged(const Location& location, std::u16string_view how) {
   std::u16string text = u"The database '";
-  text.append(place.file).append(u"' is damaged (").append(whereabouts(place)).append(u"): ");
+  text.append(location.file).append(u"' is damaged (").append(whereabouts(location)).append(u"): ");
   throw runtime::generalError(text.append(how).append(u"."));
 }
 
-void raiseDamaged(const Place& place, std::u16string_view how, const Misfit& misfit) {
+void raiseDamaged(const Location& location, std::u16string_view how, const Misfit& misfit) {
   std::u16string text(how);
   text.append(u" (").append(decimal(misfit.size)).append(u" bytes at offset ");
   text.append(decimal(misfit.offset)).append(u" of ").append(decimal(misfit.available));
-  raiseDamaged(place, text.append(u")"));
+  raiseDamaged(location, text.append(u")"));
 }
 
-void raiseUnsupported(const Place& place, std::u16string_view why) {
+void raiseUnsupported(const Location& location, std::u16string_view why) {
   std::u16string text = u"Cannot update '";
-  text.append(place.file).append(u"' (").append(whereabouts(place)).append(u"): ");
+  text.append(location.file).append(u"' (").append(whereabouts(location)).append(u"): ");
   throw runtime::generalError(text.append(why).append(u"."));
 }
 

@@ -8,12 +8,12 @@
 namespace jet {
 
 /// Where in which file something is stored, for the text of an error. The texts must outlive it.
-struct Place {
+struct Location {
   std::u16string_view file;
   std::u16string_view table;
   PageNumber page;
 
-  Place at(PageNumber otherPage) const { return {file, table, otherPage}; }
+  Location at(PageNumber otherPage) const { return {file, table, otherPage}; }
 };
 
 /// Bytes that exceed the structure that is said to hold them: the file, a page, a row or another.
@@ -23,12 +23,13 @@ struct Misfit {
   std::size_t available = 0;  ///< size of the structure
 };
 
-/// Raises the general error for damage at `place`, which `how` describes.
-[[noreturn]] void raiseDamaged(const Place& place, std::u16string_view how);
+/// Raises the general error for damage at `location`, which `how` describes.
+[[noreturn]] void raiseDamaged(const Location& location, std::u16string_view how);
 /// The same, with the bytes that don't fit.
-[[noreturn]] void raiseDamaged(const Place& place, std::u16string_view how, const Misfit& misfit);
+[[noreturn]] void raiseDamaged(const Location& location, std::u16string_view how,
+                               const Misfit& misfit);
 
 /// Raises the general error for a sound file that can't be changed safely; `why` is the reason.
-[[noreturn]] void raiseUnsupported(const Place& place, std::u16string_view why);
+[[noreturn]] void raiseUnsupported(const Location& location, std::u16string_view why);
 
 }  // namespace jet

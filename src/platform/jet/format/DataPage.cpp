@@ -19,12 +19,15 @@ SlotNumber slotNumber(std::size_t index) {
 
 }  // namespace
 
-DataPage::DataPage(const Layout& layout, ByteView page, const Place& place)
-    : layout_(&layout), page_(page), place_(place), slotCount_(u16At(page, layout.dataSlotCount)) {
+DataPage::DataPage(const Layout& layout, ByteView page, const Location& location)
+    : layout_(&layout),
+      page_(page),
+      location_(location),
+      slotCount_(u16At(page, layout.dataSlotCount)) {
   if (page[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data))
-    raiseDamaged(place, u"it is no data page");
+    raiseDamaged(location, u"it is no data page");
   if (layout.dataSlots + 2 * slotCount_ > layout.pageSize)
-    raiseDamaged(place, u"it claims more rows than it can hold",
+    raiseDamaged(location, u"it claims more rows than it can hold",
                  {layout.dataSlots, 2 * slotCount_, layout.pageSize});
 }
 
@@ -34,13 +37,13 @@ std::size_t DataPage::offsetOf(std::size_t number) const {
 
 Slot DataPage::slot(std::size_t number) const {
   if (number >= slotCount_)
-    raiseDamaged(place_, u"a row is looked for that it doesn't have",
+    raiseDamaged(location_, u"a row is looked for that it doesn't have",
                  {layout_->dataSlots + 2 * number, 2, layout_->dataSlots + 2 * slotCount_});
   const std::size_t raw = u16At(page_, layout_->dataSlots + 2 * number);
   const std::size_t offset = raw & kSlotOffset;
   const std::size_t end = number == 0 ? layout_->pageSize : offsetOf(number - 1);
   if (offset > end || end > layout_->pageSize || offset < layout_->dataSlots + 2 * slotCount_)
-    raiseDamaged(place_, u"a row lies outside its bounds",
+    raiseDamaged(location_, u"a row lies outside its bounds",
                  {offset, end - std::min(offset, end), std::min(end, layout_->pageSize)});
   return {.offset = offset,
           .length = end - offset,
@@ -48,9 +51,9 @@ Slot DataPage::slot(std::size_t number) const {
           .hidden = (raw & static_cast<std::size_t>(SlotMark::Body)) != 0};
 }
 
-DataPageEditor::DataPageEditor(const Layout& layout, ByteSpan page, const Place& place)
+DataPageEditor::DataPageEditor(const Layout& layout, ByteSpan page, const Location& location)
     : layout_(&layout), page_(page), slotCount_(0) {
-  const DataPage checked(layout, page, place);
+  const DataPage checked(layout, page, location);
   slotCount_ = checked.slotCount();
   for (std::size_t i = 0; i < slotCount_; ++i) checked.slot(i);
 }

@@ -37,21 +37,21 @@ enum class SlotMark : std::uint16_t { Row = 0, Pointer = 0x4000, Body = 0x8000, 
 class DataPage {
  public:
   /// Raises damage where the page is no data page or its slots don't fit it.
-  DataPage(const Layout& layout, ByteView page, const Place& place);
+  DataPage(const Layout& layout, ByteView page, const Location& location);
 
   std::size_t slotCount() const { return slotCount_; }
   std::uint32_t owner() const { return u32At(page_, PageHead::kOwner); }
   /// Raises damage where there is no such slot or its bytes aren't inside the page.
   Slot slot(std::size_t number) const;
   ByteView bytes(const Slot& slot) const { return page_.subspan(slot.offset, slot.length); }
-  const Place& place() const { return place_; }
+  const Location& location() const { return location_; }
 
  private:
   std::size_t offsetOf(std::size_t number) const;
 
   const Layout* layout_;
   ByteView page_;
-  Place place_;
+  Location location_;
   std::size_t slotCount_;
 };
 
@@ -59,7 +59,7 @@ class DataPage {
 class DataPageEditor {
  public:
   /// Raises damage where any slot is wrong.
-  DataPageEditor(const Layout& layout, ByteSpan page, const Place& place);
+  DataPageEditor(const Layout& layout, ByteSpan page, const Location& location);
 
   /// A data page without rows.
   static Bytes newPage(const Layout& layout, std::uint32_t owner);

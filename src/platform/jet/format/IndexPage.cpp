@@ -69,11 +69,11 @@ RowPointer IndexEntry::row() const {
   return {PageNumber(bigEndian24At(bytes, at)), SlotNumber(bytes[at + 3])};
 }
 
-IndexPageView::IndexPageView(const Layout& layout, ByteView page, const Place& place)
+IndexPageView::IndexPageView(const Layout& layout, ByteView page, const Location& location)
     : layout_(&layout), page_(page) {
   leaf_ = page[PageHead::kType] == static_cast<std::uint8_t>(PageType::IndexLeaf);
   if (!leaf_ && page[PageHead::kType] != static_cast<std::uint8_t>(PageType::IndexNode))
-    raiseDamaged(place, u"it is no page of an index");
+    raiseDamaged(location, u"it is no page of an index");
   prefix_ =
       layout.version == Version::Jet3 ? page[layout.indexPrefix] : u16At(page, layout.indexPrefix);
   std::size_t start = 0;
@@ -83,13 +83,13 @@ IndexPageView::IndexPageView(const Layout& layout, ByteView page, const Place& p
           8 * (i - layout.indexMask) + static_cast<std::size_t>(std::countr_zero(bits));
       const std::size_t length = end - start + (start == 0 ? 0 : prefix_);
       if (end > layout.indexCapacity())
-        raiseDamaged(place, u"an index entry ends after the page",
+        raiseDamaged(location, u"an index entry ends after the page",
                      {layout.indexData + start, end - start, layout.pageSize});
       if (length < tailSize(leaf_) + 1)
-        raiseDamaged(place, u"an index entry is too short",
+        raiseDamaged(location, u"an index entry is too short",
                      {layout.indexData + start, tailSize(leaf_) + 1, layout.indexData + end});
       if (start == 0 && prefix_ > length)
-        raiseDamaged(place, u"an index page leaves out more than its entries have",
+        raiseDamaged(location, u"an index page leaves out more than its entries have",
                      {layout.indexData, prefix_, layout.indexData + length});
       ends_.push_back(static_cast<std::uint16_t>(end));
       start = end;
@@ -140,10 +140,10 @@ std::uint8_t IndexPageView::byteFromEnd(ByteView own, std::size_t fromEnd) const
 
 RowPointer IndexPageView::row(std::size_t entry) const {
   const ByteView own = suffix(entry);
-  const std::size_t behind = leaf_ ? 0 : kEntryChild;
+  const std::size_t childSize = leaf_ ? 0 : kEntryChild;
   std::uint32_t page = 0;
-  for (std::size_t i = 4; i > 1; --i) page = page << 8 | byteFromEnd(own, behind + i);
-  return {PageNumber(page), SlotNumber(byteFromEnd(own, behind + 1))};
+  for (std::size_t i = 4; i > 1; --i) page = page << 8 | byteFromEnd(own, childSize + i);
+  return {PageNumber(page), SlotNumber(byteFromEnd(own, childSize + 1))};
 }
 
 PageNumber IndexPageView::child(std::size_t entry) const {
@@ -169,8 +169,8 @@ IndexEntry IndexPageView::entry(std::size_t number) const {
   return entry;
 }
 
-IndexPage IndexPage::decode(const Layout& layout, ByteView page, const Place& place) {
-  const IndexPageView view(layout, page, place);
+IndexPage IndexPage::decode(const Layout& layout, ByteView page, const Location& location) {
+  const IndexPageView view(layout, page, location);
   IndexPage open;
   open.leaf = view.isLeaf();
   open.owner = view.owner();

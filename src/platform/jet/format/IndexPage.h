@@ -39,7 +39,7 @@ class IndexPageView {
  public:
   /// Raises damage where the page is no index page or its entries don't fit it. The page must
   /// outlive the view.
-  IndexPageView(const Layout& layout, ByteView page, const Place& place);
+  IndexPageView(const Layout& layout, ByteView page, const Location& location);
 
   bool isLeaf() const { return leaf_; }
   PageNumber owner() const { return PageNumber(u32At(page_, PageHead::kOwner)); }
@@ -83,7 +83,7 @@ struct IndexPage {
   std::uint8_t level = 0;
   std::vector<IndexEntry> entries;
 
-  static IndexPage decode(const Layout& layout, ByteView page, const Place& place);
+  static IndexPage decode(const Layout& layout, ByteView page, const Location& location);
   /// The index of the first entry that is not less than `entry`; the number of entries where all
   /// are.
   std::size_t lowerBound(ByteView entry) const;

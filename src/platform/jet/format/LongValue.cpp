@@ -9,16 +9,16 @@ constexpr std::uint32_t kLengthMask = 0x3FFFFFFF;
 
 }  // namespace
 
-LongValueHead LongValueHead::decode(ByteView stored, const Place& place) {
+LongValueHead LongValueHead::decode(ByteView stored, const Location& location) {
   if (stored.size() < kSize)
-    raiseDamaged(place, u"a long value's head is too short", {0, kSize, stored.size()});
+    raiseDamaged(location, u"a long value's head is too short", {0, kSize, stored.size()});
   const std::uint32_t word = u32At(stored, kLength);
   LongValueHead head;
   head.length = word & kLengthMask;
   head.first = RowPointer::unpack(u32At(stored, kFirst));
   if ((word & kInline) != 0) {
     if (head.length > stored.size() - kSize)
-      raiseDamaged(place, u"a long value claims more than its row holds",
+      raiseDamaged(location, u"a long value claims more than its row holds",
                    {kSize, head.length, stored.size()});
     head.inlineBytes = stored.subspan(kSize, head.length);
   } else {

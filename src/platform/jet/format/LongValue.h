@@ -30,7 +30,7 @@ struct LongValueHead {
   ByteView inlineBytes;
 
   /// Reads the head; the bytes must outlive it. Raises damage where they are too few.
-  static LongValueHead decode(ByteView stored, const Place& place);
+  static LongValueHead decode(ByteView stored, const Location& location);
   /// The head, followed by the inline bytes.
   Bytes encode() const;
 };

@@ -42,12 +42,12 @@ Bytes nameBytes(Version version, std::u16string_view name) {
 /// Reads a blob piece by piece.
 class Pieces {
  public:
-  Pieces(ByteView bytes, const Place& place) : bytes_(bytes), place_(&place) {}
+  Pieces(ByteView bytes, const Location& location) : bytes_(bytes), location_(&location) {}
 
   bool isEmpty() const { return at_ == bytes_.size(); }
   ByteView take(std::size_t size) {
     if (size > bytes_.size() - at_)
-      raiseDamaged(*place_, u"a property list is cut short", {at_, size, bytes_.size()});
+      raiseDamaged(*location_, u"a property list is cut short", {at_, size, bytes_.size()});
     at_ += size;
     return bytes_.subspan(at_ - size, size);
   }
@@ -55,7 +55,7 @@ class Pieces {
 
  private:
   ByteView bytes_;
-  const Place* place_;
+  const Location* location_;
   std::size_t at_ = 0;
 };
 
@@ -66,20 +66,21 @@ std::vector<std::u16string> decodeNames(Version version, Pieces body) {
 }
 
 PropertyBlock decodeBlock(Version version, std::uint16_t type, ByteView bytes,
-                          const std::vector<std::u16string>& names, const Place& place) {
+                          const std::vector<std::u16string>& names, const Location& location) {
   PropertyBlock block;
   block.type = type;
-  Pieces body(bytes, place);
+  Pieces body(bytes, location);
   const std::size_t head = u32At(body.take(4), 0);
   const std::size_t nameSize = body.takeU16();
   block.name = nameOf(version, body.take(nameSize));
   if (head < kBlockHead + nameSize)
-    raiseDamaged(place, u"a property list has a wrong head", {0, kBlockHead + nameSize, head});
+    raiseDamaged(location, u"a property list has a wrong head", {0, kBlockHead + nameSize, head});
   body.take(head - kBlockHead - nameSize);
   while (!body.isEmpty()) {
     const std::size_t size = body.takeU16();
-    if (size < kValueHead) raiseDamaged(place, u"a property is too short", {0, kValueHead, size});
-    Pieces value(body.take(size - 2), place);
+    if (size < kValueHead)
+      raiseDamaged(location, u"a property is too short", {0, kValueHead, size});
+    Pieces value(body.take(size - 2), location);
     Property property;
     property.definition = value.take(1)[0] != 0;
     property.type = value.take(1)[0];
@@ -116,23 +117,24 @@ std::u16string PropertyBlock::text(Version version, std::u16string_view wanted) 
   return property != nullptr ? nameOf(version, property->data) : std::u16string();
 }
 
-std::vector<PropertyBlock> decodeProperties(Version version, ByteView blob, const Place& place) {
+std::vector<PropertyBlock> decodeProperties(Version version, ByteView blob,
+                                            const Location& location) {
   std::vector<PropertyBlock> blocks;
   if (blob.empty()) return blocks;
-  Pieces pieces(blob, place);
+  Pieces pieces(blob, location);
   if (!std::ranges::equal(pieces.take(kMagicSize), magicOf(version)))
-    raiseDamaged(place, u"a property list has a wrong mark");
+    raiseDamaged(location, u"a property list has a wrong mark");
   std::vector<std::u16string> names;
   while (!pieces.isEmpty()) {
     const std::size_t size = u32At(pieces.take(4), 0);
     const auto type = static_cast<std::uint16_t>(pieces.takeU16());
     if (size < kBlockHead)
-      raiseDamaged(place, u"a property list has a wrong length", {0, kBlockHead, size});
+      raiseDamaged(location, u"a property list has a wrong length", {0, kBlockHead, size});
     const ByteView body = pieces.take(size - kBlockHead);
     if (type == kNameList)
-      names = decodeNames(version, Pieces(body, place));
+      names = decodeNames(version, Pieces(body, location));
     else
-      blocks.push_back(decodeBlock(version, type, body, names, place));
+      blocks.push_back(decodeBlock(version, type, body, names, location));
   }
   return blocks;
 }

@@ -47,7 +47,8 @@ struct PropertyBlock {
 
 /// Reads an object's property blob (column LvProp of the object list); an empty one has no blocks.
 /// Raises damage where the bytes are no such blob.
-std::vector<PropertyBlock> decodeProperties(Version version, ByteView blob, const Place& place);
+std::vector<PropertyBlock> decodeProperties(Version version, ByteView blob,
+                                            const Location& location);
 Bytes encodeProperties(Version version, const std::vector<PropertyBlock>& blocks);
 
 }  // namespace jet

@@ -13,15 +13,16 @@ std::size_t maskSize(std::size_t columnCount) {
 
 }  // namespace
 
-RowContent::RowContent(Version version, ByteView row, bool hasVariable, const Place& place)
-    : row_(row), place_(place), jet3_(version == Version::Jet3), hasVariable_(hasVariable) {
+RowContent::RowContent(Version version, ByteView row, bool hasVariable, const Location& location)
+    : row_(row), location_(location), jet3_(version == Version::Jet3), hasVariable_(hasVariable) {
   fixedAt_ = jet3_ ? 1 : 2;
-  if (row.size() < fixedAt_) raiseDamaged(place, u"a row is too short", {0, fixedAt_, row.size()});
+  if (row.size() < fixedAt_)
+    raiseDamaged(location, u"a row is too short", {0, fixedAt_, row.size()});
   columnCount_ = jet3_ ? row[0] : u16At(row, 0);
   const std::size_t mask = maskSize(columnCount_);
   const std::size_t count = hasVariable ? fixedAt_ : 0;  // bytes of nv
   if (row.size() < fixedAt_ + mask + count)
-    raiseDamaged(place, u"a row is too short", {0, fixedAt_ + mask + count, row.size()});
+    raiseDamaged(location, u"a row is too short", {0, fixedAt_ + mask + count, row.size()});
   maskAt_ = row.size() - mask;
   trailerAt_ = maskAt_;
   if (!hasVariable) return;
@@ -29,7 +30,7 @@ RowContent::RowContent(Version version, ByteView row, bool hasVariable, const Pl
   jumpRoom_ = jet3_ ? (row.size() - 1) / 256 : 0;
   const std::size_t trailer = count + jumpRoom_ + count * (variableCount_ + 1);
   if (fixedAt_ + trailer > maskAt_)
-    raiseDamaged(place, u"a row has more columns than bytes", {fixedAt_, trailer, maskAt_});
+    raiseDamaged(location, u"a row has more columns than bytes", {fixedAt_, trailer, maskAt_});
   trailerAt_ = maskAt_ - trailer;
   jumpCount_ = jumpRoom_;
   // Where the row's end passes a multiple of 256 that no offset can reach, the last jump is a
@@ -49,14 +50,15 @@ std::size_t RowContent::offsetOf(std::size_t slot) const {
 
 ByteView RowContent::fixed(std::size_t offset, std::size_t length) const {
   if (fixedAt_ + offset + length > trailerAt_)
-    raiseDamaged(place_, u"a value lies outside its row", {fixedAt_ + offset, length, trailerAt_});
+    raiseDamaged(location_, u"a value lies outside its row",
+                 {fixedAt_ + offset, length, trailerAt_});
   return row_.subspan(fixedAt_ + offset, length);
 }
 
 ByteView RowContent::fixedArea() const {
   const std::size_t end = hasVariable_ ? offsetOf(0) : maskAt_;
   if (end < fixedAt_ || end > trailerAt_)
-    raiseDamaged(place_, u"a row's fixed area has no end",
+    raiseDamaged(location_, u"a row's fixed area has no end",
                  {fixedAt_, end - std::min(end, fixedAt_), trailerAt_});
   return row_.subspan(fixedAt_, end - fixedAt_);
 }
@@ -66,7 +68,7 @@ std::optional<ByteView> RowContent::variable(std::size_t slot) const {
   const std::size_t from = offsetOf(slot);
   const std::size_t to = offsetOf(slot + 1);
   if (from < fixedAt_ || from > to || to > trailerAt_)
-    raiseDamaged(place_, u"a value lies outside its row",
+    raiseDamaged(location_, u"a value lies outside its row",
                  {from, to - std::min(from, to), trailerAt_});
   return row_.subspan(from, to - from);
 }

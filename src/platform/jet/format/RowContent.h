@@ -23,7 +23,7 @@ class RowContent {
   RowContent() = default;
   /// Checks the row's trailer; raises damage where it doesn't fit the row. `hasVariable` tells
   /// whether the table's definition has variable slots. The bytes must outlive the object.
-  RowContent(Version version, ByteView row, bool hasVariable, const Place& place);
+  RowContent(Version version, ByteView row, bool hasVariable, const Location& location);
 
   /// Number of column numbers in the row's null mask.
   std::size_t columnCount() const { return columnCount_; }
@@ -43,7 +43,7 @@ class RowContent {
   std::size_t jet3Offset(std::size_t slot) const;
 
   ByteView row_;
-  Place place_;
+  Location location_;
   std::size_t columnCount_ = 0;
   std::size_t maskAt_ = 0;
   std::size_t fixedAt_ = 0;

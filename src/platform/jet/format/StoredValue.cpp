@@ -124,15 +124,15 @@ std::optional<std::size_t> typeSize(ColumnType type) {
   return std::nullopt;
 }
 
-void requireSize(ColumnType type, ByteView stored, const Place& place) {
+void requireSize(ColumnType type, ByteView stored, const Location& location) {
   const std::size_t size = typeSize(type).value_or(0);
   if (stored.size() < size)
-    raiseDamaged(place, u"a value is shorter than its column's type", {0, size, stored.size()});
+    raiseDamaged(location, u"a value is shorter than its column's type", {0, size, stored.size()});
 }
 
 Variant decodeValue(Version version, const ColumnDefinition& column, ByteView stored,
-                    const Place& place) {
-  requireSize(column.type, stored, place);
+                    const Location& location) {
+  requireSize(column.type, stored, location);
   switch (column.type) {
     case ColumnType::Byte:
       return stored[0];

@@ -14,13 +14,13 @@ namespace jet {
 std::optional<std::size_t> typeSize(ColumnType type);
 
 /// Raises damage where the bytes are too few for a value of the type.
-void requireSize(ColumnType type, ByteView stored, const Place& place);
+void requireSize(ColumnType type, ByteView stored, const Location& location);
 
 /// A stored value of any type but Boolean (which the null mask holds) as the column's kind of
 /// value: see `Row::value`. For memo and OLE the bytes are those of the long value itself. Raises
 /// damage where the bytes are too few for the type.
 runtime::Variant decodeValue(Version version, const ColumnDefinition& column, ByteView stored,
-                             const Place& place);
+                             const Location& location);
 
 /// The bytes of a value of exactly the column's kind, as `decodeValue` returns it; neither null nor
 /// Boolean. Absent where the value has no such bytes: a Jet 3 text with a character that has no

@@ -145,18 +145,18 @@ const Fields& fieldsOf(Version version) {
 /// Reads a definition's content; counts and lengths in it are checked against its size.
 class Content {
  public:
-  Content(ByteView bytes, const Place& place) : bytes_(bytes), place_(place) {}
+  Content(ByteView bytes, const Location& location) : bytes_(bytes), location_(location) {}
 
   ByteView take(std::size_t size) {
     if (size > bytes_.size() - at_)
-      raiseDamaged(place_, u"the table's definition is cut short", {at_, size, bytes_.size()});
+      raiseDamaged(location_, u"the table's definition is cut short", {at_, size, bytes_.size()});
     at_ += size;
     return bytes_.subspan(at_ - size, size);
   }
   /// Raises damage unless `count` entries of that size remain.
   void expect(std::size_t count, std::size_t size) const {
     if (count > (bytes_.size() - at_) / size)
-      raiseDamaged(place_, u"the table's definition claims more than it holds",
+      raiseDamaged(location_, u"the table's definition claims more than it holds",
                    {at_, count * size, bytes_.size()});
   }
   bool has(std::size_t size) const { return size <= bytes_.size() - at_; }
@@ -174,7 +174,7 @@ class Content {
 
  private:
   ByteView bytes_;
-  Place place_;
+  Location location_;
   std::size_t at_ = 0;
 };
 
@@ -304,15 +304,15 @@ void appendLogical(const Fields& fields, Bytes& content, const LogicalIndex& log
 
 }  // namespace
 
-PageNumber TableDefinition::nextPage(ByteView page, const Place& place) {
+PageNumber TableDefinition::nextPage(ByteView page, const Location& location) {
   if (page[PageHead::kType] != static_cast<std::uint8_t>(PageType::TableDefinition))
-    raiseDamaged(place, u"it is no page of a table's definition");
+    raiseDamaged(location, u"it is no page of a table's definition");
   return PageNumber(u32At(page, kNextPage));
 }
 
-TableDefinition TableDefinition::decode(Version version, ByteView bytes, const Place& place) {
+TableDefinition TableDefinition::decode(Version version, ByteView bytes, const Location& location) {
   const Fields& fields = fieldsOf(version);
-  Content content(bytes, place);
+  Content content(bytes, location);
   const ByteView head = content.take(fields.end);
   TableDefinition table;
   table.version = version;

@@ -105,9 +105,9 @@ struct TableDefinition {
 
   /// The page on which a definition continues, 0 after the last. Raises damage where the page is no
   /// definition page.
-  static PageNumber nextPage(ByteView page, const Place& place);
+  static PageNumber nextPage(ByteView page, const Location& location);
   /// Reads a definition from its pages, the first complete and the others without their header.
-  static TableDefinition decode(Version version, ByteView content, const Place& place);
+  static TableDefinition decode(Version version, ByteView content, const Location& location);
   /// The same content, without the unused rest.
   Bytes encode() const;
   /// The content split over pages; `pages` numbers them, as many as `pagesNeeded` returns.

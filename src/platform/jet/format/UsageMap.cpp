@@ -12,11 +12,11 @@ void setBit(ByteSpan bits, std::size_t number, bool value) {
   bits[number / 8] = static_cast<std::uint8_t>(value ? byte | mask : byte & ~mask);
 }
 
-UsageMap UsageMap::decode(ByteView row, const Place& place) {
+UsageMap UsageMap::decode(ByteView row, const Location& location) {
   if (row.size() < kBitmap)
-    raiseDamaged(place, u"a usage map is too short", {0, kBitmap, row.size()});
+    raiseDamaged(location, u"a usage map is too short", {0, kBitmap, row.size()});
   if (row[kKind] > static_cast<std::uint8_t>(Kind::Reference))
-    raiseDamaged(place, u"a usage map is of no known kind");
+    raiseDamaged(location, u"a usage map is of no known kind");
   UsageMap map;
   map.kind = static_cast<Kind>(row[kKind]);
   if (map.kind == Kind::Inline) {

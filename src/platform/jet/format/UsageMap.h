@@ -30,7 +30,7 @@ struct UsageMap {
   std::vector<PageNumber> bitmapPages;  ///< reference: 0 where a range has no bitmap page
 
   /// Raises damage where the row is no map.
-  static UsageMap decode(ByteView row, const Place& place);
+  static UsageMap decode(ByteView row, const Location& location);
   Bytes encode() const;
   /// An inline map without pages, with the usual length of its row.
   static UsageMap empty(const Layout& layout);

@@ -56,7 +56,7 @@ Type calculatedType(Operator op, Type first, Type second) {
 Type operatorType(const BoundExpression& expression) {
   const Kind kind = expression.kind;
   if (kind == Kind::Null) return Type::Null;
-  if (kind == Kind::Whole) return Type::Long;
+  if (kind == Kind::Integer) return Type::Long;
   if (kind == Kind::Number) return Type::Double;
   if (kind == Kind::Date) return Type::Date;
   if (kind == Kind::Text) return Type::Text;

@@ -62,7 +62,7 @@ void tellApart(std::vector<OutputColumn>& columns, const std::vector<bool>& alia
 /// The query's output column that an ORDER BY term refers to by number or name; -1 if it does
 /// neither.
 int outputNamed(const std::vector<OutputColumn>& columns, const ParsedExpression& term) {
-  if (term.kind == ExpressionKind::Whole) {
+  if (term.kind == ExpressionKind::Integer) {
     const bool exists = term.number >= 1 && term.number <= static_cast<double>(columns.size());
     return exists ? static_cast<int>(term.number) - 1 : -1;
   }
@@ -231,7 +231,7 @@ void QueryBinder::bindOrder(const ParsedQuery& query, BoundQuery& made, Scope& s
   const ExpressionBinder binder(*this, {scope});
   for (const ParsedOrder& term : query.orderBy) {
     const ExpressionKind kind = term.expression.kind;
-    if (kind == ExpressionKind::Whole || kind == ExpressionKind::Number) {
+    if (kind == ExpressionKind::Integer || kind == ExpressionKind::Number) {
       const int output = outputNamed(made.columns, term.expression);
       if (output < 0) throw error::clauseSyntax(u"ORDER BY clause");
       made.orderBy.push_back({nullptr, output, term.descending});

@@ -136,9 +136,9 @@ struct Literal {
   ParsedExpression operator()(bool value) const {
     return literal(ExpressionKind::Boolean, value ? -1 : 0);
   }
-  template <std::integral Whole>
-  ParsedExpression operator()(Whole value) const {
-    return literal(ExpressionKind::Whole, value);
+  template <std::integral Integer>
+  ParsedExpression operator()(Integer value) const {
+    return literal(ExpressionKind::Integer, value);
   }
   template <std::floating_point Number>
   ParsedExpression operator()(Number value) const {
@@ -201,7 +201,7 @@ ParsedQuery brokenBy(const jet::ValidationRule& rule, const jet::NewRow& row) {
   const std::u16string full =
       rule.column.empty() ? rule.expression : Criterion(rule.expression, rule.column).completed();
   ParsedItem one;
-  one.expression = literal(ExpressionKind::Whole, 1);
+  one.expression = literal(ExpressionKind::Integer, 1);
   ParsedQuery query;
   query.select.emplace();
   query.select->items.push_back(std::move(one));

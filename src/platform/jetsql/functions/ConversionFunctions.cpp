@@ -23,12 +23,12 @@ void number(const FunctionCall& call) {
 }
 
 void toTenThousandths(const FunctionCall& call) {
-  call.setWhole(tenThousandths(call.number(0)));
+  call.setInteger(tenThousandths(call.number(0)));
 }
 
 template <class Integer>
-void toWhole(const FunctionCall& call) {
-  call.setWhole(rounded<Integer>(call.number(0)));
+void toInteger(const FunctionCall& call) {
+  call.setInteger(rounded<Integer>(call.number(0)));
 }
 
 void toSingle(const FunctionCall& call) {
@@ -114,9 +114,9 @@ void format(const FunctionCall& call) {
 constexpr Function kFunctions[] = {
     {u"CSTR", 1, 1, "t", Type::Text, "jet_cstr", toText, kSeen},
     {u"CBOOL", 1, 1, "v", Type::Boolean, "jet_cbool", toBoolean, kSeen},
-    {u"CBYTE", 1, 1, "v", Type::Byte, "jet_cbyte", toWhole<std::uint8_t>, kSeen},
-    {u"CINT", 1, 1, "v", Type::Integer, "jet_cint", toWhole<std::int16_t>, kSeen},
-    {u"CLNG", 1, 1, "v", Type::Long, "jet_clng", toWhole<std::int32_t>, kSeen},
+    {u"CBYTE", 1, 1, "v", Type::Byte, "jet_cbyte", toInteger<std::uint8_t>, kSeen},
+    {u"CINT", 1, 1, "v", Type::Integer, "jet_cint", toInteger<std::int16_t>, kSeen},
+    {u"CLNG", 1, 1, "v", Type::Long, "jet_clng", toInteger<std::int32_t>, kSeen},
     {u"CSNG", 1, 1, "v", Type::Single, "jet_csng", toSingle, kSeen},
     {u"CDBL", 1, 1, "v", Type::Double, "jet_cdbl", toDouble, kSeen},
     {u"CCUR", 1, 1, "v", Type::Currency, "jet_ccur", toCurrency, kSeen},

@@ -41,13 +41,13 @@ const Interval& intervalOf(std::u16string_view name) {
 
 template <int CivilTime::*member>
 void part(const FunctionCall& call) {
-  call.setWhole(civilFromDays(call.date(0)).*member);
+  call.setInteger(civilFromDays(call.date(0)).*member);
 }
 
 void weekdayOf(const FunctionCall& call) {
   const double days = call.date(0);
   civilFromDays(days);
-  call.setWhole(weekday(days));
+  call.setInteger(weekday(days));
 }
 
 /// Raises the overflow error for a date outside the calendar.
@@ -78,19 +78,19 @@ void addMonths(const FunctionCall& call, CivilTime time, std::int64_t months) {
 
 void dateAdd(const FunctionCall& call) {
   const Interval& interval = intervalOf(call.text(0));
-  const std::int64_t count = call.whole(1);
+  const std::int64_t count = call.integer(1);
   constexpr std::int64_t kMost = 100'000'000;
   if (std::abs(count) > kMost) throw error::overflow();
   const double days = call.date(2);
   const CivilTime time = civilFromDays(days);
   if (interval.months != 0) return addMonths(call, time, count * interval.months);
   const std::int64_t moved = secondOfDay(time) + count * interval.seconds;
-  std::int64_t wholeDays = moved / kSecondsADay;
-  if (moved % kSecondsADay < 0) --wholeDays;
-  CivilTime result = civilFromDays(std::trunc(days) + static_cast<double>(wholeDays));
+  std::int64_t fullDays = moved / kSecondsADay;
+  if (moved % kSecondsADay < 0) --fullDays;
+  CivilTime result = civilFromDays(std::trunc(days) + static_cast<double>(fullDays));
   result.hour = 0;
   result.minute = 0;
-  result.second = static_cast<int>(moved - wholeDays * kSecondsADay);
+  result.second = static_cast<int>(moved - fullDays * kSecondsADay);
   setDate(call, daysFromCivil(result));
 }
 
@@ -113,7 +113,7 @@ void dateDiff(const FunctionCall& call) {
   };
   std::int64_t difference = position(call.date(2)) - position(call.date(1));
   if (sameWord(name, u"w")) difference /= 7;
-  call.setWhole(difference);
+  call.setInteger(difference);
 }
 
 void datePart(const FunctionCall& call) {
@@ -128,13 +128,13 @@ void datePart(const FunctionCall& call) {
       {u"w", weekday(days)}, {u"h", time.hour},
       {u"n", time.minute},   {u"s", time.second}};
   const std::u16string_view name = intervalOf(call.text(0)).name;
-  call.setWhole(
+  call.setInteger(
       std::ranges::find(parts, name, &std::pair<std::u16string_view, int>::first)->second);
 }
 
 /// A part of DateSerial or TimeSerial, which takes 16-bit numbers.
 int serialPart(const FunctionCall& call, int argument) {
-  const std::int32_t value = call.whole(argument);
+  const std::int32_t value = call.integer(argument);
   if (value < -32768 || value > 32767) throw error::overflow();
   return value;
 }

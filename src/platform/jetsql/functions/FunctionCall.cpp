@@ -78,7 +78,7 @@ double FunctionCall::number(int argument) const {
   }
 }
 
-std::int32_t FunctionCall::whole(int argument) const {
+std::int32_t FunctionCall::integer(int argument) const {
   return rounded<std::int32_t>(number(argument));
 }
 
@@ -105,7 +105,7 @@ void FunctionCall::setNumber(double number) const {
   sqlite3_result_double(context_, number);
 }
 
-void FunctionCall::setWhole(std::int64_t number) const {
+void FunctionCall::setInteger(std::int64_t number) const {
   sqlite3_result_int64(context_, number);
 }
 

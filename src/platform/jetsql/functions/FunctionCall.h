@@ -36,7 +36,7 @@ class FunctionCall {
   std::u16string text(int argument) const;
   double number(int argument) const;
   /// A number rounded half to even; the overflow error beyond 32 bits.
-  std::int32_t whole(int argument) const;
+  std::int32_t integer(int argument) const;
   /// A date, or a text that is one.
   double date(int argument) const;
   std::string_view bytes(int argument) const;
@@ -48,8 +48,8 @@ class FunctionCall {
 
   void setText(std::u16string_view text) const;
   void setNumber(double number) const;
-  void setWhole(std::int64_t number) const;
-  void setBoolean(bool truth) const { setWhole(truth ? -1 : 0); }
+  void setInteger(std::int64_t number) const;
+  void setBoolean(bool truth) const { setInteger(truth ? -1 : 0); }
   void setValue(sqlite3_value* value) const { sqlite3_result_value(context_, value); }
 
  private:

@@ -33,12 +33,12 @@ LikePattern::LikePattern(std::u16string_view pattern, Dialect dialect) {
 }
 
 /// Reads the brackets that open at this index; returns the index at which they close.
-std::size_t LikePattern::readSet(std::u16string_view pattern, std::size_t place) {
-  const std::size_t close = pattern.find(u']', place + 1);
+std::size_t LikePattern::readSet(std::u16string_view pattern, std::size_t position) {
+  const std::size_t close = pattern.find(u']', position + 1);
   if (close == std::u16string_view::npos) {
     throw error::statement(u"Invalid pattern string.");
   }
-  std::u16string_view inside = pattern.substr(place + 1, close - place - 1);
+  std::u16string_view inside = pattern.substr(position + 1, close - position - 1);
   if (inside.empty()) return close;
   Element element{Element::Kind::Set, 0, false, {}};
   if (inside.size() > 1 && inside.front() == u'!') {
@@ -84,19 +84,19 @@ bool LikePattern::matches(std::u16string_view text) const {
   // When the elements after a run don't match, only the last run has to match one character more.
   constexpr std::size_t kNone = static_cast<std::size_t>(-1);
   std::size_t element = 0;
-  std::size_t place = 0;
+  std::size_t position = 0;
   std::size_t lastRun = kNone;
   std::size_t runEnd = 0;
-  while (place < text.size()) {
+  while (position < text.size()) {
     if (element < elements_.size() && elements_[element].kind == Element::Kind::Run) {
       lastRun = element++;
-      runEnd = place;
-    } else if (element < elements_.size() && accepts(elements_[element], text[place])) {
+      runEnd = position;
+    } else if (element < elements_.size() && accepts(elements_[element], text[position])) {
       ++element;
-      ++place;
+      ++position;
     } else if (lastRun != kNone) {
       element = lastRun + 1;
-      place = ++runEnd;
+      position = ++runEnd;
     } else {
       return false;
     }

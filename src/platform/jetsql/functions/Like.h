@@ -30,7 +30,7 @@ class LikePattern {
     std::vector<std::pair<char16_t, char16_t>> ranges;
   };
 
-  std::size_t readSet(std::u16string_view pattern, std::size_t place);
+  std::size_t readSet(std::u16string_view pattern, std::size_t position);
   static bool accepts(const Element& element, char16_t character);
 
   std::vector<Element> elements_;

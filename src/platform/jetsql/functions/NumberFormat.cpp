@@ -43,7 +43,7 @@ struct Piece {
 /// A parsed section of a pattern.
 struct Section {
   std::vector<Piece> pieces;
-  int whole = 0;     ///< minimum of digits before the point
+  int integers = 0;  ///< minimum of digits before the point
   int decimals = 0;  ///< maximum of digits after the point
   int fewest = 0;    ///< minimum of digits after the point
   int exponent = 0;  ///< minimum of digits of the exponent
@@ -114,7 +114,7 @@ class SectionReader {
     }
     if (pendingCommas_ > 0) section_.thousands = true;
     pendingCommas_ = 0;
-    if (c == u'0' || section_.whole > 0) ++section_.whole;
+    if (c == u'0' || section_.integers > 0) ++section_.integers;
   }
 
   void readExponent() {
@@ -149,7 +149,7 @@ class SectionReader {
 
 /// Digits of a number that isn't negative, before and after its point.
 struct Digits {
-  std::string whole;
+  std::string integer;
   std::string decimals;
 };
 
@@ -165,24 +165,24 @@ Digits rounded(double number, int decimals) {
   const bool up = digits.decimals.size() > kept && digits.decimals[kept] >= '5';
   digits.decimals.resize(kept, '0');
   if (up) {
-    std::string joined = "0" + digits.whole + digits.decimals;
-    auto place = joined.size() - 1;
-    while (joined[place] == '9') joined[place--] = '0';
-    ++joined[place];
-    digits.whole = joined.substr(0, joined.size() - kept);
+    std::string joined = "0" + digits.integer + digits.decimals;
+    auto last = joined.size() - 1;
+    while (joined[last] == '9') joined[last--] = '0';
+    ++joined[last];
+    digits.integer = joined.substr(0, joined.size() - kept);
     digits.decimals = joined.substr(joined.size() - kept);
   }
-  digits.whole.erase(0, std::min(digits.whole.find_first_not_of('0'), digits.whole.size()));
+  digits.integer.erase(0, std::min(digits.integer.find_first_not_of('0'), digits.integer.size()));
   return digits;
 }
 
 std::string withThousands(const std::string& digits) {
-  std::string whole;
+  std::string grouped;
   for (std::size_t i = 0; i < digits.size(); ++i) {
-    if (i > 0 && (digits.size() - i) % 3 == 0) whole += ',';
-    whole += digits[i];
+    if (i > 0 && (digits.size() - i) % 3 == 0) grouped += ',';
+    grouped += digits[i];
   }
-  return whole;
+  return grouped;
 }
 
 /// Replaces the pattern's digits with the number's; surplus digits go before the first one.
@@ -191,17 +191,18 @@ std::u16string written(const Section& section, Digits digits, int exponent) {
          digits.decimals.back() == '0') {
     digits.decimals.pop_back();
   }
-  if (static_cast<int>(digits.whole.size()) < section.whole) {
-    digits.whole.insert(0, static_cast<std::size_t>(section.whole) - digits.whole.size(), '0');
+  if (static_cast<int>(digits.integer.size()) < section.integers) {
+    digits.integer.insert(0, static_cast<std::size_t>(section.integers) - digits.integer.size(),
+                          '0');
   }
-  const auto places = static_cast<std::size_t>(std::ranges::count_if(
+  const auto patternDigits = static_cast<std::size_t>(std::ranges::count_if(
       section.pieces.begin(), std::ranges::find(section.pieces, Piece::Kind::Point, &Piece::kind),
       [](const Piece& piece) { return piece.kind == Piece::Kind::Digit; }));
-  const std::string shown = section.thousands ? withThousands(digits.whole) : digits.whole;
-  const std::size_t count = digits.whole.size();
+  const std::string shown = section.thousands ? withThousands(digits.integer) : digits.integer;
+  const std::size_t count = digits.integer.size();
 
   std::u16string text;
-  std::size_t place = 0;    // pattern digits passed before the point
+  std::size_t passed = 0;   // pattern digits passed before the point
   std::size_t used = 0;     // characters of `shown` written
   std::size_t decimal = 0;  // decimals written
   bool afterPoint = false;
@@ -211,7 +212,7 @@ std::u16string written(const Section& section, Digits digits, int exponent) {
         text += piece.literal;
         break;
       case Piece::Kind::Point:
-        if (places == 0) text += wide(shown);
+        if (patternDigits == 0) text += wide(shown);
         afterPoint = true;
         text += u'.';
         break;
@@ -231,12 +232,13 @@ std::u16string written(const Section& section, Digits digits, int exponent) {
           }
           break;
         }
-        ++place;
+        ++passed;
         // The last digits are left for the pattern digits that follow this one.
-        for (const std::size_t behind = places - place; count > behind && used < shown.size();) {
+        for (const std::size_t following = patternDigits - passed;
+             count > following && used < shown.size();) {
           const auto left = static_cast<std::size_t>(
               std::ranges::count_if(shown.substr(used), [](char c) { return c != ','; }));
-          if (left <= behind) break;
+          if (left <= following) break;
           text += static_cast<char16_t>(shown[used++]);
         }
         break;
@@ -250,7 +252,8 @@ std::u16string formatSection(double number, std::u16string_view text) {
   double magnitude = std::fabs(number);
   int exponent = 0;
   if (section.hasExponent && magnitude > 0) {
-    exponent = static_cast<int>(std::floor(std::log10(magnitude))) - std::max(section.whole, 1) + 1;
+    exponent =
+        static_cast<int>(std::floor(std::log10(magnitude))) - std::max(section.integers, 1) + 1;
     magnitude /= std::pow(10.0, exponent);
   } else if (section.scale != 0) {
     magnitude *= std::pow(10.0, section.scale);
@@ -273,8 +276,8 @@ std::u16string formatNumber(double number, std::u16string_view pattern) {
     return runtime::Variant(number).toText();
   }
   const std::vector<std::u16string_view> all = sections(pattern);
-  const auto chosen = [&](std::size_t place) {
-    return place < all.size() && !all[place].empty() ? all[place] : all[0];
+  const auto chosen = [&](std::size_t index) {
+    return index < all.size() && !all[index].empty() ? all[index] : all[0];
   };
   if (number > 0) return formatSection(number, all[0]);
   if (number == 0) return formatSection(0, chosen(2));

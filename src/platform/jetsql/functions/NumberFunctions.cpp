@@ -26,15 +26,15 @@ void divide(const FunctionCall& call) {
 
 /// Both operands are rounded first.
 void intDivide(const FunctionCall& call) {
-  const std::int64_t divisor = call.whole(1);
+  const std::int64_t divisor = call.integer(1);
   if (divisor == 0) throw divisionByZero();
-  call.setWhole(call.whole(0) / divisor);
+  call.setInteger(call.integer(0) / divisor);
 }
 
 void modulo(const FunctionCall& call) {
-  const std::int64_t divisor = call.whole(1);
+  const std::int64_t divisor = call.integer(1);
   if (divisor == 0) throw divisionByZero();
-  call.setWhole(call.whole(0) % divisor);
+  call.setInteger(call.integer(0) % divisor);
 }
 
 void power(const FunctionCall& call) {
@@ -46,7 +46,7 @@ void power(const FunctionCall& call) {
 /// Integers stay integers.
 void setRounded(const FunctionCall& call, double result) {
   if (sqlite3_value_type(call.raw(0)) == SQLITE_INTEGER && std::fabs(result) < 9.0e15) {
-    return call.setWhole(static_cast<std::int64_t>(result));
+    return call.setInteger(static_cast<std::int64_t>(result));
   }
   call.setNumber(result);
 }
@@ -67,16 +67,16 @@ double towardsZero(double number) {
 }
 
 void round(const FunctionCall& call) {
-  const std::int32_t places = call.count() > 1 ? call.whole(1) : 0;
-  if (places < 0) throw error::invalidCall();
-  if (places > 15) return setRounded(call, call.number(0));
-  const double scale = std::pow(10.0, places);
+  const std::int32_t decimals = call.count() > 1 ? call.integer(1) : 0;
+  if (decimals < 0) throw error::invalidCall();
+  if (decimals > 15) return setRounded(call, call.number(0));
+  const double scale = std::pow(10.0, decimals);
   setRounded(call, std::nearbyint(call.number(0) * scale) / scale);
 }
 
 void sign(const FunctionCall& call) {
   const double number = call.number(0);
-  call.setWhole(number > 0 ? 1 : (number < 0 ? -1 : 0));
+  call.setInteger(number > 0 ? 1 : (number < 0 ? -1 : 0));
 }
 
 void squareRoot(const FunctionCall& call) {

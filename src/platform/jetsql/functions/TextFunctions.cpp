@@ -20,19 +20,19 @@ constexpr std::size_t kLongestText = 1 << 20;
 
 void concat(const FunctionCall& call) {
   // Null counts as the empty text here, and only here.
-  std::u16string whole;
-  for (int i = 0; i < call.count(); ++i) whole += call.text(i);
-  call.setText(whole);
+  std::u16string joined;
+  for (int i = 0; i < call.count(); ++i) joined += call.text(i);
+  call.setText(joined);
 }
 
 std::size_t length(const FunctionCall& call, int argument) {
-  const std::int32_t count = call.whole(argument);
+  const std::int32_t count = call.integer(argument);
   if (count < 0) throw error::invalidCall();
   return static_cast<std::size_t>(count);
 }
 
 void len(const FunctionCall& call) {
-  call.setWhole(static_cast<std::int64_t>(call.text(0).size()));
+  call.setInteger(static_cast<std::int64_t>(call.text(0).size()));
 }
 
 void left(const FunctionCall& call) {
@@ -65,7 +65,7 @@ void instr(const FunctionCall& call) {
   call.spend(text.size() * std::max<std::size_t>(sought.size(), 1) / 8);
   const std::size_t found =
       start > text.size() ? std::u16string::npos : text.find(sought, start - 1);
-  call.setWhole(found == std::u16string::npos ? 0 : static_cast<std::int64_t>(found) + 1);
+  call.setInteger(found == std::u16string::npos ? 0 : static_cast<std::int64_t>(found) + 1);
 }
 
 template <char16_t (*convert)(char16_t)>
@@ -105,29 +105,29 @@ char16_t characterOf(std::int32_t code) {
 void string(const FunctionCall& call) {
   const std::u16string text = call.isText(1) ? call.text(1) : std::u16string();
   if (call.isText(1) && text.empty()) throw error::invalidCall();
-  const char16_t character = call.isText(1) ? text[0] : characterOf(call.whole(1) % 256);
+  const char16_t character = call.isText(1) ? text[0] : characterOf(call.integer(1) % 256);
   call.setText(repeated(length(call, 0), character));
 }
 
 void strcomp(const FunctionCall& call) {
   constexpr std::int32_t kByUnits = 0;
-  if (call.count() > 2 && call.whole(2) == kByUnits) {
+  if (call.count() > 2 && call.integer(2) == kByUnits) {
     const int result = call.text(0).compare(call.text(1));
-    return call.setWhole(result < 0 ? -1 : (result > 0 ? 1 : 0));
+    return call.setInteger(result < 0 ? -1 : (result > 0 ? 1 : 0));
   }
   const std::string a = jet::textKey(call.order(), call.text(0));
   const std::string b = jet::textKey(call.order(), call.text(1));
-  call.setWhole(a < b ? -1 : (a > b ? 1 : 0));
+  call.setInteger(a < b ? -1 : (a > b ? 1 : 0));
 }
 
 void asc(const FunctionCall& call) {
   const std::u16string text = call.text(0);
   if (text.empty()) throw error::invalidCall();
-  call.setWhole(static_cast<unsigned char>(runtime::toCodePage(text.substr(0, 1))[0]));
+  call.setInteger(static_cast<unsigned char>(runtime::toCodePage(text.substr(0, 1))[0]));
 }
 
 void chr(const FunctionCall& call) {
-  call.setText(std::u16string(1, characterOf(call.whole(0))));
+  call.setText(std::u16string(1, characterOf(call.integer(0))));
 }
 
 void dateAsText(const FunctionCall& call) {
@@ -151,7 +151,7 @@ void guidAsText(const FunctionCall& call) {
 void setMatch(const FunctionCall& call, const LikePattern& pattern) {
   const std::u16string text = call.text(0);
   call.spend(text.size() * pattern.size());
-  call.setWhole(pattern.matches(text) ? 1 : 0);
+  call.setInteger(pattern.matches(text) ? 1 : 0);
 }
 
 /// A pattern that is the same for all rows is parsed once.

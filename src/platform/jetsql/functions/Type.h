@@ -36,7 +36,7 @@ inline constexpr bool isNumeric(Type type) {
 }
 
 /// True for integers of up to 32 bits, truth values included.
-inline constexpr bool isWhole(Type type) {
+inline constexpr bool isInteger(Type type) {
   return type >= Type::Boolean && type <= Type::Long;
 }
 

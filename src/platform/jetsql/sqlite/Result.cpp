@@ -18,7 +18,7 @@ constexpr std::size_t kMostMemory = 256 * 1024 * 1024;
 
 /// The first byte of a packed value. In a text or bytes their length follows, four bytes; the ids
 /// of a row's sources come before its values.
-enum Tag : std::uint8_t { kNull, kWhole, kAmount, kFloating, kLatin, kWide, kBytes };
+enum Tag : std::uint8_t { kNull, kInteger, kAmount, kFloating, kLatin, kWide, kBytes };
 
 template <class T>
 T read(const std::uint8_t* at) {
@@ -33,7 +33,7 @@ std::size_t sizeOf(const std::uint8_t* at) {
   switch (tag) {
     case kNull:
       return 1;
-    case kWhole:
+    case kInteger:
       return 1 + sizeof(std::int32_t);
     case kAmount:
     case kFloating:
@@ -122,7 +122,7 @@ void Result::putHeld(const T& held) {
   if constexpr (std::is_same_v<T, runtime::Null>) {
     packed_.push_back(kNull);
   } else if constexpr (std::is_integral_v<T>) {
-    put(kWhole, static_cast<std::int32_t>(held));
+    put(kInteger, static_cast<std::int32_t>(held));
   } else if constexpr (std::is_floating_point_v<T>) {
     put(kFloating, static_cast<double>(held));
   } else if constexpr (std::is_same_v<T, runtime::Date>) {
@@ -145,9 +145,10 @@ void Result::add(const runtime::Variant& value) {
 }
 
 void Result::add(const jet::Row& row, const ValueSource& source) {
-  if (isWhole(source.type)) {
-    std::int32_t whole = 0;
-    return row.integer(source.tableColumn, whole) ? put(kWhole, whole) : putHeld(runtime::Null());
+  if (isInteger(source.type)) {
+    std::int32_t integer = 0;
+    return row.integer(source.tableColumn, integer) ? put(kInteger, integer)
+                                                    : putHeld(runtime::Null());
   }
   if (!isTextual(source.type)) return add(row.value(source.tableColumn));
   if (const auto latin = row.latinText(source.tableColumn)) {
@@ -213,7 +214,7 @@ runtime::Variant Result::value(std::size_t row, std::size_t column) const {
   switch (tag) {
     case kNull:
       return {};
-    case kWhole:
+    case kInteger:
       return numberValue(type, read<std::int32_t>(at));
     case kAmount:
       return runtime::Currency{read<std::int64_t>(at)};

@@ -8,11 +8,11 @@
 namespace jetsql {
 namespace {
 
-runtime::Variant wholeValue(std::int64_t whole) {
-  const bool fits = whole >= std::numeric_limits<std::int32_t>::min() &&
-                    whole <= std::numeric_limits<std::int32_t>::max();
-  if (!fits) return static_cast<double>(whole);
-  return static_cast<std::int32_t>(whole);
+runtime::Variant integerValue(std::int64_t integer) {
+  const bool fits = integer >= std::numeric_limits<std::int32_t>::min() &&
+                    integer <= std::numeric_limits<std::int32_t>::max();
+  if (!fits) return static_cast<double>(integer);
+  return static_cast<std::int32_t>(integer);
 }
 
 runtime::Variant bytesValue(const std::uint8_t* bytes, std::size_t size, Type type) {
@@ -28,7 +28,7 @@ runtime::Variant sqlValue(sqlite3_value* value, Type type) {
   switch (sqlite3_value_type(value)) {
     case SQLITE_INTEGER:
       if (type == Type::Currency) return runtime::Currency{sqlite3_value_int64(value)};
-      return wholeValue(sqlite3_value_int64(value));
+      return integerValue(sqlite3_value_int64(value));
     case SQLITE_FLOAT:
       return sqlite3_value_double(value);
     case SQLITE_TEXT: {

@@ -7,7 +7,7 @@
 
 namespace jetsql {
 
-/// A value of SQLite's: a whole number of 32 bits, any other number as a double, a text, bytes. An
+/// A value of SQLite's: an integer of 32 bits, any other number as a double, a text, bytes. An
 /// amount, which SQLite has in ten-thousandths, and a GUID are told by the type.
 runtime::Variant sqlValue(sqlite3_value* value, Type type);
 

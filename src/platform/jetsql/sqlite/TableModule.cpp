@@ -199,9 +199,9 @@ int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int index) {
       return sqlite3_result_int64(context, row.id().pack());
     }
     const Type type = typeOf(columns[static_cast<std::size_t>(index)].type);
-    if (isWhole(type)) {
-      std::int32_t whole = 0;
-      if (row.integer(index, whole)) sqlite3_result_int(context, whole);
+    if (isInteger(type)) {
+      std::int32_t integer = 0;
+      if (row.integer(index, integer)) sqlite3_result_int(context, integer);
       return;
     }
     if (!isTextual(type)) return setValue(context, row.value(index));

@@ -85,16 +85,16 @@ class DateParser {
   }
 
  private:
-  bool isMark(std::size_t place, std::u16string_view mark) const {
-    return place < words_.size() && words_[place].kind == Word::Kind::Mark &&
-           words_[place].text == mark;
+  bool isMark(std::size_t position, std::u16string_view mark) const {
+    return position < words_.size() && words_[position].kind == Word::Kind::Mark &&
+           words_[position].text == mark;
   }
-  bool isLetters(std::size_t place) const {
-    return place < words_.size() && words_[place].kind == Word::Kind::Letters;
+  bool isLetters(std::size_t position) const {
+    return position < words_.size() && words_[position].kind == Word::Kind::Letters;
   }
-  const Word* number(std::size_t place) const {
-    if (place >= words_.size() || words_[place].kind != Word::Kind::Number) return nullptr;
-    return &words_[place];
+  const Word* number(std::size_t position) const {
+    if (position >= words_.size() || words_[position].kind != Word::Kind::Number) return nullptr;
+    return &words_[position];
   }
 
   bool parseDay() {
@@ -172,23 +172,23 @@ double daysFromCivil(const CivilTime& time) {
     --days;
   }
   const double fraction = static_cast<double>(seconds) / static_cast<double>(kSecondsADay);
-  const double whole = static_cast<double>(days);
-  return days < 0 ? whole - fraction : whole + fraction;
+  const double fullDays = static_cast<double>(days);
+  return days < 0 ? fullDays - fraction : fullDays + fraction;
 }
 
 CivilTime civilFromDays(double days) {
   if (!(days > static_cast<double>(kFirstDay - 1)) || !(days < static_cast<double>(kLastDay + 1))) {
     throw error::overflow();
   }
-  auto whole = static_cast<std::int64_t>(days);
-  const double fraction = std::fabs(days - static_cast<double>(whole));
+  auto fullDays = static_cast<std::int64_t>(days);
+  const double fraction = std::fabs(days - static_cast<double>(fullDays));
   std::int64_t seconds = std::llround(fraction * static_cast<double>(kSecondsADay));
   if (seconds == kSecondsADay) {
     seconds = 0;
-    ++whole;
+    ++fullDays;
   }
   CivilTime time;
-  setDate(whole, time);
+  setDate(fullDays, time);
   time.hour = static_cast<int>(seconds / 3600);
   time.minute = static_cast<int>(seconds / 60 % 60);
   time.second = static_cast<int>(seconds % 60);
@@ -196,8 +196,8 @@ CivilTime civilFromDays(double days) {
 }
 
 int weekday(double days) {
-  const auto whole = static_cast<std::int64_t>(days);
-  return static_cast<int>(((whole + 6) % 7 + 7) % 7) + 1;
+  const auto fullDays = static_cast<std::int64_t>(days);
+  return static_cast<int>(((fullDays + 6) % 7 + 7) % 7) + 1;
 }
 
 std::optional<double> parseDate(std::u16string_view text) {

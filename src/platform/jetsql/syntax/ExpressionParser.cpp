@@ -202,7 +202,7 @@ ParsedExpression ExpressionParser::sign() {
   if (words_.accept(u"+")) return sign();
   if (!words_.accept(u"-")) return power();
   ParsedExpression operand = sign();
-  if (operand.kind != Kind::Whole && operand.kind != Kind::Number) {
+  if (operand.kind != Kind::Integer && operand.kind != Kind::Number) {
     return unary(Operator::Negate, std::move(operand));
   }
   operand.number = -operand.number;
@@ -229,8 +229,8 @@ ParsedExpression ExpressionParser::literal(Kind kind, double number) {
 ParsedExpression ExpressionParser::primary() {
   const Token& token = words_.here();
   switch (token.kind) {
-    case Token::Kind::Whole:
-      return literal(token.number <= 2147483647.0 ? Kind::Whole : Kind::Number, token.number);
+    case Token::Kind::Integer:
+      return literal(token.number <= 2147483647.0 ? Kind::Integer : Kind::Number, token.number);
     case Token::Kind::Decimal:
       return literal(Kind::Number, token.number);
     case Token::Kind::Date:

@@ -40,7 +40,7 @@ inline constexpr bool isLogical(Operator op) {
 enum class ExpressionKind : std::uint8_t {
   Null,
   Boolean,     ///< a number, -1 or 0
-  Whole,       ///< a number of 32 bits
+  Integer,     ///< a number of 32 bits
   Number,      ///< any other number
   Date,        ///< a number of days
   Text,        ///< a text

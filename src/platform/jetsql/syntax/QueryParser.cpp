@@ -49,47 +49,47 @@ ParsedItem parseItem(std::u16string_view text) {
 }
 
 ParsedQuery QueryParser::statement(bool hasParameters) {
-  ParsedQuery whole = read();
-  whole.hasParameters = hasParameters;
+  ParsedQuery parsed = read();
+  parsed.hasParameters = hasParameters;
   if (words_.accept(u";") && !words_.atEnd()) {
     throw error::statement(u"Characters found after end of SQL statement.");
   }
   if (!words_.atEnd()) words_.failExpression(clause_);
-  return whole;
+  return parsed;
 }
 
 ParsedQuery QueryParser::read() {
-  ParsedQuery whole = query();
-  whole.height = tallest_;
-  return whole;
+  ParsedQuery parsed = query();
+  parsed.height = tallest_;
+  return parsed;
 }
 
 ParsedQuery QueryParser::query() {
   const DepthGuard nesting(words_.depth(), kDeepestNesting);
-  ParsedQuery whole = term();
+  ParsedQuery parsed = term();
   for (int count = 2; words_.acceptWord(u"UNION"); ++count) {
     if (count > kDeepestNesting) throw error::tooComplex();
     ParsedQuery both;
     both.all = words_.acceptWord(u"ALL");
-    both.left = std::make_shared<const ParsedQuery>(std::move(whole));
+    both.left = std::make_shared<const ParsedQuery>(std::move(parsed));
     both.right = std::make_shared<const ParsedQuery>(term());
-    whole = std::move(both);
+    parsed = std::move(both);
   }
-  orderByClause(whole);
+  orderByClause(parsed);
   if (words_.here().isWord(u"WITH") && words_.ahead(1).isWord(u"OWNERACCESS")) {
     words_.advance(2);
     if (!words_.acceptWord(u"OPTION")) {
       words_.failClause(clause_, u"WITH OWNERACCESS OPTION declaration");
     }
   }
-  return whole;
+  return parsed;
 }
 
 ParsedQuery QueryParser::term() {
-  ParsedQuery whole;
+  ParsedQuery parsed;
   if (!words_.here().is(u"(")) {
-    whole.select = select();
-    return whole;
+    parsed.select = select();
+    return parsed;
   }
   const DepthGuard nesting(words_.depth(), kDeepestNesting);
   words_.advance();
@@ -100,23 +100,23 @@ ParsedQuery QueryParser::term() {
   if (inner.orderBy.empty()) return inner;
   ParsedFrom item;
   item.query = std::make_shared<const ParsedQuery>(std::move(inner));
-  whole.select.emplace();
-  whole.select->items.emplace_back();
-  whole.select->from.push_back(std::move(item));
-  return whole;
+  parsed.select.emplace();
+  parsed.select->items.emplace_back();
+  parsed.select->from.push_back(std::move(item));
+  return parsed;
 }
 
 ParsedSelect QueryParser::select() {
   if (!words_.acceptWord(u"SELECT")) words_.failClause(clause_, u"union query");
-  ParsedSelect whole;
-  selectOptions(whole);
-  selectItems(whole);
+  ParsedSelect select;
+  selectOptions(select);
+  selectItems(select);
   if (words_.here().isWord(u"INTO")) throw error::notCapable();
-  fromClause(whole);
-  if (words_.acceptWord(u"WHERE")) whole.where = expression();
-  groupByClause(whole);
-  if (words_.acceptWord(u"HAVING")) whole.having = expression();
-  return whole;
+  fromClause(select);
+  if (words_.acceptWord(u"WHERE")) select.where = expression();
+  groupByClause(select);
+  if (words_.acceptWord(u"HAVING")) select.having = expression();
+  return select;
 }
 
 void QueryParser::selectOptions(ParsedSelect& select) {
@@ -129,7 +129,7 @@ void QueryParser::selectOptions(ParsedSelect& select) {
       select.distinct = true;
     } else if (words_.acceptWord(u"DISTINCTROW")) {
       select.distinctRow = true;
-    } else if (words_.here().isWord(u"TOP") && next.kind == Token::Kind::Whole) {
+    } else if (words_.here().isWord(u"TOP") && next.kind == Token::Kind::Integer) {
       select.top = Top{.count = next.number, .percent = false};
       words_.advance(2);
       select.top->percent = words_.acceptWord(u"PERCENT");
@@ -184,15 +184,15 @@ ParsedFrom QueryParser::fromItem() {
   ParsedFrom left = fromPrimary();
   const auto kind = joinWords();
   if (!kind) return left;
-  ParsedFrom whole;
-  whole.join = *kind;
-  whole.sides.push_back(std::move(left));
-  whole.sides.push_back(fromPrimary());
+  ParsedFrom join;
+  join.join = *kind;
+  join.sides.push_back(std::move(left));
+  join.sides.push_back(fromPrimary());
   if (!words_.acceptWord(u"ON")) words_.failClause(clause_, u"JOIN operation");
-  whole.condition = expression();
+  join.condition = expression();
   // A further join needs parentheses around this one.
   if (joinWords()) words_.failExpression(clause_);
-  return whole;
+  return join;
 }
 
 std::optional<JoinKind> QueryParser::joinWords() {
@@ -212,25 +212,25 @@ std::optional<JoinKind> QueryParser::joinWords() {
 
 ParsedFrom QueryParser::fromPrimary() {
   const DepthGuard nesting(words_.depth(), kDeepestNesting);
-  ParsedFrom whole;
+  ParsedFrom item;
   if (!words_.accept(u"(")) {
     if (!words_.isName()) words_.failClause(clause_, u"FROM clause");
-    whole.name = words_.name(clause_);
-    while (words_.accept(u".")) whole.name += u"." + words_.name(clause_);
-    fromAlias(whole);
-    return whole;
+    item.name = words_.name(clause_);
+    while (words_.accept(u".")) item.name += u"." + words_.name(clause_);
+    fromAlias(item);
+    return item;
   }
   if (!words_.here().isWord(u"SELECT")) {
-    whole = fromItem();
+    item = fromItem();
     if (!words_.accept(u")")) words_.failClause(clause_, u"JOIN operation");
-    if (!whole.isJoin() && whole.alias.empty()) fromAlias(whole);
-    return whole;
+    if (!item.isJoin() && item.alias.empty()) fromAlias(item);
+    return item;
   }
-  whole.query = std::make_shared<const ParsedQuery>(QueryParser(words_).read());
-  tallest_ = std::max(tallest_, whole.query->height);
+  item.query = std::make_shared<const ParsedQuery>(QueryParser(words_).read());
+  tallest_ = std::max(tallest_, item.query->height);
   if (!words_.accept(u")")) words_.failClause(clause_, u"FROM clause");
-  fromAlias(whole);
-  return whole;
+  fromAlias(item);
+  return item;
 }
 
 void QueryParser::fromAlias(ParsedFrom& item) {

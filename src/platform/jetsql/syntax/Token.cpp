@@ -54,7 +54,9 @@ class Lexer {
 
  private:
   static bool isBlank(char16_t c) { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n'; }
-  char16_t at(std::size_t place) const { return place < text_.size() ? text_[place] : u'\0'; }
+  char16_t at(std::size_t position) const {
+    return position < text_.size() ? text_[position] : u'\0';
+  }
 
   void read(Token& token) {
     const char16_t c = at(position_);
@@ -112,7 +114,7 @@ class Lexer {
 
   void readNumber(Token& token) {
     const std::size_t begin = position_;
-    token.kind = Token::Kind::Whole;
+    token.kind = Token::Kind::Integer;
     while (isDigit(at(position_))) ++position_;
     if (at(position_) == u'.') {
       token.kind = Token::Kind::Decimal;
@@ -155,7 +157,7 @@ class Lexer {
     if (value > 4294967295.0) throw error::overflow();
     if (base == 16 && end - position_ - 2 <= 4 && value > 32767) value -= 65536;
     if (value > 2147483647.0) value -= 4294967296.0;
-    token.kind = Token::Kind::Whole;
+    token.kind = Token::Kind::Integer;
     token.number = value;
     position_ = end;
     return true;

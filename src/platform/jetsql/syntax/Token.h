@@ -15,7 +15,7 @@ struct Token {
     Name,        ///< a bare word: keyword, function or name
     QuotedName,  ///< in brackets or backquotes: a name and nothing else
     Text,        ///< in single or double quotes
-    Whole,       ///< a number without decimals or exponent
+    Integer,     ///< a number without decimals or exponent
     Decimal,
     Date,
     Symbol,

@@ -72,7 +72,7 @@ bool isExact(const BoundExpression& amount) {
          (amount.function->writing != Function::Writing::Plain && amount.function->target != "avg");
 }
 
-/// True for what is exact in ten-thousandths: amounts, whole numbers, numbers of four decimals.
+/// True for what is exact in ten-thousandths: amounts, integers, numbers of four decimals.
 bool isAmount(const BoundExpression& expression) {
   if (expression.type <= Type::Currency) return true;
   constexpr double kMost = 1e11;

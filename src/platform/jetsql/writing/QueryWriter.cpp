@@ -17,7 +17,7 @@ std::string numbered(char prefix, int index) {
   return prefix + std::to_string(index);
 }
 
-std::string wholeText(double number) {
+std::string integerText(double number) {
   return std::to_string(std::llround(number));
 }
 
@@ -65,7 +65,7 @@ class SelectWriter {
     const std::string clauses = clausesAfterFrom();
     text += writeFrom(writer_, select_) + clauses;
     if (isRanked_) return ranked(text);
-    if (select_.top) text += " LIMIT " + wholeText(select_.top->count);
+    if (select_.top) text += " LIMIT " + integerText(select_.top->count);
     if (select_.top || !request_.ordered || order.empty()) return text;
     return text + " ORDER BY " + joined(order, ", ");
   }
@@ -132,11 +132,11 @@ class SelectWriter {
                       (term.descending ? " DESC" : ""));
     }
     const std::string by = joined(order, ", ");
-    std::string text = "SELECT " + (outputs.empty() ? "1 AS c" : joined(outputs, ", ")) +
-                       " FROM (SELECT *, " +
-                       (by.empty() ? "row_number() OVER ()" : "rank() OVER (ORDER BY " + by + ")") +
-                       " AS place, count(*) OVER () AS total FROM (" + rows + ")) WHERE place <= ";
-    const std::string count = wholeText(select_.top->count);
+    std::string text =
+        "SELECT " + (outputs.empty() ? "1 AS c" : joined(outputs, ", ")) + " FROM (SELECT *, " +
+        (by.empty() ? "row_number() OVER ()" : "rank() OVER (ORDER BY " + by + ")") +
+        " AS position, count(*) OVER () AS total FROM (" + rows + ")) WHERE position <= ";
+    const std::string count = integerText(select_.top->count);
     // The share is rounded up, so that one percent of few rows is not zero rows.
     text += select_.top->percent ? "(" + count + " * total + 99) / 100" : count;
     return request_.ordered && !by.empty() ? text + " ORDER BY " + by : text;

@@ -1,4 +1,4 @@
-#include "platform/files/WholeFile.h"
+#include "platform/files/FileContent.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -120,10 +120,10 @@ bool replaceByAnother(const fs::path& target, const struct stat* old, std::strin
 
 }  // namespace
 
-std::optional<std::string> readWhole(const fs::path& path) {
+std::optional<std::string> readContent(const fs::path& path) {
   try {
     const ByteFile file(path, Access::ReadOnly);
-    if (file.size() > kWholeFileLimit) raiseFileError(path, EINVAL, FilePurpose::Read);
+    if (file.size() > kContentLimit) raiseFileError(path, EINVAL, FilePurpose::Read);
     std::string bytes(file.size(), '\0');
     bytes.resize(file.readAt(0, {reinterpret_cast<std::uint8_t*>(bytes.data()), bytes.size()}));
     return bytes;
@@ -135,7 +135,7 @@ std::optional<std::string> readWhole(const fs::path& path) {
   }
 }
 
-void replaceWhole(const fs::path& path, std::string_view bytes) {
+void replaceContent(const fs::path& path, std::string_view bytes) {
   const fs::path target = targetOf(path);
   struct stat old {};
   const bool isThere = ::stat(target.c_str(), &old) == 0;
@@ -150,10 +150,10 @@ void replaceWhole(const fs::path& path, std::string_view bytes) {
   file.close();
 }
 
-void changeWhole(const fs::path& path,
-                 const std::function<std::string(std::string bytes)>& change) {
+void changeContent(const fs::path& path,
+                   const std::function<std::string(std::string bytes)>& change) {
   const FolderLock lock(targetOf(path).parent_path());
-  replaceWhole(path, change(readWhole(path).value_or("")));
+  replaceContent(path, change(readContent(path).value_or("")));
 }
 
 }  // namespace files

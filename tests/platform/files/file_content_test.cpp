@@ -2,20 +2,20 @@
 
 #include <chrono>
 
+#include "platform/files/FileContent.h"
 #include "platform/files/FileError.h"
 #include "platform/files/FolderLock.h"
-#include "platform/files/WholeFile.h"
 #include "support/FileFaults.h"
 #include "support/ProgramFolder.h"
 
 namespace fs = std::filesystem;
 
-using files::replaceWhole;
+using files::replaceContent;
 using support::errorNumberOf;
 
 namespace {
 
-class WholeFile : public testing::Test {
+class FileContent : public testing::Test {
  protected:
   std::size_t entries() const {
     return static_cast<std::size_t>(
@@ -28,25 +28,25 @@ class WholeFile : public testing::Test {
 
 }  // namespace
 
-TEST_F(WholeFile, IsReadAndReplacedWithItsPermissionsKept) {
-  EXPECT_EQ(files::readWhole(path), std::nullopt);
-  EXPECT_EQ(files::readWhole(path / "below"), std::nullopt);
-  replaceWhole(path, "first\r\n");
+TEST_F(FileContent, IsReadAndReplacedWithItsPermissionsKept) {
+  EXPECT_EQ(files::readContent(path), std::nullopt);
+  EXPECT_EQ(files::readContent(path / "below"), std::nullopt);
+  replaceContent(path, "first\r\n");
   fs::permissions(path, fs::perms{0640});
-  replaceWhole(path, std::string("sec\0nd", 6));
-  EXPECT_EQ(files::readWhole(path), std::string("sec\0nd", 6));
+  replaceContent(path, std::string("sec\0nd", 6));
+  EXPECT_EQ(files::readContent(path), std::string("sec\0nd", 6));
   EXPECT_EQ(fs::status(path).permissions(), fs::perms{0640});
   EXPECT_EQ(entries(), 1U);
-  EXPECT_EQ(errorNumberOf([&] { files::readWhole(folder.posdata()); }), 75);
+  EXPECT_EQ(errorNumberOf([&] { files::readContent(folder.posdata()); }), 75);
 }
 
-TEST_F(WholeFile, AFaultAtAnyStepLeavesTheOldContentAndNoOtherFile) {
+TEST_F(FileContent, AFaultAtAnyStepLeavesTheOldContentAndNoOtherFile) {
   folder.write("Posdata/FastTouchButtons.ini", "old");
   int step = 0;
   for (;; ++step) {
     support::FileFaults faults;
     faults.cutAtChange(step, 2);
-    const bool failed = errorNumberOf([&] { replaceWhole(path, "brand new"); }) != 0;
+    const bool failed = errorNumberOf([&] { replaceContent(path, "brand new"); }) != 0;
     EXPECT_EQ(entries(), 1U) << step;
     if (!failed) break;
     EXPECT_EQ(support::readFile(path), step < 3 ? "old" : "brand new") << step;
@@ -55,10 +55,10 @@ TEST_F(WholeFile, AFaultAtAnyStepLeavesTheOldContentAndNoOtherFile) {
   EXPECT_EQ(support::readFile(path), "brand new");
 }
 
-TEST_F(WholeFile, ALinkOrAFileInAReadOnlyFolderIsWrittenInPlace) {
+TEST_F(FileContent, ALinkOrAFileInAReadOnlyFolderIsWrittenInPlace) {
   folder.write("real.ini", "old content");
   fs::create_symlink(folder.path() / "real.ini", path);
-  replaceWhole(path, "new");
+  replaceContent(path, "new");
   EXPECT_TRUE(fs::is_symlink(path));
   EXPECT_EQ(folder.read("real.ini"), "new");
 
@@ -66,7 +66,7 @@ TEST_F(WholeFile, ALinkOrAFileInAReadOnlyFolderIsWrittenInPlace) {
   for (const int step : {1, 2}) {
     support::FileFaults faults;
     faults.cutAtChange(step);  // a write in place too is followed by a sync, and by nothing else
-    EXPECT_EQ(errorNumberOf([&] { replaceWhole(path, "newest"); }), step == 1 ? 57 : 0);
+    EXPECT_EQ(errorNumberOf([&] { replaceContent(path, "newest"); }), step == 1 ? 57 : 0);
   }
   EXPECT_EQ(folder.read("second name.ini"), "newest");
 
@@ -76,14 +76,14 @@ TEST_F(WholeFile, ALinkOrAFileInAReadOnlyFolderIsWrittenInPlace) {
   fs::permissions(closed, fs::perms{0555});
   {
     const support::AsOrdinaryUser user;
-    replaceWhole(closed / "x.ini", "new");
-    EXPECT_EQ(errorNumberOf([&] { replaceWhole(closed / "y.ini", "new"); }), 75);
+    replaceContent(closed / "x.ini", "new");
+    EXPECT_EQ(errorNumberOf([&] { replaceContent(closed / "y.ini", "new"); }), 75);
   }
   EXPECT_EQ(folder.read("closed/x.ini"), "new");
   fs::permissions(closed, fs::perms::all);
 }
 
-TEST_F(WholeFile, AFolderThatIsHeldTooLongRefusesAChange) {
+TEST_F(FileContent, AFolderThatIsHeldTooLongRefusesAChange) {
   const files::FolderLock held(folder.posdata());
   EXPECT_EQ(errorNumberOf([&] {
               const files::FolderLock second(folder.posdata(), std::chrono::milliseconds(20));
@@ -92,11 +92,11 @@ TEST_F(WholeFile, AFolderThatIsHeldTooLongRefusesAChange) {
   const files::FolderLock missing(folder.path() / "none");
 }
 
-TEST_F(WholeFile, AReadOnlyFileIsKeptAlsoFromItsAdministrator) {
+TEST_F(FileContent, AReadOnlyFileIsKeptAlsoFromItsAdministrator) {
   folder.write("Posdata/FastTouchButtons.ini", "old");
   fs::permissions(path, fs::perms{0444});
-  EXPECT_EQ(errorNumberOf([&] { replaceWhole(path, "new"); }), 75);
+  EXPECT_EQ(errorNumberOf([&] { replaceContent(path, "new"); }), 75);
   EXPECT_EQ(support::readFile(path), "old");
-  EXPECT_EQ(errorNumberOf([&] { replaceWhole(folder.path() / "none" / "x", "new"); }), 76);
-  EXPECT_EQ(errorNumberOf([&] { replaceWhole(folder.posdata(), "new"); }), 75);
+  EXPECT_EQ(errorNumberOf([&] { replaceContent(folder.path() / "none" / "x", "new"); }), 76);
+  EXPECT_EQ(errorNumberOf([&] { replaceContent(folder.posdata(), "new"); }), 75);
 }

@@ -10,6 +10,7 @@
 #include "platform/jetsql/binding/QueryBinder.h"
 #include "platform/jetsql/syntax/DateText.h"
 #include "platform/jetsql/syntax/DepthGuard.h"
+#include "platform/jetsql/syntax/StatementError.h"
 #include "platform/jetsql/syntax/Token.h"
 
 namespace jetsql {
@@ -137,10 +138,7 @@ BoundPtr ExpressionBinder::bind(const ParsedExpression& expression) const {
   if (expression.query) {
     made.query = queries_.bindWithin(*expression.query, around_.scope);
     if (made.kind != Kind::Exists && made.query->columns.size() != 1) {
-      throw error::statement(
-          u"You have written a subquery that can return more than one field without using the "
-          u"EXISTS reserved word in the main query's FROM clause. Revise the SELECT statement of "
-          u"the subquery to request only one field.");
+      throw error::subqueryColumns();
     }
   }
   made.type = operatorType(made);
@@ -190,7 +188,7 @@ BoundPtr ExpressionBinder::searchColumn(const ParsedExpression& expression, cons
       found = columnOf(*source, i, expression.path.back());
     }
   }
-  if (!found && isOutside) throw error::statement(u"JOIN expression not supported.");
+  if (!found && isOutside) throw error::unsupportedJoin();
   return found;
 }
 
@@ -210,8 +208,7 @@ void ExpressionBinder::requireAggregateAllowed(std::u16string_view function) con
   }
   const std::u16string_view where =
       around_.clause == Clause::Where ? u"WHERE clause" : u"expression";
-  throw error::statement(u"Cannot have aggregate function in " + std::u16string(where) + u" (" +
-                         std::u16string(function) + u").");
+  throw error::aggregateForbidden(where, function);
 }
 
 BoundPtr ExpressionBinder::bindCall(const ParsedExpression& expression) const {
@@ -219,8 +216,7 @@ BoundPtr ExpressionBinder::bindCall(const ParsedExpression& expression) const {
   if (function == nullptr) throw error::undefinedFunction(expression.text);
   const auto count = static_cast<int>(expression.arguments.size());
   if (count < function->fewest || count > function->most) {
-    throw error::statement(u"Wrong number of arguments used with function in query expression '" +
-                           expression.text + u"'.");
+    throw error::argumentCount(expression.text);
   }
   if (function->writing == Function::Writing::Moment) return moment(expression.text);
   Surroundings inside = around_;

@@ -7,6 +7,7 @@
 #include "platform/jet/format/TextKey.h"
 #include "platform/jetsql/binding/ExpressionBinder.h"
 #include "platform/jetsql/syntax/DepthGuard.h"
+#include "platform/jetsql/syntax/StatementError.h"
 
 namespace jetsql {
 namespace {
@@ -14,7 +15,7 @@ namespace {
 constexpr std::size_t kMostColumns = 255;
 
 void addOutput(BoundQuery& query, BoundPtr expression, std::u16string name) {
-  if (query.columns.size() >= kMostColumns) throw error::statement(u"Too many fields defined.");
+  if (query.columns.size() >= kMostColumns) throw error::tooManyColumns();
   if (name.empty() && expression->kind == ExpressionKind::Column) {
     name = expression->source->columns[static_cast<std::size_t>(expression->column)].name;
   }
@@ -38,7 +39,7 @@ void addAll(BoundQuery& query, std::u16string_view qualifier) {
   }
   if (found) return;
   if (!qualifier.empty()) throw error::missingObject(qualifier);
-  throw error::statement(u"Query input must contain at least one table or query.");
+  throw error::missingInput();
 }
 
 /// Prefixes columns that share a name with the tables that they come from.
@@ -48,7 +49,7 @@ void tellApart(std::vector<OutputColumn>& columns, const std::vector<bool>& alia
     for (std::size_t j = 0; j < before.size(); ++j) {
       if (i == j || !jet::sameName(before[i].name, before[j].name)) continue;
       if (aliased[i] && aliased[j]) {
-        throw error::statement(u"Duplicate output alias '" + before[i].name + u"'.");
+        throw error::duplicateAlias(before[i].name);
       }
       const BoundExpression& column = *before[i].expression;
       if (!aliased[i] && column.kind == ExpressionKind::Column) {
@@ -110,9 +111,7 @@ void QueryBinder::bindUnion(const ParsedQuery& query, BoundQuery& made, Scope* o
   const auto& left = made.left->columns;
   const auto& right = made.right->columns;
   if (left.size() != right.size()) {
-    throw error::statement(
-        u"The number of columns in the two selected tables or queries of a union query do not "
-        u"match.");
+    throw error::unequalUnion();
   }
   for (std::size_t i = 0; i < left.size(); ++i) {
     made.columns.push_back({left[i].name, commonType(left[i].type, right[i].type), nullptr});
@@ -120,10 +119,7 @@ void QueryBinder::bindUnion(const ParsedQuery& query, BoundQuery& made, Scope* o
   for (const ParsedOrder& term : query.orderBy) {
     const int output = outputNamed(made.columns, term.expression);
     if (output < 0) {
-      throw error::statement(u"The ORDER BY expression (" + pathText(term.expression.path) +
-                             u") includes fields that are not selected by the query.  Only those "
-                             u"fields requested in the first query can be included in an ORDER BY "
-                             u"expression.");
+      throw error::orderNotInUnion(pathText(term.expression.path));
     }
     made.orderBy.push_back({nullptr, output, term.descending});
   }
@@ -196,7 +192,7 @@ void QueryBinder::bindNamed(const ParsedFrom& item, Source& source, const OpenQu
   const auto& saved = std::get<StoredQuery>(entry);
   for (const OpenQuery* each = open; each != nullptr; each = each->outer) {
     if (each->id == saved.id) {
-      throw runtime::generalError(u"Circular reference caused by '" + item.name + u"'.");
+      throw error::circularReference(item.name);
     }
   }
   const OpenQuery inner{saved.id, open == nullptr ? 1 : open->depth + 1, open};
@@ -247,8 +243,7 @@ void QueryBinder::bindOrder(const ParsedQuery& query, BoundQuery& made, Scope& s
       continue;
     }
     if (made.select->distinct) {
-      throw error::statement(u"ORDER BY clause (" + pathText(term.expression.path) +
-                             u") conflicts with DISTINCT.");
+      throw error::orderNotDistinct(pathText(term.expression.path));
     }
     made.orderBy.push_back({std::move(expression), -1, term.descending});
   }

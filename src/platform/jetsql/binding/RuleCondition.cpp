@@ -182,7 +182,7 @@ struct Literal {
 /// The expression with its columns replaced by the row's values.
 ParsedExpression filledIn(ParsedExpression expression, const jet::ValidationRule& rule,
                           const jet::NewRow& row) {
-  if (expression.query) throw runtime::generalError(u"A rule can't contain a query.");
+  if (expression.query) throw error::queryInRule();
   for (ParsedExpression& argument : expression.arguments) {
     argument = filledIn(std::move(argument), rule, row);
   }
@@ -190,14 +190,14 @@ ParsedExpression filledIn(ParsedExpression expression, const jet::ValidationRule
   const std::vector<std::u16string>& path = expression.path;
   const bool isOwn = path.size() == 1 || (path.size() == 2 && jet::sameName(path[0], rule.table));
   const auto value = isOwn ? row.value(path.back()) : std::nullopt;
-  if (!value) throw runtime::generalError(u"The table has no column '" + pathText(path) + u"'.");
+  if (!value) throw error::unknownRuleColumn(pathText(path));
   return std::visit(Literal(), value->get());
 }
 
 }  // namespace
 
 ParsedQuery brokenBy(const jet::ValidationRule& rule, const jet::NewRow& row) {
-  if (rule.expression.size() > kLongestRule) throw runtime::generalError(u"It is too long.");
+  if (rule.expression.size() > kLongestRule) throw error::ruleTooLong();
   const std::u16string full =
       rule.column.empty() ? rule.expression : Criterion(rule.expression, rule.column).completed();
   ParsedItem one;

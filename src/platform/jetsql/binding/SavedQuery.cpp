@@ -40,12 +40,12 @@ class Builder {
       const bool isForeignSource =
           row.attribute == QueryAttribute::Source && !row.name1.empty() && !row.expression.empty();
       if (row.attribute == QueryAttribute::Database || isForeignSource) {
-        fail(u" reads another database, which can't be opened here.");
+        throw error::foreignQuery(name_);
       }
       if (row.attribute == QueryAttribute::Options) options_ = &row;
     }
     if (kind != QueryKind::Union && kind != QueryKind::Select) {
-      fail(u" is no select query and can't be opened as a table.");
+      throw error::notSelectQuery(name_);
     }
     ParsedQuery query = kind == QueryKind::Union ? unionQuery() : selectQuery();
     for (const jet::QueryRow& row : rows_) {
@@ -60,12 +60,6 @@ class Builder {
     return options_ != nullptr && (options_->flag & option) != 0;
   }
 
-  [[noreturn]] void fail(std::u16string_view why) const {
-    throw runtime::generalError(u"The query '" + std::u16string(name_) + u"'" +
-                                std::u16string(why));
-  }
-  [[noreturn]] void failInconsistent() const { fail(u" is damaged."); }
-
   /// Its halves are stored as text.
   ParsedQuery unionQuery() const {
     std::vector<std::shared_ptr<const ParsedQuery>> halves;
@@ -74,7 +68,7 @@ class Builder {
       halves.push_back(std::make_shared<const ParsedQuery>(parseStatement(row.expression)));
       if (halves.back()->hasParameters) throw error::missingParameter();
     }
-    if (halves.size() != 2) failInconsistent();
+    if (halves.size() != 2) throw error::damagedQuery(name_);
     ParsedQuery query;
     query.all = !has(QueryOption::kDistinct);
     query.left = halves[0];
@@ -99,7 +93,8 @@ class Builder {
     double count = 0;
     const std::string digits = runtime::toUtf8(options_->name1);
     const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), count);
-    if (read.ec != std::errc() || read.ptr != digits.data() + digits.size()) failInconsistent();
+    if (read.ec != std::errc() || read.ptr != digits.data() + digits.size())
+      throw error::damagedQuery(name_);
     return count;
   }
 
@@ -177,7 +172,7 @@ class Builder {
       case jet::QueryJoin::Right:
         return JoinKind::Right;
     }
-    failInconsistent();
+    throw error::damagedQuery(name_);
   }
 
   void addJoin(const jet::QueryRow& row) {
@@ -189,7 +184,7 @@ class Builder {
       // A further condition of the join that contains both tables already; the later ones come
       // first.
       ParsedFrom& join = inputs_[left].item;
-      if (!join.isJoin() || join.join != kind) failInconsistent();
+      if (!join.isJoin() || join.join != kind) throw error::damagedQuery(name_);
       join.condition = binary(Operator::And, std::move(condition), std::move(*join.condition));
       return;
     }

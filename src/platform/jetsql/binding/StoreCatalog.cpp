@@ -12,9 +12,7 @@ CatalogEntry StoreCatalog::entry(std::u16string_view name) {
     case jet::ObjectKind::Table:
       return &database_.table(*object);
     case jet::ObjectKind::LinkedTable:
-      throw runtime::generalError(
-          u"The table '" + object->name +
-          u"' is linked from another database, which can't be opened here.");
+      throw error::linkedTable(object->name);
     case jet::ObjectKind::Query:
       break;
   }

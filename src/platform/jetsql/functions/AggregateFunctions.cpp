@@ -5,7 +5,7 @@
 #include <new>
 
 #include "platform/jetsql/functions/SqlFunction.h"
-#include "platform/runtime/ProviderError.h"
+#include "platform/jetsql/syntax/StatementError.h"
 
 namespace jetsql {
 namespace {
@@ -35,8 +35,7 @@ class Kept : public Aggregate {
 class Single final : public Kept {
  public:
   void step(const FunctionCall& call) override {
-    if (isSet())
-      throw runtime::generalError(u"At most one record can be returned by this subquery.");
+    if (isSet()) throw error::subqueryRows();
     keep(call.raw(0));
   }
 };

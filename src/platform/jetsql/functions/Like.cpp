@@ -36,7 +36,7 @@ LikePattern::LikePattern(std::u16string_view pattern, Dialect dialect) {
 std::size_t LikePattern::readSet(std::u16string_view pattern, std::size_t position) {
   const std::size_t close = pattern.find(u']', position + 1);
   if (close == std::u16string_view::npos) {
-    throw error::statement(u"Invalid pattern string.");
+    throw error::invalidPattern();
   }
   std::u16string_view inside = pattern.substr(position + 1, close - position - 1);
   if (inside.empty()) return close;
@@ -52,7 +52,7 @@ std::size_t LikePattern::readSet(std::u16string_view pattern, std::size_t positi
       last = foldedCase(inside[i + 2]);
       i += 2;
     }
-    if (last < first) throw error::statement(u"Invalid pattern string.");
+    if (last < first) throw error::invalidPattern();
     element.ranges.emplace_back(first, last);
   }
   elements_.push_back(std::move(element));

@@ -8,10 +8,6 @@
 namespace jetsql {
 namespace {
 
-runtime::RunTimeError divisionByZero() {
-  return error::statement(u"Division by zero");
-}
-
 /// `+` where only the rows tell whether to join texts or to add numbers.
 void plus(const FunctionCall& call) {
   if (call.isText(0) && call.isText(1)) return call.setText(call.text(0) + call.text(1));
@@ -20,20 +16,20 @@ void plus(const FunctionCall& call) {
 
 void divide(const FunctionCall& call) {
   const double divisor = call.number(1);
-  if (divisor == 0) throw divisionByZero();
+  if (divisor == 0) throw error::divisionByZero();
   call.setNumber(call.number(0) / divisor);
 }
 
 /// Both operands are rounded first.
 void intDivide(const FunctionCall& call) {
   const std::int64_t divisor = call.integer(1);
-  if (divisor == 0) throw divisionByZero();
+  if (divisor == 0) throw error::divisionByZero();
   call.setInteger(call.integer(0) / divisor);
 }
 
 void modulo(const FunctionCall& call) {
   const std::int64_t divisor = call.integer(1);
-  if (divisor == 0) throw divisionByZero();
+  if (divisor == 0) throw error::divisionByZero();
   call.setInteger(call.integer(0) % divisor);
 }
 

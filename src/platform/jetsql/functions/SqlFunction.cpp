@@ -3,7 +3,7 @@
 #include <new>
 
 #include "platform/jetsql/functions/Function.h"
-#include "platform/runtime/ProviderError.h"
+#include "platform/jetsql/syntax/StatementError.h"
 
 namespace jetsql {
 namespace {
@@ -71,7 +71,7 @@ void release(void* registered) {
 
 void registerFunction(sqlite3* connection, std::string_view name, FunctionContext& session) {
   const Function* function = functionWithTarget(name);
-  if (function == nullptr) throw runtime::generalError(u"A function of the dialect is missing.");
+  if (function == nullptr) throw error::unregisteredFunction();
   const bool isAggregate = function->aggregate != nullptr;
   // SQLite releases the registration even if it refuses it.
   const int status = sqlite3_create_function_v2(

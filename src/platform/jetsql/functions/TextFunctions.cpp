@@ -88,7 +88,7 @@ void trim(const FunctionCall& call) {
 }
 
 std::u16string repeated(std::size_t count, char16_t character) {
-  if (count > kLongestText) throw runtime::generalError(u"Out of string space.");
+  if (count > kLongestText) throw error::textTooLong();
   return std::u16string(count, character);
 }
 

@@ -81,7 +81,7 @@ void SqlConnection::fail(int status) {
   if (status == SQLITE_INTERRUPT || session_.budget.left < 0) throw error::tooComplex();
   const std::string words = sqlite3_errmsg(connection_.get());
   if (words == "integer overflow") throw error::overflow();
-  throw runtime::generalError(u"Query is too complex (" + runtime::fromUtf8(words) + u").");
+  throw error::tooComplex(runtime::fromUtf8(words));
 }
 
 void SqlConnection::prepare(const WrittenStatement& statement, std::string_view prefix) {

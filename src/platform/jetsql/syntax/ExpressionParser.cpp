@@ -6,6 +6,7 @@
 
 #include "platform/jetsql/syntax/DepthGuard.h"
 #include "platform/jetsql/syntax/QueryParser.h"
+#include "platform/jetsql/syntax/StatementError.h"
 
 namespace jetsql {
 namespace {

@@ -5,6 +5,7 @@
 
 #include "platform/jetsql/syntax/DepthGuard.h"
 #include "platform/jetsql/syntax/ExpressionParser.h"
+#include "platform/jetsql/syntax/StatementError.h"
 
 namespace jetsql {
 namespace {
@@ -34,9 +35,7 @@ ParsedQuery parseStatement(std::u16string_view text) {
     if (words.here().isWord(other)) throw error::notCapable();
   }
   if (!beginsQuery(words)) {
-    throw error::statement(
-        u"Invalid SQL statement; expected 'DELETE', 'INSERT', 'PROCEDURE', 'SELECT', or "
-        u"'UPDATE'.");
+    throw error::unknownStatement();
   }
   return QueryParser(words).statement(hasParameters);
 }
@@ -52,7 +51,7 @@ ParsedQuery QueryParser::statement(bool hasParameters) {
   ParsedQuery parsed = read();
   parsed.hasParameters = hasParameters;
   if (words_.accept(u";") && !words_.atEnd()) {
-    throw error::statement(u"Characters found after end of SQL statement.");
+    throw error::textAfterEnd();
   }
   if (!words_.atEnd()) words_.failExpression(clause_);
   return parsed;

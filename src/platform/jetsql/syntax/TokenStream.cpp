@@ -69,13 +69,12 @@ void TokenStream::expectClosing(std::size_t clause) {
   if (accept(u")")) return;
   failIfBroken(clause);
   if (!atEnd()) failExpression(clause);
-  throw error::statement(u"Missing ), ], or Item in query expression '" +
-                         std::u16string(clauseText(clause)) + u"'.");
+  throw error::missingClosing(clauseText(clause));
 }
 
 void TokenStream::failExpression(std::size_t clause) const {
   failIfBroken(clause);
-  throw error::expressionSyntax(u" (missing operator)", clauseText(clause));
+  throw error::missingOperator(clauseText(clause));
 }
 
 void TokenStream::failClause(std::size_t clause, std::u16string_view words) const {
@@ -85,9 +84,7 @@ void TokenStream::failClause(std::size_t clause, std::u16string_view words) cons
 
 void TokenStream::failReserved(std::size_t clause) const {
   failIfBroken(clause);
-  throw error::statement(
-      u"The SELECT statement includes a reserved word or an argument name that is misspelled or "
-      u"missing, or the punctuation is incorrect.");
+  throw error::reservedWord();
 }
 
 /// An unclosed word changes the meaning of all tokens before it, so it is reported first.
@@ -95,11 +92,9 @@ void TokenStream::failIfBroken(std::size_t clause) const {
   if (tokens_.size() < 2) return;
   const Token& last = tokens_[tokens_.size() - 2];
   const std::u16string_view rest = text_.substr(tokens_[clause].begin);
-  if (last.kind == Token::Kind::BrokenText) throw error::expressionSyntax(u" in string", rest);
-  if (last.kind == Token::Kind::BrokenDate) throw error::expressionSyntax(u" in date", rest);
-  if (last.kind == Token::Kind::BrokenName) {
-    throw error::statement(u"Invalid bracketing of name '" + last.text + u"'.");
-  }
+  if (last.kind == Token::Kind::BrokenText) throw error::unclosedText(rest);
+  if (last.kind == Token::Kind::BrokenDate) throw error::unclosedDate(rest);
+  if (last.kind == Token::Kind::BrokenName) throw error::unclosedName(last.text);
 }
 
 /// The clause's expression as the statement has it.

@@ -13,8 +13,8 @@
 # keystrand_test(NAME [SOURCES file...] [LINKS lib...])
 #   Makes one GoogleTest program, which CTest runs under its name.
 
-# Headers that most sources include, compiled once for all libraries and once for all tests. Only the
-# debug preset uses them: the other builds fail where a source doesn't include what it needs.
+# Headers that most sources include, compiled once for all libraries and once for all tests. The
+# release preset doesn't use them: it fails where a source doesn't include what it needs.
 file(WRITE ${PROJECT_BINARY_DIR}/headers.cpp "")
 set(common_headers <algorithm> <cstdint> <functional> <map> <memory> <optional> <span> <string>
   <string_view> <utility> <vector>)

@@ -1,10 +1,12 @@
 #include "platform/files/ProgramFolder.h"
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/auxv.h>
+#include <unistd.h>
 
 #include <algorithm>
-#include <memory>
+#include <array>
 #include <system_error>
 #include <vector>
 
@@ -41,10 +43,23 @@ std::vector<std::u16string_view> namesIn(std::u16string_view path) {
   return names;
 }
 
-struct CloseFolder {
-  void operator()(DIR* folder) const { ::closedir(folder); }
-};
-using Entries = std::unique_ptr<DIR, CloseFolder>;
+/// Calls `use` with the name of each entry of the folder; with none where there is no such folder.
+/// Each session lists the folders of its file's path, so this makes as few calls of the system as
+/// it can.
+template <class Use>
+void forEachName(const char* folder, Use use) {
+  const int descriptor = ::open(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  alignas(dirent64) std::array<char, 8192> entries{};
+  for (ssize_t size = 0; (size = ::getdents64(descriptor, entries.data(), entries.size())) > 0;) {
+    for (ssize_t at = 0; at < size;) {
+      const auto* entry = reinterpret_cast<const dirent64*>(entries.data() + at);
+      use(std::string_view(entry->d_name));
+      at += entry->d_reclen;
+    }
+  }
+  ::close(descriptor);
+}
 
 bool beginsWithFolder(std::u16string_view path, std::u16string_view folder) {
   if (!path.starts_with(folder)) return false;
@@ -75,14 +90,12 @@ std::u16string programFolder() {
 fs::path findEntry(const fs::path& folder, std::u16string_view name) {
   const std::u16string wanted = runtime::foldCase(name);
   std::string found;
-  const Entries entries(::opendir(folder.empty() ? "." : folder.c_str()));
-  while (const dirent* entry = entries ? ::readdir(entries.get()) : nullptr) {
-    const std::string_view candidate = entry->d_name;
+  forEachName(folder.empty() ? "." : folder.c_str(), [&](std::string_view candidate) {
     // A unit takes one to three bytes: the length excludes most names without decoding them.
-    if (candidate.size() < wanted.size() || candidate.size() > 3 * wanted.size()) continue;
-    if (!found.empty() && found < candidate) continue;
+    if (candidate.size() < wanted.size() || candidate.size() > 3 * wanted.size()) return;
+    if (!found.empty() && found < candidate) return;
     if (runtime::foldCase(runtime::fromUtf8(candidate)) == wanted) found = candidate;
-  }
+  });
   return folder / (found.empty() ? runtime::toUtf8(name) : found);
 }
 

@@ -48,10 +48,9 @@ int connect(sqlite3* connection, void* data, int, const char* const*, sqlite3_vt
   auto& known = *static_cast<KnownTable*>(data);
   return run(known, [&] {
     std::string columns = "CREATE TABLE t(";
-    const auto& all = known.use.table->columns();
-    for (std::size_t i = 0; i < all.size(); ++i) {
-      columns += "c" + std::to_string(i);
-      if (jet::isText(all[i].type)) columns += std::string(" COLLATE ") + kCollation;
+    for (const int column : known.use.columns) {
+      columns += "c" + std::to_string(column);
+      if (isTextual(known.typeOf(column))) columns += std::string(" COLLATE ") + kCollation;
       columns += ",";
     }
     if (sqlite3_declare_vtab(connection, (columns + "r)").c_str()) != SQLITE_OK) {
@@ -85,15 +84,15 @@ std::optional<Restriction::Test> testOf(unsigned char op) {
   }
 }
 
-std::vector<Restriction> restrictionsOf(const sqlite3_index_info& info, const jet::Table& table) {
-  const auto count = static_cast<int>(table.columns().size());
+std::vector<Restriction> restrictionsOf(const sqlite3_index_info& info,
+                                        const std::vector<int>& columns) {
   std::vector<Restriction> restrictions;
   for (int i = 0; i < info.nConstraint; ++i) {
     const auto& constraint = info.aConstraint[i];
     const auto test = testOf(constraint.op);
-    const bool isColumn = constraint.iColumn >= 0 && constraint.iColumn < count;
-    if (constraint.usable != 0 && test && isColumn) {
-      restrictions.push_back({*test, constraint.iColumn, i});
+    const auto index = static_cast<std::size_t>(constraint.iColumn);
+    if (constraint.usable != 0 && test && index < columns.size()) {
+      restrictions.push_back({*test, columns[index], i});
     }
   }
   return restrictions;
@@ -102,8 +101,7 @@ std::vector<Restriction> restrictionsOf(const sqlite3_index_info& info, const je
 int bestIndex(sqlite3_vtab* base, sqlite3_index_info* info) {
   KnownTable& known = *tableOf(base).known;
   return run(known, [&] {
-    const jet::Table& table = *known.use.table;
-    const IndexPlan plan = chooseIndex(table, restrictionsOf(*info, table));
+    const IndexPlan plan = chooseIndex(*known.use.table, restrictionsOf(*info, known.use.columns));
     const PlanCode code = PlanCode::of(plan);
     // SQLite tests the rows itself, since the reader may return some that don't meet a restriction.
     for (std::size_t i = 0; i < plan.taken.size(); ++i) {
@@ -147,9 +145,7 @@ int filter(sqlite3_vtab_cursor* base, int plan, const char* tests, int count,
     cursor.values.clear();
     for (int i = 0; i < count; ++i) {
       const int sought = cursor.reader->columns()[static_cast<std::size_t>(i)];
-      const auto& columns = cursor.known->use.table->columns();
-      const Type type = typeOf(columns[static_cast<std::size_t>(sought)].type);
-      cursor.values.push_back(sqlValue(values[i], type));
+      cursor.values.push_back(sqlValue(values[i], cursor.known->typeOf(sought)));
     }
     cursor.reader->start(cursor.values);
     cursor.known->reader = &*cursor.reader;
@@ -190,15 +186,16 @@ void setValue(sqlite3_context* context, const runtime::Variant& value) {
   }
 }
 
-int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int index) {
+int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int number) {
   VirtualCursor& cursor = cursorOf(base);
   return run(*cursor.known, [&] {
-    const auto& columns = cursor.known->use.table->columns();
+    const std::vector<int>& columns = cursor.known->use.columns;
     const jet::Row& row = cursor.reader->row();
-    if (index == static_cast<int>(columns.size())) {
+    if (number == static_cast<int>(columns.size())) {
       return sqlite3_result_int64(context, row.id().pack());
     }
-    const Type type = typeOf(columns[static_cast<std::size_t>(index)].type);
+    const int index = columns[static_cast<std::size_t>(number)];
+    const Type type = cursor.known->typeOf(index);
     if (isInteger(type)) {
       std::int32_t integer = 0;
       if (row.integer(index, integer)) sqlite3_result_int(context, integer);

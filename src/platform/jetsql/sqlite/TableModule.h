@@ -14,6 +14,9 @@ struct KnownTable {
   FunctionContext* session = nullptr;
   const TableReader* reader = nullptr;  ///< the reader that moved last, while it is open
 
+  Type typeOf(int column) const {
+    return jetsql::typeOf(use.table->columns()[static_cast<std::size_t>(column)].type);
+  }
   /// The current row of that reader; null where there is none.
   const jet::Row* currentRow() const {
     return reader == nullptr || reader->atEnd() ? nullptr : &reader->row();

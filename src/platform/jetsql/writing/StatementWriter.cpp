@@ -43,9 +43,12 @@ std::string StatementWriter::rowId(const Source& source, int column) {
 }
 
 void StatementWriter::addTable(const Source& source) {
-  if (std::ranges::find(out_.tables, source.number, &TableUse::number) == out_.tables.end()) {
-    out_.tables.push_back({source.number, source.table});
+  auto use = std::ranges::find(out_.tables, source.number, &TableUse::number);
+  if (use == out_.tables.end()) {
+    use = out_.tables.insert(use, {.number = source.number, .table = source.table});
   }
+  const std::set<int>& columns = asked(source).columns;
+  use->columns.assign(columns.begin(), columns.end());
 }
 
 std::string StatementWriter::parameter(const std::u16string& text) {

@@ -29,6 +29,7 @@ class StatementWriter {
   /// What has been used of the source so far.
   const Asked& asked(const Source& source) { return asked_[&source]; }
 
+  /// Notes a table of FROM, with the columns that have been used of it so far.
   void addTable(const Source& source);
   std::string parameter(const std::u16string& text);
   std::string call(std::string_view function, const std::vector<std::string>& arguments);

@@ -12,11 +12,12 @@ namespace jetsql {
 /// Name of the collating sequence by which texts compare within SQLite: the file's own order.
 inline constexpr const char* kCollation = "jet";
 
-/// A table as a statement uses it: SQLite's table `t<number>`. Its columns are c0, c1, … as in the
-/// table, then r: the row's packed id.
+/// A table as a statement uses it: SQLite's table `t<number>`. Its columns are those that the
+/// statement uses, as c0, c1, … by their index in the table, then r: the row's packed id.
 struct TableUse {
   int number = 0;
   const jet::Table* table = nullptr;
+  std::vector<int> columns = {};  ///< indexes among the table's columns
 };
 
 /// The source of the values of a result's column, or of a term of its order.

@@ -76,18 +76,21 @@ IndexPageView::IndexPageView(const Layout& layout, ByteView page, const Location
     raiseDamaged(location, u"it is no page of an index");
   prefix_ =
       layout.version == Version::Jet3 ? page[layout.indexPrefix] : u16At(page, layout.indexPrefix);
+  const std::size_t capacity = layout.indexCapacity();
+  const std::size_t shortest = tailSize(leaf_) + 1;
+  ends_.reserve(capacity / shortest);
   std::size_t start = 0;
   for (std::size_t i = layout.indexMask; i < layout.indexData; ++i) {
     for (unsigned bits = page[i]; bits != 0; bits &= bits - 1) {
       const std::size_t end =
           8 * (i - layout.indexMask) + static_cast<std::size_t>(std::countr_zero(bits));
       const std::size_t length = end - start + (start == 0 ? 0 : prefix_);
-      if (end > layout.indexCapacity())
+      if (end > capacity)
         raiseDamaged(location, u"an index entry ends after the page",
                      {layout.indexData + start, end - start, layout.pageSize});
-      if (length < tailSize(leaf_) + 1)
+      if (length < shortest)
         raiseDamaged(location, u"an index entry is too short",
-                     {layout.indexData + start, tailSize(leaf_) + 1, layout.indexData + end});
+                     {layout.indexData + start, shortest, layout.indexData + end});
       if (start == 0 && prefix_ > length)
         raiseDamaged(location, u"an index page leaves out more than its entries have",
                      {layout.indexData, prefix_, layout.indexData + length});

@@ -167,6 +167,7 @@ class Content {
     }
     const ByteView name = take(u16At(take(2), 0));
     std::u16string text;
+    text.reserve(name.size() / 2);
     for (std::size_t i = 0; i + 1 < name.size(); i += 2)
       text.push_back(static_cast<char16_t>(u16At(name, i)));
     return text;

@@ -1,6 +1,7 @@
 #include "platform/jetsql/sqlite/RowOrder.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <limits>
 #include <string_view>
@@ -19,13 +20,13 @@ constexpr char kBytes = 4;
 
 constexpr std::size_t kFront = sizeof(std::uint64_t);
 
-void appendBigEndian(std::uint64_t bits, std::string& key) {
-  for (int shift = 56; shift >= 0; shift -= 8) {
-    key += static_cast<char>(static_cast<std::uint8_t>(bits >> static_cast<unsigned>(shift)));
-  }
-}
-
 constexpr std::uint64_t kSign = std::uint64_t{1} << 63U;
+
+void appendNumber(std::uint64_t bits, std::string& key) {
+  std::array<char, 1 + sizeof bits> bytes{kNumber};
+  for (std::size_t i = sizeof bits; i > 0; --i, bits >>= 8U) bytes[i] = static_cast<char>(bits);
+  key.append(bytes.data(), bytes.size());
+}
 
 }  // namespace
 
@@ -33,8 +34,7 @@ constexpr std::uint64_t kSign = std::uint64_t{1} << 63U;
 void RowOrder::addNumber(double number) {
   // Zero and negative zero are equal.
   const auto bits = std::bit_cast<std::uint64_t>(number == 0 ? 0.0 : number);
-  keys_ += kNumber;
-  appendBigEndian((bits & kSign) != 0 ? ~bits : bits | kSign, keys_);
+  appendNumber((bits & kSign) != 0 ? ~bits : bits | kSign, keys_);
 }
 
 void RowOrder::add(const runtime::Variant& value, bool descending) {
@@ -52,8 +52,7 @@ void RowOrder::add(const runtime::Variant& value, bool descending) {
     keys_ += kBytes;
     keys_.append(bytes->begin(), bytes->end());
   } else if (const auto* amount = std::get_if<runtime::Currency>(&held)) {
-    keys_ += kNumber;
-    appendBigEndian(static_cast<std::uint64_t>(amount->tenThousandths) ^ kSign, keys_);
+    appendNumber(static_cast<std::uint64_t>(amount->tenThousandths) ^ kSign, keys_);
   } else if (const auto* decimal = std::get_if<runtime::Decimal>(&held)) {
     addNumber(std::stod(std::string(decimal->digits.begin(), decimal->digits.end())));
   } else {
@@ -63,11 +62,18 @@ void RowOrder::add(const runtime::Variant& value, bool descending) {
 }
 
 void RowOrder::add(const jet::Row& row, const ValueSource& source, bool descending) {
-  if (!isTextual(source.type)) return add(row.value(source.tableColumn), descending);
-  if (!row.sortKey(source.tableColumn, text_)) return add(runtime::Variant(), descending);
   const std::size_t begin = keys_.size();
-  keys_ += kText;
-  keys_ += text_;
+  std::int32_t integer = 0;
+  if (isInteger(source.type)) {
+    if (!row.integer(source.tableColumn, integer)) return add(runtime::Variant(), descending);
+    addNumber(integer);
+  } else if (isTextual(source.type)) {
+    if (!row.sortKey(source.tableColumn, text_)) return add(runtime::Variant(), descending);
+    keys_ += kText;
+    keys_ += text_;
+  } else {
+    return add(row.value(source.tableColumn), descending);
+  }
   endTerm(begin, descending);
 }
 

@@ -152,7 +152,7 @@ ParsedItem QueryParser::item() {
   ParsedItem item;
   if (words_.accept(u"*")) return item;
   const Token& next = words_.ahead(1);
-  if (words_.isName() && (next.is(u".") || next.is(u"!")) && words_.ahead(2).is(u"*")) {
+  if ((next.is(u".") || next.is(u"!")) && words_.ahead(2).is(u"*") && words_.isName()) {
     item.qualifier = words_.here().text;
     words_.advance(3);
     return item;

@@ -135,20 +135,28 @@ class Desktop:
         return (number("Absolute upper-left X"), number("Absolute upper-left Y"),
                 number("Width"), number("Height"))
 
-    def _title_height(self, window):
+    def frame(self, window):
+        """The widths of a window's frame in pixels: left, right, top, bottom."""
         told = self.run("xprop", "-id", str(window), "_NET_FRAME_EXTENTS")
-        return int(told.split("=")[1].split(",")[2])
+        return tuple(map(int, told.split("=")[1].split(",")))
+
+    def is_filled_by(self, window):
+        """Whether a window and its frame fill the desktop."""
+        x, y, width, height = self.origin(window)
+        left, right, top, bottom = self.frame(window)
+        return ((x - left, y - top, x + width + right, y + height + bottom) ==
+                (0, 0, self.width, self.height))
 
     def close_box(self, window):
         """The centre of the close box in a window's frame: the last box in its title bar."""
         left, top, width, _ = self.origin(window)
-        bar = self._title_height(window)
+        bar = self.frame(window)[2]
         return left + width - bar // 2, top - bar // 2
 
     def double_click_title(self, window):
         """Double-clicks a window's title bar, which restores or maximises it in most window managers."""
         left, top, width, _ = self.origin(window)
-        self.xdotool("mousemove", left + width // 2, top - self._title_height(window) // 2,
+        self.xdotool("mousemove", left + width // 2, top - self.frame(window)[2] // 2,
                   "click", "--repeat", 2, "--delay", 60, 1)
 
     def lose(self):

@@ -1,5 +1,8 @@
 """A short tour under other window managers than that of the other tests."""
 
+import shutil
+import unittest
+
 import controls
 from desktop import wait_until
 from harness import Case, Screen
@@ -18,12 +21,11 @@ class Tour(Case):
         screen = self.levelled(desktop=desktop)
 
         def stands_full():
-            left, top, width, height = desktop.origin(screen.window)
-            return (left, width, top + height) == (0, desktop.width, desktop.height)
+            return desktop.is_filled_by(screen.window)
 
         wait_until(stands_full, "the editor to fill the desktop")
         desktop.double_click_title(screen.window)  # it has no other size to restore
-        wait_until(lambda: desktop.origin(screen.window)[2] == desktop.width, "the full width")
+        wait_until(stands_full, "the editor to fill the desktop still")
         desktop.xdotool("windowminimize", screen.window)
         wait_until(lambda: self.is_minimised(screen), "the editor to be minimised")
         desktop.xdotool("windowactivate", screen.window)
@@ -61,3 +63,7 @@ class Tour(Case):
 
     def test_mutter(self):
         self.tour("mutter", "--x11", "--sm-disable")
+
+    @unittest.skipUnless(shutil.which("metacity"), "its packages are too many to install for this")
+    def test_metacity(self):
+        self.tour("metacity", "--sm-disable", "--no-composite")

@@ -78,7 +78,7 @@ void frmMain::LoadDetailsIntoGrid() {
   }
 }
 
-// Clearing the box doesn't restore the screen; only a restart shows the free layout (contract).
+// Unchecking `Check1` doesn't restore the free layout view; only a restart does (contract).
 void frmMain::Check1_Click() {
   if (LoadGuard == kTrue) return;
   if (Check1.Value() == 1) {

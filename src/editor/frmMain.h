@@ -31,8 +31,8 @@ class frmMain : public KeyEditor {
   void ClearTheForm();
 
   // A level's layout file: load, save, reset (frmMain_layout.cpp)
-  /// Fills keys and key table from the level's layout file. The first fault in the file ends the
-  /// reading silently. Without a file nothing changes.
+  /// Fills keys and key table from the layout file of level `strScr`. Stops silently at the first
+  /// fault in the file; raises a failure to open it. Without a file nothing changes.
   void LoadButtons(std::int16_t strScr);
   void SaveButtons();
   void cmdSave_Click() override;

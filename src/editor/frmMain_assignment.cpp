@@ -26,8 +26,8 @@ void frmMain::MyButton1_OLEDragDrop(std::int16_t Index, forms::DataObject& Data)
   PlaceItem(Index);
 }
 
-// The two strings of `mdMain` are never emptied: closing the sheet without adding places the last
-// added product again (contract).
+// `strAddedDesc` and `strAddedId` are never emptied: closing `frmAddPlu` without adding a product
+// places the product added last on this key (contract).
 void frmMain::MyButton1_DblClick(std::int16_t Index) {
   CurrentKey = Index;
   forms::DefaultInstance<frmAddPlu>::get()->ShowModal();

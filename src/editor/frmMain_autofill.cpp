@@ -9,7 +9,8 @@ namespace statements = layoutdata::statements;
 using mdOpenDatabase::StoreConnection;
 using mdOpenDatabase::StoreRecordset;
 
-// Only the width stays as designed. The stock descriptions replace these captions at once.
+// The keys' width isn't changed. The indexes set as captions show only until the caller loads the
+// stock descriptions.
 void frmMain::ArrangeButtons() {
   keygeometry::Arrange(keygeometry::ReadSettings(), MyButton1.count(),
                        [this](std::int16_t i, const keygeometry::KeyPosition& position) {

@@ -3,7 +3,8 @@
 #include "keyeditor/KeyEditor.h"
 #include "shared/KeyDesign.h"
 
-/// The table of `frmMain`: what the screen stores for itself and its controls, in twips.
+/// The design table of `frmMain`: the initial properties of the form and its controls. Lengths are
+/// in twips.
 namespace frmMain_design {
 
 inline constexpr std::int16_t kKeys = 63;
@@ -14,8 +15,8 @@ inline constexpr std::u16string_view kAutofillTip =
     u"Fills the buttons from the database with Item 1 starting at the bottom left and Item 9 at "
     u"the top left. Item 10 will start at the bottom again.";
 
-/// The design grid, row by row from the top left. Keys 49 and 56 are 15 twips lower than the
-/// others.
+/// The free layout: keys row by row from the top left. Keys 49 and 56 are 15 twips shorter than
+/// the others.
 constexpr MyCommandButton::ButtonDesign key(std::int16_t index) {
   const bool low = index == 49 || index == 56;
   return keydesign::key(index,
@@ -104,7 +105,7 @@ inline constexpr auto kCmdUpdate =
 
 inline constexpr auto kCheck1 =
     tickBox("Check1", u"Autofill the blocks", {.left = 9945, .top = 360, .tabIndex = 78});
-// Shows the tool tip of the other box.
+// Has the tool tip of `Check1`, although that describes the other box; `tickBox` sets it for both.
 inline constexpr auto kChkBarcode = tickBox("chkBarcode", u"Ignore items with barcodes",
                                             {.left = 9945, .top = 7470, .tabIndex = 85});
 

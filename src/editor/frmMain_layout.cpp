@@ -16,7 +16,7 @@ namespace settings = layoutdata::settings;
 void frmMain::LoadButtons(std::int16_t strScr) {
   const std::u16string path = layoutdata::levelFile(levelled::kRead, strScr);
   if (!FileSystem->FileExists(path)) return;
-  layoutdata::LayoutReader file(path);  // a failure here is not trapped
+  layoutdata::LayoutReader file(path);  // outside of the try block: a failure to open is reported
   try {
     for (std::int16_t key = 0; key < MyButton1.count(); ++key) {
       const layoutdata::KeyLine line = file.next();
@@ -42,8 +42,8 @@ void frmMain::cmdSave_Click() {
   SaveButtons();
 }
 
-// Unchanged, on purpose: the ids in the key table, the text colours, the level's name, the current
-// key and copy mode (contract).
+// Doesn't reset the ids in the key table, the font colours, the level's name, the current key or
+// copy mode (contract).
 void frmMain::cmdResetAll_Click() {
   const std::u16string answer =
       runtime::toText(process::MsgBox(u"This will reset all the buttons. Are you sure?",

@@ -28,7 +28,7 @@ void frmMain::cbLevel_Click() {
       std::u16string(settings::kScreen) + cbLevel.Text(), settings::kScreenDefault));
 }
 
-// The number isn't used: the box's text decides (contract).
+// `LevelNo` isn't used: the text of `cbLevel` decides (contract).
 void frmMain::Changelevel(std::int16_t) {
   ClearTheForm();
   const auto level =

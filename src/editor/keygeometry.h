@@ -5,8 +5,8 @@
 
 #include "platform/runtime/Integer16.h"
 
-/// The arrangement of the keys in the autofill view: from the bottom left, up the first column,
-/// then on from the bottom of the next one. All lengths are twips within the key block.
+/// The arrangement of the keys in the autofill view: upwards from the bottom left, column by
+/// column. All lengths are in twips, relative to the key block.
 namespace keygeometry {
 
 struct Settings {
@@ -18,9 +18,9 @@ struct Settings {
   runtime::Integer16 ButtonWidth;   ///< column pitch without the gap; a key's width stays as it is
 };
 
-/// Reads the six settings in their order, each with its default where it is absent. Raises
-/// TypeMismatch for a text that is no number (the empty text too) and Overflow for a number beyond
-/// the setting's range.
+/// Reads the six settings in the order of the struct. An absent one has its default. Raises
+/// TypeMismatch for a value that is no number (or empty), Overflow for a number beyond the range of
+/// its member.
 Settings ReadSettings();
 
 /// Position and height of a key.
@@ -30,9 +30,9 @@ struct KeyPosition {
   std::int16_t Height = 0;
 };
 
-/// Computes the positions of `keys` keys in index order and passes each to `apply` at once. Raises
-/// Overflow at the step at which a 16-bit value overflows; the earlier keys have their positions by
-/// then.
+/// Computes the positions of the keys 0 to `keyCount` - 1 in this order and passes each to `apply`
+/// before it computes the next. Raises Overflow when a 16-bit value overflows; positions already
+/// passed stay applied.
 void Arrange(const Settings& settings, std::int16_t keys,
              const std::function<void(std::int16_t key, const KeyPosition& position)>& apply);
 

@@ -51,7 +51,7 @@ void KeyEditor::LoadGrid() {
 void KeyEditor::LoadKey(std::int16_t key, const layoutdata::KeyLine& line) {
   MyButton1(key).caption(line.Caption());
   MyButton1(key).backcolor(line.BackColour());
-  MyButton1(key).font(line.FontColour());  // contract
+  MyButton1(key).font(line.FontColour());  // the colour field sets the typeface: contract
 }
 
 void KeyEditor::WriteLayoutFile(std::u16string_view path) {
@@ -89,8 +89,8 @@ void KeyEditor::MyButton1_Click(std::int16_t Index) {
   SetFontButtonColour(CopyFontColour, Index);
 }
 
-// A file restores only a key's back colour. The colours of its focus and pointer states follow when
-// focus and pointer first reach the key (contract).
+// A layout file sets only a key's back colour. Its focus and hover colours are copied from that
+// when the key first gets the focus or the pointer (contract).
 void KeyEditor::MyButton1_GotFocus(std::int16_t Index) {
   MyButton1(Index).backcolorfocus(MyButton1(Index).backcolor());
 }

@@ -16,7 +16,7 @@
 #include "platform/forms/TextBox.h"
 #include "platform/runtime/AutoObject.h"
 
-/// What an editor stores for the controls that both editors have.
+/// The design values of one editor for the controls that both editors have.
 struct KeyEditorDesign {
   forms::FormDesign form;
   forms::Design Picture1;
@@ -48,9 +48,9 @@ class KeyEditor : public forms::Form {
 
   /// Fills column 0 of the key table with the keys' indexes.
   void LoadGrid();
-  /// Applies a line's caption, back colour and face name to a key, in this order; what came before
-  /// a fault stays applied. Field 4 is written from the font colour and read as a face name: font
-  /// colours don't come back from a file.
+  /// Applies a line's caption, back colour and typeface to a key, in this order. Fields applied
+  /// before a fault stay applied. Field 4 is written as the font colour but read as the typeface
+  /// name, so a file never restores font colours (contract).
   void LoadKey(std::int16_t key, const layoutdata::KeyLine& line);
   /// Writes all keys, empty ones too, to the layout file at `path`. Opening the file discards its
   /// old content. Raises what `layoutdata::LayoutWriter` raises.
@@ -77,7 +77,8 @@ class KeyEditor : public forms::Form {
   /// Sets the back colour of key `i` in all its states from decimal text; an empty text changes
   /// nothing.
   void SetButtonColour(const std::u16string& strColour, std::int16_t i);
-  /// Sets the text colour of key `i` in all its states, likewise.
+  /// Sets the text colour of key `i` in all its states from decimal text; an empty text changes
+  /// nothing.
   void SetFontButtonColour(const std::u16string& strColour, std::int16_t i);
 
   forms::PictureBox Picture1;
@@ -94,12 +95,12 @@ class KeyEditor : public forms::Form {
   MyCommandButton::MyButton cmdClose;
   MSComDlg::CommonDialog CommonDialog1;
 
-  std::int16_t CurrentKey = 0;     ///< index of the key last picked
+  std::int16_t CurrentKey = 0;     ///< index of the key last clicked, on which the commands act
   std::int16_t CopyMode = kFalse;  ///< `kTrue` while copy mode is on
   /// Colours kept by copy mode as decimal text, empty while it is off.
   std::u16string CopyBackColour;
   std::u16string CopyFontColour;
-  std::u16string strItemDesc;  ///< description of the item being placed
-  std::int16_t intItemId = 0;  ///< product id of the item being placed
+  std::u16string strItemDesc;  ///< description of the product being assigned
+  std::int16_t intItemId = 0;  ///< id of the product being assigned
   runtime::AutoObject<Scripting::FileSystemObject> FileSystem;
 };

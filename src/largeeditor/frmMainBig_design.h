@@ -3,14 +3,15 @@
 #include "keyeditor/KeyEditor.h"
 #include "shared/KeyDesign.h"
 
-/// The table of `frmMainBig`: what the screen stores for itself and its controls, in twips.
+/// The design table of `frmMainBig`: the initial properties of the form and its controls. Lengths
+/// are in twips.
 namespace frmMainBig_design {
 
 inline constexpr std::int16_t kKeys = 108;
 inline constexpr int kColumns = 12;
 inline constexpr forms::Colour kTransparent = 15790320;
 
-/// The tab order leaves the keys after key 62, runs through the six command buttons and comes back.
+/// In the tab order the six command buttons (68 to 73) stand between keys 62 and 63.
 constexpr int keyTabIndex(std::int16_t index) {
   return index <= 62 ? 5 + index : 11 + index;
 }

@@ -12,7 +12,7 @@ namespace layoutdata {
 struct KeyRecord {
   std::int16_t KeyIndex = 0;
   std::u16string ProductId;  ///< decimal product id as the key table holds it, empty on a free key
-  std::u16string Caption;    ///< as it stands on the key; a comma in it is not escaped
+  std::u16string Caption;    ///< as shown on the key; a comma in it is not escaped
   std::int32_t BackColour = 0;  ///< 0x00BBGGRR, or a system colour with the top bit set
   std::int32_t FontColour = 0;  ///< likewise
 };
@@ -20,9 +20,9 @@ struct KeyRecord {
 /// The record as a line, without its line end.
 std::u16string toLine(const KeyRecord& record);
 
-/// A line of a layout file as the readers take it apart: cut at every comma, each field asked for
-/// when its turn comes, since a fault in one field must not keep an earlier one from being applied.
-/// Field 0, the key index, is never read: a line's place in the file decides its key.
+/// A line of a layout file, split at every comma. Each field is parsed only when it is requested,
+/// so that a fault in one field doesn't keep earlier fields from being applied. Field 0, the key
+/// index, is never read: the line's position in the file decides its key.
 class KeyLine {
  public:
   /// An empty line has no field at all.
@@ -33,8 +33,7 @@ class KeyLine {
   std::u16string_view Caption() const { return field(2); }
   /// Raises TypeMismatch when the field is no number, Overflow when it is beyond 32 bits.
   std::int32_t BackColour() const;
-  /// The text of the field that is written from the font colour; the readers take it for a face
-  /// name.
+  /// Field 4: written as the font colour, applied by the editors as a typeface name (contract).
   std::u16string_view FontColour() const { return field(4); }
 
  private:

@@ -11,9 +11,9 @@
 /// order, every line ended by CR LF, with no header and no comments.
 namespace layoutdata {
 
-/// The names of the layout files below the program folder. Reader, writer and reset each have a
-/// literal of their own; they differ in letter case alone and reach one file. A file that doesn't
-/// exist yet gets the writer's form.
+/// The names of the layout files below the program folder. Loading, saving and reset each have
+/// their own literal. The literals differ only in letter case and name the same file; a new file
+/// is created with the spelling used for saving.
 namespace levelled {
 /// Each followed by the level in decimal and ".txt": see `levelFile`.
 inline constexpr std::u16string_view kRead = u"\\Posdata\\fastmovers";
@@ -29,8 +29,8 @@ inline constexpr std::u16string_view kWrite = u"\\Posdata\\FastMovers.txt";
 /// The path of a level's file, by one of the literals of `levelled`.
 std::u16string levelFile(std::u16string_view literal, std::int16_t level);
 
-/// Reads a layout file key by key. What the keys take from a line is the editor's business, and so
-/// is a fault.
+/// Reads a layout file line by line. The editor decides which fields it applies to a key and how
+/// it handles a fault.
 class LayoutReader {
  public:
   /// Raises what `files::InputFile` raises.
@@ -44,17 +44,18 @@ class LayoutReader {
   files::InputFile file_;
 };
 
-/// Writes a layout file key by key. The old content goes when the file is opened, and each line
-/// reaches the system as it is written: a failure leaves the lines before it.
+/// Writes a layout file line by line. Opening the file discards its old content. Lines are not
+/// buffered: after a failure the file has the lines written before it.
 class LayoutWriter {
  public:
   /// Raises what `files::OutputFile` raises.
   explicit LayoutWriter(std::u16string_view path) : file_(path) {}
 
-  /// Nothing is checked or escaped: a caption with a comma makes a line that the reader takes
-  /// otherwise. Raises DiskFull and DeviceIoError.
+  /// Nothing is checked or escaped: a comma in a caption shifts the fields when the line is read
+  /// back (contract). Raises DiskFull and DeviceIoError.
   void write(const KeyRecord& record) { file_.print(toLine(record)); }
-  /// Raises DeviceIoError or DiskFull where the system kept a failure back until now.
+  /// Raises DeviceIoError or DiskFull, also for an earlier write whose failure the system reports
+  /// only now.
   void close() { file_.close(); }
 
  private:

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
-/// Every setting of the program, each told once. Defaults live at the point of the read and are
-/// never written back; nothing is cached.
+/// Every setting of the program, each defined once. A default is used only for the read: it is
+/// never written back. No value is cached.
 namespace layoutdata::settings {
 
 /// The touch screen's layout settings.
@@ -14,7 +14,7 @@ inline constexpr std::u16string_view kSettings = u"SETTINGS";
 /// Exactly "0": the free layout view. Any other text: the autofill view.
 inline constexpr std::u16string_view kAutofill = u"AUTOFILL";
 inline constexpr std::u16string_view kAutofillDefault = u"0";
-/// Corner of the key block where item 1 stands; written for other programs, never read here.
+/// Corner of the key block at which item 1 is placed. Written for other programs, never read here.
 inline constexpr std::u16string_view kItemOne = u"ItemOne";
 inline constexpr std::u16string_view kItemOneBottomLeft = u"BL";
 inline constexpr std::u16string_view kItemOneTopLeft = u"TL";
@@ -56,7 +56,7 @@ inline constexpr StoreEntry kStoreName{u"tavenor", u"comms", u"storename"};
 /// Whether the item list leaves out items with barcodes.
 inline constexpr StoreEntry kHideBarcode{u"TAVENOR", u"KEYSTRAND", u"HIDE_BARCODE"};
 inline constexpr std::u16string_view kHideBarcodeDefault = u"0";
-/// Orders to the communications program.
+/// Commands to the communications program.
 inline constexpr StoreEntry kUpdate{u"TAVENOR", u"COMMS", u"UPDATE"};
 inline constexpr std::u16string_view kUpdateProgramData = u"PROGRAMDATA";
 inline constexpr StoreEntry kFormToOpen{u"TAVENOR", u"COMMS", u"FORMTOOPEN"};

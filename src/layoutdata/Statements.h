@@ -3,11 +3,11 @@
 #include <array>
 #include <string_view>
 
-/// Every statement that the program puts to the store database, as it stands. Text that is joined
-/// in is never escaped: an apostrophe in a department's name makes the statement invalid.
+/// Every statement that the program runs on the store database, verbatim. Inserted text is never
+/// escaped: an apostrophe in a department's name makes the statement invalid (contract).
 namespace layoutdata::statements {
 
-/// Name of the store database; two procedures spell it in the second way.
+/// Name of the store database. The two `LoadList` procedures use the mixed-case spelling.
 inline constexpr std::u16string_view kMaster = u"MASTER";
 inline constexpr std::u16string_view kMasterMixedCase = u"Master";
 /// The password of every store database.
@@ -27,7 +27,8 @@ inline constexpr std::array<Level, 3> kLevels{{{u"1", u"Where id >=1 and id <=63
 inline constexpr std::u16string_view kDepartments =
     u"select id, description from tblDepartment order by description";
 
-/// Items with barcode: all, or those of a department between head and tail.
+/// Items and their barcodes: all items, or those of the department whose name stands between head
+/// and tail.
 inline constexpr std::u16string_view kItems =
     u"SELECT ID,DESCRIPTION,barcode from qrySalesitems where description <> \"\" order by "
     u"description";
@@ -40,7 +41,7 @@ inline constexpr std::u16string_view kItemsOfDepartmentTail =
 inline constexpr std::u16string_view kItemsLarge =
     u"SELECT ID,DESCRIPTION from qrySalesitems where description <> \"\" order by description";
 
-/// Free slots, lowest id first.
+/// Free stock rows, lowest id first.
 inline constexpr std::u16string_view kFreeSlots =
     u"select id, description, price, deptid from tblStock where Description is null order by ID";
 /// Flags of one product; followed by its id in decimal.

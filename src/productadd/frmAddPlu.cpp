@@ -35,7 +35,7 @@ constexpr std::array<std::u16string_view, kLastRow> kCaptions{
 constexpr int kAlignment = 6;     // left, centred vertically
 constexpr int kLabelWidth = 200;  // pixels of 15 twips
 constexpr int kMaxLength = 50;
-constexpr std::size_t kDepartmentGap = 1000;  // pushes the id out of sight; nobody reads it back
+constexpr std::size_t kDepartmentGap = 1000;  // pushes the id out of sight; no code reads the id
 
 constexpr std::u16string_view kNoFreeRow =
     u"There are no records where the data can be saved. In the POS, you will need to open the "
@@ -75,7 +75,7 @@ void frmAddPlu::SetupAddGrid() {
   Grid1.Column(kLabels).Width(kLabelWidth);
   Grid1.Column(kValues).Kind(FlexCell::CellType::ComboBox);
   Grid1.Column(kValues).MaxLength(kMaxLength);
-  // The department's cell alone keeps the kind of its column.
+  // Only the department's cell keeps the kind of its column.
   Grid1.Cell(kName, kValues).Kind(FlexCell::CellType::Text);
   Grid1.Cell(kPrice, kValues).Kind(FlexCell::CellType::Text);
   for (int row = kFirstFlag; row <= kLastRow; ++row)
@@ -105,13 +105,14 @@ void frmAddPlu::LoadCombo() {
   mdOpenDatabase::CloseDatabase();
 }
 
-// A click on a label moves to its value; one in the department row makes the same call again.
+// A click on a label activates the value beside it. In the department row the same call is made
+// again, without effect.
 void frmAddPlu::Grid1_Click() {
   if (Grid1.ActiveCell().Col == kLabels) Grid1.Cell(Grid1.ActiveCell().Row, kValues).SetFocus();
   if (Grid1.ActiveCell().Row == kDepartment) Grid1.Cell(Grid1.ActiveCell().Row, kValues).SetFocus();
 }
 
-// The department is looked up by its name, though the picked item carries its id.
+// The department is looked up by name, although the selected item contains its id (contract).
 void frmAddPlu::Grid1_ComboClick(std::int16_t) {
   const std::u16string department = runtime::trim(Grid1.Cell(kDepartment, kValues).Text());
   if (department.empty()) return;
@@ -160,7 +161,8 @@ void frmAddPlu::AddProduct() {
   StoreRecordset.setNew();
   OpenStatement(std::u16string(statements::kFlags).append(runtime::toText(id)));
 
-  // The sheet is read only now, with the second recordset open.
+  // The flags are read from the grid after the second recordset has been opened, not before: the
+  // order of the steps decides what remains after a failure.
   std::array<std::int16_t, kLastRow - kFirstFlag + 1> flags{};
   for (int row = kFirstFlag; row <= kLastRow; ++row)
     flags[row - kFirstFlag] =

@@ -8,8 +8,8 @@
 #include "platform/forms/MyCommandButton.h"
 #include "platform/forms/PictureBox.h"
 
-/// The screen on which a new product is typed: a sheet of eight labelled rows, one value each. It
-/// tells its opener what was added through `mdMain::strAddedDesc` and `strAddedId`.
+/// The form in which the user enters a new product: a grid of eight labelled rows with one value
+/// each. It passes the added product to the editor in `mdMain::strAddedDesc` and `strAddedId`.
 class frmAddPlu : public forms::Form {
  public:
   frmAddPlu();
@@ -24,9 +24,9 @@ class frmAddPlu : public forms::Form {
   void Grid1_ComboClick(std::int16_t Index);
   void cmdSave_Click();
   void cmdClose_Click();
-  /// Fills the free stock row with the lowest id, then the flags of its product row: two updates
-  /// that stand independently, the first final before the second begins. Without a free row it says
-  /// so and writes nothing.
+  /// Fills the free stock row with the lowest id, then the flags of its product row, in two
+  /// independent updates: a failure of the second doesn't undo the first. Without a free row it
+  /// shows a message and writes nothing.
   void AddProduct();
 
   forms::PictureBox Picture1;

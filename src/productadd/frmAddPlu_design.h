@@ -4,7 +4,8 @@
 #include "platform/forms/GridDesign.h"
 #include "shared/KeyDesign.h"
 
-/// The table of `frmAddPlu`: what the screen stores for itself and its controls, in twips.
+/// The design table of `frmAddPlu`: the initial properties of the form and its controls. Lengths
+/// are in twips, those inside the grid in pixels.
 namespace frmAddPlu_design {
 
 inline constexpr forms::Colour kTransparent = 15790320;

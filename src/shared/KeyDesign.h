@@ -5,16 +5,16 @@
 
 #include "platform/forms/MyCommandButton.h"
 
-/// The stored values that the keys and command buttons of all screens have in common. Lengths are
-/// in twips; extents, kept as stored, in hundredths of a millimetre.
+/// The design values that keys and command buttons of all screens share. Lengths are in twips,
+/// extents in hundredths of a millimetre.
 namespace keydesign {
 
-/// Key 0 of either editor stores a transparent colour of its own.
+/// The transparent colour of key 0, which differs from that of the other keys in both editors.
 inline constexpr forms::Colour kFirstKeyTransparent = 14215660;
-/// Key 3 of either editor stores no focus setting and so has the control's default, no focus mark.
+/// The one key without a focus mark, in both editors.
 inline constexpr std::int16_t kKeyWithoutFocusMark = 3;
 
-/// Where a control stands, and its turn in the tab order.
+/// Bounds, tab index and visibility of a control.
 struct Placement {
   int left = 0;
   int top = 0;
@@ -27,7 +27,7 @@ struct Extent {
   int x, y;
 };
 
-/// A control at its position, in the colours of a control that stores none.
+/// A control with default colours.
 constexpr forms::Design control(const char* name, std::u16string_view caption,
                                 const Placement& at) {
   return {.name = name,

@@ -7,9 +7,8 @@
 #include "platform/adodb/Recordset.h"
 #include "platform/runtime/AutoObject.h"
 
-/// The store context, the one database connection and the one recordset of the program. A database
-/// session is short: open, one statement or two, close; nothing holds the file between user
-/// actions.
+/// The store's name and folder, and the program's only connection and recordset. A database session
+/// is short: open, one or two statements, close. The file isn't kept open between user actions.
 namespace mdOpenDatabase {
 
 /// Name of this store: a folder below the stores folder.
@@ -31,11 +30,12 @@ inline constexpr int kKeyset = 1;
 inline constexpr int kPessimistic = 2;
 inline constexpr int kUnspecified = -1;
 
-/// Opens `StoreConnection` on the named database of this store; one that is open is closed and
-/// replaced. Raises the provider's error when the file can't be opened.
+/// Opens `StoreConnection` on the database `name` of this store, after closing it if it is open.
+/// Raises the provider's error when the file can't be opened.
 void OpenDatabase(std::u16string_view name);
 
-/// Closes the connection and sets it to absent; one that isn't open is left as it is.
+/// Closes the connection and sets it to absent. Does nothing if it isn't open, except that this
+/// query creates an absent connection object.
 void CloseDatabase();
 
 }  // namespace mdOpenDatabase

@@ -19,7 +19,7 @@ bool WriteINI(std::u16string_view file, std::u16string_view section, std::u16str
     return profile::WritePrivateProfileStringA(
         runtime::toCodePage(section), runtime::toCodePage(key), runtime::toCodePage(value), file);
   } catch (const std::exception&) {
-    return false;  // a failing statement is skipped
+    return false;  // this procedure reports no errors
   }
 }
 
@@ -30,7 +30,7 @@ std::u16string ReadINI(std::u16string_view file, std::u16string_view section,
         profile::GetPrivateProfileStringA(runtime::toCodePage(section), runtime::toCodePage(key),
                                           runtime::toCodePage(defaultValue), kBufferSize, file));
   } catch (const std::exception&) {
-    return {};  // a failing statement is skipped: nothing was copied, not even the default
+    return {};  // an error yields the empty text, not the default
   }
 }
 

@@ -33,11 +33,12 @@ class Connection {
             std::u16string_view password, int options);
   /// kStateOpen while open, else kStateClosed.
   int State() const;
-  /// The location of the records of recordsets that are opened from now on.
+  /// Sets the cursor location for recordsets opened from now on; raises `wrongArgument` for an
+  /// unknown one. It is only stored: rows are always held on the client.
   void CursorLocation(int location);
   int CursorLocation() const { return cursorLocation_; }
-  /// Closes the file, and with it the recordsets that were opened on it. Raises `objectClosed` when
-  /// it isn't open.
+  /// Closes the connection and all recordsets opened on it. Raises `objectClosed` when it isn't
+  /// open.
   void Close();
 
  private:

@@ -6,8 +6,8 @@
 namespace ADODB {
 
 /// A parsed connection string: `name=value` pairs between semicolons, names in any case, blanks
-/// around names and values ignored; a value in quotes may contain semicolons. Of two pairs of one
-/// name the later one counts.
+/// around names and values ignored; a value in quotes may contain semicolons. The last of several
+/// pairs with the same name is used.
 struct ConnectionString {
   std::u16string provider;
   std::u16string dataSource;

@@ -4,8 +4,8 @@
 
 namespace ADODB::error {
 
-/// The errors of the session objects, each with number and text, to be thrown. Errors for requests
-/// that the engine refuses come from `jet/format/EngineError.h` and
+/// Each function returns one error of the session objects, to be thrown by the caller. Errors for
+/// requests that the engine refuses come from `jet/format/EngineError.h` and
 /// `jetsql/syntax/StatementError.h`.
 runtime::RunTimeError noCurrentRecord();
 runtime::RunTimeError noSuchItem();

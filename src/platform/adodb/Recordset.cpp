@@ -45,8 +45,8 @@ struct Recordset::Rows {
   std::vector<std::pair<std::u16string, int>> lookedUp;  ///< columns by names that were asked for
 };
 
-/// The same few names are asked for in each row, so a comparison by the rules of names is made once
-/// for each spelling.
+/// Callers request the same few names in each row, so the costly name comparison runs only once for
+/// each spelling.
 int Recordset::Rows::columnNamed(std::u16string_view name) {
   for (const auto& [spelling, column] : lookedUp) {
     if (spelling == name) return column;

@@ -11,7 +11,7 @@ namespace ADODB {
 
 class Recordset;
 
-/// One column of the current row, by name.
+/// One column of the current row.
 class Field {
  public:
   /// The column's value in the current row; null for a null. Raises `noCurrentRecord`.

@@ -43,7 +43,8 @@ FilePurpose purposeOf(Access access) {
 constexpr mode_t kAllMayReadAndWrite = 0666;  // the user's umask removes bits from it
 constexpr mode_t kAnybodyMayWrite = 0222;
 
-/// The administrator may open any file for writing; a read-only file is refused all the same.
+/// True for a file without write permission for anyone. The superuser could open it all the same,
+/// so `open` alone doesn't refuse it.
 bool isMarkedReadOnly(const std::filesystem::path& path) {
   struct stat status {};
   return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
@@ -67,8 +68,8 @@ ssize_t writeWithinLimit(int descriptor, std::span<const std::uint8_t> bytes, of
   return count;
 }
 
-/// The byte that is locked: far beyond the end of any file of ours (2 GiB), so that every program
-/// can use the file's own bytes, even where a file server enforces locks.
+/// Offset of the locked byte: far beyond the end of the largest store (2 GiB), so that the lock
+/// never covers content, even on a file server with mandatory locks.
 constexpr off_t kLockByte = off_t{1} << 40;
 
 struct flock rangeOf(short lockType, off_t begin, off_t length) {
@@ -185,8 +186,7 @@ void ByteFile::lock(short type, std::chrono::milliseconds wait) {
   }
 }
 
-/// True when another opening holds an exclusive lock on some of the file's own bytes. This only
-/// tests whether they could be locked.
+/// True when another program holds an exclusive lock on part of the content. Takes no lock itself.
 bool ByteFile::areBytesHeld() const {
   struct flock range = rangeOf(F_RDLCK, 0, std::max(static_cast<off_t>(size()), off_t{1}));
   while (::fcntl(descriptor_, F_OFD_GETLK, &range) != 0)

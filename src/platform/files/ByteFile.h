@@ -10,18 +10,17 @@
 
 namespace files {
 
-/// A file with access to bytes at any offset, and with a shared or exclusive advisory lock among
-/// the openings of this class. The lock is on one byte far beyond the file's end, so its own bytes
-/// stay free to all programs. It belongs to this opening of the file (a Linux open-file-description
-/// lock): two openings exclude each other inside one process as well, and a file server passes it
-/// on to other hosts.
+/// A file with random access and an advisory lock, shared or exclusive, that all objects of this
+/// class respect. The lock covers one byte far beyond the file's end, so that other programs can
+/// still lock and use the content. It is a Linux open-file-description lock: two objects exclude
+/// each other inside one process too, and a file server passes the lock on to other hosts.
 class ByteFile {
  public:
   enum class Access {
     ReadOnly,
     ReadWrite,
     Create,  ///< read and write; the file is created, or emptied where it exists
-    Output,  ///< the same, but write only
+    Output,  ///< write only; the file is created, or emptied where it exists
     New,     ///< write only; the file is created and must not exist yet
   };
 
@@ -34,7 +33,7 @@ class ByteFile {
   ByteFile& operator=(const ByteFile&) = delete;
 
   const std::filesystem::path& path() const { return path_; }
-  /// The system's descriptor of the open file.
+  /// The file descriptor.
   int descriptor() const { return descriptor_; }
 
   /// Bytes in the file now. Raises DeviceIoError.
@@ -52,19 +51,20 @@ class ByteFile {
   void close();
   /// True when the path no longer names this file: it was deleted, or another was renamed over it.
   bool isReplaced() const;
-  /// Returns when all that was written has reached the disk. Raises DeviceIoError or DiskFull.
+  /// Flushes written data to the disk and waits for it. Raises DeviceIoError or DiskFull.
   void sync();
 
   /// The default time to wait for a lock.
   static constexpr std::chrono::milliseconds kLockWait{5000};
 
-  /// Takes the shared lock, or turns this opening's exclusive lock into it. Where another opening
-  /// holds the exclusive lock, or another program has locked some of the file's own bytes
-  /// exclusively, it waits up to `wait`, then raises a FileError, Held; this opening then has the
-  /// lock that it had before.
+  /// Takes the shared lock, or downgrades this object's exclusive lock to it. While another object
+  /// holds the exclusive lock, or another program holds an exclusive lock on part of the content,
+  /// waits up to `wait`, then raises FileError (Held). After a failure this object keeps the lock
+  /// that it had.
   void lockShared(std::chrono::milliseconds wait = kLockWait);
-  /// Takes the exclusive lock, with the same rules. Needs ReadWrite access. While it waits this
-  /// opening keeps its shared lock: to let another updater through, release that one first.
+  /// Takes the exclusive lock, with the same rules. Needs ReadWrite access. A shared lock is kept
+  /// during the wait, so two objects that both hold one and want the exclusive lock block each
+  /// other: release it first.
   void lockExclusive(std::chrono::milliseconds wait = kLockWait);
   /// Releases the lock; closing the file does so too.
   void unlock() noexcept;

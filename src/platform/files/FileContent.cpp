@@ -101,8 +101,9 @@ class TemporaryFile {
   bool moved_ = false;
 };
 
-/// Replaces the file by a new one. False, with nothing changed, where the new one couldn't have the
-/// old one's hard links, owner and permissions, or where the folder takes no new file.
+/// Replaces the file by a new one through a temporary file. Returns false and changes nothing when
+/// the old file has several hard links, when its owner or permissions can't be copied, or when the
+/// folder isn't writable.
 bool replaceByAnother(const fs::path& target, const struct stat* old, std::string_view bytes) {
   if (old != nullptr && old->st_nlink > 1) return false;
   removeLeftovers(target);
@@ -123,7 +124,8 @@ bool replaceByAnother(const fs::path& target, const struct stat* old, std::strin
 std::optional<std::string> readContent(const fs::path& path) {
   try {
     const ByteFile file(path, Access::ReadOnly);
-    if (file.size() > kContentLimit) raiseFileError(path, EINVAL, FilePurpose::Read);
+    if (file.size() > kContentLimit)
+      raiseFileError(path, EINVAL, FilePurpose::Read);  // PathFileAccess
     std::string bytes(file.size(), '\0');
     bytes.resize(file.readAt(0, {reinterpret_cast<std::uint8_t*>(bytes.data()), bytes.size()}));
     return bytes;

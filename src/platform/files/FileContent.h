@@ -9,18 +9,19 @@
 
 namespace files {
 
-/// Size in bytes of the largest file that is read.
+/// `readContent` refuses larger files; in bytes.
 inline constexpr std::size_t kContentLimit = 64U << 20U;
 
 /// All bytes of the file, nullopt where there is no such file or folder. Raises
 /// PermissionDenied, PathFileAccess (not a file, or above `kContentLimit`), DeviceIoError.
 std::optional<std::string> readContent(const std::filesystem::path& path);
 
-/// Makes `bytes` the content of the file, creating it where it is missing, and returns when they
-/// have reached the disk. The file never holds only a part of them: they go to a temporary file in
-/// the same folder, which then replaces the file and has its permissions. A link stays a link: its
-/// target is replaced. Only where the file can't be replaced are the bytes written in place. Raises
-/// PathNotFound, PathFileAccess (read-only file, not writable), DiskFull, DeviceIoError.
+/// Replaces the file's content by `bytes` and waits until they are on the disk; creates a missing
+/// file. The replacement is atomic: `bytes` go to a temporary file in the same folder, which gets
+/// the old file's owner and permissions and is renamed over it. The target of a symbolic link is
+/// replaced, not the link. A file that can't be replaced (several hard links, folder not writable)
+/// is overwritten in place, not atomically. Raises PathNotFound, PathFileAccess (read-only file,
+/// not writable), DiskFull, DeviceIoError.
 void replaceContent(const std::filesystem::path& path, std::string_view bytes);
 
 /// Replaces the file's bytes by the result of `change` on them; a missing file has none. When

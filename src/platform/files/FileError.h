@@ -18,8 +18,8 @@ enum class FileProblem {
   Other,
 };
 
-/// A file operation that failed: a run-time error with the platform's number and words, and the
-/// reason, for callers that report it in words of their own.
+/// A failed file operation: a run-time error with the platform's number and text, plus the reason
+/// for callers that report their own text.
 class FileError : public runtime::RunTimeError {
  public:
   FileError(runtime::ErrorNumber number, FileProblem problem, std::filesystem::path path,

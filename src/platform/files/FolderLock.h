@@ -5,16 +5,16 @@
 
 namespace files {
 
-/// Keeps other programs on this machine that take the same lock from changing files of the folder
-/// meanwhile. The lock is on the folder, since a lock on a file is lost when the file is replaced.
-/// It is advisory, and a file server does not pass it on to other hosts.
+/// An advisory lock on a folder, held while this object exists, for programs on one machine that
+/// replace files in it. It isn't on a file, since that lock would be lost when the file is
+/// replaced. A file server doesn't pass it on to other hosts.
 class FolderLock {
  public:
   /// The default time to wait for the lock.
   static constexpr std::chrono::milliseconds kWait{5000};
 
-  /// Waits for the lock up to `wait`, then raises a FileError, Held. A folder that is missing, or
-  /// that can't be locked, is not locked: the next operation on its files raises the reason.
+  /// Waits for the lock up to `wait`, then raises FileError (Held). Does nothing for a folder that
+  /// is missing or can't be locked: the next operation on its files reports why.
   explicit FolderLock(const std::filesystem::path& folder, std::chrono::milliseconds wait = kWait);
   ~FolderLock();
   FolderLock(const FolderLock&) = delete;

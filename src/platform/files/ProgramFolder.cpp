@@ -19,7 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 
 fs::path& programFile() {
-  static fs::path path = "/program";  // for tools, which never set it: their paths are complete
+  static fs::path path = "/program";  // default for tools, which pass absolute paths only
   return path;
 }
 
@@ -91,7 +91,8 @@ fs::path findEntry(const fs::path& folder, std::u16string_view name) {
   const std::u16string wanted = runtime::foldCase(name);
   std::string found;
   forEachName(folder.empty() ? "." : folder.c_str(), [&](std::string_view candidate) {
-    // A unit takes one to three bytes: the length excludes most names without decoding them.
+    // A UTF-16 unit takes one to three UTF-8 bytes: the length excludes most names without
+    // decoding.
     if (candidate.size() < wanted.size() || candidate.size() > 3 * wanted.size()) return;
     if (!found.empty() && found < candidate) return;
     if (runtime::foldCase(runtime::fromUtf8(candidate)) == wanted) found = candidate;
@@ -103,7 +104,7 @@ fs::path resolve(std::u16string_view path) {
   const std::u16string folder = programFolder();
   fs::path resolved;
   if (beginsWithFolder(path, folder)) {
-    // The host's own bytes, which need not be valid text.
+    // The path's original bytes, which need not be valid UTF-8.
     resolved = programFile().parent_path();
     path.remove_prefix(folder.size());
   } else if (path.starts_with(u'/')) {

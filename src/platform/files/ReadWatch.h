@@ -4,11 +4,11 @@
 
 namespace files {
 
-/// Sets the function that is called before each read at an offset of a file; empty (the default)
-/// for none. Reads are what a user waits for where the file is on a file server.
+/// Sets the function that is called before each `ByteFile::readAt`; empty (the default) for none.
+/// `forms` uses it to show the wait cursor: reads can be slow when the file is on a file server.
 void onRead(std::function<void()> call);
 
-/// Calls that function. For this library's files.
+/// Calls that function. For use inside this library only.
 void announceRead();
 
 }  // namespace files

@@ -20,7 +20,7 @@ namespace files {
 using runtime::ErrorNumber;
 using runtime::RunTimeError;
 
-/// The file's bytes in their order, read in blocks.
+/// Reads the file's bytes sequentially, in blocks.
 struct InputFile::Bytes {
   explicit Bytes(std::u16string_view path) : file(resolve(path), ByteFile::Access::ReadOnly) {}
 
@@ -32,7 +32,7 @@ struct InputFile::Bytes {
     return block.empty();
   }
 
-  /// The bytes that have been read from the file and not yet used.
+  /// The unread bytes of the current block.
   std::string_view rest() const {
     return {reinterpret_cast<const char*>(block.data()) + next, block.size() - next};
   }

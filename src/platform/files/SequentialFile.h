@@ -7,7 +7,7 @@
 
 namespace files {
 
-/// A text file opened for input, read line by line, in the machine's code page.
+/// A text file opened for input, read line by line and decoded from windows-1252.
 class InputFile {
  public:
   /// Longest line that is read, in characters.
@@ -29,8 +29,8 @@ class InputFile {
   std::unique_ptr<Bytes> bytes_;
 };
 
-/// A text file opened for output. Opening creates or empties it; each line goes to the system as
-/// it is written (contract).
+/// A text file opened for output. Opening creates or empties it; each line is written without
+/// buffering (contract).
 class OutputFile {
  public:
   /// Raises PathNotFound, PathFileAccess (not writable, not a file).
@@ -61,7 +61,7 @@ void kill(std::u16string_view path);
 
 namespace Scripting {
 
-/// The system's one query of the file system.
+/// The one file-system query that the screens make.
 class FileSystemObject {
  public:
   /// True for a file (not a folder) that exists at the path.

@@ -32,8 +32,8 @@ struct NoArguments {
 
 NoArguments noArguments;
 
-/// Where the toolkit can't start it writes a fatal message and aborts. Here it ends like any other
-/// failed start.
+/// A toolkit that can't start writes a fatal message and then aborts. This handler ends the process
+/// first, as for a missing display.
 void endOnFatalMessage(QtMsgType type, const QMessageLogContext&, const QString&) {
   if (type == QtFatalMsg) qt::endWithoutDisplay();
 }
@@ -43,8 +43,9 @@ void writeMessage(QtMsgType type, const QMessageLogContext& context, const QStri
   process::writeToStandardError(qFormatLogMessage(type, context, message).toStdString() + "\n");
 }
 
-/// When the display is lost the toolkit calls `exit` in the middle of the running code. The objects
-/// on the stack are then never destroyed, so the toolkit's own clean-up would find live windows.
+/// When the display connection is lost, the toolkit calls `exit` from inside a handler. Objects on
+/// the stack are not destroyed, and the toolkit's exit handlers would then find live windows and
+/// crash. This handler ends the process before them.
 void endWithLostDisplay() {
   if (QCoreApplication::instance() == nullptr) return;
   std::fflush(nullptr);
@@ -55,14 +56,14 @@ void endWithLostDisplay() {
 
 struct Application::Toolkit {
   Toolkit() : application(noArguments.count, noArguments.list) {
-    // The toolkit sets the user's locale, and numbers of stores and layouts have a point.
+    // The toolkit has set the user's locale; numbers in stores and layouts use a decimal point.
     std::setlocale(LC_NUMERIC, "C");
     auto* look = new qt::Look;
     look->setParent(&application);
     QApplication::setStyle(look);
     const Font usual;
     QApplication::setFont(qt::font(usual.face, usual.points, usual.weight));
-    // The toolkit lists families by general names even where no font is installed.
+    // Without any font the toolkit still lists generic families, so test for a glyph.
     if (!QFontMetrics(QApplication::font()).inFont(u'a'))
       process::writeToStandardError(
           "There is no font with which the program could show its texts.\n");

@@ -4,9 +4,9 @@
 
 namespace forms {
 
-/// The toolkit's application, created once, before any screen. Where there is no display to open,
-/// it writes so to standard error and ends the process with status 1 before it starts the toolkit.
-/// The toolkit gets no argument of the command line.
+/// The toolkit's application, created once, before any screen. When no display is available, the
+/// constructor reports that on standard error and ends the process with status 1. Command line
+/// arguments are not passed to the toolkit.
 class Application {
  public:
   Application();

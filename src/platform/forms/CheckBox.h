@@ -6,7 +6,7 @@
 
 namespace forms {
 
-/// A tick box with the values 0, 1 and 2 (greyed); another value raises InvalidPropertyValue.
+/// A check box with the values 0, 1 and 2 (greyed); any other value raises InvalidPropertyValue.
 class CheckBox : public Control {
  public:
   CheckBox(Container& container, const Design& design);

@@ -10,8 +10,8 @@ namespace qt {
 class Window;
 }
 
-/// Anything that can hold controls: a screen, a picture box, a frame. Its members serve the
-/// controls in it; code above this library doesn't know the types that they return.
+/// Anything that can hold controls: a screen, a picture box, a frame. Only controls call its
+/// members; other libraries can't use the types that these return.
 class Container {
  public:
   virtual ~Container() = default;

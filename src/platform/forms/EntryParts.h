@@ -15,8 +15,8 @@ struct TextPart {
   }
 };
 
-/// The positions of name and id in an entry of a list. Screen readers read a row by its name; an id
-/// that comes first is painted in a column of its own, so that the names begin at one position.
+/// The positions of name and id in a list entry. Screen readers announce a row by its name. An id
+/// that comes first is painted in a fixed-width column, so that the names are aligned.
 struct EntryParts {
   TextPart name{};
   TextPart id{.offset = std::u16string_view::npos};

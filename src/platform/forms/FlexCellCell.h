@@ -11,7 +11,7 @@ class SheetView;
 
 namespace FlexCell {
 
-/// One cell of a sheet, named by row and column.
+/// One cell of a grid, addressed by row and column.
 class Cell {
  public:
   Cell(forms::qt::SheetView& view, int row, int column) : view_(view), row_(row), column_(column) {}
@@ -19,8 +19,8 @@ class Cell {
   /// A check cell's text is "1" when it is checked; any other text shows as unchecked.
   std::u16string Text() const;
   void Text(std::u16string_view text);
-  /// Stored without effect: the code in use, 6, and the initial 0 both mean left, centred
-  /// vertically.
+  /// Stored without effect: cells are always left-aligned and vertically centred, which is what 6,
+  /// the only code that the screens set, and the initial 0 mean.
   void Alignment(int code);
   void Kind(CellType kind);
   /// Makes this the active cell.

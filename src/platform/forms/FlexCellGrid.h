@@ -16,14 +16,14 @@ struct ActiveCell {
   int Col = 0;
 };
 
-/// A sheet of cells that the user fills in. The first row and the first column are its fixed frame.
-/// One cell is active: typed text changes the cell's text at once, with each character. Rows,
-/// columns and cells outside the sheet raise SubscriptOutOfRange.
+/// A grid of cells that the user fills in. Its first row and first column are fixed headers. One
+/// cell is active; each typed character changes its text at once. Rows, columns and cells outside
+/// the grid raise SubscriptOutOfRange.
 class Grid : public forms::Control {
  public:
   Grid(forms::Container& container, const GridDesign& design);
 
-  /// The values that the screen stores, also those without effect.
+  /// The initial properties, including those without effect.
   const GridDesign& design() const { return design_; }
 
   FlexCell::Cell Cell(int row, int column);

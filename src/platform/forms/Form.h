@@ -43,8 +43,8 @@ class Form : public Container {
   bool loaded_ = false;
 };
 
-/// The one default instance of a screen: a use while it is absent creates it. A use after the
-/// instance was unloaded creates a new one.
+/// The default instance of a screen. `get` creates it at the first use, and creates a new one at
+/// the next use after it was unloaded or dropped.
 template <class Screen>
 class DefaultInstance {
  public:

@@ -10,7 +10,8 @@ namespace forms {
 enum class BorderStyle { None, FixedSingle, Sizable, FixedDialog };
 enum class StartPosition { PlatformDefault, CentreScreen };
 
-/// The stored values of a screen itself. Width and height are those of the client area.
+/// The initial properties of a form (without its controls). Width and height are those of the
+/// client area.
 struct FormDesign {
   const char* name = "";
   std::u16string_view caption{};

@@ -4,7 +4,7 @@
 
 namespace FlexCell {
 
-/// The screen's stored values of a sheet. Row heights and column widths are in pixels of 15 twips.
+/// The initial properties of a grid. Row heights and column widths are in pixels of 15 twips.
 struct GridDesign {
   forms::Design control{};
   int rows = 0;
@@ -17,7 +17,7 @@ struct GridDesign {
   forms::Colour borderColour = forms::kBlack;
   forms::Colour selectionBorderColour = forms::kBlack;
   forms::Colour gridColour = forms::kBlack;
-  // Stored without effect: the sheet is drawn in one way only.
+  // Without effect: the grid has only one appearance.
   bool boldFixedCell = true;
   int appearance = 1;        ///< 0: flat
   int fixedRowColStyle = 1;  ///< 0: flat

@@ -36,17 +36,17 @@ inline constexpr Colour kWindowText = -2147483640;        ///< 0x80000008
 inline constexpr Colour kButtonFace = -2147483633;        ///< 0x8000000F
 inline constexpr Colour kButtonText = -2147483630;        ///< 0x80000012
 
-/// A face and a size in points. A face that the machine lacks is replaced by Arial or a face with
-/// the same metrics.
+/// A typeface, its size in points and its weight (400: regular). A typeface that isn't installed is
+/// replaced by Arial or one with the same metrics.
 struct Font {
   std::u16string_view face = u"Arial";
   double points = 9.75;
   int weight = 400;
 };
 
-/// The screen's stored values of a control: one row of its design table.
+/// The initial properties of a control: one row of the form's design table.
 struct Design {
-  const char* name = "";  ///< the control's own name; also its name in the toolkit's object tree
+  const char* name = "";  ///< also the widget's object name
   std::u16string_view caption{};
   Twips left, top, width, height;  ///< relative to the container's client area
   int tabIndex = -1;               ///< rank in the tab order; -1: none

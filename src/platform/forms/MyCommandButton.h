@@ -11,12 +11,12 @@
 
 namespace MyCommandButton {
 
-/// The stored values that only buttons have. The colours are 0x00BBGGRR.
+/// The initial properties that only buttons have. Colours are 0x00BBGGRR.
 struct ButtonDesign : forms::Design {
   forms::Colour transparentColour = forms::kWhite;
-  bool showFocus = true;  ///< stored for every button except key 3 of each editor
-  bool isKey = false;     ///< a key of the key block: named "Key n" where its caption is empty
-  int extentX = 0;        ///< width and height in hundredths of a millimetre
+  bool showFocus = true;  ///< false only for key 3 of each editor
+  bool isKey = false;  ///< a key of the key block; screen readers call it "Key n" without a caption
+  int extentX = 0;     ///< width and height in hundredths of a millimetre
   int extentY = 0;
 };
 
@@ -28,8 +28,9 @@ struct ButtonFont {
   int charset = 0;
 };
 
-/// The system's push button, for keys and commands: a coloured rectangle with a text, with separate
-/// colours for rest, pointer, focus and press. A property reads as it was set.
+/// The push button of the screens, for keys and commands: a coloured rectangle with a text, with
+/// separate colours for rest, hover, focus and press. Reading a property returns the value last
+/// set.
 class MyButton : public forms::Control {
  public:
   static constexpr forms::Colour kDefaultBackColour = forms::kButtonFace;
@@ -39,7 +40,8 @@ class MyButton : public forms::Control {
   /// One of the button's colours: `key.backcolor()` reads it, `key.backcolor(colour)` sets it.
   class StateColour {
    public:
-    /// Reads as `unset` until it is set.
+    /// `unset` is the value read until a colour is set; `stored` is an initial colour, which counts
+    /// as set.
     StateColour(MyButton& button, forms::Colour unset, std::optional<forms::Colour> stored = {})
         : button_(button), unset_(unset), set_(stored) {}
 

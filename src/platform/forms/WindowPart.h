@@ -6,7 +6,7 @@ class QWidget;
 
 namespace forms {
 
-/// The interface of a control to the window of its screen.
+/// A control as its screen's window sees it.
 class WindowPart {
  public:
   virtual QWidget* widget() const = 0;

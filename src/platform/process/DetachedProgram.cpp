@@ -39,8 +39,9 @@ struct Pipe {
   bool writes = true;
 };
 
-/// Runs in the first child. Its own child becomes the program, which has no parent once this one
-/// has ended. Makes only calls that are safe after a fork, and writes an error to the pipe.
+/// Runs in the first child: forks a second child that executes the program, then exits, so that the
+/// program isn't a child of this process (double fork). Writes an error to `report`. Calls only
+/// async-signal-safe functions.
 [[noreturn]] void become(const char* program, const char* folder, int report) {
   ::setsid();
   const pid_t child = ::fork();
@@ -68,7 +69,7 @@ int start(const std::string& program, const std::string& folder) {
   }
   int problem = 0;
   ssize_t count = 0;
-  // The pipe ends without data where the child has become the program.
+  // The read ends without data if `exec` succeeded, since that closes the pipe.
   do {
     count = ::read(report.ends[0], &problem, sizeof problem);
   } while (count < 0 && errno == EINTR);

@@ -9,7 +9,8 @@
 
 namespace process {
 
-/// Style flags of a message box, added up: buttons, icon. The first button is the default.
+/// Style flags of a message box, to be added: one for the buttons, one for the icon. The first
+/// button is the default.
 enum MessageStyle : std::int32_t {
   kOkOnly = 0,
   kYesNo = 4,
@@ -39,8 +40,8 @@ class Host {
   /// Shows the platform's colour dialog with no colour preselected. Returns the colour as
   /// 0x00BBGGRR, nullopt on Cancel.
   virtual std::optional<std::int32_t> showColourDialog() = 0;
-  /// Shows the modal failure report ("Run-time error '13':" and the text) and writes the same line
-  /// to standard error.
+  /// Writes the failure to standard error in one line ("Run-time error '13': Type mismatch") and
+  /// shows it in a modal box.
   virtual void reportFailure(const runtime::RunTimeError& failure) = 0;
   /// Starts a program without waiting and without arguments. Raises FileNotFound when it is
   /// missing, InvalidProcedureCall or PermissionDenied when it can't be started.

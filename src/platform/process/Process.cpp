@@ -13,16 +13,16 @@ namespace {
 using runtime::ErrorNumber;
 using runtime::RunTimeError;
 
-/// Thrown to unwind to the dispatcher after the end. Not a std::exception, so that no handler on
-/// the way takes it for a failure.
+/// Thrown to unwind to the dispatcher once the program's end has begun. Not derived from
+/// std::exception, so that code that catches failures doesn't catch it.
 struct Ended {};
 
 constexpr int kFailureStatus = 1;
 
 struct State {
   bool stopped = false;  ///< the end has begun: nothing is dispatched any more
-  bool ended = false;    ///< the process has ended under a host that outlived it
-  std::map<int, std::function<void()>> loopExits;  ///< calls that make a modal loop return
+  bool ended = false;    ///< `Host::endProcess` has returned, which it does only in tests
+  std::map<int, std::function<void()>> loopExits;  ///< by registration: exits from modal loops
   int nextLoopExit = 0;
 };
 

@@ -8,24 +8,25 @@
 
 namespace process {
 
-/// Runs the handler of one control event or timer, or the start-up. A run-time error that it raises
-/// is reported and ends the process with status 1; any other exception is turned into one first
-/// (OutOfMemory or InternalError). Once the end has begun nothing is dispatched: neither while the
-/// failure report shows, nor after an end that a test's host outlives.
+/// Runs the handler of one control event or timer, or the start-up. A run-time error raised by it
+/// is reported and ends the process with status 1; other exceptions become OutOfMemory or
+/// InternalError first. Once the program's end has begun, calls do nothing: while the failure
+/// report shows, and, in tests, after the end.
 void dispatch(const std::function<void()>& handler);
 
 /// Ends the process with status 0. Never returns: under a test's host it unwinds to the
 /// dispatcher.
 [[noreturn]] void endProgram();
 
-/// Unwinds to the dispatcher when the process has ended. To be called wherever a handler continues
-/// after other events may have run, that is after each modal loop.
+/// Unwinds to the dispatcher if the program's end has begun. Must be called after each modal loop,
+/// since other events may have ended the program in it.
 void unwindIfEnded();
 
-/// True once the process has ended under a host that outlived it. Every modal loop returns then.
+/// True once `Host::endProcess` has returned, which it does only in tests. Every modal loop returns
+/// then.
 bool hasEnded();
-/// Registers `exitLoop` to be called when the process ends under a host that outlives it, so that a
-/// modal loop can return. Returns a function that removes the registration.
+/// Registers `exitLoop`, which makes a modal loop return, to be called after `Host::endProcess` (in
+/// tests only). Returns a function that removes the registration.
 std::function<void()> onEnd(std::function<void()> exitLoop);
 
 /// Shows a message box through the host; `style` is a sum of `MessageStyle`s, the default title the

@@ -31,14 +31,14 @@ std::optional<std::string_view> keyName(std::string_view line) {
   return IniText::trimmed(line.substr(0, equals));
 }
 
-/// A name to look for.
+/// Compares names with a wanted one, ignoring case and surrounding blanks.
 class NameMatcher {
  public:
   NameMatcher(std::string_view name, IniText::Fold fold)
       : name_(fold(IniText::trimmed(name))), fold_(fold) {}
 
   bool matches(std::optional<std::string_view> found) const {
-    // A unit takes three bytes at most: a longer name can't match.
+    // A UTF-16 unit takes at most three bytes in UTF-8: a longer name can't match.
     return found && found->size() <= 3 * name_.size() && fold_(*found) == name_;
   }
 
@@ -82,7 +82,7 @@ bool IniText::isUtf16(std::string_view bytes) {
   if (bytes.size() < 2) return false;
   if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) return true;
   if ((bytes[0] == '\0') != (bytes[1] == '\0')) return true;
-  // The first character may be of a script whose units have no zero byte; a line end has one.
+  // The first code unit may have no zero byte (non-Latin text), but that of a line feed has one.
   for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
     const std::string_view unit = bytes.substr(i, 2);
     if (unit == std::string_view("\n\0", 2) || unit == std::string_view("\0\n", 2)) return true;
@@ -127,8 +127,8 @@ std::optional<IniText::Line> IniText::findKey(const Section& section, std::strin
   return std::nullopt;
 }
 
-/// The end of the section, but before its trailing empty lines and the comments after these: they
-/// separate it from the next section.
+/// Offset at which a new key is inserted: the end of the section, before its trailing blank lines
+/// and any comments that follow them, which belong to the next section.
 std::size_t IniText::offsetForKey(const Section& section) const {
   std::size_t offset = section.end;
   for (std::size_t next = section.begin; next < section.end;) {

@@ -10,10 +10,10 @@ namespace profile {
 
 /// A file of "[section]" headers and "key=value" lines, which end with CR LF, LF or CR. Setting a
 /// value keeps everything else byte for byte: comments, blank lines, order, line ends, unknown
-/// lines. It takes little more memory than the file. For this library's files.
+/// lines. Its memory use is little more than the file's size. For use inside this library only.
 ///
-/// A section begins at its header and ends at the next one; of several sections of one name the
-/// first counts, as of several equal keys. Blanks around a name don't belong to it.
+/// A section extends from its header to the next header. Only the first of several sections with
+/// the same name is used, and the first of several equal keys. Blanks around a name are ignored.
 class IniText {
  public:
   /// Maps all spellings of a name that differ in case to one text, unit by unit.
@@ -33,8 +33,8 @@ class IniText {
   /// The file's bytes, moved out.
   std::string takeBytes() { return std::move(bytes_); }
 
-  /// True for a file in UTF-16, which this class can't read or change; recognised by its byte order
-  /// mark, by the zero byte in its first character, or by a line feed of two bytes.
+  /// True if `bytes` are UTF-16, which this class can't read or change: they begin with a byte
+  /// order mark, have a zero byte in the first code unit, or contain a two-byte line feed.
   static bool isUtf16(std::string_view bytes);
   static std::string_view trimmed(std::string_view text);
 

@@ -9,8 +9,8 @@ namespace profile {
 /// Returns the value of `key` in `section`, cut to what a buffer of `size` bytes holds with a
 /// terminator (size - 1 bytes); the default where the file, the section or the key is absent.
 /// Surrounding blanks and one pair of quotes are dropped. Names match without regard to case. All
-/// texts are bytes of the machine's code page. `file` is a path of the system; an empty one names
-/// no file. A file that can't be read counts as one without keys.
+/// texts are bytes of windows-1252. `file` is a path as `files::resolve` takes it; an empty one
+/// names no file. A file that can't be read is treated as one without keys.
 std::string GetPrivateProfileStringA(std::string_view section, std::string_view key,
                                      std::string_view defaultValue, std::size_t size,
                                      std::u16string_view file);

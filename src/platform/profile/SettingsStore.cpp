@@ -33,7 +33,7 @@ std::u16string foldedName(std::string_view name) {
 // A value is stored as it is. One with line breaks, other control characters or halves of surrogate
 // pairs is escaped, and marked as such by a backslash and a quote in front.
 constexpr std::u16string_view kEscapeMark = u"\\\"";
-constexpr char16_t kEscapeEnd = u'"';
+constexpr char16_t kEscapeEnd = u'"';  // follows the escaped value
 
 bool needsEscape(char16_t unit) {
   return (unit < u' ' && unit != u'\t') || runtime::isHighSurrogate(unit) ||

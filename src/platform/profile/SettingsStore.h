@@ -5,10 +5,10 @@
 
 namespace profile {
 
-/// The stored text of an entry of the per-user settings store, the default where it is absent.
-/// Application, section and key match without regard to case; the value is returned exactly. Raises
-/// only InvalidProcedureCall, for a name that a line of the store couldn't hold: a store that can't
-/// be read counts as one without entries.
+/// Returns the text of an entry of the per-user settings store, or the default if it is absent.
+/// Application, section and key are matched ignoring case; the value is returned unchanged. An
+/// unreadable store is treated as empty. Raises only InvalidProcedureCall, for a name that can't be
+/// stored in a line.
 std::u16string GetSetting(std::u16string_view application, std::u16string_view section,
                           std::u16string_view key, std::u16string_view defaultValue = u"");
 

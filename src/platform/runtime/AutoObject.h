@@ -4,8 +4,8 @@
 
 namespace runtime {
 
-/// An auto-creating object variable: absent at first; a use while it is absent creates a new
-/// object.
+/// A variable that is absent at first and creates its object at the first use. After `setAbsent`
+/// the next use creates a new object.
 template <class T>
 class AutoObject {
  public:

@@ -43,8 +43,8 @@ class CodePage {
     iconv_close(converter);
   }
 
-  /// The character of one byte. The converter refuses the five bytes that the page leaves open;
-  /// they stand for themselves.
+  /// The character of one byte. The converter rejects the five bytes that the code page doesn't
+  /// define; they map to the character of the same value.
   static char16_t converted(iconv_t converter, int value) {
     char in = static_cast<char>(value);
     std::array<unsigned char, 2> out{};

@@ -5,14 +5,13 @@
 
 namespace runtime {
 
-/// Converts wide text to bytes of the machine's code page (windows-1252). The five bytes that the
-/// page leaves open (0x81, 0x8D, 0x8F, 0x90, 0x9D) stand for U+0081 and so on; each 16-bit unit
-/// that the page can't express becomes "?".
+/// Converts UTF-16 to windows-1252. The five undefined bytes (0x81, 0x8D, 0x8F, 0x90, 0x9D) map to
+/// and from U+0081 and so on; each 16-bit unit without a byte becomes "?".
 std::string toCodePage(std::u16string_view text);
-/// Converts bytes of the machine's code page to wide text; every byte has a character.
+/// Converts windows-1252 to UTF-16; every byte maps to one character.
 std::u16string fromCodePage(std::string_view bytes);
 
-/// True for the first, or the second, half of a pair that stands for a character beyond 16 bits.
+/// True for the first (high) and for the second (low) unit of a surrogate pair.
 constexpr bool isHighSurrogate(char16_t unit) {
   return unit >= 0xD800 && unit <= 0xDBFF;
 }

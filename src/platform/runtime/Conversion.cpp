@@ -131,8 +131,8 @@ void takeExponent(Cursor& cursor, DecimalNumber& number) {
   number.point += negative ? -exponent : exponent;
 }
 
-/// What may surround a number: blanks, and at most once a currency sign and either a sign before or
-/// after the number or a pair of brackets.
+/// Parses what may surround a number: blanks, at most one currency sign, and at most one sign
+/// (before or after the number) or pair of brackets (negative).
 class Surroundings {
  public:
   void takeFront(Cursor& cursor) {
@@ -209,7 +209,8 @@ double takePattern(Cursor& cursor, int base, int bits) {
   return pattern < patterns / 2 ? value : value - static_cast<double>(patterns);
 }
 
-/// The number that a text stands for, for an integer of `bits` bits.
+/// The value of a numeric text. Only digits of base 8 or 16 depend on `bits`: they are the bit
+/// pattern of a signed integer of that width.
 double numberOf(std::u16string_view text, int bits) {
   Cursor cursor(text);
   Surroundings surroundings;

@@ -6,10 +6,10 @@
 
 namespace runtime {
 
-/// Converts text to a signed 16-bit integer by the platform's numeric text rules: surrounding
-/// blanks, a sign, decimals and exponents are accepted, a fraction is rounded half to even.
-/// Raises TypeMismatch for a text that is no number (the empty text too), Overflow beyond the
-/// range.
+/// Converts text to a signed 16-bit integer by the platform's rules. Accepts surrounding blanks, a
+/// sign before or after, brackets for a negative number, "$", commas between digits, decimals,
+/// exponents, and "&H" or "&O" before the bit pattern. Rounds half to even. Raises TypeMismatch for
+/// any other text (also the empty one), Overflow beyond the range.
 std::int16_t toInteger(std::u16string_view text);
 
 /// The same to a signed 32-bit integer.
@@ -25,9 +25,9 @@ std::int16_t toInteger(std::int32_t number);
 /// Converts a number to a signed 32-bit integer, rounded half to even; Overflow beyond the range.
 std::int32_t toLong(double number);
 
-/// The leading-number conversion: the number at the front of the text, 0 where there is none.
-/// Blanks, tabs and line feeds are skipped anywhere in the text; the prefixes "&H" and "&O" are
-/// accepted. Raises only Overflow, for a number beyond the range of a double.
+/// The number at the start of the text, 0 if there is none; the rest is ignored. Blanks, tabs and
+/// line feeds are skipped anywhere; "&H" and "&O" are accepted before the number. Raises only
+/// Overflow, beyond the range of a double.
 double leadingNumber(std::u16string_view text);
 
 /// An integer as decimal text, without padding.

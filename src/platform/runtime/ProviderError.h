@@ -8,18 +8,18 @@
 
 namespace runtime {
 
-/// Numbers of the database provider's errors. Their texts are with the functions that raise them:
-/// `jet::error`, `jetsql::error`, `ADODB::error`.
+/// Numbers of the database provider's errors. The functions that make these errors, in the
+/// namespaces `jet::error`, `jetsql::error` and `ADODB::error`, have the texts.
 enum class ProviderNumber : std::int32_t {
   Statement = -2147217900,  ///< syntax, names, functions
-  Parameter = -2147217904,  ///< a name that nothing explains
+  Parameter = -2147217904,  ///< an unknown name, taken for a parameter without a value
   Object = -2147217865,     ///< no such table or query
   RowChanged = -2147217864,
-  Mismatch = -2147217913,  ///< types that don't go together
+  Mismatch = -2147217913,  ///< incompatible types
   TooLarge = -2147217833,  ///< a value that its column or a calculation can't hold
   WrongPassword = -2147217843,
   General = -2147467259,  ///< a failure without a number of its own
-  NotCapable = 3251,      ///< what a provider may lack
+  NotCapable = 3251,      ///< the provider doesn't support the operation
 };
 
 /// An error of the provider, with its text in parts.
@@ -27,7 +27,7 @@ RunTimeError providerError(ProviderNumber number, std::initializer_list<std::u16
 
 /// The general error, with a complete text.
 RunTimeError generalError(std::u16string_view words);
-/// Types that don't go together, in a statement or between a value and its column.
+/// The provider's error for incompatible types, in a statement or between a value and its column.
 RunTimeError typeMismatch();
 
 }  // namespace runtime

@@ -30,9 +30,8 @@ enum class ErrorNumber : std::int32_t {
 /// The platform's own text for a number, for example "Type mismatch".
 std::u16string_view errorText(ErrorNumber number);
 
-/// The one exception type of the program: a number and the text that the report shows.
-/// Numbers of the platform are positive; the database provider's are those of `ProviderError.h`
-/// and of the session objects.
+/// The one exception type of the program: a number and the text that the failure report shows. The
+/// number is an `ErrorNumber`, a `ProviderNumber` or one of `ADODB::error`.
 class RunTimeError : public std::exception {
  public:
   /// A platform error with the platform's own text.

@@ -6,8 +6,8 @@
 
 namespace runtime {
 
-/// Text is counted in 16-bit units. Lengths are signed, as on the platform: a negative one raises
-/// InvalidProcedureCall, one beyond the text's end takes what there is.
+/// Lengths are in 16-bit units, and signed as on the platform: a negative length raises
+/// InvalidProcedureCall, one beyond the end of the text returns all of it.
 
 /// The leftmost `length` units.
 std::u16string left(std::u16string_view text, std::ptrdiff_t length);
@@ -18,8 +18,8 @@ std::u16string trim(std::u16string_view text);
 /// `count` spaces.
 std::u16string spaces(std::size_t count);
 
-/// The text with the case of every letter, accented ones too, folded for comparing. For names of
-/// files, sections, keys and fields; the store's texts compare by their own order.
+/// The text with all letters, including accented ones, folded to one case for comparison. For names
+/// of files, sections and keys; texts of a store are compared by its sort order instead.
 std::u16string foldCase(std::u16string_view text);
 /// The text in lower case.
 std::u16string lowerCase(std::u16string_view text);

@@ -48,7 +48,8 @@ std::u16string dateText(Date date) {
   if (!(date.days > kFirstDay - 1 && date.days < kEnd)) return floatText(date.days, 15);
 
   constexpr std::int64_t kSecondsADay = 86'400;
-  // Days before the first one count down, but the time of day always counts up.
+  // Before day 0 the integer part counts days backwards, but the fraction is still the time since
+  // midnight: -1.25 is 06:00 on 1899-12-29.
   auto day = static_cast<std::int64_t>(std::trunc(date.days));
   auto second = std::llround(std::abs(date.days - std::trunc(date.days)) * kSecondsADay);
   day += second / kSecondsADay;

@@ -42,7 +42,7 @@ struct Decimal {
   std::u16string digits;
   bool operator==(const Decimal&) const = default;
 };
-/// Bytes without a further meaning.
+/// Uninterpreted bytes.
 using Binary = std::vector<std::uint8_t>;
 
 /// The value of a database field, read or to be written.
@@ -78,7 +78,7 @@ class Variant {
   Alternatives value_;
 };
 
-/// The value joined with a text: a null joins as the empty text, any other value as its text.
+/// Concatenates the value's text and another text; a null counts as the empty text.
 std::u16string operator&(const Variant& value, std::u16string_view text);
 
 }  // namespace runtime

@@ -6,8 +6,8 @@
 #include "platform/forms/Label.h"
 #include "platform/forms/Timer.h"
 
-/// The brief notice that a layout has been written. It shows for 750 ms, takes no input, and
-/// unloads itself; each use is a new instance.
+/// The notice after a layout was saved. It shows for 750 ms, ignores input and unloads itself; each
+/// use creates a new instance.
 class frmSaved : public forms::Form {
  public:
   frmSaved();

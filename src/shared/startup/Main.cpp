@@ -13,7 +13,6 @@ namespace settings = layoutdata::settings;
 namespace mdMain {
 
 void Main() {
-  // Nothing initialises the controls here: the toolkit does so itself.
   mdOpenDatabase::StoreName = profile::GetSetting(
       settings::kStoreName.application, settings::kStoreName.section, settings::kStoreName.key);
 

@@ -2,8 +2,8 @@
 
 namespace mdMain {
 
-/// The start-up procedure: finds the store, chooses the editor and shows it. From then on the
-/// program handles the events of the screen. Raises what the editor's load raises.
+/// The start-up procedure: determines the store's folder from the settings, then loads and shows
+/// the editor that the POS configuration selects. Raises what the editor's load raises.
 void Main();
 
 }  // namespace mdMain

@@ -11,7 +11,8 @@ namespace {
 
 /// The least width of narrowed glyphs, in per cent of their own width.
 constexpr int kNarrowest = 80;
-/// Fewer pixels than any character takes: bounds the work for a very long caption.
+/// Lower bound for the area of one character, in square pixels: limits how much of a very long
+/// caption is laid out.
 constexpr int kLeastGlyph = 4;
 
 QTextOption centred(QTextOption::WrapMode wrap) {
@@ -38,7 +39,7 @@ void CaptionLayout::set(const QFont& font) {
   size_ = {};
 }
 
-/// The distance of lines without leading: the font's size, in pixels.
+/// The line pitch without leading: the font's size, in pixels.
 qreal CaptionLayout::solidPitch() const {
   constexpr qreal kPointsPerInch = 72;
   const qreal dpi = QGuiApplication::primaryScreen()->logicalDotsPerInchY();

@@ -7,10 +7,10 @@
 
 namespace forms::qt {
 
-/// A caption laid out for an area, every line centred. No character of it is a mnemonic or markup.
-/// Where it doesn't fit, it tries these steps until it does: use a reserve at the sides, omit the
-/// leading between lines, narrow the glyphs, break words with a hyphen. Text that still doesn't fit
-/// is replaced by "…".
+/// Lays a caption out in an area, every line centred. No character of it is a mnemonic or markup.
+/// A caption that doesn't fit is laid out again with each of these steps in turn: let lines extend
+/// into a margin (`reserve`), omit the leading, narrow the glyphs, hyphenate words. The last line
+/// is cut with "…" if there is still too much text.
 class CaptionLayout {
  public:
   void set(const QString& caption);
@@ -21,8 +21,9 @@ class CaptionLayout {
 
  private:
   void layOut(int reserve);
-  /// Breaks the text into lines, and positions them. False where a word is wider than a line or the
-  /// lines are too many, even at the least pitch.
+  /// Breaks the text into lines and positions them. `narrowing` is the width factor of the glyphs;
+  /// `solid` omits the leading where needed. Returns false when a word is wider than a line or the
+  /// lines don't fit the height.
   bool fits(const QString& text, qreal narrowing, bool solid, QTextOption::WrapMode wrap);
   /// The text with its line breaks set, in at most as many lines as have room.
   QString broken(const QString& text, qreal narrowing) const;

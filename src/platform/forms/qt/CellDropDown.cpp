@@ -12,7 +12,7 @@
 namespace forms::qt {
 namespace {
 
-// In line with the cell's text, within the list's frame.
+// Aligns the entries with the cell's text; the list's frame takes one pixel.
 constexpr int kEntryInset = kCellInset - kEditorMargins.left() - 1;
 
 }  // namespace

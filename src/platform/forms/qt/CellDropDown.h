@@ -8,9 +8,9 @@ namespace forms::qt {
 
 class SheetView;
 
-/// The editor in the active cell of a sheet while that is a drop-down cell. A click, F4, Alt and an
-/// arrow, the space bar or a letter opens the list; a letter also selects an entry that begins with
-/// it. While the list is closed, all other keys move in the sheet and nothing changes the choice.
+/// The editor of a grid's active cell when that is a drop-down cell. A click, F4, Alt with an arrow
+/// key, the space bar or a letter opens the list; a letter also selects an entry that begins with
+/// it. While the list is closed, other keys move the active cell and don't change the choice.
 class CellDropDown final : public QComboBox {
  public:
   explicit CellDropDown(SheetView& view);

@@ -9,8 +9,8 @@ namespace forms::qt {
 
 class SheetView;
 
-/// The editor in the active cell of a sheet while that is a text cell: typed text changes the cell
-/// at once. Keys that a single line doesn't need move in the sheet.
+/// The editor of a grid's active cell when that is a text cell: typed text changes the cell at
+/// once. Keys without a meaning in a one-line editor move the active cell.
 class CellEdit final : public QLineEdit {
  public:
   explicit CellEdit(SheetView& view);

@@ -9,7 +9,7 @@ namespace {
 constexpr quint32 kSystemBit = 0x80000000;
 constexpr double kReadable = 4.5;
 
-/// A system colour: its role in the palette, and its value before there were themes.
+/// A system colour: its role in the palette, and its default value in the light theme.
 struct SystemColour {
   QPalette::ColorRole role;
   QRgb classic;

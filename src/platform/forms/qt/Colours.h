@@ -7,9 +7,9 @@
 
 namespace forms::qt {
 
-/// A stored colour as the toolkit draws it: a system colour follows the palette.
+/// Converts a colour of the screens to a toolkit colour; system colours come from the palette.
 QColor drawnColour(Colour colour, const QPalette& palette);
-/// A chosen colour as the screens store it, 0x00BBGGRR.
+/// Converts a toolkit colour to a colour of the screens, 0x00BBGGRR.
 Colour storedColour(const QColor& colour);
 
 /// The colour of a text on a background. A plain colour is drawn as it is. A system colour comes

@@ -13,7 +13,7 @@ namespace {
 /// The descriptor of the connection to the X server, -1 under another platform.
 int connection = -1;
 
-/// The action on a fault before.
+/// The previous action for SIGSEGV.
 struct sigaction usual {};
 
 int connectionToXServer() {
@@ -25,8 +25,9 @@ int connectionToXServer() {
   return server == nullptr || descriptor == nullptr ? -1 : descriptor(server->connection());
 }
 
-/// Makes only calls that are safe in a signal handler. Any other fault occurs again when it returns
-/// and then ends the process as usual.
+/// Ends the process if the X server has closed the connection. Otherwise restores the previous
+/// action: the faulting instruction runs again on return and the process ends with that signal.
+/// Calls only async-signal-safe functions.
 void endIfServerHasGone(int signal) {
   pollfd server{.fd = connection, .events = POLLRDHUP, .revents = 0};
   if (connection >= 0 && ::poll(&server, 1, 0) > 0) std::_Exit(1);

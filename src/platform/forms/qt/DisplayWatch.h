@@ -2,9 +2,9 @@
 
 namespace forms::qt {
 
-/// Ends the process with status 1 where the toolkit crashes because the X server has gone: in a
-/// drag it reads replies without a check that they have arrived. To exist as long as the
-/// application.
+/// Ends the process with status 1 when the toolkit crashes because the X server has gone: during a
+/// drag the toolkit uses replies without checking that they arrived. Must live as long as the
+/// application object.
 class DisplayWatch {
  public:
   DisplayWatch();

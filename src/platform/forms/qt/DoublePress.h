@@ -6,8 +6,8 @@
 
 namespace forms::qt {
 
-/// Tells whether both presses of a double press were on one control. The toolkit reports the second
-/// press only as a double press, also where the first was on a neighbour, or was dropped because a
+/// Determines whether both presses of a double press hit the same control. The toolkit reports the
+/// second press as a double press even when the first hit another control or was dropped because a
 /// modal screen was shown.
 class DoublePress {
  public:

@@ -20,7 +20,7 @@ class OutgoingData : public DataObject {
   std::u16string GetData(std::int16_t format) const override {
     return GetFormat(format) ? fromQt(mime_.text()) : std::u16string();
   }
-  // An empty text is a text as well; the toolkit drops a null one.
+  // The toolkit ignores a null string, so an empty text is passed as an empty string.
   void SetData(std::u16string_view text) override {
     mime_.setText(text.empty() ? QStringLiteral("") : toQt(text));
   }
@@ -29,8 +29,7 @@ class OutgoingData : public DataObject {
   QMimeData& mime_;
 };
 
-/// The data of a drop, copied before the handler runs: the program that it comes from may end
-/// meanwhile.
+/// The data of a drop, copied before the handler runs: the source program may end while it runs.
 class DroppedData : public DataObject {
  public:
   explicit DroppedData(const QMimeData& mime)

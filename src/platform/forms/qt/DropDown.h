@@ -8,8 +8,8 @@ namespace forms::qt {
 /// A drop-down list. A turn of the wheel over the closed list changes nothing.
 class DropDown : public QComboBox {
  public:
-  /// `chosen` is called, through the dispatcher, for every choice by the user, also of the entry
-  /// that is chosen already, and never for a choice by code.
+  /// `chosen` is called, through the dispatcher, whenever the user selects an entry, even the one
+  /// already selected, and never when code does.
   DropDown(QWidget* parent, std::function<void()> chosen);
 
  protected:

@@ -4,10 +4,10 @@
 
 namespace forms::qt {
 
-/// A line around a window that has no frame, on top of all widgets. It takes no input.
+/// A border drawn over the widgets of a window without a frame. It ignores input.
 class Edge final : public QWidget {
  public:
-  /// Shown at once.
+  /// Creates the border and shows it.
   explicit Edge(QWidget* window);
 
  protected:

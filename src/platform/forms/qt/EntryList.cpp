@@ -81,7 +81,7 @@ void EntryList::doubleClickRow(int row) {
   qt::raise(events_.doubleClick);
 }
 
-/// The beginning of a text, as far as a row shows it.
+/// The part of a text that is visible in a row.
 QString EntryList::visiblePart(const QString& text) const {
   const QFontMetrics metrics(font());
   qsizetype shown = 0;
@@ -181,7 +181,7 @@ void EntryList::mouseDoubleClickEvent(QMouseEvent* event) {
     press(*event);
 }
 
-// Without the base class, which would select and drag by itself.
+// Doesn't call the base class, which would select rows and start its own drag.
 void EntryList::mouseMoveEvent(QMouseEvent* event) {
   event->accept();
   if (Finger::made(*event))

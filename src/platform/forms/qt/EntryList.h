@@ -20,9 +20,9 @@ struct EntryListEvents {
   const Event<std::int16_t, std::int16_t, float, float>& mouseDown;
 };
 
-/// The widget of a list. Each physical press of the mouse raises one `mouseDown`, also the second
-/// of a double press, and the handler may run a drag inside it. A finger scrolls by a vertical
-/// move; its press raises `mouseDown` at a tap, or once it begins a drag.
+/// The widget of a list. Each press of a mouse button raises one `mouseDown`, including the second
+/// of a double press; its handler may run a drag. A vertical move of a finger scrolls; a tap, or a
+/// move that begins a drag, raises `mouseDown`.
 class EntryList final : public QListView {
  public:
   EntryList(QWidget* parent, const EntryParts& parts, const EntryListEvents& events);
@@ -41,10 +41,10 @@ class EntryList final : public QListView {
   /// Selects a row and raises `doubleClick`.
   void doubleClickRow(int row);
 
-  /// Drags a text from the position of the pointer, which is held down; returns after the drop. The
-  /// toolkit's drag grabs the pointer, and would take the second press of a double click with it.
-  /// It therefore begins with the first move, or once the pointer has been held still for half a
-  /// second. A drag that is released on the list has no effect. A finger's drag begins at once.
+  /// Drags a text while a mouse button is held; returns after the drop. The toolkit's drag grabs
+  /// the pointer and would swallow the second press of a double click, so it starts only with the
+  /// first move or after half a second without one. A finger's drag starts at once. Releasing on
+  /// the list has no effect.
   void drag(std::unique_ptr<QMimeData> text, Qt::DropActions actions);
 
  protected:
@@ -70,8 +70,8 @@ class EntryList final : public QListView {
   Finger finger_;
   QPersistentModelIndex tapped_;  ///< the row of the last tap
   double scale_ = 1;
-  Drag* drag_ = nullptr;                   ///< a drag that waits for the pointer to move
-  bool droppedOutside_ = false;            ///< the last press became a drag that left the list
+  Drag* drag_ = nullptr;         ///< a drag that waits for the pointer to move
+  bool droppedOutside_ = false;  ///< the last press began a drag that ended outside the list
   Qt::MouseButton button_ = Qt::NoButton;  ///< of the last press
 };
 

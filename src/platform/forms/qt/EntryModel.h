@@ -7,8 +7,9 @@
 
 namespace forms::qt {
 
-/// A list's entries, tens of thousands of them, packed into one text. The view learns of added
-/// entries together: at the next turn of the event loop, or by `publish`.
+/// The entries of a list, packed into one string, since there can be tens of thousands. Added
+/// entries are announced to the view in one batch: in the next event loop iteration, or by
+/// `publish`.
 class EntryModel : public QAbstractListModel {
  public:
   using QAbstractListModel::QAbstractListModel;

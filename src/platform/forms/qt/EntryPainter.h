@@ -10,8 +10,8 @@ namespace forms::qt {
 class EntryPainter : public QStyledItemDelegate {
  public:
   EntryPainter(int inset, QObject* list);
-  /// Draws the text's first characters, digits or blanks, in a column of their own: the rest begins
-  /// at one position in all rows.
+  /// Draws the first `characters` characters of each text, digits or blanks, in a fixed-width
+  /// column, so that the rest is aligned in all rows.
   void setNumberColumn(int characters) { numberColumn_ = characters; }
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   void paint(QPainter* painter, const QStyleOptionViewItem& option,

@@ -8,7 +8,7 @@
 
 namespace forms::qt {
 
-/// A list as screen readers see it. Creates a reader for a row when it is first requested.
+/// The accessible interface of a list. Creates that of a row when it is first requested.
 class EntryListReader final : public QAccessibleWidget {
  public:
   explicit EntryListReader(EntryList& list) : QAccessibleWidget(&list, QAccessible::List) {}

@@ -40,13 +40,13 @@ const QString& defaultFace() {
       const auto found = installedFaces().find(QString::fromLatin1(name).toCaseFolded());
       if (found != installedFaces().end()) return *found;
     }
-    // The system's font matching for the first of them.
+    // None is installed: use what the system's font matching selects for Arial.
     return withoutFoundry(QFontInfo(QFont(QStringLiteral("Arial"))).family());
   }();
   return face;
 }
 
-/// The density at which a point is 20 twips, as in the positions on a screen.
+/// The logical density that `kTwipsPerPixel` implies: 1440 / 15 dots per inch.
 constexpr double kScreenDpi = 96;
 
 QString resolve(const QString& name) {

@@ -5,9 +5,9 @@
 
 namespace forms::qt {
 
-/// The font with a face name, a size in points and a weight. Where no face on the machine has the
-/// name it is Arial or a face with the same metrics, else the system's font matching for Arial.
-/// Names are looked up once; equal requests share one font.
+/// The font for a typeface name, a size in points and a weight. A typeface that isn't installed is
+/// replaced by Arial, a metric-compatible one, or what the system's font matching selects for
+/// Arial. Names are looked up once; equal requests share one font.
 const QFont& font(std::u16string_view face, double points, int weight);
 
 }  // namespace forms::qt

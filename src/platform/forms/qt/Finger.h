@@ -9,12 +9,12 @@
 
 namespace forms::qt {
 
-/// Interprets a finger on a list, from the mouse events that the toolkit makes of touches: the
-/// toolkit's drags follow only those. A vertical move scrolls, and the list keeps scrolling when
-/// the finger lifts; a sideways move or holding still begins a drag; anything else is a tap.
+/// Recognises touch gestures on a list from the mouse events that the toolkit synthesises for
+/// touches, since its drags need mouse events. A vertical move scrolls, and scrolling continues
+/// after the finger lifts; a sideways move or holding still begins a drag; anything else is a tap.
 class Finger {
  public:
-  /// Called with the press.
+  /// Called with the event of the press that began the gesture.
   struct Gestures {
     std::function<void(const QMouseEvent&)> drag;
     std::function<void(const QMouseEvent&)> tap;

@@ -8,9 +8,9 @@
 
 namespace forms::qt {
 
-/// Watches all keys of the keyboard, as an event filter of the application. Marks the repeats of a
-/// held key as repeats, also where the display system reports them as presses. When a modal window
-/// opens or closes, drops the repeats and the release of each key that was down before.
+/// An application event filter for keyboard keys. Marks auto-repeats as such even when the display
+/// system reports them as separate presses. After a modal window opens or closes, drops the repeats
+/// and the release of every key that was already down.
 class HeldKeys : public QObject {
  public:
   explicit HeldKeys(QObject* application);

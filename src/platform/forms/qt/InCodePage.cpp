@@ -7,7 +7,7 @@ namespace forms::qt {
 
 QString InCodePage::accepted(const QString& text) const {
   QString composed = OneLine::accepted(text).normalized(QString::NormalizationForm_C);
-  // Each unit would become a "?"; one is enough for a pair.
+  // A surrogate pair becomes one "?", not two: drop its second unit.
   composed.removeIf([](QChar unit) { return unit.isLowSurrogate(); });
   return toQt(runtime::fromCodePage(runtime::toCodePage(fromQt(composed))));
 }

@@ -4,8 +4,8 @@
 
 namespace forms::qt {
 
-/// Also limits an edit to the characters of the machine's code page: a letter and its combining
-/// marks become one character where the code page has it, and any other character becomes "?".
+/// Limits a line edit to one line of characters of windows-1252: a letter with combining marks
+/// becomes one character if the code page has it, and any other character becomes "?".
 class InCodePage final : public OneLine {
  public:
   using OneLine::OneLine;

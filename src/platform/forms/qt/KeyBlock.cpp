@@ -22,7 +22,8 @@ QPoint centre(const KeyFace& key) {
   return key.geometry().center();
 }
 
-/// How many rows or columns, `extent` wide, begin before `at`.
+/// The number of rows or columns before coordinate `at`, given the centres of the keys along that
+/// axis. Centres less than half an `extent` (a key's size) apart belong to one row or column.
 int linesBefore(int at, int extent, QList<int> centres) {
   std::ranges::sort(centres);
   int lines = 0;

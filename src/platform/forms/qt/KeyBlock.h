@@ -6,7 +6,7 @@ namespace forms::qt {
 
 class KeyFace;
 
-/// The position of a key among the shown keys of its area. Visible rows and columns count from 1.
+/// Row and column of a key among the visible keys of its container, counted from 1.
 struct KeyPosition {
   int row;
   int column;

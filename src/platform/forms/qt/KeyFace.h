@@ -36,7 +36,8 @@ class KeyFace final : public QAbstractButton {
   /// `colours` returns the colours to paint in a state.
   KeyFace(QWidget* parent, const KeyEvents& events, std::function<KeyColours(KeyState)> colours);
 
-  /// Makes it a key of the key block: screen readers name it "Key n" where its caption is empty.
+  /// Makes this button key `number` of the key block; screen readers call it "Key n" when it has no
+  /// caption.
   void setKeyNumber(int number);
   bool isKey() const { return !keyName_.isEmpty(); }
   const QString& keyName() const { return keyName_; }
@@ -88,7 +89,7 @@ class KeyFace final : public QAbstractButton {
   double scale_ = 1;
   bool showsFocus_ = true;
   bool pressed_ = false;  ///< the mouse or a key is pressed on the button
-  bool held_ = false;     ///< the press holds the button down: the pointer is over it
+  bool held_ = false;     ///< drawn pressed: a press is active and the pointer is over the button
   bool hovered_ = false;
   bool dropMark_ = false;
   bool toldCurrent_ = false;

@@ -30,8 +30,8 @@ void drawPlate(QPainter& painter, const QRectF& area, const KeyLook& look, const
   }
 }
 
-/// The picture of a button without its caption, of a size in device pixels. Many keys share few of
-/// them, and drawing rounded edges takes longer than the rest of a key.
+/// The cached picture of a button without its caption; `size` is in device pixels. Few different
+/// pictures serve all keys, and drawing the rounded frame costs more than the rest of a key.
 QPixmap plateOf(const KeyLook& look, const QColor& accent, QSize size, qreal density) {
   const auto states = static_cast<QRgb>(look.hovered | look.pressed << 1 | look.focusMark << 2);
   const std::array<QRgb, 6> distinction{look.back.rgba(),

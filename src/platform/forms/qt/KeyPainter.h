@@ -17,7 +17,7 @@ struct KeyLook {
   bool dropMark = false;
 };
 
-/// Paints a button. The colour fills it unchanged; states show only at its edge.
+/// Paints a button, filled with exactly `look.back`. The state changes only its frame.
 void paintKey(QPainter& painter, const QRect& area, const KeyLook& look, CaptionLayout& caption,
               const QColor& accent);
 

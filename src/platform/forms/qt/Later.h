@@ -6,9 +6,9 @@
 
 namespace forms::qt {
 
-/// Calls `act` after a delay, by default once the current events are handled; never if `context`
-/// has been destroyed by then. The toolkit's own single-shot call does the same, but the static
-/// analysis reports it as a leak.
+/// Calls `act` after a delay (default: after the pending events), unless `context` has been
+/// destroyed by then. Does the same as `QTimer::singleShot`, which static analysis reports as a
+/// leak.
 template <class Act>
 void later(QObject& context, Act act, std::chrono::milliseconds delay = {}) {
   auto* const timer = new QTimer(&context);

@@ -24,7 +24,7 @@ QValidator::State OneLine::validate(QString& input, int& cursor) const {
 bool OneLine::enter(const QKeyEvent& event, QLineEdit& edit) const {
   const bool pastes = event.matches(QKeySequence::Paste);
   const QString text = pastes ? QGuiApplication::clipboard()->text() : event.text();
-  // A mark at the beginning belongs to the letter before it.
+  // A leading combining mark belongs to the letter before the cursor.
   if (text.isEmpty() || text[0].isMark() || !(pastes || text[0].isPrint())) return false;
   const QString form = accepted(text);
   if (form == text) return false;

@@ -7,16 +7,16 @@ class QLineEdit;
 
 namespace forms::qt {
 
-/// Limits an edit to one line of complete characters: control characters and line breaks of a
-/// pasted text become blanks, and half of a surrogate pair, as a length limit may leave one, is
-/// dropped.
+/// Limits a line edit to one line of complete characters: control characters and line breaks of
+/// pasted text become blanks; an unpaired surrogate, which a length limit can leave, is dropped.
 class OneLine : public QValidator {
  public:
   using QValidator::QValidator;
   State validate(QString& input, int& cursor) const final;
 
-  /// Enters the text that a key types or pastes as the edit accepts it, where that differs from the
-  /// text itself, and returns true: a text that the edit changes only afterwards can't be undone.
+  /// If the text that a key types or pastes must be changed to be accepted, inserts the accepted
+  /// form and returns true; otherwise does nothing and returns false. A change made later, in
+  /// `validate`, couldn't be undone by the user.
   bool enter(const QKeyEvent& event, QLineEdit& edit) const;
 
  protected:

@@ -14,13 +14,13 @@ void paintDropArrow(QPainter& painter, const QRect& area, const QColor& colour);
 /// The width that the arrow takes, with the margin on its right.
 inline constexpr int kDropArrowRoom = 18;
 
-/// The mark of a ticked box.
+/// The mark inside a checked check box.
 void paintCheckMark(QPainter& painter, const QRect& box, const QColor& colour);
 
 /// The program's icon: a block of keys, one of them lit.
 QIcon programIcon();
 
-/// The mark of a message box.
+/// The icon of a message box.
 enum class Note { Information, Failure };
 QIcon noteIcon(Note note);
 

@@ -24,8 +24,8 @@ void raise(const Event<Arguments...>& event, Values&&... values) {
   if (event) dispatch([&] { event(std::forward<Values>(values)...); });
 }
 
-/// Guards a modal loop: while it exists, `exitLoop` is called when the process ends under a host
-/// that outlives the end.
+/// Registers `exitLoop` for the lifetime of a modal loop: it is called when the program ends under
+/// a test's host, which doesn't end the process.
 class EndWatch {
  public:
   explicit EndWatch(std::function<void()> exitLoop)

@@ -2,9 +2,9 @@
 
 namespace forms::qt {
 
-/// Installs descriptions for screen readers where the toolkit's own are poor: a screen is a window
-/// or a dialog, a drop-down list has a name apart from its chosen entry, and buttons and the rows
-/// of lists have readers of their own.
+/// Installs accessible interfaces where the toolkit's own are insufficient: a screen is a window or
+/// a dialog, a drop-down list keeps its own name besides the chosen entry, and buttons and list
+/// rows have interfaces of their own classes.
 void installReaders();
 
 }  // namespace forms::qt

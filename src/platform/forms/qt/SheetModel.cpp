@@ -85,7 +85,7 @@ QVariant SheetModel::data(const QModelIndex& index, int role) const {
   }
 }
 
-// Nothing to read out: the frame's row and column are cells of the sheet, not headers.
+// No headers for screen readers: the fixed row and column are cells of the grid.
 QVariant SheetModel::headerData(int, Qt::Orientation, int) const {
   return {};
 }

@@ -31,7 +31,7 @@ class SheetModel : public QAbstractTableModel {
   bool isEditable(const QModelIndex& cell) const {
     return !isFixed(cell) && !isLocked(cell.column());
   }
-  /// The most characters that can be typed; 0 for no limit.
+  /// Maximum number of 16-bit units that can be typed; 0 for no limit.
   int maxLength(int column) const { return columns_[at(column)].maxLength; }
   void setMaxLength(int column, int characters) { columns_[at(column)].maxLength = characters; }
   /// The texts of the column's drop-down list, without hidden parts.

@@ -12,8 +12,8 @@ class SheetView;
 
 /// Distance of a cell's content from the cell's edges, in pixels.
 inline constexpr int kCellInset = 8;
-/// The space between an editor and its cell's edges, for the focus mark and the grid's lines. The
-/// editor's centre is that of the content.
+/// Margins between a cell's edges and its editor, for the focus mark and the grid lines; chosen so
+/// that editor and painted text have the same vertical centre.
 inline constexpr QMargins kEditorMargins(2, 2, 2, 3);
 
 /// The colours in which a sheet is drawn.

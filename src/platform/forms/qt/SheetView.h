@@ -22,8 +22,8 @@ struct SheetEvents {
   const Event<std::int16_t>& comboClick;
 };
 
-/// The widget of a sheet. While an editable text or drop-down cell is active it shows its editor,
-/// so the user can type without a first step, and each change is in the cell at once.
+/// The widget of a grid. An editable text or drop-down cell shows its editor whenever it is active,
+/// so the user can type at once; each change goes into the cell immediately.
 class SheetView final : public QTableView {
  public:
   SheetView(QWidget* parent, const FlexCell::GridDesign& design, const SheetEvents& events);

@@ -4,8 +4,8 @@
 
 namespace forms::qt {
 
-/// Tells window managers, before a window is shown, to list it in no task bar. The toolkit has no
-/// call for that. Does nothing under another window system than X.
+/// Asks the window manager not to list a window in task bars; must be called before the window is
+/// shown. The toolkit has no call for this. Does nothing on window systems other than X.
 void keepOutOfTaskBars(const QWindow& window);
 
 }  // namespace forms::qt

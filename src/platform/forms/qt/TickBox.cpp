@@ -34,7 +34,7 @@ void TickBox::paintEvent(QPaintEvent*) {
   initStyleOption(&option);
   option.palette.setColor(QPalette::Base, back);
   option.palette.setColor(QPalette::Text, text);
-  // On a screen with a small scale the control can be lower than the indicator.
+  // At a small scale the control can be less high than the indicator.
   const int side = qMin(style()->pixelMetric(QStyle::PM_IndicatorHeight), height());
   option.rect = QRect(0, (height() - side) / 2, side, side);
   style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, &painter, this);

@@ -5,9 +5,9 @@
 
 namespace forms::qt {
 
-/// One run of a handler, or of a modal loop inside of one. During the run `showIfLate` shows the
-/// wait pointer once the user has waited for 300 ms. Time in a modal loop doesn't count as waiting:
-/// the count for the outer handler starts again when the loop has ended.
+/// Exists while a handler, or a modal loop inside one, runs. After 300 ms `showIfLate` shows the
+/// wait cursor. The time in a modal loop doesn't count: when the loop ends, the time of the outer
+/// handler starts again from 0.
 class WaitPointer {
  public:
   WaitPointer();

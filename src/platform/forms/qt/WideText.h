@@ -6,7 +6,7 @@
 
 namespace forms::qt {
 
-/// Converts wide text to the toolkit's text and back, unit by unit.
+/// Convert UTF-16 text to and from the toolkit's strings; unpaired surrogates are kept.
 inline QString toQt(std::u16string_view text) {
   return QStringView(text.data(), static_cast<qsizetype>(text.size())).toString();
 }

@@ -30,7 +30,7 @@ Qt::WindowFlags flagsOf(const FormDesign& design) {
     const auto kind = design.inTaskBar ? Qt::Window : Qt::Tool;
     return kind | Qt::FramelessWindowHint;
   }
-  // The toolkit tells the desktop only for dialogs which window they belong above.
+  // Only for dialogs does the toolkit tell the window manager which window they stay above.
   const auto kind = design.border == BorderStyle::FixedDialog ? Qt::Dialog : Qt::Window;
   Qt::WindowFlags flags = kind | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
@@ -77,8 +77,8 @@ QSize Window::clientSize() const {
   return {toPixels(design_.width, scale_), toPixels(design_.height, scale_)};
 }
 
-/// The size that must fit on the desktop, in pixels at full scale: that of the visible controls,
-/// and of the window where it has its own size.
+/// The size that must fit on the desktop, in pixels at scale 1: all visible controls and, unless
+/// the window starts maximised, its client area.
 QSize Window::extent() const {
   QSize size;
   if (!design_.startMaximised) size = {toPixels(design_.width, 1), toPixels(design_.height, 1)};
@@ -90,8 +90,8 @@ QSize Window::extent() const {
   return size;
 }
 
-/// Reduces the scale where the screen would not fit, only on dense desktops: 15 twips are never
-/// less than one device pixel.
+/// Reduces the scale if the screen doesn't fit into `room`, but never below one device pixel for 15
+/// twips: without a dense desktop the scale stays 1.
 void Window::fit(QSize room) {
   double fitting = 1;
   const double density = devicePixelRatioF();
@@ -173,8 +173,8 @@ void Window::appearModal() {
   if (below != nullptr && below->isVisible()) below->requestActivate();
 }
 
-/// Replaces what a window manager does on a display without one: maximises a window, which the user
-/// couldn't enlarge, and draws an edge around a dialog, which would have no frame.
+/// On a display without a window manager: maximises the window itself and draws a border around a
+/// dialog, which has no frame there.
 void Window::adaptToNoManager() {
   if (isMaximized() && size() == clientSize())
     windowHandle()->setGeometry(screen()->availableGeometry());

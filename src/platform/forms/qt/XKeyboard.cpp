@@ -32,7 +32,7 @@ XKeyboard::XKeyboard() {
 }
 
 bool XKeyboard::nativeEventFilter(const QByteArray& type, void* message, qintptr*) {
-  // An event begins with its code, for a key its scan code, and after two more bytes the server's
+  // Layout of a key event: byte 0 the event code, byte 1 the scan code, bytes 4 to 7 the server's
   // time in milliseconds.
   constexpr std::size_t kTimeOffset = 4;
   if (type != "xcb_generic_event_t") return false;
@@ -71,8 +71,8 @@ void XKeyboard::forgetReleased() {
 bool XKeyboard::isRepeat(const QKeyEvent& press) {
   const auto repeated = repeated_.find(press.nativeScanCode());
   if (repeated == repeated_.end()) return false;
-  // No events of a blocked window got here; the server's reports come before the toolkit's events,
-  // often many at once.
+  // Older entries are presses that the toolkit dropped for a blocked window: remove them too. Newer
+  // entries stay, since the server's events arrive ahead of the toolkit's.
   const auto later = std::ranges::upper_bound(*repeated, press.timestamp());
   const bool found = later != repeated->begin() && *std::prev(later) == press.timestamp();
   repeated->erase(repeated->begin(), later);

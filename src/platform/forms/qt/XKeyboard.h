@@ -9,16 +9,16 @@
 
 namespace forms::qt {
 
-/// The keys of an X display, as its server reports them to this program. The toolkit can't tell the
-/// repeat of a held key from a new press: it drops the release for a window that the press has
-/// closed, and every event for a window that a modal one blocks.
+/// Tracks key presses from the X server's own events. The toolkit can't distinguish a repeat from a
+/// new press: it drops the release if the press closed its window, and all events of a window that
+/// a modal one blocks.
 class XKeyboard : private QAbstractNativeEventFilter {
  public:
   XKeyboard();
 
   /// False under another display system.
   bool isThere() const { return display_ != nullptr; }
-  /// True where the key was down already. To be called once for each press, in their order.
+  /// True if the key was already down. Must be called exactly once for each press, in order.
   bool isRepeat(const QKeyEvent& press);
 
  private:

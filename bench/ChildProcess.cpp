@@ -25,7 +25,7 @@ std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
 
 }  // namespace
 
-ChildProcess::ChildProcess(const std::vector<std::string>& words,
+ChildProcess::ChildProcess(const std::vector<std::string>& arguments,
                            const std::vector<std::string>& environment, int inherited) {
   posix_spawn_file_actions_t files;
   posix_spawn_file_actions_init(&files);
@@ -33,10 +33,10 @@ ChildProcess::ChildProcess(const std::vector<std::string>& words,
     posix_spawn_file_actions_addopen(&files, descriptor, "/dev/null", O_RDWR, 0);
   // Duplicating a descriptor onto itself clears its close-on-exec flag.
   if (inherited >= 0) posix_spawn_file_actions_adddup2(&files, inherited, inherited);
-  const int failure = posix_spawnp(&pid_, words[0].c_str(), &files, nullptr,
-                                   pointersTo(words).data(), pointersTo(environment).data());
+  const int failure = posix_spawnp(&pid_, arguments[0].c_str(), &files, nullptr,
+                                   pointersTo(arguments).data(), pointersTo(environment).data());
   posix_spawn_file_actions_destroy(&files);
-  if (failure != 0) throw std::system_error(failure, std::generic_category(), words[0]);
+  if (failure != 0) throw std::system_error(failure, std::generic_category(), arguments[0]);
 }
 
 ChildProcess::~ChildProcess() {
@@ -54,9 +54,9 @@ double ChildProcess::peakMemory() const {
   return peakMemoryOf(std::to_string(pid_));
 }
 
-double numberOfChild(const std::string& word, const fs::path& path) {
-  const std::string command =
-      "'" + fs::read_symlink("/proc/self/exe").string() + "' " + word + " '" + path.string() + "'";
+double numberPrintedByChild(const std::string& option, const fs::path& path) {
+  const std::string command = "'" + fs::read_symlink("/proc/self/exe").string() + "' " + option +
+                              " '" + path.string() + "'";
   FILE* const child = popen(command.c_str(), "r");
   double number = 0;
   const bool told = child != nullptr && std::fscanf(child, "%lf", &number) == 1;
@@ -68,8 +68,8 @@ double numberOfChild(const std::string& word, const fs::path& path) {
 double peakMemoryOf(const std::string& process) {
   constexpr double kKilobyte = 1024;
   std::ifstream status("/proc/" + process + "/status");
-  for (std::string word; status >> word;)
-    if (double peak = 0; word == "VmHWM:" && status >> peak) return peak * kKilobyte;
+  for (std::string name; status >> name;)
+    if (double peak = 0; name == "VmHWM:" && status >> peak) return peak * kKilobyte;
   throw std::runtime_error("the system doesn't tell the peak memory");
 }
 

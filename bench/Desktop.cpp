@@ -110,8 +110,7 @@ void Desktop::awaitManager() {
   waitUntil(isThere, "the window manager");
 }
 
-Desktop::Pixels Desktop::lines(const std::vector<std::int16_t>& heights,
-                               std::uint16_t width) const {
+Desktop::Pixels Desktop::rows(const std::vector<std::int16_t>& heights, std::uint16_t width) const {
   xcb_connection_t* const connection = connection_.get();
   std::vector<xcb_get_image_cookie_t> asked;
   for (const std::int16_t height : heights)

@@ -28,8 +28,8 @@ class Desktop {
   const std::filesystem::path& configuration() const { return folder_.path(); }
 
   using Pixels = std::vector<std::uint8_t>;
-  /// The pixel rows of the display at these heights, from the left edge to `width`.
-  Pixels lines(const std::vector<std::int16_t>& heights, std::uint16_t width) const;
+  /// The pixels of these rows of the display, each from the left edge to `width`.
+  Pixels rows(const std::vector<std::int16_t>& ys, std::uint16_t width) const;
 
  private:
   void connect();

@@ -33,7 +33,7 @@ void printFailure(const std::string& name, double aim, const std::string& why);
 /// Measures the seconds of both and prints the row.
 void compare(const std::string& name, double aim, int rounds, const std::function<void()>& ours,
              const std::function<void()>& peer);
-/// The same for runs that return the seconds of the part that counts.
+/// The same for runs that measure a part of themselves and return its seconds.
 void compareParts(const std::string& name, double aim, int rounds,
                   const std::function<double()>& ours, const std::function<double()>& peer);
 

@@ -42,20 +42,20 @@ void execute(const Database& database, const std::string& text) {
     throw std::runtime_error(text + ": " + sqlite3_errmsg(database.get()));
 }
 
-/// The column's definition. The store compares texts without regard to case, so this does too.
-std::string columnWords(const Table& table, const Column& column) {
-  std::string words = runtime::toUtf8(column.name);
+/// The column's definition in SQL. The store compares texts without regard to case, so the native
+/// file does too.
+std::string columnSql(const Table& table, const Column& column) {
+  std::string sql = runtime::toUtf8(column.name);
   const bool isKey = !table.indexes().empty() && table.indexes()[0].primary &&
                      table.indexes()[0].columns[0].column == column.name;
-  if (jet::isText(column.type))
-    return words + " TEXT COLLATE NOCASE" + (isKey ? " PRIMARY KEY" : "");
-  return words + (isKey ? " INTEGER PRIMARY KEY" : "");
+  if (jet::isText(column.type)) return sql + " TEXT COLLATE NOCASE" + (isKey ? " PRIMARY KEY" : "");
+  return sql + (isKey ? " INTEGER PRIMARY KEY" : "");
 }
 
 std::string createTable(const Table& table) {
   std::string text = "CREATE TABLE " + runtime::toUtf8(table.name()) + " (";
   for (const Column& column : table.columns())
-    text += (text.back() == '(' ? "" : ", ") + columnWords(table, column);
+    text += (text.back() == '(' ? "" : ", ") + columnSql(table, column);
   return text + ")";
 }
 

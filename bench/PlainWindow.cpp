@@ -16,13 +16,13 @@ PlainWindow::PlainWindow(int buttons, int rows) {
     buttons_.back()->setGeometry(
         kButton.translated(kPitch.width() * (i % kColumns), kPitch.height() * (i / kColumns)));
   }
-  name(0);
+  setCaptions(0);
   auto* list = new QListWidget(this);
   list->setGeometry(kList);
   for (int i = 0; i < rows; ++i) list->addItem("Product of the store " + QString::number(i));
 }
 
-void PlainWindow::name(int firstProduct) {
+void PlainWindow::setCaptions(int firstProduct) {
   int product = firstProduct;
   for (QPushButton* button : buttons_) button->setText("Product " + QString::number(product++));
 }

@@ -6,14 +6,14 @@
 
 namespace bench {
 
-/// A bare window of the toolkit with so many plain push buttons and a list of so many plain rows,
+/// A bare window of the toolkit with `buttons` plain push buttons and a list of `rows` plain rows,
 /// laid out like the levelled editor's keys and item list.
 class PlainWindow : public QWidget {
  public:
   PlainWindow(int buttons, int rows);
 
-  /// Names the buttons after products of running numbers.
-  void name(int firstProduct);
+  /// Sets the captions to "Product N" with consecutive numbers from `firstProduct` on.
+  void setCaptions(int firstProduct);
 
  private:
   std::vector<QPushButton*> buttons_;

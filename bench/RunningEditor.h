@@ -14,7 +14,8 @@ namespace bench {
 /// The levelled editor of the shop in a folder, in this process and off screen.
 class RunningEditor {
  public:
-  /// What comes before the program's own start: the toolkit, and where the program lies.
+  /// Prepares the start: sets the environment and the program folder, and creates the toolkit's
+  /// application.
   explicit RunningEditor(const std::filesystem::path& shop) : environment_(shop) {}
 
   /// Starts the program; returns when its window is painted.
@@ -37,10 +38,10 @@ class RunningEditor {
   support::TestHost host_;
 };
 
-/// The user picks an entry of a drop-down list.
+/// Chooses an entry of a drop-down list, as the user does.
 void pick(QComboBox& box, int entry);
 
-/// Everything that is due happens, paint and all.
+/// Handles all pending events, painting included.
 void settle();
 
 }  // namespace bench

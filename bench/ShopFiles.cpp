@@ -19,7 +19,7 @@ std::string layoutOf(int level) {
   constexpr int kColours = 0x1000000;
   std::string bytes;
   for (int key = 0; key < kKeys; ++key) {
-    const std::string product = std::to_string(kProductsALevel * level + key);
+    const std::string product = std::to_string(kProductsPerLevel * level + key);
     const std::string back = std::to_string((key + 1) * kColourStep % kColours);
     bytes += std::to_string(key) + "," + product + ",Product " + product + "," + back + ",0\r\n";
   }
@@ -28,7 +28,7 @@ std::string layoutOf(int level) {
 
 }  // namespace
 
-void layOutShop(const fs::path& folder, const makestore::ShopOrder& order) {
+void createShop(const fs::path& folder, const makestore::ShopOrder& order) {
   for (int level = 1; level <= kLevels; ++level)
     write(folder / "Posdata" / ("FastMovers" + std::to_string(level) + ".txt"), layoutOf(level));
   write(folder / "Posdata" / "FastTouchButtons.ini",

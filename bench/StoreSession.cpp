@@ -16,10 +16,10 @@ constexpr int kKeyset = 1;
 constexpr int kPessimistic = 2;
 
 void open(ADODB::Connection& connection, const std::filesystem::path& path) {
-  std::u16string words = u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=";
-  words += runtime::fromUtf8(path.string());
-  words += u";Jet OLEDB:Database Password=w7rt3q8814Z;Persist Security Info=False";
-  connection.Open(words, u"", u"", kUnspecified);
+  std::u16string text = u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=";
+  text += runtime::fromUtf8(path.string());
+  text += u";Jet OLEDB:Database Password=w7rt3q8814Z;Persist Security Info=False";
+  connection.Open(text, u"", u"", kUnspecified);
   connection.CursorLocation(ADODB::kUseClient);
 }
 
@@ -88,7 +88,7 @@ void readFlags(const std::filesystem::path& path, int id) {
   openFlags(flags, connection, runtime::fromUtf8(std::to_string(id)));
 }
 
-void repeatFlags(const std::filesystem::path& path, int id) {
+void rewriteFlags(const std::filesystem::path& path, int id) {
   ADODB::Connection connection;
   open(connection, path);
   ADODB::Recordset flags;

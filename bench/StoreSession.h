@@ -18,8 +18,9 @@ int readStoreFields(const std::filesystem::path& path, std::u16string_view state
 /// of its row in tblPlu.
 void addProduct(const std::filesystem::path& path, std::u16string_view name);
 
-/// Reads a product's flags, and updates them with their current values, respectively.
+/// Reads a product's flags.
 void readFlags(const std::filesystem::path& path, int id);
-void repeatFlags(const std::filesystem::path& path, int id);
+/// Reads a product's flags and updates them with the same values.
+void rewriteFlags(const std::filesystem::path& path, int id);
 
 }  // namespace bench

@@ -120,13 +120,13 @@ void measureLevels(const RunningEditor& editor) {
         level = (level + 1) % bench::kLevels;
         pick(levels, level);
         settle();
-        const int product = bench::kProductsALevel * (level + 1) + bench::kKeys - 1;
+        const int product = bench::kProductsPerLevel * (level + 1) + bench::kKeys - 1;
         if (lastKey.accessibleName() != "Product " + QString::number(product))
           throw std::runtime_error("the keys didn't change");
       },
       [&] {
         round = (round + 1) % bench::kLevels;
-        plain.name(bench::kProductsALevel * (round + 1));
+        plain.setCaptions(bench::kProductsPerLevel * (round + 1));
         settle();
       });
 }
@@ -166,7 +166,7 @@ int main() {
     order.products = kProducts;
     order.free.emplace();
     order.departmentCount = 1;
-    bench::layOutShop(shop.path(), order);
+    bench::createShop(shop.path(), order);
     bench::writeSettings(shop.path());
     RunningEditor editor(shop.path());
     editor.start();

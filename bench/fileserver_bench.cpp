@@ -29,7 +29,7 @@ namespace fs = std::filesystem;
 using bench::RunningEditor;
 
 constexpr int kProducts = 45000;
-constexpr double kMost = 2;
+constexpr double kAim = 2;
 /// The word of a child process, which starts the program once and prints the seconds.
 constexpr const char* kStartWord = "--start";
 
@@ -63,15 +63,15 @@ double startOnce(const fs::path& shop) {
 void measure(const fs::path& shop) {
   const auto readStore = [&] { readInPieces(shop / bench::kStore); };
   bench::compareParts(
-      "start with 45,000 products, 3 ms a read, beside reading the store in pieces of 64 KB", kMost,
-      7, [&] { return bench::numberOfChild(kStartWord, shop); },
+      "start with 45,000 products, 3 ms a read, beside reading the store in pieces of 64 KB", kAim,
+      7, [&] { return bench::numberPrintedByChild(kStartWord, shop); },
       [&] { return bench::secondsOf(readStore); });
 
   RunningEditor editor(shop);
   editor.start();
   auto& hideBarcodes = editor.control<QCheckBox>("chkBarcode");
   bench::compare(
-      "filter change with 45,000 products, 3 ms a read, beside the same reading", kMost, 7,
+      "filter change with 45,000 products, 3 ms a read, beside the same reading", kAim, 7,
       [&] {
         hideBarcodes.click();
         bench::settle();
@@ -85,17 +85,17 @@ void layOut(const fs::path& shop) {
   order.products = kProducts;
   order.free.emplace();
   order.barcodes = makestore::Barcodes::None;
-  bench::layOutShop(shop, order);
+  bench::createShop(shop, order);
   bench::writeSettings(shop);
 }
 
 }  // namespace
 
-int main(int count, char** words) {
+int main(int count, char** arguments) {
   try {
     delayReads();
-    if (count == 3 && words[1] == std::string(kStartWord)) {
-      std::cout << startOnce(words[2]) << '\n';
+    if (count == 3 && arguments[1] == std::string(kStartWord)) {
+      std::cout << startOnce(arguments[2]) << '\n';
       return 0;
     }
     const bench::Folder shop(fs::temp_directory_path());

@@ -1,5 +1,5 @@
-// The peer of the editor's start: a bare window of the toolkit, as large, with as many buttons and
-// rows.
+// The peer of the editor's start: a bare maximised window of the toolkit with this number of
+// buttons and rows.
 //
 //   plain_window BUTTONS ROWS
 
@@ -8,10 +8,10 @@
 
 #include "PlainWindow.h"
 
-int main(int count, char** words) {
-  const QApplication application(count, words);
-  bench::PlainWindow window(count > 1 ? std::atoi(words[1]) : 0,
-                            count > 2 ? std::atoi(words[2]) : 0);
+int main(int count, char** arguments) {
+  const QApplication application(count, arguments);
+  bench::PlainWindow window(count > 1 ? std::atoi(arguments[1]) : 0,
+                            count > 2 ? std::atoi(arguments[2]) : 0);
   window.showMaximized();
   return QApplication::exec();
 }

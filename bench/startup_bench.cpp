@@ -25,7 +25,7 @@ namespace fs = std::filesystem;
 
 constexpr int kProducts = 2000;
 constexpr int kRounds = 41;
-constexpr double kMost = 1.3;
+constexpr double kAim = 1.3;
 constexpr const char* kStart = "start to the first frame, 2,000 products, beside a bare window";
 constexpr const char* kMemory = "peak memory at the first frame, beside a bare window";
 
@@ -56,7 +56,7 @@ class Start {
   double medianPeak() const { return bench::median(peaks_); }
 
  private:
-  bench::Desktop::Pixels look() const { return desktop_.lines(kLines, kWidth); }
+  bench::Desktop::Pixels look() const { return desktop_.rows(kLines, kWidth); }
 
   /// True for the screen without a window, which has one colour.
   static bool isEmptyScreen(const bench::Desktop::Pixels& pixels) {
@@ -97,7 +97,7 @@ void measureStart(const fs::path& programs) {
   order.slots = kProducts;
   order.products = kProducts;
   order.free.emplace();
-  bench::layOutShop(shop.path(), order);
+  bench::createShop(shop.path(), order);
   fs::create_symlink(programs / "keystrand", shop / "keystrand");
 
   const bench::Desktop desktop;
@@ -108,9 +108,9 @@ void measureStart(const fs::path& programs) {
   const bench::Medians took = bench::measure(
       kRounds, [&] { return ours.seconds(); }, [&] { return peer.seconds(); });
   bench::printRow(kStart, bench::milliseconds(took.ours), bench::milliseconds(took.peer),
-                  took.ours / took.peer, kMost);
+                  took.ours / took.peer, kAim);
   bench::printRow(kMemory, bench::megabytes(ours.medianPeak()), bench::megabytes(peer.medianPeak()),
-                  ours.medianPeak() / peer.medianPeak(), kMost);
+                  ours.medianPeak() / peer.medianPeak(), kAim);
 }
 
 }  // namespace
@@ -121,7 +121,7 @@ int main(int count, char** words) {
                            : fs::read_symlink("/proc/self/exe").parent_path().parent_path());
     return 0;
   } catch (const std::exception& error) {
-    for (const char* row : {kStart, kMemory}) bench::printFailure(row, kMost, error.what());
+    for (const char* row : {kStart, kMemory}) bench::printFailure(row, kAim, error.what());
     return 0;
   }
 }

@@ -43,11 +43,12 @@ constexpr double kMostPages = 24;
 constexpr double kMostRepeatedReads = 20;
 constexpr const char* kItemsNative =
     "SELECT ID,DESCRIPTION,barcode from qrySalesitems where description <> '' order by description";
-/// Arguments of a child process: it reads all items of a file and prints its peak memory, or reads
-/// the items of a small shop and prints the seconds.
-constexpr const char* kChildWord = "--read-items";
-constexpr const char* kFirstWord = "--first-session";
-constexpr const char* kFirstNativeWord = "--first-native";
+/// Arguments of a child process. It reads all items of the store and prints its peak memory;
+constexpr const char* kPeakMemoryOption = "--read-items";
+/// reads the items of the small shop in its first session and prints the seconds;
+constexpr const char* kFirstSessionOption = "--first-session";
+/// or does this with the native file.
+constexpr const char* kFirstNativeOption = "--first-native";
 constexpr int kSmallShop = 2000;
 
 void expectRows(int found, int wanted) {
@@ -98,8 +99,8 @@ void measureReading(const fs::path& store, const fs::path& native) {
 void measureFirstSession(const fs::path& store, const fs::path& native) {
   bench::compareParts(
       "first session of a process on 2,000 products, beside native SQLite's first", 2, 60,
-      [&] { return bench::numberOfChild(kFirstWord, store); },
-      [&] { return bench::numberOfChild(kFirstNativeWord, native); });
+      [&] { return bench::numberPrintedByChild(kFirstSessionOption, store); },
+      [&] { return bench::numberPrintedByChild(kFirstNativeOption, native); });
 }
 
 /// Reads all items in a child process, which prints its own peak memory: the system's count for a
@@ -107,7 +108,7 @@ void measureFirstSession(const fs::path& store, const fs::path& native) {
 void measureMemory(const fs::path& store) {
   const std::string name = "peak memory for all items of 50,000 slots, beside the file's size";
   try {
-    const double peak = bench::numberOfChild(kChildWord, store);
+    const double peak = bench::numberPrintedByChild(kPeakMemoryOption, store);
     const auto size = static_cast<double>(fs::file_size(store));
     bench::printRow(name, bench::megabytes(peak), bench::megabytes(size), peak / size, 2);
   } catch (const std::exception& error) {
@@ -132,8 +133,8 @@ void addNext(const fs::path& store, int& number) {
   bench::addProduct(store, runtime::fromUtf8(name));
 }
 
-/// Number of file steps of a kind in the work.
-int stepsOf(files::FileStep::Kind kind, const std::function<void()>& work) {
+/// Number of file operations of this kind that `work` performs.
+int countSteps(files::FileStep::Kind kind, const std::function<void()>& work) {
   int steps = 0;
   files::setFaultSeam([&](const files::FileStep& step) {
     if (step.kind == kind) ++steps;
@@ -144,7 +145,7 @@ int stepsOf(files::FileStep::Kind kind, const std::function<void()>& work) {
   return steps;
 }
 
-/// Prints the row of a number of pages.
+/// Prints a row that compares a number of pages with its limit.
 void printPages(const std::string& name, double limit, const std::function<int()>& count) {
   try {
     const int pages = count();
@@ -168,8 +169,8 @@ void measureAdding(const fs::path& large, const fs::path& small) {
   printPages("pages written to add a product at 50,000 slots, beside the limit", kMostPages, [&] {
     int most = 0;
     for (int i = 0; i < kCountedAdds; ++i)
-      most =
-          std::max(most, stepsOf(files::FileStep::Kind::Write, [&] { addNext(large, inLarge); }));
+      most = std::max(most,
+                      countSteps(files::FileStep::Kind::Write, [&] { addNext(large, inLarge); }));
     return most;
   });
 }
@@ -178,20 +179,20 @@ void measureRepeating(const fs::path& store) {
   printPages("pages read by an update that changes nothing, beside the limit", kMostRepeatedReads,
              [&] {
                constexpr auto kRead = files::FileStep::Kind::Read;
-               return stepsOf(kRead, [&] { bench::repeatFlags(store, kProducts); }) -
-                      stepsOf(kRead, [&] { bench::readFlags(store, kProducts); });
+               return countSteps(kRead, [&] { bench::rewriteFlags(store, kProducts); }) -
+                      countSteps(kRead, [&] { bench::readFlags(store, kProducts); });
              });
 }
 
-/// The work of a child process; prints its number.
+/// Runs as the child process for this option and prints the number that the parent reads.
 void runChild(const std::string& word, const fs::path& file) {
-  if (word == kChildWord) {
+  if (word == kPeakMemoryOption) {
     expectRows(bench::readStore(file, statements::kItems), kProducts);
     std::cout << static_cast<long>(bench::peakMemoryOf("self")) << '\n';
     return;
   }
   std::cout << bench::secondsOf([&] {
-    word == kFirstWord ? readItems(file, kSmallShop) : readNativeItems(file, kSmallShop);
+    word == kFirstSessionOption ? readItems(file, kSmallShop) : readNativeItems(file, kSmallShop);
   }) << '\n';
 }
 

@@ -3,8 +3,8 @@
 # keystrand_library(NAME FOLDER PATH [USES lib...] [SHOWS lib...] [INNER subfolder...] [HEADERS header...])
 #   Makes one library of the folder src/PATH, from its .cpp files and those of its INNER folders.
 #   Other files include its headers as "PATH/Header.h", which only libraries that link it can do:
-#   each library has an include root of its own that holds nothing but its headers, so an include
-#   that the links do not allow does not build. USES and SHOWS together list every library whose
+#   each library has an include root of its own that holds nothing but its headers, so an include of
+#   another library's header fails to compile unless that library is linked. USES and SHOWS together list every library whose
 #   headers the folder's files include. SHOWS lists those that its own public headers include: they
 #   are linked publicly, so that files that include such a header find them too. All others are
 #   linked privately. Only the library itself can include the headers of its INNER folders.
@@ -21,7 +21,8 @@ set(common_headers <algorithm> <cstdint> <functional> <map> <memory> <optional> 
 add_library(library_headers OBJECT ${PROJECT_BINARY_DIR}/headers.cpp)
 target_precompile_headers(library_headers PRIVATE ${common_headers})
 
-# Compiling a test's many expectations takes longer than running them: tests are not optimised.
+# Tests are compiled without optimisation, since compiling their many expectations takes longer than
+# running them. Their headers are therefore precompiled a second time.
 function(keystrand_test_headers)
   add_library(test_headers OBJECT ${PROJECT_BINARY_DIR}/headers.cpp)
   target_compile_options(test_headers PRIVATE $<$<BOOL:${KEYSTRAND_SANITIZE}>:-O0>)
@@ -74,7 +75,7 @@ function(keystrand_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gmock GTest::gtest_main)
-  # The toolkit requires -fPIC; all tests have it, since they share one precompiled header.
+  # Qt requires -fPIC. Tests without Qt get it too, since all tests share one precompiled header.
   target_compile_options(${name} PRIVATE -fPIC $<$<BOOL:${KEYSTRAND_SANITIZE}>:-O0>)
   target_precompile_headers(${name} REUSE_FROM test_headers)
   add_test(NAME ${name} COMMAND ${name})

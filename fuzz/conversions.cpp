@@ -1,4 +1,5 @@
-// Numeric texts and the code page: every text yields a number or one of the two errors.
+// Numeric texts and the code page: every text yields a number, Overflow (6) or Type mismatch (13),
+// and every byte survives the conversion from the code page and back.
 #include <cstddef>
 #include <cstdint>
 #include <string>

@@ -1,5 +1,5 @@
 // A text that another program drops on a key: in both editors it is split into an item, or ends the
-// program with one of three errors and the key unchanged.
+// program with error 5, 6 or 13 and leaves the key unchanged.
 #include <stdlib.h>
 #include <unistd.h>
 
@@ -122,15 +122,15 @@ void dropOnBoth(Editors& editors, const QMimeData& data) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  // Destroyed at the end: a process that exits with live windows is taken for one without a
-  // display.
+  // Static, so that the windows are destroyed at exit: the program treats an exit with live windows
+  // as the loss of its display.
   static Editors editors;
   const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
   QMimeData plain;
   plain.setData("text/plain", bytes);
   dropOnBoth(editors, plain);
 
-  // Entries in both forms, with the first line as description and the rest as id.
+  // An entry in the form of each editor's list: the first line is the description, the rest the id.
   const qsizetype end = bytes.indexOf('\n');
   if (end < 0) return 0;
   QMimeData entry;

@@ -1,4 +1,5 @@
-// A statement of the store's dialect, run on a small store.
+// A statement of the store's dialect, run on a small store. A find is an error text of SQLite's
+// own, which shows that SQLite refused a statement that was parsed and bound.
 #include <unistd.h>
 
 #include <cstddef>

@@ -1,5 +1,6 @@
-// A complete store database: opens it and reads the catalog and every table, by a scan and by each
-// index; runs every saved query, and changes one row that has a text.
+// A complete store database. Opens it; reads the catalog and every table, by a scan and by each
+// index; runs every saved query; and changes one row that has a text. A find is an error that is
+// not one of the database provider's.
 #include <unistd.h>
 
 #include <cstddef>

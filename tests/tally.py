@@ -5,8 +5,7 @@ skipped".
     tally.py PROGRAMS.xml CASES-FOLDER WINDOWS.xml
 
 PROGRAMS.xml is CTest's report. A test program that wrote its own report into the folder counts by
-its cases; one that didn't, or that failed although its report holds no failure (it crashed, or was
-stopped), counts as one. WINDOWS.xml is the report of the tests with real windows. A report that is
+its cases. A program without a report counts as one case. A program that failed although its report has no failure WINDOWS.xml is the report of the tests with real windows. A report that is
 missing or can't be read is a failure. The status is 0 only if something passed, nothing failed and
 nothing was skipped.
 """
@@ -56,7 +55,7 @@ def main(programs, cases, windows):
     for program in listed.iter("testcase") if listed is not None else ():
         name = program.get("name")
         skipped = program.find("skipped")
-        # A program that could not even be found is reported as skipped, but for the reason given.
+        # CTest reports a program that it can't find as skipped; only the message tells.
         bad = (program.get("status") not in ("run", "notrun", "disabled") or
                (skipped is not None and "Unable to find" in skipped.get("message", "")))
         own = read(pathlib.Path(cases) / f"{name}.xml")

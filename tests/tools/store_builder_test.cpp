@@ -258,15 +258,15 @@ TEST_F(StoreBuilderTest, SavedQueriesAreRebuiltAsOrdered) {
 
 TEST_F(StoreBuilderTest, OtherReadersReadPasswordAndEncipherment) {
   StoreBuilder plain;
-  StoreBuilder enciphered;
-  enciphered.password(u"Twenty characters ok").encodingKey(0x12345678);
-  for (StoreBuilder* store : {&plain, &enciphered}) {
+  StoreBuilder encrypted;
+  encrypted.password(u"Twenty characters ok").encodingKey(0x12345678);
+  for (StoreBuilder* store : {&plain, &encrypted}) {
     Table& table = store->table(u"T");
     table.column(makestore::Column::text(u"name", 30)).index(Index::plain(u"name"));
     table.row({u"Elderflower"});
   }
   const std::filesystem::path open = write(plain, "plain.mdb");
-  const std::filesystem::path closed = write(enciphered, "enciphered.mdb");
+  const std::filesystem::path closed = write(encrypted, "encrypted.mdb");
   EXPECT_EQ(checkerOutput("--password", open), "\n");
   EXPECT_EQ(checkerOutput("--password", closed), "Twenty characters ok\n");
   EXPECT_EQ(checkerVerdict(closed), "sound");

@@ -51,7 +51,7 @@ IDS is a list of ids and ranges: 3,7,10-20. TEXT is UTF-8; \N alone stands for n
                          nulls on one
   --reference-maps       usage maps in the form that large files have
   --free-pages N         free pages at the end of the file
-  --encoded              all pages but the first are enciphered
+  --encoded              all pages but the first are encrypted
   --password TEXT        another password; empty for none
 
   --help                 prints this
@@ -119,7 +119,7 @@ T choice(std::string_view text, const std::map<std::string_view, T>& choices) {
   return found->second;
 }
 
-/// A price in ten-thousandths, from plain decimal.
+/// A price in ten-thousandths, from a text such as "2.50".
 std::int64_t price(std::string_view text) {
   double value = 0;
   const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), value);

@@ -14,19 +14,21 @@ struct Child {
   std::uint32_t page = 0;
 };
 
-/// Bytes of entries on a page of a larger tree: some room is left for later keys.
+/// Bytes of entries on a page of an index with several pages; a tenth of the page stays free for
+/// later keys.
 std::size_t usualFill(const jet::Layout& layout) {
   return layout.indexCapacity() * 9 / 10;
 }
 
-/// Size of a leaf's entries when all but the first leave out the prefix that all have in common, at
-/// most all bytes but one of the shortest. The entries are in order, so the first and the last
-/// determine the prefix.
+/// Size of a leaf's entries when all but the first leave out their common prefix. The prefix is
+/// shorter than the shortest entry. The entries are in order, so the first and the last determine
+/// it.
 class PackedSize {
  public:
   explicit PackedSize(const jet::IndexEntry& first)
       : first_(&first), unpacked_(first.bytes.size()), shortest_(first.bytes.size()) {}
 
+  /// The size if `next` were added.
   std::size_t with(const jet::IndexEntry& next) const {
     const std::size_t most = std::min({first_->bytes.size(), next.bytes.size(), shortest_}) - 1;
     const auto front = first_->bytes.begin();
@@ -82,8 +84,8 @@ std::vector<jet::IndexPage> unpackedLeaves(const jet::Layout& layout,
   return leaves;
 }
 
-/// Groups the children by their nodes: at least two for each, so that a node has an entry besides
-/// its tail.
+/// Distributes the children over nodes, at least two to a node, so that each node has an entry
+/// besides its tail.
 std::vector<std::vector<Child>> groupChildren(const jet::Layout& layout,
                                               const std::vector<Child>& children) {
   std::vector<std::vector<Child>> groups;

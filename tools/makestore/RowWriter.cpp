@@ -13,7 +13,8 @@
 namespace makestore {
 namespace {
 
-/// Texts shorter than this are not stored compressed, so a new character doesn't add one byte.
+/// Shorter texts are not stored compressed, so a character that is added to one takes more than one
+/// byte.
 constexpr std::size_t kShortestCompressed = 3;
 constexpr char16_t kFilling = u'.';
 
@@ -107,7 +108,8 @@ void RowWriter::openPage() {
 void RowWriter::writeRow(std::size_t row) {
   const Placement placement = table_.rows()[row].placement;
   const bool moved = placement == Placement::Moved;
-  // A row that grew too long for its page has left its old, shorter bytes there.
+  // The slot of a moved row keeps the length of the old, shorter row, which had only its fixed
+  // columns.
   const jet::Bytes bytes = encodeRow(row, moved ? Extent::FixedOnly : Extent::Full);
   if (pages_.empty() || !jet::DataPageEditor(space_.layout(), space_.page(pages_.back()), {})
                              .hasRoomFor(bytes.size())) {

@@ -25,7 +25,10 @@ class RowWriter {
   const std::vector<jet::RowPointer>& pointers() const { return pointers_; }
 
  private:
-  enum class Extent { Full, FixedOnly };
+  enum class Extent {
+    Full,
+    FixedOnly
+  };  ///< all columns, or only the fixed ones, as before a row moved
 
   jet::Bytes encodeRow(std::size_t row, Extent extent);
   jet::Bytes storedValue(const jet::ColumnDefinition& column, const runtime::Variant& value);

@@ -8,7 +8,8 @@
 
 namespace makestore {
 
-/// A product of the demo shop.
+/// A product of the fixed catalogue (ShopCatalogue.cpp), from which all products of generated shops
+/// are made.
 struct CatalogueProduct {
   enum class Kind : std::uint8_t {
     Loose,
@@ -31,8 +32,7 @@ std::u16string_view catalogueDepartment(std::size_t number);
 const std::array<CatalogueProduct, kProductsPerDepartment>& catalogueProducts(
     std::size_t department);
 
-/// A product of the shop. Numbers count from 0; those from kCatalogueProducts on are varieties of
-/// the first products, each with its own name of at most `longestName` characters.
+/// A product of a generated shop.
 struct ShopProduct {
   std::u16string name;
   std::size_t department = 0;

@@ -12,6 +12,7 @@
 namespace makestore {
 namespace {
 
+/// Every 17th slot of the three levels (63 keys each) is free, if so many slots are to be free.
 constexpr int kEarlyFreeStep = 17;
 constexpr int kEarlyFreeEnd = 189;
 constexpr std::int32_t kFirstRecordNumber = 1001;

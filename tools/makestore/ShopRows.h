@@ -31,8 +31,9 @@ std::vector<ShopDepartment> departmentsOf(const ShopOrder& order);
 /// All slots of the order, in the order of their rows in the file.
 std::vector<SlotRow> slotsOf(const ShopOrder& order);
 
-/// Lengthens the last names, or frees the last slots, until the entries of an index on the names
-/// fill one leaf to its last byte.
+/// Makes the entries of an index on the names fill one leaf exactly: frees the last named slots
+/// while they are too large, then lengthens the last names by one character each while room is
+/// left. Raises std::invalid_argument where there are too few slots.
 void fillNameLeaf(std::vector<SlotRow>& slots, std::size_t longestName);
 
 }  // namespace makestore

@@ -139,52 +139,55 @@ class Fields {
   const ShopOrder& order_;
 };
 
-std::vector<Field> stockFields(const ShopOrder& order, const Fields& has) {
+std::vector<Field> stockFields(const ShopOrder& order, const Fields& fields) {
   switch (order.tables) {
     case ShopTables::Cafe:
-      return {has.price(), has.description(), has.no(u"discontinued"),
-              has.id(),    has.department(),  has.shortNote(u"place", 20)};
+      return {fields.price(), fields.description(), fields.no(u"discontinued"),
+              fields.id(),    fields.department(),  fields.shortNote(u"place", 20)};
     case ShopTables::Tight:
-      return {
-          has.id(),         has.description(),           has.price(),
-          has.department(), has.longNote(u"notes", 255), has.yesNo(u"active", &SlotRow::taxable)};
+      return {fields.id(),
+              fields.description(),
+              fields.price(),
+              fields.department(),
+              fields.longNote(u"notes", 255),
+              fields.yesNo(u"active", &SlotRow::taxable)};
     case ShopTables::Corner:
       break;
   }
-  return {has.id(),       has.recordNumber(), has.description(),
-          has.price(),    has.department(),   has.yesNo(u"taxable", &SlotRow::taxable),
-          has.lastSold(), has.onHand(),       has.memo(u"notes"),
-          has.guid()};
+  return {fields.id(),       fields.recordNumber(), fields.description(),
+          fields.price(),    fields.department(),   fields.yesNo(u"taxable", &SlotRow::taxable),
+          fields.lastSold(), fields.onHand(),       fields.memo(u"notes"),
+          fields.guid()};
 }
 
-std::vector<Field> pluFields(const ShopOrder& order, const Fields& has) {
+std::vector<Field> pluFields(const ShopOrder& order, const Fields& fields) {
   constexpr ColumnType kByte = ColumnType::Byte;
   constexpr ColumnType kInteger = ColumnType::Integer;
   constexpr ColumnType kLong = ColumnType::Long;
   switch (order.tables) {
     case ShopTables::Cafe:
-      return {has.flag(u"NEG_PRICE", kByte), has.flag(u"ITEM_TYPE", kLong, true),
-              has.flag(u"OPEN_PLU", kByte),  has.flag(u"PRINTER2", kLong),
-              has.flag(u"PRINTER1", kLong),  has.id()};
+      return {fields.flag(u"NEG_PRICE", kByte), fields.flag(u"ITEM_TYPE", kLong, true),
+              fields.flag(u"OPEN_PLU", kByte),  fields.flag(u"PRINTER2", kLong),
+              fields.flag(u"PRINTER1", kLong),  fields.id()};
     case ShopTables::Tight:
-      return {has.id(),
-              has.barcode(),
-              has.flag(u"PRINTER1", kInteger),
-              has.flag(u"PRINTER2", kInteger),
-              has.flag(u"OPEN_PLU", kInteger),
-              has.flag(u"ITEM_TYPE", kInteger, true),
-              has.flag(u"NEG_PRICE", kInteger)};
+      return {fields.id(),
+              fields.barcode(),
+              fields.flag(u"PRINTER1", kInteger),
+              fields.flag(u"PRINTER2", kInteger),
+              fields.flag(u"OPEN_PLU", kInteger),
+              fields.flag(u"ITEM_TYPE", kInteger, true),
+              fields.flag(u"NEG_PRICE", kInteger)};
     case ShopTables::Corner:
       break;
   }
-  return {has.id(),
-          has.barcode(),
-          has.flag(u"PRINTER1", kInteger),
-          has.flag(u"PRINTER2", kInteger),
-          has.flag(u"OPEN_PLU", kInteger),
-          has.no(u"SCALE"),
-          has.flag(u"ITEM_TYPE", kInteger, true),
-          has.flag(u"NEG_PRICE", kInteger)};
+  return {fields.id(),
+          fields.barcode(),
+          fields.flag(u"PRINTER1", kInteger),
+          fields.flag(u"PRINTER2", kInteger),
+          fields.flag(u"OPEN_PLU", kInteger),
+          fields.no(u"SCALE"),
+          fields.flag(u"ITEM_TYPE", kInteger, true),
+          fields.flag(u"NEG_PRICE", kInteger)};
 }
 
 void addSlots(Table& table, const std::vector<Field>& fields, const std::vector<SlotRow>& slots,
@@ -199,13 +202,13 @@ void addSlots(Table& table, const std::vector<Field>& fields, const std::vector<
   }
 }
 
-void addDepartments(StoreBuilder& store, const ShopOrder& order, const Fields& has) {
+void addDepartments(StoreBuilder& store, const ShopOrder& order, const Fields& fields) {
   const bool cafe = order.tables == ShopTables::Cafe;
   Table& table = store.table(u"tblDepartment");
-  const Column description = has.text(u"description", cafe ? 40 : 30);
+  const Column description = fields.text(u"description", cafe ? 40 : 30);
   if (cafe)
-    table.column(description).column(has.departmentColumn(u"id")).column({.name = u"colour"});
-  if (!cafe) table.column(has.departmentColumn(u"id")).column(description);
+    table.column(description).column(fields.departmentColumn(u"id")).column({.name = u"colour"});
+  if (!cafe) table.column(fields.departmentColumn(u"id")).column(description);
   table.index(Index::primaryKey(u"id"));
   if (!cafe) table.index(Index::plain(u"description"));
   for (const ShopDepartment& department : departmentsOf(order)) {
@@ -219,9 +222,9 @@ void addDepartments(StoreBuilder& store, const ShopOrder& order, const Fields& h
 }
 
 /// The café's barcodes: one row for each barcode of a product.
-void addBarcodes(StoreBuilder& store, const Fields& has, const std::vector<SlotRow>& slots) {
+void addBarcodes(StoreBuilder& store, const Fields& fields, const std::vector<SlotRow>& slots) {
   Table& table = store.table(u"tblBarcode");
-  table.column({.name = u"seq"}).column({.name = u"pluid"}).column(has.text(u"barcode", 20));
+  table.column({.name = u"seq"}).column({.name = u"pluid"}).column(fields.text(u"barcode", 20));
   table.index(Index::primaryKey(u"seq"));
   std::int32_t number = 0;
   for (const SlotRow& slot : slots)
@@ -289,13 +292,13 @@ StoreBuilder shopStore(const ShopOrder& order) {
       .encodingKey(order.encodingKey)
       .referenceMaps(order.referenceMaps)
       .freePages(order.freePages);
-  const Fields has(order);
+  const Fields fields(order);
   const bool tight = order.tables == ShopTables::Tight;
   std::vector<SlotRow> slots = slotsOf(order);
   if (tight && order.descriptionIndex) fillNameLeaf(slots, order.descriptionLength);
 
   Table& stock = store.table(u"tblStock");
-  addSlots(stock, stockFields(order, has), slots, order.missingStock, order.moved);
+  addSlots(stock, stockFields(order, fields), slots, order.missingStock, order.moved);
   const auto index = [&order](Index wanted) {
     wanted.packed = order.packedIndexes;
     return wanted;
@@ -306,11 +309,11 @@ StoreBuilder shopStore(const ShopOrder& order) {
   if (tight) stock.fillPagesThrough(u"notes");
 
   Table& plu = store.table(u"tblPlu");
-  addSlots(plu, pluFields(order, has), slots, order.missingPlu, {});
+  addSlots(plu, pluFields(order, fields), slots, order.missingPlu, {});
   plu.index(index(Index::primaryKey(u"id")));
 
-  addDepartments(store, order, has);
-  if (order.tables == ShopTables::Cafe) addBarcodes(store, has, slots);
+  addDepartments(store, order, fields);
+  if (order.tables == ShopTables::Cafe) addBarcodes(store, fields, slots);
   for (const ShopRule& each : order.rules) {
     Table& table = store.tableNamed(each.table);
     if (each.column.empty())

@@ -40,7 +40,8 @@ struct ShopDepartment {
   std::optional<std::u16string> name;  ///< null where absent
 };
 
-/// The values of one slot that differ from the demo's products.
+/// The values of one slot that replace those of the demo's product; absent ones stay, except for
+/// the name.
 struct ShopSlot {
   std::optional<std::u16string> name;  ///< absent: a free slot
   std::optional<std::u16string> department = {};
@@ -48,13 +49,14 @@ struct ShopSlot {
   std::optional<std::u16string> barcode = {};
 };
 
-/// The properties of a shop's store. The defaults are those of the demo store; see also cafeShop
-/// and tightShop. Slots have the ids 1 to `slots`.
+/// The specification of a shop's store. The defaults are those of the demo store; see also cafeShop
+/// and tightShop. A slot is a row of tblStock for one product; slots have the ids 1 to `slots`.
 struct ShopOrder {
   ShopTables tables = ShopTables::Corner;
   int slots = 420;
   int products = 200;  ///< number of named slots where `free` is absent
-  /// Free slots; absent: some early ones and the last ones, all but `products`.
+  /// Ids of the free slots. If absent, all slots but `products` are free: every 17th of the first
+  /// 189, then the last ones.
   std::optional<std::set<int>> free;
   std::set<int> missingStock;               ///< ids without a row in tblStock
   std::set<int> missingPlu;                 ///< ids without a row in tblPlu
@@ -62,8 +64,9 @@ struct ShopOrder {
   std::map<int, ShopSlot> given;            ///< slots by id
   int departmentCount = 10;                 ///< where `departments` is empty
   std::vector<ShopDepartment> departments;  ///< in the order of their rows
-  std::uint32_t seed = 1;  ///< of all invented values: barcodes, stock, dates, row order
-  bool shuffled = false;   ///< rows are in a random order in the file
+  std::uint32_t seed =
+      1;  ///< of all random values: barcodes, quantities, dates, notes, row ids, row order
+  bool shuffled = false;  ///< rows are in a random order in the file
 
   jet::ColumnType priceType = jet::ColumnType::Currency;   ///< or Double
   jet::ColumnType departmentType = jet::ColumnType::Long;  ///< or Text
@@ -92,7 +95,8 @@ ShopOrder cafeShop();
 ShopOrder tightShop();
 
 /// The store with its tables, rows and saved query qrySalesitems, ready to be written.
-/// Raises std::invalid_argument for an order that contradicts itself.
+/// Raises std::invalid_argument for values that contradict each other, such as more products than
+/// slots.
 StoreBuilder shopStore(const ShopOrder& order);
 
 }  // namespace makestore

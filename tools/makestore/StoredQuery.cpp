@@ -18,6 +18,7 @@ constexpr std::int16_t kUnionBase = 0x01;
 constexpr std::u16string_view kFirstHalf = u"X7YZ_____1";
 constexpr std::u16string_view kSecondHalf = u"X7YZ_____2";
 
+/// The three rows that every saved query has.
 std::vector<QueryRow> frame(QueryKind kind) {
   return {{.attribute = QueryAttribute::Start, .flag = std::int16_t{0}},
           {.attribute = QueryAttribute::End},

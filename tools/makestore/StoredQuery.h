@@ -54,7 +54,8 @@ class SelectQuery {
   std::optional<std::u16string> top_;
 };
 
-/// Two SELECT statements, or a UNION and a SELECT, joined by UNION, or by UNION ALL.
+/// A query that combines two statements by UNION, or by UNION ALL if `all` is set. The first may
+/// itself be a UNION.
 StoredQuery unionQuery(std::u16string name, std::u16string first, std::u16string second,
                        bool all = false);
 

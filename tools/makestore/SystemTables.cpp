@@ -25,7 +25,8 @@ constexpr std::int32_t kRelationships = 0x0F000003;
 constexpr std::int32_t kDatabase = 0x10000000;
 constexpr auto kSystemObject = std::bit_cast<std::int32_t>(jet::ObjectFlag::kSystem);
 
-/// Number of one of the engine's users or groups, in a file without users of its own.
+/// Id of one of the engine's built-in users or groups; the only ones in a file without user
+/// accounts.
 using Identity = std::array<std::uint8_t, 2>;
 constexpr Identity kEngine{0x65, 0x89};
 constexpr Identity kAdmins{0x64, 0x8B};

@@ -19,8 +19,9 @@ struct ListedObject {
   jet::Bytes properties;
 };
 
-/// The engine's own tables with their rows: the object list, the permissions, the saved queries and
-/// the relationships (of which there are none). `date` is the creation date of all objects.
+// The engine's own tables with their rows.
+
+/// MSysObjects; `date` is the creation date of all objects.
 Table objectList(jet::Version version, const std::vector<ListedObject>& objects, double date);
 Table permissions(jet::Version version, const std::vector<ListedObject>& objects);
 /// `ids` are the queries' object numbers.

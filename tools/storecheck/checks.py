@@ -6,7 +6,8 @@ from storefile import (DATA_PAGE, DELETED, LEAF_PAGE, LONG, LONG_VALUE_OWNER, ME
                        POINTER, SYSTEM_TABLE, TABLE_OBJECT, Damage, set_bits, u16, u32)
 
 GLOBAL_MAP_PAGE, OBJECTS_PAGE = 1, 2
-HEADER_WORDS = {0x18: 0x100, 0x1C: 0x101, 0x20: 2, 0x24: 3, 0x28: 4, 0x2C: 5}
+# The row pointers of the two global maps and the definition pages of the four system tables, by offset.
+HEADER_POINTERS = {0x18: 0x100, 0x1C: 0x101, 0x20: 2, 0x24: 3, 0x28: 4, 0x2C: 5}
 MOST_LEVELS = 255  # a page has one byte for its level
 ROW_SIZE, CHILD_SIZE = 4, 4  # at the end of an entry: its row; in a node, the child page
 
@@ -48,7 +49,7 @@ class IndexPage:
 
 
 class IndexCheck:
-    """Checks one index of a table with the rows `live`. Passes each page's owner to `claim`."""
+    """Checks one index of a table whose rows are `live`. Calls `claim(page, owner)` for each of its pages."""
 
     def __init__(self, store, table, index, live, claim):
         self.store, self.table, self.index, self.live, self.claim = store, table, index, live, claim
@@ -203,7 +204,7 @@ class FileCheck:
                           (len(store.data), store.layout.page_size))
         self.claim(0, "header")
         self.claim(GLOBAL_MAP_PAGE, "global map")
-        for at, expected in HEADER_WORDS.items():
+        for at, expected in HEADER_POINTERS.items():
             if u32(store.header, at) != expected:
                 store.problem("header: word at %#x is %#x, expected %#x" %
                               (at, u32(store.header, at), expected))
@@ -235,7 +236,7 @@ class FileCheck:
         return pages
 
     def used_map(self, at, user):
-        """The pages of a usage map that only one user may have."""
+        """Returns the pages of a usage map. Reports a map that a second table, index or column uses."""
         if not at[0]:
             return set()
         if at in self.map_users:
@@ -281,7 +282,7 @@ class FileCheck:
             return
         slots = store.slots(number)
         low = slots[-1][1] if slots else store.layout.page_size
-        free = low - store.layout.slots - 2 * len(slots)
+        free = low - store.layout.first_slot - 2 * len(slots)
         if u16(page, 2) != free:
             store.problem("%s: data page %d free space says %d, is %d" %
                           (table.name, number, u16(page, 2), free))
@@ -311,7 +312,7 @@ class FileCheck:
         """Checks the rows and their values; returns their fields by page and slot."""
         store, live, bodies, long_values = self.store, {}, set(), set()
         # The engine doesn't keep the counters of its own tables exact.
-        drifted = store.note if table.kind == SYSTEM_TABLE else store.problem
+        report_counter = store.note if table.kind == SYSTEM_TABLE else store.problem
         for at, fields in store.live_rows(table, bodies, store.problem):
             live[at] = fields
             for column in table.columns:
@@ -331,12 +332,12 @@ class FileCheck:
                 highest = max((store.value(column, fields[column.number]) or 0
                                for fields in live.values()), default=0)
                 if highest > table.autonumber:
-                    drifted("%s.%s: autonumber counter %d below value %d" %
+                    report_counter("%s.%s: autonumber counter %d below value %d" %
                             (table.name, column.name, table.autonumber, highest))
         for name, count in (("rows", len(live)), ("moved", len(bodies))):
             store.counts[name] = store.counts.get(name, 0) + count
         if len(live) != table.rows:
-            drifted("%s: definition says %d rows, found %d" % (table.name, table.rows, len(live)))
+            report_counter("%s: definition says %d rows, found %d" % (table.name, table.rows, len(live)))
         for page in sorted({page for page, _ in long_values} - (long_value_pages or set())):
             if long_value_pages is None:
                 self.claim(page, table.name + " long values")

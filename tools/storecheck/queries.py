@@ -45,19 +45,19 @@ def from_clause(rows):
         table = row["Name1"] or row["Expression"]
         name = row["Name2"] or row["Name1"] or ""
         sources.append(Source({name.lower()}, aliased(bracketed(table), row["Name2"])))
-    pairs = {}  # conditions by the two sources that they join
+    conditions_of = {}  # lists of conditions by the joined source
     for row in rows.get(JOIN, []):
         left, right = source_of(row["Name1"], sources), source_of(row["Name2"], sources)
         if left is right:
-            if left not in pairs:
+            if left not in conditions_of:
                 raise Damage("joins that contradict each other")
-            pairs[left].insert(0, row["Expression"])
+            conditions_of[left].insert(0, row["Expression"])
             continue
         joined = Source(left.names | right.names, "", True)
-        pairs[joined] = [row["Expression"]]
+        conditions_of[joined] = [row["Expression"]]
         joined.parts = left, right, JOINS.get(row["Flag"], "JOIN of an unknown kind")
         sources = [source for source in sources if source not in (left, right)] + [joined]
-    for joined, conditions in pairs.items():
+    for joined, conditions in conditions_of.items():
         left, right, kind = joined.parts
         condition = conditions[0] if len(conditions) == 1 else "(" + ") AND (".join(conditions) + ")"
         joined.text = "%s %s %s ON %s" % (left.nested(), kind, right.nested(), condition)

@@ -2,9 +2,9 @@
 
 import struct
 
-# One token for each character. "-" adds nothing; "hh.." are bytes of the key itself; "hh../xx" such
-# bytes and the weight of an accent; "~xx" is a character that adds only to the end of the key; each
-# "+" (Jet 3) takes one position in the list of accents.
+# One token for each character: "-" adds nothing to the key; "4a51" adds these bytes; "4a/0f" adds the bytes before
+# the slash and an accent of the weight after it; "~80" adds only an entry with this weight at the key's end (for
+# characters that are otherwise ignored). Each "+" (Jet 3) is a position in the list of accents without an accent.
 JET4_0000 = """
 - ~03 ~04 ~05 ~06 ~07 ~08 ~09 ~0a 0803 0804 0805 0806 0807 ~0b ~0c
 ~0d ~0e ~0f ~10 ~11 ~12 ~13 ~14 ~15 ~16 ~17 ~18 ~19 ~1a ~1b ~1c

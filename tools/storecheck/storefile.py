@@ -14,7 +14,7 @@ USER_TABLE, SYSTEM_TABLE = 0x4E, 0x53
 TABLE_OBJECT = 1
 LONG_VALUE_OWNER = b"LVAL"
 DELETED, POINTER = 0x8000, 0x4000  # flags of a slot; both: the body of a row that moved
-MOST_HOPS = 8
+MOST_HOPS = 8  # pointers from a moved row's slot to its body
 
 
 class Unreadable(Exception):
@@ -54,8 +54,8 @@ def row_pointer(data, at):
 
 @functools.lru_cache(maxsize=4096)
 def rc4_stream(key, length):
-    """Cached, since files that are checked together are often states of one file, with the same key
-    for each page."""
+    """The first `length` bytes of the RC4 stream, as a little-endian integer. Cached, since files that are
+    checked together are often states of one file, and then have the same key for each page."""
     box = list(range(256))
     j = 0
     for i in range(256):
@@ -88,8 +88,8 @@ class Layout:
         self.jet4 = jet4
         self.page_size = 4096 if jet4 else 2048
         # data page
-        self.row_count = 12 if jet4 else 8
-        self.slots = 14 if jet4 else 10
+        self.slot_count = 12 if jet4 else 8
+        self.first_slot = 14 if jet4 else 10
         # table definition
         self.definition_rows = 16 if jet4 else 12
         self.definition_autonumber = 20 if jet4 else 16
@@ -198,13 +198,13 @@ class StoreFile:
     def slots(self, number):
         """The slots of a data page: flags, start and end of the bytes."""
         page, layout = self.page(number), self.layout
-        count = u16(page, layout.row_count)
-        first = layout.slots + 2 * count
+        count = u16(page, layout.slot_count)
+        first = layout.first_slot + 2 * count
         if first > layout.page_size:
             raise Damage("page %d: row count %d too large" % (number, count))
         slots, end = [], layout.page_size
         for row in range(count):
-            value = u16(page, layout.slots + 2 * row)
+            value = u16(page, layout.first_slot + 2 * row)
             start = value & 0x1FFF
             if not first <= start <= end:
                 raise Damage("page %d: row %d offset %#x out of order" % (number, row, value))
@@ -445,7 +445,7 @@ class StoreFile:
     def live_rows(self, table, bodies=None, report=None):
         """Yields (page, slot) and fields of each row. Passes faults to `report`, if there is one;
         `bodies` collects the pages and slots of the bodies of moved rows."""
-        def fault(text):
+        def fail_or_report(text):
             if report is None:
                 raise Damage(text)
             report("%s: %s" % (table.name, text))
@@ -457,7 +457,7 @@ class StoreFile:
             try:
                 slots = self.slots(number)
             except Damage as damage:
-                fault(str(damage))
+                fail_or_report(str(damage))
                 continue
             for row, (flags, _, _) in enumerate(slots):
                 if flags & DELETED:
@@ -466,7 +466,7 @@ class StoreFile:
                 try:
                     yield at, self.fields(table, self.body(table, owned, at, bodies))
                 except Damage as damage:
-                    fault("row %d/%d: %s" % (*at, damage))
+                    fail_or_report("row %d/%d: %s" % (*at, damage))
 
     # ---- values
 
@@ -621,8 +621,8 @@ def guid_order(raw):
 
 
 def segmented(raw, ascending):
-    """Bytes as in a key: in groups of eight, each followed by a mark that more groups follow, or by
-    the number of bytes that count in the last group."""
+    """The bytes as they are stored in a key, in groups of eight. A 9 follows each group but the last; the number of
+    used bytes follows the last group, which is padded with zeros."""
     key = b""
     while len(raw) > 8:
         key += (raw[:8] if ascending else inverted(raw[:8])) + b"\x09"

@@ -45,7 +45,7 @@ std::string namedStep(const jetsql::WrittenStatement& statement, const std::stri
 }  // namespace
 
 StatementPlan planOf(jet::Database& database, std::u16string_view statement) {
-  const jet::Reading untilDone(database);
+  const jet::Reading reading(database);  // holds the shared lock until the plan is made
   jetsql::StoreCatalog catalog(database);
   const jetsql::WrittenStatement written =
       jetsql::writeStatement(jetsql::QueryBinder(catalog).bind(jetsql::parseStatement(statement)));

@@ -12,7 +12,7 @@ namespace storesql {
 
 /// The store database of the command line.
 struct Store {
-  std::string path;      ///< of the host
+  std::string path;      ///< as the operating system writes it
   std::string password;  ///< empty for none
 };
 

@@ -51,9 +51,9 @@ bool fits(Task task, std::size_t count) {
 std::optional<Arguments> parse(const std::vector<std::string>& words) {
   Arguments arguments;
   bool optionsEnd = false;
-  bool tasksDiffer = false;
+  bool hasTwoTasks = false;
   const auto choose = [&](Task task) {
-    if (arguments.task != Task::Read && arguments.task != task) tasksDiffer = true;
+    if (arguments.task != Task::Read && arguments.task != task) hasTwoTasks = true;
     arguments.task = task;
   };
   for (std::size_t i = 0; i < words.size(); ++i) {
@@ -75,7 +75,7 @@ std::optional<Arguments> parse(const std::vector<std::string>& words) {
       return std::nullopt;
     }
   }
-  if (tasksDiffer || !fits(arguments.task, arguments.plain.size())) return std::nullopt;
+  if (hasTwoTasks || !fits(arguments.task, arguments.plain.size())) return std::nullopt;
   return arguments;
 }
 

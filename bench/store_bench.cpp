@@ -23,6 +23,7 @@
 #include "StoreSession.h"
 #include "layoutdata/Statements.h"
 #include "makestore/ShopStore.h"
+#include "platform/files/ProgramFolder.h"
 #include "platform/files/seam/FaultSeam.h"
 #include "platform/runtime/CodePage.h"
 
@@ -50,6 +51,14 @@ constexpr const char* kFirstSessionOption = "--first-session";
 /// or does this with the native file.
 constexpr const char* kFirstNativeOption = "--first-native";
 constexpr int kSmallShop = 2000;
+
+/// The folder of the stores, as a shop has them in its program folder. A session finds the names
+/// below the program folder by listing it, and names above it need no look-up.
+constexpr const char* kStores = "Stores/Demo";
+
+void setProgramFolder(const fs::path& folder) {
+  files::setProgramFile(folder / "keystrand");
+}
 
 void expectRows(int found, int wanted) {
   if (found != wanted)
@@ -186,6 +195,7 @@ void measureRepeating(const fs::path& store) {
 
 /// Runs as the child process for this option and prints the number that the parent reads.
 void runChild(const std::string& word, const fs::path& file) {
+  setProgramFolder(file.parent_path().parent_path().parent_path());
   if (word == kPeakMemoryOption) {
     expectRows(bench::readStore(file, statements::kItems), kProducts);
     std::cout << static_cast<long>(bench::peakMemoryOf("self")) << '\n';
@@ -196,13 +206,13 @@ void runChild(const std::string& word, const fs::path& file) {
   }) << '\n';
 }
 
-void writeShop(const bench::Folder& folder, const std::string& name, int slots, int products) {
+void writeShop(const fs::path& folder, const std::string& name, int slots, int products) {
   makestore::ShopOrder order;
   order.slots = slots;
   order.products = products;
   makestore::StoreBuilder store = makestore::shopStore(order);
-  store.write(folder.path() / (name + ".mdb"));
-  bench::writeNative(folder.path() / (name + ".db"), store);
+  store.write(folder / (name + ".mdb"));
+  bench::writeNative(folder / (name + ".db"), store);
 }
 
 }  // namespace
@@ -214,13 +224,16 @@ int main(int count, char** words) {
       return 0;
     }
     const bench::Folder folder(count > 1 ? fs::path(words[1]) : fs::temp_directory_path());
-    writeShop(folder, "store", kSlots, kProducts);
-    writeShop(folder, "shop", kSmallShop, kSmallShop);
-    measureReading(folder / "store.mdb", folder / "store.db");
-    measureFirstSession(folder / "shop.mdb", folder / "shop.db");
-    measureMemory(folder / "store.mdb");
-    measureRepeating(folder / "store.mdb");
-    measureAdding(folder / "large.mdb", folder / "small.mdb");
+    setProgramFolder(folder.path());
+    const fs::path stores = folder / kStores;
+    fs::create_directories(stores);
+    writeShop(stores, "store", kSlots, kProducts);
+    writeShop(stores, "shop", kSmallShop, kSmallShop);
+    measureReading(stores / "store.mdb", stores / "store.db");
+    measureFirstSession(stores / "shop.mdb", stores / "shop.db");
+    measureMemory(stores / "store.mdb");
+    measureRepeating(stores / "store.mdb");
+    measureAdding(stores / "large.mdb", stores / "small.mdb");
     return 0;
   } catch (const std::exception& error) {
     std::cerr << "store_bench: " << error.what() << '\n';

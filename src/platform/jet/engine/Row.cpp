@@ -1,6 +1,7 @@
 #include "platform/jet/engine/Row.h"
 
 #include <bit>
+#include <utility>
 
 #include "platform/jet/engine/LongValues.h"
 #include "platform/jet/engine/TableSource.h"
@@ -17,10 +18,10 @@ const ColumnDefinition& columnAt(const TableSource& source, int column) {
 
 }  // namespace
 
-Row::Row(const TableSource& source, RowId id, const FoundRow& found)
+Row::Row(const TableSource& source, RowId id, FoundRow found)
     : source_(&source),
       id_(id),
-      page_(found.page),
+      page_(std::move(found.page)),
       content_(source.version(), found.bytes, source.hasVariableSlots(),
                source.location(found.bodyPage)) {}
 

@@ -18,7 +18,7 @@ struct TableSource;
 class Row {
  public:
   Row() = default;
-  Row(const TableSource& source, RowId id, const FoundRow& found);
+  Row(const TableSource& source, RowId id, FoundRow found);
 
   /// The row's identity, by which it can be read and updated later.
   RowId id() const { return id_; }

@@ -1,5 +1,7 @@
 #include "platform/jet/engine/RowReader.h"
 
+#include <utility>
+
 #include "platform/jet/engine/TableSource.h"
 
 namespace jet {
@@ -11,7 +13,7 @@ bool RowReader::find(RowId id) {
   }
   FoundRow found;
   if (!page_ || !findRow(source_, id, page_, found)) return false;
-  row_ = Row(source_, id, found);
+  row_ = Row(source_, id, std::move(found));
   return true;
 }
 

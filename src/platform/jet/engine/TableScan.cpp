@@ -1,6 +1,7 @@
 #include "platform/jet/engine/TableScan.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/jet/engine/PageSet.h"
 #include "platform/jet/format/DataPage.h"
@@ -46,7 +47,7 @@ bool TableScan::next() {
       if (!openNextPage()) return false;
     const RowId id{pageNumber_, SlotNumber(static_cast<std::uint8_t>(nextSlot_++))};
     if (!findRow(source_, id, page_, found)) continue;
-    row_ = Row(source_, id, found);
+    row_ = Row(source_, id, std::move(found));
     return true;
   }
 }

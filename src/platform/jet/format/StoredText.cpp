@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 #include "platform/runtime/CodePage.h"
 
@@ -49,7 +50,7 @@ void decodeCompressed(ByteView bytes, std::u16string& text) {
 
 bool isByteText(Version version, ByteView stored) {
   if (version == Version::Jet3) return true;
-  return isCompressed(stored) && std::ranges::find(stored.subspan(2), 0) == stored.end();
+  return isCompressed(stored) && std::memchr(stored.data(), 0, stored.size()) == nullptr;
 }
 
 ByteView byteText(Version version, ByteView stored) {

@@ -13,7 +13,6 @@ namespace {
 
 using runtime::Variant;
 
-constexpr std::size_t kNumericSize = 17;
 constexpr std::size_t kNumericWords = 4;
 constexpr std::uint8_t kNegative = 0x80;
 /// Decimal digits of the largest 96-bit magnitude; no column takes more.
@@ -94,41 +93,6 @@ Bytes littleEndian(Integer value) {
 }
 
 }  // namespace
-
-std::optional<std::size_t> typeSize(ColumnType type) {
-  switch (type) {
-    case ColumnType::Boolean:
-      return 0;
-    case ColumnType::Byte:
-      return 1;
-    case ColumnType::Integer:
-      return 2;
-    case ColumnType::Long:
-    case ColumnType::Single:
-      return 4;
-    case ColumnType::Currency:
-    case ColumnType::Double:
-    case ColumnType::DateTime:
-      return 8;
-    case ColumnType::Guid:
-      return 16;
-    case ColumnType::Numeric:
-      return kNumericSize;
-    case ColumnType::Binary:
-    case ColumnType::Text:
-    case ColumnType::Ole:
-    case ColumnType::Memo:
-    case ColumnType::Block:
-      break;
-  }
-  return std::nullopt;
-}
-
-void requireSize(ColumnType type, ByteView stored, const Location& location) {
-  const std::size_t size = typeSize(type).value_or(0);
-  if (stored.size() < size)
-    raiseDamaged(location, u"a value is shorter than its column's type", {0, size, stored.size()});
-}
 
 Variant decodeValue(Version version, const ColumnDefinition& column, ByteView stored,
                     const Location& location) {

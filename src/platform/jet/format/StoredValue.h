@@ -9,12 +9,46 @@
 
 namespace jet {
 
+/// A sign and a magnitude of 128 bits.
+inline constexpr std::size_t kNumericSize = 17;
+
 /// Bytes that a value of a type takes in the fixed area, whatever the column says; absent for types
 /// whose length is the column's.
-std::optional<std::size_t> typeSize(ColumnType type);
+inline constexpr std::optional<std::size_t> typeSize(ColumnType type) {
+  switch (type) {
+    case ColumnType::Boolean:
+      return 0;
+    case ColumnType::Byte:
+      return 1;
+    case ColumnType::Integer:
+      return 2;
+    case ColumnType::Long:
+    case ColumnType::Single:
+      return 4;
+    case ColumnType::Currency:
+    case ColumnType::Double:
+    case ColumnType::DateTime:
+      return 8;
+    case ColumnType::Guid:
+      return 16;
+    case ColumnType::Numeric:
+      return kNumericSize;
+    case ColumnType::Binary:
+    case ColumnType::Text:
+    case ColumnType::Ole:
+    case ColumnType::Memo:
+    case ColumnType::Block:
+      break;
+  }
+  return std::nullopt;
+}
 
 /// Raises damage where the bytes are too few for a value of the type.
-void requireSize(ColumnType type, ByteView stored, const Location& location);
+inline void requireSize(ColumnType type, ByteView stored, const Location& location) {
+  const std::size_t size = typeSize(type).value_or(0);
+  if (stored.size() < size)
+    raiseDamaged(location, u"a value is shorter than its column's type", {0, size, stored.size()});
+}
 
 /// A stored value of any type but Boolean (which the null mask holds) as the column's kind of
 /// value: see `Row::value`. For memo and OLE the bytes are those of the long value itself. Raises

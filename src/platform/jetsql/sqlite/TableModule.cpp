@@ -1,5 +1,6 @@
 #include "platform/jetsql/sqlite/TableModule.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <new>
@@ -203,7 +204,8 @@ int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int number) {
     }
     if (!isTextual(type)) return setValue(context, row.value(index));
     if (const auto latin = row.latinText(index)) {
-      cursor.text.assign(latin->begin(), latin->end());
+      cursor.text.resize(latin->size());
+      std::ranges::copy(*latin, cursor.text.begin());
     } else if (!row.text(index, cursor.text)) {
       return;
     }

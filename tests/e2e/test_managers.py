@@ -1,4 +1,4 @@
-"""A short tour under other window managers than that of the other tests."""
+"""A short tour under several window managers."""
 
 import shutil
 import unittest
@@ -46,6 +46,14 @@ class Tour(Case):
         screen.alone()
         self.assertIn(f"\r\n62,{product},{name},".encode(), self.shop.layout(1))
 
+        screen.click("cmdResetAll")
+        question = screen.program.window("Reset")
+        wait_until(lambda: desktop.has_keyboard(question), "the keyboard of the question")
+        desktop.xdotool("windowminimize", question)
+        wait_until(lambda: desktop.has_keyboard(question), "the question to show again")
+        screen.keys("Tab", "Return")
+        screen.alone()
+
         screen.double_click(12)
         sheet = Screen(screen.program, controls.SHEET_TITLE, controls.SHEET)
         desktop.xdotool("windowminimize", sheet.window)
@@ -57,6 +65,9 @@ class Tour(Case):
         screen.wait_captions({12: "Quick tea", 62: name})
         screen.click("cmdClose")
         self.assertEqual(screen.program.status(), 0)
+
+    def test_openbox(self):
+        self.tour("openbox", "--sm-disable")
 
     def test_xfwm4(self):
         self.tour("xfwm4", "--compositor=off")

@@ -15,6 +15,7 @@
 #include "platform/forms/qt/Pictures.h"
 #include "platform/forms/qt/Raise.h"
 #include "platform/forms/qt/Readers.h"
+#include "platform/forms/qt/ShownModals.h"
 #include "platform/forms/qt/WaitPointer.h"
 #include "platform/forms/qt/Window.h"
 #include "platform/process/Process.h"
@@ -70,6 +71,7 @@ struct Application::Toolkit {
     QApplication::setWindowIcon(qt::programIcon());
     qt::installReaders();
     new qt::HeldKeys(&application);
+    new qt::ShownModals(&application);
     QApplication::setQuitOnLastWindowClosed(false);
   }
 

@@ -231,11 +231,6 @@ bool Window::staysMaximised() const {
 }
 
 void Window::changeEvent(QEvent* event) {
-  // While a modal screen is minimised the user could do nothing: it blocks all other screens.
-  if (event->type() == QEvent::WindowStateChange && isMinimized() && isModal()) {
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    windowHandle()->requestActivate();
-  }
   if (event->type() == QEvent::WindowStateChange && !isMinimized()) {
     if (staysMaximised() && !isMaximized() && isVisible())
       setWindowState(windowState() | Qt::WindowMaximized);

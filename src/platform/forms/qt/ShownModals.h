@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QObject>
+
+namespace forms::qt {
+
+/// Shows a modal window again when it is minimised, as an event filter of the application. While it
+/// is hidden the user could do nothing, since it blocks all other windows.
+class ShownModals : public QObject {
+ public:
+  explicit ShownModals(QObject* application);
+  bool eventFilter(QObject* watched, QEvent* event) override;
+};
+
+}  // namespace forms::qt

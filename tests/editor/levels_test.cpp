@@ -5,7 +5,7 @@
 #include <QLineEdit>
 #include <QPixmap>
 #include <QScreen>
-#include <algorithm>
+#include <QTimer>
 
 #include "support/Shop.h"
 
@@ -118,25 +118,22 @@ TEST(Levels, ALoadTakesTheFaceOfAKeyFromTheFifthField) {
 TEST(Levels, TheNoticeShowsInTheMiddleForThreeQuartersOfASecond) {
   Shop shop;
   WindowDriver user = shop.open();
-  constexpr std::int64_t kLeast = 600;
-  constexpr std::int64_t kMost = 1200;
-  std::int64_t shortest = kMost + 1;
-  // A busy machine can only make it longer.
-  for (int i = 0; i < 3 && shortest > kMost; ++i) {
-    QElapsedTimer time;
-    QRect bounds;
-    support::soon([&] {
-      bounds = WindowDriver("frmSaved").window().geometry();
-      time.start();
-    });
-    user.click("cmdSave");
-    shortest = std::min<std::int64_t>(shortest, time.elapsed());
-    EXPECT_EQ(bounds.size(), QSize(5775 / 15, 1995 / 15));
-    const QPoint off = bounds.center() - user.window().screen()->geometry().center();
-    EXPECT_LE(off.manhattanLength(), 2);
-  }
-  EXPECT_GE(shortest, kLeast);
-  EXPECT_LE(shortest, kMost);
+  QElapsedTimer time;
+  QRect bounds;
+  int interval = 0;
+  support::soon([&] {
+    const QWidget& notice = WindowDriver("frmSaved").window();
+    bounds = notice.geometry();
+    interval = notice.findChild<QTimer*>("Timer")->interval();
+    time.start();
+  });
+  user.click("cmdSave");
+  // The timer alone closes the notice. On a busy machine the measurement begins late.
+  EXPECT_GE(time.elapsed(), 600);
+  EXPECT_EQ(interval, 750);
+  EXPECT_EQ(bounds.size(), QSize(5775 / 15, 1995 / 15));
+  const QPoint off = bounds.center() - user.window().screen()->geometry().center();
+  EXPECT_LE(off.manhattanLength(), 2);
 }
 
 TEST(Levels, AResetLeavesTheIdsSoThatASaveWritesThemBesideEmptyCaptions) {

@@ -114,7 +114,7 @@ TEST_F(Button, APressAndReleaseOnItIsAClickAndNothingElseIs) {
   EXPECT_EQ(screen.log.size(), 1U);
 }
 
-/// A screen that stays up until its user has pressed a key of the keyboard and holds it.
+/// A screen that stays up until its user has pressed keys of the keyboard and holds them.
 class Notice : public forms::Form {
  public:
   Notice() : Form({.name = "Notice", .width = 1500, .height = 1500}) {}
@@ -147,6 +147,7 @@ TEST_F(Button, AKeyThatIsHeldIsOneClickAndReachesNothingAfterAModalScreen) {
     support::soon([&] {
       const support::WindowDriver reader("Notice");
       QTest::keyPress(reader.window().windowHandle(), Qt::Key_Space);
+      QTest::keyPress(reader.window().windowHandle(), Qt::Key_Right);
       notice.Unload();
     });
     notice.ShowModal();
@@ -155,13 +156,18 @@ TEST_F(Button, AKeyThatIsHeldIsOneClickAndReachesNothingAfterAModalScreen) {
   user->focus("MyButton1(1)");
   const auto clicks = [&] { return std::ranges::count(screen.log, "Click 1"); };
   EXPECT_EQ(clicks(), 1);
-  QTest::keyPress(window, Qt::Key_Space);
-  QTest::keyRelease(window, Qt::Key_Space);
+  for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Right}) {
+    QTest::keyPress(window, key);
+    QTest::keyRelease(window, key);
+  }
   support::settle();
   EXPECT_EQ(clicks(), 1);
+  EXPECT_TRUE(user->hasFocus("MyButton1(1)"));
   screen.keys(1).Click = [&] { screen.log.push_back("Click 1"); };
   user->key(Qt::Key_Space);
   EXPECT_EQ(clicks(), 2);
+  user->key(Qt::Key_Right);
+  EXPECT_TRUE(user->hasFocus("MyButton1(2)"));
 }
 
 TEST_F(Button, ArrowKeysMoveTheFocusByThePositionsOfTheKeys) {

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QFontMetrics>
-#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 
@@ -57,8 +56,6 @@ void endWithLostDisplay() {
 
 struct Application::Toolkit {
   Toolkit() : application(noArguments.count, noArguments.list) {
-    // The toolkit has set the user's locale; numbers in stores and layouts use a decimal point.
-    std::setlocale(LC_NUMERIC, "C");
     auto* look = new qt::Look;
     look->setParent(&application);
     QApplication::setStyle(look);

@@ -119,8 +119,9 @@ runtime::Decimal decimalOf(const ColumnDefinition& column, const Variant& value)
     const double number = numberOf(value);
     if (!(std::abs(number) < kLimit)) throw error::tooLarge();
     std::array<char, 80> text{};
-    std::snprintf(text.data(), text.size(), "%.*f", 15, number);
-    plain = text.data();
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed, 15);
+    plain.emplace(text.data(), end.ptr);
   }
   std::string digits = rounded(*plain, column.scale);
   const bool negative = digits.starts_with('-');

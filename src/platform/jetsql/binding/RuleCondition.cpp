@@ -4,7 +4,6 @@
 #include <array>
 #include <concepts>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,6 +13,7 @@
 #include "platform/jetsql/syntax/ExpressionParser.h"
 #include "platform/jetsql/syntax/StatementError.h"
 #include "platform/jetsql/syntax/Token.h"
+#include "platform/runtime/Conversion.h"
 
 namespace jetsql {
 namespace {
@@ -164,8 +164,7 @@ struct Literal {
     return (*this)(runtime::Variant(value).toText());
   }
   ParsedExpression operator()(const runtime::Decimal& value) const {
-    const std::string digits(value.digits.begin(), value.digits.end());
-    return literal(ExpressionKind::Number, std::strtod(digits.c_str(), nullptr));
+    return literal(ExpressionKind::Number, runtime::leadingNumber(value.digits));
   }
   /// Bytes as a text of their digits: a rule can test them for Null and compare them with others.
   ParsedExpression operator()(const runtime::Binary& value) const {

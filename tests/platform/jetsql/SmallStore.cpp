@@ -18,6 +18,7 @@ using makestore::Column;
 using makestore::Index;
 using runtime::Currency;
 using runtime::Date;
+using runtime::Decimal;
 using runtime::Null;
 
 std::string joined(const std::vector<std::string>& pieces, std::string_view between) {
@@ -199,6 +200,14 @@ makestore::StoreBuilder littleShop() {
   for (const long long each : {9223372036854775807LL, 25000LL, 9223372036854775806LL, -25000LL}) {
     amounts.row({Currency{each}}).row({Currency{each}});
   }
+
+  makestore::Table& decimals = store.table(u"Decimals");
+  decimals.column({.name = u"n", .type = ColumnType::Numeric, .precision = 28, .scale = 4})
+      .column({.name = u"m", .type = ColumnType::Numeric, .precision = 28, .scale = 1})
+      .row({Decimal{u"123456789012345678901234.5678"}, Decimal{u"1.5"}})
+      .row({Decimal{u"123456789012345678901234.5677"}, Decimal{u"-2.0"}})
+      .row({Decimal{u"-123456789012345678901234.5678"}, Decimal{u"1.5"}})
+      .row({Decimal{u"1.5000"}, Decimal{u"0.0"}});
 
   store.table(u"Empty").column({.name = u"id"}).column(Column::text(u"name", 20));
 

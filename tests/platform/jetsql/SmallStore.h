@@ -39,8 +39,8 @@ class SmallStore {
   std::unique_ptr<jetsql::Session> session_;
 };
 
-/// A little shop: Items, Depts, Codes (without an index), Amounts (the largest ones), Empty, and
-/// saved queries over them.
+/// A little shop: Items, Depts, Codes (without an index), Amounts and Decimals (the largest ones),
+/// Empty, and saved queries over them.
 makestore::StoreBuilder littleShop();
 
 std::string narrow(std::u16string_view text);

@@ -147,6 +147,34 @@ TEST_F(Select, AmountsStayExactWhereverTheyGo) {
               ElementsAre("$2.5 | 1.25 | $5 | '2.5' | $0"));
 }
 
+/// As plain numbers the large ones would be equal.
+TEST_F(Select, DecimalsStayExactUnlessCalculatedWith) {
+  constexpr const char* kMost = "123456789012345678901234.5678d";
+  constexpr const char* kNext = "123456789012345678901234.5677d";
+  constexpr const char* kLeast = "-123456789012345678901234.5678d";
+  EXPECT_THAT(rows(u"select n from Decimals order by n desc"),
+              ElementsAre(kMost, kNext, "1.5000d", kLeast));
+  EXPECT_THAT(rows(u"select distinct n from Decimals order by n"),
+              ElementsAre(kLeast, "1.5d", kNext, kMost));
+  EXPECT_THAT(rows(u"select n from Decimals union select m from Decimals order by n"),
+              ElementsAre(kLeast, "-2d", "0d", "1.5d", kNext, kMost));
+  EXPECT_THAT(rows(u"select min(n), max(n), first(m), count(*) from Decimals group by n < 0, m "
+                   u"order by max(n)"),
+              ElementsAre(std::string(kLeast) + " | " + kLeast + " | 1.5d | 1",
+                          "1.5d | 1.5d | 0d | 1", std::string(kNext) + " | " + kNext + " | -2d | 1",
+                          std::string(kMost) + " | " + kMost + " | 1.5d | 1"));
+  EXPECT_THAT(rows(u"select top 1 n from Decimals order by n"), ElementsAre(kLeast));
+  EXPECT_THAT(rows(u"select m from Decimals where n = (select max(n) from Decimals)"),
+              ElementsAre("1.5d"));
+  EXPECT_THAT(rows(u"select count(*) from Decimals a inner join Decimals b on a.n = b.n"),
+              ElementsAre("4"));
+  EXPECT_THAT(
+      rows(u"select n + 1, n & '', -n, Abs(n), Nz(n), IIf(n > 0, n, m), Sum(n) from Decimals "
+           u"where n = 1.5 and n in (select m from Decimals) and n in (1.5, 2) and n between "
+           u"2 and m and n not in (select 2.5 from Depts) group by n, m"),
+      ElementsAre("2.5 | '1.5' | -1.5 | 1.5 | 1.5 | 1.5d | 1.5"));
+}
+
 TEST_F(Select, JoinsOfAllKindsNestToAnyDepth) {
   EXPECT_THAT(
       sorted(u"select i.id, d.title from Items as i inner join Depts as d on i.dept=d.id"),

@@ -79,6 +79,11 @@ Type commonTypeOf(const std::vector<BoundPtr>& arguments, std::size_t first, std
   return type;
 }
 
+/// The type of a value calculated from one of that type: scaled decimals become plain numbers.
+Type calculatedFrom(Type type) {
+  return type == Type::Decimal ? Type::Double : type;
+}
+
 Type callType(const Function& function, const std::vector<BoundPtr>& arguments) {
   switch (function.writing) {
     case Function::Writing::Choice:
@@ -89,7 +94,7 @@ Type callType(const Function& function, const std::vector<BoundPtr>& arguments) 
     case Function::Writing::Fallback:
       if (arguments.size() == 2) return commonTypeOf(arguments, 0, 1);
       // Without a second argument, null becomes 0 where a number is expected, else the empty text.
-      return arguments[0]->type == Type::Null ? Type::Text : arguments[0]->type;
+      return arguments[0]->type == Type::Null ? Type::Text : calculatedFrom(arguments[0]->type);
     case Function::Writing::Sum:
       return arguments[0]->type == Type::Currency ? Type::Currency : Type::Double;
     case Function::Writing::Plain:
@@ -101,7 +106,8 @@ Type callType(const Function& function, const std::vector<BoundPtr>& arguments) 
   }
   if (function.result == Function::Result::Fixed) return function.type;
   const Type type = arguments[0]->type;
-  return function.isAggregate() || isNumeric(type) || type == Type::Null ? type : function.type;
+  if (function.isAggregate()) return type;
+  return isNumeric(type) || type == Type::Null ? calculatedFrom(type) : function.type;
 }
 
 bool holds(const BoundFrom& item, const Source* source) {

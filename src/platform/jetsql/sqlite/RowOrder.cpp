@@ -7,6 +7,7 @@
 #include <string_view>
 #include <variant>
 
+#include "platform/jetsql/sqlite/SqlValue.h"
 #include "platform/jetsql/syntax/StatementError.h"
 
 namespace jetsql {
@@ -54,7 +55,9 @@ void RowOrder::add(const runtime::Variant& value, bool descending) {
   } else if (const auto* amount = std::get_if<runtime::Currency>(&held)) {
     appendNumber(static_cast<std::uint64_t>(amount->tenThousandths) ^ kSign, keys_);
   } else if (const auto* decimal = std::get_if<runtime::Decimal>(&held)) {
-    addNumber(std::stod(std::string(decimal->digits.begin(), decimal->digits.end())));
+    const std::u16string exact = decimalText(*decimal);
+    keys_ += kBytes;
+    keys_.append(exact.begin(), exact.begin() + kDecimalKey);
   } else {
     addNumber(*value.number());
   }

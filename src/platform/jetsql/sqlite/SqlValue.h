@@ -8,7 +8,11 @@
 namespace jetsql {
 
 /// A value of SQLite's: an integer of 32 bits, any other number as a double, a text, bytes. An
-/// amount, which SQLite has in ten-thousandths, and a GUID are told by the type.
+/// amount, which SQLite has in ten-thousandths, a scaled decimal and a GUID are told by the type.
 runtime::Variant sqlValue(sqlite3_value* value, Type type);
+
+/// A scaled decimal as SQLite has it: its key (see `kDecimalKey`), then its digits without zeros at
+/// the end of the fraction. Such texts sort as the numbers do, and equal numbers are equal texts.
+std::u16string decimalText(const runtime::Decimal& value);
 
 }  // namespace jetsql

@@ -1,7 +1,6 @@
 #include "platform/jetsql/sqlite/TableModule.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <memory>
 #include <new>
 #include <optional>
@@ -166,6 +165,10 @@ int atEnd(sqlite3_vtab_cursor* base) {
   return cursorOf(base).reader->atEnd() ? 1 : 0;
 }
 
+void setText(sqlite3_context* context, const std::u16string& text) {
+  sqlite3_result_text16(context, text.c_str(), static_cast<int>(text.size() * 2), SQLITE_TRANSIENT);
+}
+
 void setBytes(sqlite3_context* context, const void* bytes, std::size_t size) {
   sqlite3_result_blob64(context, size == 0 ? "" : bytes, size, SQLITE_TRANSIENT);
 }
@@ -178,8 +181,7 @@ void setValue(sqlite3_context* context, const runtime::Variant& value) {
   } else if (const auto number = value.number()) {
     sqlite3_result_double(context, *number);
   } else if (const auto* decimal = std::get_if<runtime::Decimal>(&held)) {
-    const std::string digits(decimal->digits.begin(), decimal->digits.end());
-    sqlite3_result_double(context, std::strtod(digits.c_str(), nullptr));
+    setText(context, decimalText(*decimal));
   } else if (const auto* binary = std::get_if<runtime::Binary>(&held)) {
     setBytes(context, binary->data(), binary->size());
   } else if (const auto* guid = std::get_if<runtime::Guid>(&held)) {
@@ -209,8 +211,7 @@ int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int number) {
     } else if (!row.text(index, cursor.text)) {
       return;
     }
-    sqlite3_result_text16(context, cursor.text.c_str(), static_cast<int>(cursor.text.size() * 2),
-                          SQLITE_TRANSIENT);
+    setText(context, cursor.text);
   });
 }
 

@@ -81,6 +81,15 @@ bool isAmount(const BoundExpression& expression) {
          std::nearbyint(number * runtime::Currency::kOne) / runtime::Currency::kOne == number;
 }
 
+bool areDecimals(Type a, Type b) {
+  return a == Type::Decimal && b == Type::Decimal;
+}
+
+/// A written decimal as its plain digits.
+std::string decimalDigits(const std::string& value) {
+  return "substr(" + value + ", " + std::to_string(kDecimalKey + 1) + ")";
+}
+
 /// True where these compare as amounts, and not as plain numbers.
 bool areAmounts(const std::vector<BoundPtr>& operands) {
   return std::ranges::all_of(operands, [](const BoundPtr& each) { return isAmount(*each); }) &&
@@ -104,6 +113,7 @@ Comparing comparing(Type a, Type b) {
 }
 
 std::string converted(const std::string& value, Type from, Type to) {
+  if (from == Type::Decimal && to != from) return "CAST(" + decimalDigits(value) + " AS REAL)";
   if ((from == Type::Currency) == (to == Type::Currency)) return value;
   return "(" + value + (to == Type::Currency ? " * 10000)" : " / 10000.0)");
 }
@@ -118,7 +128,10 @@ std::string ExpressionWriter::compared(const BoundExpression& expression) {
 
 std::string ExpressionWriter::comparedAmong(const BoundExpression& expression,
                                             const std::vector<BoundPtr>& operands) {
-  return areAmounts(operands) ? amount(expression) : collated(plain(expression), expression.type);
+  if (areAmounts(operands)) return amount(expression);
+  const bool isExact = std::ranges::all_of(
+      operands, [](const BoundPtr& each) { return areDecimals(each->type, each->type); });
+  return isExact ? value(expression) : collated(plain(expression), expression.type);
 }
 
 std::string ExpressionWriter::sorted(const BoundExpression& expression) {
@@ -127,6 +140,7 @@ std::string ExpressionWriter::sorted(const BoundExpression& expression) {
 }
 
 std::string ExpressionWriter::asText(const BoundExpression& expression) {
+  if (expression.type == Type::Decimal) return decimalDigits(value(expression));
   std::string text = plain(expression);
   if (expression.type == Type::Date) return writer_.call("jet_date_text", {text});
   if (expression.type == Type::Single) return writer_.call("jet_single_text", {text});
@@ -153,7 +167,8 @@ std::string ExpressionWriter::plain(const BoundExpression& expression) {
 }
 
 std::string ExpressionWriter::valueAs(const BoundExpression& expression, Type type) {
-  return type == Type::Currency ? amount(expression) : plain(expression);
+  if (type == Type::Currency) return amount(expression);
+  return type == Type::Decimal ? value(expression) : plain(expression);
 }
 
 std::string ExpressionWriter::amount(const BoundExpression& expression) {
@@ -329,12 +344,13 @@ std::string ExpressionWriter::subqueryCondition(const BoundExpression& expressio
   const Comparing how = comparing(tested.type, type);
   if (how == Comparing::Null) return "NULL";
   const bool isGuidText = how == Comparing::GuidText;
-  const bool inAmounts = type == Type::Currency && isAmount(tested);
+  const bool isExact =
+      areDecimals(type, tested.type) || (type == Type::Currency && isAmount(tested));
   const std::string left =
-      isGuidText ? asText(tested) : (inAmounts ? amount(tested) : plain(tested));
+      isGuidText ? asText(tested) : valueAs(tested, isExact ? type : Type::Double);
   const std::string operand = how == Comparing::Plain ? left : collated(left, Type::Any);
   std::string rows = "(" + writeQuery(writer_, inner, {.columns = {0}}) + ")";
-  if (type == Type::Currency && !inAmounts) {
+  if (!isExact && (type == Type::Currency || type == Type::Decimal)) {
     rows = "(SELECT " + converted("c0", type, Type::Double) + " AS c0 FROM " + rows + ")";
   }
   if (expression.kind == Kind::InQuery && !isGuidText) {

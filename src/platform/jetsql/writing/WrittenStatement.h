@@ -12,6 +12,10 @@ namespace jetsql {
 /// Name of the collating sequence by which texts compare within SQLite: the file's own order.
 inline constexpr const char* kCollation = "jet";
 
+/// Length of the key with which a scaled decimal begins within SQLite: a text of digits, whose
+/// order is that of the numbers. The decimal itself follows.
+inline constexpr std::size_t kDecimalKey = 68;
+
 /// A table as a statement uses it: SQLite's table `t<number>`. Its columns are those that the
 /// statement uses, as c0, c1, … by their index in the table, then r: the row's packed id.
 struct TableUse {

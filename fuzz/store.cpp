@@ -18,44 +18,43 @@
 
 namespace {
 
-void readRow(const jet::Row& row, int columns) {
-  for (int i = 0; i < columns; ++i) {
-    static_cast<void>(row.value(i));
-    static_cast<void>(row.isNull(i));
+void readRow(const jet::Row& row, const jet::Table& table) {
+  for (std::size_t i = 0; i < table.columns().size(); ++i) {
+    static_cast<void>(row.value(jet::ColumnIndex(i)));
+    static_cast<void>(row.isNull(jet::ColumnIndex(i)));
   }
 }
 
 void readTable(const jet::Table& table) {
-  const int columns = static_cast<int>(table.columns().size());
   const auto scan = table.scan();
   std::string key;
   while (scan->next()) {
-    readRow(scan->row(), columns);
-    for (int i = 0; i < columns; ++i)
-      if (jet::isText(table.columns()[static_cast<std::size_t>(i)].type))
-        scan->row().sortKey(i, key);
+    readRow(scan->row(), table);
+    for (std::size_t i = 0; i < table.columns().size(); ++i)
+      if (jet::isText(table.columns()[i].type)) scan->row().sortKey(jet::ColumnIndex(i), key);
   }
-  for (std::uint32_t i = 0; i < table.indexes().size(); ++i) {
+  for (std::size_t i = 0; i < table.indexes().size(); ++i) {
     const jet::IndexNumber index(i);
     const auto walk = table.walk(index, {});
-    while (walk->next()) readRow(walk->row(), columns);
-    if (!table.indexes()[index].seekable) continue;
+    while (walk->next()) readRow(walk->row(), table);
+    if (!table.index(index).seekable) continue;
     jet::IndexRange range;
     range.equal = {runtime::Variant()};
     const auto nulls = table.walk(index, range);
-    while (nulls->next()) readRow(nulls->row(), columns);
+    while (nulls->next()) readRow(nulls->row(), table);
   }
 }
 
 void changeOneRow(jetsql::Session& session, const jet::Table& table) {
   const auto scan = table.scan();
   if (!scan->next()) return;
-  for (int i = 0; i < static_cast<int>(table.columns().size()); ++i) {
-    if (table.columns()[static_cast<std::size_t>(i)].type != jet::ColumnType::Text) continue;
+  for (std::size_t i = 0; i < table.columns().size(); ++i) {
+    const jet::ColumnIndex column(i);
+    if (table.column(column).type != jet::ColumnType::Text) continue;
     session.update({.table = table.identity(),
                     .row = scan->row().id(),
-                    .values = {{table.identity(i), u"changed"}},
-                    .asRead = {{table.identity(i), scan->row().value(i)}}});
+                    .values = {{table.identity(column), u"changed"}},
+                    .asRead = {{table.identity(column), scan->row().value(column)}}});
     return;
   }
 }

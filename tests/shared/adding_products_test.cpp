@@ -86,8 +86,8 @@ class AddingProducts : public testing::Test {
       EXPECT_EQ(different, std::vector<std::string>()) << jettest::narrow(name);
     }
     const jet::Table& stock = jettest::tableNamed(database, u"tblStock");
-    const int id = stock.columnNamed(u"id").value();
-    const int description = stock.columnNamed(u"description").value();
+    const jet::ColumnIndex id = stock.columnNamed(u"id").value();
+    const jet::ColumnIndex description = stock.columnNamed(u"description").value();
     std::size_t found = 0;
     const auto scan = stock.scan();
     while (scan->next()) {

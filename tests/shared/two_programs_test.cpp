@@ -61,7 +61,7 @@ std::map<std::string, std::string> rowsById(jet::Database& database, std::u16str
                                             const std::vector<std::u16string>& columns) {
   std::map<std::string, std::string> rows;
   const jet::Table& source = jettest::tableNamed(database, table);
-  const int id = source.columnNamed(u"id").value();
+  const jet::ColumnIndex id = source.columnNamed(u"id").value();
   const auto scan = source.scan();
   while (scan->next()) {
     std::string& line = rows[jettest::printed(scan->row().value(id))];

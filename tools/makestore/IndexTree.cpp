@@ -11,7 +11,7 @@ namespace {
 /// A child page and the greatest entry in it.
 struct Child {
   jet::Bytes lastEntry;
-  std::uint32_t page = 0;
+  jet::PageNumber page;
 };
 
 /// Bytes of entries on a page of an index with several pages; a tenth of the page stays free for
@@ -114,23 +114,23 @@ std::vector<jet::IndexPage> nodesOver(const std::vector<std::vector<Child>>& gro
     jet::IndexPage node;
     node.leaf = false;
     node.level = level;
-    node.tail = jet::PageNumber(group.back().page);
+    node.tail = group.back().page;
     for (std::size_t i = 0; i + 1 < group.size(); ++i)
-      node.entries.push_back({group[i].lastEntry, jet::PageNumber(group[i].page)});
+      node.entries.push_back({group[i].lastEntry, group[i].page});
     nodes.push_back(std::move(node));
   }
   return nodes;
 }
 
 /// Allocates the pages of one level, links them in their order and writes them.
-void putLevel(PageSpace& space, std::uint32_t owner, std::vector<jet::IndexPage>& level,
-              std::vector<std::uint32_t>& numbers) {
+void putLevel(PageSpace& space, jet::PageNumber owner, std::vector<jet::IndexPage>& level,
+              std::vector<jet::PageNumber>& numbers) {
   const std::size_t first = numbers.size();
   for (std::size_t i = 0; i < level.size(); ++i) numbers.push_back(space.allocate());
   for (std::size_t i = 0; i < level.size(); ++i) {
-    level[i].owner = jet::PageNumber(owner);
-    level[i].previous = jet::PageNumber(i == 0 ? 0 : numbers[first + i - 1]);
-    level[i].next = jet::PageNumber(i + 1 == level.size() ? 0 : numbers[first + i + 1]);
+    level[i].owner = owner;
+    level[i].previous = i == 0 ? jet::kNoPage : numbers[first + i - 1];
+    level[i].next = i + 1 == level.size() ? jet::kNoPage : numbers[first + i + 1];
     std::optional<jet::Bytes> bytes = level[i].encode(space.layout());
     if (!bytes) throw std::length_error("an index entry is longer than its page");
     space.put(numbers[first + i], *std::move(bytes));
@@ -139,7 +139,7 @@ void putLevel(PageSpace& space, std::uint32_t owner, std::vector<jet::IndexPage>
 
 }  // namespace
 
-IndexTree buildIndex(PageSpace& space, std::uint32_t owner,
+IndexTree buildIndex(PageSpace& space, jet::PageNumber owner,
                      const std::vector<jet::IndexEntry>& entries, bool packed) {
   IndexTree tree;
   std::vector<jet::IndexPage> level =

@@ -10,13 +10,13 @@ namespace makestore {
 
 /// A finished index: its root and all its pages, in ascending order.
 struct IndexTree {
-  std::uint32_t root = 0;
-  std::vector<std::uint32_t> pages;
+  jet::PageNumber root;
+  std::vector<jet::PageNumber> pages;
 };
 
 /// Builds an index from its entries, which must be in order: the leaves first, then levels of nodes
 /// until a level has one page. `owner` is the table's definition page; for `packed` see Index.
-IndexTree buildIndex(PageSpace& space, std::uint32_t owner,
+IndexTree buildIndex(PageSpace& space, jet::PageNumber owner,
                      const std::vector<jet::IndexEntry>& entries, bool packed);
 
 }  // namespace makestore

@@ -9,13 +9,12 @@ namespace makestore {
 jet::RowPointer LongValueWriter::addPiece(jet::ByteView piece) {
   if (!pages_.empty()) {
     jet::DataPageEditor editor(space_.layout(), space_.page(pages_.back()), {});
-    if (const auto slot = editor.add(piece, jet::SlotMark::Row))
-      return {jet::PageNumber(pages_.back()), *slot};
+    if (const auto slot = editor.add(piece, jet::SlotMark::Row)) return {pages_.back(), *slot};
   }
   pages_.push_back(space_.allocate());
   space_.put(pages_.back(), jet::DataPageEditor::newPage(space_.layout(), jet::kLongValueOwner));
   jet::DataPageEditor editor(space_.layout(), space_.page(pages_.back()), {});
-  return {jet::PageNumber(pages_.back()), editor.add(piece, jet::SlotMark::Row).value()};
+  return {pages_.back(), editor.add(piece, jet::SlotMark::Row).value()};
 }
 
 jet::Bytes LongValueWriter::write(jet::ByteView value) {
@@ -32,12 +31,12 @@ jet::Bytes LongValueWriter::write(jet::ByteView value) {
   }
   // Each piece names the next, so the last one is written first.
   head.form = jet::LongValueHead::Form::Chain;
-  const std::size_t most = space_.layout().longestPiece - jet::LongValueHead::kChainLink;
+  const std::size_t most = space_.layout().longestPiece - jet::RowPointer::kSize;
   for (std::size_t end = value.size(); end > 0;) {
     const std::size_t start = (end - 1) / most * most;
-    jet::Bytes piece(jet::LongValueHead::kChainLink + end - start);
-    jet::putU32(piece, 0, head.first.pack());
-    jet::putBytes(piece, jet::LongValueHead::kChainLink, value.subspan(start, end - start));
+    jet::Bytes piece(jet::RowPointer::kSize);
+    jet::putRowPointer(piece, jet::LongValueHead::kNextPiece, head.first);
+    jet::appendBytes(piece, value.subspan(start, end - start));
     head.first = addPiece(piece);
     end = start;
   }

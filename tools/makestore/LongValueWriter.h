@@ -26,7 +26,7 @@ class LongValueWriter {
 
   PageSpace& space_;
   jet::LongValueMaps maps_;
-  std::vector<std::uint32_t> pages_;
+  std::vector<jet::PageNumber> pages_;
 };
 
 }  // namespace makestore

@@ -15,30 +15,35 @@ constexpr std::size_t kPagesPerWord = 32;
 /// A page with at least this many free bytes is listed as one with room.
 constexpr std::size_t kWorthTrying = 100;
 
+/// First page of a window that begins with this page at the latest.
+jet::PageNumber windowStart(jet::PageNumber page) {
+  return jet::PageNumber(page.value() / kWindowStep * kWindowStep);
+}
+
 }  // namespace
 
 PageSpace::PageSpace(jet::Version version, bool referenceMaps)
     : layout_(jet::layoutOf(version)), referenceMaps_(referenceMaps) {
   allocate();  // the header
-  const std::uint32_t global = allocate();
-  put(global, jet::DataPageEditor::newPage(layout_, 0));
+  const jet::PageNumber global = allocate();
+  put(global, jet::DataPageEditor::newPage(layout_, jet::kNoPage));
   jet::DataPageEditor maps(layout_, page(global), {});
   // The global map, and a second one that is always empty.
   for (int i = 0; i < 2; ++i) maps.add(jet::UsageMap::empty(layout_).encode(), jet::SlotMark::Row);
 }
 
-std::uint32_t PageSpace::allocate() {
+jet::PageNumber PageSpace::allocate() {
   pages_.emplace_back(layout_.pageSize);
-  return static_cast<std::uint32_t>(pages_.size() - 1);
+  return jet::PageNumber(pages_.size() - 1);
 }
 
 void PageSpace::addFreePage() {
   freePages_.push_back(allocate());
 }
 
-std::vector<std::uint32_t> PageSpace::withRoom(const std::vector<std::uint32_t>& dataPages) {
-  std::vector<std::uint32_t> result;
-  for (const std::uint32_t number : dataPages) {
+std::vector<jet::PageNumber> PageSpace::withRoom(const std::vector<jet::PageNumber>& dataPages) {
+  std::vector<jet::PageNumber> result;
+  for (const jet::PageNumber number : dataPages) {
     const jet::DataPageEditor editor(layout_, page(number), {});
     if (editor.freeBytes() + editor.deadBytes() >= kWorthTrying) result.push_back(number);
   }
@@ -47,12 +52,13 @@ std::vector<std::uint32_t> PageSpace::withRoom(const std::vector<std::uint32_t>&
 
 jet::RowPointer PageSpace::newMap() {
   const jet::Bytes row = jet::UsageMap::empty(layout_).encode();
-  if (mapPage_ == 0 || !jet::DataPageEditor(layout_, page(mapPage_), {}).hasRoomFor(row.size())) {
+  if (mapPage_ == jet::kNoPage ||
+      !jet::DataPageEditor(layout_, page(mapPage_), {}).hasRoomFor(row.size())) {
     mapPage_ = allocate();
-    put(mapPage_, jet::DataPageEditor::newPage(layout_, 0));
+    put(mapPage_, jet::DataPageEditor::newPage(layout_, jet::kNoPage));
   }
   jet::DataPageEditor maps(layout_, page(mapPage_), {});
-  return {jet::PageNumber(mapPage_), maps.add(row, jet::SlotMark::Row).value()};
+  return {mapPage_, maps.add(row, jet::SlotMark::Row).value()};
 }
 
 void PageSpace::putMapRow(jet::RowPointer map, jet::ByteView row) {
@@ -69,31 +75,31 @@ jet::UsageMap PageSpace::emptyReferenceMap() const {
   return map;
 }
 
-bool PageSpace::fitsWindow(const std::vector<std::uint32_t>& pages) const {
-  const std::uint32_t first = pages.front() / kWindowStep * kWindowStep;
-  return pages.back() - first < jet::UsageMap::empty(layout_).windowSize();
+bool PageSpace::fitsWindow(const std::vector<jet::PageNumber>& pages) const {
+  return pages.back().value() - windowStart(pages.front()).value() <
+         jet::UsageMap::empty(layout_).windowSize();
 }
 
-void PageSpace::writeMap(jet::RowPointer map, const std::vector<std::uint32_t>& pages) {
+void PageSpace::writeMap(jet::RowPointer map, const std::vector<jet::PageNumber>& pages) {
   if (pages.empty()) return;
   if (referenceMaps_ || !fitsWindow(pages)) return writeReferenceMap(map, pages);
   jet::UsageMap window = jet::UsageMap::empty(layout_);
-  if (!window.covers(jet::PageNumber(pages.back())))
-    window.firstPage = jet::PageNumber(pages.front() / kWindowStep * kWindowStep);
-  for (const std::uint32_t number : pages) window.set(jet::PageNumber(number), true);
+  if (!window.covers(pages.back())) window.firstPage = windowStart(pages.front());
+  for (const jet::PageNumber number : pages) window.set(number, true);
   putMapRow(map, window.encode());
 }
 
-void PageSpace::writeReferenceMap(jet::RowPointer map, const std::vector<std::uint32_t>& pages) {
+void PageSpace::writeReferenceMap(jet::RowPointer map, const std::vector<jet::PageNumber>& pages) {
   jet::UsageMap references = emptyReferenceMap();
-  for (const std::uint32_t number : pages) {
-    jet::PageNumber& bitmap = references.bitmapPages.at(number / jet::pagesPerBitmap(layout_));
-    if (bitmap == 0) {
-      bitmap = jet::PageNumber(allocate());
+  const std::size_t perBitmap = jet::pagesPerBitmap(layout_);
+  for (const jet::PageNumber number : pages) {
+    jet::PageNumber& bitmap = references.bitmapPages.at(number.value() / perBitmap);
+    if (bitmap == jet::kNoPage) {
+      bitmap = allocate();
       put(bitmap, jet::newBitmapPage(layout_));
     }
     jet::setBit(jet::ByteSpan(page(bitmap)).subspan(jet::UsageMap::kBitmapPageBits),
-                number % jet::pagesPerBitmap(layout_), true);
+                number.value() % perBitmap, true);
   }
   putMapRow(map, references.encode());
 }
@@ -106,9 +112,9 @@ void PageSpace::writeGlobalMap() {
   if (referenceMaps_ || length > room) return writeGlobalReferenceMap();
   jet::UsageMap map;
   map.bits.assign(length - jet::UsageMap::kBitmap, 0xFF);
-  for (std::uint32_t number = 0; number < pages_.size(); ++number)
+  for (std::size_t number = 0; number < pages_.size(); ++number)
     map.set(jet::PageNumber(number), false);
-  for (const std::uint32_t number : freePages_) map.set(jet::PageNumber(number), true);
+  for (const jet::PageNumber number : freePages_) map.set(number, true);
   putMapRow({jet::kGlobalMapPage, jet::SlotNumber(0)}, map.encode());
 }
 
@@ -117,15 +123,15 @@ void PageSpace::writeGlobalReferenceMap() {
   const std::size_t perBitmap = jet::pagesPerBitmap(layout_);
   // The bitmap pages are pages too, so the last range must include them.
   for (std::size_t range = 0; range * perBitmap < pages_.size(); ++range) {
-    const std::uint32_t bitmap = allocate();
+    const jet::PageNumber bitmap = allocate();
     put(bitmap, jet::newBitmapPage(layout_));
-    references.bitmapPages.at(range) = jet::PageNumber(bitmap);
+    references.bitmapPages.at(range) = bitmap;
   }
   for (std::size_t number = 0; number < references.bitmapPages.size() * perBitmap; ++number) {
-    const std::uint32_t bitmap = references.bitmapPages[number / perBitmap];
-    if (bitmap == 0) break;
-    const bool free = number >= pages_.size() ||
-                      std::ranges::binary_search(freePages_, static_cast<std::uint32_t>(number));
+    const jet::PageNumber bitmap = references.bitmapPages[number / perBitmap];
+    if (bitmap == jet::kNoPage) break;
+    const bool free =
+        number >= pages_.size() || std::ranges::binary_search(freePages_, jet::PageNumber(number));
     jet::setBit(jet::ByteSpan(page(bitmap)).subspan(jet::UsageMap::kBitmapPageBits),
                 number % perBitmap, free);
   }

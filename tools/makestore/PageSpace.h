@@ -22,21 +22,21 @@ class PageSpace {
   const jet::Layout& layout() const { return layout_; }
 
   /// Adds a page of zeros at the end of the file and returns its number.
-  std::uint32_t allocate();
+  jet::PageNumber allocate();
   /// Adds a page at the end that belongs to nothing and is marked free.
   void addFreePage();
   /// The page's bytes; valid until the next allocation.
-  jet::Bytes& page(std::uint32_t number) { return pages_[number]; }
-  void put(std::uint32_t number, jet::Bytes bytes) { pages_[number] = std::move(bytes); }
+  jet::Bytes& page(jet::PageNumber number) { return pages_[number.value()]; }
+  void put(jet::PageNumber number, jet::Bytes bytes) { page(number) = std::move(bytes); }
 
   /// Those of these data pages that have room for another row.
-  std::vector<std::uint32_t> withRoom(const std::vector<std::uint32_t>& dataPages);
+  std::vector<jet::PageNumber> withRoom(const std::vector<jet::PageNumber>& dataPages);
 
   /// Adds a usage map without pages and returns its row.
   jet::RowPointer newMap();
   /// Sets the pages of a map, which must be in ascending order. Allocates bitmap pages where the
   /// map needs them.
-  void writeMap(jet::RowPointer map, const std::vector<std::uint32_t>& pages);
+  void writeMap(jet::RowPointer map, const std::vector<jet::PageNumber>& pages);
   /// Writes the global map: all allocated pages are in use. To be called after the last allocation.
   void writeGlobalMap();
 
@@ -45,16 +45,16 @@ class PageSpace {
 
  private:
   jet::UsageMap emptyReferenceMap() const;
-  bool fitsWindow(const std::vector<std::uint32_t>& pages) const;
-  void writeReferenceMap(jet::RowPointer map, const std::vector<std::uint32_t>& pages);
+  bool fitsWindow(const std::vector<jet::PageNumber>& pages) const;
+  void writeReferenceMap(jet::RowPointer map, const std::vector<jet::PageNumber>& pages);
   void writeGlobalReferenceMap();
   void putMapRow(jet::RowPointer map, jet::ByteView row);
 
   const jet::Layout& layout_;
   bool referenceMaps_;
   std::vector<jet::Bytes> pages_;
-  std::vector<std::uint32_t> freePages_;
-  std::uint32_t mapPage_ = 0;
+  std::vector<jet::PageNumber> freePages_;
+  jet::PageNumber mapPage_;
 };
 
 }  // namespace makestore

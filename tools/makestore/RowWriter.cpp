@@ -7,15 +7,13 @@
 #include "platform/jet/format/DataPage.h"
 #include "platform/jet/format/Layout.h"
 #include "platform/jet/format/RowContent.h"
+#include "platform/jet/format/StoredText.h"
 #include "platform/jet/format/StoredValue.h"
 #include "platform/runtime/CodePage.h"
 
 namespace makestore {
 namespace {
 
-/// Shorter texts are not stored compressed, so a character that is added to one takes more than one
-/// byte.
-constexpr std::size_t kShortestCompressed = 3;
 constexpr char16_t kFilling = u'.';
 
 bool isTrue(const runtime::Variant& value) {
@@ -23,10 +21,12 @@ bool isTrue(const runtime::Variant& value) {
   return flag != nullptr && *flag;
 }
 
-/// Number of characters by which the text may grow, one byte each; 0 where they would take more.
+/// Number of characters by which the text may grow, one byte each; 0 where they would take more, as
+/// in a text that isn't stored compressed.
 std::size_t growth(const runtime::Variant& value, std::size_t longest) {
   const auto* text = std::get_if<std::u16string>(&value.get());
-  if (text == nullptr || text->size() < kShortestCompressed || text->size() >= longest) return 0;
+  if (text == nullptr || text->size() < jet::kShortestCompressed || text->size() >= longest)
+    return 0;
   const bool bytes =
       std::ranges::all_of(*text, [](char16_t unit) { return unit != 0 && unit < 0x100; });
   return bytes ? longest - text->size() : 0;
@@ -49,7 +49,7 @@ std::optional<jet::Bytes> checkedBytes(jet::Version version, const jet::ColumnDe
 
 }  // namespace
 
-RowWriter::RowWriter(PageSpace& space, Table& table, std::uint32_t definitionPage,
+RowWriter::RowWriter(PageSpace& space, Table& table, jet::PageNumber definitionPage,
                      const jet::TableDefinition& definition)
     : space_(space), table_(table), definitionPage_(definitionPage), definition_(definition) {
   for (const jet::LongValueMaps& maps : definition.longValueMaps)
@@ -81,17 +81,17 @@ jet::Bytes RowWriter::encodeRow(std::size_t row, Extent extent) {
   for (std::size_t i = 0; i < definition_.columns.size(); ++i) {
     const jet::ColumnDefinition& column = definition_.columns[i];
     if (column.type == jet::ColumnType::Boolean) {
-      parts.hasValue[column.number] = isTrue(values[i]);
+      parts.hasValue[column.number.value()] = isTrue(values[i]);
       continue;
     }
     if (column.fixed) parts.fixedArea.resize(std::size_t{column.fixedOffset} + column.length);
     if (values[i].isNull() || (extent == Extent::FixedOnly && !column.fixed)) continue;
-    parts.hasValue[column.number] = true;
+    parts.hasValue[column.number.value()] = true;
     jet::Bytes stored = storedValue(column, values[i]);
     if (column.fixed)
       jet::putBytes(parts.fixedArea, column.fixedOffset, stored);
     else
-      parts.variable[column.variableSlot] = std::move(stored);
+      parts.variable[column.variableSlot.value()] = std::move(stored);
   }
   jet::Bytes bytes = parts.encode(space_.version());
   if (bytes.size() > space_.layout().longestRow)
@@ -119,7 +119,7 @@ void RowWriter::writeRow(std::size_t row) {
   jet::DataPageEditor editor(space_.layout(), space_.page(pages_.back()), {});
   const jet::SlotNumber slot =
       editor.add(bytes, moved ? jet::SlotMark::Pointer : jet::SlotMark::Row).value();
-  pointers_.push_back({jet::PageNumber(pages_.back()), slot});
+  ids_.push_back({pages_.back(), slot});
   if (placement == Placement::Plain) rowsOfPage_.push_back(row);
   if (placement == Placement::Deleted) editor.markDeleted(slot);
 }
@@ -135,7 +135,7 @@ void RowWriter::fillPage() {
         std::min(editor.freeBytes(), growth(value, table_.columns()[fill].length));
     if (more == 0) continue;
     value = std::get<std::u16string>(value.get()) + std::u16string(more, kFilling);
-    editor.replace(pointers_[row].slot, encodeRow(row, Extent::Full), jet::SlotMark::Row);
+    editor.replace(ids_[row].slot, encodeRow(row, Extent::Full), jet::SlotMark::Row);
   }
 }
 
@@ -146,13 +146,12 @@ void RowWriter::writeBody(std::size_t row) {
            .hasRoomFor(bytes.size()))
     openPage();
   jet::DataPageEditor last(space_.layout(), space_.page(pages_.back()), {});
-  const jet::RowPointer body{jet::PageNumber(pages_.back()),
-                             last.add(bytes, jet::SlotMark::Body).value()};
-  jet::DataPageEditor home(space_.layout(), space_.page(pointers_[row].page), {});
-  const jet::ByteView old = home.bytes(pointers_[row].slot);
+  const jet::RowPointer body{pages_.back(), last.add(bytes, jet::SlotMark::Body).value()};
+  jet::DataPageEditor home(space_.layout(), space_.page(ids_[row].page), {});
+  const jet::ByteView old = home.bytes(ids_[row].slot);
   jet::Bytes pointer(old.begin(), old.end());
-  jet::putU32(pointer, 0, body.pack());
-  home.replace(pointers_[row].slot, pointer, jet::SlotMark::Pointer);
+  jet::putRowPointer(pointer, jet::MovedRow::kBody, body);
+  home.replace(ids_[row].slot, pointer, jet::SlotMark::Pointer);
 }
 
 void RowWriter::writeAll() {

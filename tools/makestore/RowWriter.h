@@ -15,14 +15,14 @@ namespace makestore {
 /// Writes a table's rows to data pages, in the order in which they were added.
 class RowWriter {
  public:
-  RowWriter(PageSpace& space, Table& table, std::uint32_t definitionPage,
+  RowWriter(PageSpace& space, Table& table, jet::PageNumber definitionPage,
             const jet::TableDefinition& definition);
 
   /// Writes all rows and the usage maps. Raises std::invalid_argument for a value that its column
   /// doesn't accept.
   void writeAll();
-  /// The row pointer of each row, for the entries of its indexes.
-  const std::vector<jet::RowPointer>& pointers() const { return pointers_; }
+  /// The id of each row, for the entries of its indexes.
+  const std::vector<jet::RowId>& ids() const { return ids_; }
 
  private:
   enum class Extent {
@@ -39,12 +39,12 @@ class RowWriter {
 
   PageSpace& space_;
   Table& table_;
-  std::uint32_t definitionPage_;
+  jet::PageNumber definitionPage_;
   const jet::TableDefinition& definition_;
   std::vector<LongValueWriter> longValues_;
-  std::vector<std::uint32_t> pages_;
+  std::vector<jet::PageNumber> pages_;
   std::vector<std::size_t> rowsOfPage_;  ///< the plain rows of the last page
-  std::vector<jet::RowPointer> pointers_;
+  std::vector<jet::RowId> ids_;
 };
 
 }  // namespace makestore

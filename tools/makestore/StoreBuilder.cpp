@@ -69,24 +69,23 @@ StoreBuilder& StoreBuilder::query(StoredQuery query) {
 
 jet::Bytes StoreBuilder::build() {
   PageSpace space(version_, referenceMaps_);
-  for (std::uint32_t page = jet::kObjectsPage; page <= jet::kRelationshipsPage; ++page)
-    space.allocate();
+  for (jet::PageNumber last; last != jet::kRelationshipsPage;) last = space.allocate();
 
   std::vector<ListedObject> objects;
-  std::vector<std::uint32_t> definitionPages;
+  std::vector<jet::PageNumber> definitionPages;
   for (const Table& table : tables_) {
     definitionPages.push_back(space.allocate());
     ListedObject& object = objects.emplace_back();
-    object.id = static_cast<std::int32_t>(definitionPages.back());
+    object.id = jet::tableIdOf(definitionPages.back());
     object.type = jet::ObjectType::Table;
     object.name = table.name();
     object.properties = table.properties(version_);
   }
-  std::vector<std::int32_t> queryIds;
+  std::vector<jet::ObjectId> queryIds;
   for (const StoredQuery& query : queries_) {
     ListedObject& object = objects.emplace_back();
-    object.id =
-        std::bit_cast<std::int32_t>(kFirstQuery + static_cast<std::uint32_t>(queryIds.size()));
+    object.id = jet::ObjectId(
+        std::bit_cast<std::int32_t>(kFirstQuery + static_cast<std::uint32_t>(queryIds.size())));
     object.type = jet::ObjectType::Query;
     object.name = query.name;
     object.flags = query.objectFlags;
@@ -111,14 +110,14 @@ jet::Bytes StoreBuilder::build() {
   header.password = password_;
   header.encodingKey = encodingKey_;
   header.creationDate = kCreationDate;
-  space.put(0, header.encode());
+  space.put(jet::kHeaderPage, header.encode());
 
   jet::Bytes file;
   file.reserve(space.pages().size() * space.layout().pageSize);
-  for (std::uint32_t number = 0; number < space.pages().size(); ++number) {
-    jet::Bytes& page = space.page(number);
-    if (number > 0) jet::cipherPage(encodingKey_, number, page);
-    jet::appendBytes(file, page);
+  for (std::size_t i = 0; i < space.pages().size(); ++i) {
+    const jet::PageNumber number(i);
+    jet::cipherPage(encodingKey_, number, space.page(number));
+    jet::appendBytes(file, space.page(number));
   }
   return file;
 }

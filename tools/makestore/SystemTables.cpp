@@ -19,10 +19,6 @@ constexpr std::uint8_t kSystemColumn = 0x12;
 constexpr std::uint8_t kIdentityColumn = 0x32;  ///< of a user or group: an owner, a permission
 constexpr std::size_t kLongest = 255;
 
-constexpr std::int32_t kRoot = 0x0F000000;
-constexpr std::int32_t kDatabases = 0x0F000002;
-constexpr std::int32_t kRelationships = 0x0F000003;
-constexpr std::int32_t kDatabase = 0x10000000;
 constexpr auto kSystemObject = std::bit_cast<std::int32_t>(jet::ObjectFlag::kSystem);
 
 /// Id of one of the engine's built-in users or groups; the only ones in a file without user
@@ -34,7 +30,7 @@ constexpr Identity kUsers{0x65, 0x8B};
 constexpr Identity kOwner{0x65, 0x8E};
 
 struct Permission {
-  std::int32_t object;
+  jet::ObjectId object;
   Identity identity;
   std::int32_t mask;
   bool inheritable;
@@ -43,22 +39,22 @@ struct Permission {
 constexpr std::int32_t kEverything = 1048575;
 
 constexpr std::array kFixedPermissions{
-    Permission{jet::kObjectsPage, kAdmins, 393216, false},
-    Permission{jet::kObjectsPage, kUsers, 20, false},
-    Permission{jet::kAcesPage, kAdmins, 393216, false},
-    Permission{jet::kQueriesPage, kAdmins, 393216, false},
-    Permission{jet::kQueriesPage, kUsers, 20, false},
-    Permission{jet::kRelationshipsPage, kAdmins, 917504, false},
-    Permission{jet::kRelationshipsPage, kUsers, 20, false},
+    Permission{jet::tableIdOf(jet::kObjectsPage), kAdmins, 393216, false},
+    Permission{jet::tableIdOf(jet::kObjectsPage), kUsers, 20, false},
+    Permission{jet::tableIdOf(jet::kAcesPage), kAdmins, 393216, false},
+    Permission{jet::tableIdOf(jet::kQueriesPage), kAdmins, 393216, false},
+    Permission{jet::tableIdOf(jet::kQueriesPage), kUsers, 20, false},
+    Permission{jet::tableIdOf(jet::kRelationshipsPage), kAdmins, 917504, false},
+    Permission{jet::tableIdOf(jet::kRelationshipsPage), kUsers, 20, false},
     Permission{jet::kTablesContainer, kOwner, 983294, true},
     Permission{jet::kTablesContainer, kAdmins, 393217, false},
     Permission{jet::kTablesContainer, kUsers, 1048319, true},
-    Permission{kRelationships, kOwner, 983294, true},
-    Permission{kRelationships, kAdmins, 393217, false},
-    Permission{kRelationships, kUsers, kEverything, true},
-    Permission{kDatabases, kAdmins, 393216, false},
-    Permission{kDatabase, kAdmins, 393230, false},
-    Permission{kDatabase, kUsers, 14, false},
+    Permission{jet::kRelationshipsContainer, kOwner, 983294, true},
+    Permission{jet::kRelationshipsContainer, kAdmins, 393217, false},
+    Permission{jet::kRelationshipsContainer, kUsers, kEverything, true},
+    Permission{jet::kDatabasesContainer, kAdmins, 393216, false},
+    Permission{jet::kDatabaseObject, kAdmins, 393230, false},
+    Permission{jet::kDatabaseObject, kUsers, 14, false},
 };
 
 /// Jet 4 stores the numbers of Jet 3 XOR this mask.
@@ -130,11 +126,11 @@ Table objectList(jet::Version version, const std::vector<ListedObject>& objects,
               .columns = {{text(jet::ObjectColumn::kId)}},
               .primary = true,
               .unique = true});
-  const auto add = [&](std::int32_t id, std::int32_t parent, ObjectType type,
+  const auto add = [&](jet::ObjectId id, jet::ObjectId parent, ObjectType type,
                        const std::u16string& name, const Identity& owner, std::int32_t flags,
                        const jet::Bytes& properties) {
-    std::vector<Variant> row{id,
-                             parent,
+    std::vector<Variant> row{id.value(),
+                             parent.value(),
                              name,
                              static_cast<std::int16_t>(type),
                              runtime::Date{date},
@@ -147,18 +143,22 @@ Table objectList(jet::Version version, const std::vector<ListedObject>& objects,
     }
     table.row(std::move(row));
   };
-  const auto addOwn = [&](std::int32_t id, std::int32_t parent, ObjectType type,
+  const auto addOwn = [&](jet::ObjectId id, jet::ObjectId parent, ObjectType type,
                           const std::u16string& name, const Identity& owner = kEngine) {
     add(id, parent, type, name, owner, kSystemObject, {});
   };
-  addOwn(jet::kTablesContainer, kRoot, ObjectType::Container, u"Tables");
-  addOwn(kDatabases, kRoot, ObjectType::Container, u"Databases");
-  addOwn(kRelationships, kRoot, ObjectType::Container, u"Relationships");
-  addOwn(kDatabase, kDatabases, ObjectType::Database, u"MSysDb", kAdmins);
-  addOwn(jet::kObjectsPage, jet::kTablesContainer, ObjectType::Table, u"MSysObjects");
-  addOwn(jet::kAcesPage, jet::kTablesContainer, ObjectType::Table, u"MSysACEs");
-  addOwn(jet::kQueriesPage, jet::kTablesContainer, ObjectType::Table, u"MSysQueries");
-  addOwn(jet::kRelationshipsPage, jet::kTablesContainer, ObjectType::Table, u"MSysRelationships");
+  addOwn(jet::kTablesContainer, jet::kRootContainer, ObjectType::Container, u"Tables");
+  addOwn(jet::kDatabasesContainer, jet::kRootContainer, ObjectType::Container, u"Databases");
+  addOwn(jet::kRelationshipsContainer, jet::kRootContainer, ObjectType::Container,
+         u"Relationships");
+  addOwn(jet::kDatabaseObject, jet::kDatabasesContainer, ObjectType::Database, u"MSysDb", kAdmins);
+  addOwn(jet::tableIdOf(jet::kObjectsPage), jet::kTablesContainer, ObjectType::Table,
+         u"MSysObjects");
+  addOwn(jet::tableIdOf(jet::kAcesPage), jet::kTablesContainer, ObjectType::Table, u"MSysACEs");
+  addOwn(jet::tableIdOf(jet::kQueriesPage), jet::kTablesContainer, ObjectType::Table,
+         u"MSysQueries");
+  addOwn(jet::tableIdOf(jet::kRelationshipsPage), jet::kTablesContainer, ObjectType::Table,
+         u"MSysRelationships");
   for (const ListedObject& object : objects)
     add(object.id, jet::kTablesContainer, object.type, object.name, kAdmins, object.flags,
         object.properties);
@@ -173,15 +173,15 @@ Table permissions(jet::Version version, const std::vector<ListedObject>& objects
       .column(systemColumn(u"FInheritable", ColumnType::Boolean))
       .index({.name = u"ObjectId", .columns = {{u"ObjectId"}}, .required = true});
   for (const Permission& each : kFixedPermissions)
-    table.row({each.object, binary(version, each.identity), each.mask, each.inheritable});
+    table.row({each.object.value(), binary(version, each.identity), each.mask, each.inheritable});
   for (const ListedObject& object : objects)
     for (const Identity& identity : {kOwner, kUsers})
-      table.row({object.id, binary(version, identity), kEverything, false});
+      table.row({object.id.value(), binary(version, identity), kEverything, false});
   return table;
 }
 
 Table savedQueries(jet::Version version, const std::vector<StoredQuery>& queries,
-                   const std::vector<std::int32_t>& ids) {
+                   const std::vector<jet::ObjectId>& ids) {
   Table table(u"MSysQueries");
   table.column(systemColumn(text(jet::QueryColumn::kObject), ColumnType::Long))
       .column(systemColumn(text(jet::QueryColumn::kAttribute), ColumnType::Byte))
@@ -201,7 +201,7 @@ Table savedQueries(jet::Version version, const std::vector<StoredQuery>& queries
   for (std::size_t i = 0; i < queries.size(); ++i) {
     std::map<jet::QueryAttribute, std::uint32_t> orders;
     for (const QueryRow& row : queries[i].rows) {
-      std::vector<Variant> values{ids[i],
+      std::vector<Variant> values{ids[i].value(),
                                   static_cast<std::uint8_t>(row.attribute),
                                   bigEndian(++orders[row.attribute]),
                                   orNull(row.name1),

@@ -12,7 +12,7 @@ namespace makestore {
 
 /// One of the store's own tables or queries, for the object list.
 struct ListedObject {
-  std::int32_t id = 0;
+  jet::ObjectId id;
   jet::ObjectType type = jet::ObjectType::Table;
   std::u16string name;
   std::int32_t flags = 0;
@@ -26,7 +26,7 @@ Table objectList(jet::Version version, const std::vector<ListedObject>& objects,
 Table permissions(jet::Version version, const std::vector<ListedObject>& objects);
 /// `ids` are the queries' object numbers.
 Table savedQueries(jet::Version version, const std::vector<StoredQuery>& queries,
-                   const std::vector<std::int32_t>& ids);
+                   const std::vector<jet::ObjectId>& ids);
 Table relationships();
 
 }  // namespace makestore

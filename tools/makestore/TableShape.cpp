@@ -70,9 +70,9 @@ void assignOffsets(const Table& table, TableKind kind, jet::TableDefinition& def
     if (!isFixed(column.type) && !comesLast(column.type)) ++nextLastSlot;
   for (const Column& column : table.columns()) {
     jet::ColumnDefinition defined = definitionOf(definition.version, column, kind);
-    defined.number = jet::ColumnNumber(static_cast<std::uint16_t>(definition.columns.size()));
+    defined.number = jet::ColumnNumber(definition.columns.size());
     std::uint16_t& slot = comesLast(column.type) ? nextLastSlot : nextSlot;
-    defined.variableSlot = slot;
+    defined.variableSlot = jet::VariableSlot(slot);
     if (defined.fixed) {
       defined.fixedOffset = fixedEnd;
       fixedEnd = static_cast<std::uint16_t>(fixedEnd + jet::typeSize(column.type).value_or(0));
@@ -97,15 +97,13 @@ void addIndexes(PageSpace& space, const Table& table, TableKind kind,
   for (const Index& index : table.indexes()) {
     jet::IndexDefinition kept;
     for (const KeyPart& part : index.columns)
-      kept.columns.push_back(
-          {jet::ColumnNumber(static_cast<std::uint16_t>(table.columnIndex(part.column))),
-           part.ascending});
+      kept.columns.push_back({jet::ColumnNumber(table.columnIndex(part.column)), part.ascending});
     kept.map = space.newMap();
     kept.flags = flagsOf(definition.version, index);
     jet::LogicalIndex logical;
     logical.name = index.name;
-    logical.number = static_cast<std::uint32_t>(definition.indexes.size());
-    logical.index = jet::IndexNumber(logical.number);
+    logical.number = jet::LogicalIndexNumber(definition.indexes.size());
+    logical.index = jet::IndexNumber(definition.indexes.size());
     if (index.primary) logical.kind = jet::LogicalIndex::Kind::PrimaryKey;
     if (kind == TableKind::User) logical.cascadeUpdates = logical.cascadeDeletes = 0;
     definition.indexes.push_back(std::move(kept));

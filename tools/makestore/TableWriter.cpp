@@ -36,15 +36,16 @@ runtime::Variant keyValue(const jet::ColumnDefinition& column, const runtime::Va
 std::vector<Entry> entriesOf(jet::Version version, const Table& table, const Index& index,
                              const jet::TableDefinition& definition,
                              const jet::IndexDefinition& kept,
-                             const std::vector<jet::RowPointer>& pointers) {
+                             const std::vector<jet::RowId>& rowIds) {
   std::vector<Entry> entries;
   for (std::size_t row = 0; row < table.rows().size(); ++row) {
     if (table.rows()[row].placement == Placement::Deleted) continue;
     jet::Bytes key;
     std::size_t nulls = 0;
     for (const jet::KeyColumn& part : kept.columns) {
-      const jet::ColumnDefinition& column = definition.columns[part.number];
-      const runtime::Variant value = keyValue(column, table.rows()[row].values[part.number]);
+      const jet::ColumnDefinition& column = definition.columns[part.number.value()];
+      const runtime::Variant value =
+          keyValue(column, table.rows()[row].values[part.number.value()]);
       if (value.isNull()) ++nulls;
       if (!jet::appendKey(version, column, part.ascending, value, key))
         refuse(table, index, "a value has no known key");
@@ -52,7 +53,7 @@ std::vector<Entry> entriesOf(jet::Version version, const Table& table, const Ind
     if (nulls > 0 && index.required)
       refuse(table, index, "a key has a null, but the index is required");
     if (nulls == kept.columns.size() && index.ignoreNulls) continue;
-    entries.push_back({jet::IndexEntry::of(key, pointers[row]), nulls > 0});
+    entries.push_back({jet::IndexEntry::of(key, rowIds[row]), nulls > 0});
   }
   std::ranges::sort(entries, [](const Entry& a, const Entry& b) {
     return std::is_lt(jet::compareBytes(a.entry.bytes, b.entry.bytes));
@@ -60,11 +61,11 @@ std::vector<Entry> entriesOf(jet::Version version, const Table& table, const Ind
   return entries;
 }
 
-void writeIndex(PageSpace& space, std::uint32_t definitionPage, const Table& table,
+void writeIndex(PageSpace& space, jet::PageNumber definitionPage, const Table& table,
                 const Index& index, const jet::TableDefinition& definition,
-                jet::IndexDefinition& kept, const std::vector<jet::RowPointer>& pointers) {
+                jet::IndexDefinition& kept, const std::vector<jet::RowId>& rowIds) {
   std::vector<jet::IndexEntry> ordered;
-  for (Entry& each : entriesOf(space.version(), table, index, definition, kept, pointers)) {
+  for (Entry& each : entriesOf(space.version(), table, index, definition, kept, rowIds)) {
     const bool known =
         !ordered.empty() && std::is_eq(jet::compareBytes(ordered.back().key(), each.entry.key()));
     if (known && index.unique && !each.hasNull) refuse(table, index, "two rows have the same key");
@@ -72,7 +73,7 @@ void writeIndex(PageSpace& space, std::uint32_t definitionPage, const Table& tab
     ordered.push_back(std::move(each.entry));
   }
   const IndexTree tree = buildIndex(space, definitionPage, ordered, index.packed);
-  kept.root = jet::PageNumber(tree.root);
+  kept.root = tree.root;
   space.writeMap(kept.map, tree.pages);
 }
 
@@ -87,19 +88,19 @@ std::uint32_t lastAutonumber(const Table& table) {
   return static_cast<std::uint32_t>(last);
 }
 
-void writeDefinition(PageSpace& space, std::uint32_t definitionPage,
+void writeDefinition(PageSpace& space, jet::PageNumber definitionPage,
                      const jet::TableDefinition& definition) {
-  std::vector<jet::PageNumber> numbers{jet::PageNumber(definitionPage)};
+  std::vector<jet::PageNumber> numbers{definitionPage};
   const std::size_t needed =
       jet::TableDefinition::pagesNeeded(definition.version, definition.encode().size());
-  while (numbers.size() < needed) numbers.emplace_back(space.allocate());
+  while (numbers.size() < needed) numbers.push_back(space.allocate());
   std::vector<jet::Bytes> pages = definition.encodePages(numbers);
   for (std::size_t i = 0; i < numbers.size(); ++i) space.put(numbers[i], std::move(pages[i]));
 }
 
 }  // namespace
 
-void writeTable(PageSpace& space, Table& table, std::uint32_t definitionPage, TableKind kind) {
+void writeTable(PageSpace& space, Table& table, jet::PageNumber definitionPage, TableKind kind) {
   jet::TableDefinition definition = shapeOf(space, table, kind);
   RowWriter rows(space, table, definitionPage, definition);
   rows.writeAll();
@@ -108,7 +109,7 @@ void writeTable(PageSpace& space, Table& table, std::uint32_t definitionPage, Ta
   definition.lastAutonumber = lastAutonumber(table);
   for (std::size_t i = 0; i < table.indexes().size(); ++i)
     writeIndex(space, definitionPage, table, table.indexes()[i], definition, definition.indexes[i],
-               rows.pointers());
+               rows.ids());
   writeDefinition(space, definitionPage, definition);
 }
 

@@ -14,6 +14,6 @@ enum class TableKind { User, System };
 /// std::invalid_argument for rows that break the table's own rules: a value of another type or
 /// longer than its column, a duplicate in a unique index, a null in a required one, an indexed text
 /// without a known key.
-void writeTable(PageSpace& space, Table& table, std::uint32_t definitionPage, TableKind kind);
+void writeTable(PageSpace& space, Table& table, jet::PageNumber definitionPage, TableKind kind);
 
 }  // namespace makestore

@@ -5,6 +5,7 @@
 #include "platform/jet/engine/Database.h"
 #include "platform/jetsql/binding/QueryBinder.h"
 #include "platform/jetsql/sqlite/SqlConnection.h"
+#include "platform/jetsql/sqlite/TableReader.h"
 #include "platform/jetsql/syntax/QueryParser.h"
 #include "platform/runtime/CodePage.h"
 
@@ -21,24 +22,17 @@ std::string namedStep(const jetsql::WrittenStatement& statement, const std::stri
   const std::size_t at = step.find(kVirtualTable);
   if (at == std::string::npos) return step;
   const int number = std::stoi(step.substr(step.rfind(' ', at - 1) + 2));
-  const std::size_t code = at + kVirtualTable.size();
-  const int index = std::stoi(step.substr(code));
-  std::string tests = step.substr(step.find(':', code) + 1);
+  std::string tests = step.substr(step.find(':', at) + 1);
   tests.resize(std::min(tests.find(' '), tests.size()));
+  const jetsql::PlanCode code{std::stoi(step.substr(at + kVirtualTable.size())), tests};
   const jet::Table& table =
       *std::ranges::find(statement.tables, number, &jetsql::TableUse::number)->table;
-  const auto columnName = [&](int column) {
-    return runtime::toUtf8(table.columns()[static_cast<std::size_t>(column)].name);
-  };
+  const std::optional<jet::IndexNumber> index = code.index();
+  const std::vector<jet::ColumnIndex> columns = code.columns(table);
   std::string text = runtime::toUtf8(table.name()) + " by ";
-  if (index == -1) return text + "scan";
-  if (index < -1) return text + "lookup " + columnName(-2 - index) + tests;
-  const jet::Index& used = table.indexes()[static_cast<std::size_t>(index)];
-  text += runtime::toUtf8(used.name);
-  for (std::size_t i = 0, column = 0; i < tests.size(); ++i) {
-    text += " " + columnName(used.columns[column].column) + tests[i];
-    if (tests[i] == '=' || tests[i] == '0') ++column;
-  }
+  text += index ? runtime::toUtf8(table.index(*index).name) : columns.empty() ? "scan" : "lookup";
+  for (std::size_t i = 0; i < columns.size(); ++i)
+    text += " " + runtime::toUtf8(table.column(columns[i]).name) + tests[i];
   return text;
 }
 

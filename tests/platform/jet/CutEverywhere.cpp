@@ -27,8 +27,8 @@ std::map<jet::RowId, std::string> rowsOf(const fs::path& file, std::u16string_vi
   const auto scan = table.scan();
   while (scan->next()) {
     std::string& line = rows[scan->row().id()];
-    for (int i = 0; i < static_cast<int>(table.columns().size()); ++i)
-      line += printed(scan->row().value(i)) + "\t";
+    for (std::size_t i = 0; i < table.columns().size(); ++i)
+      line += printed(scan->row().value(jet::ColumnIndex(i))) + "\t";
   }
   return rows;
 }
@@ -47,7 +47,7 @@ bool isBodyWithoutPointer(const std::string& complaint) {
 /// True for complaints of the checker that an interruption may cause: about the row's second entry,
 /// its second body, a page that is in the chain of leaves but not in the tree.
 bool isLeftover(const std::string& complaint, const Change& change) {
-  const std::string row = std::to_string(change.row.page) + "/" + std::to_string(change.row.slot);
+  const std::string row = printed(change.row);
   if (isBodyWithoutPointer(complaint)) return true;
   const std::vector<std::string> kinds{" next is ",
                                        " previous is ",

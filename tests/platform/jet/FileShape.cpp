@@ -29,7 +29,7 @@ FileShape::Map mapAt(const jet::TableSource& source, jet::RowPointer at) {
   const jet::DataPage rows(source.pager.layout(), *page, {});
   const jet::Slot slot = rows.slot(at.slot);
   const jet::UsageMap map = jet::UsageMap::decode(rows.bytes(slot), {});
-  const auto isThere = [](jet::PageNumber bitmap) { return bitmap != 0; };
+  const auto isThere = [](jet::PageNumber bitmap) { return bitmap != jet::kNoPage; };
   return {map.kind == jet::UsageMap::Kind::Reference, map.firstPage, slot.length,
           std::ranges::count_if(map.bitmapPages, isThere)};
 }
@@ -74,7 +74,7 @@ FileShape shapeOf(const std::filesystem::path& file, std::u16string_view passwor
   const auto page = source.pager.read(change.row.page, {});
   const jet::DataPage rows(source.pager.layout(), *page, {});
   const jet::Slot slot = rows.slot(change.row.slot);
-  if (slot.pointer) shape.body = jet::RowPointer::unpack(jet::u32At(rows.bytes(slot), 0));
+  if (slot.pointer) shape.body = jet::rowPointerAt(rows.bytes(slot), jet::MovedRow::kBody);
   shape.freePages = mapAt(source, {jet::kGlobalMapPage, jet::SlotNumber(0)});
   shape.maps.push_back(mapAt(source, source.definition.ownedPages));
   shape.maps.push_back(mapAt(source, source.definition.freePages));
@@ -87,7 +87,7 @@ FileShape shapeOf(const std::filesystem::path& file, std::u16string_view passwor
 
 std::set<std::string> kindsOf(const FileShape& before, const FileShape& after) {
   std::set<std::string> kinds;
-  if (!before.body && !after.body) kinds.insert("in location");
+  if (!before.body && !after.body) kinds.insert("in its slot");
   if (!before.body && after.body) kinds.insert("moved");
   if (before.body && after.body && before.body != after.body) kinds.insert("moved again");
   if (before.body && !after.body) kinds.insert("came home");

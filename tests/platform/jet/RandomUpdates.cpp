@@ -14,8 +14,8 @@ using runtime::Variant;
 
 std::vector<std::string> valuesOf(const jet::Row& row, const jet::Table& table) {
   std::vector<std::string> values;
-  for (int i = 0; i < static_cast<int>(table.columns().size()); ++i)
-    values.push_back(printed(row.value(i)));
+  for (std::size_t i = 0; i < table.columns().size(); ++i)
+    values.push_back(printed(row.value(jet::ColumnIndex(i))));
   return values;
 }
 
@@ -55,15 +55,14 @@ std::vector<std::string> indexProblems(const jet::Table& table) {
       group.rows.insert(scan->row().id());
     }
     for (auto& [key, group] : groups) {
-      const auto walk = table.walk(jet::IndexNumber(static_cast<std::uint32_t>(i)), group.range);
+      const auto walk = table.walk(jet::IndexNumber(i), group.range);
       while (walk->next()) group.rows.erase(walk->row().id());
       for (const jet::RowId& missing : group.rows)
         problems.push_back(narrow(table.name()) + "." + narrow(index.name) + ": row " +
-                           std::to_string(missing.page) + "/" + std::to_string(missing.slot) +
-                           " is not found");
+                           printed(missing) + " is not found");
     }
     std::size_t walked = 0;
-    const auto walk = table.walk(jet::IndexNumber(static_cast<std::uint32_t>(i)), {});
+    const auto walk = table.walk(jet::IndexNumber(i), {});
     while (walk->next()) ++walked;
     if (walked != rows)
       problems.push_back(narrow(table.name()) + "." + narrow(index.name) + ": a walk returns " +
@@ -157,10 +156,10 @@ Change RandomUpdates::next(jet::Database& database) {
   Change change;
   change.table = model.name;
   change.row = model.ids[static_cast<std::size_t>(random(static_cast<int>(model.ids.size())))];
-  std::map<int, Variant> assigned;
+  std::map<jet::ColumnIndex, Variant> assigned;
   for (int tries = 1 + random(3); tries > 0; --tries) {
-    const int column = random(static_cast<int>(table.columns().size()));
-    const jet::Column& definition = table.columns()[static_cast<std::size_t>(column)];
+    const jet::ColumnIndex column(random(static_cast<int>(table.columns().size())));
+    const jet::Column& definition = table.column(column);
     if (isChangeable(definition)) assigned[column] = randomValue(definition, database.version());
   }
   for (const auto& [column, value] : assigned) change.values.push_back({column, value});
@@ -177,7 +176,7 @@ bool RandomUpdates::make(jet::Database& database, const Change& change) {
   }
   const auto model = std::ranges::find(tables_, change.table, &TableModel::name);
   for (const auto& [column, value] : change.values)
-    model->rows[change.row][static_cast<std::size_t>(column)] = printed(value);
+    model->rows[change.row][column.value()] = printed(value);
   ++made_;
   return true;
 }
@@ -209,8 +208,8 @@ std::vector<std::string> RandomUpdates::problems() const {
       const auto expected = model.rows.find(scan->row().id());
       const auto values = valuesOf(scan->row(), table);
       if (expected == model.rows.end() || expected->second != values)
-        problems.push_back(narrow(model.name) + ": row " + std::to_string(scan->row().id().page) +
-                           "/" + std::to_string(scan->row().id().slot) + " reads otherwise");
+        problems.push_back(narrow(model.name) + ": row " + printed(scan->row().id()) +
+                           " reads otherwise");
     }
     if (seen != model.rows.size()) problems.push_back(narrow(model.name) + ": rows are missing");
   }

@@ -232,13 +232,17 @@ std::string printed(const runtime::Variant& value) {
   return std::visit(Print{}, value.get());
 }
 
+std::string printed(jet::RowId row) {
+  return std::to_string(row.page.value()) + "/" + std::to_string(row.slot.value());
+}
+
 std::vector<std::string> linesOf(const jet::Table& table) {
   std::vector<std::string> lines;
   const auto cursor = table.scan();
   while (cursor->next()) {
     std::string line;
-    for (int i = 0; i < static_cast<int>(table.columns().size()); ++i)
-      line.append(i > 0 ? "\t" : "").append(printed(cursor->row().value(i)));
+    for (std::size_t i = 0; i < table.columns().size(); ++i)
+      line.append(i > 0 ? "\t" : "").append(printed(cursor->row().value(jet::ColumnIndex(i))));
     lines.push_back(line);
   }
   return lines;

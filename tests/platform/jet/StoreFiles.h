@@ -62,12 +62,15 @@ std::vector<std::string> split(const std::string& text, char separator);
 /// Currency, the shortest decimal of a Double.
 std::string printed(const runtime::Variant& value);
 
+/// A row's id as the checker prints it: page/slot.
+std::string printed(jet::RowId row);
+
 /// All rows of a table by a scan, each as one line with tabs between the columns.
 std::vector<std::string> linesOf(const jet::Table& table);
 /// The table of that name. Raises std::runtime_error where there is none.
 const jet::Table& tableNamed(jet::Database& database, std::u16string_view name);
 
-/// Updates one row; columns are named by their positions in `table`, which is invalid afterwards.
+/// Updates one row; columns are named by their indexes in `table`, which is invalid afterwards.
 /// No validation rule is tested.
 void update(jet::Database& database, const jet::Table& table, jet::RowId row,
             std::span<const jet::ColumnValue> values,

@@ -48,7 +48,7 @@ class ARow : public testing::Test {
     table_ = table;
     jet::Database database(file_, u"the file", jet::Password{password_});
     const jet::Table& rows = tableNamed(database, table);
-    const int key = rows.columnNamed(column).value();
+    const jet::ColumnIndex key = rows.columnNamed(column).value();
     const auto scan = rows.scan();
     while (scan->next())
       if (scan->row().value(key) == value) row_ = scan->row().id();
@@ -176,11 +176,11 @@ TEST_F(UpdateValues, ThatDoNotFitTheColumnAreRefused) {
 /// Adds a foreign key of one index to a table's definition, which takes one page.
 void addForeignKey(std::vector<std::uint8_t>& bytes, jet::PageNumber page, jet::LogicalIndex key) {
   const std::size_t size = jet::kJet4Layout.pageSize;
-  const auto at = bytes.begin() + static_cast<std::ptrdiff_t>(page * size);
+  const auto at = bytes.begin() + static_cast<std::ptrdiff_t>(page.value() * size);
   jet::TableDefinition definition = jet::TableDefinition::decode(
       jet::Version::Jet4, jet::Bytes(at, at + static_cast<std::ptrdiff_t>(size)), {});
   key.kind = jet::LogicalIndex::Kind::ForeignKey;
-  key.number = static_cast<std::uint32_t>(definition.logicalIndexes.size());
+  key.number = jet::LogicalIndexNumber(definition.logicalIndexes.size());
   definition.logicalIndexes.push_back(std::move(key));
   std::ranges::copy(definition.encodePages(std::vector{page}).at(0), at);
 }
@@ -202,13 +202,13 @@ TEST_F(UpdateValues, ThatWouldBreakARelationshipAreRefused) {
                 {.name = u"ItemsOfGroup",
                  .index = jet::IndexNumber(0),
                  .side = 1,
-                 .otherIndex = 2,
+                 .otherIndex = jet::LogicalIndexNumber(2),
                  .otherTable = kItems});
   addForeignKey(bytes, kItems,
                 {.name = u"ItemsOfGroup",
                  .index = jet::IndexNumber(1),
                  .side = 2,
-                 .otherIndex = 1,
+                 .otherIndex = jet::LogicalIndexNumber(1),
                  .otherTable = kGroups});
   std::ofstream(file, std::ios::binary)
       .write(reinterpret_cast<const char*>(bytes.data()),
@@ -230,7 +230,7 @@ using UpdateOfARow = ARow;
 TEST_F(UpdateOfARow, ThatIsNoLongerAsItWasReadIsRefused) {
   use("corner", u"tblStock", u"id", std::int32_t{17});
   jet::Database database(file_, u"the file", jet::Password{password_});
-  const int name = tableNamed(database, table_).columnNamed(u"description").value();
+  const jet::ColumnIndex name = tableNamed(database, table_).columnNamed(u"description").value();
   const auto fill = [&](jet::RowId row, const char16_t* text) {
     return errorNumberOf([&] {
       update(database, tableNamed(database, table_), row,

@@ -34,10 +34,8 @@ std::vector<Change> emptying(const fs::path& file, std::u16string_view password,
   std::vector<Change> changes;
   for (std::size_t i = 0; i < table.indexes().size(); ++i) {
     const jet::Index& index = table.indexes()[i];
-    if (index.unique ||
-        table.columns()[static_cast<std::size_t>(index.columns[0].column)].autonumber)
-      continue;
-    const auto walk = table.walk(jet::IndexNumber(static_cast<std::uint32_t>(i)), {});
+    if (index.unique || table.column(index.columns[0].column).autonumber) continue;
+    const auto walk = table.walk(jet::IndexNumber(i), {});
     while (walk->next())
       changes.push_back({name, walk->row().id(), {{index.columns[0].column, runtime::Null{}}}});
   }
@@ -56,7 +54,7 @@ class Hunt {
   /// Sets texts of one table to random short and long ones.
   void byTexts(const std::u16string& table, int tries) {
     std::vector<jet::RowId> rows;
-    std::vector<int> columns;
+    std::vector<jet::ColumnIndex> columns;
     std::vector<std::size_t> sizes;
     {
       jet::Database database(file_, u"the file", jet::Password{password_});
@@ -66,7 +64,7 @@ class Hunt {
       const std::size_t unit = database.version() == jet::Version::Jet3 ? 1 : 2;
       for (std::size_t i = 0; i < all.size(); ++i) {
         if (all[i].type != jet::ColumnType::Text) continue;
-        columns.push_back(static_cast<int>(i));
+        columns.emplace_back(i);
         sizes.push_back(all[i].size / unit);
       }
     }
@@ -82,7 +80,7 @@ class Hunt {
   }
 
   /// Sets a column of each row of the table.
-  void byValues(const std::u16string& table, int column,
+  void byValues(const std::u16string& table, jet::ColumnIndex column,
                 const std::function<runtime::Variant(std::size_t)>& value) {
     std::vector<jet::RowId> rows;
     {
@@ -146,7 +144,7 @@ INSTANTIATE_TEST_SUITE_P(OfKind, CutMadeFile,
                                          FileKind{"EncodedJet4", jet::Version::Jet4, 0x5A17C3E9}),
                          [](const auto& kind) { return kind.param.name; });
 
-const std::set<std::string> kAllKinds{"in location",   "moved",        "moved again",
+const std::set<std::string> kAllKinds{"in its slot",   "moved",        "moved again",
                                       "came home",     "leaf split",   "root grown",
                                       "leaf unlinked", "bound lowered"};
 
@@ -195,7 +193,7 @@ TEST(AddingAProduct, CostsFourSyncsWhereNothingSplits) {
   {
     jet::Database database(file, u"the file", jet::Password{kStorePassword});
     const jet::Table& table = tableNamed(database, change.table);
-    const int name = table.columnNamed(u"description").value();
+    const jet::ColumnIndex name = table.columnNamed(u"description").value();
     const auto walk =
         table.walk(table.indexOn({u"description"}).value(), {.equal = {runtime::Null{}}});
     ASSERT_TRUE(walk->next());
@@ -214,7 +212,7 @@ TEST(ALoweredBound, ReachesTheDiskBeforeTheNextChange) {
   order.slots = order.products = 1200;
   makestore::shopStore(order).write(file);
   std::vector<jet::RowId> rows;
-  int name = 0;
+  jet::ColumnIndex name;
   {
     jet::Database database(file, u"the file", jet::Password{kStorePassword});
     const jet::Table& table = tableNamed(database, u"tblStock");
@@ -222,7 +220,7 @@ TEST(ALoweredBound, ReachesTheDiskBeforeTheNextChange) {
     const auto walk = table.walk(table.indexOn({u"description"}).value(), {.notNull = true});
     while (walk->next()) rows.push_back(walk->row().id());
   }
-  const std::set<std::string> wanted{"in location", "bound lowered"};
+  const std::set<std::string> wanted{"in its slot", "bound lowered"};
   int lowered = 0;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const std::string number = std::to_string(i);
@@ -262,7 +260,7 @@ TEST_P(CutMadeFile, LosesNothingOfLongValues) {
   }
   for (const std::size_t length : {60U, 1200U, 9000U, 0U}) {
     SCOPED_TRACE(length);
-    change.values = {{1, std::u16string(length, u'\u20ac')}};
+    change.values = {{jet::ColumnIndex(1), std::u16string(length, u'\u20ac')}};
     cutEverywhere(scratch, file, u"", change);
     makeChange(file, u"", change);
   }
@@ -296,7 +294,8 @@ TEST(CutUpdate, LosesNothingWhereTheOldTextHasNoKnownKey) {
     jet::Database database(file, u"the file", jet::Password{u""});
     const jet::Table& made = tableNamed(database, u"Table");
     const auto scan = made.scan();
-    while (scan->next()) changes.push_back({u"Table", scan->row().id(), {{1, u"now known"}}});
+    while (scan->next())
+      changes.push_back({u"Table", scan->row().id(), {{jet::ColumnIndex(1), u"now known"}}});
   }
   EXPECT_EQ(changes.size(), 7U);
   for (const Change& change : changes) cutEverywhere(scratch, file, u"", change);
@@ -342,33 +341,35 @@ TEST_P(CutMadeFile, LosesNothingWhereADeepIndexGrowsAndShrinks) {
             {"root grown to level 3", "node split at level 2", "leaf unlinked",
              "node unlinked at level 1"},
             3);
-  hunt.byValues(u"Texts", 1, [&](std::size_t row) { return longText(row * 37 % rows + rows); });
-  hunt.byValues(u"Texts", 2, [&](std::size_t row) { return longText(row + 1); });
-  hunt.byValues(u"Texts", 2, noText);
-  hunt.byValues(u"Texts", 1, noText);
+  hunt.byValues(u"Texts", jet::ColumnIndex(1),
+                [&](std::size_t row) { return longText(row * 37 % rows + rows); });
+  hunt.byValues(u"Texts", jet::ColumnIndex(2), [&](std::size_t row) { return longText(row + 1); });
+  hunt.byValues(u"Texts", jet::ColumnIndex(2), noText);
+  hunt.byValues(u"Texts", jet::ColumnIndex(1), noText);
   EXPECT_EQ(hunt.missing(), std::set<std::string>());
 }
 
 /// Changes the rows of one page of a file.
-void changePage(const FileKind& kind, const fs::path& file, std::uint32_t number,
+void changePage(const FileKind& kind, const fs::path& file, jet::PageNumber number,
                 const std::function<void(jet::DataPageEditor&)>& change) {
   const jet::Layout& layout = kind.layout();
   std::fstream stream(file, std::ios::binary | std::ios::in | std::ios::out);
   jet::Bytes page(layout.pageSize);
-  stream.seekg(static_cast<std::streamoff>(number * page.size()));
+  const auto offset = static_cast<std::streamoff>(number.value() * page.size());
+  stream.seekg(offset);
   stream.read(reinterpret_cast<char*>(page.data()), static_cast<std::streamsize>(page.size()));
   jet::cipherPage(kind.encodingKey, number, page);
   jet::DataPageEditor rows(layout, page, {});
   change(rows);
   jet::cipherPage(kind.encodingKey, number, page);
-  stream.seekp(static_cast<std::streamoff>(number * page.size()));
+  stream.seekp(offset);
   stream.write(reinterpret_cast<const char*>(page.data()),
                static_cast<std::streamsize>(page.size()));
 }
 
 /// Lengthens the page's last row, which is a usage map, until the page is full.
 void fillMapPage(jet::DataPageEditor& rows) {
-  const jet::SlotNumber last(static_cast<std::uint8_t>(rows.slotCount() - 1));
+  const jet::SlotNumber last(rows.slotCount() - 1);
   const jet::ByteView map = rows.bytes(last);
   jet::Bytes longer(map.begin(), map.end());
   longer.resize(longer.size() + rows.freeBytes());
@@ -394,7 +395,7 @@ TEST_P(CutMadeFile, LosesNothingWhereUsageMapsGrow) {
   // No page of the file is free: new pages come far after those of the tables.
   const auto pages = static_cast<std::uint32_t>(fs::file_size(file) / layout.pageSize);
   changePage(GetParam(), file, jet::kGlobalMapPage, [pages](jet::DataPageEditor& rows) {
-    jet::UsageMap map = jet::UsageMap::decode(rows.bytes(0), {});
+    jet::UsageMap map = jet::UsageMap::decode(rows.bytes(jet::SlotNumber(0)), {});
     for (std::uint32_t page = 0; page < pages; ++page) map.set(jet::PageNumber(page), false);
     ASSERT_TRUE(rows.replace(jet::SlotNumber(0), map.encode(), jet::SlotMark::Row));
   });
@@ -405,7 +406,7 @@ TEST_P(CutMadeFile, LosesNothingWhereUsageMapsGrow) {
   };
   cut(u"Early", {"map lengthened", "global map lengthened"});
   cut(u"Late", {"map shifted"});
-  std::uint32_t mapPage = 0;
+  jet::PageNumber mapPage;
   {
     jet::Database database(file, u"the file", jet::Password{u""});
     mapPage = tableNamed(database, u"Early").source().definition.ownedPages.page;
@@ -431,7 +432,7 @@ TEST_P(CutMadeFile, LosesNothingWhereMapsGainBitmaps) {
   for (const jet::RowPointer at : {freePages, pagesWithRoom})
     changePage(GetParam(), file, at.page, [at](jet::DataPageEditor& rows) {
       jet::UsageMap map = jet::UsageMap::decode(rows.bytes(at.slot), {});
-      std::ranges::fill(map.bitmapPages, jet::PageNumber());
+      std::ranges::fill(map.bitmapPages, jet::kNoPage);
       ASSERT_TRUE(rows.replace(at.slot, map.encode(), jet::SlotMark::Row));
     });
   Hunt hunt({file, u""}, {"map given a bitmap", "global map given a bitmap"}, 5);

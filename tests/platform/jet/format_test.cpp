@@ -1,15 +1,19 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <concepts>
 #include <random>
+#include <type_traits>
 
 #include "platform/jet/StoreFiles.h"
 #include "platform/jet/engine/Pager.h"
+#include "platform/jet/engine/RowReader.h"
 #include "platform/jet/engine/TableSource.h"
 #include "platform/jet/format/DataPage.h"
 #include "platform/jet/format/Header.h"
 #include "platform/jet/format/IndexPage.h"
 #include "platform/jet/format/LongValue.h"
+#include "platform/jet/format/PageCipher.h"
 #include "platform/jet/format/PropertyBlob.h"
 #include "platform/jet/format/RowContent.h"
 #include "platform/jet/format/StoredText.h"
@@ -22,6 +26,30 @@ using jet::Bytes;
 using jet::Version;
 
 constexpr Version kVersions[] = {Version::Jet3, Version::Jet4};
+
+// Swapped arguments must not compile.
+template <class A, class B>
+constexpr bool kUnrelated = !std::is_convertible_v<A, B> && !std::is_convertible_v<B, A> &&
+                            !std::is_constructible_v<A, B> && !std::is_constructible_v<B, A> &&
+                            !std::equality_comparable_with<A, B>;
+template <class... Numbers>
+constexpr bool kIsOnlyANumberByName = ((!std::is_convertible_v<int, Numbers> &&
+                                        !std::is_convertible_v<Numbers, int> &&
+                                        !std::is_constructible_v<int, Numbers>)&&...);
+static_assert(kIsOnlyANumberByName<jet::PageNumber, jet::SlotNumber, jet::ColumnNumber,
+                                   jet::ColumnIndex, jet::VariableSlot, jet::IndexNumber,
+                                   jet::LogicalIndexNumber, jet::ObjectId>);
+static_assert(kUnrelated<jet::PageNumber, jet::SlotNumber>);
+static_assert(kUnrelated<jet::ColumnNumber, jet::ColumnIndex>);
+static_assert(kUnrelated<jet::IndexNumber, jet::LogicalIndexNumber>);
+static_assert(kUnrelated<jet::RowPointer, jet::RowId>);
+template <class Function, class... Arguments>
+constexpr bool kRefuses = !std::is_invocable_v<Function, Arguments...>;
+static_assert(kRefuses<decltype(&jet::Row::isNull), const jet::Row&, jet::ColumnNumber>);
+static_assert(kRefuses<decltype(&jet::Row::isNull), const jet::Row&, int>);
+static_assert(kRefuses<decltype(&jet::DataPage::slot), const jet::DataPage&, jet::PageNumber>);
+static_assert(kRefuses<decltype(&jet::RowReader::find), jet::RowReader&, jet::RowPointer>);
+static_assert(kRefuses<decltype(jet::cipherPage), jet::PageNumber, std::uint32_t, jet::ByteSpan>);
 
 TEST(Header, KeepsPasswordAndEncodingKeyUnderTheirMasks) {
   for (const Version version : kVersions) {
@@ -82,15 +110,14 @@ TEST(Row, ComesBackWhateverItsLengthAndPadding) {
       const jet::RowContent read(version, row, parts.hasVariable, {});
       ASSERT_EQ(read.columnCount(), parts.columnCount);
       for (std::size_t i = 0; i < parts.columnCount; ++i)
-        ASSERT_EQ(read.hasValue(jet::ColumnNumber(static_cast<std::uint16_t>(i))),
-                  parts.hasValue[i]);
+        ASSERT_EQ(read.hasValue(jet::ColumnNumber(i)), parts.hasValue[i]);
       ASSERT_TRUE(std::ranges::equal(read.fixedArea(), parts.fixedArea));
       for (std::size_t i = 0; i < slots; ++i) {
-        const auto value = read.variable(i);
+        const auto value = read.variable(jet::VariableSlot(i));
         ASSERT_TRUE(value && std::ranges::equal(*value, parts.variable[i])) << "slot " << i;
       }
-      ASSERT_FALSE(read.hasValue(jet::ColumnNumber(static_cast<std::uint16_t>(parts.columnCount))));
-      ASSERT_FALSE(read.variable(slots));
+      ASSERT_FALSE(read.hasValue(jet::ColumnNumber(parts.columnCount)));
+      ASSERT_FALSE(read.variable(jet::VariableSlot(slots)));
     }
   }
 }
@@ -99,20 +126,20 @@ TEST(DataPage, KeepsEveryRowThroughChanges) {
   std::mt19937 random(3);
   for (const Version version : kVersions) {
     const jet::Layout& layout = jet::layoutOf(version);
-    Bytes page = jet::DataPageEditor::newPage(layout, 7);
+    Bytes page = jet::DataPageEditor::newPage(layout, jet::PageNumber(7));
     std::vector<std::optional<Bytes>> model;
     int refused = 0;
     for (int step = 0; step < 4000; ++step) {
       jet::DataPageEditor editor(layout, page, {});
       const Bytes row(4 + random() % 120, static_cast<std::uint8_t>(step));
       const std::size_t slot = model.empty() ? 0 : random() % model.size();
-      const jet::SlotNumber number(static_cast<std::uint8_t>(slot));
+      const jet::SlotNumber number(slot);
       switch (random() % 4) {
         case 0:
           if (const auto added = editor.add(row, jet::SlotMark::Row)) {
-            if (*added == model.size()) model.emplace_back();
-            ASSERT_FALSE(model[*added]);
-            model[*added] = row;
+            if (added->value() == model.size()) model.emplace_back();
+            ASSERT_FALSE(model[added->value()]);
+            model[added->value()] = row;
           }
           break;
         case 1:
@@ -135,7 +162,7 @@ TEST(DataPage, KeepsEveryRowThroughChanges) {
       ASSERT_EQ(read.slotCount(), model.size());
       std::size_t used = 0;
       for (std::size_t i = 0; i < model.size(); ++i) {
-        const jet::Slot each = read.slot(i);
+        const jet::Slot each = read.slot(jet::SlotNumber(i));
         used += each.length;
         ASSERT_EQ(each.isRow(), model[i].has_value());
         ASSERT_TRUE(!model[i] || std::ranges::equal(read.bytes(each), *model[i]));
@@ -163,7 +190,7 @@ TEST(IndexPage, LeavesOutACommonPrefixOnlyWhereThePageIsFull) {
       EXPECT_EQ(view.prefixLength(), size <= layout.indexCapacity() ? 0U : 19U);
       EXPECT_EQ(view.lowerBound(leaf.entries.back().bytes), leaf.entries.size() - 1);
       EXPECT_EQ(view.row(leaf.entries.size() - 1),
-                (jet::RowPointer{jet::PageNumber(300), jet::SlotNumber(i)}));
+                (jet::RowId{jet::PageNumber(300), jet::SlotNumber(i)}));
       ASSERT_LT(i, 255);
       const std::size_t used = size - view.prefixLength() * (leaf.entries.size() - 1);
       EXPECT_EQ(jet::u16At(*page, 2), layout.indexCapacity() - used);

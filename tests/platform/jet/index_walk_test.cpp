@@ -86,7 +86,7 @@ TEST(IndexWalk, OrdersNumbersAndCutsRangesInEitherDirection) {
   int ranges = 0;
   forEachIndex([&](const jet::Table& table, const jet::Index& index, jet::IndexNumber number_) {
     if (!index.seekable || index.columns.size() != 1 || table.rowCount() < 3) return;
-    const int column = index.columns[0].column;
+    const jet::ColumnIndex column = index.columns[0].column;
     std::vector<std::pair<RowId, std::optional<double>>> rows;
     const auto walk = table.walk(number_, {});
     while (walk->next()) rows.emplace_back(walk->row().id(), number(walk->row().value(column)));
@@ -122,7 +122,7 @@ TEST(IndexWalk, FindsFreeSlotsAndNamesWhateverTheirCase) {
   const StoreFile store = referenceStore("corner");
   jet::Database database(store.path, u"", jet::Password{store.password});
   const jet::Table& table = tableNamed(database, u"TBLSTOCK");
-  const int description = table.columnNamed(u"Description").value();
+  const jet::ColumnIndex description = table.columnNamed(u"Description").value();
   const jet::IndexNumber index = table.indexOn({u"description"}).value();
   const auto free = table.walk(index, {.equal = {Variant()}});
   int count = 0;

@@ -98,7 +98,7 @@ TEST(AnIndexOnAColumnThatTheDefinitionLacks, RefusesChangesOfItsOtherColumns) {
   ASSERT_FALSE(found.empty());
   found.front() = 77;
   support::writeFile(file, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-  Change change{u"Items", {}, {{2, std::int32_t{9}}}};
+  Change change{u"Items", {}, {{jet::ColumnIndex(2), std::int32_t{9}}}};
   {
     jet::Database database(file, u"the file", jet::Password{u""});
     const auto scan = tableNamed(database, change.table).scan();
@@ -106,15 +106,15 @@ TEST(AnIndexOnAColumnThatTheDefinitionLacks, RefusesChangesOfItsOtherColumns) {
     change.row = scan->row().id();
   }
   EXPECT_NE(support::errorNumberOf([&] { makeChange(file, u"", change); }), 0);
-  change.values = {{0, std::int32_t{4}}};
+  change.values = {{jet::ColumnIndex(0), std::int32_t{4}}};
   EXPECT_EQ(support::errorNumberOf([&] { makeChange(file, u"", change); }), 0);
 }
 
 /// The number of entries in the fullest leaf of the index.
-std::size_t fullestLeaf(const jet::TableSource& source, std::size_t index) {
+std::size_t fullestLeaf(const jet::TableSource& source, jet::IndexNumber index) {
   std::size_t most = 0;
-  jet::PageNumber number = source.definition.indexes[index].root;
-  for (bool leaf = false; number != 0;) {
+  jet::PageNumber number = source.index(index).root;
+  for (bool leaf = false; number != jet::kNoPage;) {
     const auto page = source.pager.read(number, {});
     const jet::IndexPageView view(source.pager.layout(), *page, {});
     if (view.isLeaf()) most = std::max(most, view.size());
@@ -137,9 +137,9 @@ TEST(PackedLeaves, TakeFiftyProductsWhereFreeSlotsFillThem) {
   {
     jet::Database database(file, u"the file", jet::Password{kStorePassword});
     const jet::Table& table = tableNamed(database, u"tblStock");
-    const int name = table.columnNamed(u"description").value();
+    const jet::ColumnIndex name = table.columnNamed(u"description").value();
     const jet::IndexNumber index = table.indexOn({u"description"}).value();
-    EXPECT_GE(fullestLeaf(table.source(), static_cast<std::size_t>(index)), 1300U);
+    EXPECT_GE(fullestLeaf(table.source(), index), 1300U);
     const auto walk = table.walk(index, {.equal = {runtime::Null{}}});
     for (int i = 0; walk->next(); ++i)
       if (i % 27 == 0)
@@ -184,7 +184,7 @@ TEST(DeepIndex, LinksOfNodesThatLeadAnywhereHarmNoLeaf) {
     std::uint32_t leaf = 0;
     for (std::uint32_t number = 6; number < source.pager.pageCount(); ++number) {
       const auto page = source.pager.read(jet::PageNumber(number), {});
-      if (jet::u32At(*page, 4) != source.definitionPage) continue;
+      if (jet::PageNumber(jet::u32At(*page, 4)) != source.definitionPage) continue;
       if ((*page)[0] == static_cast<std::uint8_t>(jet::PageType::IndexLeaf)) leaf = number;
       if ((*page)[0] == static_cast<std::uint8_t>(jet::PageType::IndexNode) && leaf != 0)
         nodes.emplace_back(number, leaf);
@@ -196,7 +196,7 @@ TEST(DeepIndex, LinksOfNodesThatLeadAnywhereHarmNoLeaf) {
   for (std::size_t i = 0; i < rows.size(); i += 2) {
     const runtime::Variant value =
         i % 8 == 0 ? runtime::Variant() : longKey(static_cast<int>(i) * 91 + 5);
-    makeChange(file, u"", {u"Many", rows[i], {{1, value}}});
+    makeChange(file, u"", {u"Many", rows[i], {{jet::ColumnIndex(1), value}}});
     jet::Database database(file, u"the file", jet::Password{u""});
     const auto walk = tableNamed(database, u"Many").walk(jet::IndexNumber(1), {});
     std::size_t walked = 0;

@@ -138,7 +138,7 @@ TEST(Reading, AgreesWithAnIndependentExporterOnEveryTable) {
         std::string line;
         for (std::size_t i = 0; i < table.columns().size(); ++i)
           line += kField + inOneSpelling(table.columns()[i],
-                                         rawText(cursor->row().value(static_cast<int>(i))));
+                                         rawText(cursor->row().value(jet::ColumnIndex(i))));
         ours.push_back(line);
       }
       std::vector<std::string> theirs;

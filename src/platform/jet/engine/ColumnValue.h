@@ -1,12 +1,13 @@
 #pragma once
 
+#include "platform/jet/format/Numbers.h"
 #include "platform/runtime/Variant.h"
 
 namespace jet {
 
-/// A column's value, by the column's position in `Table::columns()`.
+/// A column's value, by the column's index in `Table::columns()`.
 struct ColumnValue {
-  int column = 0;
+  ColumnIndex column;
   runtime::Variant value;
 };
 

@@ -29,7 +29,7 @@ bool isPrimary(const TableSource& source, IndexNumber index) {
 /// A memo that is stored outside its row can't be read before it is written.
 bool keyIsInRow(const TableSource& source, const RowKey& key, const Row& row) {
   return std::ranges::all_of(key.parts(), [&](const RowKey::Part& part) {
-    const ColumnDefinition& column = source.columns[static_cast<std::size_t>(part.column)];
+    const ColumnDefinition& column = source.column(part.column);
     if (!isLongValue(column.type)) return true;
     const std::optional<ByteView> stored = row.stored(part.column);
     return !stored || stored->empty() ||
@@ -58,7 +58,7 @@ bool isOthersKey(const TableSource& source, IndexNumber index, const RowKey& key
 void checkValues(const TableSource& source, std::span<const PropertyBlock> properties,
                  std::span<const ColumnValue> values) {
   for (const ColumnValue& each : values) {
-    const ColumnDefinition& column = source.columns[static_cast<std::size_t>(each.column)];
+    const ColumnDefinition& column = source.column(each.column);
     const auto block = std::ranges::find_if(properties, [&](const PropertyBlock& candidate) {
       return candidate.type == PropertyBlock::kColumn && sameName(candidate.name, column.name);
     });
@@ -75,9 +75,9 @@ void checkValues(const TableSource& source, std::span<const PropertyBlock> prope
 std::vector<KeyChange> keyChanges(const TableSource& source, const Row& before, const Row& after,
                                   std::span<const ColumnValue> values) {
   std::vector<KeyChange> changes;
-  for (std::uint32_t i = 0; i < source.definition.indexes.size(); ++i) {
+  for (std::size_t i = 0; i < source.definition.indexes.size(); ++i) {
     const IndexNumber number(i);
-    const IndexDefinition& index = source.definition.indexes[number];
+    const IndexDefinition& index = source.index(number);
     const RowKey key(source, number);
     if (!key.covers(values)) continue;
     const Location location = source.location(index.root);
@@ -95,7 +95,7 @@ std::vector<KeyChange> keyChanges(const TableSource& source, const Row& before, 
       if (!keyIsInRow(source, key, after))
         raiseUnsupported(location, u"an index on so long a text is not kept");
       if (!key.make(after, bytes))
-        raiseUnsupported(location, u"a character has no known location in the order of an index");
+        raiseUnsupported(location, u"a character has no known position in the order of an index");
       change.newEntry = IndexEntry::of(bytes, after.id()).bytes;
       if (index.unique() && change.newEntry != change.oldEntry && !key.hasNull(after) &&
           isOthersKey(source, number, key, bytes, after.id()))

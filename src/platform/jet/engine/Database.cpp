@@ -68,7 +68,7 @@ std::vector<CatalogObject> Database::objects() {
 }
 
 const Table& Database::table(const CatalogObject& object) {
-  const PageNumber page = object.definitionPage();
+  const PageNumber page = definitionPageOf(object.id);
   std::unique_ptr<Table>& table = session_->tables[page];
   if (!table) table = std::make_unique<Table>(session_->pager, object.name, page);
   return *table;

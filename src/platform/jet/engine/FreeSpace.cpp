@@ -25,7 +25,7 @@ std::vector<PageNumber> FreeSpace::candidates() const {
 std::optional<RowPointer> FreeSpace::addTo(PageNumber number, ByteView row, SlotMark mark) {
   Bytes page = *changes_.read(number, source_.location(source_.definitionPage));
   if (page[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data) ||
-      u32At(page, PageHead::kOwner) != owner_.owner)
+      PageNumber(u32At(page, PageHead::kOwner)) != owner_.owner)
     return std::nullopt;
   DataPageEditor rows(changes_.layout(), page, source_.location(number));
   if (!rows.hasRoomFor(row.size())) rows.squeeze();

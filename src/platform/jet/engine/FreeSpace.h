@@ -12,9 +12,9 @@ namespace jet {
 
 /// The owner of the pages on which rows are stored.
 struct PageOwner {
-  std::uint32_t owner = 0;  ///< owner field of the pages
-  RowPointer owned;         ///< usage map of all its pages
-  RowPointer free;          ///< usage map of those that may have room
+  PageNumber owner;  ///< owner field of the pages
+  RowPointer owned;  ///< usage map of all its pages
+  RowPointer free;   ///< usage map of those that may have room
 };
 
 /// Finds room for new rows on the pages of an owner, and records in its maps which have room left.

@@ -15,7 +15,7 @@ IndexCursor::IndexCursor(const TableSource& source, IndexNumber index, const Ind
 
 bool IndexCursor::isStale() {
   const Row& row = reader_.row();
-  if (source_.definition.indexes[index_].ignoresNulls() && key_.isAllNull(row)) return true;
+  if (source_.index(index_).ignoresNulls() && key_.isAllNull(row)) return true;
   // Which entry of such a row is the valid one can't be known: the first one counts.
   if (!key_.make(row, rowKey_)) return !withoutKey_.insert(row.id()).second;
   const Bytes& entry = walk_->entry();

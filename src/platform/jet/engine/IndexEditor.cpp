@@ -29,7 +29,7 @@ void IndexEditor::stage(WriteStep step, PageNumber number, const IndexPage& page
 
 PageNumber IndexEditor::takePage() {
   const PageNumber page = maps_.pages().take();
-  maps_.add(source_.definition.indexes[index_].map, page, WriteStep::OwnerMaps);
+  maps_.add(source_.index(index_).map, page, WriteStep::OwnerMaps);
   return page;
 }
 
@@ -38,21 +38,21 @@ PageNumber IndexEditor::takePage() {
 /// linked them.
 std::optional<Bytes> IndexEditor::relinked(PageNumber number, Link link, PageNumber to,
                                            PageNumber of) {
-  if (number == 0 || number >= changes_.pageCount()) return std::nullopt;
+  if (number == kNoPage || number.value() >= changes_.pageCount()) return std::nullopt;
   const Layout& layout = changes_.layout();
   const Pager::Page page = changes_.read(number, source_.location(of));
   const Pager::Page beside = changes_.read(of, source_.location(of));
   // Links of nodes may be outdated: the page that they name may have another use now.
   if ((*page)[PageHead::kType] != (*beside)[PageHead::kType] ||
       (*page)[layout.indexLevel] != (*beside)[layout.indexLevel] ||
-      u32At(*page, PageHead::kOwner) != source_.definitionPage)
+      PageNumber(u32At(*page, PageHead::kOwner)) != source_.definitionPage)
     return std::nullopt;
   const std::size_t field = link == Link::Next ? layout.indexNext : layout.indexPrevious;
   const bool isLeaf = (*page)[PageHead::kType] == static_cast<std::uint8_t>(PageType::IndexLeaf);
   const PageNumber old(u32At(*page, field));
   if (old == to || (!isLeaf && old != of)) return std::nullopt;
   Bytes changed = *page;
-  putU32(changed, field, to);
+  putU32(changed, field, to.value());
   return changed;
 }
 
@@ -68,7 +68,7 @@ void IndexEditor::mendNext(const IndexPath& path, WriteStep step) {
 bool IndexEditor::isNewKey(const IndexPath& path, std::size_t at) {
   const IndexPage& leaf = path.leaf;
   const auto sameBeside = [&](PageNumber number, bool last) {
-    if (number == 0) return false;
+    if (number == kNoPage) return false;
     const IndexPage beside = open(number, path.leafNumber);
     if (!beside.leaf || beside.entries.empty()) return false;
     return sameKey(last ? beside.entries.back() : beside.entries.front(), leaf.entries[at]);
@@ -104,7 +104,7 @@ IndexEditor::Insertion IndexEditor::insert(const IndexEntry& entry) {
 /// and only then does the old leaf drop the lower half: until then nothing can be lost.
 void IndexEditor::splitLeaf(IndexPath& path, std::size_t inserted) {
   const IndexPage& leaf = path.leaf;
-  const bool ascending = leaf.next == 0 && inserted + 1 == leaf.entries.size();
+  const bool ascending = leaf.next == kNoPage && inserted + 1 == leaf.entries.size();
   SplitIndexPage halves =
       splitIndexPage(changes_.layout(), leaf, ascending, source_.location(path.leafNumber));
   const PageNumber added = takePage();
@@ -174,7 +174,7 @@ void IndexEditor::growRoot(PageNumber root, const IndexPage& page, std::size_t i
   stage(WriteStep::InsertEntries, root, parent);
 }
 
-void IndexEditor::removeOld(RowPointer row, const KeyChange& change) {
+void IndexEditor::removeOld(RowId row, const KeyChange& change) {
   if (change.oldEntry && !sawLeftovers_) {
     const Bytes& old = *change.oldEntry;
     IndexPath path = pathTo(old);
@@ -285,7 +285,7 @@ void IndexEditor::unlink(IndexPath& path, std::size_t depth) {
     stageAfterRemoval(empty.previous, std::move(*page));
   if (std::optional<Bytes> page = relinked(empty.next, Link::Previous, empty.previous, number))
     stageAfterRemoval(empty.next, std::move(*page));
-  maps_.remove(source_.definition.indexes[index_].map, number, WriteStep::DropOld);
+  maps_.remove(source_.index(index_).map, number, WriteStep::DropOld);
   maps_.pages().free(number);
 }
 
@@ -308,15 +308,15 @@ void IndexEditor::collectLeaves(PageNumber number, PageNumber from, const Bytes&
   collectLeaves(page.tail, number, lower, level + 1, leaves);
 }
 
-void IndexEditor::clean(RowPointer row, const std::optional<Bytes>& kept) {
+void IndexEditor::clean(RowId row, const std::optional<Bytes>& kept) {
   sawLeftovers_ = true;
   std::vector<TreeLeaf> leaves;
-  collectLeaves(source_.definition.indexes[index_].root, source_.definitionPage, {}, 0, leaves);
+  collectLeaves(source_.index(index_).root, source_.definitionPage, {}, 0, leaves);
   std::vector<Bytes> others;
   for (std::size_t i = 0; i < leaves.size(); ++i) {
     IndexPage leaf = open(leaves[i].number, source_.definitionPage);
-    const PageNumber previous = i == 0 ? PageNumber() : leaves[i - 1].number;
-    const PageNumber next = i + 1 == leaves.size() ? PageNumber() : leaves[i + 1].number;
+    const PageNumber previous = i == 0 ? kNoPage : leaves[i - 1].number;
+    const PageNumber next = i + 1 == leaves.size() ? kNoPage : leaves[i + 1].number;
     std::size_t dropped = dropUpTo(leaf, leaves[i].bound);
     if (dropped > 0 && leaf.entries.empty()) {
       // None of its entries is valid, but a leaf of the tree must not be empty.

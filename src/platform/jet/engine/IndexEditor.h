@@ -27,10 +27,10 @@ class IndexEditor {
 
   /// Removes the old entry of a row. Where it isn't found, or the traces of an interrupted change
   /// are, the index is cleaned: see `clean`.
-  void removeOld(RowPointer row, const KeyChange& change);
+  void removeOld(RowId row, const KeyChange& change);
   /// Removes all entries of a row but the one to keep. Restores the bounds of all pages and the
   /// order of the leaves that the tree requires. Reads the entire index.
-  void clean(RowPointer row, const std::optional<Bytes>& kept);
+  void clean(RowId row, const std::optional<Bytes>& kept);
 
  private:
   IndexPage open(PageNumber number, PageNumber from) {

@@ -39,7 +39,7 @@ namespace {
 PageNumber leafBefore(PageChanges& changes, const TableSource& source, const IndexPath& path) {
   const auto turn = std::find_if(path.nodes.rbegin(), path.nodes.rend(),
                                  [](const IndexPath::Node& node) { return node.child > 0; });
-  if (turn == path.nodes.rend()) return PageNumber();
+  if (turn == path.nodes.rend()) return kNoPage;
   return lastLeafBelow(changes, source, turn->page.entries[turn->child - 1].child, turn->number);
 }
 
@@ -49,7 +49,7 @@ IndexPath IndexPath::to(PageChanges& changes, const TableSource& source, IndexNu
                         ByteView entry) {
   IndexPath path;
   Bytes bound;  // all entries below the next page are greater
-  PageNumber number = source.definition.indexes[index].root;
+  PageNumber number = source.index(index).root;
   Location from = source.location(source.definitionPage);
   for (int level = 0; level <= kMostIndexLevels; ++level) {
     IndexPage page = openIndexPage(changes, source, number, from);

@@ -12,7 +12,7 @@ void IndexWalk::openLeaf(PageNumber number, const Location& from) {
 
 IndexWalk::IndexWalk(const TableSource& source, IndexNumber index, ByteView from)
     : source_(source) {
-  openLeaf(source.definition.indexes[index].root, source.location(source.definitionPage));
+  openLeaf(source.index(index).root, source.location(source.definitionPage));
   for (int level = 0; !leaf_->isLeaf(); ++level) {
     if (level == kMostIndexLevels)
       raiseDamaged(source.location(pageNumber_), u"an index has no leaves");
@@ -26,7 +26,7 @@ bool IndexWalk::next() {
   for (;;) {
     while (at_ == leaf_->size()) {
       const PageNumber next = leaf_->next();
-      if (next == 0) return false;
+      if (next == kNoPage) return false;
       if (++leavesSeen_ > source_.pager.pageCount())
         raiseDamaged(source_.location(pageNumber_), u"the leaves of an index lead in a circle");
       openLeaf(next, source_.location(pageNumber_));

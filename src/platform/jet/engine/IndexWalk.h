@@ -20,9 +20,9 @@ class IndexWalk {
 
   /// Moves to the next entry; false past the last one.
   bool next();
-  /// The entry's bytes: key, then row pointer.
+  /// The entry's bytes: key, then row id.
   const Bytes& entry() const { return entry_.bytes; }
-  RowPointer row() const { return entry_.row(); }
+  RowId row() const { return entry_.row(); }
 
  private:
   void openLeaf(PageNumber number, const Location& from);

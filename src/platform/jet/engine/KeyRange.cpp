@@ -47,7 +47,7 @@ class Builder {
     return appendKey(source_.version(), definition(part), part.ascending, value, key);
   }
   const ColumnDefinition& definition(const RowKey::Part& part) const {
-    return source_.columns[static_cast<std::size_t>(part.column)];
+    return source_.column(part.column);
   }
 
   /// False when the range can't include a further column.

@@ -34,13 +34,12 @@ Bytes LongValueWriter::store(const ColumnDefinition& column, ByteView value) {
     return head.encode();
   }
   head.form = LongValueHead::Form::Chain;
-  const std::size_t longest = layout.longestPiece - LongValueHead::kChainLink;
+  const std::size_t longest = layout.longestPiece - RowPointer::kSize;
   // From the last piece to the first, as each points to the next.
   for (std::size_t end = value.size(); end > 0;) {
     const std::size_t start = (end - 1) / longest * longest;
-    Bytes piece;
-    piece.reserve(LongValueHead::kChainLink + end - start);
-    appendU32(piece, head.first.pack());
+    Bytes piece(RowPointer::kSize);
+    putRowPointer(piece, LongValueHead::kNextPiece, head.first);
     appendBytes(piece, value.subspan(start, end - start));
     head.first = space.add(piece, SlotMark::Row);
     end = start;

@@ -15,17 +15,17 @@ void walkPieces(const TableSource& source, const LongValueHead& head, const Loca
   const bool chain = head.form == LongValueHead::Form::Chain;
   RowPointer at = head.first;
   std::size_t left = head.length;
-  std::set<std::uint32_t> walked;
+  std::set<RowPointer> walked;
   Pager& pager = source.pager;
   while (left > 0) {
-    if (!walked.insert(at.pack()).second)
+    if (!walked.insert(at).second)
       raiseDamaged(source.location(at.page), u"a long value leads in a circle");
     const Pager::Page page = pager.read(at.page, location);
     const DataPage pieces(pager.layout(), *page, source.location(at.page));
     if (pieces.owner() != kLongValueOwner)
       raiseDamaged(source.location(at.page), u"a long value leads to a page of another kind");
     const Slot slot = pieces.slot(at.slot);
-    const std::size_t link = chain ? LongValueHead::kChainLink : 0;
+    const std::size_t link = chain ? RowPointer::kSize : 0;
     if (slot.isDeleted())
       raiseDamaged(source.location(at.page), u"a piece of a long value is missing");
     if (slot.length <= link)
@@ -38,7 +38,7 @@ void walkPieces(const TableSource& source, const LongValueHead& head, const Loca
     if (left > 0 && !chain)
       raiseDamaged(source.location(at.page), u"a long value is shorter than its row says",
                    {0, count + left, bytes.size()});
-    if (chain) at = RowPointer::unpack(u32At(bytes, 0));
+    if (chain) at = rowPointerAt(bytes, LongValueHead::kNextPiece);
   }
 }
 

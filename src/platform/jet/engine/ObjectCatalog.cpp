@@ -13,8 +13,8 @@ class Columns {
  public:
   explicit Columns(const Table& table) : table_(table) {}
 
-  int operator[](std::u16string_view name) const {
-    const std::optional<int> column = table_.columnNamed(name);
+  ColumnIndex operator[](std::u16string_view name) const {
+    const std::optional<ColumnIndex> column = table_.columnNamed(name);
     if (!column)
       raiseDamaged(table_.source().location(table_.definitionPage()),
                    u"a system table lacks a column");
@@ -25,12 +25,12 @@ class Columns {
   const Table& table_;
 };
 
-std::int32_t integerOf(const Row& row, int column) {
+std::int32_t integerOf(const Row& row, ColumnIndex column) {
   std::int32_t number = 0;
   return row.integer(column, number) ? number : 0;
 }
 
-std::u16string textOf(const Row& row, int column) {
+std::u16string textOf(const Row& row, ColumnIndex column) {
   std::u16string text;
   row.text(column, text);
   return text;
@@ -65,18 +65,18 @@ struct ObjectRows {
 
   /// The row's object; absent for containers, forms and all other objects without rows.
   std::optional<CatalogObject> read(const Row& row) const {
-    if (integerOf(row, parent) != kTablesContainer) return std::nullopt;
+    if (ObjectId(integerOf(row, parent)) != kTablesContainer) return std::nullopt;
     CatalogObject object;
     const std::optional<ObjectKind> kind = kindOf(integerOf(row, type));
     if (!kind) return std::nullopt;
     object.kind = *kind;
-    object.id = integerOf(row, id);
+    object.id = ObjectId(integerOf(row, id));
     object.name = textOf(row, name);
     object.flags = static_cast<std::uint32_t>(integerOf(row, flags));
     return object;
   }
 
-  int id, parent, name, type, flags;
+  ColumnIndex id, parent, name, type, flags;
 };
 
 }  // namespace
@@ -95,7 +95,7 @@ std::optional<ObjectCatalog::Location> ObjectCatalog::locate(std::u16string_view
   const std::optional<IndexNumber> index =
       table.indexOn({ObjectColumn::kParent, ObjectColumn::kName});
   IndexRange range;
-  range.equal = {kTablesContainer, std::u16string(name)};
+  range.equal = {kTablesContainer.value(), std::u16string(name)};
   std::unique_ptr<Cursor> cursor = index ? table.walk(*index, range) : table.scan();
   while (cursor->next()) {
     std::optional<CatalogObject> object = rows.read(cursor->row());
@@ -122,17 +122,17 @@ std::vector<CatalogObject> ObjectCatalog::objects() {
   return objects;
 }
 
-std::vector<QueryRow> ObjectCatalog::queryRows(std::int32_t objectId) {
+std::vector<QueryRow> ObjectCatalog::queryRows(ObjectId query) {
   if (!queries_) queries_ = std::make_unique<Table>(pager_, u"MSysQueries", kQueriesPage);
   const Table& table = *queries_;
   const Columns columns(table);
-  const int object = columns[QueryColumn::kObject];
-  const int attribute = columns[QueryColumn::kAttribute];
-  const int order = columns[QueryColumn::kOrder];
-  const int name1 = columns[QueryColumn::kName1];
-  const int name2 = columns[QueryColumn::kName2];
-  const int expression = columns[QueryColumn::kExpression];
-  const int flag = columns[QueryColumn::kFlag];
+  const ColumnIndex object = columns[QueryColumn::kObject];
+  const ColumnIndex attribute = columns[QueryColumn::kAttribute];
+  const ColumnIndex order = columns[QueryColumn::kOrder];
+  const ColumnIndex name1 = columns[QueryColumn::kName1];
+  const ColumnIndex name2 = columns[QueryColumn::kName2];
+  const ColumnIndex expression = columns[QueryColumn::kExpression];
+  const ColumnIndex flag = columns[QueryColumn::kFlag];
 
   struct Found {
     QueryRow row;
@@ -142,11 +142,11 @@ std::vector<QueryRow> ObjectCatalog::queryRows(std::int32_t objectId) {
   const std::optional<IndexNumber> index =
       table.indexOn({QueryColumn::kObject, QueryColumn::kAttribute, QueryColumn::kOrder});
   IndexRange range;
-  range.equal = {objectId};
+  range.equal = {query.value()};
   const std::unique_ptr<Cursor> cursor = index ? table.walk(*index, range) : table.scan();
   while (cursor->next()) {
     const Row& row = cursor->row();
-    if (row.isNull(object) || integerOf(row, object) != objectId) continue;
+    if (row.isNull(object) || ObjectId(integerOf(row, object)) != query) continue;
     Found next;
     next.row.attribute = static_cast<QueryAttribute>(integerOf(row, attribute));
     next.row.name1 = textOf(row, name1);
@@ -172,7 +172,7 @@ std::vector<QueryRow> ObjectCatalog::queryRows(std::int32_t objectId) {
 std::optional<std::vector<PropertyBlock>> ObjectCatalog::properties(const TableIdentity& table) {
   const std::optional<Location> found = locate(table.name);
   if (!found || found->object.kind != ObjectKind::Table ||
-      found->object.definitionPage() != table.definitionPage)
+      definitionPageOf(found->object.id) != table.definitionPage)
     return std::nullopt;
   const Row& row = found->at->row();
   const runtime::Variant blob = row.value(Columns(objectsTable())[ObjectColumn::kProperties]);

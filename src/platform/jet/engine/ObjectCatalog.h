@@ -20,21 +20,14 @@ enum class ObjectKind : std::uint8_t { Table, Query, LinkedTable };
 
 /// A table, saved query or linked table in the file's object list.
 struct CatalogObject {
-  /// Bits of a table's id that are the page of its definition.
-  static constexpr std::uint32_t kPageOfId = 0x00FFFFFF;
-
   ObjectKind kind = ObjectKind::Table;
-  std::int32_t id = 0;
+  ObjectId id;
   std::u16string name;
   std::uint32_t flags = 0;
 
   /// True for the engine's own tables and for hidden objects.
   bool isSystem() const {
     return (flags & (ObjectFlag::kSystem | ObjectFlag::kEngine | ObjectFlag::kHidden)) != 0;
-  }
-  /// The page of a table's definition.
-  PageNumber definitionPage() const {
-    return PageNumber(static_cast<std::uint32_t>(id) & kPageOfId);
   }
 };
 
@@ -50,8 +43,8 @@ class ObjectCatalog {
   /// As `Database` returns them.
   std::optional<CatalogObject> find(std::u16string_view name);
   std::vector<CatalogObject> objects();
-  /// The rows of the saved query of that id, in the order of their attribute and number.
-  std::vector<QueryRow> queryRows(std::int32_t objectId);
+  /// The rows of the saved query, in the order of their attribute and number.
+  std::vector<QueryRow> queryRows(ObjectId query);
   /// The properties of a table and of its columns; absent when the object list has no such table.
   std::optional<std::vector<PropertyBlock>> properties(const TableIdentity& table);
   /// Forgets the definitions of the system tables.

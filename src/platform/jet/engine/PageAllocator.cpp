@@ -16,7 +16,7 @@ std::optional<PageNumber> lowestSetBit(ByteView bits, std::uint64_t first, std::
     for (unsigned byte = bits[i]; byte != 0; byte &= byte - 1) {
       const std::uint64_t page = first + 8 * i + static_cast<std::uint64_t>(std::countr_zero(byte));
       if (page >= end) return std::nullopt;
-      if (page >= from) return PageNumber(static_cast<std::uint32_t>(page));
+      if (page >= from) return PageNumber(page);
     }
   return std::nullopt;
 }
@@ -24,13 +24,14 @@ std::optional<PageNumber> lowestSetBit(ByteView bits, std::uint64_t first, std::
 }  // namespace
 
 std::optional<PageNumber> PageAllocator::lowestFree() {
-  constexpr std::uint32_t kFrom = kRelationshipsPage + 1;
+  constexpr std::uint32_t kFrom = kRelationshipsPage.value() + 1;
   const UsageMap map = maps_.read(kGlobalMap);
   const std::uint32_t end = changes_.pageCount();
-  if (map.kind == UsageMap::Kind::Inline) return lowestSetBit(map.bits, map.firstPage, kFrom, end);
+  if (map.kind == UsageMap::Kind::Inline)
+    return lowestSetBit(map.bits, map.firstPage.value(), kFrom, end);
   const std::size_t perBitmap = pagesPerBitmap(changes_.layout());
   for (std::size_t i = 0; i < map.bitmapPages.size() && i * perBitmap < end; ++i) {
-    if (map.bitmapPages[i] == 0) continue;
+    if (map.bitmapPages[i] == kNoPage) continue;
     const Pager::Page bitmap = maps_.readBitmap(map.bitmapPages[i]);
     const ByteView bits = ByteView(*bitmap).subspan(UsageMap::kBitmapPageBits);
     if (const auto page = lowestSetBit(bits, i * perBitmap, kFrom, end)) return page;
@@ -59,7 +60,7 @@ void PageAllocator::markUsed(PageNumber page) {
     return;
   }
   const std::size_t range = maps_.rangeOf(map, page);
-  if (map.bitmapPages[range] == 0)
+  if (map.bitmapPages[range] == kNoPage)
     addBitmap(map, range);
   else
     maps_.setBitmapBit(map.bitmapPages[range], maps_.bitOnBitmap(page), false,
@@ -69,12 +70,12 @@ void PageAllocator::markUsed(PageNumber page) {
 /// In the range that the map gains, pages beyond the end of the file are free; of those before it
 /// nothing is known.
 bool PageAllocator::lengthen(UsageMap map, PageNumber page) {
-  const std::size_t size = (page - map.firstPage + kGrowthPages) / kGrowthPages * 4;
+  const std::size_t size = (page.value() - map.firstPage.value() + kGrowthPages) / kGrowthPages * 4;
   if (size > changes_.layout().pageSize) return false;
   std::size_t bit = map.windowSize();
   map.bits.resize(size);
   for (; bit < map.windowSize(); ++bit)
-    if (map.firstPage + bit >= changes_.pageCount()) setBit(map.bits, bit, true);
+    if (map.pageOf(bit).value() >= changes_.pageCount()) setBit(map.bits, bit, true);
   return maps_.write(kGlobalMap, map, 0, WriteStep::TakePages);
 }
 
@@ -93,8 +94,9 @@ void PageAllocator::turnIntoReference(const UsageMap& map) {
     Bytes page = newBitmapPage(layout);
     const ByteSpan bits = ByteSpan(page).subspan(UsageMap::kBitmapPageBits);
     for (std::size_t bit = 0; bit < perBitmap; ++bit) {
-      const PageNumber number(static_cast<std::uint32_t>(range * perBitmap + bit));
-      setBit(bits, bit, map.covers(number) ? map.contains(number) : number >= changes_.pageCount());
+      const PageNumber number(range * perBitmap + bit);
+      setBit(bits, bit,
+             map.covers(number) ? map.contains(number) : number.value() >= changes_.pageCount());
     }
     changes_.stage(WriteStep::TakePages, bitmaps[range], std::move(page));
   }
@@ -113,7 +115,8 @@ void PageAllocator::addBitmap(UsageMap map, std::size_t range) {
   changes_.barrier(WriteStep::TakePages);
   map.bitmapPages[range] = bitmap;
   maps_.writeInPlace(kGlobalMap, map, WriteStep::TakePages);
-  if (bitmap < range * perBitmap || bitmap >= (range + 1) * perBitmap) markUsed(bitmap);
+  if (bitmap.value() < range * perBitmap || bitmap.value() >= (range + 1) * perBitmap)
+    markUsed(bitmap);
 }
 
 void PageAllocator::free(PageNumber page) {
@@ -122,7 +125,7 @@ void PageAllocator::free(PageNumber page) {
     if (!map.covers(page)) return;
     map.set(page, true);
     maps_.writeInPlace(kGlobalMap, map, WriteStep::Hints);
-  } else if (const PageNumber bitmap = maps_.bitmapFor(map, page); bitmap != 0) {
+  } else if (const PageNumber bitmap = maps_.bitmapFor(map, page); bitmap != kNoPage) {
     maps_.setBitmapBit(bitmap, maps_.bitOnBitmap(page), true, WriteStep::Hints);
   }
 }

@@ -78,9 +78,10 @@ bool PageChanges::endsWithSync(WriteStep step) {
 void PageChanges::write(const Group& group, std::uint32_t& end) {
   for (const Write& write : group) {
     // A new bitmap page of the global map comes after the pages for which it was made.
-    for (; end < write.number; ++end) pager_.write(PageNumber(end), Bytes(layout().pageSize));
+    for (; end < write.number.value(); ++end)
+      pager_.write(PageNumber(end), Bytes(layout().pageSize));
     pager_.write(write.number, *write.page);
-    end = std::max(end, write.number + 1);
+    end = std::max(end, write.number.value() + 1);
   }
 }
 
@@ -90,7 +91,7 @@ void PageChanges::commit() {
   // written, and in the order of their numbers, so that the file grows page by page.
   for (Group& group : groupsOf(WriteStep::NewPages))
     std::ranges::stable_sort(group, {}, [end](const Write& write) {
-      return std::pair(write.number < end, write.number);
+      return std::pair(write.number.value() < end, write.number);
     });
   bool unsynced = false;
   for (std::size_t i = 0; i < kSteps; ++i) {

@@ -26,7 +26,7 @@ class Collector {
  private:
   void add(std::uint64_t page, const Location& from) {
     if (page < pager_.pageCount())
-      pages.emplace_back(static_cast<std::uint32_t>(page));
+      pages.emplace_back(page);
     else if (outside_ == Outside::IsDamage)
       pager_.raiseOutside(page, from);
   }
@@ -42,12 +42,12 @@ std::vector<PageNumber> pagesOf(Pager& pager, RowPointer pointer, const Location
   Collector collector(pager, outside);
   const Location location = from.at(pointer.page);
   if (map.kind == UsageMap::Kind::Inline) {
-    collector.addSetBits(map.bits, map.firstPage, location);
+    collector.addSetBits(map.bits, map.firstPage.value(), location);
     return std::move(collector.pages);
   }
   const std::size_t range = pagesPerBitmap(pager.layout());
   for (std::size_t i = 0; i < map.bitmapPages.size(); ++i) {
-    if (map.bitmapPages[i] == 0) continue;
+    if (map.bitmapPages[i] == kNoPage) continue;
     if (outside == Outside::IsPassedOver && i * range >= pager.pageCount()) break;
     const Pager::Page page = pager.read(map.bitmapPages[i], location);
     const Location bitmap = from.at(map.bitmapPages[i]);

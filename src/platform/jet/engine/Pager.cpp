@@ -46,7 +46,8 @@ Pager::Pager(const std::filesystem::path& file, std::u16string_view shownPath)
     layout_ = &layoutOf(header_.version);
     forget();
   }
-  if (!header || pageCount_ <= kRelationshipsPage) throw error::unrecognizedFormat(shownPath_);
+  if (!header || pageCount_ <= kRelationshipsPage.value())
+    throw error::unrecognizedFormat(shownPath_);
 }
 
 void Pager::lock() {
@@ -85,7 +86,7 @@ std::size_t Pager::freeFrame() {
     while (std::exchange(frames_[hand_].recentlyUsed, false)) hand_ = (hand_ + 1) % frames_.size();
     chosen = std::exchange(hand_, (hand_ + 1) % frames_.size());
   }
-  frameOf_[frames_[chosen].number] = 0;
+  frameOf_[frames_[chosen].number.value()] = 0;
   return chosen;
 }
 
@@ -94,26 +95,26 @@ Pager::Frame& Pager::keep(PageNumber number, ByteView encoded) {
   cipherPage(header_.encodingKey, number, *page);
   const std::size_t frame = freeFrame();
   frames_[frame] = {.number = number, .page = std::move(page), .index = {}};
-  frameOf_[number] = static_cast<std::uint16_t>(frame + 1);
+  frameOf_[number.value()] = static_cast<std::uint16_t>(frame + 1);
   return frames_[frame];
 }
 
 Pager::Frame& Pager::frameWith(PageNumber number, PageNumber last, const Location& from) {
   if (!locked_) lock();
-  if (number == 0 || number >= pageCount_) raiseOutside(number, from);
-  if (const std::size_t at = frameOf_[number]; at != 0) {
+  if (number == kHeaderPage || number.value() >= pageCount_) raiseOutside(number.value(), from);
+  if (const std::size_t at = frameOf_[number.value()]; at != 0) {
     frames_[at - 1].recentlyUsed = true;
     return frames_[at - 1];
   }
   const std::size_t pageSize = layout_->pageSize;
-  const std::uint64_t offset = std::uint64_t{number} * pageSize;
-  run_.resize((std::min<std::size_t>(last, pageCount_ - 1) - number + 1) * pageSize);
+  const std::uint64_t offset = std::uint64_t{number.value()} * pageSize;
+  run_.resize((std::min(last.value(), pageCount_ - 1) - number.value() + 1) * pageSize);
   const std::size_t count =
       withEngineWords(FileWork::Reading, shownPath_, [&] { return file_->readAt(offset, run_); });
-  if (count < pageSize) raiseOutside(number, from);
+  if (count < pageSize) raiseOutside(number.value(), from);
   for (std::size_t i = 1; i < count / pageSize; ++i) {
-    const PageNumber next(number + static_cast<std::uint32_t>(i));
-    if (frameOf_[next] == 0) keep(next, ByteView(run_).subspan(i * pageSize, pageSize));
+    const PageNumber next(number.value() + i);
+    if (frameOf_[next.value()] == 0) keep(next, ByteView(run_).subspan(i * pageSize, pageSize));
   }
   return keep(number, ByteView(run_).first(pageSize));
 }
@@ -133,7 +134,7 @@ void Pager::readRun(PageNumber first, PageNumber last, const Location& from) {
 }
 
 void Pager::setScanned(PageNumber number) {
-  const std::size_t at = number < frameOf_.size() ? frameOf_[number] : 0;
+  const std::size_t at = number.value() < frameOf_.size() ? frameOf_[number.value()] : 0;
   if (at != 0 && !std::exchange(frames_[at - 1].scanned, true)) scanned_.push_back(at - 1);
 }
 
@@ -165,7 +166,7 @@ void Pager::lockForUpdate() {
 void Pager::write(PageNumber number, ByteView page) {
   Bytes encoded(page.begin(), page.end());
   cipherPage(header_.encodingKey, number, encoded);
-  const std::uint64_t offset = std::uint64_t{number} * layout_->pageSize;
+  const std::uint64_t offset = std::uint64_t{number.value()} * layout_->pageSize;
   withEngineWords(FileWork::Updating, shownPath_, [&] {
     try {
       file_->writeAt(offset, encoded);

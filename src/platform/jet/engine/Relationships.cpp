@@ -14,7 +14,7 @@ constexpr std::uint8_t kReferencedSide = 1;
 
 std::u16string tableName(ObjectCatalog& catalog, PageNumber definitionPage) {
   for (const CatalogObject& object : catalog.objects())
-    if (object.kind == ObjectKind::Table && object.definitionPage() == definitionPage)
+    if (object.kind == ObjectKind::Table && definitionPageOf(object.id) == definitionPage)
       return object.name;
   return {};
 }
@@ -23,7 +23,7 @@ std::u16string tableName(ObjectCatalog& catalog, PageNumber definitionPage) {
 IndexNumber otherIndex(const TableSource& other, const LogicalIndex& relationship) {
   const auto& all = other.definition.logicalIndexes;
   const auto found = std::ranges::find(all, relationship.otherIndex, &LogicalIndex::number);
-  if (found == all.end() || found->index >= other.definition.indexes.size())
+  if (found == all.end() || found->index.value() >= other.definition.indexes.size())
     raiseDamaged(other.location(other.definitionPage), u"a relationship lacks its index");
   return found->index;
 }
@@ -36,12 +36,11 @@ bool hasMatch(const TableSource& source, IndexNumber index, const Row& row,
   Bytes key;
   bool made = own.parts().size() == their.parts().size() && their.isSupported();
   for (std::size_t i = 0; made && i < own.parts().size(); ++i) {
-    const auto location = static_cast<std::size_t>(their.parts()[i].column);
-    const ColumnDefinition& column =
-        source.columns[static_cast<std::size_t>(own.parts()[i].column)];
-    made = column.type == other.columns[location].type &&
-           appendKey(other.version(), other.columns[location], their.parts()[i].ascending,
-                     row.value(own.parts()[i].column), key);
+    const ColumnIndex column = own.parts()[i].column;
+    const RowKey::Part& part = their.parts()[i];
+    const ColumnDefinition& definition = other.column(part.column);
+    made = source.column(column).type == definition.type &&
+           appendKey(other.version(), definition, part.ascending, row.value(column), key);
   }
   if (!made)
     raiseUnsupported(source.location(source.definitionPage), u"a relationship can't be checked");

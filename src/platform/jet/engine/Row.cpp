@@ -10,27 +10,19 @@
 #include "platform/jet/format/TextKey.h"
 
 namespace jet {
-namespace {
-
-const ColumnDefinition& columnAt(const TableSource& source, int column) {
-  return source.columns[static_cast<std::size_t>(column)];
-}
-
-}  // namespace
-
 Row::Row(const TableSource& source, RowId id, FoundRow found)
     : source_(&source),
       id_(id),
       page_(std::move(found.page)),
       content_(source.version(), found.bytes, source.hasVariableSlots(),
-               source.location(found.bodyPage)) {}
+               source.location(found.body.page)) {}
 
 Location Row::location() const {
   return source_->location(id_.page);
 }
 
-std::optional<ByteView> Row::stored(int column) const {
-  const ColumnDefinition& definition = columnAt(*source_, column);
+std::optional<ByteView> Row::stored(ColumnIndex column) const {
+  const ColumnDefinition& definition = source_->column(column);
   if (definition.type == ColumnType::Boolean || !content_.hasValue(definition.number))
     return std::nullopt;
   if (!definition.fixed) return content_.variable(definition.variableSlot);
@@ -38,12 +30,12 @@ std::optional<ByteView> Row::stored(int column) const {
                         typeSize(definition.type).value_or(definition.length));
 }
 
-bool Row::isNull(int column) const {
-  return columnAt(*source_, column).type != ColumnType::Boolean && !stored(column);
+bool Row::isNull(ColumnIndex column) const {
+  return source_->column(column).type != ColumnType::Boolean && !stored(column);
 }
 
-runtime::Variant Row::value(int column) const {
-  const ColumnDefinition& definition = columnAt(*source_, column);
+runtime::Variant Row::value(ColumnIndex column) const {
+  const ColumnDefinition& definition = source_->column(column);
   if (definition.type == ColumnType::Boolean) return content_.hasValue(definition.number);
   const std::optional<ByteView> bytes = stored(column);
   if (!bytes) return runtime::Null{};
@@ -54,30 +46,30 @@ runtime::Variant Row::value(int column) const {
 }
 
 template <class Use>
-bool Row::withText(int column, Use use) const {
+bool Row::withText(ColumnIndex column, Use use) const {
   const std::optional<ByteView> bytes = stored(column);
   if (!bytes) return false;
-  if (isLongValue(columnAt(*source_, column).type))
+  if (isLongValue(source_->column(column).type))
     use(ByteView(readLongValue(*source_, *bytes, location())));
   else
     use(*bytes);
   return true;
 }
 
-bool Row::text(int column, std::u16string& out) const {
+bool Row::text(ColumnIndex column, std::u16string& out) const {
   return withText(column, [&](ByteView bytes) { decodeText(source_->version(), bytes, out); });
 }
 
-std::optional<ByteView> Row::latinText(int column) const {
+std::optional<ByteView> Row::latinText(ColumnIndex column) const {
   const Version version = source_->version();
-  if (version == Version::Jet3 || columnAt(*source_, column).type != ColumnType::Text)
+  if (version == Version::Jet3 || source_->column(column).type != ColumnType::Text)
     return std::nullopt;
   const std::optional<ByteView> bytes = stored(column);
   if (!bytes || !isByteText(version, *bytes)) return std::nullopt;
   return byteText(version, *bytes);
 }
 
-bool Row::sortKey(int column, std::string& out) const {
+bool Row::sortKey(ColumnIndex column, std::string& out) const {
   out.clear();
   const Version version = source_->version();
   const TextOrder order = textOrderOf(version);
@@ -92,8 +84,8 @@ bool Row::sortKey(int column, std::string& out) const {
   });
 }
 
-bool Row::integer(int column, std::int32_t& out) const {
-  const ColumnDefinition& definition = columnAt(*source_, column);
+bool Row::integer(ColumnIndex column, std::int32_t& out) const {
+  const ColumnDefinition& definition = source_->column(column);
   if (definition.type == ColumnType::Boolean) {
     out = content_.hasValue(definition.number) ? -1 : 0;
     return true;

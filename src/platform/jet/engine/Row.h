@@ -13,7 +13,7 @@ namespace jet {
 struct FoundRow;
 struct TableSource;
 
-/// One row, whose columns are decoded on demand. Columns are named by their position in
+/// One row, whose columns are decoded on demand. Columns are named by their index in
 /// `Table::columns()`.
 class Row {
  public:
@@ -22,25 +22,25 @@ class Row {
 
   /// The row's identity, by which it can be read and updated later.
   RowId id() const { return id_; }
-  bool isNull(int column) const;
+  bool isNull(ColumnIndex column) const;
   /// The column's value by its type: Boolean bool, Byte uint8, Integer int16, Long int32, Currency,
   /// Single float, Double double, DateTime Date, Text and Memo text, Binary, OLE and Block Binary,
   /// Guid, Numeric Decimal.
-  runtime::Variant value(int column) const;
+  runtime::Variant value(ColumnIndex column) const;
 
   /// Fast path for Text and Memo columns; replaces the content of `out`, and returns false for
   /// null.
-  bool text(int column, std::u16string& out) const;
+  bool text(ColumnIndex column, std::u16string& out) const;
   /// The text as bytes of one character each, U+0000 to U+00FF, where the row stores it in that
   /// form; absent for null, for a memo and for any other text.
-  std::optional<ByteView> latinText(int column) const;
+  std::optional<ByteView> latinText(ColumnIndex column) const;
   /// The text's key in the file's order (see TextKey.h); empty and false for null.
-  bool sortKey(int column, std::string& out) const;
+  bool sortKey(ColumnIndex column, std::string& out) const;
   /// Fast path for Byte, Integer, Long and Boolean (true is -1) columns; false for null.
-  bool integer(int column, std::int32_t& out) const;
+  bool integer(ColumnIndex column, std::int32_t& out) const;
 
   /// The bytes of a column in the row; absent for null, and for Boolean.
-  std::optional<ByteView> stored(int column) const;
+  std::optional<ByteView> stored(ColumnIndex column) const;
   /// The row's bytes, opened.
   const RowContent& content() const { return content_; }
 
@@ -48,7 +48,7 @@ class Row {
   Location location() const;
   /// Calls `use` with the stored bytes of a text, inside the row or outside; false for null.
   template <class Use>
-  bool withText(int column, Use use) const;
+  bool withText(ColumnIndex column, Use use) const;
 
   const TableSource* source_ = nullptr;
   RowId id_;

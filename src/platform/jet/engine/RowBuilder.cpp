@@ -24,11 +24,11 @@ RowParts partsOf(const TableSource& source, const Row& row) {
   const ByteView area = row.content().fixedArea();
   parts.fixedArea.assign(area.begin(), area.end());
   for (const ColumnDefinition& column : source.columns) {
-    parts.columnCount = std::max<std::size_t>(parts.columnCount, column.number + 1U);
+    parts.columnCount = std::max(parts.columnCount, column.number.value() + std::size_t{1});
     if (column.fixed && column.type != ColumnType::Boolean)
       parts.fixedArea.resize(std::max(parts.fixedArea.size(), column.fixedOffset + sizeOf(column)));
     if (!column.fixed && column.type != ColumnType::Boolean &&
-        column.variableSlot >= parts.variable.size())
+        column.variableSlot.value() >= parts.variable.size())
       raiseDamaged(location, u"a column has a slot that the rows don't have");
   }
   if (source.version() == Version::Jet3 &&
@@ -37,28 +37,28 @@ RowParts partsOf(const TableSource& source, const Row& row) {
   parts.hasValue.resize(parts.columnCount);
   for (std::size_t i = 0; i < source.columns.size(); ++i) {
     const ColumnDefinition& column = source.columns[i];
-    parts.hasValue[column.number] = row.content().hasValue(column.number);
+    parts.hasValue[column.number.value()] = row.content().hasValue(column.number);
     if (column.fixed || column.type == ColumnType::Boolean) continue;
-    const std::optional<ByteView> stored = row.stored(static_cast<int>(i));
+    const std::optional<ByteView> stored = row.stored(ColumnIndex(i));
     if (stored)
-      parts.variable[column.variableSlot].assign(stored->begin(), stored->end());
+      parts.variable[column.variableSlot.value()].assign(stored->begin(), stored->end());
     else
-      parts.hasValue[column.number] = false;
+      parts.hasValue[column.number.value()] = false;
   }
   return parts;
 }
 
 void setStored(RowParts& parts, const ColumnDefinition& column,
                const std::optional<Bytes>& stored) {
-  parts.hasValue[column.number] = stored.has_value();
+  parts.hasValue[column.number.value()] = stored.has_value();
   if (!column.fixed)
-    parts.variable[column.variableSlot] = stored.value_or(Bytes());
+    parts.variable[column.variableSlot.value()] = stored.value_or(Bytes());
   else if (stored)
     putBytes(parts.fixedArea, column.fixedOffset, *stored);
 }
 
 void setBoolean(RowParts& parts, const ColumnDefinition& column, bool value) {
-  parts.hasValue[column.number] = value;
+  parts.hasValue[column.number.value()] = value;
 }
 
 }  // namespace jet

@@ -17,19 +17,19 @@ RowKey::RowKey(const TableSource& source, IndexNumber index) : source_(source), 
     const KeySupport support = keySupport(source.version(), *at, column.ascending);
     supported_ = supported_ && support != KeySupport::None;
     ordered_ = ordered_ && support == KeySupport::Ordered;
-    parts_.push_back({static_cast<int>(at - source.columns.begin()), column.ascending});
+    parts_.push_back({ColumnIndex(at - source.columns.begin()), column.ascending});
   }
   supported_ = supported_ && !parts_.empty();
   ordered_ = ordered_ && supported_;
 }
 
 const std::vector<KeyColumn>& RowKey::keyColumns() const {
-  return source_.definition.indexes[index_].columns;
+  return source_.index(index_).columns;
 }
 
 bool RowKey::covers(std::span<const ColumnValue> values) const {
   return std::ranges::any_of(values, [&](const ColumnValue& each) {
-    const ColumnNumber number = source_.columns[static_cast<std::size_t>(each.column)].number;
+    const ColumnNumber number = source_.column(each.column).number;
     return std::ranges::find(keyColumns(), number, &KeyColumn::number) != keyColumns().end();
   });
 }
@@ -50,10 +50,10 @@ bool RowKey::hasNull(const Row& row) const {
   return std::ranges::any_of(parts_, [&](const Part& part) { return row.isNull(part.column); });
 }
 
-bool appendColumnKey(const TableSource& source, const Row& row, int column, bool ascending,
+bool appendColumnKey(const TableSource& source, const Row& row, ColumnIndex column, bool ascending,
                      Bytes& key) {
   const Version version = source.version();
-  const ColumnDefinition& definition = source.columns[static_cast<std::size_t>(column)];
+  const ColumnDefinition& definition = source.column(column);
   if (isText(definition.type)) {
     std::string text;
     if (row.sortKey(column, text)) {

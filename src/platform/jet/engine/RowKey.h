@@ -16,7 +16,7 @@ class RowKey {
   RowKey(const TableSource& source, IndexNumber index);
 
   struct Part {
-    int column = 0;  ///< position in `Table::columns()`
+    ColumnIndex column;
     bool ascending = true;
   };
   const std::vector<Part>& parts() const { return parts_; }
@@ -28,7 +28,7 @@ class RowKey {
   /// True when the key has one of these columns, even after a column that the definition lacks.
   bool covers(std::span<const ColumnValue> values) const;
 
-  /// Replaces `key` with the row's key, without row pointer; false where the row's key can't be
+  /// Replaces `key` with the row's key, without its id; false where the row's key can't be
   /// made.
   bool make(const Row& row, Bytes& key) const;
   /// True when all key columns are known, and null in the row: an index may leave such a row out.
@@ -47,7 +47,7 @@ class RowKey {
 };
 
 /// Appends one column's part of a row's key.
-bool appendColumnKey(const TableSource& source, const Row& row, int column, bool ascending,
+bool appendColumnKey(const TableSource& source, const Row& row, ColumnIndex column, bool ascending,
                      Bytes& key);
 
 }  // namespace jet

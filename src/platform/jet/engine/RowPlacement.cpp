@@ -11,7 +11,6 @@ namespace {
 
 /// A row that is this little shorter keeps its length: the rows below it needn't slide.
 constexpr std::size_t kKeptUnused = 8;
-constexpr std::size_t kPointerSize = 4;
 
 PageOwner ownerOf(const TableSource& source) {
   return {.owner = source.definitionPage,
@@ -52,11 +51,11 @@ std::optional<RowPointer> RowPlacement::bodyLeftOver(ByteView row) const {
     const Pager::Page page = changes_.read(number, source_.location(source_.definitionPage));
     const DataPage rows(changes_.layout(), *page, source_.location(number));
     if (rows.owner() != source_.definitionPage) continue;
-    for (std::size_t i = 0; i < std::min(rows.slotCount(), kMostSlots); ++i) {
-      const Slot slot = rows.slot(i);
+    for (std::size_t i = 0; i < rows.slotCount(); ++i) {
+      const RowPointer body{number, SlotNumber(i)};
+      const Slot slot = rows.slot(body.slot);
       if (!slot.isBody() || !std::ranges::equal(rows.bytes(slot), row)) continue;
       if (!strays) strays = strayBodies(source_);
-      const RowPointer body{number, SlotNumber(static_cast<std::uint8_t>(i))};
       if (std::ranges::find(*strays, body) != strays->end()) return body;
     }
   }
@@ -66,25 +65,26 @@ std::optional<RowPointer> RowPlacement::bodyLeftOver(ByteView row) const {
 void RowPlacement::store(RowId id, const FoundRow& old, const RowParts& parts) {
   const Bytes row = parts.encode(source_.version());
   if (row.size() > changes_.layout().longestRow) throw error::rowTooLarge();
-  const RowPointer body{old.bodyPage, old.bodySlot};
-  const bool moved = body != id;
-  if (storeAt(body, parts, moved ? SlotMark::Body : SlotMark::Row)) return;
-  if (moved && storeAt(id, parts, SlotMark::Row)) {
-    dropBody(body);
+  const RowPointer home{id.page, id.slot};
+  const bool moved = old.body != home;
+  if (storeAt(old.body, parts, moved ? SlotMark::Body : SlotMark::Row)) return;
+  if (moved && storeAt(home, parts, SlotMark::Row)) {
+    dropBody(old.body);
     return;
   }
   const std::optional<RowPointer> left = bodyLeftOver(row);
-  const RowPointer target = left ? *left : space_.add(row, SlotMark::Body, {id.page, body.page});
+  const RowPointer target =
+      left ? *left : space_.add(row, SlotMark::Body, {home.page, old.body.page});
   space_.touch(target.page);
-  Bytes home = *changes_.read(id.page, source_.location(source_.definitionPage));
-  DataPageEditor rows(changes_.layout(), home, source_.location(id.page));
-  Bytes pointer(kPointerSize);
-  putU32(pointer, 0, target.pack());
-  if (!rows.replace(id.slot, pointer, SlotMark::Pointer))
-    raiseUnsupported(source_.location(id.page), u"a row is too short to become a pointer");
-  changes_.stage(WriteStep::Rows, id.page, std::move(home));
-  space_.touch(id.page);
-  if (moved) dropBody(body);
+  Bytes page = *changes_.read(home.page, source_.location(source_.definitionPage));
+  DataPageEditor rows(changes_.layout(), page, source_.location(home.page));
+  Bytes pointer(RowPointer::kSize);
+  putRowPointer(pointer, MovedRow::kBody, target);
+  if (!rows.replace(home.slot, pointer, SlotMark::Pointer))
+    raiseUnsupported(source_.location(home.page), u"a row is too short to become a pointer");
+  changes_.stage(WriteStep::Rows, home.page, std::move(page));
+  space_.touch(home.page);
+  if (moved) dropBody(old.body);
 }
 
 void RowPlacement::dropBody(RowPointer body) {

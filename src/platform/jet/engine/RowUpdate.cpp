@@ -12,10 +12,6 @@
 namespace jet {
 namespace {
 
-const ColumnDefinition& columnOf(const TableSource& source, const ColumnValue& value) {
-  return source.columns[static_cast<std::size_t>(value.column)];
-}
-
 std::vector<PropertyBlock> propertiesOf(ObjectCatalog& catalog, const TableIdentity& table) {
   std::optional<std::vector<PropertyBlock>> properties = catalog.properties(table);
   if (!properties) throw error::rowChanged();
@@ -26,7 +22,7 @@ std::vector<PropertyBlock> propertiesOf(ObjectCatalog& catalog, const TableIdent
 struct UnwrittenRow {
   UnwrittenRow(const TableSource& source, RowId id, Bytes bytes)
       : page(std::make_shared<const Bytes>(std::move(bytes))),
-        row(source, id, {.page = page, .bodyPage = id.page, .bodySlot = id.slot, .bytes = *page}) {}
+        row(source, id, {.page = page, .body = {id.page, id.slot}, .bytes = *page}) {}
 
   Pager::Page page;
   Row row;
@@ -52,7 +48,7 @@ RowUpdate::RowUpdate(Pager& pager, ObjectCatalog& catalog, const RowChange& chan
     if (row_.value(each.column) != each.value) throw error::rowChanged();
 }
 
-/// The values by the columns' positions in the current definition.
+/// The values by the columns' indexes in the current definition.
 std::vector<ColumnValue> RowUpdate::columnsNow(std::span<const FieldValue> fields) const {
   std::vector<ColumnValue> values;
   values.reserve(fields.size());
@@ -61,7 +57,7 @@ std::vector<ColumnValue> RowUpdate::columnsNow(std::span<const FieldValue> field
         std::ranges::find(source_.columns, field.column.number, &ColumnDefinition::number);
     if (found == source_.columns.end() || identityOf(*found) != field.column)
       throw error::rowChanged();
-    values.push_back({static_cast<int>(found - source_.columns.begin()), field.value});
+    values.push_back({ColumnIndex(found - source_.columns.begin()), field.value});
   }
   return values;
 }
@@ -70,13 +66,13 @@ std::vector<ColumnValue> RowUpdate::converted() const {
   std::vector<ColumnValue> result;
   for (const ColumnValue& each : given_)
     result.push_back(
-        {each.column, convertTo(source_.version(), columnOf(source_, each), each.value)});
+        {each.column, convertTo(source_.version(), source_.column(each.column), each.value)});
   return result;
 }
 
 void RowUpdate::storeValues(RowParts& parts, std::span<const ColumnValue> values) {
   for (const ColumnValue& each : values) {
-    const ColumnDefinition& column = columnOf(source_, each);
+    const ColumnDefinition& column = source_.column(each.column);
     if (column.type == ColumnType::Boolean) {
       setBoolean(parts, column, std::get<bool>(each.value.get()));
       continue;
@@ -115,8 +111,8 @@ void RowUpdate::run(const RuleTest& holds) {
 
 void RowUpdate::changeRow(std::span<const ColumnValue> values) {
   for (const ColumnValue& each : values)
-    if (columnOf(source_, each).autonumber)
-      throw error::notUpdateable(columnOf(source_, each).name);
+    if (source_.column(each.column).autonumber)
+      throw error::notUpdateable(source_.column(each.column).name);
   RowParts parts = partsOf(source_, row_);
   storeValues(parts, values);
   const UnwrittenRow after(source_, id_, parts.encode(source_.version()));
@@ -156,7 +152,7 @@ void RowUpdate::write(const RowParts& parts, std::span<const KeyChange> keys,
 
 void RowUpdate::dropLongValues(std::span<const ColumnValue> values) {
   for (const ColumnValue& each : values) {
-    const ColumnDefinition& column = columnOf(source_, each);
+    const ColumnDefinition& column = source_.column(each.column);
     if (!isLongValue(column.type)) continue;
     if (const std::optional<ByteView> stored = row_.stored(each.column))
       longValues_.drop(column, *stored);
@@ -178,11 +174,11 @@ void RowUpdate::raiseCounters(const std::vector<IndexNumber>& indexes) {
 /// entries that the row has under other keys in the indexes on these columns. A body without a
 /// pointer may remain.
 void RowUpdate::removeStaleEntries(std::span<const ColumnValue> values) {
-  for (std::uint32_t i = 0; i < source_.definition.indexes.size(); ++i) {
+  for (std::size_t i = 0; i < source_.definition.indexes.size(); ++i) {
     const IndexNumber index(i);
     const RowKey key(source_, index);
     if (!key.covers(values)) continue;
-    const bool leftOut = source_.definition.indexes[index].ignoresNulls() && key.isAllNull(row_);
+    const bool leftOut = source_.index(index).ignoresNulls() && key.isAllNull(row_);
     std::optional<Bytes> own;
     if (Bytes bytes; !leftOut && key.make(row_, bytes)) own = IndexEntry::of(bytes, id_).bytes;
     if (own || leftOut) IndexEditor(changes_, maps_, source_, index).clean(id_, own);

@@ -14,12 +14,13 @@ std::vector<RowPointer> strayBodies(const TableSource& source) {
   for (const PageNumber number : ownedPages(source.pager, source.definition.ownedPages, location)) {
     const Pager::Page page = readDataPage(source, number, location);
     const DataPage rows(source.pager.layout(), *page, source.location(number));
-    for (std::size_t i = 0; i < std::min(rows.slotCount(), kMostSlots); ++i) {
-      const Slot slot = rows.slot(i);
+    for (std::size_t i = 0; i < rows.slotCount(); ++i) {
+      const SlotNumber slotNumber(i);
+      const Slot slot = rows.slot(slotNumber);
       if (slot.isBody())
-        bodies.push_back({number, SlotNumber(static_cast<std::uint8_t>(i))});
-      else if (slot.isRow() && slot.pointer && slot.length >= 4)
-        pointedTo.push_back(RowPointer::unpack(u32At(rows.bytes(slot), 0)));
+        bodies.push_back({number, slotNumber});
+      else if (slot.isRow() && slot.pointer && slot.length >= RowPointer::kSize)
+        pointedTo.push_back(rowPointerAt(rows.bytes(slot), MovedRow::kBody));
     }
   }
   std::ranges::sort(pointedTo);

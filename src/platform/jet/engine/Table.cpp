@@ -11,7 +11,7 @@ namespace jet {
 namespace {
 
 Index describe(const TableSource& source, IndexNumber number) {
-  const IndexDefinition& definition = source.definition.indexes[number];
+  const IndexDefinition& definition = source.index(number);
   const RowKey key(source, number);
   Index index;
   for (const RowKey::Part& part : key.parts())
@@ -37,7 +37,7 @@ Table::Table(Pager& pager, std::u16string name, PageNumber definitionPage)
                         .size = column.length,
                         .autonumber = column.autonumber,
                         .scale = column.scale});
-  for (std::uint32_t i = 0; i < source_->definition.indexes.size(); ++i)
+  for (std::size_t i = 0; i < source_->definition.indexes.size(); ++i)
     indexes_.push_back(describe(*source_, IndexNumber(i)));
 }
 
@@ -55,19 +55,19 @@ TableIdentity Table::identity() const {
   return {name(), definitionPage()};
 }
 
-ColumnIdentity Table::identity(int column) const {
-  return identityOf(source_->columns[static_cast<std::size_t>(column)]);
+ColumnIdentity Table::identity(ColumnIndex column) const {
+  return identityOf(source_->column(column));
 }
 
 std::uint32_t Table::rowCount() const {
   return source_->definition.rowCount;
 }
 
-std::optional<int> Table::columnNamed(std::u16string_view name) const {
+std::optional<ColumnIndex> Table::columnNamed(std::u16string_view name) const {
   const auto found = std::ranges::find_if(
       columns_, [&](const Column& column) { return sameName(column.name, name); });
   if (found == columns_.end()) return std::nullopt;
-  return static_cast<int>(found - columns_.begin());
+  return ColumnIndex(found - columns_.begin());
 }
 
 std::optional<IndexNumber> Table::indexOn(
@@ -80,7 +80,7 @@ std::optional<IndexNumber> Table::indexOn(
   };
   const auto found = std::ranges::find_if(indexes_, leadsWith);
   if (found == indexes_.end()) return std::nullopt;
-  return IndexNumber(static_cast<std::uint32_t>(found - indexes_.begin()));
+  return IndexNumber(found - indexes_.begin());
 }
 
 std::unique_ptr<Cursor> Table::scan() const {

@@ -33,7 +33,7 @@ struct Column {
 
 /// One column of an index's key.
 struct IndexColumn {
-  int column = 0;  ///< position in `Table::columns()`
+  ColumnIndex column;
   bool ascending = true;
 };
 
@@ -61,15 +61,17 @@ class Table {
 
   const std::u16string& name() const;
   PageNumber definitionPage() const;
-  /// The names by which an update finds the table, and a column by its position in `columns()`.
+  /// The names by which an update finds the table, and a column by its index in `columns()`.
   TableIdentity identity() const;
-  ColumnIdentity identity(int column) const;
+  ColumnIdentity identity(ColumnIndex column) const;
   /// The columns in the order of their numbers, without deleted ones.
   const std::vector<Column>& columns() const { return columns_; }
-  /// The position of the column of that name, ignoring letter case.
-  std::optional<int> columnNamed(std::u16string_view name) const;
+  const Column& column(ColumnIndex index) const { return columns_[index.value()]; }
+  /// The index of the column of that name, ignoring letter case.
+  std::optional<ColumnIndex> columnNamed(std::u16string_view name) const;
   /// The table's stored indexes by their numbers (relationships share them).
   const std::vector<Index>& indexes() const { return indexes_; }
+  const Index& index(IndexNumber number) const { return indexes_[number.value()]; }
   /// The first seekable index whose leading columns are these.
   std::optional<IndexNumber> indexOn(const std::vector<std::u16string_view>& columnNames) const;
   /// Number of rows as the file counts them; an estimate for system tables.

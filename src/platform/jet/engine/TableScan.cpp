@@ -27,7 +27,6 @@ bool TableScan::openNextPage() {
   source_.pager.readRun(pageNumber_, endOfRun(), from);
   page_ = readDataPage(source_, pageNumber_, from);
   slotCount_ = DataPage(source_.pager.layout(), *page_, source_.location(pageNumber_)).slotCount();
-  slotCount_ = std::min(slotCount_, kMostSlots);
   nextSlot_ = 0;
   return true;
 }
@@ -36,7 +35,7 @@ bool TableScan::openNextPage() {
 /// comes along, since tables that grew together take turns.
 PageNumber TableScan::endOfRun() const {
   const std::size_t pages = kRunSize / source_.pager.layout().pageSize;
-  const PageNumber reached(pageNumber_ + static_cast<std::uint32_t>(pages) - 1);
+  const PageNumber reached(pageNumber_.value() + pages - 1);
   return *std::prev(std::ranges::upper_bound(pages_, reached));
 }
 
@@ -45,7 +44,7 @@ bool TableScan::next() {
   for (;;) {
     while (nextSlot_ == slotCount_)
       if (!openNextPage()) return false;
-    const RowId id{pageNumber_, SlotNumber(static_cast<std::uint8_t>(nextSlot_++))};
+    const RowId id{pageNumber_, SlotNumber(nextSlot_++)};
     if (!findRow(source_, id, page_, found)) continue;
     row_ = Row(source_, id, std::move(found));
     return true;

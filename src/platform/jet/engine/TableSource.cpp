@@ -11,7 +11,6 @@ namespace {
 constexpr std::size_t kMostDefinitionPages = 256;
 /// A pointer usually leads straight to the body; a few more steps are followed.
 constexpr int kMostPointerSteps = 16;
-constexpr std::size_t kPointerSize = 4;
 
 }  // namespace
 
@@ -31,7 +30,7 @@ ColumnIdentity identityOf(const ColumnDefinition& column) {
 Bytes readDefinition(Pager& pager, const Location& first, std::vector<PageNumber>& pages) {
   Bytes content;
   PageNumber number = first.page;
-  while (number != 0) {
+  while (number != kNoPage) {
     if (pages.size() == kMostDefinitionPages)
       raiseDamaged(first, u"the table's definition has no end");
     const Pager::Page page = pager.read(number, first);
@@ -54,22 +53,20 @@ Pager::Page readDataPage(const TableSource& source, PageNumber number, const Loc
 bool findRow(const TableSource& source, RowId id, const Pager::Page& home, FoundRow& found) {
   const Layout& layout = source.pager.layout();
   const DataPage page(layout, *home, source.location(id.page));
-  if (id.slot >= page.slotCount()) return false;
+  if (id.slot.value() >= page.slotCount()) return false;
   Slot slot = page.slot(id.slot);
   if (!slot.isRow()) return false;
-  found = {.page = home, .bodyPage = id.page, .bodySlot = id.slot, .bytes = page.bytes(slot)};
+  found = {.page = home, .body = {id.page, id.slot}, .bytes = page.bytes(slot)};
   for (int steps = 0; slot.pointer; ++steps) {
-    const Location from = source.location(found.bodyPage);
+    const Location from = source.location(found.body.page);
     if (steps == kMostPointerSteps) raiseDamaged(from, u"a row that moved can't be followed");
-    if (found.bytes.size() < kPointerSize)
+    if (found.bytes.size() < RowPointer::kSize)
       raiseDamaged(from, u"the pointer of a row that moved is too short",
-                   {0, kPointerSize, found.bytes.size()});
-    const RowPointer body = RowPointer::unpack(u32At(found.bytes, 0));
-    found.page = readDataPage(source, body.page, from);
-    found.bodyPage = body.page;
-    found.bodySlot = body.slot;
-    const DataPage next(layout, *found.page, source.location(body.page));
-    slot = next.slot(body.slot);
+                   {MovedRow::kBody, RowPointer::kSize, found.bytes.size()});
+    found.body = rowPointerAt(found.bytes, MovedRow::kBody);
+    found.page = readDataPage(source, found.body.page, from);
+    const DataPage next(layout, *found.page, source.location(found.body.page));
+    slot = next.slot(found.body.slot);
     found.bytes = next.bytes(slot);
     if (slot.isDeleted()) raiseDamaged(from, u"a row that moved has lost its body");
   }

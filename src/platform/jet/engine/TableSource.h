@@ -17,12 +17,16 @@ struct TableSource {
   std::u16string name;
   PageNumber definitionPage;
   TableDefinition definition;
-  /// The columns by their position in `Table::columns()`.
+  /// The columns by their index in `Table::columns()`.
   std::vector<ColumnDefinition> columns;
 
   /// Reads the definition from its chain of pages.
   TableSource(Pager& pages, std::u16string tableName, PageNumber page);
 
+  const ColumnDefinition& column(ColumnIndex index) const { return columns[index.value()]; }
+  const IndexDefinition& index(IndexNumber number) const {
+    return definition.indexes[number.value()];
+  }
   Location location(PageNumber page) const { return {pager.shownPath(), name, page}; }
   Version version() const { return definition.version; }
   bool hasVariableSlots() const { return definition.variableSlots > 0; }
@@ -31,11 +35,10 @@ struct TableSource {
 /// The names of the column, which stay valid when the definition has been dropped.
 ColumnIdentity identityOf(const ColumnDefinition& column);
 
-/// The bytes of a row, found by its id: on the row's own page, or where its pointer leads.
+/// The bytes of a row, found by its id: in its own slot, or where its pointer leads.
 struct FoundRow {
   Pager::Page page;
-  PageNumber bodyPage;  ///< number of the page that holds the bytes
-  SlotNumber bodySlot;
+  RowPointer body;  ///< the slot that holds the bytes
   ByteView bytes;
 };
 

@@ -8,7 +8,7 @@ namespace jet {
 namespace {
 
 /// A row pointer has room for 24 bits of page number.
-constexpr std::uint32_t kLastPage = 0xFFFFFF;
+constexpr PageNumber kLastPage{0xFFFFFF};
 
 }  // namespace
 
@@ -17,7 +17,7 @@ UsageMap UsageMapRows::read(RowPointer at) {
   const DataPage rows(changes_.layout(), *page, source_.location(at.page));
   UsageMap map = UsageMap::decode(rows.bytes(rows.slot(at.slot)), source_.location(at.page));
   if (map.firstPage > kLastPage)
-    changes_.pager().raiseOutside(map.firstPage, source_.location(at.page));
+    changes_.pager().raiseOutside(map.firstPage.value(), source_.location(at.page));
   return map;
 }
 
@@ -51,19 +51,19 @@ void UsageMapRows::setBitmapBit(PageNumber bitmap, std::size_t bit, bool value, 
 }
 
 std::size_t UsageMapRows::rangeOf(const UsageMap& map, PageNumber page) const {
-  const std::size_t range = page / pagesPerBitmap(changes_.layout());
+  const std::size_t range = page.value() / pagesPerBitmap(changes_.layout());
   if (range >= map.bitmapPages.size())
     raiseUnsupported(source_.location(page), u"a usage map has no room for the page");
   return range;
 }
 
 PageNumber UsageMapRows::bitmapFor(const UsageMap& map, PageNumber page) const {
-  const std::size_t range = page / pagesPerBitmap(changes_.layout());
-  return range < map.bitmapPages.size() ? map.bitmapPages[range] : PageNumber();
+  const std::size_t range = page.value() / pagesPerBitmap(changes_.layout());
+  return range < map.bitmapPages.size() ? map.bitmapPages[range] : kNoPage;
 }
 
 std::size_t UsageMapRows::bitOnBitmap(PageNumber page) const {
-  return page % pagesPerBitmap(changes_.layout());
+  return page.value() % pagesPerBitmap(changes_.layout());
 }
 
 }  // namespace jet

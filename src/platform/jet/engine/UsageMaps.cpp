@@ -50,21 +50,21 @@ bool UsageMaps::contains(RowPointer at, PageNumber page) {
   const UsageMap map = rows_.read(at);
   if (map.kind == UsageMap::Kind::Inline) return map.contains(page);
   const PageNumber number = rows_.bitmapFor(map, page);
-  if (number == 0) return false;
+  if (number == kNoPage) return false;
   const Pager::Page bitmap = rows_.readBitmap(number);
   return bitOf(ByteView(*bitmap).subspan(UsageMap::kBitmapPageBits), rows_.bitOnBitmap(page));
 }
 
 bool UsageMaps::shift(RowPointer at, const UsageMap& map, PageNumber page, WriteStep step) {
   const Extent extent = extentWith(map, page);
-  const PageNumber first(extent.lowest / 8 * 8);
-  if (extent.highest - first >= map.windowSize()) return false;
+  const PageNumber first(extent.lowest.value() / 8 * 8);
+  if (extent.highest.value() - first.value() >= map.windowSize()) return false;
   rows_.writeInPlace(at, rewindowed(map, first, map.bits.size()), step);
   return true;
 }
 
 bool UsageMaps::lengthen(RowPointer at, const UsageMap& map, PageNumber page, WriteStep step) {
-  const std::size_t size = bitmapSize(extentWith(map, page).highest + 1);
+  const std::size_t size = bitmapSize(extentWith(map, page).highest.value() + 1);
   if (size > changes_.layout().pageSize) return false;
   return rows_.write(at, rewindowed(map, PageNumber(), std::max(size, map.bits.size())), 0, step);
 }
@@ -72,7 +72,7 @@ bool UsageMaps::lengthen(RowPointer at, const UsageMap& map, PageNumber page, Wr
 /// Makes a map cover a page where that takes no new page; false where it does.
 bool UsageMaps::coverWithoutBitmap(RowPointer at, PageNumber page, WriteStep step) {
   const UsageMap map = rows_.read(at);
-  if (map.kind == UsageMap::Kind::Reference) return rows_.bitmapFor(map, page) != 0;
+  if (map.kind == UsageMap::Kind::Reference) return rows_.bitmapFor(map, page) != kNoPage;
   return map.covers(page) || shift(at, map, page, step) || lengthen(at, map, page, step);
 }
 
@@ -85,7 +85,7 @@ void UsageMaps::turnIntoReference(RowPointer at, WriteStep step) {
     if (!bitOf(map.bits, i)) continue;
     const PageNumber page = map.pageOf(i);
     PageNumber& bitmap = reference.bitmapPages[rows_.rangeOf(reference, page)];
-    if (bitmap == 0) {
+    if (bitmap == kNoPage) {
       bitmap = pages_.take();
       changes_.stage(WriteStep::NewPages, bitmap, newBitmapPage(changes_.layout()));
     }
@@ -110,7 +110,7 @@ void UsageMaps::cover(RowPointer at, PageNumber page, WriteStep step) {
   if (rows_.read(at).kind == UsageMap::Kind::Inline) turnIntoReference(at, step);
   const UsageMap map = rows_.read(at);
   const std::size_t range = rows_.rangeOf(map, page);
-  if (map.bitmapPages[range] == 0) addBitmap(at, range, step);
+  if (map.bitmapPages[range] == kNoPage) addBitmap(at, range, step);
 }
 
 /// Sets or clears the bit of a page that the map covers.

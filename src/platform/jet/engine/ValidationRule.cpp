@@ -15,7 +15,7 @@ bool applies(const PropertyBlock& block, const TableSource& source,
   if (block.type == PropertyBlock::kObject) return true;
   return block.type == PropertyBlock::kColumn &&
          std::ranges::any_of(values, [&](const ColumnValue& each) {
-           return sameName(block.name, source.columns[static_cast<std::size_t>(each.column)].name);
+           return sameName(block.name, source.column(each.column).name);
          });
 }
 
@@ -35,7 +35,7 @@ std::optional<runtime::Variant> NewRow::value(std::u16string_view columnName) co
     return sameName(column.name, columnName);
   });
   if (found == source_.columns.end()) return std::nullopt;
-  const auto column = static_cast<int>(found - source_.columns.begin());
+  const ColumnIndex column(found - source_.columns.begin());
   const auto given = std::ranges::find(values_, column, &ColumnValue::column);
   return given != values_.end() ? given->value : before_.value(column);
 }

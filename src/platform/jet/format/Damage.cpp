@@ -15,7 +15,7 @@ std::u16string decimal(std::size_t number) {
 std::u16string whereabouts(const Location& location) {
   std::u16string text;
   if (!location.table.empty()) text.append(u"table '").append(location.table).append(u"', ");
-  return text.append(u"page ").append(decimal(location.page));
+  return text.append(u"page ").append(decimal(location.page.value()));
 }
 
 }  // namespace

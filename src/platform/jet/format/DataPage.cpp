@@ -1,11 +1,9 @@
 #include "platform/jet/format/DataPage.h"
 
-#include <algorithm>
-
 namespace jet {
 namespace {
 
-/// The parts of a slot: the offset of its row, and its SlotMark.
+/// The bits of a slot: the offset of its row, and its SlotMark.
 constexpr std::size_t kSlotOffset = 0x1FFF;
 constexpr std::size_t kSlotMark = 0xC000;
 
@@ -13,8 +11,8 @@ SlotMark markOf(std::size_t raw) {
   return static_cast<SlotMark>(raw & kSlotMark);
 }
 
-SlotNumber slotNumber(std::size_t index) {
-  return SlotNumber(static_cast<std::uint8_t>(index));
+std::size_t slotAddress(const Layout& layout, std::size_t index) {
+  return layout.dataSlots + kSlotSize * index;
 }
 
 }  // namespace
@@ -26,23 +24,24 @@ DataPage::DataPage(const Layout& layout, ByteView page, const Location& location
       slotCount_(u16At(page, layout.dataSlotCount)) {
   if (page[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data))
     raiseDamaged(location, u"it is no data page");
-  if (layout.dataSlots + 2 * slotCount_ > layout.pageSize)
+  if (slotAddress(layout, slotCount_) > layout.pageSize)
     raiseDamaged(location, u"it claims more rows than it can hold",
-                 {layout.dataSlots, 2 * slotCount_, layout.pageSize});
+                 {layout.dataSlots, kSlotSize * slotCount_, layout.pageSize});
 }
 
-std::size_t DataPage::offsetOf(std::size_t number) const {
-  return u16At(page_, layout_->dataSlots + 2 * number) & kSlotOffset;
+std::size_t DataPage::rawSlot(std::size_t index) const {
+  return u16At(page_, slotAddress(*layout_, index));
 }
 
-Slot DataPage::slot(std::size_t number) const {
-  if (number >= slotCount_)
+Slot DataPage::slotAt(std::size_t index) const {
+  const std::size_t slotsEnd = slotAddress(*layout_, slotCount_);
+  if (index >= slotCount_)
     raiseDamaged(location_, u"a row is looked for that it doesn't have",
-                 {layout_->dataSlots + 2 * number, 2, layout_->dataSlots + 2 * slotCount_});
-  const std::size_t raw = u16At(page_, layout_->dataSlots + 2 * number);
+                 {slotAddress(*layout_, index), kSlotSize, slotsEnd});
+  const std::size_t raw = rawSlot(index);
   const std::size_t offset = raw & kSlotOffset;
-  const std::size_t end = number == 0 ? layout_->pageSize : offsetOf(number - 1);
-  if (offset > end || end > layout_->pageSize || offset < layout_->dataSlots + 2 * slotCount_)
+  const std::size_t end = index == 0 ? layout_->pageSize : rawSlot(index - 1) & kSlotOffset;
+  if (offset > end || end > layout_->pageSize || offset < slotsEnd)
     raiseDamaged(location_, u"a row lies outside its bounds",
                  {offset, end - std::min(offset, end), std::min(end, layout_->pageSize)});
   return {.offset = offset,
@@ -54,40 +53,42 @@ Slot DataPage::slot(std::size_t number) const {
 DataPageEditor::DataPageEditor(const Layout& layout, ByteSpan page, const Location& location)
     : layout_(&layout), page_(page), slotCount_(0) {
   const DataPage checked(layout, page, location);
-  slotCount_ = checked.slotCount();
-  for (std::size_t i = 0; i < slotCount_; ++i) checked.slot(i);
+  slotCount_ = checked.slotCount_;
+  for (std::size_t i = 0; i < slotCount_; ++i) checked.slotAt(i);
 }
 
-Bytes DataPageEditor::newPage(const Layout& layout, std::uint32_t owner) {
+Bytes DataPageEditor::newPage(const Layout& layout, PageNumber owner) {
   Bytes page(layout.pageSize);
   page[PageHead::kType] = static_cast<std::uint8_t>(PageType::Data);
   page[PageHead::kMark] = PageHead::kLive;
   putU16(page, PageHead::kFreeBytes, layout.pageSize - layout.dataSlots);
-  putU32(page, PageHead::kOwner, owner);
+  putU32(page, PageHead::kOwner, owner.value());
   return page;
 }
 
-std::size_t DataPageEditor::rawSlot(std::size_t number) const {
-  return u16At(page_, layout_->dataSlots + 2 * number);
+std::size_t DataPageEditor::rawSlot(std::size_t index) const {
+  return u16At(page_, slotAddress(*layout_, index));
 }
 
-void DataPageEditor::setSlot(SlotNumber number, std::size_t offset, SlotMark mark) {
-  putU16(page_, layout_->dataSlots + 2 * number, offset | static_cast<std::size_t>(mark));
+void DataPageEditor::setSlot(std::size_t index, std::size_t offset, SlotMark mark) {
+  putU16(page_, slotAddress(*layout_, index), offset | static_cast<std::size_t>(mark));
 }
 
-Slot DataPageEditor::slot(std::size_t number) const {
-  return DataPage(*layout_, page_, {}).slot(number);
+Slot DataPageEditor::slotAt(std::size_t index) const {
+  return DataPage(*layout_, page_, {}).slotAt(index);
 }
 
-ByteView DataPageEditor::bytes(std::size_t number) const {
+ByteView DataPageEditor::bytes(SlotNumber number) const {
   const Slot found = slot(number);
   return page_.subspan(found.offset, found.length);
 }
 
+std::size_t DataPageEditor::lowestRow() const {
+  return slotCount_ == 0 ? layout_->pageSize : rawSlot(slotCount_ - 1) & kSlotOffset;
+}
+
 std::size_t DataPageEditor::freeBytes() const {
-  const std::size_t lowest =
-      slotCount_ == 0 ? layout_->pageSize : rawSlot(slotCount_ - 1) & kSlotOffset;
-  return lowest - (layout_->dataSlots + 2 * slotCount_);
+  return lowestRow() - slotAddress(*layout_, slotCount_);
 }
 
 void DataPageEditor::updateFreeBytes() {
@@ -97,22 +98,21 @@ void DataPageEditor::updateFreeBytes() {
 std::size_t DataPageEditor::deadBytes() const {
   std::size_t dead = 0;
   for (std::size_t i = 0; i < slotCount_; ++i)
-    if (const Slot each = slot(i); each.isDeleted()) dead += each.length;
+    if (const Slot each = slotAt(i); each.isDeleted()) dead += each.length;
   return dead;
 }
 
-void DataPageEditor::resize(SlotNumber number, std::size_t length) {
-  const Slot old = slot(number);
-  const std::size_t lowest = rawSlot(slotCount_ - 1) & kSlotOffset;
-  const std::size_t end = old.offset + old.length;
-  const std::size_t offset = end - length;
+void DataPageEditor::resize(std::size_t index, std::size_t length) {
+  const Slot old = slotAt(index);
+  const std::size_t lowest = lowestRow();
+  const std::size_t offset = old.offset + old.length - length;
   // The rows of the higher slots lie below this one: they slide by the difference as one block.
   putBytes(page_, lowest + offset - old.offset, page_.subspan(lowest, old.offset - lowest));
-  for (std::size_t i = number + std::size_t{1}; i < slotCount_; ++i) {
+  for (std::size_t i = index + 1; i < slotCount_; ++i) {
     const std::size_t raw = rawSlot(i);
-    setSlot(slotNumber(i), (raw & kSlotOffset) + offset - old.offset, markOf(raw));
+    setSlot(i, (raw & kSlotOffset) + offset - old.offset, markOf(raw));
   }
-  setSlot(number, offset, markOf(rawSlot(number)));
+  setSlot(index, offset, markOf(rawSlot(index)));
   updateFreeBytes();
 }
 
@@ -120,44 +120,47 @@ bool DataPageEditor::replace(SlotNumber number, ByteView row, SlotMark mark) {
   const Slot old = slot(number);
   if (row.size() > old.length + freeBytes()) return false;
   const Bytes kept(row.begin(), row.end());
-  resize(number, kept.size());
-  const std::size_t offset = rawSlot(number) & kSlotOffset;
+  resize(number.value(), kept.size());
+  const std::size_t offset = rawSlot(number.value()) & kSlotOffset;
   putBytes(page_, offset, kept);
-  setSlot(number, offset, mark);
+  setSlot(number.value(), offset, mark);
   return true;
 }
 
+/// The first slot of a deleted row without bytes.
+std::optional<SlotNumber> DataPageEditor::emptySlot() const {
+  for (std::size_t i = 0; i < std::min(slotCount_, kMostSlots); ++i)
+    if (const Slot each = slotAt(i); each.isDeleted() && each.length == 0) return SlotNumber(i);
+  return std::nullopt;
+}
+
 bool DataPageEditor::hasRoomFor(std::size_t length) const {
-  for (std::size_t i = 0; i < slotCount_; ++i)
-    if (const Slot each = slot(i); each.isDeleted() && each.length == 0)
-      return length <= freeBytes();
-  return slotCount_ < kMostSlots && length + 2 <= freeBytes();
+  if (emptySlot()) return length <= freeBytes();
+  return slotCount_ < kMostSlots && length + kSlotSize <= freeBytes();
 }
 
 std::optional<SlotNumber> DataPageEditor::add(ByteView row, SlotMark mark) {
   if (!hasRoomFor(row.size())) return std::nullopt;
-  for (std::size_t i = 0; i < slotCount_; ++i)
-    if (const Slot each = slot(i); each.isDeleted() && each.length == 0) {
-      replace(slotNumber(i), row, mark);
-      return slotNumber(i);
-    }
-  const std::size_t lowest =
-      slotCount_ == 0 ? layout_->pageSize : rawSlot(slotCount_ - 1) & kSlotOffset;
-  const SlotNumber number = slotNumber(slotCount_++);
+  if (const std::optional<SlotNumber> empty = emptySlot()) {
+    replace(*empty, row, mark);
+    return empty;
+  }
+  const std::size_t offset = lowestRow() - row.size();
+  const std::size_t index = slotCount_++;
   putU16(page_, layout_->dataSlotCount, slotCount_);
-  putBytes(page_, lowest - row.size(), row);
-  setSlot(number, lowest - row.size(), mark);
+  putBytes(page_, offset, row);
+  setSlot(index, offset, mark);
   updateFreeBytes();
-  return number;
+  return SlotNumber(index);
 }
 
 void DataPageEditor::markDeleted(SlotNumber number) {
-  setSlot(number, rawSlot(number) & kSlotOffset, SlotMark::Deleted);
+  setSlot(number.value(), rawSlot(number.value()) & kSlotOffset, SlotMark::Deleted);
 }
 
 void DataPageEditor::squeeze() {
   for (std::size_t i = 0; i < slotCount_; ++i)
-    if (const Slot each = slot(i); each.isDeleted() && each.length > 0) resize(slotNumber(i), 0);
+    if (const Slot each = slotAt(i); each.isDeleted() && each.length > 0) resize(i, 0);
 }
 
 }  // namespace jet

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -10,8 +11,10 @@
 
 namespace jet {
 
-/// Owner field of the pages that hold long values: the letters LVAL.
-inline constexpr std::uint32_t kLongValueOwner = 0x4C41564C;
+/// What pages of long values hold as their owner: the letters LVAL, beyond all page numbers.
+inline constexpr PageNumber kLongValueOwner{0x4C41564C};
+/// Bytes that a slot takes.
+inline constexpr std::size_t kSlotSize = 2;
 /// Most slots that a page may have: a slot's number is one byte.
 inline constexpr std::size_t kMostSlots = 255;
 
@@ -19,7 +22,7 @@ inline constexpr std::size_t kMostSlots = 255;
 struct Slot {
   std::size_t offset = 0;
   std::size_t length = 0;
-  bool pointer = false;  ///< the row moved: its first four bytes point to the body
+  bool pointer = false;  ///< the row moved: see MovedRow
   bool hidden = false;
 
   bool isDeleted() const { return pointer && hidden; }
@@ -32,22 +35,31 @@ struct Slot {
 /// How a slot is marked.
 enum class SlotMark : std::uint16_t { Row = 0, Pointer = 0x4000, Body = 0x8000, Deleted = 0xC000 };
 
+/// The row of a slot marked as a pointer.
+struct MovedRow {
+  static constexpr std::size_t kBody = 0;  ///< u32: row pointer of the body
+};
+
 /// A page of rows: table rows, usage maps, or pieces of long values. Rows fill the page from its
-/// end downwards; the slots, two bytes each, follow the header.
+/// end downwards; the slots follow the header.
 class DataPage {
  public:
   /// Raises damage where the page is no data page or its slots don't fit it.
   DataPage(const Layout& layout, ByteView page, const Location& location);
 
-  std::size_t slotCount() const { return slotCount_; }
-  std::uint32_t owner() const { return u32At(page_, PageHead::kOwner); }
+  /// Slots that a row pointer can name.
+  std::size_t slotCount() const { return std::min(slotCount_, kMostSlots); }
+  PageNumber owner() const { return PageNumber(u32At(page_, PageHead::kOwner)); }
   /// Raises damage where there is no such slot or its bytes aren't inside the page.
-  Slot slot(std::size_t number) const;
+  Slot slot(SlotNumber number) const { return slotAt(number.value()); }
   ByteView bytes(const Slot& slot) const { return page_.subspan(slot.offset, slot.length); }
   const Location& location() const { return location_; }
 
  private:
-  std::size_t offsetOf(std::size_t number) const;
+  friend class DataPageEditor;
+
+  Slot slotAt(std::size_t index) const;
+  std::size_t rawSlot(std::size_t index) const;
 
   const Layout* layout_;
   ByteView page_;
@@ -62,11 +74,12 @@ class DataPageEditor {
   DataPageEditor(const Layout& layout, ByteSpan page, const Location& location);
 
   /// A data page without rows.
-  static Bytes newPage(const Layout& layout, std::uint32_t owner);
+  static Bytes newPage(const Layout& layout, PageNumber owner);
 
-  std::size_t slotCount() const { return slotCount_; }
-  Slot slot(std::size_t number) const;
-  ByteView bytes(std::size_t number) const;
+  /// Slots that a row pointer can name.
+  std::size_t slotCount() const { return std::min(slotCount_, kMostSlots); }
+  Slot slot(SlotNumber number) const { return slotAt(number.value()); }
+  ByteView bytes(SlotNumber number) const;
   /// The contiguous gap between slots and rows.
   std::size_t freeBytes() const;
   /// Bytes of deleted rows that `squeeze` would free.
@@ -86,9 +99,12 @@ class DataPageEditor {
   void squeeze();
 
  private:
-  void resize(SlotNumber number, std::size_t length);
-  std::size_t rawSlot(std::size_t number) const;
-  void setSlot(SlotNumber number, std::size_t offset, SlotMark mark);
+  Slot slotAt(std::size_t index) const;
+  void resize(std::size_t index, std::size_t length);
+  std::size_t rawSlot(std::size_t index) const;
+  void setSlot(std::size_t index, std::size_t offset, SlotMark mark);
+  std::size_t lowestRow() const;
+  std::optional<SlotNumber> emptySlot() const;
   void updateFreeBytes();
 
   const Layout* layout_;

@@ -36,10 +36,10 @@ constexpr std::size_t kJet4CommitBytesAt = 0xE00;
 /// tables.
 constexpr std::array<std::uint32_t, 6> kPointers{RowPointer{kGlobalMapPage, SlotNumber(0)}.pack(),
                                                  RowPointer{kGlobalMapPage, SlotNumber(1)}.pack(),
-                                                 kObjectsPage,
-                                                 kAcesPage,
-                                                 kQueriesPage,
-                                                 kRelationshipsPage};
+                                                 kObjectsPage.value(),
+                                                 kAcesPage.value(),
+                                                 kQueriesPage.value(),
+                                                 kRelationshipsPage.value()};
 constexpr std::array<std::uint8_t, 4> kMaskKey{0xC7, 0xDA, 0x39, 0x6B};
 
 std::size_t maskedSize(Version version) {

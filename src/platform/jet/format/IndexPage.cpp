@@ -56,15 +56,15 @@ std::strong_ordering compareBytes(ByteView a, ByteView b) {
   return order != 0 ? order <=> 0 : a.size() <=> b.size();
 }
 
-IndexEntry IndexEntry::of(ByteView key, RowPointer row) {
+IndexEntry IndexEntry::of(ByteView key, RowId row) {
   IndexEntry entry;
   appendBytes(entry.bytes, key);
-  putBigEndian<3>(entry.bytes, row.page);
-  putBigEndian<1>(entry.bytes, row.slot);
+  putBigEndian<3>(entry.bytes, row.page.value());
+  entry.bytes.push_back(row.slot.value());
   return entry;
 }
 
-RowPointer IndexEntry::row() const {
+RowId IndexEntry::row() const {
   const std::size_t at = bytes.size() - kEntryRow;
   return {PageNumber(bigEndian24At(bytes, at)), SlotNumber(bytes[at + 3])};
 }
@@ -141,7 +141,7 @@ std::uint8_t IndexPageView::byteFromEnd(ByteView own, std::size_t fromEnd) const
   return page_[layout_->indexData + prefix_ - (fromEnd - own.size())];
 }
 
-RowPointer IndexPageView::row(std::size_t entry) const {
+RowId IndexPageView::row(std::size_t entry) const {
   const ByteView own = suffix(entry);
   const std::size_t childSize = leaf_ ? 0 : kEntryChild;
   std::uint32_t page = 0;
@@ -163,7 +163,7 @@ void IndexPageView::copyEntry(std::size_t number, IndexEntry& copy) const {
   putBytes(copy.bytes, 0, front);
   putBytes(copy.bytes, front.size(), own);
   if (!leaf_) copy.bytes.erase(copy.bytes.end() - kEntryChild, copy.bytes.end());
-  copy.child = leaf_ ? PageNumber() : child(number);
+  copy.child = leaf_ ? kNoPage : child(number);
 }
 
 IndexEntry IndexPageView::entry(std::size_t number) const {
@@ -203,16 +203,16 @@ std::optional<Bytes> IndexPage::encode(const Layout& layout) const {
   page[PageHead::kType] =
       static_cast<std::uint8_t>(leaf ? PageType::IndexLeaf : PageType::IndexNode);
   page[PageHead::kMark] = PageHead::kLive;
-  putU32(page, PageHead::kOwner, owner);
-  putU32(page, layout.indexPrevious, previous);
-  putU32(page, layout.indexNext, next);
-  putU32(page, layout.indexTail, tail);
+  putU32(page, PageHead::kOwner, owner.value());
+  putU32(page, layout.indexPrevious, previous.value());
+  putU32(page, layout.indexNext, next.value());
+  putU32(page, layout.indexTail, tail.value());
   page[layout.indexLevel] = level;
   page[layout.indexPrefix] = static_cast<std::uint8_t>(*prefix);
   if (layout.version == Version::Jet4) putU16(page, layout.indexPrefix, *prefix);
   for (std::size_t i = 0; i < entries.size(); ++i) {
     appendBytes(data, ByteView(entries[i].bytes).subspan(i == 0 ? 0 : *prefix));
-    if (!leaf) putBigEndian<kEntryChild>(data, entries[i].child);
+    if (!leaf) putBigEndian<kEntryChild>(data, entries[i].child.value());
     std::uint8_t& mask = page[layout.indexMask + data.size() / 8];
     mask = static_cast<std::uint8_t>(mask | 1U << (data.size() % 8));
   }

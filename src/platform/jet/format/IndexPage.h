@@ -13,21 +13,21 @@
 
 namespace jet {
 
-/// Bytes of the row pointer at the end of an entry, and of the child that follows it in a node;
-/// both big endian, so that entries sort as plain bytes.
+/// Bytes of the row's id at the end of an entry, and of the child that follows it in a node; both
+/// big endian, so that entries sort as plain bytes.
 inline constexpr std::size_t kEntryRow = 4;
 inline constexpr std::size_t kEntryChild = 4;
 
 /// One entry of an index page: a key with its row, and in a node the child page, none of whose
 /// entries is greater.
 struct IndexEntry {
-  Bytes bytes;  ///< key, then the row pointer
+  Bytes bytes;  ///< key, then the row's id
   PageNumber child;
 
   /// An entry for that key and row.
-  static IndexEntry of(ByteView key, RowPointer row);
+  static IndexEntry of(ByteView key, RowId row);
   ByteView key() const { return ByteView(bytes).first(bytes.size() - kEntryRow); }
-  RowPointer row() const;
+  RowId row() const;
 };
 
 /// Order of entries and keys: plain bytes, the shorter of two first where one begins with the
@@ -54,9 +54,9 @@ class IndexPageView {
   std::size_t size() const { return ends_.size(); }
   /// The first entry that is not less than `bytes`; `size()` when all are.
   std::size_t lowerBound(ByteView bytes) const;
-  /// Compares an entry (key and row pointer) with `bytes`.
+  /// Compares an entry (key and row id) with `bytes`.
   std::strong_ordering compare(std::size_t entry, ByteView bytes) const;
-  RowPointer row(std::size_t entry) const;
+  RowId row(std::size_t entry) const;
   PageNumber child(std::size_t entry) const;
   IndexEntry entry(std::size_t entry) const;
   /// The same into an existing entry.

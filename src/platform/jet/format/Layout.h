@@ -30,6 +30,7 @@ struct PageHead {
 };
 
 /// Pages at fixed numbers.
+inline constexpr PageNumber kHeaderPage{0};
 inline constexpr PageNumber kGlobalMapPage{1};
 inline constexpr PageNumber kObjectsPage{2};  ///< definition of MSysObjects
 inline constexpr PageNumber kAcesPage{3};
@@ -44,6 +45,7 @@ struct Layout {
   std::size_t longestRow;
   std::size_t longestPiece;   ///< of a long value on a page of its own
   std::size_t longestInline;  ///< long value that is kept in the row
+  std::size_t rowUnit;        ///< row: size of each count and offset in it
   std::size_t dataSlotCount;  ///< data page: u16
   std::size_t dataSlots;      ///< data page: u16 each
   std::size_t indexPrevious;  ///< index page: u32, page before on the same level
@@ -63,6 +65,7 @@ inline constexpr Layout kJet3Layout{.version = Version::Jet3,
                                     .longestRow = 2012,
                                     .longestPiece = 2032,
                                     .longestInline = 32,
+                                    .rowUnit = 1,
                                     .dataSlotCount = 8,
                                     .dataSlots = 10,
                                     .indexPrevious = 8,
@@ -79,6 +82,7 @@ inline constexpr Layout kJet4Layout{.version = Version::Jet4,
                                     .longestRow = 4060,
                                     .longestPiece = 4076,
                                     .longestInline = 64,
+                                    .rowUnit = 2,
                                     .dataSlotCount = 12,
                                     .dataSlots = 14,
                                     .indexPrevious = 12,

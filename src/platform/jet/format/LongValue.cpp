@@ -15,7 +15,7 @@ LongValueHead LongValueHead::decode(ByteView stored, const Location& location) {
   const std::uint32_t word = u32At(stored, kLength);
   LongValueHead head;
   head.length = word & kLengthMask;
-  head.first = RowPointer::unpack(u32At(stored, kFirst));
+  head.first = rowPointerAt(stored, kFirst);
   if ((word & kInline) != 0) {
     if (head.length > stored.size() - kSize)
       raiseDamaged(location, u"a long value claims more than its row holds",

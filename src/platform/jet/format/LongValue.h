@@ -15,8 +15,9 @@ struct LongValueHead {
   static constexpr std::size_t kLength = 0;  ///< u32: length in bytes, and the form in the top bits
   static constexpr std::size_t kFirst = 4;  ///< u32: row pointer of the first piece; then 4 bytes 0
   static constexpr std::size_t kSize = 12;  ///< where an inline value begins
-  /// A piece of a chain begins with the row pointer of the next, 0 on the last.
-  static constexpr std::size_t kChainLink = 4;
+  /// Offset in a piece of a chain, before its part of the value.
+  static constexpr std::size_t kNextPiece =
+      0;  ///< u32: row pointer of the next piece, 0 on the last
 
   enum class Form : std::uint8_t {
     Inline,  ///< the value follows the head

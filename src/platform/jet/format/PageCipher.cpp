@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/jet/format/Layout.h"
+
 namespace jet {
 
 Rc4::Rc4(ByteView key) {
@@ -22,10 +24,10 @@ void Rc4::apply(ByteSpan bytes) {
   }
 }
 
-void cipherPage(std::uint32_t encodingKey, std::uint32_t page, ByteSpan bytes) {
-  if (encodingKey == 0 || page == 0) return;
-  std::array<std::uint8_t, 4> key{};
-  putU32(key, 0, encodingKey ^ page);
+void cipherPage(std::uint32_t encodingKey, PageNumber page, ByteSpan bytes) {
+  if (encodingKey == 0 || page == kHeaderPage) return;
+  std::array<std::uint8_t, sizeof encodingKey> key{};
+  putU32(key, 0, encodingKey ^ page.value());
   Rc4(key).apply(bytes);
 }
 

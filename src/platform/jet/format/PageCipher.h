@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "platform/jet/format/Bytes.h"
+#include "platform/jet/format/Numbers.h"
 
 namespace jet {
 
@@ -23,6 +24,6 @@ class Rc4 {
 
 /// Encodes or decodes one page of a database with this encoding key. Page 0 never changes, and no
 /// page does where the key is 0.
-void cipherPage(std::uint32_t encodingKey, std::uint32_t page, ByteSpan bytes);
+void cipherPage(std::uint32_t encodingKey, PageNumber page, ByteSpan bytes);
 
 }  // namespace jet

@@ -15,9 +15,9 @@ namespace jet {
 ///
 ///   n | fixed area | variable values | end | offsets, backwards | (Jet 3: jumps) | nv | null mask
 ///
-/// n, end, the offsets and nv take two bytes in Jet 4 and one in Jet 3, where the jumps say at
-/// which slots the one-byte offsets pass another 256. A table without variable columns has neither
-/// the offsets nor nv.
+/// n, end, the offsets and nv take `rowUnit` bytes. In Jet 3 that is one, and the jumps say at
+/// which slots the offsets pass another 256. A table without variable columns has neither the
+/// offsets nor nv.
 class RowContent {
  public:
   RowContent() = default;
@@ -29,29 +29,30 @@ class RowContent {
   std::size_t columnCount() const { return columnCount_; }
   /// The column's bit of the null mask; false for a number that the row doesn't have.
   bool hasValue(ColumnNumber column) const {
-    return column < columnCount_ && (row_[maskAt_ + column / 8] >> (column % 8) & 1) != 0;
+    const std::size_t bit = column.value();
+    return bit < columnCount_ && (row_[maskAt_ + bit / 8] >> (bit % 8) & 1) != 0;
   }
   /// A value of the fixed area. Raises damage where it would lie outside.
   ByteView fixed(std::size_t offset, std::size_t length) const;
   /// The fixed area as far as the row has it.
   ByteView fixedArea() const;
   /// The bytes of a variable slot; absent for a slot that the row doesn't have.
-  std::optional<ByteView> variable(std::size_t slot) const;
+  std::optional<ByteView> variable(VariableSlot slot) const;
 
  private:
-  std::size_t offsetOf(std::size_t slot) const;
-  std::size_t jet3Offset(std::size_t slot) const;
+  std::size_t unitAt(std::size_t at) const;
+  std::size_t offsetAt(std::size_t slot) const;
 
   ByteView row_;
   Location location_;
+  std::size_t unit_ = 0;  ///< bytes of each count and offset; the fixed area follows the first one
   std::size_t columnCount_ = 0;
   std::size_t maskAt_ = 0;
-  std::size_t fixedAt_ = 0;
   std::size_t variableCount_ = 0;
-  std::size_t jumpRoom_ = 0;   ///< Jet 3: bytes for jumps
-  std::size_t jumpCount_ = 0;  ///< of them in use
-  std::size_t trailerAt_ = 0;  ///< where the offsets, or without them the mask, begin
-  bool jet3_ = false;
+  std::size_t trailerAt_ = 0;   ///< where the offsets, or without them the mask, begin
+  std::size_t offsetsEnd_ = 0;  ///< end of the offsets, of which the first is the last one
+  std::size_t jumpsEnd_ = 0;    ///< Jet 3: the same of the jumps
+  std::size_t jumpCount_ = 0;   ///< Jet 3: jumps in use
   bool hasVariable_ = false;
 };
 

@@ -1,27 +1,42 @@
 #pragma once
 
 #include <compare>
+#include <cstddef>
 #include <cstdint>
 
+#include "platform/jet/format/Bytes.h"
 #include "platform/jet/format/Numbers.h"
 
 namespace jet {
 
-/// A row's position: its page and its slot there. The identity of a table's row is its original
-/// slot, also after its body has moved to another page.
-struct RowPointer {
+/// A slot of one of the file's data pages.
+template <class Tag>
+struct SlotAddress {
+  /// Bytes that one takes in the file.
+  static constexpr std::size_t kSize = 4;
+
   PageNumber page;
   SlotNumber slot;
 
-  auto operator<=>(const RowPointer&) const = default;
+  auto operator<=>(const SlotAddress&) const = default;
 
-  /// The form in definitions, long values and moved rows: page in the upper 24 bits.
-  static constexpr RowPointer unpack(std::uint32_t packed) {
-    return {PageNumber(packed >> 8), SlotNumber(static_cast<std::uint8_t>(packed & 0xFF))};
+  /// The form in the file: page in the upper 24 bits.
+  static constexpr SlotAddress unpack(std::uint32_t packed) {
+    return {PageNumber(packed >> 8), SlotNumber(packed & 0xFF)};
   }
-  constexpr std::uint32_t pack() const { return (page << 8) | slot; }
+  constexpr std::uint32_t pack() const { return page.value() << 8 | slot.value(); }
 };
 
-using RowId = RowPointer;
+/// Leads to the bytes in a slot: a usage map, a piece of a long value, the body of a moved row.
+using RowPointer = SlotAddress<struct RowPointerTag>;
+/// The identity of a table's row: its original slot, also after its body has moved to another page.
+using RowId = SlotAddress<struct RowIdTag>;
+
+inline RowPointer rowPointerAt(ByteView bytes, std::size_t at) {
+  return RowPointer::unpack(u32At(bytes, at));
+}
+inline void putRowPointer(ByteSpan bytes, std::size_t at, RowPointer pointer) {
+  putU32(bytes, at, pointer.pack());
+}
 
 }  // namespace jet

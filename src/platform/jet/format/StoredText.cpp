@@ -12,7 +12,6 @@ namespace {
 constexpr std::uint8_t kCompressedMark[] = {0xFF, 0xFE};
 /// A longer memo is never stored compressed.
 constexpr std::size_t kLongestCompressed = 1024;
-constexpr std::size_t kShortestCompressed = 3;
 
 bool isCompressed(ByteView stored) {
   return stored.size() >= 2 && stored[0] == kCompressedMark[0] && stored[1] == kCompressedMark[1];

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,6 +14,9 @@ namespace jet {
 /// compressed: FF FE, then a byte a character (U+0001 to U+00FF), where a zero byte switches to
 /// UTF-16 and, between two characters, back.
 
+/// A shorter text is never stored compressed.
+inline constexpr std::size_t kShortestCompressed = 3;
+
 /// True for compressed text without a switch, whose bytes after the mark are its characters.
 bool isByteText(Version version, ByteView stored);
 /// The bytes of such text: its characters in Latin-1 (Jet 4, compressed) or windows-1252 (Jet 3).
@@ -21,7 +25,7 @@ ByteView byteText(Version version, ByteView stored);
 /// Decodes stored text and replaces `text` with it.
 void decodeText(Version version, ByteView stored, std::u16string& text);
 
-/// The stored form of a text. `compress` is the column's setting; texts of one or two characters,
+/// The stored form of a text. `compress` is the column's setting; texts that are too short,
 /// and those with a character beyond U+00FF, are not compressed all the same. Absent for a Jet 3
 /// file where a character has no byte.
 std::optional<Bytes> encodeText(Version version, std::u16string_view text, bool compress);

@@ -117,7 +117,8 @@ constexpr std::size_t kJet4ExtendedFlags = 16;   ///< u8
 
 // Index, after its mark: ten key columns, each a number and an order.
 constexpr std::size_t kKeyColumnSize = 3;
-constexpr std::size_t kKeyColumnOrder = 2;  ///< u8, kAscending
+constexpr std::size_t kKeyColumnNumber = 0;  ///< u16, kNoColumn where there is none
+constexpr std::size_t kKeyColumnOrder = 2;   ///< u8, kAscending
 constexpr std::uint8_t kAscending = 0x01;
 constexpr std::size_t kIndexMap = 30;   ///< u32, row pointer
 constexpr std::size_t kIndexRoot = 34;  ///< u32, page number
@@ -185,7 +186,7 @@ ColumnDefinition decodeColumn(Version version, ByteView entry) {
   ColumnDefinition column;
   column.type = static_cast<ColumnType>(entry[kColumnType]);
   column.number = ColumnNumber(u16At(entry, fields.columnNumber));
-  column.variableSlot = u16At(entry, fields.columnVariableSlot);
+  column.variableSlot = VariableSlot(u16At(entry, fields.columnVariableSlot));
   column.flags = entry[fields.columnFlags];
   column.extendedFlags = jet3 ? 0 : entry[kJet4ExtendedFlags];
   column.fixedOffset = u16At(entry, fields.columnFixedOffset);
@@ -209,12 +210,12 @@ IndexDefinition decodeIndex(const Fields& fields, ByteView entry) {
   IndexDefinition index;
   for (std::size_t i = 0; i < IndexDefinition::kMostColumns; ++i) {
     const ByteView column = body.subspan(kKeyColumnSize * i, kKeyColumnSize);
-    const ColumnNumber number(u16At(column, 0));
+    const ColumnNumber number(u16At(column, kKeyColumnNumber));
     if (number != kNoColumn)
       index.columns.push_back(
           {.number = number, .ascending = (column[kKeyColumnOrder] & kAscending) != 0});
   }
-  index.map = RowPointer::unpack(u32At(body, kIndexMap));
+  index.map = rowPointerAt(body, kIndexMap);
   index.root = PageNumber(u32At(body, kIndexRoot));
   index.flags = body[fields.indexFlags];
   return index;
@@ -223,10 +224,10 @@ IndexDefinition decodeIndex(const Fields& fields, ByteView entry) {
 LogicalIndex decodeLogical(const Fields& fields, ByteView entry) {
   const ByteView body = entry.subspan(fields.entryMark);
   LogicalIndex logical;
-  logical.number = u32At(body, kLogicalNumber);
+  logical.number = LogicalIndexNumber(u32At(body, kLogicalNumber));
   logical.index = IndexNumber(u32At(body, kLogicalIndex));
   logical.side = body[kLogicalSide];
-  logical.otherIndex = u32At(body, kLogicalOtherIndex);
+  logical.otherIndex = LogicalIndexNumber(u32At(body, kLogicalOtherIndex));
   logical.otherTable = PageNumber(u32At(body, kLogicalOtherTable));
   logical.cascadeUpdates = body[kLogicalCascadeUpdates];
   logical.cascadeDeletes = body[kLogicalCascadeDeletes];
@@ -251,9 +252,9 @@ void appendColumn(Version version, Bytes& content, const ColumnDefinition& colum
   Bytes entry(fields.columnSize);
   entry[kColumnType] = static_cast<std::uint8_t>(column.type);
   if (!jet3) putU32(entry, kJet4ColumnMark, kMark);
-  putU16(entry, fields.columnNumber, column.number);
-  putU16(entry, fields.columnVariableSlot, column.variableSlot);
-  putU16(entry, fields.columnDisplayPosition, column.number);
+  putU16(entry, fields.columnNumber, column.number.value());
+  putU16(entry, fields.columnVariableSlot, column.variableSlot.value());
+  putU16(entry, fields.columnDisplayPosition, column.number.value());
   if (column.type == ColumnType::Numeric) {
     entry[kColumnPrecision] = column.precision;
     entry[kColumnScale] = column.scale;
@@ -279,11 +280,11 @@ void appendIndex(const Fields& fields, Bytes& content, const IndexDefinition& in
   for (std::size_t i = 0; i < IndexDefinition::kMostColumns; ++i) {
     const bool used = i < index.columns.size();
     const ByteSpan column = body.subspan(kKeyColumnSize * i, kKeyColumnSize);
-    putU16(column, 0, used ? index.columns[i].number : kNoColumn);
+    putU16(column, kKeyColumnNumber, (used ? index.columns[i].number : kNoColumn).value());
     column[kKeyColumnOrder] = used && index.columns[i].ascending ? kAscending : 0;
   }
-  putU32(body, kIndexMap, index.map.pack());
-  putU32(body, kIndexRoot, index.root);
+  putRowPointer(body, kIndexMap, index.map);
+  putU32(body, kIndexRoot, index.root.value());
   body[fields.indexFlags] = index.flags;
   appendBytes(content, entry);
 }
@@ -292,11 +293,11 @@ void appendLogical(const Fields& fields, Bytes& content, const LogicalIndex& log
   Bytes entry(fields.logicalSize);
   if (fields.entryMark != 0) putU32(entry, 0, kMark);
   const ByteSpan body = ByteSpan(entry).subspan(fields.entryMark);
-  putU32(body, kLogicalNumber, logical.number);
-  putU32(body, kLogicalIndex, logical.index);
+  putU32(body, kLogicalNumber, logical.number.value());
+  putU32(body, kLogicalIndex, logical.index.value());
   body[kLogicalSide] = logical.side;
-  putU32(body, kLogicalOtherIndex, logical.otherIndex);
-  putU32(body, kLogicalOtherTable, logical.otherTable);
+  putU32(body, kLogicalOtherIndex, logical.otherIndex.value());
+  putU32(body, kLogicalOtherTable, logical.otherTable.value());
   body[kLogicalCascadeUpdates] = logical.cascadeUpdates;
   body[kLogicalCascadeDeletes] = logical.cascadeDeletes;
   body[kLogicalKind] = static_cast<std::uint8_t>(logical.kind);
@@ -322,8 +323,8 @@ TableDefinition TableDefinition::decode(Version version, ByteView bytes, const L
   table.kind = head[fields.kind];
   table.maxColumns = u16At(head, fields.maxColumns);
   table.variableSlots = u16At(head, fields.variableSlots);
-  table.ownedPages = RowPointer::unpack(u32At(head, fields.ownedMap));
-  table.freePages = RowPointer::unpack(u32At(head, fields.freeMap));
+  table.ownedPages = rowPointerAt(head, fields.ownedMap);
+  table.freePages = rowPointerAt(head, fields.freeMap);
   const std::size_t columnCount = u16At(head, fields.columnCount);
   const std::size_t logicalCount = u32At(head, fields.logicalCount);
   const std::size_t indexCount = u32At(head, fields.indexCount);
@@ -347,10 +348,11 @@ TableDefinition TableDefinition::decode(Version version, ByteView bytes, const L
   for (LogicalIndex& logical : table.logicalIndexes) logical.name = content.takeName(version);
   while (content.has(kLongValueSize)) {
     const ByteView entry = content.take(kLongValueSize);
-    if (u16At(entry, kLongValueColumn) == kNoColumn) break;
-    table.longValueMaps.push_back({.column = ColumnNumber(u16At(entry, kLongValueColumn)),
-                                   .owned = RowPointer::unpack(u32At(entry, kLongValueOwned)),
-                                   .free = RowPointer::unpack(u32At(entry, kLongValueFree))});
+    const ColumnNumber column(u16At(entry, kLongValueColumn));
+    if (column == kNoColumn) break;
+    table.longValueMaps.push_back({.column = column,
+                                   .owned = rowPointerAt(entry, kLongValueOwned),
+                                   .free = rowPointerAt(entry, kLongValueFree)});
   }
   return table;
 }
@@ -373,8 +375,8 @@ Bytes TableDefinition::encode() const {
   putU16(content, fields.columnCount, columns.size());
   putU32(content, fields.logicalCount, static_cast<std::uint32_t>(logicalIndexes.size()));
   putU32(content, fields.indexCount, static_cast<std::uint32_t>(indexes.size()));
-  putU32(content, fields.ownedMap, ownedPages.pack());
-  putU32(content, fields.freeMap, freePages.pack());
+  putRowPointer(content, fields.ownedMap, ownedPages);
+  putRowPointer(content, fields.freeMap, freePages);
 
   for (const IndexDefinition& index : indexes) {
     Bytes counter(fields.counterSize);
@@ -388,12 +390,12 @@ Bytes TableDefinition::encode() const {
   for (const LogicalIndex& logical : logicalIndexes) appendName(version, content, logical.name);
   for (const LongValueMaps& maps : longValueMaps) {
     Bytes entry(kLongValueSize);
-    putU16(entry, kLongValueColumn, maps.column);
-    putU32(entry, kLongValueOwned, maps.owned.pack());
-    putU32(entry, kLongValueFree, maps.free.pack());
+    putU16(entry, kLongValueColumn, maps.column.value());
+    putRowPointer(entry, kLongValueOwned, maps.owned);
+    putRowPointer(entry, kLongValueFree, maps.free);
     appendBytes(content, entry);
   }
-  appendU16(content, kNoColumn);
+  appendU16(content, kNoColumn.value());
   putU32(content, kLength, static_cast<std::uint32_t>(content.size()));
   return content;
 }
@@ -420,7 +422,7 @@ std::vector<Bytes> TableDefinition::encodePages(std::span<const PageNumber> page
     const std::size_t left = pageSize - front - part;
     if (version == Version::Jet4)
       putU16(page, PageHead::kFreeBytes, left < kPageHeader ? 0 : left - kPageHeader);
-    putU32(page, kNextPage, i + 1 < pages.size() ? pages[i + 1] : PageNumber());
+    putU32(page, kNextPage, (i + 1 < pages.size() ? pages[i + 1] : kNoPage).value());
     result.push_back(std::move(page));
   }
   return result;
@@ -428,7 +430,7 @@ std::vector<Bytes> TableDefinition::encodePages(std::span<const PageNumber> page
 
 std::size_t TableDefinition::entryCounterAt(Version version, IndexNumber index) {
   const Fields& fields = fieldsOf(version);
-  return fields.end + index * fields.counterSize + kEntryCounter;
+  return fields.end + index.value() * fields.counterSize + kEntryCounter;
 }
 
 }  // namespace jet

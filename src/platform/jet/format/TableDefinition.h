@@ -18,10 +18,10 @@ struct ColumnDefinition {
   std::u16string name;
   ColumnType type = ColumnType::Long;
   ColumnNumber number;
-  std::uint16_t variableSlot = 0;  ///< of a column outside the fixed area
-  std::uint16_t fixedOffset = 0;   ///< of a column inside it
-  std::uint16_t length = 0;        ///< bytes at most; 0 for memo and OLE
-  bool fixed = false;              ///< stored in the fixed area
+  VariableSlot variableSlot;      ///< of a column outside the fixed area
+  std::uint16_t fixedOffset = 0;  ///< of a column inside it
+  std::uint16_t length = 0;       ///< bytes at most; 0 for memo and OLE
+  bool fixed = false;             ///< stored in the fixed area
   bool autonumber = false;
   bool compressed = false;  ///< Jet 4 text is written one byte a character where that is possible
   std::uint16_t sortLanguage = 0;
@@ -62,17 +62,17 @@ struct IndexDefinition {
 /// A named use of an index. Several logical indexes may share one stored index.
 struct LogicalIndex {
   enum class Kind : std::uint8_t { Plain = 0, PrimaryKey = 1, ForeignKey = 2 };
-  static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+  static constexpr LogicalIndexNumber kNone{0xFFFFFFFF};
 
   std::u16string name;
-  std::uint32_t number = 0;
+  LogicalIndexNumber number = {};
   IndexNumber index;  ///< the stored index that it uses
   Kind kind = Kind::Plain;
   /// Foreign keys: 1 on the referenced side, 2 on the referencing one.
   std::uint8_t side = 0;
-  std::uint32_t otherIndex = kNone;  ///< logical index number in the other table
-  PageNumber otherTable;             ///< its definition page
-  std::uint8_t cascadeUpdates = 4;   ///< 4 where it is no foreign key
+  LogicalIndexNumber otherIndex = kNone;  ///< in the other table
+  PageNumber otherTable;                  ///< its definition page
+  std::uint8_t cascadeUpdates = 4;        ///< 4 where it is no foreign key
   std::uint8_t cascadeDeletes = 4;
 };
 

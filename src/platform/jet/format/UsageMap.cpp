@@ -32,10 +32,10 @@ UsageMap UsageMap::decode(ByteView row, const Location& location) {
 Bytes UsageMap::encode() const {
   Bytes row{static_cast<std::uint8_t>(kind)};
   if (kind == Kind::Inline) {
-    appendU32(row, firstPage);
+    appendU32(row, firstPage.value());
     appendBytes(row, bits);
   } else {
-    for (const PageNumber page : bitmapPages) appendU32(row, page);
+    for (const PageNumber page : bitmapPages) appendU32(row, page.value());
   }
   return row;
 }
@@ -47,11 +47,11 @@ UsageMap UsageMap::empty(const Layout& layout) {
 }
 
 bool UsageMap::contains(PageNumber page) const {
-  return covers(page) && bitOf(bits, page - firstPage);
+  return covers(page) && bitOf(bits, page.value() - firstPage.value());
 }
 
 void UsageMap::set(PageNumber page, bool value) {
-  setBit(bits, page - firstPage, value);
+  setBit(bits, page.value() - firstPage.value(), value);
 }
 
 Bytes newBitmapPage(const Layout& layout) {

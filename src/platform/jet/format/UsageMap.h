@@ -37,11 +37,9 @@ struct UsageMap {
 
   /// Inline: pages that the window covers, the page of a bit, and whether it covers a page.
   std::size_t windowSize() const { return 8 * bits.size(); }
-  PageNumber pageOf(std::size_t bit) const {
-    return PageNumber(firstPage + static_cast<std::uint32_t>(bit));
-  }
+  PageNumber pageOf(std::size_t bit) const { return PageNumber(firstPage.value() + bit); }
   bool covers(PageNumber page) const {
-    return page >= firstPage && page - firstPage < windowSize();
+    return page >= firstPage && page.value() - firstPage.value() < windowSize();
   }
   bool contains(PageNumber page) const;   ///< inline; false outside the window
   void set(PageNumber page, bool value);  ///< inline, inside the window

@@ -76,7 +76,7 @@ struct BoundQuery {
 /// unchanged.
 struct Origin {
   const jet::Table* table = nullptr;
-  int column = 0;
+  jet::ColumnIndex column;
   /// The table as one source of the statement; a table may be several sources.
   const Source* source = nullptr;
 };

@@ -6,7 +6,7 @@ namespace jetsql {
 
 /// The saved queries that are being bound, the innermost first.
 struct OpenQuery {
-  std::int32_t id = 0;
+  jet::ObjectId id;
   int depth = 1;
   const OpenQuery* outer = nullptr;
 };

@@ -10,7 +10,7 @@ namespace jetsql {
 
 /// A saved query, and its identity in the file.
 struct StoredQuery {
-  std::int32_t id = 0;
+  jet::ObjectId id;
   ParsedQuery query;
 };
 

@@ -25,8 +25,8 @@ constexpr double kBoundShare = 6;
 constexpr double kLookupShare = 4;
 
 /// True for columns whose values can be looked up in an index.
-bool isSought(const jet::Table& table, int column) {
-  const Type type = typeOf(table.columns()[static_cast<std::size_t>(column)].type);
+bool isSought(const jet::Table& table, jet::ColumnIndex column) {
+  const Type type = typeOf(table.column(column).type);
   return type != Type::Decimal && type != Type::Binary;
 }
 
@@ -40,7 +40,7 @@ class Chooser {
   IndexPlan choose() const {
     IndexPlan best = scan();
     for (std::size_t i = 0; i < table_.indexes().size(); ++i) {
-      const auto plan = through(static_cast<int>(i));
+      const auto plan = through(jet::IndexNumber(i));
       if (plan && plan->cost < best.cost) best = *plan;
     }
     return best;
@@ -59,7 +59,7 @@ class Chooser {
     return plan;
   }
 
-  const Restriction* find(int column, Test test) const {
+  const Restriction* find(jet::ColumnIndex column, Test test) const {
     const auto found = std::ranges::find_if(restrictions_, [&](const Restriction& each) {
       return each.test == test && each.column == column && isSought(table_, column);
     });
@@ -67,8 +67,8 @@ class Chooser {
   }
 
   /// The plan that uses an index; absent where no restriction applies to it.
-  std::optional<IndexPlan> through(int number) const {
-    const jet::Index& index = table_.indexes()[static_cast<std::size_t>(number)];
+  std::optional<IndexPlan> through(jet::IndexNumber number) const {
+    const jet::Index& index = table_.index(number);
     if (!index.seekable) return std::nullopt;
     IndexPlan plan{.index = number, .rows = rows_};
     bool hasValue = false;

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
+#include <optional>
 #include <vector>
 
 #include "platform/jet/engine/Table.h"
@@ -13,14 +12,14 @@ struct Restriction {
   enum class Test : char { Equal = '=', IsNull = '0', Lower = '>', Upper = '<' };
 
   Test test = Test::Equal;
-  int column = 0;  ///< index among the table's columns
+  jet::ColumnIndex column;
   int number = 0;  ///< the caller's own number for it
 };
 
 /// How a table is read: all of it, by a range of an index, or by looking up rows of equal values.
 /// Rows that don't meet a restriction may be returned as well.
 struct IndexPlan {
-  int index = -1;  ///< among the table's indexes; -1 without one
+  std::optional<jet::IndexNumber> index = {};  ///< absent where none is used
   std::vector<Restriction> taken =
       {};                 ///< single values first, in the order of the index's columns
   bool isUnique = false;  ///< at most one row meets the restrictions

@@ -38,8 +38,8 @@ std::uint64_t hashOf(const runtime::Variant& value, jet::TextOrder order) {
 }
 
 /// Absent for null.
-std::optional<std::uint64_t> hashOf(const jet::Row& row, int column, jet::ColumnType type,
-                                    std::string& key) {
+std::optional<std::uint64_t> hashOf(const jet::Row& row, jet::ColumnIndex column,
+                                    jet::ColumnType type, std::string& key) {
   if (jet::isText(type)) {
     if (!row.sortKey(column, key)) return std::nullopt;
     return hashOf(key);
@@ -55,15 +55,14 @@ std::uint64_t combined(std::uint64_t first, std::uint64_t second) {
 
 }  // namespace
 
-RowLookup::RowLookup(const jet::Table& table, const std::vector<int>& columns)
+RowLookup::RowLookup(const jet::Table& table, const std::vector<jet::ColumnIndex>& columns)
     : order_(jet::textOrderOf(table.source().version())) {
   std::string key;
   for (const auto rows = table.scan(); rows->next();) {
     std::uint64_t hash = 0;
     bool hasNull = false;
-    for (const int column : columns) {
-      const auto type = table.columns()[static_cast<std::size_t>(column)].type;
-      const auto own = hashOf(rows->row(), column, type, key);
+    for (const jet::ColumnIndex column : columns) {
+      const auto own = hashOf(rows->row(), column, table.column(column).type, key);
       hasNull = hasNull || !own;
       hash = combined(hash, own.value_or(0));
     }

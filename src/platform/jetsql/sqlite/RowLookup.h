@@ -14,7 +14,7 @@ namespace jetsql {
 class RowLookup {
  public:
   /// Reads the table. Rows with a null among these columns are left out.
-  RowLookup(const jet::Table& table, const std::vector<int>& columns);
+  RowLookup(const jet::Table& table, const std::vector<jet::ColumnIndex>& columns);
 
   /// The position of the first row with these values, and that of the next one after it; 0 when
   /// there is none.

@@ -24,8 +24,7 @@ struct VirtualCursor {
   sqlite3_vtab_cursor base{};
   KnownTable* known = nullptr;
   std::optional<TableReader> reader;  ///< for the plan that it was opened for
-  int plan = 0;
-  std::string tests;
+  PlanCode plan;
   std::vector<runtime::Variant> values;
   std::u16string text;
 };
@@ -48,8 +47,8 @@ int connect(sqlite3* connection, void* data, int, const char* const*, sqlite3_vt
   auto& known = *static_cast<KnownTable*>(data);
   return run(known, [&] {
     std::string columns = "CREATE TABLE t(";
-    for (const int column : known.use.columns) {
-      columns += "c" + std::to_string(column);
+    for (const jet::ColumnIndex column : known.use.columns) {
+      columns += "c" + std::to_string(column.value());
       if (isTextual(known.typeOf(column))) columns += std::string(" COLLATE ") + kCollation;
       columns += ",";
     }
@@ -85,7 +84,7 @@ std::optional<Restriction::Test> testOf(unsigned char op) {
 }
 
 std::vector<Restriction> restrictionsOf(const sqlite3_index_info& info,
-                                        const std::vector<int>& columns) {
+                                        const std::vector<jet::ColumnIndex>& columns) {
   std::vector<Restriction> restrictions;
   for (int i = 0; i < info.nConstraint; ++i) {
     const auto& constraint = info.aConstraint[i];
@@ -132,19 +131,18 @@ int close(sqlite3_vtab_cursor* base) {
   return SQLITE_OK;
 }
 
-int filter(sqlite3_vtab_cursor* base, int plan, const char* tests, int count,
+int filter(sqlite3_vtab_cursor* base, int number, const char* tests, int count,
            sqlite3_value** values) {
   VirtualCursor& cursor = cursorOf(base);
   return run(*cursor.known, [&] {
     cursor.known->session->budget.spend(kRowWork);
-    if (!cursor.reader || cursor.plan != plan || cursor.tests != tests) {
-      cursor.plan = plan;
-      cursor.tests = tests;
-      cursor.reader.emplace(*cursor.known->use.table, plan, tests);
+    if (PlanCode plan{number, tests}; !cursor.reader || cursor.plan != plan) {
+      cursor.plan = std::move(plan);
+      cursor.reader.emplace(*cursor.known->use.table, cursor.plan);
     }
     cursor.values.clear();
     for (int i = 0; i < count; ++i) {
-      const int sought = cursor.reader->columns()[static_cast<std::size_t>(i)];
+      const jet::ColumnIndex sought = cursor.reader->columns()[static_cast<std::size_t>(i)];
       cursor.values.push_back(sqlValue(values[i], cursor.known->typeOf(sought)));
     }
     cursor.reader->start(cursor.values);
@@ -192,12 +190,12 @@ void setValue(sqlite3_context* context, const runtime::Variant& value) {
 int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int number) {
   VirtualCursor& cursor = cursorOf(base);
   return run(*cursor.known, [&] {
-    const std::vector<int>& columns = cursor.known->use.columns;
+    const std::vector<jet::ColumnIndex>& columns = cursor.known->use.columns;
     const jet::Row& row = cursor.reader->row();
     if (number == static_cast<int>(columns.size())) {
       return sqlite3_result_int64(context, row.id().pack());
     }
-    const int index = columns[static_cast<std::size_t>(number)];
+    const jet::ColumnIndex index = columns[static_cast<std::size_t>(number)];
     const Type type = cursor.known->typeOf(index);
     if (isInteger(type)) {
       std::int32_t integer = 0;

@@ -14,8 +14,8 @@ struct KnownTable {
   FunctionContext* session = nullptr;
   const TableReader* reader = nullptr;  ///< the reader that moved last, while it is open
 
-  Type typeOf(int column) const {
-    return jetsql::typeOf(use.table->columns()[static_cast<std::size_t>(column)].type);
+  Type typeOf(jet::ColumnIndex column) const {
+    return jetsql::typeOf(use.table->column(column).type);
   }
   /// The current row of that reader; null where there is none.
   const jet::Row* currentRow() const {

@@ -7,7 +7,9 @@ namespace {
 
 using Test = Restriction::Test;
 
-/// Number of the plan that looks up rows by column 0; those of further columns are lower.
+/// Numbers of the plans without an index: a scan, and a lookup by column 0; those by further
+/// columns are lower.
+constexpr int kScan = -1;
 constexpr int kFirstLookup = -2;
 
 /// A hash table of the rows pays once this many values, or this share of the rows, were looked up.
@@ -19,32 +21,42 @@ constexpr std::uint32_t kScansBefore = 1;
 }  // namespace
 
 PlanCode PlanCode::of(const IndexPlan& plan) {
-  PlanCode code{.number = plan.index, .tests = {}};
-  if (plan.index < 0 && !plan.taken.empty()) {
-    code.number = kFirstLookup - plan.taken.front().column;
+  PlanCode code{.number = kScan, .tests = {}};
+  if (plan.index) {
+    code.number = static_cast<int>(plan.index->value());
+  } else if (!plan.taken.empty()) {
+    code.number = kFirstLookup - plan.taken.front().column.value();
   }
   for (const Restriction& each : plan.taken) code.tests += static_cast<char>(each.test);
   return code;
 }
 
-TableReader::TableReader(const jet::Table& table, int planNumber, std::string_view tests)
-    : table_(table),
-      index_(std::max(planNumber, -1)),
-      tests_(tests),
-      isEquality_(tests.find_first_not_of('=') == std::string_view::npos),
-      single_(table.reader()) {
-  if (planNumber <= kFirstLookup) columns_.push_back(kFirstLookup - planNumber);
-  if (index_ < 0) return;
+std::optional<jet::IndexNumber> PlanCode::index() const {
+  return number > kScan ? std::optional(jet::IndexNumber(number)) : std::nullopt;
+}
+
+std::vector<jet::ColumnIndex> PlanCode::columns(const jet::Table& table) const {
+  if (number == kScan) return {};
+  if (number < kScan) return {jet::ColumnIndex(kFirstLookup - number)};
+  std::vector<jet::ColumnIndex> columns;
   std::size_t position = 0;
   for (const char test : tests) {
-    const auto& columns = table.indexes()[static_cast<std::size_t>(index_)].columns;
-    columns_.push_back(columns[position].column);
+    columns.push_back(table.index(*index()).columns[position].column);
     // Both bounds are of one column, the last one.
     if (test == static_cast<char>(Test::Equal) || test == static_cast<char>(Test::IsNull)) {
       ++position;
     }
   }
+  return columns;
 }
+
+TableReader::TableReader(const jet::Table& table, const PlanCode& plan)
+    : table_(table),
+      index_(plan.index()),
+      tests_(plan.tests),
+      columns_(plan.columns(table)),
+      isEquality_(tests_.find_first_not_of('=') == std::string::npos),
+      single_(table.reader()) {}
 
 void TableReader::start(const std::vector<runtime::Variant>& values) {
   ++starts_;
@@ -59,16 +71,14 @@ void TableReader::start(const std::vector<runtime::Variant>& values) {
   if (lookup_) {
     position_ = lookup_->first(values);
   } else {
-    cursor_ = index_ < 0 ? table_.scan()
-                         : table_.walk(jet::IndexNumber(static_cast<std::uint32_t>(index_)),
-                                       rangeOf(values));
+    cursor_ = index_ ? table_.walk(*index_, rangeOf(values)) : table_.scan();
   }
   next();
 }
 
 bool TableReader::wantsLookup() const {
   if (columns_.empty() || !isEquality_) return false;
-  if (index_ < 0) return starts_ > kScansBefore;
+  if (!index_) return starts_ > kScansBefore;
   return starts_ > std::max(kFewLookups, table_.rowCount() / kShareOfRows);
 }
 

@@ -4,7 +4,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "platform/jet/engine/Table.h"
@@ -18,7 +17,13 @@ struct PlanCode {
   int number = 0;     ///< the index; -1 for a scan, lower for a lookup by a column
   std::string tests;  ///< the test of each value, in the order of the index's columns
 
+  bool operator==(const PlanCode&) const = default;
+
   static PlanCode of(const IndexPlan& plan);
+  /// Absent for a scan and for a lookup.
+  std::optional<jet::IndexNumber> index() const;
+  /// The column that each test's value is compared with.
+  std::vector<jet::ColumnIndex> columns(const jet::Table& table) const;
 };
 
 /// Reads a table by a plan, repeatedly with other values. Once values are looked up often, it no
@@ -26,10 +31,10 @@ struct PlanCode {
 /// restrictions may be returned as well.
 class TableReader {
  public:
-  TableReader(const jet::Table& table, int planNumber, std::string_view tests);
+  TableReader(const jet::Table& table, const PlanCode& plan);
 
-  /// The column that each test's value is compared with, by its index.
-  const std::vector<int>& columns() const { return columns_; }
+  /// As the plan's code returns them.
+  const std::vector<jet::ColumnIndex>& columns() const { return columns_; }
   /// Starts again, at the first row for these values, one for each test.
   void start(const std::vector<runtime::Variant>& values);
   void next();
@@ -41,9 +46,9 @@ class TableReader {
   jet::IndexRange rangeOf(const std::vector<runtime::Variant>& values) const;
 
   const jet::Table& table_;
-  int index_;  ///< -1 without one
+  std::optional<jet::IndexNumber> index_;
   std::string tests_;
-  std::vector<int> columns_;
+  std::vector<jet::ColumnIndex> columns_;
   bool isEquality_;  ///< nothing but single values is sought
   std::uint32_t starts_ = 0;
   std::unique_ptr<jet::Cursor> cursor_;

@@ -48,7 +48,7 @@ void StatementWriter::addTable(const Source& source) {
     use = out_.tables.insert(use, {.number = source.number, .table = source.table});
   }
   const std::set<int>& columns = asked(source).columns;
-  use->columns.assign(columns.begin(), columns.end());
+  use->columns = std::vector<jet::ColumnIndex>(columns.begin(), columns.end());
 }
 
 std::string StatementWriter::parameter(const std::u16string& text) {

@@ -21,14 +21,14 @@ inline constexpr std::size_t kDecimalKey = 68;
 struct TableUse {
   int number = 0;
   const jet::Table* table = nullptr;
-  std::vector<int> columns = {};  ///< indexes among the table's columns
+  std::vector<jet::ColumnIndex> columns = {};
 };
 
 /// The source of the values of a result's column, or of a term of its order.
 struct ValueSource {
   Type type = Type::Null;
   const jet::Table* table = nullptr;  ///< absent where they are calculated
-  int tableColumn = 0;                ///< index among the table's columns
+  jet::ColumnIndex tableColumn = {};  ///< of the table
   int sourceRow = 0;                  ///< of the table's row
   int sqlColumn = 0;                  ///< column of SQLite's result with a calculated value
 };

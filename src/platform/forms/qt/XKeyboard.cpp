@@ -15,6 +15,12 @@ namespace {
 constexpr unsigned kCodeBits = 0x7F;
 enum : unsigned { kKeyPress = 2, kKeyRelease = 3, kFocusIn = 9 };
 
+std::uint32_t numberAt(const unsigned char* bytes) {
+  std::uint32_t number = 0;
+  std::memcpy(&number, bytes, sizeof number);
+  return number;
+}
+
 }  // namespace
 
 XKeyboard::XKeyboard() {
@@ -22,9 +28,11 @@ XKeyboard::XKeyboard() {
   if (x11 == nullptr || x11->display() == nullptr) return;
   QLibrary library(QStringLiteral("X11"), 6);
   queryKeymap_ = reinterpret_cast<int (*)(Display*, char*)>(library.resolve("XQueryKeymap"));
+  lastRequest_ =
+      reinterpret_cast<unsigned long (*)(Display*)>(library.resolve("XLastKnownRequestProcessed"));
   const auto setDetectable =
       reinterpret_cast<int (*)(Display*, int, int*)>(library.resolve("XkbSetDetectableAutoRepeat"));
-  if (queryKeymap_ == nullptr || setDetectable == nullptr) return;
+  if (queryKeymap_ == nullptr || lastRequest_ == nullptr || setDetectable == nullptr) return;
   display_ = x11->display();
   // Without this the server sends a release before each repeat.
   setDetectable(display_, 1, nullptr);
@@ -35,23 +43,23 @@ bool XKeyboard::nativeEventFilter(const QByteArray& type, void* message, qintptr
   // Layout of a key event: byte 0 the event code, byte 1 the scan code, bytes 4 to 7 the server's
   // time in milliseconds.
   constexpr std::size_t kTimeOffset = 4;
+  // The toolkit's connection appends the number of the last request that the server had processed.
+  constexpr std::size_t kRequestOffset = 32;
   if (type != "xcb_generic_event_t") return false;
   const auto* const bytes = static_cast<const unsigned char*>(message);
   const unsigned key = bytes[1];
   switch (bytes[0] & kCodeBits) {
     case kKeyPress:
-      if (down_.test(key)) {
-        std::uint32_t time = 0;
-        std::memcpy(&time, bytes + kTimeOffset, sizeof time);
-        repeated_[key].append(time);
-      }
+      if (up_.test(key) && isAfterQuery(numberAt(bytes + kRequestOffset))) down_.reset(key);
+      up_.reset(key);
+      if (down_.test(key)) repeated_[key].append(numberAt(bytes + kTimeOffset));
       down_.set(key);
       break;
     case kKeyRelease:
       down_.reset(key);
       break;
     case kFocusIn:
-      forgetReleased();
+      askForReleased();
       break;
     default:
       break;
@@ -60,12 +68,16 @@ bool XKeyboard::nativeEventFilter(const QByteArray& type, void* message, qintptr
 }
 
 /// The server doesn't report releases to this program while none of its windows has the keyboard.
-void XKeyboard::forgetReleased() {
+/// Events that it sent before its answer can still be waiting: to those the answer doesn't apply.
+void XKeyboard::askForReleased() {
   std::array<char, kKeys / 8> bits{};
   queryKeymap_(display_, bits.data());
-  std::bitset<kKeys> down;
-  for (std::size_t key = 0; key < kKeys; ++key) down[key] = (bits[key / 8] >> (key % 8) & 1) != 0;
-  down_ &= down;
+  query_ = static_cast<std::uint32_t>(lastRequest_(display_));
+  for (std::size_t key = 0; key < kKeys; ++key) up_[key] = (bits[key / 8] >> (key % 8) & 1) == 0;
+}
+
+bool XKeyboard::isAfterQuery(std::uint32_t request) const {
+  return static_cast<std::int32_t>(request - query_) >= 0;
 }
 
 bool XKeyboard::isRepeat(const QKeyEvent& press) {

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QList>
 #include <bitset>
+#include <cstdint>
 
 namespace forms::qt {
 
@@ -23,12 +24,16 @@ class XKeyboard : private QAbstractNativeEventFilter {
 
  private:
   bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
-  void forgetReleased();
+  void askForReleased();
+  bool isAfterQuery(std::uint32_t request) const;
 
   static constexpr std::size_t kKeys = 256;
   Display* display_ = nullptr;
   int (*queryKeymap_)(Display*, char*) = nullptr;
-  std::bitset<kKeys> down_;                  ///< by scan code
+  unsigned long (*lastRequest_)(Display*) = nullptr;
+  std::bitset<kKeys> down_;                  ///< by scan code, as of the last event
+  std::bitset<kKeys> up_;                    ///< by scan code, at the last query; not pressed since
+  std::uint32_t query_ = 0;                  ///< number of that request
   QHash<quint32, QList<quint64>> repeated_;  ///< times of each key's repeats, by scan code
 };
 

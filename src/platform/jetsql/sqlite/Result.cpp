@@ -8,6 +8,7 @@
 #include <variant>
 
 #include "platform/jetsql/functions/Rounding.h"
+#include "platform/jetsql/sqlite/SqlValue.h"
 #include "platform/jetsql/syntax/StatementError.h"
 
 namespace jetsql {
@@ -69,7 +70,6 @@ runtime::Variant numberValue(Type type, const runtime::Variant& value) {
     case Type::Date:
       return runtime::Date{number};
     case Type::Decimal:
-      return runtime::Decimal{runtime::Variant(number).toText()};
     case Type::Null:
     case Type::Text:
     case Type::Memo:
@@ -84,13 +84,6 @@ runtime::Variant numberValue(Type type, const runtime::Variant& value) {
 runtime::Variant textValue(Type type, std::u16string text) {
   if (type == Type::Decimal) return runtime::Decimal{std::move(text)};
   return text;
-}
-
-runtime::Variant bytesValue(Type type, const std::uint8_t* bytes, std::size_t size) {
-  if (type != Type::Guid) return runtime::Binary(bytes, bytes + size);
-  runtime::Guid guid;
-  std::copy_n(bytes, std::min(size, guid.bytes.size()), guid.bytes.begin());
-  return guid;
 }
 
 }  // namespace
@@ -227,7 +220,7 @@ runtime::Variant Result::value(std::size_t row, std::size_t column) const {
   }
   const std::size_t length = read<std::uint32_t>(at);
   at += sizeof(std::uint32_t);
-  if (tag == kBytes) return bytesValue(type, at, length);
+  if (tag == kBytes) return bytesValue({at, length}, type);
   if (tag == kLatin) return textValue(type, std::u16string(at, at + length));
   std::u16string text(length, u'\0');
   if (length != 0) std::memcpy(text.data(), at, length * sizeof(char16_t));

@@ -19,13 +19,6 @@ runtime::Variant integerValue(std::int64_t integer) {
   return static_cast<std::int32_t>(integer);
 }
 
-runtime::Variant bytesValue(const std::uint8_t* bytes, std::size_t size, Type type) {
-  if (type != Type::Guid) return runtime::Binary(bytes, bytes + size);
-  runtime::Guid guid;
-  std::copy_n(bytes, std::min(size, guid.bytes.size()), guid.bytes.begin());
-  return guid;
-}
-
 /// The first character of a positive decimal's key. In a negative one's key all characters are
 /// subtracted from nine, this one as well.
 constexpr char16_t kPositive = u'5';
@@ -55,6 +48,13 @@ std::u16string decimalText(const runtime::Decimal& value) {
   return fraction.empty() ? text : (text += u'.').append(fraction);
 }
 
+runtime::Variant bytesValue(std::span<const std::uint8_t> bytes, Type type) {
+  if (type != Type::Guid) return runtime::Binary(bytes.begin(), bytes.end());
+  runtime::Guid guid;
+  std::copy_n(bytes.begin(), std::min(bytes.size(), guid.bytes.size()), guid.bytes.begin());
+  return guid;
+}
+
 runtime::Variant sqlValue(sqlite3_value* value, Type type) {
   switch (sqlite3_value_type(value)) {
     case SQLITE_INTEGER:
@@ -71,8 +71,9 @@ runtime::Variant sqlValue(sqlite3_value* value, Type type) {
       return text;
     }
     case SQLITE_BLOB:
-      return bytesValue(static_cast<const std::uint8_t*>(sqlite3_value_blob(value)),
-                        static_cast<std::size_t>(sqlite3_value_bytes(value)), type);
+      return bytesValue({static_cast<const std::uint8_t*>(sqlite3_value_blob(value)),
+                         static_cast<std::size_t>(sqlite3_value_bytes(value))},
+                        type);
     default:
       return {};
   }

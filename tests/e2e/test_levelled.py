@@ -325,7 +325,9 @@ class Pointer(Case):
         def notices():
             return len(screen.desktop.created_by(screen.window, made))
 
-        for key in ("space", "Return"):
+        for key in ("space", "Return", "space"):
+            if key == "Return":
+                screen.desktop.reader.hear_focus()  # a screen reader begins to listen
             made = len(screen.desktop.created)
             screen.desktop.xdotool("keydown", key)
             time.sleep(1.5)  # some repeats

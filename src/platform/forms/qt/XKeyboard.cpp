@@ -53,6 +53,7 @@ bool XKeyboard::nativeEventFilter(const QByteArray& type, void* message, qintptr
       if (up_.test(key) && isAfterQuery(numberAt(bytes + kRequestOffset))) down_.reset(key);
       up_.reset(key);
       if (down_.test(key)) repeated_[key].append(numberAt(bytes + kTimeOffset));
+      lastRepeats_[key] = down_.test(key);
       down_.set(key);
       break;
     case kKeyRelease:
@@ -81,6 +82,8 @@ bool XKeyboard::isAfterQuery(std::uint32_t request) const {
 }
 
 bool XKeyboard::isRepeat(const QKeyEvent& press) {
+  // While a screen reader listens, the toolkit passes its keys on later and without their times.
+  if (press.timestamp() == 0) return lastRepeats_.test(press.nativeScanCode() % kKeys);
   const auto repeated = repeated_.find(press.nativeScanCode());
   if (repeated == repeated_.end()) return false;
   // Older entries are presses that the toolkit dropped for a blocked window: remove them too. Newer

@@ -1,7 +1,8 @@
 # Functions that build the project's libraries and tests.
 #
 # keystrand_library(NAME FOLDER PATH [USES lib...] [SHOWS lib...] [INNER subfolder...] [HEADERS header...])
-#   Makes one library of the folder src/PATH, from its .cpp files and those of its INNER folders.
+#   Makes one library of the folder PATH below the calling file, from its .cpp files (without main.cpp)
+#   and those of its INNER folders.
 #   Other files include its headers as "PATH/Header.h", which only libraries that link it can do:
 #   each library has an include root of its own that holds nothing but its headers, so an include of
 #   another library's header fails to compile unless that library is linked. USES and SHOWS together list every library whose
@@ -32,7 +33,7 @@ endfunction()
 
 # Makes `root` an include root with links to a folder's headers.
 function(keystrand_headers root folder)
-  file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.h)
+  file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.h)
   file(MAKE_DIRECTORY ${root}/${folder})
   foreach(header IN LISTS headers)
     get_filename_component(file ${header} NAME)
@@ -42,8 +43,9 @@ endfunction()
 
 function(keystrand_library name)
   cmake_parse_arguments(ARG "" "FOLDER" "USES;SHOWS;INNER;HEADERS" ${ARGN})
-  set(dir ${PROJECT_SOURCE_DIR}/src/${ARG_FOLDER})
+  set(dir ${CMAKE_CURRENT_SOURCE_DIR}/${ARG_FOLDER})
   file(GLOB sources CONFIGURE_DEPENDS ${dir}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   set(root ${PROJECT_BINARY_DIR}/include/${name})
   keystrand_headers(${root} ${ARG_FOLDER})
   set(inner_root ${PROJECT_BINARY_DIR}/include/${name}-inner)

@@ -3,6 +3,7 @@
 #include "platform/files/ProgramFolder.h"
 #include "platform/forms/Application.h"
 #include "platform/forms/DesktopHost.h"
+#include "platform/process/Host.h"
 #include "platform/process/Process.h"
 #include "platform/process/StandardStreams.h"
 

@@ -1,6 +1,7 @@
 #include "editor/frmMain.h"
 #include "editor/keygeometry.h"
 #include "layoutdata/Statements.h"
+#include "platform/adodb/Recordset.h"
 #include "platform/runtime/Conversion.h"
 #include "shared/mdOpenDatabase.h"
 

@@ -2,6 +2,7 @@
 #include "editor/frmMain.h"
 #include "layoutdata/Settings.h"
 #include "layoutdata/Statements.h"
+#include "platform/adodb/Recordset.h"
 #include "platform/profile/SettingsStore.h"
 #include "platform/runtime/Conversion.h"
 #include "shared/mdOpenDatabase.h"

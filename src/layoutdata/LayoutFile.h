@@ -1,11 +1,16 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "layoutdata/KeyRecord.h"
-#include "platform/files/SequentialFile.h"
+
+namespace files {
+class InputFile;
+class OutputFile;
+}  // namespace files
 
 /// The layout files, opened here and nowhere else. Each is text: a line for each key, in ascending
 /// order, every line ended by CR LF, with no header and no comments.
@@ -34,14 +39,15 @@ std::u16string levelFile(std::u16string_view literal, std::int16_t level);
 class LayoutReader {
  public:
   /// Raises what `files::InputFile` raises.
-  explicit LayoutReader(std::u16string_view path) : file_(path) {}
+  explicit LayoutReader(std::u16string_view path);
+  ~LayoutReader();
 
   /// The line of the next key. Raises InputPastEnd past the end of the file, and what
   /// `files::InputFile::lineInput` raises.
-  KeyLine next() { return KeyLine(file_.lineInput()); }
+  KeyLine next();
 
  private:
-  files::InputFile file_;
+  std::unique_ptr<files::InputFile> file_;
 };
 
 /// Writes a layout file line by line. Opening the file discards its old content. Lines are not
@@ -49,17 +55,18 @@ class LayoutReader {
 class LayoutWriter {
  public:
   /// Raises what `files::OutputFile` raises.
-  explicit LayoutWriter(std::u16string_view path) : file_(path) {}
+  explicit LayoutWriter(std::u16string_view path);
+  ~LayoutWriter();
 
   /// Nothing is checked or escaped: a comma in a caption shifts the fields when the line is read
   /// back (contract). Raises DiskFull and DeviceIoError.
-  void write(const KeyRecord& record) { file_.print(toLine(record)); }
+  void write(const KeyRecord& record);
   /// Raises DeviceIoError or DiskFull, also for an earlier write whose failure the system reports
   /// only now.
-  void close() { file_.close(); }
+  void close();
 
  private:
-  files::OutputFile file_;
+  std::unique_ptr<files::OutputFile> file_;
 };
 
 }  // namespace layoutdata

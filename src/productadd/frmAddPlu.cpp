@@ -4,6 +4,7 @@
 #include <string>
 
 #include "layoutdata/Statements.h"
+#include "platform/adodb/Recordset.h"
 #include "platform/process/Process.h"
 #include "platform/runtime/Conversion.h"
 #include "platform/runtime/Text.h"

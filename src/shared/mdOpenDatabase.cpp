@@ -1,6 +1,8 @@
 #include "shared/mdOpenDatabase.h"
 
 #include "layoutdata/Statements.h"
+#include "platform/adodb/Connection.h"
+#include "platform/adodb/Recordset.h"
 
 namespace mdOpenDatabase {
 

@@ -3,9 +3,12 @@
 #include <string>
 #include <string_view>
 
-#include "platform/adodb/Connection.h"
-#include "platform/adodb/Recordset.h"
 #include "platform/runtime/AutoObject.h"
+
+namespace ADODB {
+class Connection;
+class Recordset;
+}  // namespace ADODB
 
 /// The store's name and folder, and the program's only connection and recordset. A database session
 /// is short: open, one or two statements, close. The file isn't kept open between user actions.

@@ -12,24 +12,33 @@ import shlex
 import subprocess
 import sys
 import tempfile
+import typing
 import unittest
 
 SOURCE, BUILD = (pathlib.Path(argument) for argument in sys.argv[1:3])
-SRC = SOURCE / "src"
+ROOTS = (SOURCE / "src", SOURCE / "tools")
 
 QT_INCLUDE = re.compile(r'^\s*#\s*include\s*[<"](Q[A-Za-z]+|Qt[A-Za-z]*/.*)[>"]', re.M)
 TOOLKIT_PROBES = ("<QWidget>", "<QtWidgets/QWidget>", "<QString>")
 TOOLKIT_OWNER = "platform/forms"
 
 
+class Row(typing.NamedTuple):
+    """A row of the table: the folders that its public headers include, those that only its other
+    files include, and those that it reaches through the headers of both but doesn't include."""
+    shows: set
+    uses: set
+    reaches: set
+
+
 def read_table():
-    """The rows of the table by folder: the folders in its headers, and those in its sources only."""
+    """The rows of the table by folder."""
     table = {}
     for line in (SOURCE / "docs/architecture.md").read_text().splitlines():
         cells = [cell.strip() for cell in line.split("|")]
-        if len(cells) == 6 and re.fullmatch(r"`[^`]+`", cells[1]):
-            shows, uses = (re.findall(r"`([^`]+)`", cell) for cell in cells[3:5])
-            table[cells[1].strip("`")] = (set(shows), set(uses))
+        if len(cells) == 7 and re.fullmatch(r"`[^`]+`", cells[1]):
+            table[cells[1].strip("`")] = Row(*(set(re.findall(r"`([^`]+)`", cell))
+                                               for cell in cells[3:6]))
     return table
 
 
@@ -37,8 +46,9 @@ TABLE = read_table()
 
 
 def read_links():
-    """What the build's file says of each library, in the same form as the table."""
-    text = re.sub(r"#.*", "", (SRC / "CMakeLists.txt").read_text())
+    """The libraries that the build's files link to each library or program: those it shows and those
+    it uses, by folder."""
+    text = "".join(re.sub(r"#.*", "", (root / "CMakeLists.txt").read_text()) for root in ROOTS)
     links, folders = {}, {}
     for call in re.findall(r"keystrand_library\(([^)]*)\)", text):
         name, *words = call.split()
@@ -50,28 +60,33 @@ def read_links():
                 part.append(word)
         folders[name] = row["FOLDER"][0]
         links[name] = (row["SHOWS"], row["USES"])
-    main = re.search(r"target_link_libraries\(keystrand PRIVATE ([^)]*)\)", text)[1].split()
-    folders["keystrand"], links["keystrand"] = "main.cpp", ([], main)
-    return {folders[name]: tuple({folders[each] for each in part if "::" not in each}
-                                 for part in parts)
+    for name, main in re.findall(r"add_executable\((\w+) (\S+)\)", text):
+        used = re.search(rf"target_link_libraries\({name} PRIVATE ([^)]*)\)", text)[1]
+        folders[name], links[name] = main, ([], used.split())
+    return {folders[name]: tuple({folders.get(each, each) for each in part} for part in parts)
             for name, parts in links.items()}
 
 
 def owner(path):
-    """The folder of the table that a file below src/ belongs to: the longest prefix of its path."""
+    """The folder of the table that a file below a root belongs to: the longest prefix of its path."""
     return max((folder for folder in TABLE if path == folder or path.startswith(folder + "/")),
                key=len, default=None)
 
 
 def files(suffixes):
-    return sorted(path.relative_to(SRC).as_posix() for path in SRC.rglob("*")
+    """The names of the files below the roots, as they are included."""
+    return sorted(path.relative_to(root).as_posix() for root in ROOTS for path in root.rglob("*")
                   if path.suffix in suffixes)
+
+
+def text_of(name):
+    return next(root / name for root in ROOTS if (root / name).exists()).read_text()
 
 
 def includes(path):
     """The project's own headers that a file includes."""
-    included = re.findall(r'^\s*#\s*include\s*["<]([^">]+)[">]', (SRC / path).read_text(), re.M)
-    return [header for header in included if (SRC / header).exists()]
+    included = re.findall(r'^\s*#\s*include\s*["<]([^">]+)[">]', text_of(path), re.M)
+    return [header for header in included if any((root / header).exists() for root in ROOTS)]
 
 
 def is_public(header):
@@ -80,14 +95,14 @@ def is_public(header):
 
 
 def reachable(folder):
-    """The folders whose public headers the folder may include."""
+    """The folders whose public headers a compiler finds for the folder's files."""
     found = {folder}
-    queue = list(TABLE[folder][0] | TABLE[folder][1])
+    queue = list(TABLE[folder].shows | TABLE[folder].uses)
     while queue:
         library = queue.pop()
         if library not in found:
             found.add(library)
-            queue += TABLE[library][0]
+            queue += TABLE[library].shows
     return found
 
 
@@ -96,9 +111,9 @@ class Layering(unittest.TestCase):
         self.assertGreater(len(TABLE), 10)
         for path in files({".h", ".cpp"}):
             self.assertIsNotNone(owner(path), path)
-        for folder, (shows, uses) in TABLE.items():
-            self.assertTrue((SRC / folder).exists(), folder)
-            self.assertLessEqual(shows | uses, set(TABLE), folder)
+        for folder, row in TABLE.items():
+            self.assertTrue(any((root / folder).exists() for root in ROOTS), folder)
+            self.assertLessEqual(row.shows | row.uses | row.reaches, set(TABLE), folder)
 
     def test_the_table_lists_what_the_sources_include(self):
         included = {folder: set() for folder in TABLE}
@@ -106,14 +121,31 @@ class Layering(unittest.TestCase):
         for path in files({".h", ".cpp"}):
             others = {owner(header) for header in includes(path)} - {owner(path)}
             included[owner(path)] |= others
-            if path.endswith(".h"):
+            if path.endswith(".h") and is_public(path):
                 shown[owner(path)] |= others
-        for folder, (shows, uses) in TABLE.items():
-            self.assertEqual(shows | uses, included[folder], folder)
-            self.assertLessEqual(shows, shown[folder], folder)
+        for folder, row in TABLE.items():
+            with self.subTest(folder):
+                self.assertEqual(row.shows, shown[folder])
+                self.assertEqual(row.uses, included[folder] - shown[folder])
+                self.assertEqual(row.reaches, reachable(folder) - included[folder] - {folder})
 
     def test_the_build_links_what_the_table_lists(self):
-        self.assertEqual(read_links(), TABLE)
+        links = read_links()
+        self.assertEqual(set(links), set(TABLE))
+        for folder, parts in links.items():
+            with self.subTest(folder):
+                own = [{each for each in part if "::" not in each} for part in parts]
+                self.assertEqual(own, [TABLE[folder].shows, TABLE[folder].uses])
+
+    def test_sqlite_is_linked_where_it_is_included(self):
+        including = {(owner(path), path.endswith(".h")) for path in files({".h", ".cpp"})
+                     if "#include <sqlite3.h>" in text_of(path)}
+        linking = {folder: ["SQLite::SQLite3" in part for part in parts]
+                   for folder, parts in read_links().items()}
+        for folder, (shown, used) in linking.items():
+            with self.subTest(folder):
+                self.assertEqual(shown, (folder, True) in including)
+                self.assertEqual(used, not shown and (folder, False) in including)
 
     def test_no_circle_of_includes(self):
         done = set()
@@ -130,20 +162,17 @@ class Layering(unittest.TestCase):
             visit(header, [])
 
     def test_toolkit_headers_stand_in_forms_alone(self):
-        for top in ("src", "tools"):
-            for path in (SOURCE / top).rglob("*"):
-                name = path.relative_to(SOURCE).as_posix()
-                allowed = (re.fullmatch(r"src/platform/forms/[^/]+\.cpp", name) or
-                           name.startswith("src/platform/forms/qt/"))
-                if path.suffix in (".h", ".cpp") and not allowed:
-                    self.assertNotRegex(path.read_text(), QT_INCLUDE, path)
+        for path in files({".h", ".cpp"}):
+            if not re.fullmatch(r"platform/forms/([^/]+\.cpp|qt/.*)", path):
+                self.assertNotRegex(text_of(path), QT_INCLUDE, path)
 
     def test_each_library_reaches_the_headers_of_its_row_and_no_other(self):
         commands = {}
         for entry in json.loads((BUILD / "compile_commands.json").read_text()):
             path = pathlib.Path(entry["file"])
-            if path.is_relative_to(SRC):
-                commands.setdefault(owner(path.relative_to(SRC).as_posix()), entry)
+            for root in ROOTS:
+                if path.is_relative_to(root):
+                    commands.setdefault(owner(path.relative_to(root).as_posix()), entry)
         for folder in TABLE:
             with self.subTest(folder):
                 self.assertIn(folder, commands)
@@ -152,7 +181,7 @@ class Layering(unittest.TestCase):
     def mistakes(self, folder, command):
         """Compiles a probe as the folder's own sources are compiled, which looks for every header of
         the project, and returns the compiler's complaints."""
-        allowed = reachable(folder)
+        allowed = set.union(*TABLE[folder])
         lines = []
         for header in files({".h"}):
             mine = owner(header) == folder

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/adodb/Recordset.h"
 #include "shared/mdOpenDatabase.h"
 #include "support/ProductSheet.h"
 #include "support/Shop.h"

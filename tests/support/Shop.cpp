@@ -11,6 +11,8 @@
 #include "editor/frmMain.h"
 #include "largeeditor/frmMainBig.h"
 #include "makestore/StoreBuilder.h"
+#include "platform/adodb/Connection.h"
+#include "platform/adodb/Recordset.h"
 #include "platform/process/Process.h"
 #include "platform/process/seam/ProcessEnd.h"
 #include "platform/runtime/Conversion.h"

@@ -1,4 +1,4 @@
-#include "PrintedValue.h"
+#include "storesql/PrintedValue.h"
 
 #include <array>
 #include <charconv>

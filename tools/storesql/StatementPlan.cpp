@@ -1,4 +1,4 @@
-#include "StatementPlan.h"
+#include "storesql/StatementPlan.h"
 
 #include <algorithm>
 
@@ -7,6 +7,7 @@
 #include "platform/jetsql/sqlite/SqlConnection.h"
 #include "platform/jetsql/sqlite/TableReader.h"
 #include "platform/jetsql/syntax/QueryParser.h"
+#include "platform/jetsql/writing/WrittenStatement.h"
 #include "platform/runtime/CodePage.h"
 
 namespace storesql {
@@ -41,14 +42,15 @@ std::string namedStep(const jetsql::WrittenStatement& statement, const std::stri
 StatementPlan planOf(jet::Database& database, std::u16string_view statement) {
   const jet::Reading reading(database);  // holds the shared lock until the plan is made
   jetsql::StoreCatalog catalog(database);
-  const jetsql::WrittenStatement written =
+  jetsql::WrittenStatement written =
       jetsql::writeStatement(jetsql::QueryBinder(catalog).bind(jetsql::parseStatement(statement)));
   StatementPlan plan{written.sql, written.parameters, {}, {}};
   for (const jetsql::TableUse& use : written.tables) {
     plan.tables.emplace_back("t" + std::to_string(use.number), runtime::toUtf8(use.table->name()));
   }
   jetsql::SqlConnection connection(database.textOrder());
-  connection.prepare(written, "EXPLAIN QUERY PLAN ");
+  written.sql.insert(0, "EXPLAIN QUERY PLAN ");
+  connection.prepare(written);
   while (connection.step()) {
     const auto* detail = sqlite3_value_text(connection.value(kDetail));
     plan.steps.push_back(namedStep(written, reinterpret_cast<const char*>(detail)));

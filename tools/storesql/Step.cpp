@@ -1,15 +1,15 @@
-#include "Step.h"
+#include "storesql/Step.h"
 
 #include <filesystem>
 #include <ostream>
 
-#include "PrintedValue.h"
-#include "StatementPlan.h"
 #include "platform/adodb/Connection.h"
 #include "platform/adodb/Recordset.h"
 #include "platform/jetsql/sqlite/Session.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/RunTimeError.h"
+#include "storesql/PrintedValue.h"
+#include "storesql/StatementPlan.h"
 
 namespace storesql {
 namespace {

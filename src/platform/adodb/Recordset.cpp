@@ -10,6 +10,7 @@
 #include "platform/jet/engine/RowChange.h"
 #include "platform/jet/format/TextKey.h"
 #include "platform/jetsql/sqlite/Session.h"
+#include "platform/jetsql/writing/ResultColumn.h"
 
 namespace ADODB {
 namespace {

@@ -9,8 +9,10 @@
 #include "platform/forms/qt/MessageBox.h"
 #include "platform/forms/qt/Raise.h"
 #include "platform/process/DetachedProgram.h"
+#include "platform/process/Host.h"
 #include "platform/process/StandardStreams.h"
 #include "platform/runtime/CodePage.h"
+#include "platform/runtime/RunTimeError.h"
 
 namespace forms {
 namespace {

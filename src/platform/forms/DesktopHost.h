@@ -2,7 +2,9 @@
 
 #include <memory>
 
-#include "platform/process/Host.h"
+namespace process {
+class Host;
+}
 
 namespace forms {
 

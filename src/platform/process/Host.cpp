@@ -1,5 +1,7 @@
 #include "platform/process/Host.h"
 
+#include "platform/runtime/RunTimeError.h"
+
 namespace process {
 namespace {
 

@@ -4,8 +4,11 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 
-#include "platform/runtime/RunTimeError.h"
+namespace runtime {
+class RunTimeError;
+}
 
 namespace process {
 

@@ -6,6 +6,7 @@
 
 #include "platform/files/ProgramFolder.h"
 #include "platform/process/seam/ProcessEnd.h"
+#include "platform/runtime/RunTimeError.h"
 
 namespace process {
 namespace {

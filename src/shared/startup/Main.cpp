@@ -4,6 +4,7 @@
 #include "largeeditor/frmMainBig.h"
 #include "layoutdata/Settings.h"
 #include "platform/files/ProgramFolder.h"
+#include "platform/forms/Form.h"
 #include "platform/profile/SettingsStore.h"
 #include "shared/mdOpenDatabase.h"
 #include "shared/mdWriteINI.h"

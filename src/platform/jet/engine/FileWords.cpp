@@ -1,5 +1,6 @@
 #include "platform/jet/engine/FileWords.h"
 
+#include "platform/files/FileError.h"
 #include "platform/jet/format/EngineError.h"
 #include "platform/runtime/CodePage.h"
 
@@ -44,10 +45,13 @@ runtime::RunTimeError updatingError(const files::FileError& failure, std::u16str
 
 }  // namespace
 
-void raiseFileProblem(const files::FileError& failure, FileWork work,
-                      std::u16string_view shownPath) {
-  if (work == FileWork::Opening) throw openingError(failure.problem(), shownPath);
-  throw updatingError(failure, shownPath);
+void rethrowInEngineWords(FileWork work, std::u16string_view shownPath) {
+  try {
+    throw;
+  } catch (const files::FileError& failure) {
+    if (work == FileWork::Opening) throw openingError(failure.problem(), shownPath);
+    throw updatingError(failure, shownPath);
+  }
 }
 
 }  // namespace jet

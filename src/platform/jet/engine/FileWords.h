@@ -3,24 +3,22 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/files/FileError.h"
-
 namespace jet {
 
 /// What the engine was doing when the host system refused a file operation.
 enum class FileWork { Opening, Reading, Updating };
 
-/// Raises the provider's error, with the engine's text, for a refusal of the host system.
-[[noreturn]] void raiseFileProblem(const files::FileError& failure, FileWork work,
-                                   std::u16string_view shownPath);
+/// Within a handler: raises the provider's error, with the engine's text, for a refusal of the host
+/// system; any other exception passes.
+[[noreturn]] void rethrowInEngineWords(FileWork work, std::u16string_view shownPath);
 
 /// Runs `work` and turns a refusal of the host system into the provider's error.
 template <class Work>
 auto withEngineWords(FileWork kind, std::u16string_view shownPath, Work&& work) {
   try {
     return std::forward<Work>(work)();
-  } catch (const files::FileError& failure) {
-    raiseFileProblem(failure, kind, shownPath);
+  } catch (...) {
+    rethrowInEngineWords(kind, shownPath);
   }
 }
 

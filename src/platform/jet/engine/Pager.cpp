@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/files/ByteFile.h"
+#include "platform/files/FileError.h"
 #include "platform/jet/engine/FileWords.h"
 #include "platform/jet/format/EngineError.h"
 #include "platform/jet/format/PageCipher.h"
@@ -17,14 +19,14 @@ using files::FileProblem;
 constexpr std::size_t kMostFrames = 1024;
 
 /// Opens the file for writing where that is allowed, else for reading.
-bool openEitherWay(std::optional<ByteFile>& file, const std::filesystem::path& path) {
+bool openEitherWay(std::unique_ptr<ByteFile>& file, const std::filesystem::path& path) {
   try {
-    file.emplace(path, ByteFile::Access::ReadWrite);
+    file = std::make_unique<ByteFile>(path, ByteFile::Access::ReadWrite);
     return false;
   } catch (const files::FileError& error) {
     if (error.problem() != FileProblem::NoPermission) throw;
   }
-  file.emplace(path, ByteFile::Access::ReadOnly);
+  file = std::make_unique<ByteFile>(path, ByteFile::Access::ReadOnly);
   return true;
 }
 
@@ -49,6 +51,8 @@ Pager::Pager(const std::filesystem::path& file, std::u16string_view shownPath)
   if (!header || pageCount_ <= kRelationshipsPage.value())
     throw error::unrecognizedFormat(shownPath_);
 }
+
+Pager::~Pager() = default;
 
 void Pager::lock() {
   withEngineWords(FileWork::Opening, shownPath_, [&] { file_->lockShared(); });

@@ -3,17 +3,19 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "platform/files/ByteFile.h"
 #include "platform/jet/format/Bytes.h"
 #include "platform/jet/format/Damage.h"
 #include "platform/jet/format/Header.h"
 #include "platform/jet/format/IndexPage.h"
 #include "platform/jet/format/Layout.h"
 #include "platform/jet/format/Numbers.h"
+
+namespace files {
+class ByteFile;
+}
 
 namespace jet {
 
@@ -27,6 +29,7 @@ class Pager {
   /// Opens the file, takes the shared lock and reads the header. Raises the provider's errors for a
   /// file that can't be opened or is no database, or that another program holds exclusively.
   Pager(const std::filesystem::path& file, std::u16string_view shownPath);
+  ~Pager();
 
   const Header& header() const { return header_; }
   const Layout& layout() const { return *layout_; }
@@ -82,7 +85,7 @@ class Pager {
 
   std::u16string shownPath_;
   bool readOnly_ = false;
-  std::optional<files::ByteFile> file_;
+  std::unique_ptr<files::ByteFile> file_;
   bool locked_ = false;  ///< shared, or exclusively within an update
   Header header_;
   const Layout* layout_ = nullptr;

@@ -7,9 +7,11 @@
 #include <utility>
 #include <variant>
 
+#include "platform/jet/engine/Row.h"
 #include "platform/jetsql/functions/Rounding.h"
 #include "platform/jetsql/sqlite/SqlValue.h"
 #include "platform/jetsql/syntax/StatementError.h"
+#include "platform/jetsql/writing/WrittenStatement.h"
 
 namespace jetsql {
 namespace {

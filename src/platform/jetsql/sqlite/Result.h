@@ -7,9 +7,17 @@
 #include <span>
 #include <vector>
 
-#include "platform/jetsql/writing/WrittenStatement.h"
+#include "platform/jet/format/RowPointer.h"
+#include "platform/jetsql/writing/ResultColumn.h"
+#include "platform/runtime/Variant.h"
+
+namespace jet {
+class Row;
+}
 
 namespace jetsql {
+
+struct ValueSource;
 
 /// The rows of a statement, packed: a number takes as many bytes as its type needs, a text of
 /// Latin-1 characters one byte a character.

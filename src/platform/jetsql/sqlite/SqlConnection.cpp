@@ -84,7 +84,7 @@ void SqlConnection::fail(int status) {
   throw error::tooComplex(runtime::fromUtf8(words));
 }
 
-void SqlConnection::prepare(const WrittenStatement& statement, std::string_view prefix) {
+void SqlConnection::prepare(const WrittenStatement& statement) {
   prepared_.reset();
   session_.budget.left = kMostWork;
   for (const std::string& function : statement.functions) {
@@ -94,10 +94,9 @@ void SqlConnection::prepare(const WrittenStatement& statement, std::string_view 
   for (const TableUse& use : statement.tables) {
     tables_.push_back(&registerTable(connection_.get(), use, session_));
   }
-  const std::string sql = std::string(prefix) + statement.sql;
   sqlite3_stmt* prepared = nullptr;
-  const int status = sqlite3_prepare_v2(connection_.get(), sql.c_str(),
-                                        static_cast<int>(sql.size()), &prepared, nullptr);
+  const int status = sqlite3_prepare_v2(connection_.get(), statement.sql.c_str(),
+                                        static_cast<int>(statement.sql.size()), &prepared, nullptr);
   prepared_.reset(prepared);
   if (status != SQLITE_OK) fail(status);
   int number = 0;

@@ -6,7 +6,6 @@
 #include <memory>
 #include <set>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "platform/jetsql/sqlite/TableModule.h"
@@ -22,9 +21,9 @@ class SqlConnection {
   SqlConnection(const SqlConnection&) = delete;
   SqlConnection& operator=(const SqlConnection&) = delete;
 
-  /// Prepares a statement, which stays open until `finish` or the next one. `prefix` precedes its
-  /// text. Raises the engine's error for one that SQLite refuses.
-  void prepare(const WrittenStatement& statement, std::string_view prefix = {});
+  /// Prepares a statement, which stays open until `finish` or the next one. Raises the
+  /// engine's error for one that SQLite refuses.
+  void prepare(const WrittenStatement& statement);
   /// Moves to the next row of the statement; false past the last one. Raises the engine's error for
   /// every failure, and for a statement that takes too long.
   bool step();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/jetsql/binding/BoundQuery.h"
 #include "platform/jetsql/syntax/StatementError.h"
 
 namespace jetsql {

@@ -5,9 +5,11 @@
 #include <charconv>
 #include <cmath>
 
+#include "platform/jetsql/binding/BoundQuery.h"
 #include "platform/jetsql/syntax/StatementError.h"
 #include "platform/jetsql/writing/CallWriter.h"
 #include "platform/jetsql/writing/QueryWriter.h"
+#include "platform/runtime/Variant.h"
 
 namespace jetsql {
 namespace {

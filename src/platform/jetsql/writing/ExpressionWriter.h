@@ -1,10 +1,14 @@
 #pragma once
 
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/jetsql/writing/StatementWriter.h"
 
 namespace jetsql {
+
+struct BoundExpression;
 
 /// Writes bound expressions as SQL. Raises the mismatch error for incompatible types.
 class ExpressionWriter {
@@ -21,7 +25,7 @@ class ExpressionWriter {
   std::string compared(const BoundExpression& expression);
   /// The value as it compares with others, of which it is one.
   std::string comparedAmong(const BoundExpression& expression,
-                            const std::vector<BoundPtr>& operands);
+                            const std::vector<std::shared_ptr<const BoundExpression>>& operands);
   /// The value as a term of ORDER BY or GROUP BY, where a bare number would be a column's index.
   std::string sorted(const BoundExpression& expression);
   /// The value as a text, for `&` and the text functions.

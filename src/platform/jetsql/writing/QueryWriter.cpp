@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/jetsql/binding/BoundQuery.h"
 #include "platform/jetsql/writing/ExpressionWriter.h"
 #include "platform/jetsql/writing/FromWriter.h"
 

@@ -7,6 +7,8 @@
 
 namespace jetsql {
 
+struct BoundQuery;
+
 /// The columns, rows and order that a query is written to return.
 struct Request {
   std::set<int> columns = {};     ///< its columns that are requested, as `c<index>`

@@ -10,6 +10,8 @@
 
 namespace jetsql {
 
+struct Source;
+
 /// The columns of a source that a statement uses, and those whose rows it uses, by their indexes.
 struct Asked {
   std::set<int> columns;

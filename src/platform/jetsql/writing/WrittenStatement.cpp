@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/jetsql/binding/BoundQuery.h"
 #include "platform/jetsql/writing/QueryWriter.h"
 
 namespace jetsql {

@@ -4,10 +4,15 @@
 #include <string>
 #include <vector>
 
-#include "platform/jetsql/binding/BoundQuery.h"
 #include "platform/jetsql/writing/ResultColumn.h"
 
+namespace jet {
+class Table;
+}
+
 namespace jetsql {
+
+struct BoundQuery;
 
 /// Name of the collating sequence by which texts compare within SQLite: the file's own order.
 inline constexpr const char* kCollation = "jet";

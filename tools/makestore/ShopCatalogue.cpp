@@ -1,4 +1,4 @@
-#include "makestore/ShopProducts.h"
+#include "makestore/ShopCatalogue.h"
 
 namespace makestore {
 namespace {

@@ -1,6 +1,8 @@
 #include "makestore/ShopProducts.h"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 
 namespace makestore {
 namespace {

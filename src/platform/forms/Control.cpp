@@ -1,31 +1,15 @@
 #include "platform/forms/Control.h"
 
-#include <QEvent>
-#include <QHelpEvent>
-#include <QToolTip>
+#include <QWidget>
 
 #include "platform/forms/qt/Faces.h"
 #include "platform/forms/qt/Pixels.h"
+#include "platform/forms/qt/PlainToolTip.h"
 #include "platform/forms/qt/WideText.h"
 #include "platform/forms/qt/Window.h"
 
 namespace forms {
 namespace {
-
-/// Shows a tool tip as plain text, wrapped. The toolkit would interpret markup in it, and would
-/// show a long one in a single line.
-class PlainToolTip : public QObject {
- public:
-  using QObject::QObject;
-
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() != QEvent::ToolTip) return false;
-    auto* widget = qobject_cast<QWidget*>(watched);
-    const QPoint at = static_cast<QHelpEvent*>(event)->globalPos();
-    QToolTip::showText(at, "<qt>" + widget->toolTip().toHtmlEscaped() + "</qt>", widget);
-    return true;
-  }
-};
 
 bool isDefault(const Font& font) {
   const Font usual;
@@ -46,10 +30,7 @@ Control::Control(Container& container, const Design& design, std::int16_t index,
   widget_->setObjectName(QString::fromLatin1(design.name));
   // The default font is the application's, which every widget has already.
   if (!isDefault(font_)) widget_->setFont(qt::font(font_.face, font_.points, font_.weight));
-  if (!design.toolTip.empty()) {
-    widget_->setToolTip(qt::toQt(design.toolTip));
-    widget_->installEventFilter(new PlainToolTip(widget_));
-  }
+  if (!design.toolTip.empty()) qt::setPlainToolTip(*widget_, design.toolTip);
   if (!visible_) widget_->hide();
   setGeometry();
   screen_.add(*this);

@@ -1,6 +1,5 @@
 #include "platform/process/Process.h"
 
-#include <map>
 #include <new>
 #include <utility>
 
@@ -20,31 +19,19 @@ struct Ended {};
 
 constexpr int kFailureStatus = 1;
 
-struct State {
-  bool stopped = false;  ///< the end has begun: nothing is dispatched any more
-  bool ended = false;    ///< `Host::endProcess` has returned, which it does only in tests
-  std::map<int, std::function<void()>> loopExits;  ///< by registration: exits from modal loops
-  int nextLoopExit = 0;
-};
-
-State& state() {
-  static State instance;
-  return instance;
-}
-
 void end(int status) {
   host().endProcess(status);
-  state().ended = true;
+  processEnd().ended = true;
   // A copy, since a loop that returns removes its own call from the list.
-  const auto loopExits = state().loopExits;
+  const auto loopExits = processEnd().loopExits;
   for (const auto& [number, exitLoop] : loopExits) exitLoop();
 }
 
 void fail(const RunTimeError& failure) {
   // Failures after the process has ended are ignored.
-  if (state().stopped) return;
+  if (processEnd().stopped) return;
   // Set before the modal report, so that no timer is dispatched while it shows.
-  state().stopped = true;
+  processEnd().stopped = true;
   try {
     host().reportFailure(failure);
   } catch (const std::exception&) {
@@ -56,7 +43,7 @@ void fail(const RunTimeError& failure) {
 }  // namespace
 
 void dispatch(const std::function<void()>& handler) {
-  if (state().stopped) return;
+  if (processEnd().stopped) return;
   try {
     handler();
   } catch (const Ended&) {
@@ -71,31 +58,25 @@ void dispatch(const std::function<void()>& handler) {
 }
 
 void endProgram() {
-  if (!state().stopped) {
-    state().stopped = true;
+  if (!processEnd().stopped) {
+    processEnd().stopped = true;
     end(0);
   }
   throw Ended{};
 }
 
 void unwindIfEnded() {
-  if (state().stopped) throw Ended{};
+  if (processEnd().stopped) throw Ended{};
 }
 
 bool hasEnded() {
-  return state().ended;
+  return processEnd().ended;
 }
 
 std::function<void()> onEnd(std::function<void()> exitLoop) {
-  const int number = state().nextLoopExit++;
-  state().loopExits.emplace(number, std::move(exitLoop));
-  return [number] { state().loopExits.erase(number); };
-}
-
-void resetEnded() {
-  state().stopped = false;
-  state().ended = false;
-  state().loopExits.clear();
+  const int number = processEnd().nextLoopExit++;
+  processEnd().loopExits.emplace(number, std::move(exitLoop));
+  return [number] { processEnd().loopExits.erase(number); };
 }
 
 MessageAnswer MsgBox(const std::u16string& text, std::int32_t style, const std::u16string& title) {

@@ -38,7 +38,7 @@ int linesBefore(int at, int extent, QList<int> centres) {
 
 }  // namespace
 
-KeyPosition positionOf(const KeyFace& key) {
+GridPosition positionOf(const KeyFace& key) {
   QList<int> across;
   QList<int> down;
   for (const KeyFace* other : shownKeys(key)) {

@@ -7,11 +7,11 @@ namespace forms::qt {
 class KeyFace;
 
 /// Row and column of a key among the visible keys of its container, counted from 1.
-struct KeyPosition {
+struct GridPosition {
   int row;
   int column;
 };
-KeyPosition positionOf(const KeyFace& key);
+GridPosition positionOf(const KeyFace& key);
 
 /// The next shown key in the direction of an arrow key, in the same row or column; null where there
 /// is none, and for any other key of the keyboard.

@@ -15,7 +15,7 @@ const QString& doubleClickAction() {
 
 QString KeyReader::text(QAccessible::Text kind) const {
   if (kind != QAccessible::Description || !face().isKey()) return QAccessibleWidget::text(kind);
-  const KeyPosition position = positionOf(face());
+  const GridPosition position = positionOf(face());
   return QStringLiteral("%1, row %2, column %3, colour %4")
       .arg(face().keyName())
       .arg(position.row)

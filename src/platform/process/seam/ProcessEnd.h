@@ -1,6 +1,18 @@
 #pragma once
 
+#include <functional>
+#include <map>
+
 namespace process {
+
+/// How far the end of this process has come. For this library's files.
+struct ProcessEnd {
+  bool stopped = false;  ///< the end has begun: nothing is dispatched any more
+  bool ended = false;    ///< `Host::endProcess` has returned, which it does only in tests
+  std::map<int, std::function<void()>> loopExits;  ///< by registration: exits from modal loops
+  int nextLoopExit = 0;
+};
+ProcessEnd& processEnd();
 
 /// Resets the state of `Process.h` after the program's end, so that the next test starts like a new
 /// process. For tests only: the product's libraries can't include this header.

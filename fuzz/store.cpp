@@ -12,6 +12,8 @@
 #include <vector>
 
 #include "platform/jet/engine/Database.h"
+#include "platform/jet/engine/ObjectCatalog.h"
+#include "platform/jet/engine/Pager.h"
 #include "platform/jet/format/Header.h"
 #include "platform/jetsql/sqlite/Session.h"
 #include "platform/runtime/RunTimeError.h"
@@ -67,11 +69,16 @@ void runQuery(jetsql::Session& session, const std::u16string& name) {
   }
 }
 
+std::vector<jet::CatalogObject> objectsOf(const std::filesystem::path& file) {
+  jet::Pager pager(file, u"store");
+  return jet::ObjectCatalog(pager).objects();
+}
+
 void useAll(const std::filesystem::path& file, const std::u16string& password) {
   jetsql::Session session(file, u"store", password);
   jet::Database& database = session.database();
   std::optional<jet::CatalogObject> changed;
-  for (const jet::CatalogObject& object : database.objects()) {
+  for (const jet::CatalogObject& object : objectsOf(file)) {
     if (object.kind == jet::ObjectKind::Query) runQuery(session, object.name);
     if (object.kind != jet::ObjectKind::Table) continue;
     database.find(object.name);

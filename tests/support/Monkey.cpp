@@ -11,8 +11,6 @@
 #include <filesystem>
 #include <system_error>
 
-#include "shared/mdOpenDatabase.h"
-
 namespace support {
 namespace {
 
@@ -143,8 +141,6 @@ void Monkey::check() {
   EXPECT_TRUE(user_->window().isVisible());
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
   EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
-  EXPECT_TRUE(mdOpenDatabase::StoreConnection.isAbsent());
-  EXPECT_TRUE(mdOpenDatabase::StoreRecordset.isAbsent());
   EXPECT_FALSE(isOpen(shop_.storeFile()));
   checkLooks();
   checkOwn();

@@ -16,7 +16,6 @@ class AutoObject {
   void setNew() { object_ = std::make_unique<T>(); }
   /// Releases the object.
   void setAbsent() { object_.reset(); }
-  bool isAbsent() const { return object_ == nullptr; }
 
  private:
   T& object() {

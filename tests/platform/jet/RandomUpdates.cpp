@@ -75,7 +75,7 @@ RandomUpdates::RandomUpdates(std::filesystem::path file, std::u16string password
                              std::uint32_t seed)
     : file_(std::move(file)), password_(std::move(password)), generator_(seed) {
   jet::Database database(file_, u"the file", jet::Password{password_});
-  for (const jet::CatalogObject& object : database.objects()) {
+  for (const jet::CatalogObject& object : objectsOf(file_)) {
     if (object.kind != jet::ObjectKind::Table || object.isSystem()) continue;
     const jet::Table& table = database.table(object);
     TableModel model;

@@ -11,6 +11,8 @@
 #include <stdexcept>
 
 #include "makestore/ShopStore.h"
+#include "platform/jet/engine/ObjectCatalog.h"
+#include "platform/jet/engine/Pager.h"
 #include "platform/runtime/CodePage.h"
 
 namespace jettest {
@@ -236,6 +238,11 @@ std::string printed(jet::RowId row) {
   return std::to_string(row.page.value()) + "/" + std::to_string(row.slot.value());
 }
 
+std::vector<jet::CatalogObject> objectsOf(const fs::path& file) {
+  jet::Pager pager(file, u"the file");
+  return jet::ObjectCatalog(pager).objects();
+}
+
 std::vector<std::string> linesOf(const jet::Table& table) {
   std::vector<std::string> lines;
   const auto cursor = table.scan();
@@ -266,7 +273,7 @@ void update(jet::Database& database, const jet::Table& table, jet::RowId row,
 
 void readEverything(const fs::path& file, std::u16string_view password) {
   jet::Database database(file, u"the file", jet::Password{password});
-  for (const jet::CatalogObject& object : database.objects()) {
+  for (const jet::CatalogObject& object : objectsOf(file)) {
     if (object.kind == jet::ObjectKind::Query) database.queryRows(object);
     if (object.kind != jet::ObjectKind::Table) continue;
     database.find(object.name);

@@ -65,6 +65,9 @@ std::string printed(const runtime::Variant& value);
 /// A row's id as the checker prints it: page/slot.
 std::string printed(jet::RowId row);
 
+/// All tables, saved queries and linked tables of a file, in the order of its object list.
+std::vector<jet::CatalogObject> objectsOf(const std::filesystem::path& file);
+
 /// All rows of a table by a scan, each as one line with tabs between the columns.
 std::vector<std::string> linesOf(const jet::Table& table);
 /// The table of that name. Raises std::runtime_error where there is none.

@@ -187,12 +187,14 @@ TEST(IndexPage, LeavesOutACommonPrefixOnlyWhereThePageIsFull) {
       page = leaf.encode(layout);
       if (!page) break;
       const jet::IndexPageView view(layout, *page, {});
-      EXPECT_EQ(view.prefixLength(), size <= layout.indexCapacity() ? 0U : 19U);
+      const std::size_t prefix = version == Version::Jet3 ? (*page)[layout.indexPrefix]
+                                                          : jet::u16At(*page, layout.indexPrefix);
+      EXPECT_EQ(prefix, size <= layout.indexCapacity() ? 0U : 19U);
       EXPECT_EQ(view.lowerBound(leaf.entries.back().bytes), leaf.entries.size() - 1);
       EXPECT_EQ(view.row(leaf.entries.size() - 1),
                 (jet::RowId{jet::PageNumber(300), jet::SlotNumber(i)}));
       ASSERT_LT(i, 255);
-      const std::size_t used = size - view.prefixLength() * (leaf.entries.size() - 1);
+      const std::size_t used = size - prefix * (leaf.entries.size() - 1);
       EXPECT_EQ(jet::u16At(*page, 2), layout.indexCapacity() - used);
       if (leaf.entries.size() == 200) break;
     }
@@ -229,7 +231,7 @@ TEST(TableDefinition, OfFilesOfAllKindsComesBackFromItsParts) {
   int definitions = 0;
   for (const StoreFile& file : filesOfAllKinds()) {
     jet::Database database(file.path, u"", jet::Password{file.password});
-    for (const jet::CatalogObject& object : database.objects()) {
+    for (const jet::CatalogObject& object : objectsOf(file.path)) {
       if (object.kind != jet::ObjectKind::Table) continue;
       const jet::TableSource& source = database.table(object).source();
       const jet::Location location = source.location(source.definitionPage);

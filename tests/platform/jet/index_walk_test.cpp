@@ -32,7 +32,7 @@ template <class Use>
 void forEachIndex(Use use) {
   for (const StoreFile& file : filesOfAllKinds()) {
     jet::Database database(file.path, wide(file.path.string()), jet::Password{file.password});
-    for (const jet::CatalogObject& object : database.objects()) {
+    for (const jet::CatalogObject& object : objectsOf(file.path)) {
       if (object.kind != jet::ObjectKind::Table) continue;
       const jet::Table& table = database.table(object);
       for (std::uint32_t i = 0; i < table.indexes().size(); ++i) {

@@ -122,7 +122,7 @@ TEST(Reading, AgreesWithAnIndependentExporterOnEveryTable) {
   int tables = 0;
   for (const StoreFile& file : filesOfAllKinds()) {
     jet::Database database(file.path, wide(file.path.string()), jet::Password{file.password});
-    for (const jet::CatalogObject& object : database.objects()) {
+    for (const jet::CatalogObject& object : objectsOf(file.path)) {
       if (object.kind != jet::ObjectKind::Table) continue;
       SCOPED_TRACE(file.path.string() + " " + narrow(object.name));
       const std::string output = outputOf(
@@ -176,7 +176,7 @@ TEST(Reading, AgreesWithAnIndependentDumpWhereTheExporterIsIncomplete) {
   int tables = 0;
   for (const StoreFile& file : filesOfAllKinds()) {
     jet::Database database(file.path, wide(file.path.string()), jet::Password{file.password});
-    for (const jet::CatalogObject& object : database.objects()) {
+    for (const jet::CatalogObject& object : objectsOf(file.path)) {
       const bool binary =
           object.kind == jet::ObjectKind::Table &&
           std::ranges::any_of(database.table(object).columns(), [](const auto& column) {

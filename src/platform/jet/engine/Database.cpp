@@ -55,16 +55,8 @@ TextOrder Database::textOrder() const {
   return textOrderOf(version());
 }
 
-bool Database::isReadOnly() const {
-  return session_->pager.isReadOnly();
-}
-
 std::optional<CatalogObject> Database::find(std::u16string_view name) {
   return session_->catalog.find(name);
-}
-
-std::vector<CatalogObject> Database::objects() {
-  return session_->catalog.objects();
 }
 
 const Table& Database::table(const CatalogObject& object) {

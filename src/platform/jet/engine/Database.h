@@ -38,13 +38,9 @@ class Database {
   Version version() const;
   /// The sort order of all text in this file.
   TextOrder textOrder() const;
-  /// True where the file or its folder forbids writing: `update` is refused.
-  bool isReadOnly() const;
 
   /// The object of that name, ignoring letter case; absent when there is none.
   std::optional<CatalogObject> find(std::u16string_view name);
-  /// All tables, saved queries and linked tables, in the order of the object list.
-  std::vector<CatalogObject> objects();
 
   /// The table's definition, read once under a lock. It is valid as long as that lock: until the
   /// end of a `Reading`, or until an update.

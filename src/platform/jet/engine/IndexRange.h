@@ -19,8 +19,6 @@ struct IndexRange {
   std::optional<runtime::Variant> lower = {};
   std::optional<runtime::Variant> upper = {};
   bool notNull = false;
-
-  bool isUnbounded() const { return equal.empty() && !lower && !upper && !notNull; }
 };
 
 }  // namespace jet

@@ -40,8 +40,9 @@ class ObjectCatalog {
   ObjectCatalog(const ObjectCatalog&) = delete;
   ObjectCatalog& operator=(const ObjectCatalog&) = delete;
 
-  /// As `Database` returns them.
+  /// The object of that name, ignoring letter case; absent when there is none.
   std::optional<CatalogObject> find(std::u16string_view name);
+  /// All tables, saved queries and linked tables, in the order of the object list.
   std::vector<CatalogObject> objects();
   /// The rows of the saved query, in the order of their attribute and number.
   std::vector<QueryRow> queryRows(ObjectId query);

@@ -34,7 +34,6 @@ class Pager {
   const Header& header() const { return header_; }
   const Layout& layout() const { return *layout_; }
   const std::u16string& shownPath() const { return shownPath_; }
-  bool isReadOnly() const { return readOnly_; }
   std::uint32_t pageCount() const { return pageCount_; }
 
   /// A page's decoded bytes. `from` is where its number was read: a page outside the file is damage

@@ -49,7 +49,6 @@ class IndexPageView {
   PageNumber tail() const { return PageNumber(u32At(page_, layout_->indexTail)); }
   /// 0 for leaves, 1 for their parents, and so on.
   std::uint8_t level() const { return page_[layout_->indexLevel]; }
-  std::size_t prefixLength() const { return prefix_; }
 
   std::size_t size() const { return ends_.size(); }
   /// The first entry that is not less than `bytes`; `size()` when all are.

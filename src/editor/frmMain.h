@@ -59,10 +59,6 @@ class frmMain : public KeyEditor {
   /// Puts the item of `strItemDesc` and `intItemId` on a key.
   void PlaceItem(std::int16_t key);
 
-  // Key colours (frmMain_colours.cpp)
-  void cmdSelCol_Click() override;
-  void SelectButCol();
-
   // Start of the POS update (frmMain_update.cpp)
   void cmdUpdate_Click();
 

@@ -63,6 +63,8 @@ class KeyEditor : public forms::Form {
   void MyButton1_Click(std::int16_t Index);
   void MyButton1_GotFocus(std::int16_t Index);
   void MyButton1_MouseOver(std::int16_t Index);
+  void cmdSelCol_Click();
+  void SelectButCol();
   void cmdFontColour_Click();
   void cmdResetColor_Click();
   void cmdCopy_Click();
@@ -71,7 +73,6 @@ class KeyEditor : public forms::Form {
   /// Each editor defines these in its own way.
   virtual void MyButton1_OLEDragDrop(std::int16_t Index, forms::DataObject& Data) = 0;
   virtual void List1_DblClick() = 0;
-  virtual void cmdSelCol_Click() = 0;
   virtual void cmdSave_Click() = 0;
 
   /// Sets the back colour of key `i` in all its states from decimal text; an empty text changes

@@ -23,7 +23,17 @@ void KeyEditor::SetFontButtonColour(const std::u16string& strColour, std::int16_
   MyButton1(i).forecolorover(runtime::toLong(strColour));
 }
 
-// After Cancel the key gets the colour that the dialog still holds (contract).
+void KeyEditor::cmdSelCol_Click() {
+  SelectButCol();
+}
+
+// After Cancel the key gets the colour that the dialog still holds, here and below (contract).
+void KeyEditor::SelectButCol() {
+  CommonDialog1.ShowColor();
+  SetButtonColour(runtime::toText(CommonDialog1.Color()), CurrentKey);
+  txtColour.Text(runtime::toText(CommonDialog1.Color()));
+}
+
 void KeyEditor::cmdFontColour_Click() {
   CommonDialog1.ShowColor();
   SetFontButtonColour(runtime::toText(CommonDialog1.Color()), CurrentKey);

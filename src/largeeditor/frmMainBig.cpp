@@ -76,13 +76,6 @@ void frmMainBig::cmdSave_Click() {
   SaveButtons();
 }
 
-// After Cancel the key gets the colour that the dialog still holds (contract).
-void frmMainBig::cmdSelCol_Click() {
-  CommonDialog1.ShowColor();
-  SetButtonColour(runtime::toText(CommonDialog1.Color()), CurrentKey);
-  txtColour.Text(runtime::toText(CommonDialog1.Color()));
-}
-
 void frmMainBig::List1_DblClick() {
   strItemDesc = AfterId(List1.Text());
   intItemId = runtime::toInteger(runtime::left(List1.Text(), kIdLength));

@@ -19,7 +19,6 @@ class frmMainBig : public KeyEditor {
   void LoadButtons();
   void SaveButtons();
   void cmdSave_Click() override;
-  void cmdSelCol_Click() override;
   void List1_DblClick() override;
   void MyButton1_OLEDragDrop(std::int16_t Index, forms::DataObject& Data) override;
 };

@@ -53,14 +53,6 @@ bool hasOddUnit(std::u16string_view text) {
   return false;
 }
 
-std::u16string fourDigits(char16_t unit) {
-  constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
-  std::u16string digits;
-  for (int shift = 12; shift >= 0; shift -= 4)
-    digits.push_back(kDigits[unit >> static_cast<unsigned>(shift) & 0xFU]);
-  return digits;
-}
-
 std::string encoded(std::u16string_view value) {
   if (!hasOddUnit(value) && !value.starts_with(kEscapeMark)) return runtime::toUtf8(value);
   std::u16string text(kEscapeMark);
@@ -72,7 +64,7 @@ std::string encoded(std::u16string_view value) {
     } else if (unit == u'\r') {
       text += u"\\r";
     } else if (needsEscape(unit)) {
-      text += u"\\u" + fourDigits(unit);
+      text += u"\\u" + runtime::hexDigits(unit, 4);
     } else {
       text += unit;
     }

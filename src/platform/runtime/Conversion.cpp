@@ -2,10 +2,11 @@
 
 #include <charconv>
 #include <cmath>
-#include <limits>
 #include <optional>
 
+#include "platform/runtime/Rounding.h"
 #include "platform/runtime/RunTimeError.h"
+#include "platform/runtime/Text.h"
 
 namespace runtime {
 namespace {
@@ -44,20 +45,6 @@ class Cursor {
   std::u16string_view text_;
   std::size_t at_ = 0;
 };
-
-bool isDigit(char16_t character) {
-  return character >= u'0' && character <= u'9';
-}
-
-/// The value of a digit of base 8 or 16, nothing for another character.
-std::optional<int> digitOf(char16_t character, int base) {
-  int value = -1;
-  if (isDigit(character)) value = character - u'0';
-  if (character >= u'A' && character <= u'F') value = character - u'A' + 10;
-  if (character >= u'a' && character <= u'f') value = character - u'a' + 10;
-  if (value < 0 || value >= base) return std::nullopt;
-  return value;
-}
 
 /// Reads the prefix "&H" (16) or "&O" (8).
 std::optional<int> takeBase(Cursor& cursor) {
@@ -197,10 +184,10 @@ class Surroundings {
 /// Reads digits of base 8 or 16 as the bit pattern of an integer of `bits` bits.
 double takePattern(Cursor& cursor, int base, int bits) {
   const std::uint64_t patterns = std::uint64_t{1} << static_cast<unsigned>(bits);
-  std::optional<int> digit = digitOf(cursor.next(), base);
+  std::optional<int> digit = digitValue(cursor.next(), base);
   if (!digit) typeMismatch();
   std::uint64_t pattern = 0;
-  for (; digit; digit = digitOf(cursor.next(), base)) {
+  for (; digit; digit = digitValue(cursor.next(), base)) {
     pattern = pattern * static_cast<unsigned>(base) + static_cast<unsigned>(*digit);
     if (pattern >= patterns) overflow();
     cursor.advance();
@@ -233,12 +220,7 @@ double numberOf(std::u16string_view text, int bits) {
 
 template <class Integer>
 Integer rounded(double number) {
-  // The default rounding mode rounds a half to the even neighbour.
-  const double integer = std::nearbyint(number);
-  if (!(integer >= std::numeric_limits<Integer>::min() &&
-        integer <= std::numeric_limits<Integer>::max()))
-    overflow();
-  return static_cast<Integer>(integer);
+  return runtime::rounded<Integer>(number, [] { return RunTimeError(ErrorNumber::Overflow); });
 }
 
 std::u16string withoutBlanks(std::u16string_view text) {
@@ -276,7 +258,7 @@ double leadingNumber(std::u16string_view text) {
     const std::optional<int> base = takeBase(cursor);
     double value = 0;
     if (!base) return value;
-    for (; const auto digit = digitOf(cursor.next(), *base); cursor.advance())
+    for (; const auto digit = digitValue(cursor.next(), *base); cursor.advance())
       value = value * *base + *digit;
     if (std::isinf(value)) overflow();
     return value;

@@ -74,4 +74,20 @@ std::u16string lowerCase(std::u16string_view text) {
   return mapped<lowerCase>(text);
 }
 
+std::optional<int> digitValue(char16_t unit, int base) {
+  int value = -1;
+  if (isDigit(unit)) value = unit - u'0';
+  if (unit >= u'A' && unit <= u'F') value = unit - u'A' + 10;
+  if (unit >= u'a' && unit <= u'f') value = unit - u'a' + 10;
+  if (value < 0 || value >= base) return std::nullopt;
+  return value;
+}
+
+std::u16string hexDigits(unsigned number, std::size_t count) {
+  std::u16string digits(count, u'0');
+  for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit, number >>= 4U)
+    *digit = u"0123456789ABCDEF"[number & 0xFU];
+  return digits;
+}
+
 }  // namespace runtime

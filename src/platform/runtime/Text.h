@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -28,5 +29,14 @@ std::u16string lowerCase(std::u16string_view text);
 /// without such a form in 16 bits stays.
 char16_t upperCase(char16_t unit);
 char16_t lowerCase(char16_t unit);
+
+/// True for 0 to 9, no other script's digits.
+constexpr bool isDigit(char16_t unit) {
+  return unit >= u'0' && unit <= u'9';
+}
+/// The value of a digit of base 8, 10 or 16, its letters in either case; absent for another unit.
+std::optional<int> digitValue(char16_t unit, int base);
+/// The lowest `count` hexadecimal digits of a number, in upper case.
+std::u16string hexDigits(unsigned number, std::size_t count);
 
 }  // namespace runtime

@@ -6,7 +6,9 @@
 #include <cstdlib>
 
 #include "platform/runtime/Conversion.h"
+#include "platform/runtime/DayLength.h"
 #include "platform/runtime/RunTimeError.h"
+#include "platform/runtime/Text.h"
 
 namespace runtime {
 namespace {
@@ -47,7 +49,6 @@ std::u16string dateText(Date date) {
   // A damaged date has no calendar day; its number is shown instead.
   if (!(date.days > kFirstDay - 1 && date.days < kEnd)) return floatText(date.days, 15);
 
-  constexpr std::int64_t kSecondsADay = 86'400;
   // Before day 0 the integer part counts days backwards, but the fraction is still the time since
   // midnight: -1.25 is 06:00 on 1899-12-29.
   auto day = static_cast<std::int64_t>(std::trunc(date.days));
@@ -64,12 +65,10 @@ std::u16string dateText(Date date) {
 }
 
 std::u16string guidText(const Guid& guid) {
-  constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
   std::u16string text = u"{";
   for (std::size_t i = 0; i < guid.bytes.size(); ++i) {
     if (i == 4 || i == 6 || i == 8 || i == 10) text += u'-';
-    text += kDigits[guid.bytes[i] >> 4U];
-    text += kDigits[guid.bytes[i] & 0x0FU];
+    text += hexDigits(guid.bytes[i], 2);
   }
   return text + u"}";
 }

@@ -5,10 +5,10 @@
 #include <unistd.h>
 
 #include <QByteArray>
-#include <QLibrary>
 #include <cstdlib>
 #include <cstring>
 
+#include "platform/forms/qt/LibraryFunction.h"
 #include "platform/process/StandardStreams.h"
 
 namespace forms::qt {
@@ -19,13 +19,9 @@ namespace {
 bool xServerAnswers() {
   if (qgetenv("DISPLAY").isEmpty()) return false;
   struct Connection;
-  using Connect = Connection* (*)(const char*, int*);
-  using HasError = int (*)(Connection*);
-  using Disconnect = void (*)(Connection*);
-  QLibrary library(QStringLiteral("xcb"), 1);
-  const auto connect = reinterpret_cast<Connect>(library.resolve("xcb_connect"));
-  const auto hasError = reinterpret_cast<HasError>(library.resolve("xcb_connection_has_error"));
-  const auto disconnect = reinterpret_cast<Disconnect>(library.resolve("xcb_disconnect"));
+  auto* const connect = libraryFunction<Connection*(const char*, int*)>("xcb", 1, "xcb_connect");
+  auto* const hasError = libraryFunction<int(Connection*)>("xcb", 1, "xcb_connection_has_error");
+  auto* const disconnect = libraryFunction<void(Connection*)>("xcb", 1, "xcb_disconnect");
   if (connect == nullptr || hasError == nullptr || disconnect == nullptr) return false;
   Connection* connection = connect(nullptr, nullptr);
   const bool answers = hasError(connection) == 0;

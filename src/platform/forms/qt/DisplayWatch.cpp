@@ -4,8 +4,9 @@
 #include <signal.h>
 
 #include <QGuiApplication>
-#include <QLibrary>
 #include <cstdlib>
+
+#include "platform/forms/qt/LibraryFunction.h"
 
 namespace forms::qt {
 namespace {
@@ -19,9 +20,8 @@ struct sigaction usual {};
 int connectionToXServer() {
   if (QGuiApplication::platformName() != u"xcb") return -1;
   const auto* server = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  QLibrary library(QStringLiteral("xcb"), 1);
-  const auto descriptor =
-      reinterpret_cast<int (*)(xcb_connection_t*)>(library.resolve("xcb_get_file_descriptor"));
+  auto* const descriptor =
+      libraryFunction<int(xcb_connection_t*)>("xcb", 1, "xcb_get_file_descriptor");
   return server == nullptr || descriptor == nullptr ? -1 : descriptor(server->connection());
 }
 

@@ -2,11 +2,12 @@
 
 #include <QCoreApplication>
 #include <QGuiApplication>
-#include <QLibrary>
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
+
+#include "platform/forms/qt/LibraryFunction.h"
 
 namespace forms::qt {
 namespace {
@@ -26,12 +27,10 @@ std::uint32_t numberAt(const unsigned char* bytes) {
 XKeyboard::XKeyboard() {
   const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
   if (x11 == nullptr || x11->display() == nullptr) return;
-  QLibrary library(QStringLiteral("X11"), 6);
-  queryKeymap_ = reinterpret_cast<int (*)(Display*, char*)>(library.resolve("XQueryKeymap"));
-  lastRequest_ =
-      reinterpret_cast<unsigned long (*)(Display*)>(library.resolve("XLastKnownRequestProcessed"));
-  const auto setDetectable =
-      reinterpret_cast<int (*)(Display*, int, int*)>(library.resolve("XkbSetDetectableAutoRepeat"));
+  queryKeymap_ = libraryFunction<int(Display*, char*)>("X11", 6, "XQueryKeymap");
+  lastRequest_ = libraryFunction<unsigned long(Display*)>("X11", 6, "XLastKnownRequestProcessed");
+  auto* const setDetectable =
+      libraryFunction<int(Display*, int, int*)>("X11", 6, "XkbSetDetectableAutoRepeat");
   if (queryKeymap_ == nullptr || lastRequest_ == nullptr || setDetectable == nullptr) return;
   display_ = x11->display();
   // Without this the server sends a release before each repeat.

@@ -15,6 +15,8 @@
 #include "platform/jet/format/TextKey.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/Conversion.h"
+#include "platform/runtime/DayLength.h"
+#include "platform/runtime/Rounding.h"
 #include "platform/runtime/RunTimeError.h"
 
 namespace jet {
@@ -52,10 +54,7 @@ double numberOf(const Variant& value) {
 
 template <class T>
 T toInteger(const Variant& value) {
-  const double rounded = std::nearbyint(numberOf(value));  // half to even
-  if (!(rounded >= std::numeric_limits<T>::min() && rounded <= std::numeric_limits<T>::max()))
-    throw error::tooLarge();
-  return static_cast<T>(rounded);
+  return runtime::rounded<T>(numberOf(value), error::tooLarge);
 }
 
 /// The digits of a plain decimal number in a text; converting it to a double would change them.
@@ -173,9 +172,8 @@ runtime::Date dateOf(const Variant& value) {
       static_cast<std::size_t>(read) != plain.size())
     throw runtime::typeMismatch();
   constexpr int kDaysTo1970 = 25569;
-  constexpr double kSecondsADay = 86400;
   const double days = std::chrono::sys_days(date).time_since_epoch().count() + kDaysTo1970;
-  const double time = (hour * 3600 + minute * 60 + second) / kSecondsADay;
+  const double time = (hour * 3600 + minute * 60 + second) / double{runtime::kSecondsADay};
   return {days < 0 ? days - time : days + time};  // the time of day always counts up
 }
 

@@ -14,6 +14,7 @@
 #include "platform/jetsql/syntax/StatementError.h"
 #include "platform/jetsql/syntax/Token.h"
 #include "platform/runtime/Conversion.h"
+#include "platform/runtime/Text.h"
 
 namespace jetsql {
 namespace {
@@ -168,12 +169,8 @@ struct Literal {
   }
   /// Bytes as a text of their digits: a rule can test them for Null and compare them with others.
   ParsedExpression operator()(const runtime::Binary& value) const {
-    constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
     std::u16string digits;
-    for (const std::uint8_t byte : value) {
-      digits += kDigits[byte >> 4U];
-      digits += kDigits[byte & 15U];
-    }
+    for (const std::uint8_t byte : value) digits += runtime::hexDigits(byte, 2);
     return (*this)(digits);
   }
 };

@@ -6,11 +6,11 @@
 #include "platform/jetsql/functions/DateFormat.h"
 #include "platform/jetsql/functions/FunctionCall.h"
 #include "platform/jetsql/functions/NumberFormat.h"
-#include "platform/jetsql/functions/Rounding.h"
 #include "platform/jetsql/syntax/DateText.h"
 #include "platform/jetsql/syntax/StatementError.h"
 #include "platform/jetsql/syntax/Token.h"
 #include "platform/runtime/Conversion.h"
+#include "platform/runtime/Rounding.h"
 #include "platform/runtime/Variant.h"
 
 namespace jetsql {
@@ -28,7 +28,7 @@ void toTenThousandths(const FunctionCall& call) {
 
 template <class Integer>
 void toInteger(const FunctionCall& call) {
-  call.setInteger(rounded<Integer>(call.number(0)));
+  call.setInteger(runtime::rounded<Integer>(call.number(0), error::overflow));
 }
 
 void toSingle(const FunctionCall& call) {

@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 
+#include "platform/jetsql/functions/NamedPattern.h"
 #include "platform/jetsql/functions/NumberFormat.h"
 #include "platform/jetsql/syntax/DateText.h"
 #include "platform/jetsql/syntax/Token.h"
@@ -11,10 +12,6 @@
 namespace jetsql {
 namespace {
 
-struct NamedPattern {
-  std::u16string_view name;
-  std::u16string_view pattern;
-};
 constexpr std::array<NamedPattern, 6> kNamed{{{u"Long Date", u"dddd, mmmm dd, yyyy"},
                                               {u"Medium Date", u"dd-mmm-yy"},
                                               {u"Short Date", u"m/d/yyyy"},
@@ -146,9 +143,7 @@ class DateWriter {
 bool isDatePattern(std::u16string_view pattern) {
   if (isNumberName(pattern)) return false;
   if (sameWord(pattern, kGeneralDate)) return true;
-  for (const NamedPattern& each : kNamed) {
-    if (sameWord(pattern, each.name)) return true;
-  }
+  pattern = patternNamed(pattern, kNamed);
   bool quoted = false;
   for (std::size_t i = 0; i < pattern.size(); ++i) {
     if (pattern[i] == u'"') quoted = !quoted;
@@ -163,10 +158,7 @@ bool isDatePattern(std::u16string_view pattern) {
 
 std::u16string formatDate(double days, std::u16string_view pattern) {
   if (sameWord(pattern, kGeneralDate)) return dateText(days);
-  for (const NamedPattern& each : kNamed) {
-    if (sameWord(pattern, each.name)) pattern = each.pattern;
-  }
-  return DateWriter(days, pattern).write();
+  return DateWriter(days, patternNamed(pattern, kNamed)).write();
 }
 
 }  // namespace jetsql

@@ -9,11 +9,12 @@
 #include "platform/jetsql/syntax/DateText.h"
 #include "platform/jetsql/syntax/StatementError.h"
 #include "platform/jetsql/syntax/Token.h"
+#include "platform/runtime/DayLength.h"
 
 namespace jetsql {
 namespace {
 
-constexpr std::int64_t kSecondsADay = 86400;
+using runtime::kSecondsADay;
 
 /// An interval of DateAdd, DateDiff and DatePart: a number of months, or a number of seconds.
 struct Interval {

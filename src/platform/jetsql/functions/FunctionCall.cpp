@@ -3,10 +3,10 @@
 #include <cmath>
 #include <new>
 
-#include "platform/jetsql/functions/Rounding.h"
 #include "platform/jetsql/syntax/DateText.h"
 #include "platform/jetsql/syntax/StatementError.h"
 #include "platform/runtime/Conversion.h"
+#include "platform/runtime/Rounding.h"
 #include "platform/runtime/Variant.h"
 
 namespace jetsql {
@@ -79,7 +79,7 @@ double FunctionCall::number(int argument) const {
 }
 
 std::int32_t FunctionCall::integer(int argument) const {
-  return rounded<std::int32_t>(number(argument));
+  return runtime::rounded<std::int32_t>(number(argument), error::overflow);
 }
 
 double FunctionCall::date(int argument) const {

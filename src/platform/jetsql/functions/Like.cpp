@@ -64,7 +64,7 @@ bool LikePattern::accepts(const Element& element, char16_t character) {
     case Element::Kind::Any:
       return true;
     case Element::Kind::Digit:
-      return character >= u'0' && character <= u'9';
+      return runtime::isDigit(character);
     case Element::Kind::Character:
       return foldedCase(character) == element.character;
     case Element::Kind::Set: {

@@ -6,16 +6,13 @@
 #include <cmath>
 #include <vector>
 
+#include "platform/jetsql/functions/NamedPattern.h"
 #include "platform/jetsql/syntax/Token.h"
 #include "platform/runtime/Variant.h"
 
 namespace jetsql {
 namespace {
 
-struct NamedPattern {
-  std::u16string_view name;
-  std::u16string_view pattern;
-};
 constexpr std::array<NamedPattern, 8> kNamed{{{u"Fixed", u"0.00"},
                                               {u"Standard", u"#,##0.00"},
                                               {u"Percent", u"0.00%"},
@@ -264,14 +261,11 @@ std::u16string formatSection(double number, std::u16string_view text) {
 }  // namespace
 
 bool isNumberName(std::u16string_view pattern) {
-  const auto isNamed = [&](const NamedPattern& each) { return sameWord(pattern, each.name); };
-  return sameWord(pattern, kGeneralNumber) || std::ranges::any_of(kNamed, isNamed);
+  return sameWord(pattern, kGeneralNumber) || patternNamed(pattern, kNamed) != pattern;
 }
 
 std::u16string formatNumber(double number, std::u16string_view pattern) {
-  for (const NamedPattern& each : kNamed) {
-    if (sameWord(pattern, each.name)) pattern = each.pattern;
-  }
+  pattern = patternNamed(pattern, kNamed);
   if (pattern.empty() || sameWord(pattern, kGeneralNumber)) {
     return runtime::Variant(number).toText();
   }

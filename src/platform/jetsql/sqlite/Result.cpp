@@ -8,10 +8,10 @@
 #include <variant>
 
 #include "platform/jet/engine/Row.h"
-#include "platform/jetsql/functions/Rounding.h"
 #include "platform/jetsql/sqlite/SqlValue.h"
 #include "platform/jetsql/syntax/StatementError.h"
 #include "platform/jetsql/writing/WrittenStatement.h"
+#include "platform/runtime/Rounding.h"
 
 namespace jetsql {
 namespace {
@@ -58,11 +58,11 @@ runtime::Variant numberValue(Type type, const runtime::Variant& value) {
     case Type::Boolean:
       return number != 0;
     case Type::Byte:
-      return rounded<std::uint8_t>(number);
+      return runtime::rounded<std::uint8_t>(number, error::overflow);
     case Type::Integer:
-      return rounded<std::int16_t>(number);
+      return runtime::rounded<std::int16_t>(number, error::overflow);
     case Type::Long:
-      return rounded<std::int32_t>(number);
+      return runtime::rounded<std::int32_t>(number, error::overflow);
     case Type::Currency:
       throw error::overflow();
     case Type::Single:

@@ -6,11 +6,14 @@
 
 #include "platform/jetsql/syntax/StatementError.h"
 #include "platform/jetsql/syntax/Token.h"
+#include "platform/runtime/DayLength.h"
+#include "platform/runtime/Text.h"
 
 namespace jetsql {
 namespace {
 
-constexpr std::int64_t kSecondsADay = 86400;
+using runtime::kSecondsADay;
+
 constexpr std::int64_t kFirstDay = -657434;  ///< 0100-01-01
 constexpr std::int64_t kLastDay = 2958465;   ///< 9999-12-31
 constexpr std::chrono::sys_days kEpoch{std::chrono::year{1899} / 12 / 30};
@@ -49,9 +52,9 @@ std::optional<std::vector<Word>> words(std::u16string_view text) {
   for (std::size_t i = 0; i < text.size();) {
     const char16_t c = text[i];
     Word word{Word::Kind::Mark, {}, 0};
-    if (c >= u'0' && c <= u'9') {
+    if (runtime::isDigit(c)) {
       word.kind = Word::Kind::Number;
-      for (; i < text.size() && text[i] >= u'0' && text[i] <= u'9'; ++i) {
+      for (; i < text.size() && runtime::isDigit(text[i]); ++i) {
         if (word.text.size() == 4) return std::nullopt;
         word.text += text[i];
         word.number = word.number * 10 + (text[i] - u'0');

@@ -5,13 +5,12 @@
 
 #include "platform/jetsql/syntax/DateText.h"
 #include "platform/jetsql/syntax/StatementError.h"
+#include "platform/runtime/Text.h"
 
 namespace jetsql {
 namespace {
 
-constexpr bool isDigit(char16_t c) {
-  return c >= u'0' && c <= u'9';
-}
+using runtime::isDigit;
 
 constexpr bool beginsName(char16_t c) {
   return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || c == u'_' || c >= 0x80;
@@ -23,15 +22,6 @@ constexpr bool continuesName(char16_t c) {
 
 constexpr char16_t lower(char16_t c) {
   return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c - u'A' + u'a') : c;
-}
-
-/// The value of a digit in base 16 or 8; absent for anything else.
-std::optional<int> digitValue(char16_t c, int base) {
-  int value = -1;
-  if (isDigit(c)) value = c - u'0';
-  if (lower(c) >= u'a' && lower(c) <= u'f') value = lower(c) - u'a' + 10;
-  if (value < 0 || value >= base) return std::nullopt;
-  return value;
 }
 
 class Lexer {
@@ -148,7 +138,7 @@ class Lexer {
     if (letter != u'h' && letter != u'o') return false;
     std::size_t end = position_ + 2;
     double value = 0;
-    while (const auto digit = digitValue(at(end), base)) {
+    while (const auto digit = runtime::digitValue(at(end), base)) {
       value = value * base + *digit;
       ++end;
     }

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cmath>
+#include <limits>
+
+#include "platform/runtime/RunTimeError.h"
+
+namespace runtime {
+
+/// The number rounded to an integer of a type, a half to the even neighbour. Raises the error that
+/// `outOfRange` returns where the type doesn't hold it.
+template <class Integer>
+Integer rounded(double number, RunTimeError (*outOfRange)()) {
+  // The default rounding mode rounds a half to the even neighbour.
+  const double integer = std::nearbyint(number);
+  if (!(integer >= std::numeric_limits<Integer>::min() &&
+        integer <= std::numeric_limits<Integer>::max()))
+    throw outOfRange();
+  return static_cast<Integer>(integer);
+}
+
+}  // namespace runtime

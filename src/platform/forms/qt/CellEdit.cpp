@@ -13,22 +13,19 @@ constexpr int kOwnInset = 2;
 
 }  // namespace
 
-CellEdit::CellEdit(SheetView& view)
-    : QLineEdit(view.viewport()), view_(view), oneLine_(*new InCodePage(this)) {
+CellEdit::CellEdit(SheetView& view) : QLineEdit(view.viewport()), view_(view) {
   setFrame(false);
   setTextMargins(kCellInset - kEditorMargins.left() - kOwnInset, 0,
                  kCellInset - kEditorMargins.right() - kOwnInset, 0);
   setFocusPolicy(Qt::ClickFocus);
-  setValidator(&oneLine_);
-  setAcceptDrops(false);  // only keys accept drops
+  new InCodePage(*this);
   hide();
 }
 
 void CellEdit::keyPressEvent(QKeyEvent* event) {
   const bool withinLine = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right ||
                           event->key() == Qt::Key_Home || event->key() == Qt::Key_End;
-  if (!withinLine && view_.navigate(*event)) return;
-  if (!oneLine_.enter(*event, *this)) QLineEdit::keyPressEvent(event);
+  if (withinLine || !view_.navigate(*event)) QLineEdit::keyPressEvent(event);
 }
 
 void CellEdit::mousePressEvent(QMouseEvent* event) {

@@ -3,7 +3,6 @@
 #include <QLineEdit>
 
 #include "platform/forms/qt/LeftPress.h"
-#include "platform/forms/qt/OneLine.h"
 
 namespace forms::qt {
 
@@ -24,7 +23,6 @@ class CellEdit final : public QLineEdit {
 
  private:
   SheetView& view_;
-  const OneLine& oneLine_;
   LeftPress press_;
 };
 

@@ -2,19 +2,15 @@
 
 #include <limits>
 
+#include "platform/forms/qt/OneLine.h"
+
 namespace forms::qt {
 
-LineEdit::LineEdit(QWidget* parent, int maxLength)
-    : QLineEdit(parent), oneLine_(*new OneLine(this)) {
+LineEdit::LineEdit(QWidget* parent, int maxLength) : QLineEdit(parent) {
   constexpr int kTextMargin = 3;  // aligns the text with that of lists and drop-down lists
   setMaxLength(maxLength > 0 ? maxLength : std::numeric_limits<int>::max());
-  setValidator(&oneLine_);
   setTextMargins(kTextMargin, 0, kTextMargin, 0);
-  setAcceptDrops(false);  // only keys accept drops
-}
-
-void LineEdit::keyPressEvent(QKeyEvent* event) {
-  if (!oneLine_.enter(*event, *this)) QLineEdit::keyPressEvent(event);
+  new OneLine(*this);
 }
 
 }  // namespace forms::qt

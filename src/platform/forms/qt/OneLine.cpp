@@ -15,20 +15,30 @@ bool isBreakOrControl(QChar unit) {
 
 }  // namespace
 
+OneLine::OneLine(QLineEdit& edit) : QValidator(&edit), edit_(edit) {
+  edit.setValidator(this);
+  edit.installEventFilter(this);
+  edit.setAcceptDrops(false);
+}
+
 QValidator::State OneLine::validate(QString& input, int& cursor) const {
   cursor = static_cast<int>(accepted(input.left(cursor)).size());
   input = accepted(input);
   return Acceptable;
 }
 
-bool OneLine::enter(const QKeyEvent& event, QLineEdit& edit) const {
-  const bool pastes = event.matches(QKeySequence::Paste);
-  const QString text = pastes ? QGuiApplication::clipboard()->text() : event.text();
+bool OneLine::eventFilter(QObject*, QEvent* event) {
+  return event->type() == QEvent::KeyPress && enter(*static_cast<QKeyEvent*>(event));
+}
+
+bool OneLine::enter(const QKeyEvent& press) {
+  const bool pastes = press.matches(QKeySequence::Paste);
+  const QString text = pastes ? QGuiApplication::clipboard()->text() : press.text();
   // A leading combining mark belongs to the letter before the cursor.
   if (text.isEmpty() || text[0].isMark() || !(pastes || text[0].isPrint())) return false;
   const QString form = accepted(text);
   if (form == text) return false;
-  edit.insert(form);
+  edit_.insert(form);
   return true;
 }
 

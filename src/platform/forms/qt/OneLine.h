@@ -9,19 +9,23 @@ namespace forms::qt {
 
 /// Limits a line edit to one line of complete characters: control characters and line breaks of
 /// pasted text become blanks; an unpaired surrogate, which a length limit can leave, is dropped.
+/// The edit, which owns this object, takes no drops: only keys do.
 class OneLine : public QValidator {
  public:
-  using QValidator::QValidator;
+  explicit OneLine(QLineEdit& edit);
   State validate(QString& input, int& cursor) const final;
-
-  /// If the text that a key types or pastes must be changed to be accepted, inserts the accepted
-  /// form and returns true; otherwise does nothing and returns false. A change made later, in
-  /// `validate`, couldn't be undone by the user.
-  bool enter(const QKeyEvent& event, QLineEdit& edit) const;
 
  protected:
   /// Returns the entered text with all characters replaced that the edit doesn't accept.
   virtual QString accepted(const QString& text) const;
+
+ private:
+  /// If the text that a key types or pastes must be changed to be accepted, inserts the accepted
+  /// form and ends the event. A change made later, in `validate`, couldn't be undone by the user.
+  bool eventFilter(QObject* edit, QEvent* event) override;
+  bool enter(const QKeyEvent& press);
+
+  QLineEdit& edit_;
 };
 
 }  // namespace forms::qt

@@ -84,7 +84,7 @@ void useAll(const std::filesystem::path& file, const std::u16string& password) {
     database.find(object.name);
     const jet::Table& table = database.table(object);
     readTable(table);
-    if (!object.isSystem()) changed = object;
+    if (!object.name.starts_with(u"MSys")) changed = object;
   }
   if (changed) changeOneRow(session, database.table(*changed));
 }

@@ -32,7 +32,6 @@ class ByteFile {
   ByteFile(const ByteFile&) = delete;
   ByteFile& operator=(const ByteFile&) = delete;
 
-  const std::filesystem::path& path() const { return path_; }
   /// The file descriptor.
   int descriptor() const { return descriptor_; }
 

@@ -54,7 +54,6 @@ class DefaultInstance {
   }
   /// Sets the default instance to absent. A caller that is showing it keeps it alive.
   static void drop() { instance().reset(); }
-  static bool exists() { return instance() != nullptr; }
 
  private:
   /// Never destroyed: at exit the toolkit is destroyed first, and no widget may outlive it.

@@ -17,8 +17,6 @@ class MSHFlexGrid : public forms::Control {
   /// The text of a cell. A cell outside the table raises SubscriptOutOfRange.
   const std::u16string& TextMatrix(int row, int column) const;
   void TextMatrix(int row, int column, std::u16string_view text);
-  int Rows() const { return rows_; }
-  int Cols() const { return columns_; }
   /// Sets the number of columns; the texts in the remaining columns stay.
   void Cols(int columns);
 

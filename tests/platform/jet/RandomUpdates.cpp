@@ -76,7 +76,7 @@ RandomUpdates::RandomUpdates(std::filesystem::path file, std::u16string password
     : file_(std::move(file)), password_(std::move(password)), generator_(seed) {
   jet::Database database(file_, u"the file", jet::Password{password_});
   for (const jet::CatalogObject& object : objectsOf(file_)) {
-    if (object.kind != jet::ObjectKind::Table || object.isSystem()) continue;
+    if (object.kind != jet::ObjectKind::Table || object.name.starts_with(u"MSys")) continue;
     const jet::Table& table = database.table(object);
     TableModel model;
     model.name = object.name;

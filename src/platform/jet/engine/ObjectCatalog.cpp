@@ -60,7 +60,6 @@ struct ObjectRows {
     parent = columns[ObjectColumn::kParent];
     name = columns[ObjectColumn::kName];
     type = columns[ObjectColumn::kType];
-    flags = columns[ObjectColumn::kFlags];
   }
 
   /// The row's object; absent for containers, forms and all other objects without rows.
@@ -72,11 +71,10 @@ struct ObjectRows {
     object.kind = *kind;
     object.id = ObjectId(integerOf(row, id));
     object.name = textOf(row, name);
-    object.flags = static_cast<std::uint32_t>(integerOf(row, flags));
     return object;
   }
 
-  ColumnIndex id, parent, name, type, flags;
+  ColumnIndex id, parent, name, type;
 };
 
 }  // namespace

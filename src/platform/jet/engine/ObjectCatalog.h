@@ -23,12 +23,6 @@ struct CatalogObject {
   ObjectKind kind = ObjectKind::Table;
   ObjectId id;
   std::u16string name;
-  std::uint32_t flags = 0;
-
-  /// True for the engine's own tables and for hidden objects.
-  bool isSystem() const {
-    return (flags & (ObjectFlag::kSystem | ObjectFlag::kEngine | ObjectFlag::kHidden)) != 0;
-  }
 };
 
 /// Reads the file's system tables, which describe its objects, saved queries and columns. Each

@@ -141,14 +141,6 @@ std::uint8_t IndexPageView::byteFromEnd(ByteView own, std::size_t fromEnd) const
   return page_[layout_->indexData + prefix_ - (fromEnd - own.size())];
 }
 
-RowId IndexPageView::row(std::size_t entry) const {
-  const ByteView own = suffix(entry);
-  const std::size_t childSize = leaf_ ? 0 : kEntryChild;
-  std::uint32_t page = 0;
-  for (std::size_t i = 4; i > 1; --i) page = page << 8 | byteFromEnd(own, childSize + i);
-  return {PageNumber(page), SlotNumber(byteFromEnd(own, childSize + 1))};
-}
-
 PageNumber IndexPageView::child(std::size_t entry) const {
   const ByteView own = suffix(entry);
   std::uint32_t page = 0;

@@ -55,7 +55,6 @@ class IndexPageView {
   std::size_t lowerBound(ByteView bytes) const;
   /// Compares an entry (key and row id) with `bytes`.
   std::strong_ordering compare(std::size_t entry, ByteView bytes) const;
-  RowId row(std::size_t entry) const;
   PageNumber child(std::size_t entry) const;
   IndexEntry entry(std::size_t entry) const;
   /// The same into an existing entry.

@@ -25,8 +25,6 @@ class RowContent {
   /// whether the table's definition has variable slots. The bytes must outlive the object.
   RowContent(Version version, ByteView row, bool hasVariable, const Location& location);
 
-  /// Number of column numbers in the row's null mask.
-  std::size_t columnCount() const { return columnCount_; }
   /// The column's bit of the null mask; false for a number that the row doesn't have.
   bool hasValue(ColumnNumber column) const {
     const std::size_t bit = column.value();

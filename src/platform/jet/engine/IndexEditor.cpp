@@ -251,7 +251,7 @@ void IndexEditor::trimNextTo(const IndexPath::Node& node) {
     from = number;
     number = page.entries.empty() ? page.tail : page.entries[0].child;
   }
-  raiseDamaged(source_.location(from), u"an index has no leaves");
+  raiseDamaged(source_.location(from), kNoLeaves);
 }
 
 /// Removes the empty page at `depth` of the path from the tree; it isn't written itself. First its

@@ -10,8 +10,7 @@ IndexPage openIndexPage(PageChanges& changes, const TableSource& source, PageNum
                         const Location& from) {
   const Pager::Page page = changes.read(number, from);
   IndexPage open = IndexPage::decode(changes.layout(), *page, source.location(number));
-  if (open.owner != source.definitionPage)
-    raiseDamaged(source.location(number), u"it belongs to another table's index");
+  if (open.owner != source.definitionPage) raiseDamaged(source.location(number), kOtherIndex);
   return open;
 }
 
@@ -29,7 +28,7 @@ PageNumber lastLeafBelow(PageChanges& changes, const TableSource& source, PageNu
     from = number;
     number = page.tail;
   }
-  raiseDamaged(source.location(from), u"an index has no leaves");
+  raiseDamaged(source.location(from), kNoLeaves);
 }
 
 namespace {
@@ -71,7 +70,7 @@ IndexPath IndexPath::to(PageChanges& changes, const TableSource& source, IndexNu
     const Node& node = path.nodes.back();
     number = node.followsTail() ? node.page.tail : node.page.entries[child].child;
   }
-  raiseDamaged(from, u"an index has no leaves");
+  raiseDamaged(from, kNoLeaves);
 }
 
 }  // namespace jet

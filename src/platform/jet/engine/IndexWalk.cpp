@@ -6,16 +6,14 @@ void IndexWalk::openLeaf(PageNumber number, const Location& from) {
   open_ = source_.pager.readIndexPage(number, from);
   pageNumber_ = number;
   leaf_ = &open_->view;
-  if (leaf_->owner() != source_.definitionPage)
-    raiseDamaged(source_.location(number), u"it belongs to another table's index");
+  if (leaf_->owner() != source_.definitionPage) raiseDamaged(source_.location(number), kOtherIndex);
 }
 
 IndexWalk::IndexWalk(const TableSource& source, IndexNumber index, ByteView from)
     : source_(source) {
   openLeaf(source.index(index).root, source.location(source.definitionPage));
   for (int level = 0; !leaf_->isLeaf(); ++level) {
-    if (level == kMostIndexLevels)
-      raiseDamaged(source.location(pageNumber_), u"an index has no leaves");
+    if (level == kMostIndexLevels) raiseDamaged(source.location(pageNumber_), kNoLeaves);
     const std::size_t at = leaf_->lowerBound(from);
     openLeaf(at < leaf_->size() ? leaf_->child(at) : leaf_->tail(), source.location(pageNumber_));
   }

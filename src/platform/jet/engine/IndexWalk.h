@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 
 #include "platform/jet/engine/TableSource.h"
 #include "platform/jet/format/IndexPage.h"
@@ -10,6 +11,10 @@ namespace jet {
 
 /// Most levels of an index that are followed; four hold more entries than a file has room for.
 inline constexpr int kMostIndexLevels = 24;
+
+/// Texts for damage of an index.
+inline constexpr std::u16string_view kNoLeaves = u"an index has no leaves";
+inline constexpr std::u16string_view kOtherIndex = u"it belongs to another table's index";
 
 /// A walk over an index's entries, leaf by leaf. Entries that do not ascend (an interrupted split
 /// leaves some twice) are skipped.

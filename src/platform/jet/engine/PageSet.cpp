@@ -51,8 +51,7 @@ std::vector<PageNumber> pagesOf(Pager& pager, RowPointer pointer, const Location
     if (outside == Outside::IsPassedOver && i * range >= pager.pageCount()) break;
     const Pager::Page page = pager.read(map.bitmapPages[i], location);
     const Location bitmap = from.at(map.bitmapPages[i]);
-    if ((*page)[PageHead::kType] != static_cast<std::uint8_t>(PageType::Bitmap))
-      raiseDamaged(bitmap, u"it is no bitmap of a usage map");
+    requireBitmap(*page, bitmap);
     collector.addSetBits(ByteView(*page).subspan(UsageMap::kBitmapPageBits), i * range, bitmap);
   }
   return std::move(collector.pages);
@@ -73,6 +72,11 @@ std::vector<PageNumber> ownedPages(Pager& pager, RowPointer map, const Location&
 
 std::vector<PageNumber> pagesWithRoom(Pager& pager, RowPointer map, const Location& from) {
   return pagesOf(pager, map, from, Outside::IsPassedOver);
+}
+
+void requireBitmap(ByteView page, const Location& location) {
+  if (page[PageHead::kType] != static_cast<std::uint8_t>(PageType::Bitmap))
+    raiseDamaged(location, u"it is no bitmap of a usage map");
 }
 
 }  // namespace jet

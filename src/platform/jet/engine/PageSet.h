@@ -20,4 +20,7 @@ std::vector<PageNumber> ownedPages(Pager& pager, RowPointer map, const Location&
 /// of the file are skipped.
 std::vector<PageNumber> pagesWithRoom(Pager& pager, RowPointer map, const Location& from);
 
+/// Raises damage where a page isn't one that continues a usage map.
+void requireBitmap(ByteView page, const Location& location);
+
 }  // namespace jet

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/jet/engine/PageSet.h"
 #include "platform/jet/format/DataPage.h"
 
 namespace jet {
@@ -23,8 +24,7 @@ UsageMap UsageMapRows::read(RowPointer at) {
 
 Pager::Page UsageMapRows::readBitmap(PageNumber number) {
   Pager::Page page = changes_.read(number, source_.location(source_.definitionPage));
-  if ((*page)[PageHead::kType] != static_cast<std::uint8_t>(PageType::Bitmap))
-    raiseDamaged(source_.location(number), u"it is no bitmap of a usage map");
+  requireBitmap(*page, source_.location(number));
   return page;
 }
 

@@ -97,8 +97,7 @@ class AddingProducts : public testing::Test {
       ++found;
     }
     EXPECT_EQ(found, added_.size());
-    const std::string verdict = jettest::checkerVerdict(file);
-    EXPECT_EQ(verdict, "sound");
+    EXPECT_EQ(jettest::checkerVerdict(file), "sound");
   }
 
   support::TestHost host_;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+#include "platform/runtime/CodePage.h"
 #include "platform/runtime/RunTimeError.h"
 
 namespace support {
@@ -57,11 +58,16 @@ bool killedAtChange(int step, const std::function<void()>& act) {
 }
 
 int errorNumberOf(const std::function<void()>& use) {
+  const std::string failure = failureOf(use);
+  return failure.empty() ? 0 : std::stoi(failure);
+}
+
+std::string failureOf(const std::function<void()>& use) {
   try {
     use();
-    return 0;
+    return "";
   } catch (const RunTimeError& error) {
-    return error.number();
+    return std::to_string(error.number()) + ": " + runtime::toUtf8(error.text());
   }
 }
 

@@ -39,5 +39,7 @@ bool killedAtChange(int step, const std::function<void()>& act);
 
 /// The number of the run-time error that `use` raises; 0 when it raises none.
 int errorNumberOf(const std::function<void()>& use);
+/// The same as "number: text"; empty when it raises none.
+std::string failureOf(const std::function<void()>& use);
 
 }  // namespace support

@@ -71,6 +71,10 @@ void writeFile(const fs::path& file, std::string_view bytes) {
   if (!stream) throw std::system_error(errno, std::generic_category(), file.string());
 }
 
+void writeFile(const fs::path& file, std::span<const std::uint8_t> bytes) {
+  writeFile(file, std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
+}
+
 AsOrdinaryUser::AsOrdinaryUser() : before_(::geteuid()) {
   constexpr uid_t kNobody = 65534;
   if (before_ == 0 && ::seteuid(kNobody) != 0)

@@ -2,8 +2,10 @@
 
 #include <sys/types.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -37,7 +39,9 @@ class ProgramFolder {
 
 /// The bytes of any file; absent where there is none.
 std::optional<std::string> readFile(const std::filesystem::path& file);
+/// Writes any file, with the folders that it needs.
 void writeFile(const std::filesystem::path& file, std::string_view bytes);
+void writeFile(const std::filesystem::path& file, std::span<const std::uint8_t> bytes);
 
 /// Makes a test that runs as the administrator run as an ordinary user, for whom permissions apply,
 /// during its lifetime. Does nothing for a test that runs as an ordinary user.

@@ -212,7 +212,7 @@ TEST_F(ShopStoreTest, TheCheckersExitStatusShowsItsResult) {
   EXPECT_EQ(status, 2);
 }
 
-TEST_F(ShopStoreTest, EqualOrdersGiveEqualFiles) {
+TEST_F(ShopStoreTest, EqualOptionsMakeEqualFiles) {
   ASSERT_EQ(make("--seed 5 --shuffled"), "");
   const std::string first = bytes();
   ASSERT_EQ(make("--seed 5 --shuffled"), "");

@@ -118,50 +118,6 @@ TEST_F(StoreBuilderTest, LongValuesReadBackInEveryForm) {
   EXPECT_EQ(exported(file, "Notes", "-H -Q"), expected + "\n");
 }
 
-/// Adds rows with nulls, equal keys and accents to a table with many indexes.
-void addIndexedRows(Table& table, int count, bool packed) {
-  table.column({.name = u"id"})
-      .column(makestore::Column::text(u"name", 255))
-      .column({.name = u"group"})
-      .column({.name = u"when", .type = ColumnType::DateTime});
-  std::vector<Index> indexes{
-      Index::primaryKey(u"id"),
-      Index::plain(u"name"),
-      {.name = u"down", .columns = {{u"name", false}}},
-      {.name = u"both", .columns = {{u"group"}, {u"name", false}, {u"when"}}, .unique = true},
-      {.name = u"known", .columns = {{u"when"}}, .ignoreNulls = true},
-      {.name = u"once", .columns = {{u"group"}, {u"id", false}}, .unique = true},
-      {.name = u"grouped", .columns = {{u"group", false}}},
-  };
-  for (Index& index : indexes) {
-    index.packed = packed;
-    table.index(index);
-  }
-  for (int i = 0; i < count; ++i) {
-    const int mixed = i * 7919 % count;
-    std::u16string name = i % 3 == 0 ? u"Crème-" : u"creme's ";
-    for (int letter = 0; letter < mixed % 230; ++letter)
-      name += static_cast<char16_t>(u'a' + (mixed + letter) % 26);
-    table.row({mixed, i % 11 == 0 ? Variant() : Variant(name), i % 5,
-               i % 4 == 0 ? Variant() : Variant(runtime::Date{30000.0 + mixed})});
-  }
-}
-
-TEST_F(StoreBuilderTest, LargeIndexesHoldEveryRowUnderItsKey) {
-  for (const bool packed : {false, true}) {
-    StoreBuilder store;
-    addIndexedRows(store.table(u"Indexed"), 4000, packed);
-    const std::filesystem::path file = write(store);
-    EXPECT_EQ(checkerVerdict(file), "sound") << packed;
-    // Levels of the nodes: the long names need more than one.
-    const std::string bytes = jettest::outputOf("cat '" + file.string() + "'");
-    int highest = 0;
-    for (std::size_t page = 0; page < bytes.size(); page += 4096)
-      if (bytes[page] == 3) highest = std::max(highest, int{bytes[page + 26]});
-    EXPECT_EQ(highest, 2) << packed;
-  }
-}
-
 TEST_F(StoreBuilderTest, MovedRowsReadAsRowsAndDeletedOnesDoNot) {
   StoreBuilder store;
   Table& table = store.table(u"Rows");

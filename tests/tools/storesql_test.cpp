@@ -1,16 +1,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "makestore/StoreBuilder.h"
+#include "platform/jet/StoreFiles.h"
+#include "support/ProgramFolder.h"
 
 namespace {
 
@@ -22,13 +21,6 @@ struct Result {
   std::string err;
 };
 
-std::string contents(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
 std::string quoted(const std::string& word) {
   std::string quoted = "'";
   for (const char c : word) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
@@ -37,23 +29,14 @@ std::string quoted(const std::string& word) {
 
 class StoreSql : public testing::Test {
  protected:
-  StoreSql() {
-    std::string name = (fs::temp_directory_path() / "storesql-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) std::abort();
-    folder_ = name;
-  }
-  ~StoreSql() override {
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
-  }
-
   Result run(const std::vector<std::string>& words) const {
     std::string command = quoted(STORESQL_TOOL);
     for (const std::string& word : words) command += " " + quoted(word);
-    command +=
-        " >" + quoted((folder_ / "out").string()) + " 2>" + quoted((folder_ / "err").string());
-    const int status = std::system(command.c_str());
-    return {WEXITSTATUS(status), contents(folder_ / "out"), contents(folder_ / "err")};
+    Result result;
+    const fs::path errors = folder_ / "err";
+    result.out = jettest::outputOf(command + " 2>" + quoted(errors.string()), &result.status);
+    result.err = support::readFile(errors).value();
+    return result;
   }
 
   /// A store whose one table has a column of each kind, and rows with characters that need escapes.
@@ -82,7 +65,8 @@ class StoreSql : public testing::Test {
     return file.string();
   }
 
-  fs::path folder_;
+  jettest::Scratch scratch_;
+  fs::path folder_ = scratch_.folder();
 };
 
 TEST_F(StoreSql, PrintsEveryKindOfValue) {
@@ -163,50 +147,41 @@ TEST_F(StoreSql, RunsAScriptStepByStepUntilOneFails) {
 
 /// The lines of a printed result; those after the names of the columns sorted.
 std::vector<std::string> sortedLines(const std::string& text) {
-  std::vector<std::string> all;
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);) all.push_back(line);
+  std::vector<std::string> all = jettest::split(text, '\n');
   if (!all.empty()) std::ranges::sort(all.begin() + 1, all.end());
   return all;
 }
 
 /// One field of each line, by its index from 0.
-std::vector<std::string> fields(const std::string& text, int index) {
+std::vector<std::string> fields(const std::string& text, std::size_t index) {
   std::vector<std::string> all;
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);) {
-    std::istringstream cells(line);
-    std::string cell;
-    for (int i = 0; i <= index; ++i) std::getline(cells, cell, '\t');
-    all.push_back(cell);
-  }
+  for (const std::string& line : jettest::split(text, '\n'))
+    all.push_back(jettest::split(line + "\t", '\t').at(index));
   return all;
 }
 
 TEST_F(StoreSql, PrintsTheReferenceStoresAsExpected) {
   int compared = 0;
-  for (const auto& file : fs::recursive_directory_iterator(REFERENCE_STORES)) {
-    const std::string name = file.path().filename().string();
-    if (!name.starts_with("EXPECTED.")) continue;
-    SCOPED_TRACE(file.path());
-    std::string database;
-    for (const auto& other : fs::directory_iterator(file.path().parent_path())) {
-      const std::string extension = other.path().extension().string();
-      if (extension == ".mdb" || extension == ".MDB") database = other.path().string();
+  for (const jettest::StoreFile& store : jettest::referenceStores())
+    for (const auto& file : fs::directory_iterator(store.path.parent_path())) {
+      const std::string name = file.path().stem().string();
+      if (!name.starts_with("EXPECTED.")) continue;
+      SCOPED_TRACE(file.path());
+      const std::string object = name.substr(9);
+      const bool isQuery = object.starts_with("qry");
+      const Result got =
+          run({store.path.string(),
+               "select * from " + object + (isQuery ? " order by description" : " order by 1")});
+      const std::string expected = support::readFile(file.path()).value();
+      EXPECT_EQ(got.err, "");
+      // A query's rows are in the order of their names, the second column; rows with equal names
+      // are in any order.
+      if (isQuery) {
+        EXPECT_EQ(fields(got.out, 1), fields(expected, 1));
+      }
+      EXPECT_EQ(sortedLines(got.out), sortedLines(expected));
+      ++compared;
     }
-    const std::string object = name.substr(9, name.size() - 13);
-    const bool isQuery = object.starts_with("qry");
-    const Result got = run({database, "select * from " + object +
-                                          (isQuery ? " order by description" : " order by 1")});
-    EXPECT_EQ(got.err, "");
-    // A query's rows are in the order of their names, the second column; rows with equal names are
-    // in any order.
-    if (isQuery) {
-      EXPECT_EQ(fields(got.out, 1), fields(contents(file.path()), 1));
-    }
-    EXPECT_EQ(sortedLines(got.out), sortedLines(contents(file.path())));
-    ++compared;
-  }
   EXPECT_GE(compared, 24);
 }
 

@@ -1,38 +1,21 @@
 #include "TestStore.h"
 
-#include <fstream>
-
 #include "platform/files/ProgramFolder.h"
-#include "platform/runtime/CodePage.h"
-#include "platform/runtime/RunTimeError.h"
 
 namespace adodbtest {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<std::string> fields(const std::string& line) {
-  std::vector<std::string> found;
-  std::size_t begin = 0;
-  for (std::size_t end = line.find('\t'); end != std::string::npos; end = line.find('\t', begin)) {
-    found.push_back(line.substr(begin, end - begin));
-    begin = end + 1;
-  }
-  found.push_back(line.substr(begin));
-  return found;
-}
-
 std::vector<ReferenceStore::Row> readTable(const fs::path& file) {
-  std::ifstream in(file);
-  std::string line;
-  std::getline(in, line);
-  const std::vector<std::string> names = fields(line);
+  const std::vector<std::string> lines = jettest::split(support::readFile(file).value(), '\n');
+  const std::vector<std::string> names = jettest::split(lines.at(0), '\t');
   std::vector<ReferenceStore::Row> rows;
-  while (std::getline(in, line)) {
-    const std::vector<std::string> values = fields(line);
-    ReferenceStore::Row row;
-    for (std::size_t i = 0; i < names.size(); ++i) row[names[i]] = values[i];
-    rows.push_back(row);
+  for (std::size_t i = 1; i < lines.size(); ++i) {
+    std::vector<std::string> values = jettest::split(lines[i], '\t');
+    values.resize(names.size());
+    ReferenceStore::Row& row = rows.emplace_back();
+    for (std::size_t k = 0; k < names.size(); ++k) row[names[k]] = values[k];
   }
   return rows;
 }
@@ -72,42 +55,17 @@ std::u16string connectionString(std::u16string_view path, std::u16string_view pa
          u";Persist Security Info=False";
 }
 
-std::string failureOf(const std::function<void()>& action) {
-  try {
-    action();
-    return "";
-  } catch (const runtime::RunTimeError& error) {
-    return std::to_string(error.number()) + ": " + narrow(error.text());
-  }
-}
-
-int failureNumber(const std::function<void()>& action) {
-  const std::string failure = failureOf(action);
-  return failure.empty() ? 0 : std::stoi(failure);
-}
-
 std::vector<ReferenceStore> referenceStores() {
   std::vector<ReferenceStore> stores;
-  for (const auto& entry : fs::directory_iterator(fs::path(REFERENCE_STORES) / "stores")) {
-    ReferenceStore store;
-    for (const auto& file : fs::directory_iterator(entry.path())) {
-      const std::string name = file.path().filename().string();
-      if (name.starts_with("EXPECTED.")) {
-        store.tables[name.substr(9, name.size() - 13)] = readTable(file.path());
-      } else if (name.ends_with("db") || name.ends_with("DB")) {
-        store.file = file.path();
-      }
+  for (const jettest::StoreFile& each : jettest::referenceStores()) {
+    ReferenceStore& store = stores.emplace_back();
+    store.file = each.path;
+    for (const auto& file : fs::directory_iterator(each.path.parent_path())) {
+      const std::string name = file.path().stem().string();
+      if (name.starts_with("EXPECTED.")) store.tables[name.substr(9)] = readTable(file.path());
     }
-    stores.push_back(store);
   }
   return stores;
-}
-
-std::string narrow(std::u16string_view text) {
-  return runtime::toUtf8(text);
-}
-std::u16string wide(std::string_view utf8) {
-  return runtime::fromUtf8(utf8);
 }
 
 }  // namespace adodbtest

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -10,9 +9,17 @@
 #include "makestore/ShopStore.h"
 #include "platform/adodb/Connection.h"
 #include "platform/adodb/Recordset.h"
+#include "platform/jet/StoreFiles.h"
+#include "support/FileFaults.h"
 #include "support/ProgramFolder.h"
 
 namespace adodbtest {
+
+using jettest::kStorePassword;
+using jettest::narrow;
+using jettest::wide;
+using support::errorNumberOf;
+using support::failureOf;
 
 /// A program folder with a store database in it: "Stores/Demo/MASTER.mdb".
 class TestStore {
@@ -31,15 +38,9 @@ class TestStore {
 /// A shop of 40 slots: 1 to 30 named "Item 01" and so on, the rest free.
 makestore::ShopOrder smallShop();
 
-inline constexpr std::u16string_view kStorePassword = u"w7rt3q8814Z";
-
 /// The connection string for a path of the system.
 std::u16string connectionString(std::u16string_view path,
                                 std::u16string_view password = kStorePassword);
-
-/// "number: text" of the error that an action raises; empty where it raises none.
-std::string failureOf(const std::function<void()>& action);
-int failureNumber(const std::function<void()>& action);
 
 /// A reference store, and the expected rows of its tables and its query.
 struct ReferenceStore {
@@ -48,8 +49,5 @@ struct ReferenceStore {
   std::map<std::string, std::vector<Row>> tables;
 };
 std::vector<ReferenceStore> referenceStores();
-
-std::string narrow(std::u16string_view text);
-std::u16string wide(std::string_view utf8);
 
 }  // namespace adodbtest

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include "TestStore.h"
 #include "platform/files/ProgramFolder.h"
 
@@ -39,6 +37,8 @@ TEST(Connection, FailsWithTheProvidersTexts) {
   const TestStore store(smallShop());
   const std::u16string path = inFolder(u"\\Stores\\Demo\\MASTER.mdb");
   EXPECT_EQ(openFailure(connectionString(path, u"wrong")), "-2147217843: Not a valid password.");
+  EXPECT_EQ(openFailure(connectionString(path, u"W7RT3Q8814Z")),
+            "-2147217843: Not a valid password.");
   EXPECT_EQ(openFailure(connectionString(path, u"")), "-2147217843: Not a valid password.");
   // Errors name the file by its path on this system.
   const std::string stores = store.folder().path() / "Stores";
@@ -50,10 +50,12 @@ TEST(Connection, FailsWithTheProvidersTexts) {
                 "/Nowhere/MASTER.mdb' is not a valid path.  Make sure that the path name is "
                 "spelled correctly and "
                 "that you are connected to the server on which the file resides.");
-  std::ofstream(store.folder().path() / "Stores" / "text.mdb") << "no database";
-  const std::u16string text = inFolder(u"\\Stores\\text.mdb");
-  EXPECT_EQ(openFailure(connectionString(text)),
-            "-2147467259: Unrecognized database format '" + stores + "/text.mdb'.");
+  const std::string cut = support::readFile(store.file()).value().substr(0, 9000);
+  for (const std::string& bytes : {std::string(), std::string(20000, 'x'), cut}) {
+    store.folder().write("Stores/text.mdb", bytes);
+    EXPECT_EQ(openFailure(connectionString(inFolder(u"\\Stores\\text.mdb"))),
+              "-2147467259: Unrecognized database format '" + stores + "/text.mdb'.");
+  }
   EXPECT_EQ(openFailure(u"Provider=Other;Data Source=" + path),
             "3706: Provider cannot be found. It may not be properly installed.");
 }
@@ -61,18 +63,18 @@ TEST(Connection, FailsWithTheProvidersTexts) {
 TEST(Connection, RefusesCallsThatDoNotFitItsState) {
   const TestStore store(smallShop());
   Connection connection;
-  EXPECT_EQ(failureNumber([&] { connection.Close(); }), 3704);
+  EXPECT_EQ(errorNumberOf([&] { connection.Close(); }), 3704);
   Recordset rows;
-  EXPECT_EQ(failureNumber([&] { rows.Open(u"select id from tblStock", connection, 1, 2, -1); }),
+  EXPECT_EQ(errorNumberOf([&] { rows.Open(u"select id from tblStock", connection, 1, 2, -1); }),
             3709);
   store.open(connection);
-  EXPECT_EQ(failureNumber([&] { store.open(connection); }), 3705);
-  EXPECT_EQ(failureNumber([&] { connection.CursorLocation(4); }), 3001);
+  EXPECT_EQ(errorNumberOf([&] { store.open(connection); }), 3705);
+  EXPECT_EQ(errorNumberOf([&] { connection.CursorLocation(4); }), 3001);
   EXPECT_EQ(connection.CursorLocation(), ADODB::kUseClient);
   rows.Open(u"select id from tblStock", connection, 1, 2, -1);
   connection.Close();
   EXPECT_EQ(rows.State(), ADODB::kStateClosed);
-  EXPECT_EQ(failureNumber([&] { (void)rows.Eof(); }), 3704);
+  EXPECT_EQ(errorNumberOf([&] { (void)rows.Eof(); }), 3704);
 }
 
 }  // namespace

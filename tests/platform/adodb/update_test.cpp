@@ -101,14 +101,14 @@ TEST_F(Update, RefusedValuesLeaveTheRowAsItWas) {
   const std::string before = reread(u"select * from tblStock where id = 3");
   rows_.Fields(u"description").value(u"changed");
   rows_.Fields(u"deptid").value(u"three");
-  EXPECT_EQ(failureNumber([&] { rows_.Update(); }), -2147217913);
+  EXPECT_EQ(errorNumberOf([&] { rows_.Update(); }), -2147217913);
   EXPECT_EQ(reread(u"select * from tblStock where id = 3"), before);
   rows_.Fields(u"deptid").value(u"2");
   rows_.Fields(u"description").value(std::u16string(51, u'x'));
-  EXPECT_EQ(failureNumber([&] { rows_.Update(); }), -2147217833);
+  EXPECT_EQ(errorNumberOf([&] { rows_.Update(); }), -2147217833);
   rows_.Fields(u"description").value(u"fits");
   rows_.Fields(u"id").value(std::int32_t{4});
-  EXPECT_EQ(failureNumber([&] { rows_.Update(); }), -2147467259);
+  EXPECT_EQ(errorNumberOf([&] { rows_.Update(); }), -2147467259);
   EXPECT_EQ(reread(u"select * from tblStock where id = 3"), before);
   rows_.Fields(u"id").value(std::int32_t{3});
   rows_.Update();
@@ -126,9 +126,9 @@ TEST_F(Update, ARowThatAnotherSessionChangedIsRefused) {
     first.Fields(u"description").value(u"first");
     first.Update();
   }
-  EXPECT_EQ(failureNumber([&] { rows_.Update(); }), -2147217864);
+  EXPECT_EQ(errorNumberOf([&] { rows_.Update(); }), -2147217864);
   connection_.Close();
-  EXPECT_EQ(failureNumber([&] { rows_.Update(); }), 3704);
+  EXPECT_EQ(errorNumberOf([&] { rows_.Update(); }), 3704);
 
   Connection reading;
   store_.open(reading);
@@ -187,7 +187,7 @@ TEST_F(Update, OfADefinitionThatAnotherProgramChangedIsRefused) {
         support::readFile(writeItems(store_.folder().path() / "other.mdb", each.columns));
     std::ofstream(file, std::ios::binary) << changed.value();
     rows.Fields(u"note").value(u"green");
-    EXPECT_EQ(failureNumber([&] { rows.Update(); }), each.taken ? 0 : -2147217864);
+    EXPECT_EQ(errorNumberOf([&] { rows.Update(); }), each.taken ? 0 : -2147217864);
     EXPECT_EQ(support::readFile(file) == changed, !each.taken);
     EXPECT_EQ(rows.Fields(u"note").value(), Variant(u"green"));
   }
@@ -201,7 +201,7 @@ TEST_F(Update, OfAFileThatWasReplacedIsRefused) {
   fs::rename(store_.file(), store_.folder().path() / "old.mdb");
   fs::rename(restored, store_.file());
   rows_.Fields(u"description").value(u"lost");
-  EXPECT_EQ(failureNumber([&] { rows_.Update(); }), -2147467259);
+  EXPECT_EQ(errorNumberOf([&] { rows_.Update(); }), -2147467259);
   EXPECT_EQ(support::readFile(store_.file()), bytes);
   EXPECT_EQ(support::readFile(store_.folder().path() / "old.mdb"), bytes);
 }
@@ -249,11 +249,11 @@ TEST_F(Update, AnOpenSessionLetsOthersWriteAndReadsTheirValues) {
   seen();
   rename(u"once");
   EXPECT_EQ(seen(), "once");
-  EXPECT_EQ(failureNumber([&] { rows_.Open(u"select 'a", connection_, 1, 2, -1); }), -2147217900);
+  EXPECT_EQ(errorNumberOf([&] { rows_.Open(u"select 'a", connection_, 1, 2, -1); }), -2147217900);
   rename(u"twice");
   rows_.Open(u"select id from tblStock where id = 4", connection_, 1, 2, -1);
   rows_.Fields(u"id").value(std::int32_t{5});
-  EXPECT_EQ(failureNumber([&] { rows_.Update(); }), -2147467259);
+  EXPECT_EQ(errorNumberOf([&] { rows_.Update(); }), -2147467259);
   rename(u"three times");
   rows_.Fields(u"id").value(std::int32_t{4});
   rows_.Update();

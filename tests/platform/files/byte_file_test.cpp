@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
@@ -10,6 +9,7 @@
 
 #include "platform/files/ByteFile.h"
 #include "support/FileFaults.h"
+#include "support/ProcessCopy.h"
 #include "support/ProgramFolder.h"
 
 namespace fs = std::filesystem;
@@ -62,17 +62,13 @@ TEST(ByteFile, ReadsAndWritesAtAnyOffset) {
 TEST(ByteFile, AWriteBeyondTheSizeLimitIsAFullDisk) {
   const support::ProgramFolder folder;
   const fs::path path = folder.path() / "store.mdb";
-  const pid_t child = ::fork();
-  if (child == 0) {
+  const int error = support::statusOfCopy([&] {
     const rlimit limit{6, 6};
     ::setrlimit(RLIMIT_FSIZE, &limit);
     ByteFile file(path, Access::Create);
-    ::_exit(errorNumberOf([&] { file.writeAt(0, bytesOf("too long")); }));
-  }
-  int status = 0;
-  ASSERT_EQ(::waitpid(child, &status, 0), child);
-  EXPECT_TRUE(WIFEXITED(status));
-  EXPECT_EQ(WEXITSTATUS(status), 61);
+    return errorNumberOf([&] { file.writeAt(0, bytesOf("too long")); });
+  });
+  EXPECT_EQ(error, 61);
   EXPECT_EQ(support::readFile(path), "too lo");
 }
 
@@ -131,17 +127,13 @@ TEST(ByteFile, LocksLeaveTheFilesOwnBytesToOtherPrograms) {
   const fs::path path = folder.path() / "store.mdb";
   ByteFile file(path, Access::ReadWrite);
   file.lockExclusive();
-  const pid_t child = ::fork();
-  if (child == 0) {
+  const int done = support::statusOfCopy([&] {
     const int other = ::open(path.c_str(), O_RDWR);
     std::array<char, 3> read{};
-    const bool done = lockBytes(other, F_WRLCK) && ::pread(other, read.data(), 3, 0) == 3 &&
-                      read[0] == 'o' && ::pwrite(other, "new", 3, 0) == 3;
-    ::_exit(done ? 0 : 1);
-  }
-  int status = 0;
-  ASSERT_EQ(::waitpid(child, &status, 0), child);
-  EXPECT_EQ(status, 0);
+    return lockBytes(other, F_WRLCK) && ::pread(other, read.data(), 3, 0) == 3 && read[0] == 'o' &&
+           ::pwrite(other, "new", 3, 0) == 3;
+  });
+  EXPECT_EQ(done, 1);
   EXPECT_EQ(support::readFile(path), "new bytes");
 }
 
@@ -149,58 +141,33 @@ TEST(ByteFile, IsNotLockedWhileAnotherProgramLocksItsBytesExclusively) {
   const support::ProgramFolder folder;
   folder.write("store.mdb", "bytes");
   const fs::path path = folder.path() / "store.mdb";
-  std::array<int, 2> ready{};
-  std::array<int, 2> done{};
-  ASSERT_EQ(::pipe(ready.data()) + ::pipe(done.data()), 0);
-  const pid_t child = ::fork();
-  if (child == 0) {
-    const int other = ::open(path.c_str(), O_RDWR);
-    char byte = lockBytes(other, F_WRLCK) ? 'r' : 'f';
-    bool told = ::write(ready[1], &byte, 1) == 1 && ::read(done[0], &byte, 1) == 1;
-    byte = lockBytes(other, F_RDLCK) ? 'r' : 'f';
-    told = told && ::write(ready[1], &byte, 1) == 1 && ::read(done[0], &byte, 1) == 1;
-    ::_exit(told ? 0 : 1);
-  }
-  char byte = 0;
-  ByteFile file(path, Access::ReadWrite);
-  ASSERT_EQ(::read(ready[0], &byte, 1), 1);
-  ASSERT_EQ(byte, 'r');
-  EXPECT_EQ(errorNumberOf([&] { file.lockShared(kShort); }), 70);
-  EXPECT_EQ(errorNumberOf([&] { file.lockExclusive(kShort); }), 70);
-  ASSERT_EQ(::write(done[1], "d", 1), 1);
-  ASSERT_EQ(::read(ready[0], &byte, 1), 1);
-  // A read lock excludes no other.
-  file.lockShared(kShort);
-  file.lockExclusive(kShort);
-  ASSERT_EQ(::write(done[1], "d", 1), 1);
-  int status = 0;
-  EXPECT_EQ(::waitpid(child, &status, 0), child);
-  EXPECT_EQ(status, 0);
-  for (const int end : {ready[0], ready[1], done[0], done[1]}) ::close(end);
+  const int other = ::open(path.c_str(), O_RDWR);
+  const auto errorsOfAnotherProgram = [&] {
+    return support::statusOfCopy([&] {
+      ByteFile file(path, Access::ReadWrite);
+      return errorNumberOf([&] { file.lockShared(kShort); }) +
+             errorNumberOf([&] { file.lockExclusive(kShort); });
+    });
+  };
+  ASSERT_TRUE(lockBytes(other, F_WRLCK));
+  EXPECT_EQ(errorsOfAnotherProgram(), 70 + 70);
+  ASSERT_TRUE(lockBytes(other, F_RDLCK));  // a read lock excludes no other
+  EXPECT_EQ(errorsOfAnotherProgram(), 0);
+  ::close(other);
 }
 
-TEST(ByteFile, AWaitEndsWhenTheOtherProgramDoes) {
+TEST(ByteFile, AWaitEndsWhenTheLockDoes) {
   const support::ProgramFolder folder;
   folder.write("store.mdb", "");
   const fs::path path = folder.path() / "store.mdb";
-  std::array<int, 2> ready{};
-  ASSERT_EQ(::pipe(ready.data()), 0);
-  const pid_t child = ::fork();
-  if (child == 0) {
-    ByteFile held(path, Access::ReadWrite);
-    held.lockExclusive();
-    const bool told = ::write(ready[1], "r", 1) == 1;
+  ByteFile held(path, Access::ReadWrite);
+  held.lockExclusive();
+  std::thread holder([&] {
     std::this_thread::sleep_for(std::chrono::milliseconds{100});
-    ::_exit(told ? 0 : 1);
-  }
-  char byte = 0;
-  ASSERT_EQ(::read(ready[0], &byte, 1), 1);
+    held.unlock();
+  });
   ByteFile file(path, Access::ReadWrite);
   EXPECT_EQ(errorNumberOf([&] { file.lockShared(std::chrono::milliseconds{0}); }), 70);
   file.lockExclusive();
-  int status = 0;
-  EXPECT_EQ(::waitpid(child, &status, 0), child);
-  EXPECT_EQ(status, 0);
-  ::close(ready[0]);
-  ::close(ready[1]);
+  holder.join();
 }

@@ -25,11 +25,7 @@ std::map<jet::RowId, std::string> rowsOf(const fs::path& file, std::u16string_vi
   const jet::Table& table = tableNamed(database, name);
   std::map<jet::RowId, std::string> rows;
   const auto scan = table.scan();
-  while (scan->next()) {
-    std::string& line = rows[scan->row().id()];
-    for (std::size_t i = 0; i < table.columns().size(); ++i)
-      line += printed(scan->row().value(jet::ColumnIndex(i))) + "\t";
-  }
+  while (scan->next()) rows[scan->row().id()] = lineOf(scan->row(), table);
   return rows;
 }
 
@@ -141,7 +137,7 @@ class Cutting {
   void judgeFiles() const {
     std::vector<fs::path> files = cutFiles_;
     files.insert(files.end(), finishedFiles_.begin(), finishedFiles_.end());
-    auto verdicts = checkerVerdicts(files);
+    auto verdicts = checkerLines("", files);
     EXPECT_EQ(verdicts.size(), files.size());
     for (const fs::path& file : cutFiles_)
       for (const std::string& complaint : verdicts[file])

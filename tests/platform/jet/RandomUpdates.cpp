@@ -26,51 +26,6 @@ bool isChangeable(const jet::Column& column) {
 
 }  // namespace
 
-std::vector<std::string> indexProblems(const jet::Table& table) {
-  std::vector<std::string> problems;
-  for (std::size_t i = 0; i < table.indexes().size(); ++i) {
-    const jet::Index& index = table.indexes()[i];
-    if (!index.seekable) continue;
-    // Rows of one key are looked up together: there may be many.
-    struct Group {
-      jet::IndexRange range;
-      std::set<jet::RowId> rows;
-    };
-    std::map<std::string, Group> groups;
-    std::size_t rows = 0;
-    const auto scan = table.scan();
-    while (scan->next()) {
-      jet::IndexRange range;
-      std::string key;
-      bool allNull = true;
-      for (const jet::IndexColumn& part : index.columns) {
-        range.equal.push_back(scan->row().value(part.column));
-        key += printed(range.equal.back()) + "\t";
-        allNull = allNull && range.equal.back().isNull();
-      }
-      if (index.ignoreNulls && allNull) continue;
-      ++rows;
-      Group& group = groups[key];
-      group.range = std::move(range);
-      group.rows.insert(scan->row().id());
-    }
-    for (auto& [key, group] : groups) {
-      const auto walk = table.walk(jet::IndexNumber(i), group.range);
-      while (walk->next()) group.rows.erase(walk->row().id());
-      for (const jet::RowId& missing : group.rows)
-        problems.push_back(narrow(table.name()) + "." + narrow(index.name) + ": row " +
-                           printed(missing) + " is not found");
-    }
-    std::size_t walked = 0;
-    const auto walk = table.walk(jet::IndexNumber(i), {});
-    while (walk->next()) ++walked;
-    if (walked != rows)
-      problems.push_back(narrow(table.name()) + "." + narrow(index.name) + ": a walk returns " +
-                         std::to_string(walked) + " of " + std::to_string(rows) + " rows");
-  }
-  return problems;
-}
-
 RandomUpdates::RandomUpdates(std::filesystem::path file, std::u16string password,
                              std::uint32_t seed)
     : file_(std::move(file)), password_(std::move(password)), generator_(seed) {

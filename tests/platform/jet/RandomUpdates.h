@@ -61,7 +61,4 @@ class RandomUpdates {
   std::map<int, int> refused_;
 };
 
-/// The problems of a table's indexes that our own walks and lookups find.
-std::vector<std::string> indexProblems(const jet::Table& table);
-
 }  // namespace jettest

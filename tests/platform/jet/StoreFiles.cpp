@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <set>
 #include <stdexcept>
 
 #include "makestore/ShopStore.h"
@@ -99,10 +100,6 @@ struct Print {
     return std::to_string(value);
   }
 };
-
-}  // namespace
-
-namespace {
 
 /// The databases in a folder and the folders below it, in the order of their paths.
 std::vector<StoreFile> databasesBelow(const fs::path& folder, const std::u16string& password) {
@@ -206,16 +203,18 @@ std::string checkerVerdict(const fs::path& file) {
   return verdict;
 }
 
-std::map<fs::path, std::vector<std::string>> checkerVerdicts(const std::vector<fs::path>& files) {
-  std::string command = "/usr/bin/python3 " STORECHECK;
+std::map<fs::path, std::vector<std::string>> checkerLines(const std::string& options,
+                                                          const std::vector<fs::path>& files) {
+  // With a second file each line has its file's name.
+  std::string command = "/usr/bin/python3 " STORECHECK " " + options + " /dev/null";
   for (const fs::path& file : files) command += " '" + file.string() + "'";
-  std::map<fs::path, std::vector<std::string>> verdicts;
+  std::map<fs::path, std::vector<std::string>> found;
   for (const std::string& line : split(outputOf(command + " 2>&1"), '\n')) {
     const std::size_t colon = line.find(": ");
-    if (colon != std::string::npos)
-      verdicts[line.substr(0, colon)].push_back(line.substr(colon + 2));
+    if (colon != std::string::npos) found[line.substr(0, colon)].push_back(line.substr(colon + 2));
   }
-  return verdicts;
+  found.erase("/dev/null");
+  return found;
 }
 
 std::vector<std::string> split(const std::string& text, char separator) {
@@ -243,16 +242,78 @@ std::vector<jet::CatalogObject> objectsOf(const fs::path& file) {
   return jet::ObjectCatalog(pager).objects();
 }
 
+std::string lineOf(const jet::Row& row, const jet::Table& table) {
+  std::string line;
+  for (std::size_t i = 0; i < table.columns().size(); ++i)
+    line.append(i > 0 ? "\t" : "").append(printed(row.value(jet::ColumnIndex(i))));
+  return line;
+}
+
 std::vector<std::string> linesOf(const jet::Table& table) {
   std::vector<std::string> lines;
-  const auto cursor = table.scan();
-  while (cursor->next()) {
-    std::string line;
-    for (std::size_t i = 0; i < table.columns().size(); ++i)
-      line.append(i > 0 ? "\t" : "").append(printed(cursor->row().value(jet::ColumnIndex(i))));
-    lines.push_back(line);
-  }
+  const auto scan = table.scan();
+  while (scan->next()) lines.push_back(lineOf(scan->row(), table));
   return lines;
+}
+
+std::vector<jet::RowId> rowIdsOf(const fs::path& file, std::u16string_view password,
+                                 std::u16string_view table) {
+  jet::Database database(file, u"the file", jet::Password{password});
+  std::vector<jet::RowId> ids;
+  const auto scan = tableNamed(database, table).scan();
+  while (scan->next()) ids.push_back(scan->row().id());
+  return ids;
+}
+
+std::vector<std::string> indexProblems(const jet::Table& table) {
+  std::vector<std::string> problems;
+  for (std::size_t i = 0; i < table.indexes().size(); ++i) {
+    const jet::Index& index = table.indexes()[i];
+    if (!index.seekable) continue;
+    // Rows of one key are looked up together: there may be many.
+    struct Group {
+      jet::IndexRange range;
+      std::set<jet::RowId> rows;
+      bool hasNull = false;
+    };
+    std::map<std::string, Group> groups;
+    std::size_t rows = 0;
+    const auto scan = table.scan();
+    while (scan->next()) {
+      jet::IndexRange range;
+      std::string key;
+      bool allNull = true;
+      for (const jet::IndexColumn& part : index.columns) {
+        range.equal.push_back(scan->row().value(part.column));
+        key += printed(range.equal.back()) + "\t";
+        allNull = allNull && range.equal.back().isNull();
+      }
+      if (index.ignoreNulls && allNull) continue;
+      ++rows;
+      Group& group = groups[key];
+      group.hasNull = std::ranges::any_of(range.equal, &runtime::Variant::isNull);
+      group.range = std::move(range);
+      group.rows.insert(scan->row().id());
+    }
+    for (auto& [key, group] : groups) {
+      const auto walk = table.walk(jet::IndexNumber(i), group.range);
+      std::size_t found = 0;
+      for (; walk->next(); ++found) group.rows.erase(walk->row().id());
+      if (index.unique && !group.hasNull && found > 1)
+        problems.push_back(narrow(table.name()) + "." + narrow(index.name) +
+                           ": several rows are found by " + key);
+      for (const jet::RowId& missing : group.rows)
+        problems.push_back(narrow(table.name()) + "." + narrow(index.name) + ": row " +
+                           printed(missing) + " is not found");
+    }
+    std::size_t walked = 0;
+    const auto walk = table.walk(jet::IndexNumber(i), {});
+    while (walk->next()) ++walked;
+    if (walked != rows)
+      problems.push_back(narrow(table.name()) + "." + narrow(index.name) + ": a walk returns " +
+                         std::to_string(walked) + " of " + std::to_string(rows) + " rows");
+  }
+  return problems;
 }
 
 const jet::Table& tableNamed(jet::Database& database, std::u16string_view name) {

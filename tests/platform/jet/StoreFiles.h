@@ -49,12 +49,12 @@ class Scratch {
 std::string outputOf(const std::string& command, int* status = nullptr);
 /// The output of storecheck for a file: "sound", or its problems, one a line.
 std::string checkerVerdict(const std::filesystem::path& file);
-/// The same for many files at once, which is much faster: the problems of each file.
-std::map<std::filesystem::path, std::vector<std::string>> checkerVerdicts(
-    const std::vector<std::filesystem::path>& files);
 /// The output of storecheck for a file with these options; `status` receives its exit status.
 std::string checkerOutput(const std::string& options, const std::filesystem::path& file,
                           int* status = nullptr);
+/// The lines of this output for each of many files at once, which is much faster.
+std::map<std::filesystem::path, std::vector<std::string>> checkerLines(
+    const std::string& options, const std::vector<std::filesystem::path>& files);
 
 std::vector<std::string> split(const std::string& text, char separator);
 
@@ -68,8 +68,15 @@ std::string printed(jet::RowId row);
 /// All tables, saved queries and linked tables of a file, in the order of its object list.
 std::vector<jet::CatalogObject> objectsOf(const std::filesystem::path& file);
 
+/// The values of a row, with tabs between them.
+std::string lineOf(const jet::Row& row, const jet::Table& table);
+/// The ids of all rows of a table, in the order of a scan.
+std::vector<jet::RowId> rowIdsOf(const std::filesystem::path& file, std::u16string_view password,
+                                 std::u16string_view table);
 /// All rows of a table by a scan, each as one line with tabs between the columns.
 std::vector<std::string> linesOf(const jet::Table& table);
+/// The problems of a table's indexes that our own walks and lookups find.
+std::vector<std::string> indexProblems(const jet::Table& table);
 /// The table of that name. Raises std::runtime_error where there is none.
 const jet::Table& tableNamed(jet::Database& database, std::u16string_view name);
 

@@ -2,12 +2,8 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <csignal>
-#include <fstream>
-#include <iterator>
 
 #include "makestore/StoreBuilder.h"
 #include "platform/jet/RandomUpdates.h"
@@ -16,6 +12,8 @@
 #include "platform/jet/engine/TableSource.h"
 #include "platform/jet/format/TableDefinition.h"
 #include "support/FileFaults.h"
+#include "support/ProcessCopy.h"
+#include "support/ProgramFolder.h"
 
 namespace {
 
@@ -28,11 +26,6 @@ constexpr int kEngine = -2147467259;
 constexpr int kMismatch = -2147217913;
 constexpr int kTooLarge = -2147217833;
 constexpr int kRowChanged = -2147217864;
-
-std::string bytesOf(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 /// A copy of a reference file, and one row in it that tests change.
 class ARow : public testing::Test {
@@ -76,9 +69,9 @@ class ARow : public testing::Test {
 
   /// The error of a change that must leave the file unchanged, byte for byte.
   int refused(const std::u16string& column, const Variant& value) {
-    const std::string before = bytesOf(file_);
+    const auto before = support::readFile(file_);
     const int number = errorNumberOf([&] { change(column, value); });
-    EXPECT_EQ(bytesOf(file_) == before, true);
+    EXPECT_TRUE(support::readFile(file_) == before);
     return number;
   }
 
@@ -210,9 +203,7 @@ TEST_F(UpdateValues, ThatWouldBreakARelationshipAreRefused) {
                  .side = 2,
                  .otherIndex = jet::LogicalIndexNumber(1),
                  .otherTable = kGroups});
-  std::ofstream(file, std::ios::binary)
-      .write(reinterpret_cast<const char*>(bytes.data()),
-             static_cast<std::streamsize>(bytes.size()));
+  support::writeFile(file, bytes);
   EXPECT_EQ(checkerVerdict(file), "sound");
   useFile(file, u"", u"Items", u"id", std::int32_t{5});
   EXPECT_EQ(refused(u"groupId", std::int32_t{777}), kEngine);
@@ -260,17 +251,13 @@ TEST_F(UpdateOfARow, OfAFileThatCantBeWrittenIsRefused) {
 
 /// Makes the change in a process of its own that may not make the file longer than `limit`.
 int changeWithin(const fs::path& file, rlim_t limit, const Change& change) {
-  const pid_t child = ::fork();
-  if (child == 0) {
+  return support::statusOfCopy([&] {
     std::signal(SIGXFSZ, SIG_IGN);
     const rlimit limits{limit, limit};
     ::setrlimit(RLIMIT_FSIZE, &limits);
     const int number = errorNumberOf([&] { makeChange(file, kStorePassword, change); });
-    ::_exit(number == kEngine ? 1 : number == 0 ? 0 : 2);
-  }
-  int status = 0;
-  ::waitpid(child, &status, 0);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return number == kEngine ? 1 : number == 0 ? 0 : 2;
+  });
 }
 
 TEST_F(UpdateOfARow, OnAFullDiskLeavesAllOldRows) {

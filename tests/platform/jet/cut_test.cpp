@@ -20,6 +20,7 @@
 #include "platform/jet/format/PageCipher.h"
 #include "platform/jet/format/UsageMap.h"
 #include "support/FileFaults.h"
+#include "support/ProgramFolder.h"
 
 namespace {
 
@@ -53,13 +54,11 @@ class Hunt {
 
   /// Sets texts of one table to random short and long ones.
   void byTexts(const std::u16string& table, int tries) {
-    std::vector<jet::RowId> rows;
+    const std::vector<jet::RowId> rows = rowIdsOf(file_, password_, table);
     std::vector<jet::ColumnIndex> columns;
     std::vector<std::size_t> sizes;
     {
       jet::Database database(file_, u"the file", jet::Password{password_});
-      const auto scan = tableNamed(database, table).scan();
-      while (scan->next()) rows.push_back(scan->row().id());
       const std::vector<jet::Column>& all = tableNamed(database, table).columns();
       const std::size_t unit = database.version() == jet::Version::Jet3 ? 1 : 2;
       for (std::size_t i = 0; i < all.size(); ++i) {
@@ -82,12 +81,7 @@ class Hunt {
   /// Sets a column of each row of the table.
   void byValues(const std::u16string& table, jet::ColumnIndex column,
                 const std::function<runtime::Variant(std::size_t)>& value) {
-    std::vector<jet::RowId> rows;
-    {
-      jet::Database database(file_, u"the file", jet::Password{password_});
-      const auto scan = tableNamed(database, table).scan();
-      while (scan->next()) rows.push_back(scan->row().id());
-    }
+    const std::vector<jet::RowId> rows = rowIdsOf(file_, password_, table);
     for (std::size_t i = 0; i < rows.size(); ++i) tryOut({table, rows[i], {{column, value(i)}}});
   }
 
@@ -251,13 +245,7 @@ TEST_P(CutMadeFile, LosesNothingOfLongValues) {
       .row({std::int32_t{1}, std::u16string(2000, u'a')})
       .row({std::int32_t{2}, std::u16string(700, u'b')});
   store.write(file);
-  Change change{u"Notes", {}, {}};
-  {
-    jet::Database database(file, u"the file", jet::Password{u""});
-    const auto scan = tableNamed(database, change.table).scan();
-    ASSERT_TRUE(scan->next());
-    change.row = scan->row().id();
-  }
+  Change change{u"Notes", rowIdsOf(file, u"", u"Notes").at(0), {}};
   for (const std::size_t length : {60U, 1200U, 9000U, 0U}) {
     SCOPED_TRACE(length);
     change.values = {{jet::ColumnIndex(1), std::u16string(length, u'\u20ac')}};
@@ -286,19 +274,11 @@ TEST(CutUpdate, LosesNothingWhereTheOldTextHasNoKnownKey) {
     *at++ = 0x6F;
   }
   EXPECT_EQ(replaced, 7);
-  std::ofstream(file, std::ios::binary)
-      .write(reinterpret_cast<const char*>(bytes.data()),
-             static_cast<std::streamsize>(bytes.size()));
-  std::vector<Change> changes;
-  {
-    jet::Database database(file, u"the file", jet::Password{u""});
-    const jet::Table& made = tableNamed(database, u"Table");
-    const auto scan = made.scan();
-    while (scan->next())
-      changes.push_back({u"Table", scan->row().id(), {{jet::ColumnIndex(1), u"now known"}}});
-  }
-  EXPECT_EQ(changes.size(), 7U);
-  for (const Change& change : changes) cutEverywhere(scratch, file, u"", change);
+  support::writeFile(file, bytes);
+  const std::vector<jet::RowId> rows = rowIdsOf(file, u"", u"Table");
+  EXPECT_EQ(rows.size(), 7U);
+  for (const jet::RowId row : rows)
+    cutEverywhere(scratch, file, u"", {u"Table", row, {{jet::ColumnIndex(1), u"now known"}}});
 }
 
 runtime::Variant noText(std::size_t) {

@@ -1,24 +1,18 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <fstream>
-#include <iterator>
 #include <random>
 
 #include "makestore/ShopStore.h"
 #include "platform/jet/StoreFiles.h"
 #include "platform/jet/format/RowContent.h"
 #include "platform/runtime/RunTimeError.h"
+#include "support/ProgramFolder.h"
 
 namespace {
 
 using namespace jettest;
 namespace fs = std::filesystem;
-
-std::string contentOf(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
 
 std::vector<std::string> linesIn(const fs::path& file, std::u16string_view table) {
   jet::Database database(file, u"the file", jet::Password{kStorePassword});
@@ -43,7 +37,7 @@ class Damage : public testing::Test {
  protected:
   void read(const std::string& content, const StoreFile& origin) {
     const fs::path file = scratch_.folder() / "damaged.mdb";
-    std::ofstream(file, std::ios::binary) << content;
+    support::writeFile(file, content);
     const auto start = std::chrono::steady_clock::now();
     try {
       readEverything(file, origin.password);
@@ -78,7 +72,7 @@ class Damage : public testing::Test {
 TEST_F(Damage, OfAnyByteIsAnErrorAtWorst) {
   std::mt19937 random(4);
   for (const StoreFile& file : smallFiles()) {
-    const std::string content = contentOf(file.path);
+    const std::string content = support::readFile(file.path).value();
     const std::size_t pageSize = content[0x14] == 0 ? 2048 : 4096;
     for (int round = 0; round < 250; ++round) {
       std::string damaged = content;
@@ -101,7 +95,7 @@ TEST_F(Damage, OfAnyByteIsAnErrorAtWorst) {
 TEST_F(Damage, ByACutOrExchangedPagesIsAnErrorAtWorst) {
   std::mt19937 random(5);
   for (const StoreFile& file : smallFiles()) {
-    const std::string content = contentOf(file.path);
+    const std::string content = support::readFile(file.path).value();
     const std::size_t pageSize = content[0x14] == 0 ? 2048 : 4096;
     for (int round = 0; round < 60; ++round) {
       SCOPED_TRACE(file.path.string() + " round " + std::to_string(round));
@@ -125,13 +119,13 @@ TEST_F(Damage, ByACutNeverMakesATableShorter) {
     order.referenceMaps = referenceMaps;
     const fs::path full = scratch_.folder() / "full.mdb";
     makestore::shopStore(order).write(full);
-    const std::string content = contentOf(full);
+    const std::string content = support::readFile(full).value();
     const fs::path cut = scratch_.folder() / "cut.mdb";
     int refused = 0;
     for (const char16_t* name : {u"tblStock", u"tblPlu", u"tblDepartment"}) {
       const std::vector<std::string> lines = linesIn(full, name);
       for (std::size_t size = content.size(); size > 4096; size -= 2048) {
-        std::ofstream(cut, std::ios::binary) << content.substr(0, size);
+        support::writeFile(cut, content.substr(0, size));
         try {
           EXPECT_EQ(linesIn(cut, name), lines) << narrow(name) << ' ' << size;
         } catch (const runtime::RunTimeError&) {

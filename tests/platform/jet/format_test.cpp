@@ -5,23 +5,15 @@
 #include <random>
 #include <type_traits>
 
-#include "platform/jet/StoreFiles.h"
-#include "platform/jet/engine/Pager.h"
 #include "platform/jet/engine/RowReader.h"
-#include "platform/jet/engine/TableSource.h"
 #include "platform/jet/format/DataPage.h"
-#include "platform/jet/format/Header.h"
 #include "platform/jet/format/IndexPage.h"
-#include "platform/jet/format/LongValue.h"
 #include "platform/jet/format/PageCipher.h"
-#include "platform/jet/format/PropertyBlob.h"
 #include "platform/jet/format/RowContent.h"
 #include "platform/jet/format/StoredText.h"
-#include "platform/jet/format/TableDefinition.h"
 
 namespace {
 
-using namespace jettest;
 using jet::Bytes;
 using jet::Version;
 
@@ -50,28 +42,6 @@ static_assert(kRefuses<decltype(&jet::Row::isNull), const jet::Row&, int>);
 static_assert(kRefuses<decltype(&jet::DataPage::slot), const jet::DataPage&, jet::PageNumber>);
 static_assert(kRefuses<decltype(&jet::RowReader::find), jet::RowReader&, jet::RowPointer>);
 static_assert(kRefuses<decltype(jet::cipherPage), jet::PageNumber, std::uint32_t, jet::ByteSpan>);
-
-TEST(Header, KeepsPasswordAndEncodingKeyUnderTheirMasks) {
-  for (const Version version : kVersions) {
-    jet::Header header;
-    header.version = version;
-    header.password = u"w7rt3q8814Z";
-    header.encodingKey = 0x5A17C3E9;
-    header.creationDate = 38000.75;
-    const Bytes page = header.encode();
-    EXPECT_EQ(page.size(), jet::layoutOf(version).pageSize);
-    const std::string plain(page.begin(), page.end());
-    EXPECT_EQ(plain.find("w7rt"), std::string::npos);
-    const auto read = jet::Header::decode(page);
-    ASSERT_TRUE(read);
-    EXPECT_EQ(read->version, version);
-    EXPECT_EQ(read->password, header.password);
-    EXPECT_EQ(read->encodingKey, header.encodingKey);
-    EXPECT_EQ(read->codePage, 1252);
-    EXPECT_EQ(read->sortLanguage, 0x409);
-  }
-  EXPECT_FALSE(jet::Header::decode(Bytes(0x98)));
-}
 
 TEST(StoredText, IsCompressedOnlyWhereEachCharacterHasAByte) {
   const auto stored = [](std::u16string_view text) {
@@ -199,80 +169,6 @@ TEST(IndexPage, LeavesOutACommonPrefixOnlyWhereThePageIsFull) {
     }
     leaf.leaf = false;
     EXPECT_FALSE(leaf.encode(layout)) << "a node's entries are written in full";
-  }
-}
-
-TEST(IndexPage, OfFilesOfAllKindsComesBackFromItsEntries) {
-  int pages = 0;
-  for (const StoreFile& file : filesOfAllKinds()) {
-    jet::Pager pager(file.path, u"");
-    for (std::uint32_t number = 1; number < pager.pageCount(); ++number) {
-      const jet::Pager::Page page = pager.read(jet::PageNumber(number), {});
-      if ((*page)[0] != 3 && (*page)[0] != 4) continue;
-      const jet::IndexPage open = jet::IndexPage::decode(pager.layout(), *page, {});
-      const auto again = open.encode(pager.layout());
-      ASSERT_TRUE(again);
-      const jet::IndexPage read = jet::IndexPage::decode(pager.layout(), *again, {});
-      ASSERT_EQ(read.entries.size(), open.entries.size());
-      for (std::size_t i = 0; i < open.entries.size(); ++i) {
-        ASSERT_EQ(read.entries[i].bytes, open.entries[i].bytes);
-        ASSERT_EQ(read.entries[i].child, open.entries[i].child);
-      }
-      EXPECT_EQ(std::tuple(read.leaf, read.owner, read.previous, read.next, read.tail, read.level),
-                std::tuple(open.leaf, open.owner, open.previous, open.next, open.tail, open.level));
-      ++pages;
-    }
-  }
-  EXPECT_GT(pages, 150);
-}
-
-TEST(TableDefinition, OfFilesOfAllKindsComesBackFromItsParts) {
-  int definitions = 0;
-  for (const StoreFile& file : filesOfAllKinds()) {
-    jet::Database database(file.path, u"", jet::Password{file.password});
-    for (const jet::CatalogObject& object : objectsOf(file.path)) {
-      if (object.kind != jet::ObjectKind::Table) continue;
-      const jet::TableSource& source = database.table(object).source();
-      const jet::Location location = source.location(source.definitionPage);
-      std::vector<jet::PageNumber> chain;
-      const Bytes original = jet::readDefinition(source.pager, location, chain);
-      const Bytes content = source.definition.encode();
-      // The file stores the length in use.
-      ASSERT_EQ(content.size(), jet::u32At(original, 8)) << file.path << narrow(object.name);
-      const std::size_t needed =
-          jet::TableDefinition::pagesNeeded(source.version(), content.size());
-      ASSERT_LE(needed, chain.size());
-      chain.resize(needed);
-      const std::vector<Bytes> pages = source.definition.encodePages(chain);
-      Bytes joined = pages[0];
-      for (std::size_t i = 1; i < pages.size(); ++i) {
-        EXPECT_EQ(jet::TableDefinition::nextPage(pages[i - 1], location), chain[i]);
-        jet::appendBytes(joined,
-                         jet::ByteView(pages[i]).subspan(jet::TableDefinition::kPageHeader));
-      }
-      const auto again = jet::TableDefinition::decode(source.version(), joined, location);
-      EXPECT_EQ(again.encode(), content);
-      ++definitions;
-    }
-  }
-  EXPECT_GT(definitions, 70);
-}
-
-TEST(Properties, AreReadAsTheyWereEncoded) {
-  for (const Version version : kVersions) {
-    jet::PropertyBlock object{.type = jet::PropertyBlock::kObject, .name = u"", .properties = {}};
-    object.properties.push_back({u"Description", 10, false, Bytes{'a', 0}});
-    jet::PropertyBlock column{
-        .type = jet::PropertyBlock::kColumn, .name = u"price", .properties = {}};
-    column.properties.push_back({u"Required", 1, true, Bytes{1}});
-    column.properties.push_back({u"Description", 10, false, {}});
-    const auto read =
-        jet::decodeProperties(version, jet::encodeProperties(version, {object, column}), {});
-    ASSERT_EQ(read.size(), 2U);
-    EXPECT_EQ(read[1].name, u"price");
-    EXPECT_TRUE(read[1].flag(u"required"));
-    EXPECT_FALSE(read[1].flag(u"AllowZeroLength"));
-    EXPECT_EQ(read[0].properties.at(0).data, (Bytes{'a', 0}));
   }
 }
 

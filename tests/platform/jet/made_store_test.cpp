@@ -97,14 +97,9 @@ TEST(AnIndexOnAColumnThatTheDefinitionLacks, RefusesChangesOfItsOtherColumns) {
   const auto found = std::ranges::find_end(bytes, columns);  // the system tables come first
   ASSERT_FALSE(found.empty());
   found.front() = 77;
-  support::writeFile(file, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-  Change change{u"Items", {}, {{jet::ColumnIndex(2), std::int32_t{9}}}};
-  {
-    jet::Database database(file, u"the file", jet::Password{u""});
-    const auto scan = tableNamed(database, change.table).scan();
-    ASSERT_TRUE(scan->next());
-    change.row = scan->row().id();
-  }
+  support::writeFile(file, bytes);
+  Change change{
+      u"Items", rowIdsOf(file, u"", u"Items").at(0), {{jet::ColumnIndex(2), std::int32_t{9}}}};
   EXPECT_NE(support::errorNumberOf([&] { makeChange(file, u"", change); }), 0);
   change.values = {{jet::ColumnIndex(0), std::int32_t{4}}};
   EXPECT_EQ(support::errorNumberOf([&] { makeChange(file, u"", change); }), 0);
@@ -176,11 +171,10 @@ TEST(DeepIndex, LinksOfNodesThatLeadAnywhereHarmNoLeaf) {
   addManyIndexes(store);
   store.write(file);
   std::vector<std::pair<std::uint32_t, std::uint32_t>> nodes;
-  std::vector<jet::RowId> rows;
+  const std::vector<jet::RowId> rows = rowIdsOf(file, u"", u"Many");
   {
     jet::Database database(file, u"the file", jet::Password{u""});
-    const jet::Table& table = tableNamed(database, u"Many");
-    const jet::TableSource& source = table.source();
+    const jet::TableSource& source = tableNamed(database, u"Many").source();
     std::uint32_t leaf = 0;
     for (std::uint32_t number = 6; number < source.pager.pageCount(); ++number) {
       const auto page = source.pager.read(jet::PageNumber(number), {});
@@ -189,8 +183,6 @@ TEST(DeepIndex, LinksOfNodesThatLeadAnywhereHarmNoLeaf) {
       if ((*page)[0] == static_cast<std::uint8_t>(jet::PageType::IndexNode) && leaf != 0)
         nodes.emplace_back(number, leaf);
     }
-    const auto scan = table.scan();
-    while (scan->next()) rows.push_back(scan->row().id());
   }
   EXPECT_GT(misleadNodes(file, nodes), 20);
   for (std::size_t i = 0; i < rows.size(); i += 2) {

@@ -3,13 +3,13 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <functional>
 #include <limits>
 
 #include "makestore/StoreBuilder.h"
 #include "platform/jet/StoreFiles.h"
 #include "platform/runtime/RunTimeError.h"
+#include "support/ProgramFolder.h"
 
 namespace {
 
@@ -55,14 +55,19 @@ class Store {
   std::uint8_t* page(std::uint32_t number) { return bytes_.data() + number * kPageSize; }
   std::uint32_t pageCount() const { return static_cast<std::uint32_t>(bytes_.size() / kPageSize); }
 
-  std::uint32_t number(std::uint32_t pageNumber, std::size_t at, std::size_t size = 4) {
+  static std::uint32_t number(const std::uint8_t* at, std::size_t size = 4) {
     std::uint32_t value = 0;
-    for (std::size_t i = size; i-- > 0;) value = value << 8 | page(pageNumber)[at + i];
+    for (std::size_t i = size; i-- > 0;) value = value << 8 | at[i];
     return value;
   }
+  std::uint32_t number(std::uint32_t pageNumber, std::size_t at, std::size_t size = 4) {
+    return number(page(pageNumber) + at, size);
+  }
+  static void put(std::uint8_t* at, std::uint32_t value, std::size_t size = 4) {
+    for (std::size_t i = 0; i < size; ++i, value >>= 8) at[i] = static_cast<std::uint8_t>(value);
+  }
   void put(std::uint32_t pageNumber, std::size_t at, std::uint32_t value, std::size_t size = 4) {
-    for (std::size_t i = 0; i < size; ++i, value >>= 8)
-      page(pageNumber)[at + i] = static_cast<std::uint8_t>(value);
+    put(page(pageNumber) + at, value, size);
   }
 
   /// The first page of a type and an owner.
@@ -90,14 +95,18 @@ class Store {
     markSlot(rows(), slot, kPointer);
     put(rows(), rowAt(rows(), slot), toPage << 8 | toSlot);
   }
-  /// Page and offset of the head of the first row's memo, which is stored on pages of its own.
-  std::pair<std::uint32_t, std::size_t> memoHead() {
+  std::uint8_t* rowAt(std::uint32_t pointer) {
+    return page(pointer >> 8) + rowAt(pointer >> 8, static_cast<int>(pointer & 0xFF));
+  }
+  std::uint8_t* ownedMap() { return rowAt(number(page(kItems) + kOwnedMap)); }
+  /// The head of the first row's memo, which is stored on pages of its own.
+  std::uint8_t* memoHead() {
     // Fixed part, then the name, then the memo of 12 bytes.
-    const std::size_t at = rowAt(rows(), 0);
-    for (std::size_t i = at; i < kPageSize; ++i)
-      if (number(rows(), i) == kMemoLength * 2U) return {rows(), i};
+    for (std::size_t i = rowAt(rows(), 0); i < kPageSize; ++i)
+      if (number(rows(), i) == kMemoLength * 2U) return page(rows()) + i;
     throw std::runtime_error("no memo");
   }
+  std::uint32_t memoPiece() { return number(memoHead() + 4); }
 
   static constexpr std::uint32_t kMemoLength = 5000;
 
@@ -172,50 +181,30 @@ const std::vector<Fault>& faults() {
       {"pointer_row_to_a_page_of_another_table",
        [](Store& s) { s.pointSlot(1, s.find(kData, kObjects), 0); }, "it belongs to another table"},
 
-      {"long_value_larger_than_the_file",
-       [](Store& s) { s.put(s.memoHead().first, s.memoHead().second, 0x3FFFFFFF); },
+      {"long_value_larger_than_the_file", [](Store& s) { Store::put(s.memoHead(), 0x3FFFFFFF); },
        "a long value claims more than the file holds"},
       {"long_value_on_a_page_beyond_the_end",
-       [](Store& s) { s.put(s.memoHead().first, s.memoHead().second + 4, kBeyondTheEnd << 8); },
-       kOutside},
+       [](Store& s) { Store::put(s.memoHead() + 4, kBeyondTheEnd << 8); }, kOutside},
       {"long_value_on_a_page_of_rows",
-       [](Store& s) { s.put(s.memoHead().first, s.memoHead().second + 4, s.rows() << 8); },
+       [](Store& s) { Store::put(s.memoHead() + 4, s.rows() << 8); },
        "a long value leads to a page of another kind"},
       {"long_value_whose_piece_was_deleted",
        [](Store& s) {
-         const std::uint32_t first = s.number(s.memoHead().first, s.memoHead().second + 4);
-         s.markSlot(first >> 8, static_cast<int>(first & 0xFF), kDeleted);
+         s.markSlot(s.memoPiece() >> 8, static_cast<int>(s.memoPiece() & 0xFF), kDeleted);
        },
        "a piece of a long value is missing"},
       {"long_value_chain_in_a_circle",
-       [](Store& s) {
-         const std::uint32_t first = s.number(s.memoHead().first, s.memoHead().second + 4);
-         s.put(first >> 8, s.rowAt(first >> 8, static_cast<int>(first & 0xFF)), first);
-       },
+       [](Store& s) { Store::put(s.rowAt(s.memoPiece()), s.memoPiece()); },
        "a long value leads in a circle"},
 
-      {"usage_map_of_an_unknown_kind",
-       [](Store& s) {
-         const std::uint32_t map = s.number(kItems, kOwnedMap);
-         s.page(map >> 8)[s.rowAt(map >> 8, static_cast<int>(map & 0xFF))] = 7;
-       },
+      {"usage_map_of_an_unknown_kind", [](Store& s) { *s.ownedMap() = 7; },
        "a usage map is of no known kind"},
       {"usage_map_on_a_page_beyond_the_end",
        [](Store& s) { s.put(kItems, kOwnedMap, kBeyondTheEnd << 8); }, kOutside},
       {"usage_map_whose_bitmap_is_a_page_of_rows",
-       [](Store& s) {
-         const std::uint32_t map = s.number(kItems, kOwnedMap);
-         const std::size_t at = s.rowAt(map >> 8, static_cast<int>(map & 0xFF));
-         s.put(map >> 8, at + 1, s.rows());
-       },
-       "it is no bitmap of a usage map"},
+       [](Store& s) { Store::put(s.ownedMap() + 1, s.rows()); }, "it is no bitmap of a usage map"},
       {"usage_map_of_pages_beyond_the_end",
-       [](Store& s) {
-         const std::uint32_t map = s.number(kItems, kOwnedMap);
-         const std::size_t at = s.rowAt(map >> 8, static_cast<int>(map & 0xFF));
-         s.page(s.number(map >> 8, at + 1))[kPageSize - 1] = 0x80;
-       },
-       kOutside},
+       [](Store& s) { s.page(Store::number(s.ownedMap() + 1))[kPageSize - 1] = 0x80; }, kOutside},
 
       {"definition_on_a_page_of_another_type", [](Store& s) { s.page(kItems)[0] = kData; },
        "it is no page of a table's definition"},
@@ -271,29 +260,31 @@ const std::vector<Fault>& faults() {
 
 TEST(NamedDamage, EachFaultHasItsErrorNumberAndText) {
   const Scratch scratch;
-  const fs::path file = scratch.folder() / "damaged.mdb";
-  const auto write = [&](const Store& store) {
-    std::ofstream(file, std::ios::binary)
-        .write(reinterpret_cast<const char*>(store.bytes().data()),
-               static_cast<std::streamsize>(store.bytes().size()));
-  };
-  write(Store());
-  ASSERT_EQ(checkerVerdict(file), "sound");
-  EXPECT_NO_THROW(readEverything(file, u""));
+  const fs::path sound = scratch.folder() / "sound.mdb";
+  support::writeFile(sound, Store().bytes());
+  EXPECT_NO_THROW(readEverything(sound, u""));
+  std::vector<fs::path> files{sound};
   for (const Fault& fault : faults()) {
     SCOPED_TRACE(fault.name);
     Store store;
     fault.damage(store);
-    write(store);
+    files.push_back(scratch.folder() / fault.name);
+    support::writeFile(files.back(), store.bytes());
     try {
-      readEverything(file, u"");
+      readEverything(files.back(), u"");
       ADD_FAILURE() << "no error";
     } catch (const runtime::RunTimeError& error) {
       EXPECT_EQ(error.number(), fault.number);
       EXPECT_NE(narrow(error.text()).find(fault.words), std::string::npos) << error.what();
     }
+  }
+  auto verdicts = checkerLines("", files);
+  const std::vector<std::string> isSound{"sound"};
+  EXPECT_EQ(verdicts[sound], isSound);
+  for (const Fault& fault : faults()) {
     // The checker needs no password.
-    EXPECT_EQ(checkerVerdict(file) == "sound", fault.number == kPassword);
+    EXPECT_EQ(verdicts[scratch.folder() / fault.name] == isSound, fault.number == kPassword)
+        << fault.name;
   }
 }
 

@@ -54,32 +54,6 @@ TEST(TextKey, HasTheBytesThatTheEngineWrites) {
   EXPECT_EQ(key3(u"\u00e9"), "660400");
 }
 
-TEST(TextKey, SortsAsShopStaffExpect) {
-  const std::vector<std::u16string> sorted{
-      u"",         u"#1",       u"_x",        u"10",         u"2",     u"Abc",
-      u"ab\u00e7", u"Abd",      u"Caf\u00e9", u"Caf\u00e9s", u"coop",  u"co-op",
-      u"coops",    u"\u0153uf", u"of",        u"Zebra",      u"\u3042"};
-  for (const TextOrder order : {TextOrder::General3, TextOrder::General4}) {
-    std::vector<std::string> keys;
-    for (const std::u16string& text : sorted)
-      if (order == TextOrder::General4 || text.find(u'-') == std::u16string::npos)
-        keys.push_back(jet::textKey(order, text));
-    EXPECT_TRUE(std::ranges::is_sorted(keys)) << static_cast<int>(order);
-    EXPECT_EQ(std::ranges::adjacent_find(keys), keys.end()) << static_cast<int>(order);
-  }
-}
-
-TEST(TextKey, IgnoresCaseTrailingSpacesAndTheTextAfterTheLimit) {
-  for (const TextOrder order : {TextOrder::General3, TextOrder::General4}) {
-    EXPECT_EQ(jet::textKey(order, u"CR\u00c8ME  "), jet::textKey(order, u"cr\u00e8me"));
-    EXPECT_NE(jet::textKey(order, u"creme"), jet::textKey(order, u"cr\u00e8me"));
-    EXPECT_EQ(jet::textKey(order, std::u16string(255, u'a') + u"b"),
-              jet::textKey(order, std::u16string(255, u'a')));
-    EXPECT_NE(jet::textKey(order, std::u16string(254, u'a') + u"b"),
-              jet::textKey(order, std::u16string(255, u'a')));
-  }
-}
-
 TEST(TextKey, IsTheSameFromBytesAndFromWideText) {
   std::mt19937 random(1);
   for (int i = 0; i < 500; ++i) {
@@ -114,48 +88,6 @@ TEST(TextKey, RefusesCharactersOutsideTheTablesForIndexesOnly) {
   EXPECT_TRUE(entry.empty());
   EXPECT_TRUE(jet::appendKey(jet::Version::Jet4, column, false, std::u16string(u"a"), entry));
   EXPECT_EQ(entry, (jet::Bytes{0x80, 0xB5, 0xFE, 0xFF, 0x00}));
-}
-
-TEST(IndexKey, OrdersTheValuesOfEveryTypeInBothDirections) {
-  using runtime::Variant;
-  struct Case {
-    jet::ColumnType type;
-    std::vector<Variant> ascending;
-  };
-  runtime::Guid low;
-  runtime::Guid high;
-  low.bytes[0] = 1;
-  high.bytes[0] = 2;
-  const std::vector<Case> cases{
-      {jet::ColumnType::Boolean, {true, false}},
-      {jet::ColumnType::Byte, {std::uint8_t{0}, std::uint8_t{127}, std::uint8_t{255}}},
-      {jet::ColumnType::Integer,
-       {std::int16_t{-32768}, std::int16_t{-1}, std::int16_t{0}, std::int16_t{300}}},
-      {jet::ColumnType::Long, {-70000, -1, 0, 1, 70000}},
-      {jet::ColumnType::Currency,
-       {runtime::Currency{-5}, runtime::Currency{0}, runtime::Currency{123456}}},
-      {jet::ColumnType::Single, {-2.5F, -0.5F, 0.0F, 0.25F, 1e10F}},
-      {jet::ColumnType::Double, {-1e300, -1.0, 0.0, 1e-9, 2.0}},
-      {jet::ColumnType::DateTime, {runtime::Date{-1.25}, runtime::Date{0}, runtime::Date{36526.5}}},
-      {jet::ColumnType::Guid, {low, high}},
-      {jet::ColumnType::Text, {u"", u"apple", u"Apples", u"b"}},
-  };
-  for (const Case& each : cases) {
-    jet::ColumnDefinition column;
-    column.type = each.type;
-    column.sortLanguage = 0x409;
-    for (const jet::Version version : {jet::Version::Jet3, jet::Version::Jet4})
-      for (const bool ascending : {true, false}) {
-        std::vector<jet::Bytes> keys(each.ascending.size());
-        for (std::size_t i = 0; i < keys.size(); ++i)
-          ASSERT_TRUE(jet::appendKey(version, column, ascending, each.ascending[i], keys[i]));
-        if (each.type != jet::ColumnType::Boolean)
-          keys.insert(keys.begin(), jet::Bytes{jet::nullKey(ascending)});
-        if (!ascending) std::ranges::reverse(keys);
-        EXPECT_TRUE(std::ranges::is_sorted(keys)) << static_cast<int>(each.type) << ascending;
-        EXPECT_EQ(std::ranges::adjacent_find(keys), keys.end());
-      }
-  }
 }
 
 TEST(TextKey, ComparesTextsAsTheirKeys) {

@@ -3,16 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <cstdlib>
 #include <variant>
 
-#include "platform/runtime/RunTimeError.h"
 #include "storesql/StatementPlan.h"
+#include "support/FileFaults.h"
 
 namespace jetsqltest {
 namespace {
 
-namespace fs = std::filesystem;
 using jet::ColumnType;
 using makestore::Column;
 using makestore::Index;
@@ -82,39 +80,10 @@ Currency money(double amount) {
 
 }  // namespace
 
-std::string narrow(std::u16string_view text) {
-  std::string result;
-  for (const char16_t c : text) {
-    if (c < 0x80) {
-      result += static_cast<char>(c);
-    } else if (c < 0x800) {
-      result += static_cast<char>(0xC0 | (c >> 6));
-      result += static_cast<char>(0x80 | (c & 0x3F));
-    } else {
-      result += static_cast<char>(0xE0 | (c >> 12));
-      result += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-      result += static_cast<char>(0x80 | (c & 0x3F));
-    }
-  }
-  return result;
-}
-
-std::u16string wide(std::string_view text) {
-  return {text.begin(), text.end()};
-}
-
-SmallStore::SmallStore(makestore::StoreBuilder& builder) {
-  std::string name = (fs::temp_directory_path() / "jetsql-XXXXXX").string();
-  if (mkdtemp(name.data()) == nullptr) std::abort();
-  folder_ = name;
-  builder.write(folder_ / "store.mdb");
-  session_ = std::make_unique<jetsql::Session>(folder_ / "store.mdb", u"store.mdb", u"");
-}
-
-SmallStore::~SmallStore() {
-  session_.reset();
-  std::error_code ignored;
-  fs::remove_all(folder_, ignored);
+SmallStore::SmallStore(makestore::StoreBuilder builder) {
+  const std::filesystem::path file = scratch_.folder() / "store.mdb";
+  builder.write(file);
+  session_ = std::make_unique<jetsql::Session>(file, u"store.mdb", u"");
 }
 
 std::vector<std::string> SmallStore::rows(std::u16string_view statement) {
@@ -144,19 +113,16 @@ std::string SmallStore::columns(std::u16string_view statement) {
 }
 
 std::string SmallStore::failure(std::u16string_view statement) {
-  try {
-    rows(statement);
-    return "";
-  } catch (const runtime::RunTimeError& error) {
-    return std::to_string(error.number()) + ": " + narrow(error.text());
-  }
+  return support::failureOf([&] { rows(statement); });
 }
 
 std::string SmallStore::plan(std::u16string_view statement) {
   return joined(storesql::planOf(session_->database(), statement).steps, "; ");
 }
 
-makestore::StoreBuilder littleShop() {
+namespace {
+
+makestore::StoreBuilder littleStore() {
   makestore::StoreBuilder store;
   makestore::Table& items = store.table(u"Items");
   items.column({.name = u"id"})
@@ -254,6 +220,13 @@ makestore::StoreBuilder littleShop() {
   store.query(std::move(far));
   store.query(SelectQuery().column(u"*").from(u"LoopB").named(u"LoopA"));
   store.query(SelectQuery().column(u"*").from(u"LoopA").named(u"LoopB"));
+  return store;
+}
+
+}  // namespace
+
+SmallStore& littleShop() {
+  static SmallStore store(littleStore());
   return store;
 }
 

@@ -1,23 +1,23 @@
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "makestore/StoreBuilder.h"
+#include "platform/jet/StoreFiles.h"
 #include "platform/jetsql/sqlite/Session.h"
 
 namespace jetsqltest {
 
+using jettest::narrow;
+using jettest::wide;
+
 /// A session on a store that was made for the test, in a folder that is deleted with it.
 class SmallStore {
  public:
-  explicit SmallStore(makestore::StoreBuilder& builder);
-  ~SmallStore();
-  SmallStore(const SmallStore&) = delete;
-  SmallStore& operator=(const SmallStore&) = delete;
+  explicit SmallStore(makestore::StoreBuilder builder);
 
   jetsql::Session& session() { return *session_; }
   /// The rows of a statement, a line each, values joined by " | ". Each value shows its type: texts
@@ -35,15 +35,12 @@ class SmallStore {
   std::string plan(std::u16string_view statement);
 
  private:
-  std::filesystem::path folder_;
+  jettest::Scratch scratch_;
   std::unique_ptr<jetsql::Session> session_;
 };
 
 /// A little shop: Items, Depts, Codes (without an index), Amounts and Decimals (the largest ones),
 /// Empty, and saved queries over them.
-makestore::StoreBuilder littleShop();
-
-std::string narrow(std::u16string_view text);
-std::u16string wide(std::string_view text);
+SmallStore& littleShop();
 
 }  // namespace jetsqltest

@@ -8,12 +8,6 @@
 namespace jetsqltest {
 namespace {
 
-SmallStore& store() {
-  static makestore::StoreBuilder builder = littleShop();
-  static SmallStore made(builder);
-  return made;
-}
-
 struct Case {
   const char16_t* statement;
   const char* failure;
@@ -21,7 +15,7 @@ struct Case {
 
 void check(const std::vector<Case>& cases) {
   for (const Case& each : cases) {
-    EXPECT_EQ(store().failure(each.statement), each.failure) << narrow(each.statement);
+    EXPECT_EQ(littleShop().failure(each.statement), each.failure) << narrow(each.statement);
   }
 }
 
@@ -128,7 +122,8 @@ TEST(StatementError, IncompatibleValues) {
          {u"select (select id from Items) from Depts",
           "-2147467259: At most one record can be returned by this subquery."}});
   // A value that its type doesn't hold fails when it is read, not when the result is opened.
-  EXPECT_EQ(store().session().run(u"select 2147483647 + id from Items where id < 3").count(), 2U);
+  EXPECT_EQ(littleShop().session().run(u"select 2147483647 + id from Items where id < 3").count(),
+            2U);
 }
 
 // Saved queries come from files that anybody may have written.
@@ -153,14 +148,14 @@ TEST(StatementError, HostileStatementsEndInAnError) {
       u"select count(*) from Items a, Items b, Items c, Items d, Items e "
       u"where String(1000000, 'x') & a.id & b.id & c.id & d.id & e.id Like '*y'";
   for (const auto& statement : {deep, signs, chain, doubling, product, crowd, longText, longWork}) {
-    EXPECT_TRUE(store().failure(statement).starts_with("-2147467259: Query is too complex"))
-        << narrow(statement.substr(0, 80)) << ": " << store().failure(statement);
+    EXPECT_TRUE(littleShop().failure(statement).starts_with("-2147467259: Query is too complex"))
+        << narrow(statement.substr(0, 80)) << ": " << littleShop().failure(statement);
   }
 }
 
 TEST(StatementError, LeavesTheSessionUsable) {
-  EXPECT_NE(store().failure(u"select 1/(id-1) from Items"), "");
-  EXPECT_EQ(store().rows(u"select 1/(id-1) from Items where id=3").at(0), "0.5");
+  EXPECT_NE(littleShop().failure(u"select 1/(id-1) from Items"), "");
+  EXPECT_EQ(littleShop().rows(u"select 1/(id-1) from Items where id=3").at(0), "0.5");
 }
 
 }  // namespace

@@ -14,18 +14,12 @@ struct Case {
   const char* value;
 };
 
-SmallStore& store() {
-  static makestore::StoreBuilder builder = littleShop();
-  static SmallStore made(builder);
-  return made;
-}
-
 void check(const std::vector<Case>& cases) {
   for (const Case& each : cases) {
     const std::u16string statement = u"SELECT " + std::u16string(each.expression) + u" AS x";
-    const std::string failure = store().failure(statement);
+    const std::string failure = littleShop().failure(statement);
     ASSERT_EQ(failure, "") << narrow(each.expression);
-    EXPECT_EQ(store().rows(statement), std::vector<std::string>{each.value})
+    EXPECT_EQ(littleShop().rows(statement), std::vector<std::string>{each.value})
         << narrow(each.expression);
   }
 }

@@ -12,14 +12,13 @@ namespace {
 
 /// An ordinary shop's store: ids, names and departments indexed.
 SmallStore& shop() {
-  static makestore::StoreBuilder builder = [] {
+  static SmallStore store([] {
     makestore::ShopOrder order;
     order.password = u"";
     order.shuffled = true;
     return makestore::shopStore(order);
-  }();
-  static SmallStore made(builder);
-  return made;
+  }());
+  return store;
 }
 
 TEST(IndexPlan, ShowsWhichRestrictionUsesWhichIndex) {

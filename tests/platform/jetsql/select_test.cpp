@@ -15,19 +15,14 @@ using testing::IsEmpty;
 class Select : public testing::Test {
  protected:
   using Lines = std::vector<std::string>;
-  static SmallStore& store() {
-    static makestore::StoreBuilder builder = littleShop();
-    static SmallStore made(builder);
-    return made;
-  }
-  static Lines rows(std::u16string_view statement) { return store().rows(statement); }
-  static Lines sorted(std::u16string_view statement) { return store().sortedRows(statement); }
+  static Lines rows(std::u16string_view statement) { return littleShop().rows(statement); }
+  static Lines sorted(std::u16string_view statement) { return littleShop().sortedRows(statement); }
 };
 
 TEST_F(Select, ColumnsComeWithTheirTypesAndTheFilesSpelling) {
   EXPECT_THAT(rows(u"select * from items where ID = 5"),
               ElementsAre("5 | 'tea' | $2.5 | 4i | 'D1' | yes | @2004-03-31 10:15:00 | 0.5"));
-  EXPECT_EQ(store().columns(u"select ID, NAME as Label, [Items].[qty], price*2, 1 from items"),
+  EXPECT_EQ(littleShop().columns(u"select ID, NAME as Label, [Items].[qty], price*2, 1 from items"),
             "id,Label,qty,Expr1003,Expr1004");
   EXPECT_THAT(rows(u"SELECT price*2, price*1.5, qty+price, -active, sold+1, qty & '' "
                    u"FROM Items WHERE id=2;"),
@@ -198,9 +193,9 @@ TEST_F(Select, JoinsOfAllKindsNestToAnyDepth) {
 }
 
 TEST_F(Select, ColumnsThatShareANameArePrefixedWithTheirTables) {
-  EXPECT_EQ(store().columns(u"select * from Depts d inner join Items i on i.dept=d.id"),
+  EXPECT_EQ(littleShop().columns(u"select * from Depts d inner join Items i on i.dept=d.id"),
             "d.id,title,i.id,name,price,qty,dept,active,sold,ratio");
-  EXPECT_EQ(store().columns(u"select i.*, d.id as dep from Depts d, Items i"),
+  EXPECT_EQ(littleShop().columns(u"select i.*, d.id as dep from Depts d, Items i"),
             "id,name,price,qty,dept,active,sold,ratio,dep");
   EXPECT_THAT(rows(u"select q.[d.id] from (select * from Depts d, Codes c where c.code='111') as q "
                    u"order by 1 desc"),
@@ -247,7 +242,7 @@ TEST_F(Select, SubqueriesSeeTheRowOfTheOuterQuery) {
 }
 
 TEST_F(Select, SavedQueriesRunLikeTables) {
-  EXPECT_EQ(store().columns(u"select * from sales"), "ID,DESCRIPTION,code,deptname");
+  EXPECT_EQ(littleShop().columns(u"select * from sales"), "ID,DESCRIPTION,code,deptname");
   EXPECT_THAT(rows(u"SELECT ID,DESCRIPTION,code from Sales where description <> \"\" "
                    u"order by description, id, code"),
               ElementsAre("2 | 'Coffee' | '333'", "4 | 'coop milk' | null",

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 #include <malloc.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <QJsonArray>
 #include <algorithm>
@@ -14,6 +12,7 @@
 #include "platform/profile/SettingsStore.h"
 #include "platform/runtime/CodePage.h"
 #include "support/FileFaults.h"
+#include "support/ProcessCopy.h"
 #include "support/ProgramFolder.h"
 #include "support/ReferenceTable.h"
 
@@ -210,23 +209,18 @@ TEST_F(ProfileFile, NeedsAtMostFourTimesItsSizeInMemory) {
 TEST_F(ProfileFile, TwoProgramsThatWriteAtOnceLoseNoValue) {
   constexpr int kWrites = 500;
   const auto names = [](const char* program, int i) { return program + std::to_string(i); };
-  std::vector<pid_t> programs;
-  for (const char* name : {"left", "right"}) {
-    programs.push_back(::fork());
-    if (programs.back() != 0) continue;
-    bool good = true;
-    for (int i = 0; i < kWrites; ++i) {
-      good = write("S", names(name, i), "1") && good;
-      const std::string key = names(name, i);
-      profile::SaveSetting(u"tavenor", u"comms", runtime::fromUtf8(key), u"1");
-    }
-    ::_exit(good ? 0 : 1);
-  }
-  for (const pid_t program : programs) {
-    int status = 0;
-    ASSERT_EQ(::waitpid(program, &status, 0), program);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-  }
+  const auto program = [&](const char* name) {
+    return [&, name] {
+      bool good = true;
+      for (int i = 0; i < kWrites; ++i) {
+        const std::string key = names(name, i);
+        good = write("S", key, "1") && good;
+        profile::SaveSetting(u"tavenor", u"comms", runtime::fromUtf8(key), u"1");
+      }
+      return good ? 0 : 1;
+    };
+  };
+  EXPECT_EQ(support::statusesOfCopies({program("left"), program("right")}), std::vector(2, 0));
   int lost = 0;
   for (const char* name : {"left", "right"})
     for (int i = 0; i < kWrites; ++i) {

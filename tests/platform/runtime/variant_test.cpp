@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/runtime/RunTimeError.h"
+#include "support/FileFaults.h"
 
 using namespace runtime;
 
@@ -32,19 +32,12 @@ TEST(Variant, DatesAroundTheFirstDayAreRightAndDamagedOnesDoNotHang) {
 TEST(Variant, NullJoinsAsEmptyAndFailsElsewhere) {
   EXPECT_EQ(Variant() & u"", u"");
   EXPECT_EQ(Variant(u"Tea") & u"!", u"Tea!");
-  const auto errorOf = [](const auto& use) -> std::int32_t {
-    try {
-      use();
-      return 0;
-    } catch (const RunTimeError& error) {
-      return error.number();
-    }
-  };
-  EXPECT_EQ(errorOf([] { return Variant().toText(); }), 94);
-  EXPECT_EQ(errorOf([] { return Variant().toLong(); }), 94);
-  EXPECT_EQ(errorOf([] { return Variant(u"abc").toLong(); }), 13);
-  EXPECT_EQ(errorOf([] { return Variant(3e9).toLong(); }), 6);
-  EXPECT_EQ(errorOf([] { return Variant(Binary{1}).toText(); }), 13);
+  using support::errorNumberOf;
+  EXPECT_EQ(errorNumberOf([] { Variant().toText(); }), 94);
+  EXPECT_EQ(errorNumberOf([] { Variant().toLong(); }), 94);
+  EXPECT_EQ(errorNumberOf([] { Variant(u"abc").toLong(); }), 13);
+  EXPECT_EQ(errorNumberOf([] { Variant(3e9).toLong(); }), 6);
+  EXPECT_EQ(errorNumberOf([] { Variant(Binary{1}).toText(); }), 13);
   EXPECT_EQ(Variant(Currency{25'000}).toLong(), 2);
   EXPECT_EQ(Variant(true).toLong(), -1);
 }

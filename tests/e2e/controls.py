@@ -48,23 +48,10 @@ def _large():
     return table
 
 
-def _sheet():
-    table = {
-        "cmdSave": (585, 135, 1410, 510),
-        "cmdClose": (2070, 135, 1410, 510),
-        "Grid1": (0, 810, 9870, 4245),
-    }
-    return table
-
-
 LEVELLED = _levelled()
 LARGE = _large()
-SHEET = _sheet()
-
-CAPTIONS = {
-    "cmdSelCol": "Button Colour", "cmdFontColour": "Font Colour",
-    "cmdResetColor": "Reset the Button", "cmdResetAll": "Reset All Buttons",
-    "cmdCopy": "Copy Button Settings", "cmdSave": "Save", "cmdUpdate": "Update POS",
-    "cmdClose": "Exit", "Check1": "Autofill the blocks",
-    "chkBarcode": "Ignore items with barcodes",
+SHEET = {
+    "cmdSave": (585, 135, 1410, 510),
+    "cmdClose": (2070, 135, 1410, 510),
+    "Grid1": (0, 810, 9870, 4245),
 }

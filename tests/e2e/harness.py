@@ -269,16 +269,6 @@ class Screen:
         except AssertionError:
             raise AssertionError(f"expected {expected}\n     found {self.captions()}") from None
 
-    def chosen(self, control):
-        """The chosen entry of a drop-down list: its description for a screen reader."""
-        x, y = self.point(control)
-        for node in self.node.walk():
-            if node.role == "combo box":
-                left, top, width, height = self.program.box(node)
-                if left < x < left + width and top < y < top + height:
-                    return node.description
-        return None
-
     def colour(self, control, across=0.5, down=0.12):
         """The colour of one pixel of a control on the screen, as 0xRRGGBB."""
         return self.desktop.colour(*self.point(control, across, down))

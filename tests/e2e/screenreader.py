@@ -108,10 +108,6 @@ class Node:
         """The text of the node, such as a text box's."""
         return self._call("Text", "GetText", GLib.Variant("(ii)", (0, -1)))[0]
 
-    @property
-    def value(self):
-        return self._property("Value", "CurrentValue")
-
     def states(self):
         low, high = self._call("Accessible", "GetState")[0]
         bits = low | high << 32
@@ -149,10 +145,9 @@ class Node:
                 if "showing" in child.states():
                     yield from child.walk(depth - 1)
 
-    def find(self, role=None, name=None, description=None):
-        """The first node below that matches all arguments, or None."""
+    def find(self, role=None, name=None):
+        """The first node below that matches the arguments, or None."""
         for node in self.walk():
-            if ((role is None or node.role == role) and (name is None or node.name == name) and
-                    (description is None or node.description == description)):
+            if (role is None or node.role == role) and (name is None or node.name == name):
                 return node
         return None

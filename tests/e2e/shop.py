@@ -49,26 +49,15 @@ class Shop:
         shutil.copy(build.program("keystrand"), self.program)
         self.database = self.folder / "Stores" / "Demo" / "MASTER.mdb"
         self.database.parent.mkdir(parents=True)
-        self._build = build
-        self.replace_store(*store)
+        shutil.copy(build.store(*store), self.database)
         self.set("[comms]\nstorename=Demo\n")
-
-    def replace_store(self, *options):
-        shutil.copy(self._build.store(*options), self.database)
 
     # The settings store and the profile files
 
-    @property
-    def settings_file(self):
-        return self.settings / "program-settings" / "tavenor.ini"
-
     def set(self, text):
-        self.settings_file.parent.mkdir(parents=True, exist_ok=True)
-        self.settings_file.write_text(text)
-
-    def setting(self, section, key):
-        """An entry of the settings store, found without regard to case; None if absent."""
-        return entry(self.settings_file, section, key)
+        file = self.settings / "program-settings" / "tavenor.ini"
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_text(text)
 
     def touch_setting(self, section, key):
         return entry(self.posdata / "FastTouchButtons.ini", section, key)
@@ -102,10 +91,6 @@ class Shop:
         told = subprocess.run(
             ["mdb-json", str(self.database), table], check=True, capture_output=True).stdout
         return [json.loads(line) for line in told.decode("utf-8").splitlines()]
-
-    def barcodes(self):
-        """The ids of the products that have a barcode, as texts."""
-        return {str(row["id"]) for row in self.rows("tblPlu") if row.get("barcode")}
 
     def files(self):
         """All files of the shop but the program, with their bytes, to check that nothing changed."""

@@ -22,27 +22,17 @@ class BadStore(Case):
         self.ends_fatally(program, number, text)
         self.assertEqual(self.shop.files(), before)
 
-    def test_no_store_folder(self):
-        self.shop.set("[comms]\nstorename=Elsewhere\n")
-        self.ends(-2147467259, "is not a valid path")
-
-    def test_no_database(self):
-        self.shop.database.unlink()
-        self.ends(-2147467259, "Could not find file")
-
     def test_not_a_database(self):
         self.shop.database.write_bytes(b"Dear shop, the store is closed today.\r\n" * 400)
         self.ends(-2147467259, "Unrecognized database format")
-
-    def test_wrong_password(self):
-        self.shop.replace_store("--password", "another")
-        self.ends(-2147217843, "Not a valid password.")
 
     def test_a_database_that_another_program_holds_exclusively(self):
         with open(self.shop.database, "r+b") as held:
             lock = struct.pack("hhqqi4x", fcntl.F_WRLCK, os.SEEK_SET, 0, 0, 0)
             fcntl.fcntl(held, fcntl.F_OFD_SETLK, lock)
+            began = time.monotonic()
             self.ends(-2147467259, "file already in use")
+            self.assertGreater(time.monotonic() - began, 5)  # the engine waits for the other one
 
 
 class NoDisplay(Case):
@@ -97,12 +87,6 @@ class LostDisplay(Case):
 
     def test_while_nothing_happens(self):
         self.ends(self.screen())
-
-    def test_while_an_item_is_dragged(self):
-        screen = self.screen()
-        screen.start_drag(0)
-        screen.move(20)
-        self.ends(screen)
 
     def test_while_an_item_is_moved_about(self):
         # The server goes between two of the toolkit's questions about the pointer.

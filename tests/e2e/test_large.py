@@ -1,4 +1,4 @@
-"""A tour of the large editor, and a layout file that it refuses."""
+"""Tours of the large editor."""
 
 import controls
 from desktop import wait_until
@@ -81,13 +81,3 @@ class NoWindowManager(Large):
         left, top, width, height = (value // controls.TWIPS for value in controls.LARGE["cmdClose"])
         bare.xdotool("mousemove", left + width // 2, top + height // 2, "click", 1)
         self.assertEqual(program.status(), 0)
-
-
-class BadLayout(Large):
-    """A fault that the levelled editor ignores ends this one, before its screen is shown."""
-
-    def test_a_comma_in_a_caption(self):
-        self.shop.write_layout("", layout({5: {"product": 77, "caption": "Tea, green"}}, 108))
-        before = self.shop.files()
-        self.ends_fatally(self.start(), 13, "Type mismatch")
-        self.assertEqual(self.shop.files(), before)

@@ -30,7 +30,6 @@ class DayOfWork(Case):
         self.assertEqual(sorted(entries), sorted((name[:30].strip(), str(id))
                                                  for id, name in stock.items()))
         self.assertEqual(screen.captions(), {})
-        self.assertEqual(screen.chosen("cbLevel"), "1")
         (tea, tea_id), (bun, bun_id), (jam, jam_id) = entries[:3]
 
         screen.drag(0, 20)
@@ -90,35 +89,6 @@ class DayOfWork(Case):
         self.assertEqual(screen.program.status(), 0)
         self.assertEqual(self.shop.files(), before)
         self.assertEqual(screen.program.errors(), "")
-
-    def test_filters_narrow_the_list_and_the_barcode_box_is_remembered(self):
-        screen = self.levelled()
-        everything = screen.items()
-        departments = {row["id"]: row["description"] for row in self.shop.rows("tblDepartment")}
-        stock = [row for row in self.shop.rows("tblStock") if row.get("description")]
-        barcodes = self.shop.barcodes()
-        screen.choose("cbDept", 2)
-        name = wait_until(lambda: screen.chosen("cbDept"), "a department")
-        (department,) = (id for id, text in departments.items() if text == name)
-        theirs = {str(row["id"]) for row in stock if row.get("deptid") == department}
-        wait_until(lambda: {entry[1] for entry in screen.items()} == theirs,
-                   f"the products of {name}")
-        self.assertEqual([entry for entry in everything if entry[1] in theirs],
-                         screen.items())
-
-        screen.tick("chkBarcode")
-        wait_until(lambda: {entry[1] for entry in screen.items()} == theirs - barcodes,
-                   "products without a barcode")
-        self.assertTrue(theirs & barcodes)
-        self.assertEqual(self.shop.setting("KEYSTRAND", "HIDE_BARCODE"), "1")
-        self.assertEqual(self.shop.setting("comms", "storename"), "Demo")
-        screen.click("cmdClose")
-        screen.program.status()
-
-        screen = self.levelled()
-        self.assertIn("checked", screen.find(name="Ignore items with barcodes").states())
-        self.assertEqual([entry for entry in everything if entry[1] not in barcodes],
-                         screen.items())
 
     def test_nothing_done_during_the_notice_reaches_the_editor(self):
         screen = self.levelled()

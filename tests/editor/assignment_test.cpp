@@ -36,7 +36,10 @@ TEST(Assignment, ATextFromAnotherProgramIsTakenByItsPositionsAlone) {
   EXPECT_TRUE(user.drop(key(3), u"  Foreign \x20ac " + std::u16string(118, u' ') + u" 0042.4 "));
   QMimeData picture;
   picture.setData("image/png", "no text");
-  user.drop(key(3), picture, 1);  // no text: nothing happens
+  EXPECT_FALSE(user.drop(key(3), picture, 1));  // no text: nothing happens
+  QMimeData copied;
+  copied.setText(QString(30, 'x') + QString(100, ' ') + "7");
+  EXPECT_TRUE(user.drop(key(4), copied, 1)) << "from a source that offers a copy alone";
   EXPECT_EQ(shop.failure(), 0);
   EXPECT_EQ(shop.save(user)[3], lineOf({.key = 3, .product = "42", .caption = "Foreign \x80"}));
 }

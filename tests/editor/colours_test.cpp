@@ -80,7 +80,7 @@ TEST(Colours, ALoadedKeyPressesInItsOldColourUntilItIsColoured) {
   user.release(key(10));
 }
 
-TEST(Colours, ResetWipesTheWholeKeyAndLeavesTheFileAlone) {
+TEST(Colours, ResetClearsTheKeyAndLeavesTheFileAlone) {
   Shop shop;
   WindowDriver user = shop.open();
   shop.host.colours = {kRed, kBlue};

@@ -78,37 +78,6 @@ TEST(Views, TickingArrangesAtOnceAndClearingRestoresNothing) {
   EXPECT_EQ(caption(user, key(0)), "Key 0") << "level 1 was cleared and has no file";
 }
 
-// A step that fails leaves the results of the steps before it, and none of those after it.
-TEST(Views, TickingAndClearingTakeTheirStepsInTheirOrder) {
-  {
-    Shop shop;  // the arrangement fails: the labels are hidden, nothing is written
-    shop.touchSettings("[BUTTONS_BL]\r\nrows=nine\r\n");
-    WindowDriver user = shop.open();
-    user.click("Check1");
-    EXPECT_EQ(shop.failure(), 13);
-    EXPECT_FALSE(user.isVisible("List1"));
-    EXPECT_EQ(shop.touchFile(), "[BUTTONS_BL]\r\nrows=nine\r\n");
-  }
-  {
-    Shop shop;  // the level change fails: both settings are written before it
-    shop.missingStock = {10};
-    WindowDriver user = shop.open();
-    user.click("Check1");
-    EXPECT_EQ(shop.failure(), 3021);
-    EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nAUTOFILL=1\r\nItemOne=BL\r\n");
-  }
-  {
-    Shop shop;  // it fails when the box is cleared: the corner would be written after it
-    WindowDriver user = shop.open();
-    user.click("Check1");
-    ASSERT_EQ(::mkfifo((shop.folder.posdata() / "FastMovers1.txt").c_str(), 0600), 0);
-    user.click("Check1");
-    EXPECT_EQ(shop.failure(), 75);
-    EXPECT_FALSE(user.isVisible("cbLevel"));
-    EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nAUTOFILL=0\r\nItemOne=BL\r\n");
-  }
-}
-
 TEST(Views, ALevelWithFewerThanSixtyThreeRowsEndsTheProgram) {
   Shop shop;
   shop.missingStock = {100};

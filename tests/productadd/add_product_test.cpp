@@ -108,32 +108,6 @@ TEST(AddProduct, ClosingWithoutAddingPlacesTheLastAddedProductAgain) {
   EXPECT_EQ(shop.failure(), 0);
 }
 
-TEST(AddProduct, APickedDepartmentIsLookedUpByItsName) {
-  Shop shop;
-  WindowDriver user = shop.open();
-  const auto pick = [](WindowDriver& sheet, int steps) {
-    sheet.key(Qt::Key_Space);
-    for (int i = 0; i < steps; ++i) sheet.key(Qt::Key_Down);
-    sheet.key(Qt::Key_Return);
-  };
-  onSheet(user, 1, [&](WindowDriver& sheet) {
-    typeProduct(sheet, u"Tea", u"");
-    pick(sheet, 1);
-    sheet.click("cmdSave");
-  });
-  onSheet(user, 2, [&](WindowDriver& sheet) {
-    typeProduct(sheet, u"Coffee", u"");
-    pick(sheet, 1);
-    sheet.key(Qt::Key_Up);
-    pick(sheet, 2);  // the later one counts
-    sheet.click("cmdSave");
-  });
-  EXPECT_EQ(shop.failure(), 0);
-  EXPECT_EQ(stored(u"tblStock", u"deptid", 100), u"1") << "Drinks";
-  EXPECT_EQ(stored(u"tblStock", u"deptid", 130), u"2") << "Food";
-  EXPECT_EQ(stored(u"tblStock", u"price", 100), u"0");
-}
-
 TEST(AddProduct, EachFlagHasItsOwnRowAndColumn) {
   Shop shop;
   for (const int id : {1, 2, 3}) shop.names[id] = std::nullopt;

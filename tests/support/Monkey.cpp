@@ -61,7 +61,6 @@ Monkey::Monkey(std::string screen, std::size_t keys) : keys_(keys), screen_(std:
        }},
       {8, "presses what has the focus", [this] { pressFocused(); }},
       {10, "does what nobody answers", [this] { wander(); }},
-      {2, "juggles the buttons over the list", [this] { juggleButtons(); }},
       {2, "saves", [this] { press("cmdSave", [&] { user_->click("cmdSave"); }); }},
       {1, "exits", [this] { press("cmdClose", [&] { user_->click("cmdClose"); }); }},
       {1, "closes the frame",
@@ -178,7 +177,7 @@ void Monkey::checkLooks() {
 
 // The model
 
-void Monkey::place(int index, const Item& item) {
+void Monkey::assign(int index, const Item& item) {
   Key& target = keys_[static_cast<std::size_t>(index)];
   target.caption = item.description;
   target.id = item.id;
@@ -221,10 +220,7 @@ int Monkey::applyLayout(bool trimIds) {
 void Monkey::press(const std::string& control, const std::function<void()>& hand) {
   Key& target = keys_[static_cast<std::size_t>(current_)];
   if (control == "cmdSave") {
-    saving_ = true;
-    clickUnderTheNotice(anyKey());
     hand();
-    saving_ = false;
     files_[layoutFile()] = layoutBytes();
     saved();
     return;
@@ -258,16 +254,6 @@ void Monkey::press(const std::string& control, const std::function<void()>& hand
   }
 }
 
-/// Clicks as soon as the notice is up, which blocks the click.
-void Monkey::clickUnderTheNotice(const std::string& name) {
-  constexpr int kPause = 5;
-  if (!saving_) return;
-  if (WindowDriver::isShown("frmSaved"))
-    user_->click(name);
-  else
-    soon([this, name] { clickUnderTheNotice(name); }, kPause);
-}
-
 void Monkey::doublePressKey(int index) {
   note(key(index));
   press(key(index), [&] { user_->doubleClick(key(index)); });
@@ -291,7 +277,7 @@ void Monkey::drop() {
   if (!dropTargets_) return;
   const Item item = split(text);
   failsWith(item.error);
-  if (!failed()) place(index, item);
+  if (!failed()) assign(index, item);
 }
 
 std::u16string Monkey::selectedEntry() const {
@@ -309,7 +295,7 @@ void Monkey::doubleClickList() {
   note("row " + std::to_string(row) + " " + narrow(text));
   const Item item = text.empty() ? Item{.error = 5} : split(text);
   failsWith(item.error);
-  if (!failed()) place(current_, item);
+  if (!failed()) assign(current_, item);
 }
 
 void Monkey::pressFocused() {
@@ -329,28 +315,18 @@ void Monkey::pressFocused() {
 
 void Monkey::wander() {
   const std::string name = anyKey();
-  QWindow* window = user_->window().windowHandle();
-  const auto at = [&](const std::string& control) {
-    const QWidget& widget = user_->control(control);
-    return widget.mapTo(&user_->window(), widget.rect().center());
-  };
-  switch (below(6)) {
+  switch (below(5)) {
     case 0:
       user_->moveTo(name);
       break;
     case 1:
-      QTest::mouseClick(window, oneIn(2) ? Qt::RightButton : Qt::MiddleButton, {}, at(name));
+      QTest::mouseClick(&user_->control(name), oneIn(2) ? Qt::RightButton : Qt::MiddleButton);
       break;
-    case 2:  // a press that is released elsewhere
-      QTest::mousePress(window, Qt::LeftButton, {}, at(name));
-      QTest::mouseMove(window, at("cmdSave"));
-      QTest::mouseRelease(window, Qt::LeftButton, {}, at("cmdSave"));
-      break;
-    case 3:
+    case 2:
       user_->focus(name);
       user_->key(oneOf<Qt::Key>({Qt::Key_Right, Qt::Key_Escape, Qt::Key_F1, Qt::Key_X}));
       break;
-    case 4:
+    case 3:
       user_->key(Qt::Key_Backtab);
       break;
     default:
@@ -358,19 +334,6 @@ void Monkey::wander() {
       user_->clickRow("List1", below(20), oneIn(2));
       user_->key(oneOf<Qt::Key>({Qt::Key_Down, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_Return}));
   }
-}
-
-void Monkey::juggleButtons() {
-  if (!user_->isVisible("List1")) return;
-  QWindow* window = user_->window().windowHandle();
-  const QWidget& list = user_->control("List1");
-  const QPoint at = list.mapTo(&user_->window(), QPoint(20, 20));
-  // Each press may run the event loop until its button is released.
-  soon([&] { QTest::mousePress(window, Qt::RightButton, {}, at); });
-  soon([&] { QTest::mouseRelease(window, Qt::RightButton, {}, at); }, 20);
-  soon([&] { QTest::mouseRelease(window, Qt::LeftButton, {}, at); }, 40);
-  QTest::mousePress(window, Qt::LeftButton, {}, at);
-  EXPECT_EQ(QApplication::mouseButtons(), Qt::NoButton);
 }
 
 std::u16string trimmed(std::u16string_view text) {

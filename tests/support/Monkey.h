@@ -72,7 +72,7 @@ class Monkey {
   void note(const std::string& detail) { history_.back() += " " + detail; }
 
   // The model
-  void place(int index, const Item& item);
+  void assign(int index, const Item& item);
   /// Applies a saved layout to the model. Returns the error number of a fault in it.
   int applyLayout(bool trimIds);
   void clear();
@@ -100,8 +100,6 @@ class Monkey {
   void doubleClickList();
   void pressFocused();
   void wander();
-  void juggleButtons();
-  void clickUnderTheNotice(const std::string& name);
   std::string layoutBytes() const;
 
   const std::string screen_;
@@ -111,7 +109,6 @@ class Monkey {
   int failure_ = 0;
   bool left_ = false;  ///< the user has left, by Exit or by the frame
   bool byFrame_ = false;
-  bool saving_ = false;
   std::int32_t dialogColour_ = 0;
   std::int32_t copyBack_ = 0;
   std::int32_t copyFore_ = 0;

@@ -10,7 +10,7 @@
 
 #include "editor/frmMain.h"
 #include "largeeditor/frmMainBig.h"
-#include "makestore/StoreBuilder.h"
+#include "makestore/ShopStore.h"
 #include "platform/adodb/Connection.h"
 #include "platform/adodb/Recordset.h"
 #include "platform/process/Process.h"
@@ -28,26 +28,7 @@ namespace {
 
 constexpr const char* kLineEnd = "\r\n";
 
-constexpr std::int32_t kDrinks = 1;
-constexpr std::int32_t kFood = 2;
-
-const std::map<std::int32_t, std::optional<std::u16string>> kDepartments{{kDrinks, u"Drinks"},
-                                                                         {kFood, u"Food"},
-                                                                         {3, u"O'Brien's"},
-                                                                         {4, u"Empty hall"},
-                                                                         {5, std::nullopt}};
-
-runtime::Variant textOrNull(const std::optional<std::u16string>& text) {
-  return text ? runtime::Variant(*text) : runtime::Variant();
-}
-
-makestore::Column numberColumn(std::u16string name, jet::ColumnType type) {
-  return {.name = std::move(name), .type = type};
-}
-
-bool contains(const std::vector<std::int32_t>& ids, std::int32_t id) {
-  return std::find(ids.begin(), ids.end(), id) != ids.end();
-}
+const std::set<int> kFreeSlots{100, 130, 195};
 
 }  // namespace
 
@@ -76,54 +57,36 @@ std::filesystem::path Shop::storeFile() const {
 }
 
 void Shop::writeStore() {
-  makestore::StoreBuilder store;
-  store.password(u"w7rt3q8814Z");
-  makestore::Table& stock = store.table(u"tblStock");
-  stock.column(numberColumn(u"id", jet::ColumnType::Long))
-      .column(makestore::Column::text(u"description", 80))
-      .column(numberColumn(u"price", jet::ColumnType::Currency))
-      .column(numberColumn(u"deptid", jet::ColumnType::Long))
-      .index(makestore::Index::primaryKey(u"id"))
-      .index(makestore::Index::plain(u"description"));
-  makestore::Table& plu = store.table(u"tblPlu");
-  plu.column(numberColumn(u"id", jet::ColumnType::Long))
-      .column(makestore::Column::text(u"barcode", 20))
-      .index(makestore::Index::primaryKey(u"id"));
-  for (const char16_t* flag : {u"PRINTER1", u"PRINTER2", u"OPEN_PLU", u"ITEM_TYPE", u"NEG_PRICE"})
-    plu.column(numberColumn(flag, jet::ColumnType::Integer));
-  makestore::Table& departments = store.table(u"tblDepartment");
-  departments.column(numberColumn(u"id", jet::ColumnType::Long))
-      .column(makestore::Column::text(u"description", 30))
-      .index(makestore::Index::primaryKey(u"id"));
-  for (const auto& [id, name] : kDepartments) departments.row({id, textOrNull(name)});
-
-  std::map<std::int32_t, std::optional<std::u16string>> products;
-  for (std::int32_t id = 1; id <= slotCount; ++id) products[id] = u"Item " + runtime::toText(id);
-  for (const std::int32_t free : {100, 130, 195})
-    if (free <= slotCount) products[free] = std::nullopt;
-  for (const auto& [id, name] : names) products[id] = name;
-  constexpr std::int16_t kOff = 0;
-  for (const auto& [id, name] : products) {
-    std::optional<std::u16string> barcode;
-    if (id % 3 == 0) barcode = u"50000" + runtime::toText(id);
-    if (const auto given = barcodes.find(id); given != barcodes.end()) barcode = given->second;
-    if (!contains(missingStock, id))
-      stock.row({id, textOrNull(name), runtime::Currency{10000}, id % 2 == 0 ? kDrinks : kFood});
-    if (!contains(missingPlu, id)) plu.row({id, textOrNull(barcode), kOff, kOff, kOff, kOff, kOff});
+  makestore::ShopOrder order;
+  order.descriptionLength = 80;
+  order.departments = {
+      {u"1", u"Drinks"}, {u"2", u"Food"}, {u"3", u"O'Brien's"}, {u"4", u"Empty hall"}, {u"5", {}}};
+  order.missingStock = missingStock;
+  order.missingPlu = missingPlu;
+  order.slots = names.empty() ? slotCount : std::max(slotCount, names.rbegin()->first);
+  order.free.emplace();
+  for (std::int32_t id = 1; id <= order.slots; ++id) {
+    const auto name = names.find(id);
+    if (id > slotCount && name == names.end()) {
+      order.missingStock.insert(id);
+      order.missingPlu.insert(id);
+      continue;
+    }
+    order.free->insert(id);  // all values are those given here
+    makestore::ShopSlot& slot = order.given[id];
+    if (name != names.end())
+      slot.name = name->second;
+    else if (!kFreeSlots.contains(id))
+      slot.name = u"Item " + runtime::toText(id);
+    slot.department = id % 2 == 0 ? u"1" : u"2";
+    slot.price = 10000;
+    if (const auto given = barcodes.find(id); given != barcodes.end())
+      slot.barcode = given->second;
+    else if (id % 3 == 0)
+      slot.barcode = u"50000" + runtime::toText(id);
   }
-  store.query(makestore::SelectQuery()
-                  .column(u"tblStock.id", u"ID")
-                  .column(u"tblStock.description", u"DESCRIPTION")
-                  .column(u"tblPlu.barcode")
-                  .column(u"tblDepartment.description", u"deptname")
-                  .from(u"tblStock")
-                  .from(u"tblPlu")
-                  .from(u"tblDepartment")
-                  .innerJoin(u"tblStock", u"tblPlu", u"tblStock.id = tblPlu.id")
-                  .leftJoin(u"tblStock", u"tblDepartment", u"tblStock.deptid = tblDepartment.id")
-                  .named(u"qrySalesitems"));
   std::filesystem::create_directories(storeFile().parent_path());
-  store.write(storeFile());
+  makestore::shopStore(order).write(storeFile());
 }
 
 void Shop::newRun() {

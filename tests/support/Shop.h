@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,8 +33,8 @@ class Shop {
   std::map<std::int32_t, std::optional<std::u16string>> names;
   std::map<std::int32_t, std::optional<std::u16string>> barcodes;
   /// Ids that are missing in `tblStock` and in `tblPlu`.
-  std::vector<std::int32_t> missingStock;
-  std::vector<std::int32_t> missingPlu;
+  std::set<int> missingStock;
+  std::set<int> missingPlu;
   std::int32_t slotCount = 200;
 
   /// Writes the store file with the settings above; `open` does so when there is none yet.

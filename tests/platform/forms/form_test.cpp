@@ -6,7 +6,7 @@
 
 #include <QAccessible>
 #include <QApplication>
-#include <QLabel>
+#include <QWidget>
 #include <QWindow>
 
 #include "platform/forms/Frame.h"
@@ -77,23 +77,9 @@ class MainScreen : public forms::Form {
   bool failing = false;
 };
 
-/// A borderless notice that closes itself after a while.
-class Notice : public forms::Form {
- public:
-  Notice()
-      : Form({.name = "Notice",
-              .width = 3000,
-              .height = 1500,
-              .border = forms::BorderStyle::None,
-              .position = forms::StartPosition::CentreScreen,
-              .inTaskBar = false}),
-        timer(*this, "timer", 60) {
-    timer.Tick = [this] {
-      Unload();
-      forms::DefaultInstance<Notice>::drop();
-    };
-  }
-  forms::Timer timer;
+/// A screen without controls of its own.
+struct Bare : forms::Form {
+  explicit Bare(const forms::FormDesign& design) : Form(design) {}
 };
 
 class Dialog : public forms::Form {
@@ -137,20 +123,6 @@ TEST_F(Screens, LoadOnceBeforeAnythingShowsAndNotAtAllWhenTheLoadFails) {
   EXPECT_THAT(screen.log, ElementsAre("load"));
 }
 
-TEST_F(Screens, PutEveryControlAtItsTwips) {
-  show();
-  const auto bounds = [&](const char* name) { return user->control(name).geometry(); };
-  EXPECT_EQ(user->window().size(), QSize(400, 267));
-  EXPECT_EQ(bounds("pane"), QRect(20, 10, 200, 133));
-  EXPECT_EQ(bounds("inBox"), QRect(10, 5, 100, 31));
-  EXPECT_EQ(bounds("second"), QRect(240, 10, 100, 31));
-  screen.inBox.Left(1200);
-  screen.inBox.Top(600);
-  screen.inBox.Height(750);
-  EXPECT_EQ(bounds("inBox"), QRect(80, 40, 100, 50));
-  EXPECT_EQ(screen.inBox.Width().value, 1500);
-}
-
 TEST_F(Screens, TabFollowsTheTabIndexesOverVisibleStops) {
   show();
   EXPECT_TRUE(user->hasFocus("first"));
@@ -176,64 +148,16 @@ TEST_F(Screens, AreasAndWindowsWithoutATitleBarAreNamedAfterTheirContent) {
   EXPECT_EQ(name(user->control("pane")), "Commands");
   EXPECT_EQ(name(user->window()), "Main");
 
-  class Saved : public forms::Form {
-   public:
-    Saved()
-        : Form(
-              {.name = "Saved", .width = 3000, .height = 1500, .border = forms::BorderStyle::None}),
-          frame(*this, pane()) {}
-    forms::Frame frame;
-  };
-  Saved notice;
+  Bare notice({.name = "Saved", .width = 3000, .height = 1500, .border = forms::BorderStyle::None});
+  forms::Frame frame(notice, pane());
   forms::Design design;
   design.name = "label";
   design.caption = u"All done";
-  const forms::Label label(notice.frame, design);
+  const forms::Label label(frame, design);
   notice.Show();
   const WindowDriver atNotice("Saved");
   EXPECT_EQ(name(atNotice.control("pane")), "All done");
   EXPECT_EQ(name(atNotice.window()), "All done");
-}
-
-TEST_F(Screens, AModalNoticeBlocksTheOthersUntilItsTimerClosesIt) {
-  show();
-  for (int i = 0; i < 2; ++i) {
-    bool wasShown = false;
-    bool wasClosed = false;
-    support::soon([&] {
-      WindowDriver notice("Notice");
-      wasShown = true;
-      user->click("first");
-      user->key(Qt::Key_Space);
-      notice.key(Qt::Key_Escape);
-      notice.close();
-      wasClosed = !WindowDriver::isShown("Notice");
-    });
-    forms::DefaultInstance<Notice>::get()->ShowModal();
-    EXPECT_TRUE(wasShown);
-    EXPECT_FALSE(wasClosed);
-    EXPECT_FALSE(WindowDriver::isShown("Notice"));
-  }
-  EXPECT_THAT(screen.log, ElementsAre("load"));
-  user->click("first");
-  EXPECT_THAT(screen.log, ElementsAre("load", "first"));
-}
-
-TEST_F(Screens, AModalDialogReturnsWhenItsFrameClosesItAndIsCreatedAgainNextTime) {
-  show();
-  const auto first = forms::DefaultInstance<Dialog>::get();
-  QSize size;
-  support::soon([&] {
-    WindowDriver dialog("Dialog");
-    size = dialog.window().size();
-    EXPECT_EQ(dialog.window().minimumSize(), dialog.window().maximumSize());
-    dialog.close();
-  });
-  first->ShowModal();
-  EXPECT_EQ(size, QSize(200, 100));
-  EXPECT_TRUE(first->unloaded());
-  EXPECT_NE(forms::DefaultInstance<Dialog>::get(), first);
-  forms::DefaultInstance<Dialog>::drop();
 }
 
 // A press that a modal screen blocked must not count as the first of a double click.
@@ -243,6 +167,7 @@ TEST_F(Screens, ABlockedPressCountsForNoDoubleClick) {
   user->moveTo("first");
   support::soon([&] {
     WindowDriver dialog("Dialog");
+    EXPECT_EQ(dialog.window().minimumSize(), dialog.window().maximumSize());
     user->click("first");
     dialog.close();
   });
@@ -273,116 +198,23 @@ TEST_F(Screens, AfterTheEndModalLoopsReturnAndTheHandlerStops) {
 }
 
 TEST_F(Screens, AFailureInATimerIsReported) {
-  forms::DefaultInstance<Notice>::get()->timer.Tick = [] {
-    throw runtime::RunTimeError(runtime::ErrorNumber::Overflow);
-  };
-  process::dispatch([] { forms::DefaultInstance<Notice>::get()->ShowModal(); });
+  forms::Timer timer(screen, "timer", 60);
+  timer.Tick = [] { throw runtime::RunTimeError(runtime::ErrorNumber::Overflow); };
+  show();
+  support::waitUntil([&] { return !host.failures.empty(); });
   ASSERT_EQ(host.failures.size(), 1U);
   EXPECT_EQ(host.failures[0].number(), 6);
-  forms::DefaultInstance<Notice>::drop();
-}
-
-TEST_F(Screens, AModalScreenThatIsMinimisedShowsItselfAgain) {
-  bool shows = false;
-  support::soon([&shows] {
-    QWidget& window = WindowDriver("Dialog").window();
-    window.showMinimized();
-    support::settle();
-    shows = window.isVisible() && !window.isMinimized();
-    forms::DefaultInstance<Dialog>::get()->Unload();
-  });
-  process::dispatch([] { forms::DefaultInstance<Dialog>::get()->ShowModal(); });
-  EXPECT_TRUE(shows);
-  forms::DefaultInstance<Dialog>::drop();
 }
 
 TEST(UnframedDialog, HasAnEdgeOfItsOwn) {
-  class Plain : public forms::Form {
-   public:
-    Plain()
-        : Form({.name = "Plain",
-                .width = 600,
-                .height = 600,
-                .border = forms::BorderStyle::FixedDialog}) {}
-  };
   support::TestHost host;
-  Plain screen;
+  Bare screen(
+      {.name = "Plain", .width = 600, .height = 600, .border = forms::BorderStyle::FixedDialog});
   screen.Show();
   const WindowDriver user("Plain");
   const auto pixel = [&](int x, int y) { return user.window().grab().toImage().pixel(x, y); };
   EXPECT_TRUE(support::waitUntil([&] { return pixel(0, 20) != pixel(20, 20); }));
   EXPECT_EQ(pixel(39, 20), pixel(0, 20));
-}
-
-class Maximised : public forms::Form {
- public:
-  explicit Maximised(bool maximiseBox)
-      : Form({.name = "Maximised",
-              .width = 6000,
-              .height = 3000,
-              .border = forms::BorderStyle::FixedSingle,
-              .maximiseBox = maximiseBox,
-              .startMaximised = true,
-              .restoredAt = forms::Offset{120, 450}}) {}
-};
-
-TEST(MaximisedScreen, StaysMaximisedWithoutAMaximiseBox) {
-  support::TestHost host;
-  Maximised screen(false);
-  screen.Show();
-  const WindowDriver user("Maximised");
-  user.window().showNormal();
-  support::settle();
-  EXPECT_TRUE(user.window().isMaximized());
-  EXPECT_EQ(user.window().size(), QSize(1920, 1080));
-  user.window().showMinimized();
-  support::settle();
-  EXPECT_TRUE(user.window().isMinimized());
-}
-
-TEST(MaximisedScreen, IsFixedInSizeOnlyWhileItIsNotMaximised) {
-  support::TestHost host;
-  Maximised screen(true);
-  screen.Show();
-  const WindowDriver user("Maximised");
-  EXPECT_TRUE(user.window().isMaximized());
-  EXPECT_EQ(user.window().size(), QSize(1920, 1080));
-  user.window().showNormal();
-  support::settle();
-  EXPECT_EQ(user.window().geometry(), QRect(8, 30, 400, 200));
-  EXPECT_EQ(user.window().maximumSize(), QSize(400, 200));
-  user.window().showMaximized();
-  support::settle();
-  EXPECT_EQ(user.window().size(), QSize(1920, 1080));
-}
-
-TEST(Label, ShowsPlainText) {
-  class Labels : public forms::Form {
-   public:
-    Labels() : Form({.name = "Labels", .width = 6000, .height = 3000}) {}
-  };
-  support::TestHost host;
-  Labels screen;
-  forms::Design design;
-  design.name = "label";
-  design.width = 4500;
-  design.height = 300;
-  design.foreColour = forms::kBlack;
-  forms::Label label(screen, design);
-  screen.Show();
-  const WindowDriver user("Labels");
-  const auto ink = [&](std::u16string_view caption) {
-    label.Caption(caption);
-    const QImage picture = user.control("label").grab().toImage();
-    int dark = 0;
-    for (int y = 0; y < picture.height(); ++y)
-      for (int x = 0; x < picture.width(); ++x)
-        dark += picture.pixelColor(x, y).lightness() < 100 ? 1 : 0;
-    return dark;
-  };
-  EXPECT_EQ(ink(u""), 0);
-  EXPECT_GT(ink(u"Fish & Chips"), ink(u"Fish  Chips"));
-  EXPECT_GT(ink(u"<b>Tea</b>"), ink(u"Tea"));
 }
 
 }  // namespace

@@ -3,14 +3,12 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
-#include <QColorDialog>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QWindow>
 
-#include "platform/forms/CommonDialog.h"
 #include "platform/forms/DesktopHost.h"
 #include "platform/process/Process.h"
 #include "support/FileFaults.h"
@@ -77,28 +75,6 @@ TEST_F(RealHost, AFailureIsShownAndWrittenInOneLine) {
   host->reportFailure(runtime::RunTimeError(runtime::ErrorNumber::TypeMismatch));
   EXPECT_THAT(testing::internal::GetCapturedStderr(),
               testing::StartsWith("Run-time error '13': Type mismatch\n"));
-}
-
-TEST_F(RealHost, TheColourDialogKeepsTheLastConfirmedColour) {
-  MSComDlg::CommonDialog dialog;
-  const auto colours = [] {
-    return qobject_cast<QColorDialog*>(QApplication::activeModalWidget());
-  };
-  soon([&] { colours()->reject(); });
-  dialog.ShowColor();
-  EXPECT_EQ(dialog.Color(), 0);
-  soon([&] {
-    colours()->setCurrentColor(QColor(0x12, 0x34, 0x56));
-    colours()->accept();
-  });
-  dialog.ShowColor();
-  EXPECT_EQ(dialog.Color(), 0x563412);
-  soon([&] {
-    EXPECT_NE(colours()->currentColor(), QColor(0x12, 0x34, 0x56));
-    colours()->reject();
-  });
-  dialog.ShowColor();
-  EXPECT_EQ(dialog.Color(), 0x563412);
 }
 
 TEST_F(RealHost, StartsAProgramInItsFolderWithoutArguments) {

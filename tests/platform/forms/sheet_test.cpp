@@ -17,6 +17,7 @@
 #include "platform/forms/Form.h"
 #include "platform/forms/MyCommandButton.h"
 #include "platform/runtime/RunTimeError.h"
+#include "support/FileFaults.h"
 #include "support/TestHost.h"
 #include "support/WindowDriver.h"
 
@@ -360,38 +361,16 @@ TEST_F(Sheet, TheListOpensByKeysAndOnlyAPickInItChangesTheCell) {
   EXPECT_EQ(screen.active(), Cell(kDepartment, kValues));
 }
 
-TEST_F(Sheet, AFailingPickIsReportedOnceAndEndsTheProcess) {
-  screen.Grid1.ComboClick = [](std::int16_t) {
-    throw runtime::RunTimeError(-2147217900, u"Syntax error (missing operator)");
-  };
-  click(kDepartment, kValues);
-  pick(0);
-  ASSERT_EQ(host.failures.size(), 1U);
-  EXPECT_EQ(host.failures[0].number(), -2147217900);
-  EXPECT_EQ(host.endStatus, 1);
-  const auto before = screen.clicks.size();
-  click(kDepartment, kValues);
-  EXPECT_EQ(screen.clicks.size(), before);
-  EXPECT_FALSE(listIsOpen());
-}
-
 TEST_F(Sheet, RowsAndColumnsOutOfRangeRaiseError9) {
-  const auto error = [](const std::function<void()>& act) {
-    try {
-      act();
-    } catch (const runtime::RunTimeError& failure) {
-      return failure.number();
-    }
-    return 0;
-  };
+  using support::errorNumberOf;
   FlexCell::Grid& grid = screen.Grid1;
-  EXPECT_EQ(error([&] { grid.Cell(kLast + 1, kValues).Text(u""); }), 9);
-  EXPECT_EQ(error([&] { grid.Cell(kName, 3).SetFocus(); }), 9);
-  EXPECT_EQ(error([&] { grid.Cell(-1, 0).Text(); }), 9);
-  EXPECT_EQ(error([&] { grid.Column(3).Width(9); }), 9);
-  EXPECT_EQ(error([&] { grid.ComboBox(-1).AddItem(u""); }), 9);
-  EXPECT_EQ(error([&] { grid.RowHeight(kLast + 1, 0); }), 9);
-  EXPECT_EQ(error([&] { grid.Cell(kLast, kValues).Text(u""); }), 0);
+  EXPECT_EQ(errorNumberOf([&] { grid.Cell(kLast + 1, kValues).Text(u""); }), 9);
+  EXPECT_EQ(errorNumberOf([&] { grid.Cell(kName, 3).SetFocus(); }), 9);
+  EXPECT_EQ(errorNumberOf([&] { grid.Cell(-1, 0).Text(); }), 9);
+  EXPECT_EQ(errorNumberOf([&] { grid.Column(3).Width(9); }), 9);
+  EXPECT_EQ(errorNumberOf([&] { grid.ComboBox(-1).AddItem(u""); }), 9);
+  EXPECT_EQ(errorNumberOf([&] { grid.RowHeight(kLast + 1, 0); }), 9);
+  EXPECT_EQ(errorNumberOf([&] { grid.Cell(kLast, kValues).Text(u""); }), 0);
 }
 
 TEST_F(Sheet, FillsItsBoundsAndPaintsTheActiveCellAndTheBorder) {

@@ -3,6 +3,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/jet/format/ObjectRow.h"
+
 namespace makestore {
 namespace {
 
@@ -10,13 +12,6 @@ using jet::QueryAttribute;
 using jet::QueryJoin;
 using jet::QueryKind;
 using jet::QueryOption;
-
-constexpr std::int32_t kUnionObject = 0x80;
-constexpr std::int16_t kUnionBase = 0x01;
-
-/// The aliases of the two halves of a union.
-constexpr std::u16string_view kFirstHalf = u"X7YZ_____1";
-constexpr std::u16string_view kSecondHalf = u"X7YZ_____2";
 
 /// The three rows that every saved query has.
 std::vector<QueryRow> frame(QueryKind kind) {
@@ -118,16 +113,17 @@ StoredQuery SelectQuery::named(std::u16string name) const {
 }
 
 StoredQuery unionQuery(std::u16string name, std::u16string first, std::u16string second, bool all) {
-  StoredQuery query{
-      .name = std::move(name), .rows = frame(QueryKind::Union), .objectFlags = kUnionObject};
-  const int options = all ? kUnionBase : kUnionBase | QueryOption::kDistinct;
+  StoredQuery query{.name = std::move(name),
+                    .rows = frame(QueryKind::Union),
+                    .objectFlags = jet::ObjectFlag::kUnionQuery};
+  const int options = QueryOption::kAllColumns | (all ? 0 : QueryOption::kDistinct);
   query.rows.push_back(
       {.attribute = QueryAttribute::Options, .flag = static_cast<std::int16_t>(options)});
   query.rows.push_back({.attribute = QueryAttribute::Source,
-                        .name2 = std::u16string(kFirstHalf),
+                        .name2 = std::u16string(jet::kFirstHalf),
                         .expression = std::move(first)});
   query.rows.push_back({.attribute = QueryAttribute::Source,
-                        .name2 = std::u16string(kSecondHalf),
+                        .name2 = std::u16string(jet::kSecondHalf),
                         .expression = std::move(second)});
   return query;
 }

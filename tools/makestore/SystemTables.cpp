@@ -15,8 +15,8 @@ using jet::ColumnType;
 using jet::ObjectType;
 using runtime::Variant;
 
-constexpr std::uint8_t kSystemColumn = 0x12;
-constexpr std::uint8_t kIdentityColumn = 0x32;  ///< of a user or group: an owner, a permission
+constexpr std::uint8_t kSystemColumn = jet::ColumnFlag::kUpdatable | jet::ColumnFlag::kSystem;
+constexpr std::uint8_t kIdentityColumn = kSystemColumn | jet::ColumnFlag::kIdentity;
 constexpr std::size_t kLongest = 255;
 
 constexpr auto kSystemObject = std::bit_cast<std::int32_t>(jet::ObjectFlag::kSystem);

@@ -9,6 +9,7 @@
 #include "platform/jet/format/Bytes.h"
 #include "platform/jet/format/ColumnType.h"
 #include "platform/jet/format/Layout.h"
+#include "platform/jet/format/TableDefinition.h"
 #include "platform/runtime/Variant.h"
 
 namespace makestore {
@@ -32,7 +33,8 @@ struct Column {
   Rule rule = {};               ///< for the column's values
   std::uint8_t precision = 18;  ///< Numeric
   std::uint8_t scale = 0;       ///< Numeric
-  std::uint8_t flags = 0x02;    ///< as stored, without the fixed and the autonumber bit
+  /// As stored, without the bits of a fixed column and an autonumber.
+  std::uint8_t flags = jet::ColumnFlag::kUpdatable;
 
   static Column text(std::u16string name, std::size_t length);
 };

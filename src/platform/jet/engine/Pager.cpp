@@ -71,9 +71,8 @@ void Pager::forget() {
   hand_ = 0;
   const std::uint64_t size =
       withEngineWords(FileWork::Reading, shownPath_, [&] { return file_->size(); });
-  // A row pointer has 24 bits for the page number.
-  pageCount_ =
-      static_cast<std::uint32_t>(std::min<std::uint64_t>(size / layout_->pageSize, 0x1000000));
+  pageCount_ = static_cast<std::uint32_t>(
+      std::min<std::uint64_t>(size / layout_->pageSize, kLastPage.value() + 1));
   frameOf_.assign(pageCount_, 0);
 }
 

@@ -6,13 +6,6 @@
 #include "platform/jet/format/DataPage.h"
 
 namespace jet {
-namespace {
-
-/// A row pointer has room for 24 bits of page number.
-constexpr PageNumber kLastPage{0xFFFFFF};
-
-}  // namespace
-
 UsageMap UsageMapRows::read(RowPointer at) {
   const Pager::Page page = changes_.read(at.page, source_.location(source_.definitionPage));
   const DataPage rows(changes_.layout(), *page, source_.location(at.page));

@@ -7,7 +7,7 @@
 
 #include "platform/jet/format/PageCipher.h"
 #include "platform/jet/format/RowPointer.h"
-#include "platform/runtime/CodePage.h"
+#include "platform/jet/format/StoredText.h"
 
 namespace jet {
 namespace {
@@ -15,7 +15,11 @@ namespace {
 constexpr std::string_view kMagic = "Standard Jet DB";
 constexpr std::size_t kMagicAt = 0x04;
 constexpr std::size_t kVersionAt = 0x14;
+constexpr std::uint8_t kJet3Version = 0;
+constexpr std::uint8_t kJet4Version = 1;
 constexpr std::size_t kMaskedAt = 0x18;
+constexpr std::size_t kJet3MaskedSize = 126;
+constexpr std::size_t kJet4MaskedSize = 128;
 constexpr std::size_t kPointersAt = 0x18;
 constexpr std::size_t kJet3LanguageAt = 0x3A;
 constexpr std::size_t kCodePageAt = 0x3C;
@@ -32,6 +36,8 @@ constexpr std::size_t kJet4TextAt = 0x9C;
 constexpr std::string_view kJet4Text = "4.0";
 constexpr std::size_t kJet3CommitBytesAt = 0x600;
 constexpr std::size_t kJet4CommitBytesAt = 0xE00;
+/// One pair of commit bytes for each possible user, in its state before any write.
+constexpr std::array<std::uint8_t, 2> kCommitPair{0, 1};
 /// The pointers of page 0: to the two global maps, then to the definitions of the four system
 /// tables.
 constexpr std::array<std::uint32_t, 6> kPointers{RowPointer{kGlobalMapPage, SlotNumber(0)}.pack(),
@@ -43,7 +49,7 @@ constexpr std::array<std::uint32_t, 6> kPointers{RowPointer{kGlobalMapPage, Slot
 constexpr std::array<std::uint8_t, 4> kMaskKey{0xC7, 0xDA, 0x39, 0x6B};
 
 std::size_t maskedSize(Version version) {
-  return version == Version::Jet3 ? 126 : 128;
+  return version == Version::Jet3 ? kJet3MaskedSize : kJet4MaskedSize;
 }
 
 void mask(Version version, ByteSpan page) {
@@ -59,32 +65,24 @@ void maskPassword(double creationDate, ByteSpan password) {
   for (std::size_t i = 0; i < password.size(); ++i) password[i] ^= key[i % key.size()];
 }
 
+ByteSpan passwordField(Version version, ByteSpan page) {
+  return page.subspan(kPasswordAt,
+                      version == Version::Jet3 ? kJet3PasswordSize : kJet4PasswordSize);
+}
+
 std::u16string decodePassword(Version version, double creationDate, ByteSpan page) {
-  if (version == Version::Jet3) {
-    const ByteSpan field = page.subspan(kPasswordAt, kJet3PasswordSize);
-    const std::string_view bytes(reinterpret_cast<const char*>(field.data()), field.size());
-    return runtime::fromCodePage(bytes.substr(0, bytes.find('\0')));
-  }
-  const ByteSpan field = page.subspan(kPasswordAt, kJet4PasswordSize);
-  maskPassword(creationDate, field);
-  std::u16string password;
-  for (std::size_t i = 0; i < field.size() && u16At(field, i) != 0; i += 2)
-    password.push_back(static_cast<char16_t>(u16At(field, i)));
-  return password;
+  const ByteSpan field = passwordField(version, page);
+  if (version == Version::Jet4) maskPassword(creationDate, field);
+  const std::u16string padded = decodePlainText(version, field);
+  return padded.substr(0, padded.find(u'\0'));
 }
 
 void encodePassword(const Header& header, ByteSpan page) {
+  const ByteSpan field = passwordField(header.version, page);
   const std::u16string_view password =
       std::u16string_view(header.password).substr(0, Header::kLongestPassword);
-  if (header.version == Version::Jet3) {
-    const std::string bytes = runtime::toCodePage(password);
-    for (std::size_t i = 0; i < bytes.size(); ++i)
-      page[kPasswordAt + i] = static_cast<std::uint8_t>(bytes[i]);
-    return;
-  }
-  const ByteSpan field = page.subspan(kPasswordAt, kJet4PasswordSize);
-  for (std::size_t i = 0; i < password.size(); ++i) putU16(field, 2 * i, password[i]);
-  maskPassword(header.creationDate, field);
+  putBytes(field, 0, encodePlainText(header.version, password));
+  if (header.version == Version::Jet4) maskPassword(header.creationDate, field);
 }
 
 }  // namespace
@@ -94,10 +92,10 @@ std::optional<Header> Header::decode(ByteView front) {
   const std::string_view magic(reinterpret_cast<const char*>(front.data()) + kMagicAt,
                                kMagic.size());
   if (front[PageHead::kType] != static_cast<std::uint8_t>(PageType::Header) || magic != kMagic ||
-      front[kVersionAt] > 1)
+      front[kVersionAt] > kJet4Version)
     return std::nullopt;
   Header header;
-  header.version = front[kVersionAt] == 0 ? Version::Jet3 : Version::Jet4;
+  header.version = front[kVersionAt] == kJet3Version ? Version::Jet3 : Version::Jet4;
   const bool jet3 = header.version == Version::Jet3;
   Bytes page(front.begin(), front.begin() + kDecodedSize);
   mask(header.version, page);
@@ -115,9 +113,9 @@ Bytes Header::encode() const {
   Bytes page(layoutOf(version).pageSize);
   page[PageHead::kMark] = PageHead::kLive;
   putBytes(page, kMagicAt, {reinterpret_cast<const std::uint8_t*>(kMagic.data()), kMagic.size()});
-  page[kVersionAt] = jet3 ? 0 : 1;
+  page[kVersionAt] = jet3 ? kJet3Version : kJet4Version;
   for (std::size_t i = 0; i < kPointers.size(); ++i)
-    putU32(page, kPointersAt + 4 * i, kPointers[i]);
+    putU32(page, kPointersAt + sizeof kPointers[i] * i, kPointers[i]);
   putU16(page, kCodePageAt, codePage);
   putU32(page, kEncodingKeyAt, encodingKey);
   putU64(page, kCreationDateAt, std::bit_cast<std::uint64_t>(creationDate));
@@ -129,9 +127,9 @@ Bytes Header::encode() const {
     putBytes(page, kJet4TextAt,
              {reinterpret_cast<const std::uint8_t*>(kJet4Text.data()), kJet4Text.size()});
   }
-  // One pair of commit bytes for each possible user, in their state before any write.
-  for (std::size_t at = jet3 ? kJet3CommitBytesAt : kJet4CommitBytesAt; at < page.size(); at += 2)
-    page[at + 1] = 1;
+  for (std::size_t at = jet3 ? kJet3CommitBytesAt : kJet4CommitBytesAt; at < page.size();
+       at += kCommitPair.size())
+    putBytes(page, at, kCommitPair);
   mask(version, page);
   return page;
 }

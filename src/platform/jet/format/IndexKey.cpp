@@ -13,6 +13,7 @@ using runtime::Variant;
 
 constexpr std::uint8_t kAscendingFlag = 0x7F;
 constexpr std::uint8_t kDescendingFlag = 0x80;
+constexpr std::uint8_t kSignBit = 0x80;
 constexpr std::size_t kSegment = 8;
 constexpr std::uint8_t kMoreSegments = 9;
 
@@ -43,21 +44,22 @@ void appendNumber(ColumnType type, ByteView stored, bool ascending, Bytes& key) 
   const ByteSpan number = ByteSpan(key).subspan(start);
   const bool real =
       type == ColumnType::Single || type == ColumnType::Double || type == ColumnType::DateTime;
-  if (real && (number[0] & 0x80) != 0)
+  if (real && (number[0] & kSignBit) != 0)
     invert(number);
   else if (type != ColumnType::Byte)
-    number[0] ^= 0x80;
+    number[0] ^= kSignBit;
   if (!ascending) invert(number);
 }
 
 /// A sign byte, then the magnitude. In a descending key the sign byte stays and the magnitude of
 /// the other sign is the inverted one.
 void appendNumeric(ByteView stored, bool ascending, Bytes& key) {
-  const bool negative = stored[0] != 0;
+  const bool negative = stored[NumericValue::kSign] != 0;
   key.push_back(negative ? 0x00 : 0xFF);
   Bytes magnitude;
-  for (std::size_t word = 1; word < stored.size(); word += 4)
-    for (std::size_t i = 4; i-- > 0;) magnitude.push_back(stored[word + i]);
+  for (std::size_t word = NumericValue::kMagnitude; word < stored.size();
+       word += NumericValue::kWord)
+    for (std::size_t i = NumericValue::kWord; i-- > 0;) magnitude.push_back(stored[word + i]);
   if (negative == ascending) invert(magnitude);
   appendBytes(key, magnitude);
 }

@@ -59,14 +59,14 @@ std::strong_ordering compareBytes(ByteView a, ByteView b) {
 IndexEntry IndexEntry::of(ByteView key, RowId row) {
   IndexEntry entry;
   appendBytes(entry.bytes, key);
-  putBigEndian<3>(entry.bytes, row.page.value());
+  putBigEndian<kEntrySlot - kEntryPage>(entry.bytes, row.page.value());
   entry.bytes.push_back(row.slot.value());
   return entry;
 }
 
 RowId IndexEntry::row() const {
   const std::size_t at = bytes.size() - kEntryRow;
-  return {PageNumber(bigEndian24At(bytes, at)), SlotNumber(bytes[at + 3])};
+  return {PageNumber(bigEndian24At(bytes, at + kEntryPage)), SlotNumber(bytes[at + kEntrySlot])};
 }
 
 IndexPageView::IndexPageView(const Layout& layout, ByteView page, const Location& location)

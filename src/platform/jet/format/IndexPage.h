@@ -17,6 +17,9 @@ namespace jet {
 /// big endian, so that entries sort as plain bytes.
 inline constexpr std::size_t kEntryRow = 4;
 inline constexpr std::size_t kEntryChild = 4;
+/// Offsets in the row id.
+inline constexpr std::size_t kEntryPage = 0;  ///< u24
+inline constexpr std::size_t kEntrySlot = 3;  ///< u8
 
 /// One entry of an index page: a key with its row, and in a node the child page, none of whose
 /// entries is greater.

@@ -1,13 +1,6 @@
 #include "platform/jet/format/LongValue.h"
 
 namespace jet {
-namespace {
-
-constexpr std::uint32_t kInline = 0x80000000;
-constexpr std::uint32_t kSingle = 0x40000000;
-constexpr std::uint32_t kLengthMask = 0x3FFFFFFF;
-
-}  // namespace
 
 LongValueHead LongValueHead::decode(ByteView stored, const Location& location) {
   if (stored.size() < kSize)
@@ -28,12 +21,11 @@ LongValueHead LongValueHead::decode(ByteView stored, const Location& location) {
 }
 
 Bytes LongValueHead::encode() const {
-  Bytes stored;
+  Bytes stored(kSize + inlineBytes.size());
   const std::uint32_t mark = form == Form::Inline ? kInline : form == Form::Single ? kSingle : 0;
-  appendU32(stored, length | mark);
-  appendU32(stored, form == Form::Inline ? 0 : first.pack());
-  appendU32(stored, 0);
-  appendBytes(stored, inlineBytes);
+  putU32(stored, kLength, length | mark);
+  if (form != Form::Inline) putRowPointer(stored, kFirst, first);
+  putBytes(stored, kSize, inlineBytes);
   return stored;
 }
 

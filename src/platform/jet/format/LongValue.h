@@ -19,6 +19,11 @@ struct LongValueHead {
   static constexpr std::size_t kNextPiece =
       0;  ///< u32: row pointer of the next piece, 0 on the last
 
+  // In the word at `kLength`; neither bit in a chain.
+  static constexpr std::uint32_t kInline = 0x80000000;
+  static constexpr std::uint32_t kSingle = 0x40000000;
+  static constexpr std::uint32_t kLengthMask = 0x3FFFFFFF;
+
   enum class Form : std::uint8_t {
     Inline,  ///< the value follows the head
     Single,  ///< one row of a long value page is the value

@@ -30,6 +30,8 @@ class Number {
 using PageNumber = Number<struct PageTag, std::uint32_t>;
 /// What links and pointers hold where there is no page.
 inline constexpr PageNumber kNoPage{};
+/// The last page that a row pointer can name: it has 24 bits for it.
+inline constexpr PageNumber kLastPage{0xFFFFFF};
 /// A slot of a data page, counted from 0.
 using SlotNumber = Number<struct SlotTag, std::uint8_t>;
 /// A column of a table as its definition numbers it, and its bit in the rows' null mask. Deleted

@@ -22,7 +22,7 @@ inline constexpr ObjectId tableIdOf(PageNumber definitionPage) {
   return ObjectId(definitionPage.value());
 }
 inline constexpr PageNumber definitionPageOf(ObjectId table) {
-  return PageNumber(static_cast<std::uint32_t>(table.value()) & 0x00FFFFFF);
+  return PageNumber(static_cast<std::uint32_t>(table.value()) & kLastPage.value());
 }
 
 /// Containers, by which objects are listed: the one of the containers themselves, then those of
@@ -48,6 +48,7 @@ struct ObjectFlag {
   static constexpr std::uint32_t kSystem = 0x80000000;
   static constexpr std::uint32_t kEngine = 0x02;
   static constexpr std::uint32_t kHidden = 0x08;
+  static constexpr std::uint32_t kUnionQuery = 0x80;  ///< of a saved query: repeats its kind
 };
 
 }  // namespace jet

@@ -2,41 +2,39 @@
 
 #include <algorithm>
 
+#include "platform/jet/format/StoredText.h"
 #include "platform/jet/format/TextKey.h"
-#include "platform/runtime/CodePage.h"
 
 namespace jet {
 namespace {
 
-constexpr std::uint16_t kNameList = 0x80;
 constexpr std::size_t kMagicSize = 4;
+
+// Head of a block.
+constexpr std::size_t kBlockSize = 0;  ///< u32, of the block with its head
+constexpr std::size_t kBlockType = 4;  ///< u16: kNameList, kObject or kColumn
 constexpr std::size_t kBlockHead = 6;
-constexpr std::size_t kValueHead = 8;
+constexpr std::uint16_t kNameList = 0x80;
+/// In the list of names: u16, size of the name that follows.
+constexpr std::size_t kListedNameSize = 2;
+
+// In the other blocks: head of the owner's name.
+constexpr std::size_t kOwnerSize = 0;      ///< u32, of this head and the name
+constexpr std::size_t kOwnerNameSize = 4;  ///< u16
+constexpr std::size_t kOwnerHead = 6;
+
+// Head of a property, which its data follow.
+constexpr std::size_t kPropertySize = 0;        ///< u16, of the head and the data
+constexpr std::size_t kPropertyDefinition = 2;  ///< u8, not 0: part of the data definition
+constexpr std::size_t kPropertyType = 3;        ///< u8, a column type
+constexpr std::size_t kPropertyName = 4;        ///< u16, index in the list of names
+constexpr std::size_t kPropertyDataSize = 6;    ///< u16
+constexpr std::size_t kPropertyHead = 8;
 
 ByteView magicOf(Version version) {
   static constexpr std::uint8_t kJet3[] = {'K', 'K', 'D', 0};
   static constexpr std::uint8_t kJet4[] = {'M', 'R', '2', 0};
   return version == Version::Jet3 ? ByteView(kJet3) : ByteView(kJet4);
-}
-
-std::u16string nameOf(Version version, ByteView bytes) {
-  if (version == Version::Jet3)
-    return runtime::fromCodePage({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-  std::u16string name;
-  for (std::size_t at = 0; at + 1 < bytes.size(); at += 2)
-    name.push_back(static_cast<char16_t>(u16At(bytes, at)));
-  return name;
-}
-
-Bytes nameBytes(Version version, std::u16string_view name) {
-  Bytes bytes;
-  if (version == Version::Jet3) {
-    const std::string coded = runtime::toCodePage(name);
-    bytes.assign(coded.begin(), coded.end());
-  } else {
-    for (const char16_t unit : name) appendU16(bytes, unit);
-  }
-  return bytes;
 }
 
 /// Reads a blob piece by piece.
@@ -51,7 +49,6 @@ class Pieces {
     at_ += size;
     return bytes_.subspan(at_ - size, size);
   }
-  std::size_t takeU16() { return u16At(take(2), 0); }
 
  private:
   ByteView bytes_;
@@ -61,7 +58,8 @@ class Pieces {
 
 std::vector<std::u16string> decodeNames(Version version, Pieces body) {
   std::vector<std::u16string> names;
-  while (!body.isEmpty()) names.push_back(nameOf(version, body.take(body.takeU16())));
+  while (!body.isEmpty())
+    names.push_back(decodePlainText(version, body.take(u16At(body.take(kListedNameSize), 0))));
   return names;
 }
 
@@ -70,23 +68,26 @@ PropertyBlock decodeBlock(Version version, std::uint16_t type, ByteView bytes,
   PropertyBlock block;
   block.type = type;
   Pieces body(bytes, location);
-  const std::size_t head = u32At(body.take(4), 0);
-  const std::size_t nameSize = body.takeU16();
-  block.name = nameOf(version, body.take(nameSize));
-  if (head < kBlockHead + nameSize)
-    raiseDamaged(location, u"a property list has a wrong head", {0, kBlockHead + nameSize, head});
-  body.take(head - kBlockHead - nameSize);
+  const ByteView owner = body.take(kOwnerHead);
+  const std::size_t ownerSize = u32At(owner, kOwnerSize);
+  const std::size_t nameSize = u16At(owner, kOwnerNameSize);
+  block.name = decodePlainText(version, body.take(nameSize));
+  if (ownerSize < kOwnerHead + nameSize)
+    raiseDamaged(location, u"a property list has a wrong head",
+                 {kOwnerSize, kOwnerHead + nameSize, ownerSize});
+  body.take(ownerSize - kOwnerHead - nameSize);
   while (!body.isEmpty()) {
-    const std::size_t size = body.takeU16();
-    if (size < kValueHead)
-      raiseDamaged(location, u"a property is too short", {0, kValueHead, size});
-    Pieces value(body.take(size - 2), location);
+    const ByteView head = body.take(kPropertyHead);
+    const std::size_t size = u16At(head, kPropertySize);
+    if (size < kPropertyHead)
+      raiseDamaged(location, u"a property is too short", {kPropertySize, kPropertyHead, size});
+    Pieces value(body.take(size - kPropertyHead), location);
     Property property;
-    property.definition = value.take(1)[0] != 0;
-    property.type = value.take(1)[0];
-    const std::size_t name = value.takeU16();
+    property.definition = head[kPropertyDefinition] != 0;
+    property.type = head[kPropertyType];
+    const std::size_t name = u16At(head, kPropertyName);
     if (name < names.size()) property.name = names[name];
-    const ByteView data = value.take(value.takeU16());
+    const ByteView data = value.take(u16At(head, kPropertyDataSize));
     property.data.assign(data.begin(), data.end());
     block.properties.push_back(std::move(property));
   }
@@ -94,9 +95,30 @@ PropertyBlock decodeBlock(Version version, std::uint16_t type, ByteView bytes,
 }
 
 void appendBlock(Bytes& blob, std::uint16_t type, ByteView body) {
-  appendU32(blob, static_cast<std::uint32_t>(kBlockHead + body.size()));
-  appendU16(blob, type);
+  Bytes head(kBlockHead);
+  putU32(head, kBlockSize, static_cast<std::uint32_t>(kBlockHead + body.size()));
+  putU16(head, kBlockType, type);
+  appendBytes(blob, head);
   appendBytes(blob, body);
+}
+
+Bytes encodeOwner(ByteView name) {
+  Bytes owner(kOwnerHead);
+  putU32(owner, kOwnerSize, static_cast<std::uint32_t>(kOwnerHead + name.size()));
+  putU16(owner, kOwnerNameSize, name.size());
+  appendBytes(owner, name);
+  return owner;
+}
+
+void appendProperty(Bytes& body, const Property& property, std::size_t name) {
+  Bytes head(kPropertyHead);
+  putU16(head, kPropertySize, kPropertyHead + property.data.size());
+  head[kPropertyDefinition] = property.definition ? 1 : 0;
+  head[kPropertyType] = property.type;
+  putU16(head, kPropertyName, name);
+  putU16(head, kPropertyDataSize, property.data.size());
+  appendBytes(body, head);
+  appendBytes(body, property.data);
 }
 
 }  // namespace
@@ -114,7 +136,7 @@ bool PropertyBlock::flag(std::u16string_view wanted) const {
 
 std::u16string PropertyBlock::text(Version version, std::u16string_view wanted) const {
   const Property* property = find(wanted);
-  return property != nullptr ? nameOf(version, property->data) : std::u16string();
+  return property != nullptr ? decodePlainText(version, property->data) : std::u16string();
 }
 
 std::vector<PropertyBlock> decodeProperties(Version version, ByteView blob,
@@ -126,10 +148,11 @@ std::vector<PropertyBlock> decodeProperties(Version version, ByteView blob,
     raiseDamaged(location, u"a property list has a wrong mark");
   std::vector<std::u16string> names;
   while (!pieces.isEmpty()) {
-    const std::size_t size = u32At(pieces.take(4), 0);
-    const auto type = static_cast<std::uint16_t>(pieces.takeU16());
+    const ByteView head = pieces.take(kBlockHead);
+    const std::size_t size = u32At(head, kBlockSize);
+    const std::uint16_t type = u16At(head, kBlockType);
     if (size < kBlockHead)
-      raiseDamaged(location, u"a property list has a wrong length", {0, kBlockHead, size});
+      raiseDamaged(location, u"a property list has a wrong length", {kBlockSize, kBlockHead, size});
     const ByteView body = pieces.take(size - kBlockHead);
     if (type == kNameList)
       names = decodeNames(version, Pieces(body, location));
@@ -143,26 +166,17 @@ Bytes encodeProperties(Version version, const std::vector<PropertyBlock>& blocks
   std::vector<std::u16string> names;
   Bytes rest;
   for (const PropertyBlock& block : blocks) {
-    Bytes body;
-    const Bytes name = nameBytes(version, block.name);
-    appendU32(body, static_cast<std::uint32_t>(kBlockHead + name.size()));
-    appendU16(body, name.size());
-    appendBytes(body, name);
+    Bytes body = encodeOwner(encodePlainText(version, block.name));
     for (const Property& property : block.properties) {
       auto at = std::ranges::find(names, property.name);
       if (at == names.end()) at = names.insert(names.end(), property.name);
-      appendU16(body, kValueHead + property.data.size());
-      body.push_back(property.definition ? 1 : 0);
-      body.push_back(property.type);
-      appendU16(body, static_cast<std::size_t>(at - names.begin()));
-      appendU16(body, property.data.size());
-      appendBytes(body, property.data);
+      appendProperty(body, property, static_cast<std::size_t>(at - names.begin()));
     }
     appendBlock(rest, block.type, body);
   }
   Bytes list;
   for (const std::u16string& name : names) {
-    const Bytes bytes = nameBytes(version, name);
+    const Bytes bytes = encodePlainText(version, name);
     appendU16(list, bytes.size());
     appendBytes(list, bytes);
   }

@@ -43,12 +43,16 @@ enum class QueryJoin : std::int16_t { Inner = 1, Left = 2, Right = 3 };
 
 /// Bits of the options.
 struct QueryOption {
-  static constexpr std::int16_t kAllColumns = 0x01;
-  static constexpr std::int16_t kDistinct = 0x02;  ///< of a union: without ALL
+  static constexpr std::int16_t kAllColumns = 0x01;  ///< of a union: always set
+  static constexpr std::int16_t kDistinct = 0x02;    ///< of a union: without ALL
   static constexpr std::int16_t kDistinctRow = 0x08;
   static constexpr std::int16_t kTop = 0x10;
   static constexpr std::int16_t kPercent = 0x20;
 };
+
+/// Name2 of the sources that hold the halves of a union.
+inline constexpr std::u16string_view kFirstHalf = u"X7YZ_____1";
+inline constexpr std::u16string_view kSecondHalf = u"X7YZ_____2";
 
 /// Name1 of an order term that descends.
 inline constexpr std::u16string_view kDescending = u"D";

@@ -12,6 +12,9 @@ constexpr std::size_t kColumnCount = 0;
 constexpr std::size_t kJumpStep = 256;
 constexpr std::uint8_t kUnusedJump = 0xFF;
 
+constexpr std::u16string_view kTooShort = u"a row is too short";
+constexpr std::u16string_view kOutside = u"a value lies outside its row";
+
 std::size_t maskSize(std::size_t columnCount) {
   return (columnCount + 7) / 8;
 }
@@ -25,12 +28,12 @@ std::size_t mostJumps(std::size_t rowLength) {
 
 RowContent::RowContent(Version version, ByteView row, bool hasVariable, const Location& location)
     : row_(row), location_(location), unit_(layoutOf(version).rowUnit), hasVariable_(hasVariable) {
-  if (row.size() < unit_) raiseDamaged(location, u"a row is too short", {0, unit_, row.size()});
+  if (row.size() < unit_) raiseDamaged(location, kTooShort, {0, unit_, row.size()});
   columnCount_ = unitAt(kColumnCount);
   const std::size_t mask = maskSize(columnCount_);
   const std::size_t count = hasVariable ? unit_ : 0;  // bytes of nv
   if (row.size() < unit_ + mask + count)
-    raiseDamaged(location, u"a row is too short", {0, unit_ + mask + count, row.size()});
+    raiseDamaged(location, kTooShort, {0, unit_ + mask + count, row.size()});
   maskAt_ = row.size() - mask;
   trailerAt_ = maskAt_;
   if (!hasVariable) return;
@@ -60,7 +63,7 @@ std::size_t RowContent::offsetAt(std::size_t slot) const {
 
 ByteView RowContent::fixed(std::size_t offset, std::size_t length) const {
   if (unit_ + offset + length > trailerAt_)
-    raiseDamaged(location_, u"a value lies outside its row", {unit_ + offset, length, trailerAt_});
+    raiseDamaged(location_, kOutside, {unit_ + offset, length, trailerAt_});
   return row_.subspan(unit_ + offset, length);
 }
 
@@ -77,8 +80,7 @@ std::optional<ByteView> RowContent::variable(VariableSlot slot) const {
   const std::size_t from = offsetAt(slot.value());
   const std::size_t to = offsetAt(slot.value() + std::size_t{1});
   if (from < unit_ || from > to || to > trailerAt_)
-    raiseDamaged(location_, u"a value lies outside its row",
-                 {from, to - std::min(from, to), trailerAt_});
+    raiseDamaged(location_, kOutside, {from, to - std::min(from, to), trailerAt_});
   return row_.subspan(from, to - from);
 }
 

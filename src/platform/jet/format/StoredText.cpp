@@ -9,12 +9,13 @@
 namespace jet {
 namespace {
 
-constexpr std::uint8_t kCompressedMark[] = {0xFF, 0xFE};
+constexpr std::array<std::uint8_t, 2> kCompressedMark{0xFF, 0xFE};
 /// A longer memo is never stored compressed.
 constexpr std::size_t kLongestCompressed = 1024;
 
 bool isCompressed(ByteView stored) {
-  return stored.size() >= 2 && stored[0] == kCompressedMark[0] && stored[1] == kCompressedMark[1];
+  return stored.size() >= kCompressedMark.size() && stored[0] == kCompressedMark[0] &&
+         stored[1] == kCompressedMark[1];
 }
 
 /// Characters of the 256 bytes of the code page.
@@ -26,6 +27,17 @@ const std::array<char16_t, 256>& codePageCharacters() {
     return made;
   }();
   return characters;
+}
+
+void appendPlainText(Version version, ByteView stored, std::u16string& text) {
+  if (version == Version::Jet3) {
+    const auto& characters = codePageCharacters();
+    for (const std::uint8_t byte : stored) text.push_back(characters[byte]);
+    return;
+  }
+  text.reserve(stored.size() / 2);
+  for (std::size_t at = 0; at + 1 < stored.size(); at += 2)
+    text.push_back(static_cast<char16_t>(u16At(stored, at)));
 }
 
 void decodeCompressed(ByteView bytes, std::u16string& text) {
@@ -53,39 +65,45 @@ bool isByteText(Version version, ByteView stored) {
 }
 
 ByteView byteText(Version version, ByteView stored) {
-  return version == Version::Jet3 ? stored : stored.subspan(2);
+  return version == Version::Jet3 ? stored : stored.subspan(kCompressedMark.size());
 }
 
 void decodeText(Version version, ByteView stored, std::u16string& text) {
   text.clear();
-  if (version == Version::Jet3) {
-    const auto& characters = codePageCharacters();
-    for (const std::uint8_t byte : stored) text.push_back(characters[byte]);
-  } else if (isCompressed(stored)) {
-    decodeCompressed(stored.subspan(2), text);
-  } else {
-    text.reserve(stored.size() / 2);
-    for (std::size_t at = 0; at + 1 < stored.size(); at += 2)
-      text.push_back(static_cast<char16_t>(u16At(stored, at)));
-  }
+  if (version == Version::Jet4 && isCompressed(stored))
+    decodeCompressed(stored.subspan(kCompressedMark.size()), text);
+  else
+    appendPlainText(version, stored, text);
 }
 
-std::optional<Bytes> encodeText(Version version, std::u16string_view text, bool compress) {
+std::u16string decodePlainText(Version version, ByteView stored) {
+  std::u16string text;
+  appendPlainText(version, stored, text);
+  return text;
+}
+
+Bytes encodePlainText(Version version, std::u16string_view text) {
   Bytes stored;
   if (version == Version::Jet3) {
     const std::string bytes = runtime::toCodePage(text);
-    if (runtime::fromCodePage(bytes) != text) return std::nullopt;
     stored.assign(bytes.begin(), bytes.end());
-    return stored;
-  }
-  const bool fits = std::ranges::all_of(text, [](char16_t c) { return c >= 1 && c <= 0xFF; });
-  if (compress && fits && text.size() >= kShortestCompressed && text.size() <= kLongestCompressed) {
-    appendBytes(stored, kCompressedMark);
-    stored.insert(stored.end(), text.begin(), text.end());
     return stored;
   }
   stored.reserve(2 * text.size());
   for (const char16_t unit : text) appendU16(stored, unit);
+  return stored;
+}
+
+std::optional<Bytes> encodeText(Version version, std::u16string_view text, bool compress) {
+  const bool fits = std::ranges::all_of(text, [](char16_t c) { return c >= 1 && c <= 0xFF; });
+  if (version == Version::Jet4 && compress && fits && text.size() >= kShortestCompressed &&
+      text.size() <= kLongestCompressed) {
+    Bytes stored(kCompressedMark.begin(), kCompressedMark.end());
+    stored.insert(stored.end(), text.begin(), text.end());
+    return stored;
+  }
+  Bytes stored = encodePlainText(version, text);
+  if (version == Version::Jet3 && decodePlainText(version, stored) != text) return std::nullopt;
   return stored;
 }
 

@@ -22,6 +22,11 @@ bool isByteText(Version version, ByteView stored);
 /// The bytes of such text: its characters in Latin-1 (Jet 4, compressed) or windows-1252 (Jet 3).
 ByteView byteText(Version version, ByteView stored);
 
+/// Text that is never compressed: names, values of properties, the password. A character that has
+/// no byte in a Jet 3 file becomes "?".
+std::u16string decodePlainText(Version version, ByteView stored);
+Bytes encodePlainText(Version version, std::u16string_view text);
+
 /// Decodes stored text and replaces `text` with it.
 void decodeText(Version version, ByteView stored, std::u16string& text);
 

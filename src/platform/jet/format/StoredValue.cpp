@@ -13,8 +13,6 @@ namespace {
 
 using runtime::Variant;
 
-constexpr std::size_t kNumericWords = 4;
-constexpr std::uint8_t kNegative = 0x80;
 /// Decimal digits of the largest 96-bit magnitude; no column takes more.
 constexpr std::size_t kMostNumericDigits = 28;
 
@@ -36,8 +34,9 @@ Bytes encodeGuid(const runtime::Guid& guid) {
 
 /// The magnitude's words are stored most significant first, each little endian.
 runtime::Decimal decodeNumeric(ByteView stored, std::size_t scale) {
-  std::array<std::uint32_t, kNumericWords> words{};
-  for (std::size_t i = 0; i < words.size(); ++i) words[i] = u32At(stored, 1 + 4 * i);
+  std::array<std::uint32_t, NumericValue::kWords> words{};
+  for (std::size_t i = 0; i < words.size(); ++i)
+    words[i] = u32At(stored, NumericValue::kMagnitude + NumericValue::kWord * i);
   std::u16string digits;
   while (std::ranges::any_of(words, [](std::uint32_t word) { return word != 0; })) {
     std::uint64_t rest = 0;
@@ -50,15 +49,15 @@ runtime::Decimal decodeNumeric(ByteView stored, std::size_t scale) {
   }
   while (digits.size() <= scale) digits.push_back(u'0');
   if (scale > 0) digits.insert(scale, 1, u'.');
-  if ((stored[0] & kNegative) != 0) digits.push_back(u'-');
+  if ((stored[NumericValue::kSign] & NumericValue::kNegative) != 0) digits.push_back(u'-');
   std::ranges::reverse(digits);
   return {digits};
 }
 
 std::optional<Bytes> encodeNumeric(std::u16string_view text, const ColumnDefinition& column) {
-  Bytes stored(kNumericSize);
+  Bytes stored(NumericValue::kSize);
   if (text.starts_with(u'-')) {
-    stored[0] = kNegative;
+    stored[NumericValue::kSign] = NumericValue::kNegative;
     text.remove_prefix(1);
   }
   const std::size_t point = std::min(text.find(u'.'), text.size());
@@ -71,7 +70,7 @@ std::optional<Bytes> encodeNumeric(std::u16string_view text, const ColumnDefinit
   digits.erase(0, std::min(digits.find_first_not_of(u'0'), digits.size()));
   const std::size_t most = std::min<std::size_t>(column.precision, kMostNumericDigits);
   if (digits.size() > most) return std::nullopt;
-  std::array<std::uint32_t, kNumericWords> words{};
+  std::array<std::uint32_t, NumericValue::kWords> words{};
   for (const char16_t digit : digits) {
     std::uint64_t carry = digit - u'0';
     for (std::size_t i = words.size(); i-- > 0;) {
@@ -80,7 +79,8 @@ std::optional<Bytes> encodeNumeric(std::u16string_view text, const ColumnDefinit
       carry >>= 32;
     }
   }
-  for (std::size_t i = 0; i < words.size(); ++i) putU32(stored, 1 + 4 * i, words[i]);
+  for (std::size_t i = 0; i < words.size(); ++i)
+    putU32(stored, NumericValue::kMagnitude + NumericValue::kWord * i, words[i]);
   return stored;
 }
 

@@ -9,8 +9,15 @@
 
 namespace jet {
 
-/// A sign and a magnitude of 128 bits.
-inline constexpr std::size_t kNumericSize = 17;
+/// A Numeric: a sign, then the magnitude as four words, the most significant first.
+struct NumericValue {
+  static constexpr std::size_t kSign = 0;       ///< u8, kNegative or 0
+  static constexpr std::size_t kMagnitude = 1;  ///< u32 each
+  static constexpr std::size_t kWord = 4;       ///< bytes of a word
+  static constexpr std::size_t kWords = 4;
+  static constexpr std::size_t kSize = kMagnitude + kWords * kWord;
+  static constexpr std::uint8_t kNegative = 0x80;
+};
 
 /// Bytes that a value of a type takes in the fixed area, whatever the column says; absent for types
 /// whose length is the column's.
@@ -32,7 +39,7 @@ inline constexpr std::optional<std::size_t> typeSize(ColumnType type) {
     case ColumnType::Guid:
       return 16;
     case ColumnType::Numeric:
-      return kNumericSize;
+      return NumericValue::kSize;
     case ColumnType::Binary:
     case ColumnType::Text:
     case ColumnType::Ole:

@@ -2,14 +2,11 @@
 
 #include <algorithm>
 
-#include "platform/runtime/CodePage.h"
+#include "platform/jet/format/StoredText.h"
 
 namespace jet {
 namespace {
 
-constexpr std::uint8_t kFlagFixed = 0x01;
-constexpr std::uint8_t kFlagAutonumber = 0x04;
-constexpr std::uint8_t kExtendedCompressed = 0x01;
 constexpr ColumnNumber kNoColumn{0xFFFF};
 constexpr std::uint32_t kMark = 0x659;
 constexpr std::uint32_t kIndexMark = 0x783;
@@ -162,16 +159,8 @@ class Content {
   }
   bool has(std::size_t size) const { return size <= bytes_.size() - at_; }
   std::u16string takeName(Version version) {
-    if (version == Version::Jet3) {
-      const ByteView name = take(take(1)[0]);
-      return runtime::fromCodePage({reinterpret_cast<const char*>(name.data()), name.size()});
-    }
-    const ByteView name = take(u16At(take(2), 0));
-    std::u16string text;
-    text.reserve(name.size() / 2);
-    for (std::size_t i = 0; i + 1 < name.size(); i += 2)
-      text.push_back(static_cast<char16_t>(u16At(name, i)));
-    return text;
+    const std::size_t size = version == Version::Jet3 ? take(1)[0] : u16At(take(2), 0);
+    return decodePlainText(version, take(size));
   }
 
  private:
@@ -191,9 +180,9 @@ ColumnDefinition decodeColumn(Version version, ByteView entry) {
   column.extendedFlags = jet3 ? 0 : entry[kJet4ExtendedFlags];
   column.fixedOffset = u16At(entry, fields.columnFixedOffset);
   column.length = u16At(entry, fields.columnLength);
-  column.fixed = (column.flags & kFlagFixed) != 0;
-  column.autonumber = (column.flags & kFlagAutonumber) != 0;
-  column.compressed = (column.extendedFlags & kExtendedCompressed) != 0;
+  column.fixed = (column.flags & ColumnFlag::kFixed) != 0;
+  column.autonumber = (column.flags & ColumnFlag::kAutonumber) != 0;
+  column.compressed = (column.extendedFlags & ColumnFlag::kExtendedCompressed) != 0;
   if (column.type == ColumnType::Numeric) {
     column.precision = entry[kColumnPrecision];
     column.scale = entry[kColumnScale];
@@ -235,15 +224,14 @@ LogicalIndex decodeLogical(const Fields& fields, ByteView entry) {
   return logical;
 }
 
+/// A name follows its size in bytes, which takes one byte in Jet 3 and two in Jet 4.
 void appendName(Version version, Bytes& content, std::u16string_view name) {
-  if (version == Version::Jet3) {
-    const std::string bytes = runtime::toCodePage(name);
-    content.push_back(static_cast<std::uint8_t>(bytes.size()));
-    content.insert(content.end(), bytes.begin(), bytes.end());
-    return;
-  }
-  appendU16(content, 2 * name.size());
-  for (const char16_t unit : name) appendU16(content, unit);
+  const Bytes stored = encodePlainText(version, name);
+  if (version == Version::Jet3)
+    content.push_back(static_cast<std::uint8_t>(stored.size()));
+  else
+    appendU16(content, stored.size());
+  appendBytes(content, stored);
 }
 
 void appendColumn(Version version, Bytes& content, const ColumnDefinition& column) {
@@ -263,11 +251,12 @@ void appendColumn(Version version, Bytes& content, const ColumnDefinition& colum
     if (jet3) putU16(entry, kJet3ColumnCodePage, column.codePage);
     if (!jet3) entry[kJet4SortVersion] = column.sortVersion;
   }
-  entry[fields.columnFlags] = static_cast<std::uint8_t>(
-      column.flags | (column.fixed ? kFlagFixed : 0) | (column.autonumber ? kFlagAutonumber : 0));
+  entry[fields.columnFlags] =
+      static_cast<std::uint8_t>(column.flags | (column.fixed ? ColumnFlag::kFixed : 0) |
+                                (column.autonumber ? ColumnFlag::kAutonumber : 0));
   if (!jet3)
     entry[kJet4ExtendedFlags] = static_cast<std::uint8_t>(
-        column.extendedFlags | (column.compressed ? kExtendedCompressed : 0));
+        column.extendedFlags | (column.compressed ? ColumnFlag::kExtendedCompressed : 0));
   putU16(entry, fields.columnFixedOffset, column.fixedOffset);
   putU16(entry, fields.columnLength, column.length);
   appendBytes(content, entry);

@@ -13,6 +13,17 @@
 
 namespace jet {
 
+/// Bits of a column's flags.
+struct ColumnFlag {
+  static constexpr std::uint8_t kFixed = 0x01;      ///< stored in the fixed area
+  static constexpr std::uint8_t kUpdatable = 0x02;  ///< always set
+  static constexpr std::uint8_t kAutonumber = 0x04;
+  static constexpr std::uint8_t kSystem = 0x10;    ///< of the engine's own tables
+  static constexpr std::uint8_t kIdentity = 0x20;  ///< a user or group: an owner, a permission
+  /// Of the extended flags: text is compressed where that is possible.
+  static constexpr std::uint8_t kExtendedCompressed = 0x01;
+};
+
 /// A column in a table's definition.
 struct ColumnDefinition {
   std::u16string name;

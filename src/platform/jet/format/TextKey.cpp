@@ -46,8 +46,8 @@ class General4Key {
       marks_.push_back(weight.mark);
     }
     if (weight.ignorable != 0) {
-      const std::size_t where = 0x8000 | (7 + 4 * position_);
-      for (const std::size_t byte : {where >> 8, where & 0xFF, std::size_t{0x06}})
+      const std::size_t where = kPosition | (kFirstPosition + kPositionStep * position_);
+      for (const std::size_t byte : {where >> 8, where & 0xFF, kAfterPosition})
         ignorables_.push_back(static_cast<std::uint8_t>(byte));
       ignorables_.push_back(weight.ignorable);
     }
@@ -71,6 +71,11 @@ class General4Key {
  private:
   static constexpr std::uint8_t kSection = 1;
   static constexpr std::uint8_t kNoMark = 2;
+  // Of an ignorable character: the characters before it, counted in steps.
+  static constexpr std::size_t kPosition = 0x8000;
+  static constexpr std::size_t kFirstPosition = 7;
+  static constexpr std::size_t kPositionStep = 4;
+  static constexpr std::size_t kAfterPosition = 0x06;
 
   std::string& key_;
   std::size_t position_;  ///< characters with inline bytes so far

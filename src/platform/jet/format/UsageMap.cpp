@@ -23,7 +23,7 @@ UsageMap UsageMap::decode(ByteView row, const Location& location) {
     map.firstPage = PageNumber(u32At(row, kFirstPage));
     map.bits.assign(row.begin() + kBitmap, row.end());
   } else {
-    for (std::size_t at = kBitmapPages; at + 4 <= row.size(); at += 4)
+    for (std::size_t at = kBitmapPages; at + kBitmapPageSize <= row.size(); at += kBitmapPageSize)
       map.bitmapPages.emplace_back(u32At(row, at));
   }
   return map;

@@ -17,10 +17,11 @@ struct UsageMap {
     Reference = 1,  ///< page numbers of bitmap pages, each for a fixed range of pages
   };
   // Offsets in the row.
-  static constexpr std::size_t kKind = 0;         ///< u8, a Kind
-  static constexpr std::size_t kFirstPage = 1;    ///< inline: u32, page of the first bit
-  static constexpr std::size_t kBitmap = 5;       ///< inline: the bits, low bit first
-  static constexpr std::size_t kBitmapPages = 1;  ///< reference: u32 each, 0 where there is none
+  static constexpr std::size_t kKind = 0;            ///< u8, a Kind
+  static constexpr std::size_t kFirstPage = 1;       ///< inline: u32, page of the first bit
+  static constexpr std::size_t kBitmap = 5;          ///< inline: the bits, low bit first
+  static constexpr std::size_t kBitmapPages = 1;     ///< reference: u32 each, 0 where there is none
+  static constexpr std::size_t kBitmapPageSize = 4;  ///< reference: of each number
   /// Offset in a bitmap page.
   static constexpr std::size_t kBitmapPageBits = 4;
 

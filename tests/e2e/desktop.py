@@ -27,9 +27,8 @@ def wait_until(condition, what, timeout=20.0):
 
 
 class Desktop:
-    """A virtual display with a window manager and a message bus, by which the accessibility bus
-    is found. The X server picks a free display number; `manager` is the window
-    manager's command, None for none."""
+    """A virtual display with a window manager and a message bus (which also leads to the accessibility
+    bus). `manager` is the window manager's command; None starts no window manager."""
 
     def __init__(self, width=1920, height=1080, manager=("openbox", "--sm-disable")):
         self.width, self.height = width, height
@@ -112,13 +111,13 @@ class Desktop:
         return [int(line) for line in self.run(*command, check=False).split()]
 
     def created_by(self, client, since):
-        """The windows made since there were so many, by the program that made the window `client`:
-        all its windows share the upper bits of their numbers."""
+        """The windows that one program has created after the first `since` windows of the display. `client`
+        is any window of that program: the numbers of all its windows have the same upper bits."""
         return [window for window in self.created[since:] if (window ^ client) < 1 << 21]
 
     def is_there(self, window):
-        """Whether a window exists, visible or not. Only its parent is told of its end, and that can
-        be a frame of the window manager's."""
+        """Whether a window exists, visible or not. Asks the server, since the destruction is reported only to
+        the window's parent, which can be the window manager's frame."""
         return "Width:" in self.run("xwininfo", "-id", str(window), check=False)
 
     def has_keyboard(self, window):

@@ -181,8 +181,8 @@ class Screen:
         self.alone()
 
     def begin_save(self, *keys):
-        """Presses Save, by the mouse or by keys, and waits for the notice. It stays for 750 ms only:
-        on a busy machine it can be over when this returns."""
+        """Presses Save, by the mouse or by keys, and waits for the notice. The notice shows for only 750 ms, so
+        on a busy machine it may have closed when this returns."""
         before = len(self.desktop.created)
         if keys:
             self.keys(*keys)
@@ -254,7 +254,8 @@ class Screen:
                      if node.description.startswith(f"Key {index}, ")), None)
 
     def captions(self):
-        """All captions of keys by index, without keys that show their number for want of a caption."""
+        """The captions by key index. A key without a caption, whose name for a screen reader is its number, is
+        left out."""
         found = {}
         for node in self.node.walk():
             about = node.description.split(",")[0]

@@ -42,7 +42,8 @@ class Bus:
             raise Gone(f"{owner} {path} {method}: {error.message}") from None
 
     def hear_focus(self):
-        """Begins to listen; returns a function that returns the nodes that have got the focus since."""
+        """Starts recording focus changes. Returns a function that returns the nodes that have received the
+        focus since then, in order."""
         self.call(PREFIX + "Registry", "/org/a11y/atspi/registry", PREFIX + "Registry",
                   "RegisterEvent",
                   GLib.Variant("(sass)", ("object:state-changed:focused", [], "")))

@@ -14,7 +14,7 @@ TEXT_OF_ENTRY = f"{'Tonic water':30}{'':100}1042"
 
 
 class BadStore(Case):
-    """Each ends the program before its screen is shown, with nothing changed."""
+    """Each of these faults ends the program before its screen is shown, and no file has changed."""
 
     def ends(self, number, text):
         before = self.shop.files()
@@ -36,7 +36,7 @@ class BadStore(Case):
 
 
 class NoDisplay(Case):
-    def test_it_says_so_and_ends_with_status_1(self):
+    def test_a_missing_display_is_reported_with_status_1(self):
         for display in (None, ":987"):
             environment = {"PATH": os.environ["PATH"], "XDG_CONFIG_HOME": str(self.shop.settings)}
             if display:
@@ -48,7 +48,7 @@ class NoDisplay(Case):
 
 
 class NoFont(Case):
-    def test_it_says_so(self):
+    def test_a_missing_font_is_reported(self):
         setup = self.shop.folder / "fonts.conf"
         setup.write_text(f"<fontconfig><dir>{self.shop.posdata}</dir></fontconfig>")
         program = self.start(environment={"FONTCONFIG_FILE": str(setup)})
@@ -65,7 +65,7 @@ class StandardError(Case):
         World.desktop.xdotool("windowfocus", "--sync", window, "key", "Return")
         self.assertEqual(program.status(), 1)
 
-    def test_it_is_closed(self):
+    def test_closed_standard_error(self):
         self.ends("2>&-")
 
     def test_a_pipe_without_a_reader(self):
@@ -88,7 +88,7 @@ class LostDisplay(Case):
     def test_while_nothing_happens(self):
         self.ends(self.screen())
 
-    def test_while_an_item_is_moved_about(self):
+    def test_while_a_drag_is_moving(self):
         # The server goes between two of the toolkit's questions about the pointer.
         for _ in range(3):
             screen = self.screen()
@@ -101,7 +101,7 @@ class LostDisplay(Case):
             self.ends(screen)
             hand.wait()
 
-    def test_under_the_sheet_and_its_list(self):
+    def test_while_the_sheet_and_its_list_are_open(self):
         screen = self.screen()
         screen.double_click(12)
         sheet = Screen(screen.program, controls.SHEET_TITLE, controls.SHEET)
@@ -109,7 +109,7 @@ class LostDisplay(Case):
         wait_until(lambda: len(sheet.windows()) == 3, "the departments")
         self.ends(screen)
 
-    def test_under_a_message_and_the_colour_dialog(self):
+    def test_while_a_message_or_the_colour_dialog_is_open(self):
         for button, title in (("cmdResetAll", "Reset"), ("cmdSelCol", "Colour")):
             screen = self.screen()
             screen.click(button)

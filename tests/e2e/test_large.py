@@ -73,7 +73,7 @@ class Restored(Large):
 
 
 class NoWindowManager(Large):
-    def test_the_screen_fills_the_display_all_the_same(self):
+    def test_the_screen_fills_the_display_without_a_window_manager(self):
         bare = self.another_desktop(manager=None)
         program = self.start(desktop=bare)
         window = program.window(controls.LARGE_TITLE)

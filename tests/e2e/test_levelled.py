@@ -70,7 +70,7 @@ class DayOfWork(Case):
         question = "This will reset all the buttons. Are you sure?"
         screen.click("cmdResetAll")
         box = self.message(screen.program, question, "Reset")
-        screen.keys("Escape")  # no third way out
+        screen.keys("Escape")  # doesn't close the question
         self.press(screen.program, box, "No")
         screen.alone()
         self.assertEqual(self.shop.layout(1), saved)
@@ -143,7 +143,7 @@ class DayOfWork(Case):
         self.assertEqual(screen.program.status(), 0)
         self.assertEqual(self.shop.files(), before)
 
-    def test_an_order_for_the_pos_is_left_and_the_program_started_each_time(self):
+    def test_update_pos_writes_both_settings_and_starts_the_program_each_time(self):
         notes = self.shop.comms()
         screen = self.levelled()
         screen.drag(0, 3)
@@ -165,7 +165,7 @@ class Colours(Case):
     """Colours key 4, copies its colours to others, resets a key."""
 
     def pick(self, screen, button, html=None):
-        """Opens the colour dialog and confirms a colour, or leaves by Cancel."""
+        """Opens the colour dialog and confirms the colour `html`; None cancels the dialog."""
         screen.click(button)
         dialog = screen.program.top(lambda node: node.name != screen.title, "the colour dialog")
         if html is None:
@@ -277,7 +277,7 @@ class Pointer(Case):
         screen.alone()
         screen.drag(1, 30)
         screen.wait_captions({20: tea, 30: bun})
-        # What a reader hears of the keys, and what it can press.
+        # The states and descriptions that a screen reader gets, and the actions that it can perform.
         self.assertIn("selected", screen.key(5).states())
         self.assertNotIn("selected", screen.key(20).states())
         self.assertRegex(screen.key(20).description, "^Key 20, row 3, column 7, colour #[0-9A-F]{6}$")
@@ -287,7 +287,7 @@ class Pointer(Case):
         screen.keys("Right", "Down", "Return")
         wait_until(lambda: "selected" in screen.key(17).states(), "the key that the arrow keys reach")
 
-    def test_a_key_that_is_held_saves_once(self):
+    def test_a_held_keyboard_key_saves_once(self):
         screen = self.levelled()
         screen.save()  # the focus is on Save
         made = len(screen.desktop.created)
@@ -341,14 +341,14 @@ class Pointer(Case):
                                "keyup", "Return", "windowfocus", "--sync", screen.window)
         screen.save("Return")
 
-    def test_a_key_that_answers_a_question_and_is_held_asks_nothing_again(self):
+    def test_a_held_keyboard_key_that_answers_the_question_does_not_ask_it_again(self):
         screen = self.levelled()
         screen.click("cmdResetAll")
         self.message(screen.program, "This will reset all the buttons. Are you sure?", "Reset")
         wait_until(lambda: not screen.desktop.has_keyboard(screen.window), "the question's turn")
         screen.desktop.xdotool("keydown", "Return")
         screen.alone()
-        # As on a busy machine: repeats and release are there at once.
+        # As on a busy machine: the program finds the repeats and the release in its queue together.
         os.kill(screen.program.pid, signal.SIGSTOP)
         time.sleep(1.5)
         screen.desktop.xdotool("keyup", "Return")

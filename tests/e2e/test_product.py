@@ -59,7 +59,7 @@ class Tour(ProductCase):
             self.assertEqual([row for row in self.shop.rows(table) if row["id"] != FREE[0]],
                              [row for row in before[table] if row["id"] != FREE[0]])
 
-        # Closing the sheet without adding places the product once more (contract).
+        # Closing the sheet without adding puts the last added product on that key (docs/contract.md).
         sheet = self.sheet(editor, 13)
         sheet.click("cmdClose")
         editor.alone()
@@ -95,7 +95,7 @@ class Tour(ProductCase):
         sheet.keys("Home", *["Down"] * index, "Return")
         wait_until(lambda: len(sheet.windows()) == 2, "the departments to close")
 
-    def test_after_the_list_readers_are_told_that_its_cell_has_the_focus(self):
+    def test_screen_readers_learn_that_the_cell_has_the_focus_after_its_list_closes(self):
         names = sorted(row["description"] for row in self.shop.rows("tblDepartment"))
         sheet = self.sheet(self.levelled(), 12)
         sheet.click("Grid1", *self.value(sheet, 3))

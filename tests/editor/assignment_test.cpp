@@ -11,7 +11,7 @@ using support::lineOf;
 using support::Shop;
 using support::WindowDriver;
 
-TEST(Assignment, ItemsLandOnTheCurrentKeyOrWhereTheyAreDropped) {
+TEST(Assignment, ADoubleClickAssignsToTheCurrentKeyAndADropToItsTarget) {
   Shop shop;
   shop.names[7] = u"A name of more than thirty characters";
   WindowDriver user = shop.open();
@@ -30,7 +30,7 @@ TEST(Assignment, ItemsLandOnTheCurrentKeyOrWhereTheyAreDropped) {
   EXPECT_EQ(shop.failure(), 0);
 }
 
-TEST(Assignment, ATextFromAnotherProgramIsTakenByItsPositionsAlone) {
+TEST(Assignment, ADroppedTextIsSplitByCharacterPositionsOnly) {
   Shop shop;
   WindowDriver user = shop.open();
   EXPECT_TRUE(user.drop(key(3), u"  Foreign \x20ac " + std::u16string(118, u' ') + u" 0042.4 "));
@@ -44,7 +44,7 @@ TEST(Assignment, ATextFromAnotherProgramIsTakenByItsPositionsAlone) {
   EXPECT_EQ(shop.save(user)[3], lineOf({.key = 3, .product = "42", .caption = "Foreign \x80"}));
 }
 
-TEST(Assignment, ATextThatDoesNotComeApartEndsTheProgramWithTheKeyUntouched) {
+TEST(Assignment, AMalformedEntryEndsTheProgramAndLeavesTheKeyUnchanged) {
   struct Case {
     std::u16string text;
     std::int32_t error;
@@ -70,7 +70,7 @@ TEST(Assignment, ADoubleClickWithNothingSelectedEndsTheProgram) {
   EXPECT_EQ(caption(user, key(0)), "Key 0");
 }
 
-TEST(Assignment, AnIdBeyondSixteenBitsCanNotBePlaced) {
+TEST(Assignment, AnIdBeyondSixteenBitsEndsTheProgram) {
   Shop shop;
   shop.slotCount = 3;
   shop.names[40000] = u"Aardvark";

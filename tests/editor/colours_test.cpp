@@ -38,7 +38,7 @@ bool hasInk(const WindowDriver& user, std::string_view control, const QColor& co
 
 }  // namespace
 
-TEST(Colours, TheDialogsAnswerSurvivesAndCancelPaintsWithIt) {
+TEST(Colours, CancelAppliesTheColourConfirmedLast) {
   Shop shop;
   WindowDriver user = shop.open();
   shop.host.colours = {std::nullopt, kRed, std::nullopt, kBlue, std::nullopt};
@@ -46,12 +46,12 @@ TEST(Colours, TheDialogsAnswerSurvivesAndCancelPaintsWithIt) {
   user.click(key(4));
   user.click("cmdSelCol");
   user.click(key(5));
-  user.click("cmdFontColour");  // Cancel: the red that was chosen for a back
+  user.click("cmdFontColour");  // Cancel: applies the red last confirmed for a back colour
   user.click(key(6));
   user.pick("cbLevel", 1);
   user.click("cmdFontColour");  // still key 6
   user.click(key(7));
-  user.click("cmdSelCol");  // Cancel: the blue that was chosen for a font
+  user.click("cmdSelCol");  // Cancel: applies the blue last confirmed for a font colour
   EXPECT_EQ(shop.host.colourDialogs, 5);
   const auto saved = shop.save(user, "FastMovers2.txt");
   EXPECT_EQ(saved[5], lineOf({.key = 5, .back = kWhite, .font = kRed}));
@@ -66,7 +66,7 @@ TEST(Colours, TheDialogsAnswerSurvivesAndCancelPaintsWithIt) {
   user.release(key(7));
 }
 
-TEST(Colours, ALoadedKeyPressesInItsOldColourUntilItIsColoured) {
+TEST(Colours, ALoadedKeyHasTheDefaultPressColourUntilAColourIsSet) {
   Shop shop;
   std::vector<std::string> texts;
   for (int i = 0; i < 63; ++i) texts.push_back(lineOf({.key = i, .back = kRed, .font = 0}));
@@ -97,7 +97,7 @@ TEST(Colours, ResetClearsTheKeyAndLeavesTheFileAlone) {
   EXPECT_EQ(shop.save(user)[8], lineOf({.key = 8, .back = kWhite}));
 }
 
-TEST(CopyMode, ColoursTravelOverLevelsSavesAndResetsUntilTheModeIsEnded) {
+TEST(CopyMode, CopiedColoursSurviveLevelChangesSavesAndResetsUntilCopyModeEnds) {
   Shop shop;
   WindowDriver user = shop.open();
   EXPECT_EQ(caption(user, "cmdCopy"), "Copy Button Settings");

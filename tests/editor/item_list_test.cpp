@@ -18,7 +18,7 @@ TEST(ItemList, EntriesCarryThirtyCharactersThenAHundredBlanksThenTheId) {
   for (const auto& text : entries) EXPECT_EQ(text.find_first_not_of(u' ', 30), 130U);
 }
 
-TEST(ItemList, EmptyNamesAndFreeSlotsAreLeftOutAndTheOrderIsThatOfTheNames) {
+TEST(ItemList, TheListHasNoEmptyNamesOrFreeSlotsAndIsSortedByName) {
   Shop shop;
   shop.slotCount = 12;
   for (int id = 1; id <= 12; ++id) shop.names[id] = std::nullopt;
@@ -35,7 +35,7 @@ TEST(ItemList, EmptyNamesAndFreeSlotsAreLeftOutAndTheOrderIsThatOfTheNames) {
   EXPECT_EQ(ids, (std::vector<std::u16string>{u"3", u"2", u"9", u"6", u"5", u"1"}));
 }
 
-TEST(ItemList, ADepartmentNarrowsTheListAndTheBarcodeBoxLeavesTheDepartmentAlone) {
+TEST(ItemList, TheDepartmentAndTheBarcodeBoxFilterTheListTogether) {
   Shop shop;
   shop.barcodes[2] = u"   ";  // blanks are a barcode
   shop.barcodes[6] = u"";
@@ -44,7 +44,7 @@ TEST(ItemList, ADepartmentNarrowsTheListAndTheBarcodeBoxLeavesTheDepartmentAlone
             (std::vector<std::u16string>{u"", u"Drinks", u"Empty hall", u"Food", u"O'Brien's"}));
   user.pick("cbDept", 1);
   const std::size_t drinks = user.entries("List1").size();
-  EXPECT_EQ(drinks, 98U);  // even ids but for two free slots
+  EXPECT_EQ(drinks, 98U);  // the products with even ids, except two free slots
   user.click("chkBarcode");
   EXPECT_EQ(shop.setting("HIDE_BARCODE"), "1");
   const auto without = user.entries("List1");
@@ -54,7 +54,7 @@ TEST(ItemList, ADepartmentNarrowsTheListAndTheBarcodeBoxLeavesTheDepartmentAlone
                           [](const auto& text) { return text.substr(130) == u"6"; }));
   user.pick("cbDept", 2);
   EXPECT_TRUE(user.entries("List1").empty());
-  user.pick("cbDept", 0);  // the department without a name is no filter at all
+  user.pick("cbDept", 0);  // the department with an empty name selects all items
   user.click("chkBarcode");
   EXPECT_EQ(user.entries("List1").size(), 197U);
   EXPECT_EQ(shop.setting("HIDE_BARCODE"), "0");
@@ -69,7 +69,7 @@ TEST(ItemList, AnApostropheInADepartmentsNameEndsTheProgram) {
   EXPECT_EQ(shop.host.endStatus, 1);
 }
 
-TEST(ItemList, TheStoredBarcodeChoiceFiltersTheFirstListAlready) {
+TEST(ItemList, TheStoredBarcodeSettingFiltersTheListAtTheStart) {
   Shop shop;
   shop.folder.write(shop.folder.settingsFolder() / "tavenor.ini",
                     "[comms]\nstorename=Demo\n[KEYSTRAND]\nHIDE_BARCODE= 1 \n");

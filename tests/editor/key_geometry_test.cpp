@@ -31,7 +31,7 @@ Walk WalkWith(const std::string& settings) {
 
 }  // namespace
 
-TEST(KeyGeometry, DefaultsFillTheDesignGridColumnWiseFromTheBottomLeft) {
+TEST(KeyGeometry, WithDefaultsTheKeysFillColumnsUpwardsFromTheBottomLeft) {
   const Walk walk = WalkWith("");
   ASSERT_EQ(walk.error, 0);
   ASSERT_EQ(walk.placed.size(), 63U);
@@ -45,7 +45,7 @@ TEST(KeyGeometry, DefaultsFillTheDesignGridColumnWiseFromTheBottomLeft) {
   EXPECT_EQ(walk.placed.at(49).Height, 1050);
 }
 
-TEST(KeyGeometry, SettingsMixWithDefaultsKeyByKey) {
+TEST(KeyGeometry, EachMissingSettingHasItsDefault) {
   const Walk walk = WalkWith("Space=-50\r\nstartleft= 100 \r\nButtonHeight=\"500\"\r\n");
   ASSERT_EQ(walk.error, 0);
   EXPECT_EQ(walk.placed.at(1).Top, 8640 - 500 + 50);
@@ -53,7 +53,7 @@ TEST(KeyGeometry, SettingsMixWithDefaultsKeyByKey) {
   EXPECT_EQ(walk.placed.at(62).Height, 500);
 }
 
-TEST(KeyGeometry, AnyNumberOfRowsIsWalked) {
+TEST(KeyGeometry, TheRowsSettingMayBeAnyNumber) {
   const Walk seven = WalkWith("rows=7\r\n");
   EXPECT_EQ(seven.error, 0);
   EXPECT_EQ(seven.placed.at(56).Left, 8 * 1350);
@@ -63,7 +63,7 @@ TEST(KeyGeometry, AnyNumberOfRowsIsWalked) {
   EXPECT_EQ(ten.placed.at(60).Left, 6 * 1350);
 }
 
-TEST(KeyGeometry, AnOverflowComesAtItsStepWithTheKeysBeforeItPlaced) {
+TEST(KeyGeometry, AnOverflowStopsTheArrangementAndKeepsEarlierPositions) {
   const Walk oneRow = WalkWith("rows=1\r\n");
   EXPECT_EQ(oneRow.error, 6);
   EXPECT_EQ(oneRow.placed.rbegin()->first, 24);

@@ -35,7 +35,7 @@ std::string layoutFrom(int first, const std::string& colours) {
 
 }  // namespace
 
-TEST(Levels, ALevelComesFromItsFileAndUnsavedWorkIsDroppedWithoutAWord) {
+TEST(Levels, ALevelChangeLoadsTheFileAndDiscardsUnsavedChangesSilently) {
   Shop shop;
   shop.folder.write("Posdata/fastmovers2.TXT", layoutFrom(300, "255,0"));
   shop.touchSettings("[SETTINGS]\r\nSCREEN1=Counter\r\nscreen2=\" Lunch \"\r\n");
@@ -55,7 +55,7 @@ TEST(Levels, ALevelComesFromItsFileAndUnsavedWorkIsDroppedWithoutAWord) {
   EXPECT_EQ(shop.save(user)[4], lineOf({.key = 4, .product = "304", .back = kWhite}));
 }
 
-TEST(Levels, OfAFileInTwoSpellingsLoadSaveAndResetTakeTheSameOne) {
+TEST(Levels, LoadSaveAndResetUseTheSameFileWhenTwoDifferInCase) {
   Shop shop;
   shop.folder.write("Posdata/FastMovers1.txt", layoutFrom(300, "255,0"));
   shop.folder.write("Posdata/fastmovers1.txt", "the other");
@@ -95,7 +95,7 @@ TEST(Levels, ASaveRightAfterTheStartEmptiesTheStoredName) {
   EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nSCREEN1=\r\n");
 }
 
-TEST(Levels, ALoadRestoresNoFontColourAndASaveWritesTheOneOnTheScreen) {
+TEST(Levels, ALoadDoesNotRestoreFontColoursAndASaveWritesTheShownOnes) {
   Shop shop;
   shop.folder.write("Posdata/FastMovers1.txt", layoutFrom(1, "16711680,255"));
   WindowDriver user = shop.open();
@@ -103,7 +103,7 @@ TEST(Levels, ALoadRestoresNoFontColourAndASaveWritesTheOneOnTheScreen) {
   EXPECT_EQ(saved[62], lineOf({.key = 62, .product = "63", .caption = "P63", .back = 16711680}));
 }
 
-TEST(Levels, ALoadTakesTheFaceOfAKeyFromTheFifthField) {
+TEST(Levels, ALoadSetsTheTypefaceFromField4) {
   Shop shop;
   std::vector<std::string> texts(13, ",,Tea,255,-2147483630");
   texts[10] = ",,Tea,255,Liberation Mono";
@@ -115,7 +115,7 @@ TEST(Levels, ALoadTakesTheFaceOfAKeyFromTheFifthField) {
   EXPECT_EQ(picture(12), picture(11)) << "what is no face is drawn in the default one";
 }
 
-TEST(Levels, TheNoticeShowsInTheMiddleForThreeQuartersOfASecond) {
+TEST(Levels, TheNoticeIsCentredAndShowsFor750Milliseconds) {
   Shop shop;
   WindowDriver user = shop.open();
   QElapsedTimer time;
@@ -153,7 +153,7 @@ TEST(Levels, AResetLeavesTheIdsSoThatASaveWritesThemBesideEmptyCaptions) {
   EXPECT_EQ(support::shownColour(user, key(7)), 0xFFFFFF);
   EXPECT_FALSE(shop.folder.read("Posdata/FASTMOVERS1.txt"));
   EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nSCREEN1=Counter\r\n");
-  user.click("cmdResetAll");  // no file any more: no fault
+  user.click("cmdResetAll");  // the file is already deleted: no error
   EXPECT_EQ(shop.failure(), 0);
   EXPECT_EQ(shop.save(user)[7], lineOf({.key = 7, .product = "8", .back = kWhite}));
 }

@@ -17,7 +17,7 @@ namespace {
 class LevelledMonkey final : public support::Monkey {
  public:
   LevelledMonkey() : Monkey("frmMain", 63) {
-    shop_.names[40000] = u"Zebra";  // an id that no key takes
+    shop_.names[40000] = u"Zebra";  // an id beyond 16 bits, which can't be assigned to a key
     actions_.push_back({5, "picks a level", [this] { pickLevel(); }});
     actions_.push_back({4, "picks a department", [this] { pickDepartment(); }});
     actions_.push_back({4, "types a level name", [this] { typeName(); }});
@@ -40,7 +40,7 @@ class LevelledMonkey final : public support::Monkey {
     name_.clear();
     levelShown_ = true;
     dropTargets_ = listShown_ = !autofill();
-    if (autofill()) fillFromStock();  // the colours stay as they are at the start
+    if (autofill()) fillFromStock();  // unlike a level change this doesn't reset the colours
     applyLayout(true);
     return 0;
   }
@@ -210,6 +210,6 @@ class LevelledMonkey final : public support::Monkey {
 
 }  // namespace
 
-TEST(Monkey, AThousandActionsEndInNoStateOfTheirOwn) {
+TEST(Monkey, AThousandRandomActionsLeaveTheStateThatTheModelPredicts) {
   LevelledMonkey().play(support::monkeySeed(), 1000);
 }

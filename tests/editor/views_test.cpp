@@ -20,7 +20,7 @@ std::pair<int, int> position(WindowDriver& user, const std::string& control) {
 
 }  // namespace
 
-TEST(Views, AnyOtherTextThanNoughtOpensTheAutofillViewOnTheStockRows) {
+TEST(Views, AnyAutofillSettingButZeroOpensTheAutofillViewWithTheStockRows) {
   Shop shop;
   shop.touchSettings("[SETTINGS]\r\nAUTOFILL=yes\r\n[BUTTONS_BL]\r\nButtonHeight=900\r\n");
   shop.names[2] = std::nullopt;
@@ -51,7 +51,7 @@ TEST(Views, AnyOtherTextThanNoughtOpensTheAutofillViewOnTheStockRows) {
             lineOf({.key = 0, .product = "1", .caption = "Item 1", .back = kWhite}));
 }
 
-TEST(Views, TickingArrangesAtOnceAndClearingRestoresNothing) {
+TEST(Views, CheckingArrangesTheKeysAtOnceAndUncheckingRestoresNothing) {
   Shop shop;
   WindowDriver user = shop.open();
   EXPECT_EQ(position(user, key(9)), (std::pair{2 * 90, 72}));

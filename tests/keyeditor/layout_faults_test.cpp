@@ -1,4 +1,4 @@
-// One fault for each file; a row of the table has the results in both editors.
+// Each layout file has one fault; each row of the table has the expected results in both editors.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -21,7 +21,7 @@ constexpr std::int32_t kGood = 255;
 
 struct Fault {
   const char* name;
-  std::string line;       // line 30; all lines before and after it are good
+  std::string line;       // line 30 of the file, for key 29; all other lines are valid
   std::string caption;    // the caption of key 29 afterwards
   std::int32_t colour;    // its back colour
   int error;              // the large editor's error; 0 when the line is good
@@ -58,7 +58,7 @@ std::string fileWith(const std::string& line, int keys, const char* end = "\r\n"
 
 }  // namespace
 
-TEST(LayoutFaults, TheLevelledEditorStopsSilentlyWithTheKeyAtHandHalfApplied) {
+TEST(LayoutFaults, TheLevelledEditorStopsSilentlyAndKeepsTheFieldsBeforeTheFault) {
   for (const Fault& fault : kFaults) {
     SCOPED_TRACE(fault.name);
     Shop shop;
@@ -81,7 +81,7 @@ TEST(LayoutFaults, TheLevelledEditorStopsSilentlyWithTheKeyAtHandHalfApplied) {
   }
 }
 
-TEST(LayoutFaults, TheLargeEditorEndsAtTheLineAndNeverShows) {
+TEST(LayoutFaults, TheLargeEditorReportsTheFaultAndNeverShows) {
   for (const Fault& fault : kFaults) {
     SCOPED_TRACE(fault.name);
     Shop shop;
@@ -93,7 +93,7 @@ TEST(LayoutFaults, TheLargeEditorEndsAtTheLineAndNeverShows) {
   }
 }
 
-TEST(LayoutFaults, TooFewLinesStopTheOneAndEndTheOther) {
+TEST(LayoutFaults, TooFewLinesEndTheLoadOfTheLevelledAndTheRunOfTheLargeEditor) {
   for (const int count : {0, 10, 62, 63, 200}) {
     Shop shop;
     shop.folder.write("Posdata/FastMovers1.txt", fileWith(goodLine(kFaulty), count));
@@ -116,7 +116,7 @@ TEST(LayoutFaults, TooFewLinesStopTheOneAndEndTheOther) {
   }
 }
 
-TEST(LayoutFaults, AFileThatIsThereAndCanNotBeOpenedEndsTheLevelledEditorToo) {
+TEST(LayoutFaults, AnExistingFileThatCannotBeOpenedEndsTheLevelledEditorToo) {
   Shop shop;
   shop.folder.write("Posdata/FastMovers1.txt", goodLine(0) + "\r\n");
   std::filesystem::permissions(shop.folder.posdata() / "FastMovers1.txt",

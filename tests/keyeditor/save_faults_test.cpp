@@ -1,4 +1,4 @@
-// A save and a reset that stop at any moment: a write fails, or the process is killed.
+// Saves and resets that are interrupted at each step, by a failing write or by killing the process.
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -76,7 +76,7 @@ class SaveFaults : public testing::TestWithParam<Editor> {
 
 }  // namespace
 
-TEST_P(SaveFaults, AWriteThatFailsLeavesWhatWentBeforeItAndEndsTheProgram) {
+TEST_P(SaveFaults, AFailedWriteKeepsTheEarlierLinesAndEndsTheProgram) {
   for (int step = 0; step < editor.keys; ++step) {
     putOld();
     const auto bytes = static_cast<std::size_t>(step % 13);
@@ -89,7 +89,7 @@ TEST_P(SaveFaults, AWriteThatFailsLeavesWhatWentBeforeItAndEndsTheProgram) {
     EXPECT_EQ(shop.host.endStatus, 1);
     EXPECT_EQ(layout(), full.substr(0, lineOf(step) + bytes)) << step;
     checkTheRest();
-    // In this test the screen survives the end; it is used again in the next round.
+    // The test's host keeps the screen alive after the program's end, for the next iteration.
     process::resetEnded();
     shop.host.failures.clear();
   }
@@ -97,7 +97,7 @@ TEST_P(SaveFaults, AWriteThatFailsLeavesWhatWentBeforeItAndEndsTheProgram) {
   EXPECT_EQ(layout(), full);
 }
 
-TEST_P(SaveFaults, ANameThatCanNotBeWrittenGoesUnnoticed) {
+TEST_P(SaveFaults, AFailureToWriteTheLevelNameIsIgnored) {
   for (int step = 0; step < editor.writesAfterLayout; ++step) {
     putOld();
     support::FileFaults faults;
@@ -110,7 +110,7 @@ TEST_P(SaveFaults, ANameThatCanNotBeWrittenGoesUnnoticed) {
   }
 }
 
-TEST_P(SaveFaults, AProcessThatIsKilledLeavesTheLinesBefore) {
+TEST_P(SaveFaults, AKilledProcessKeepsTheLinesAlreadyWritten) {
   const int steps = editor.keys + editor.writesAfterLayout;
   for (int step = 0; step < steps; ++step) {
     putOld();
@@ -118,8 +118,8 @@ TEST_P(SaveFaults, AProcessThatIsKilledLeavesTheLinesBefore) {
     EXPECT_EQ(layout(), full.substr(0, lineOf(std::min(step, editor.keys)))) << step;
     checkTheRest();
   }
-  // A later save removes the temporary files of the interrupted writes of the name, though not
-  // while they could be another program's.
+  // A later save removes the temporary files that the interrupted writes of the level's name left,
+  // but only those older than a minute, which no running program still uses.
   EXPECT_EQ(leftovers().size(), static_cast<std::size_t>(editor.writesAfterLayout));
   for (const fs::path& file : leftovers())
     fs::last_write_time(file, fs::file_time_type::clock::now() - std::chrono::minutes(2));
@@ -131,7 +131,7 @@ TEST_P(SaveFaults, AProcessThatIsKilledLeavesTheLinesBefore) {
 INSTANTIATE_TEST_SUITE_P(Editors, SaveFaults, testing::Values(kLevelled, kLarge),
                          [](const auto& editor) { return std::string(editor.param.screen); });
 
-TEST(ResetFaults, AFileThatStaysLeavesTheKeys) {
+TEST(ResetFaults, AFailedDeleteLeavesTheKeysUnchanged) {
   Shop shop;
   WindowDriver user = shop.open();
   user.drop("MyButton1(5)", kLevelled.item);

@@ -51,7 +51,7 @@ TEST(LargeEditor, ACommaInANameEndsTheNextStart) {
   EXPECT_EQ(next.failure(), 13);
 }
 
-TEST(LargeEditor, TheFilesIdsAreKeptAsTheyStandAndFontColoursDoNotComeBack) {
+TEST(LargeEditor, IdsFromTheFileStayUntrimmedAndFontColoursAreNotRestored) {
   LargeShop shop;
   std::vector<std::string> texts(108, "x,  77 , Tea ,255,65280");
   texts[10] = "x,  77 , Tea ,255,Liberation Mono";
@@ -77,7 +77,7 @@ TEST(LargeEditor, TheFilesIdsAreKeptAsTheyStandAndFontColoursDoNotComeBack) {
   EXPECT_EQ(saved[5], lineOf({.key = 5, .back = kWhite}));
 }
 
-TEST(LargeEditor, ADroppedTextFailsByItsOwnOrderOfSteps) {
+TEST(LargeEditor, ADropReadsTheIdBeforeTheDescription) {
   struct Case {
     std::u16string text;
     int error;
@@ -97,7 +97,7 @@ TEST(LargeEditor, ADroppedTextFailsByItsOwnOrderOfSteps) {
   EXPECT_EQ(shop.failure(), 5);
 }
 
-TEST(LargeEditor, TheTabKeyLeavesTheKeysForTheCommandsAndComesBack) {
+TEST(LargeEditor, TabGoesFromKey62ThroughTheCommandsToKey63) {
   LargeShop shop;
   WindowDriver user = shop.open("frmMainBig");
   EXPECT_TRUE(user.hasFocus("List1"));
@@ -113,7 +113,7 @@ TEST(LargeEditor, TheTabKeyLeavesTheKeysForTheCommandsAndComesBack) {
   EXPECT_TRUE(user.hasFocus(key(63)));
 }
 
-TEST(LargeEditor, TheFrameEndsItWithNothingSaved) {
+TEST(LargeEditor, ClosingTheWindowEndsTheProgramWithoutSaving) {
   LargeShop shop;
   WindowDriver user = shop.open("frmMainBig");
   user.drop(key(3), u"77        Tea");

@@ -10,7 +10,7 @@ class LargeMonkey final : public support::Monkey {
     files_["Posconfig.ini"] = "[GENERAL]\r\nLOAD_FASTMOVERS_LARGE=1\r\n";
     shop_.folder.write("Posdata/Posconfig.ini", files_["Posconfig.ini"]);
     shop_.slotCount = 60;
-    shop_.names[40000] = u"Zebra";  // an id that no key takes
+    shop_.names[40000] = u"Zebra";  // an id beyond 16 bits, which can't be assigned to a key
     shop_.names[7] = u"Apple, " + std::u16string(50, u'x');
   }
 
@@ -37,6 +37,6 @@ class LargeMonkey final : public support::Monkey {
 
 }  // namespace
 
-TEST(LargeMonkey, AThousandActionsEndInNoStateOfTheirOwn) {
+TEST(LargeMonkey, AThousandRandomActionsLeaveTheStateThatTheModelPredicts) {
   LargeMonkey().play(support::monkeySeed(), 1000);
 }

@@ -179,8 +179,8 @@ class Layering(unittest.TestCase):
                 self.assertEqual(self.mistakes(folder, commands[folder]), [])
 
     def mistakes(self, folder, command):
-        """Compiles a probe as the folder's own sources are compiled, which looks for every header of
-        the project, and returns the compiler's complaints."""
+        """Compiles a probe with the options of the folder's own sources. The probe tests for every header
+        of the project whether it can be included. Returns the compiler's error messages."""
         allowed = set.union(*TABLE[folder])
         lines = []
         for header in files({".h"}):

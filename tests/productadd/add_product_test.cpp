@@ -43,7 +43,7 @@ std::u16string flags(int id) {
   return all;
 }
 
-// Double-clicks a key and lets the user act on the sheet that opens.
+// Double-clicks a key and runs `act` on the form that opens.
 void onSheet(WindowDriver& user, int index, const std::function<void(WindowDriver&)>& act) {
   support::soon([&] {
     WindowDriver sheet("frmAddPlu");
@@ -54,7 +54,7 @@ void onSheet(WindowDriver& user, int index, const std::function<void(WindowDrive
 
 }  // namespace
 
-TEST(AddProduct, TheLowestFreeSlotIsFilledAndTheProductStandsOnTheKey) {
+TEST(AddProduct, TheLowestFreeSlotIsFilledAndTheProductIsPlacedOnTheKey) {
   Shop shop;
   WindowDriver user = shop.open();
   onSheet(user, 9, [](WindowDriver& sheet) {
@@ -132,7 +132,7 @@ TEST(AddProduct, EachFlagHasItsOwnRowAndColumn) {
   for (const auto& [id, flagsOfRow] : expected) EXPECT_EQ(flags(id), flagsOfRow) << id;
 }
 
-TEST(AddProduct, WithoutAFreeSlotItSaysSoAndTheSheetClosesAllTheSame) {
+TEST(AddProduct, WithoutAFreeSlotAMessageShowsAndTheFormCloses) {
   Shop shop;
   for (const int id : {100, 130, 195}) shop.names[id] = u"taken";
   WindowDriver user = shop.open();
@@ -150,7 +150,7 @@ TEST(AddProduct, WithoutAFreeSlotItSaysSoAndTheSheetClosesAllTheSame) {
   EXPECT_EQ(shop.failure(), 0);
 }
 
-TEST(AddProduct, WithoutAProductRowItFailsWithTheStockRowFilled) {
+TEST(AddProduct, WithoutAProductRowTheProgramEndsAfterFillingTheStockRow) {
   Shop shop;
   shop.missingPlu = {100};
   WindowDriver user = shop.open();

@@ -1,4 +1,4 @@
-// Products added to every kind of store, on the real sheet.
+// Adds products to every kind of store with the real form `frmAddPlu`.
 
 #include <gtest/gtest.h>
 
@@ -25,8 +25,8 @@ namespace fs = std::filesystem;
 constexpr int kMost = 50;
 constexpr int kNoRecord = 3021;
 
-/// A line of fields without the differences between the two readers: the form of a null, the groups
-/// of a GUID, the last decimals of a Double.
+/// Normalises a line of tab-separated fields, so that the outputs of the external reader and of the
+/// engine compare equal: representation of null, grouping of a GUID, last decimals of a Double.
 std::string plain(const std::string& line) {
   std::string joined;
   for (std::string field : jettest::split(line, '\t')) {
@@ -70,7 +70,8 @@ class AddingProducts : public testing::Test {
     return errors;
   }
 
-  /// Checks that the file is sound, the same for every reader, and has the new rows.
+  /// Checks that the file is sound, that the external reader and the engine see the same rows, and
+  /// that the added rows are among them.
   void judge(const fs::path& file) const {
     jet::Database database(file, u"the store", jet::Password{jettest::kStorePassword});
     for (const char16_t* name : {u"tblStock", u"tblPlu"}) {

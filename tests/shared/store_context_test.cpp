@@ -6,7 +6,7 @@
 using support::Shop;
 using support::WindowDriver;
 
-TEST(StoreContext, ExactlyNoughtOpensTheLevelledEditor) {
+TEST(StoreContext, OnlyZeroOpensTheLevelledEditor) {
   for (const char* large :
        {"", "[GENERAL]\r\nOTHER=1\r\n", "[general]\r\nload_fastmovers_large = 0 \r\n"}) {
     Shop shop;
@@ -24,7 +24,7 @@ TEST(StoreContext, ExactlyNoughtOpensTheLevelledEditor) {
   }
 }
 
-TEST(StoreContext, WithoutAStoreNameTheDatabaseLiesInTheStoresFolderItself) {
+TEST(StoreContext, WithoutAStoreNameTheDatabaseIsReadFromTheStoresFolder) {
   Shop shop;
   shop.writeStore();
   std::filesystem::rename(shop.storeFile(), shop.folder.path() / "Stores" / "master.MDB");

@@ -1,4 +1,4 @@
-// Two programs that add products to one store at the same time, each on its own sheet.
+// Two processes that add products to one store at the same time, each with its own `frmAddPlu`.
 
 #include <gmock/gmock.h>
 
@@ -25,7 +25,8 @@ constexpr int kSlots = 480;
 constexpr int kNamed = 40;
 constexpr std::int32_t kRowChanged = -2147217864;
 
-/// Runs one program, which reports the outcome of each product that it adds in a line.
+/// The body of one program: adds `kAdds` products and writes the outcome of each as a line of
+/// `report`.
 int addAll(const std::string& prefix, const fs::path& report) {
   std::ofstream lines(report);
   support::TestHost host;
@@ -63,7 +64,7 @@ std::map<std::string, std::string> rowsById(jet::Database& database, std::u16str
   return rows;
 }
 
-TEST(TwoPrograms, ThatAddProductsAtOnceNeverFillOneSlotTwice) {
+TEST(TwoPrograms, TwoProgramsThatAddProductsAtOnceNeverFillASlotTwice) {
   const jettest::Scratch scratch;
   const fs::path file = scratch.folder() / "MASTER.mdb";
   makestore::ShopOrder order;

@@ -16,10 +16,11 @@ class FileFaults {
   FileFaults(const FileFaults&) = delete;
   FileFaults& operator=(const FileFaults&) = delete;
 
-  /// From change number `step` on (all steps but reads, counted from 0) nothing more reaches the
-  /// disk: that change is cut after `bytes` bytes, all later ones do nothing.
+  /// Lets the changes before number `step` succeed (every operation but a read is a change; they
+  /// count from 0). Change `step` writes at most `bytes` bytes, and raises DeviceIoError if it is
+  /// not a write; all later changes raise DeviceIoError.
   void cutAtChange(int step, std::size_t bytes = 0);
-  /// Reads reach the end of the file at `offset`.
+  /// Makes every file appear to end at `offset`.
   void endFilesAt(std::size_t offset);
 
   /// Number of changes requested so far.
@@ -34,7 +35,7 @@ class FileFaults {
 };
 
 /// Runs `act` in a copy of this process that is killed at change number `step`, before that change
-/// begins. False when the copy ended by itself.
+/// begins. Returns true if it was killed, false if `act` made fewer changes and ended.
 bool killedAtChange(int step, const std::function<void()>& act);
 
 /// The number of the run-time error that `use` raises; 0 when it raises none.

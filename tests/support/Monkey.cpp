@@ -54,6 +54,7 @@ Monkey::Monkey(std::string screen, std::size_t keys) : keys_(keys), screen_(std:
       {10, "double-clicks the list", [this] { doubleClickList(); }},
       {6, "presses a command",
        [this] {
+         // cmdSelCol is listed twice, to be chosen twice as often.
          const auto name = oneOf<std::string>(
              {"cmdSelCol", "cmdFontColour", "cmdResetColor", "cmdCopy", "cmdSelCol"});
          note(name);

@@ -73,7 +73,8 @@ class Monkey {
 
   // The model
   void assign(int index, const Item& item);
-  /// Applies a saved layout to the model. Returns the error number of a fault in it.
+  /// Applies the saved layout, if there is one, to the model. Returns the number of the error that
+  /// a fault in it raises, 0 for none.
   int applyLayout(bool trimIds);
   void clear();
   void failsWith(int number) { failure_ = number; }
@@ -107,8 +108,8 @@ class Monkey {
   std::deque<std::string> history_;
   std::vector<QWidget*> shown_;
   int failure_ = 0;
-  bool left_ = false;  ///< the user has left, by Exit or by the frame
-  bool byFrame_ = false;
+  bool left_ = false;     ///< the user has pressed Exit or closed the window
+  bool byFrame_ = false;  ///< by the window's frame
   std::int32_t dialogColour_ = 0;
   std::int32_t copyBack_ = 0;
   std::int32_t copyFore_ = 0;

@@ -8,8 +8,8 @@
 
 namespace support {
 
-/// Types name and price into the sheet for a new product; the department's cell is active
-/// afterwards.
+/// Types name and price into the sheet for a new product. Afterwards the department's cell is
+/// active.
 void typeProduct(WindowDriver& sheet, std::u16string_view name, std::u16string_view price);
 
 /// The outcome of a product that was typed into the sheet and saved.

@@ -43,8 +43,8 @@ std::optional<std::string> readFile(const std::filesystem::path& file);
 void writeFile(const std::filesystem::path& file, std::string_view bytes);
 void writeFile(const std::filesystem::path& file, std::span<const std::uint8_t> bytes);
 
-/// Makes a test that runs as the administrator run as an ordinary user, for whom permissions apply,
-/// during its lifetime. Does nothing for a test that runs as an ordinary user.
+/// While it exists, a test that was started as root runs as an ordinary user, to whom file
+/// permissions apply. Does nothing for a test that runs as an ordinary user.
 class AsOrdinaryUser {
  public:
   AsOrdinaryUser();

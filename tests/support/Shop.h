@@ -37,7 +37,8 @@ class Shop {
   std::set<int> missingPlu;
   std::int32_t slotCount = 200;
 
-  /// Writes the store file with the settings above; `open` does so when there is none yet.
+  /// Writes the store file with the values of the members above; `start` does so if there is none
+  /// yet.
   void writeStore();
   std::filesystem::path storeFile() const;
   /// Ends this run of the program, if it hasn't ended: the next start is like that of a new
@@ -45,7 +46,7 @@ class Shop {
   void newRun();
   /// Runs the start-up, as `main` does.
   void start();
-  /// Runs the start-up and returns the user at the editor that it opened.
+  /// Runs the start-up and returns a driver for the editor that it opened.
   WindowDriver open(std::string_view screen = "frmMain");
 
   /// Writes settings for the next start.

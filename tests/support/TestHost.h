@@ -38,7 +38,7 @@ class TestHost final : public process::Host {
   std::function<void(const Message&)> whileMessageIsUp;
   /// Called while the failure report is up.
   std::function<void()> whileReportIsUp;
-  /// Raised by the next start of a program.
+  /// Raised by each start of a program while it is set.
   std::optional<runtime::RunTimeError> startFailure;
 
   std::vector<Message> messages;

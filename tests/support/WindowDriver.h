@@ -11,13 +11,13 @@ class QWidget;
 
 namespace support {
 
-/// The user at one screen. Finds controls by their own names ("cmdSave", "MyButton1(12)"), and acts
-/// through the window as pointer and keyboard do, so that a blocked screen ignores the actions.
-/// After every action all due events have been handled. A missing control ends the test program
-/// with its name.
+/// Simulates the user of one screen. Finds controls by their own names ("cmdSave",
+/// "MyButton1(12)"), and acts through the window as pointer and keyboard do, so that a blocked
+/// screen ignores the actions. After every action all due events have been handled. A missing
+/// control ends the test program with its name.
 class WindowDriver {
  public:
-  /// The screen of that name, which must be shown.
+  /// Drives the screen of that name, which must be shown.
   explicit WindowDriver(std::string_view screen);
   static bool isShown(std::string_view screen);
 
@@ -50,8 +50,8 @@ class WindowDriver {
   void clickRow(std::string_view list, int row, bool rightButton = false);
   void doubleClickRow(std::string_view list, int row);
 
-  /// Drags over a control and drops there; the source offers to move. True when the control
-  /// accepted the drop.
+  /// Drags a text over a control and drops it there; the source offers a move. Returns true if the
+  /// control accepted the drop. The second form drops any data and offers these Qt::DropActions.
   bool drop(std::string_view name, std::u16string_view text);
   bool drop(std::string_view name, const QMimeData& data, int offeredActions);
 

@@ -221,7 +221,7 @@ TEST_F(ShopStoreTest, EqualOptionsMakeEqualFiles) {
   EXPECT_NE(first, bytes());
 }
 
-TEST_F(ShopStoreTest, MistakesOfTheUserEndWithATextAndAStatus) {
+TEST_F(ShopStoreTest, UserErrorsEndWithATextAndAnExitStatus) {
   int status = 0;
   EXPECT_THAT(make("--nonsense", &status), HasSubstr("unknown: --nonsense"));
   EXPECT_EQ(status, 2);

@@ -177,7 +177,7 @@ TEST_F(StoreBuilderTest, LargeFilesAndReferenceMapsListEveryPage) {
   }
 }
 
-TEST_F(StoreBuilderTest, SavedQueriesAreRebuiltAsOrdered) {
+TEST_F(StoreBuilderTest, SavedQueriesAreRebuiltAsDefined) {
   StoreBuilder store;
   store.table(u"Order Details").column({.name = u"id"}).column({.name = u"qty"});
   store.table(u"T").column({.name = u"id"});
@@ -212,7 +212,7 @@ TEST_F(StoreBuilderTest, SavedQueriesAreRebuiltAsOrdered) {
             "-- qryStar\nSELECT *\nFROM T;\n\n");
 }
 
-TEST_F(StoreBuilderTest, OtherReadersReadPasswordAndEncipherment) {
+TEST_F(StoreBuilderTest, OtherReadersReadPasswordAndEncodedPages) {
   StoreBuilder plain;
   StoreBuilder encrypted;
   encrypted.password(u"Twenty characters ok").encodingKey(0x12345678);
@@ -234,7 +234,7 @@ TEST_F(StoreBuilderTest, OtherReadersReadPasswordAndEncipherment) {
   EXPECT_THROW(plain.password(text(21)), std::invalid_argument);
 }
 
-TEST(StoreBuilder, RefusesRowsAgainstTheTablesOwnRules) {
+TEST(StoreBuilder, RefusesRowsThatBreakTheTablesRules) {
   const auto refused = [](const std::vector<std::vector<Variant>>& rows, const Index& index) {
     StoreBuilder store;
     Table& table = store.table(u"T");

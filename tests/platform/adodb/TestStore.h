@@ -28,7 +28,7 @@ class TestStore {
 
   const support::ProgramFolder& folder() const { return folder_; }
   std::filesystem::path file() const { return folder_.path() / "Stores" / "Demo" / "MASTER.mdb"; }
-  /// Opens the store as the system does, client-side cursors and all.
+  /// Opens the store as the screens do, with client-side cursors.
   void open(ADODB::Connection& connection) const;
 
  private:
@@ -38,7 +38,7 @@ class TestStore {
 /// A shop of 40 slots: 1 to 30 named "Item 01" and so on, the rest free.
 makestore::ShopOrder smallShop();
 
-/// The connection string for a path of the system.
+/// The connection string for a path with backslashes, as the screens write it.
 std::u16string connectionString(std::u16string_view path,
                                 std::u16string_view password = kStorePassword);
 

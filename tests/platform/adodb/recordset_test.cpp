@@ -21,7 +21,7 @@ class RecordsetTest : public testing::Test {
   Recordset rows_;
 };
 
-TEST_F(RecordsetTest, WalksItsRowsOnce) {
+TEST_F(RecordsetTest, MoveNextVisitsEachRowOnce) {
   open(u"select id, Description from tblStock Where id >=29 and id <=31 order by ID");
   EXPECT_EQ(rows_.RecordCount(), 3);
   EXPECT_EQ(rows_.FieldCount(), 2);
@@ -63,7 +63,7 @@ TEST_F(RecordsetTest, RefusesCallsThatDoNotFitItsState) {
   EXPECT_EQ(rows_.RecordCount(), 40);
 }
 
-TEST_F(RecordsetTest, OnlyColumnsOfATablesRowsTakeValues) {
+TEST_F(RecordsetTest, OnlyColumnsThatComeFromATableRowCanBeSet) {
   open(u"select id, description & '' as x, price from tblStock where id = 3");
   EXPECT_EQ(errorNumberOf([&] { rows_.Fields(u"x").value(u"y"); }), 3251);
   rows_.Fields(u"price").value(2.5);

@@ -65,7 +65,7 @@ class Rules : public testing::Test {
   }
 };
 
-TEST_F(Rules, OfAColumnAreCriteriaWithItAsLeftOperand) {
+TEST_F(Rules, AColumnsRuleIsACriterionWithTheColumnAsLeftOperand) {
   struct Case {
     const char16_t* rule;
     Variant taken;
@@ -113,14 +113,14 @@ TEST_F(Rules, OfAColumnAreCriteriaWithItAsLeftOperand) {
   }
 }
 
-TEST_F(Rules, RefuseWithTheOwnersText) {
+TEST_F(Rules, ARefusalHasTheRulesValidationText) {
   const Items items{.name = {},
                     .amount = {u"<100", u"No more than 100 \u20AC."},
                     .row = {u"[amount] < [most] Or [name] = 'free'", u"Too much."},
                     .most = {u">=1000"}};
   EXPECT_EQ(setting(items, u"amount", 100.0), "-2147467259: No more than 100 \u20AC.");
-  // The rule of the rows is null while `most` is; the rule of `most` is tested only when that is
-  // set.
+  // While `most` is null the row's rule evaluates to null and so passes; the rule of `most` is
+  // tested only when that column is set.
   EXPECT_EQ(setting(items, u"amount", 99.0), "");
   EXPECT_NE(setting(items, u"most", 4.0), "");
   const Items rows{.name = {}, .amount = {}, .row = items.row, .most = {}};
@@ -131,7 +131,7 @@ TEST_F(Rules, RefuseWithTheOwnersText) {
             "");
 }
 
-TEST_F(Rules, ThatCannotBeParsedRefuseWithAReason) {
+TEST_F(Rules, ARuleThatCannotBeParsedRefusesWithAReason) {
   const auto why = [&](const char16_t* rule) {
     const std::string failure = setting(
         {.name = {}, .amount = {rule, u"Never shown."}, .row = {}, .most = {}}, u"amount", 1.0);

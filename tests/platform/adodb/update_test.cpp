@@ -64,7 +64,7 @@ TEST_F(Update, FillsTheFirstFreeSlotAndStaysOnIt) {
   EXPECT_EQ(reread(kFreeSlots), "32||0|0|");
 }
 
-TEST_F(Update, WritesEachTableOfAJoinAndWhatIsStagedWhenMovingOn) {
+TEST_F(Update, WritesEachTableOfAJoinAlsoOnMoveNext) {
   rows_.Open(
       u"select s.id, s.description, p.PRINTER1, p.ITEM_TYPE from tblStock s inner join tblPlu p on "
       u"s.id = p.id where s.id < 3 order by s.id",
@@ -83,7 +83,7 @@ TEST_F(Update, WritesEachTableOfAJoinAndWhatIsStagedWhenMovingOn) {
   EXPECT_EQ(reread(u"select ITEM_TYPE from tblPlu where id = 2"), "1|");
 }
 
-TEST_F(Update, ThroughASavedQueryReachesTheTable) {
+TEST_F(Update, AnUpdateThroughASavedQueryWritesTheTable) {
   rows_.Open(u"select ID, DESCRIPTION, barcode, deptname from qrySalesitems where ID = 7",
              connection_, 1, 2, -1);
   rows_.Fields(u"barcode").value(u"471");
@@ -158,7 +158,7 @@ fs::path writeItems(const fs::path& file, const std::vector<makestore::Column>& 
   return file;
 }
 
-TEST_F(Update, OfADefinitionThatAnotherProgramChangedIsRefused) {
+TEST_F(Update, ATableDefinitionChangedByAnotherProgramIsRefused) {
   using makestore::Column;
   const Column id{.name = u"id"};
   const Column name = Column::text(u"name", 20);
@@ -193,7 +193,7 @@ TEST_F(Update, OfADefinitionThatAnotherProgramChangedIsRefused) {
   }
 }
 
-TEST_F(Update, OfAFileThatWasReplacedIsRefused) {
+TEST_F(Update, AReplacedFileIsRefused) {
   rows_.Open(kFreeSlots, connection_, 1, 2, -1);
   const fs::path restored = store_.folder().path() / "restored.mdb";
   fs::copy_file(store_.file(), restored);
@@ -206,7 +206,7 @@ TEST_F(Update, OfAFileThatWasReplacedIsRefused) {
   EXPECT_EQ(support::readFile(store_.folder().path() / "old.mdb"), bytes);
 }
 
-TEST_F(Update, ThatChangesNothingReadsFewPages) {
+TEST_F(Update, AnUpdateWithoutChangesReadsFewPages) {
   makestore::ShopOrder order;
   order.slots = 5000;
   order.products = 4000;
@@ -229,7 +229,8 @@ TEST_F(Update, ThatChangesNothingReadsFewPages) {
   EXPECT_EQ(changes, 0);
 }
 
-// A program may show a message while its session is open, also after a failure.
+// A program can keep its session open while it shows a message; other programs must still be able
+// to write.
 TEST_F(Update, AnOpenSessionLetsOthersWriteAndReadsTheirValues) {
   Connection other;
   store_.open(other);

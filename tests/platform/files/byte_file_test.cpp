@@ -59,7 +59,7 @@ TEST(ByteFile, ReadsAndWritesAtAnyOffset) {
   EXPECT_EQ(errorNumberOf([&] { reader.writeAt(0, bytesOf("x")); }), 70);
 }
 
-TEST(ByteFile, AWriteBeyondTheSizeLimitIsAFullDisk) {
+TEST(ByteFile, AWriteBeyondTheSizeLimitRaisesDiskFull) {
   const support::ProgramFolder folder;
   const fs::path path = folder.path() / "store.mdb";
   const int error = support::statusOfCopy([&] {
@@ -72,7 +72,7 @@ TEST(ByteFile, AWriteBeyondTheSizeLimitIsAFullDisk) {
   EXPECT_EQ(support::readFile(path), "too lo");
 }
 
-TEST(ByteFile, TellsWhyItCannotBeOpened) {
+TEST(ByteFile, AFailedOpenReportsItsReason) {
   const support::ProgramFolder folder;
   const fs::path path = folder.path() / "store.mdb";
   EXPECT_EQ(problemOf(path, Access::ReadWrite), FileProblem::Missing);
@@ -137,7 +137,7 @@ TEST(ByteFile, LocksLeaveTheFilesOwnBytesToOtherPrograms) {
   EXPECT_EQ(support::readFile(path), "new bytes");
 }
 
-TEST(ByteFile, IsNotLockedWhileAnotherProgramLocksItsBytesExclusively) {
+TEST(ByteFile, LocksWaitWhileAnotherProgramLocksItsBytesExclusively) {
   const support::ProgramFolder folder;
   folder.write("store.mdb", "bytes");
   const fs::path path = folder.path() / "store.mdb";

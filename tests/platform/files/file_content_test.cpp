@@ -55,7 +55,7 @@ TEST_F(FileContent, AFaultAtAnyStepLeavesTheOldContentAndNoOtherFile) {
   EXPECT_EQ(support::readFile(path), "brand new");
 }
 
-TEST_F(FileContent, ALinkOrAFileInAReadOnlyFolderIsWrittenInPlace) {
+TEST_F(FileContent, ASymbolicLinkStaysAndAnIrreplaceableFileIsWrittenInPlace) {
   folder.write("real.ini", "old content");
   fs::create_symlink(folder.path() / "real.ini", path);
   replaceContent(path, "new");
@@ -65,7 +65,7 @@ TEST_F(FileContent, ALinkOrAFileInAReadOnlyFolderIsWrittenInPlace) {
   fs::create_hard_link(folder.path() / "real.ini", folder.path() / "second name.ini");
   for (const int step : {1, 2}) {
     support::FileFaults faults;
-    faults.cutAtChange(step);  // a write in place too is followed by a sync, and by nothing else
+    faults.cutAtChange(step);  // a write in place is also followed by exactly one sync
     EXPECT_EQ(errorNumberOf([&] { replaceContent(path, "newest"); }), step == 1 ? 57 : 0);
   }
   EXPECT_EQ(folder.read("second name.ini"), "newest");
@@ -83,7 +83,7 @@ TEST_F(FileContent, ALinkOrAFileInAReadOnlyFolderIsWrittenInPlace) {
   fs::permissions(closed, fs::perms::all);
 }
 
-TEST_F(FileContent, AFolderThatIsHeldTooLongRefusesAChange) {
+TEST_F(FileContent, TheFolderLockFailsAfterItsTimeout) {
   const files::FolderLock held(folder.posdata());
   EXPECT_EQ(errorNumberOf([&] {
               const files::FolderLock second(folder.posdata(), std::chrono::milliseconds(20));
@@ -92,7 +92,7 @@ TEST_F(FileContent, AFolderThatIsHeldTooLongRefusesAChange) {
   const files::FolderLock missing(folder.path() / "none");
 }
 
-TEST_F(FileContent, AReadOnlyFileIsKeptAlsoFromItsAdministrator) {
+TEST_F(FileContent, EvenTheAdministratorCannotReplaceAReadOnlyFile) {
   folder.write("Posdata/FastTouchButtons.ini", "old");
   fs::permissions(path, fs::perms{0444});
   EXPECT_EQ(errorNumberOf([&] { replaceContent(path, "new"); }), 75);

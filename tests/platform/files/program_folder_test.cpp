@@ -41,7 +41,7 @@ TEST(ProgramFolder, IsThatOfTheStartedPathAndLinksAreNotFollowed) {
   EXPECT_EQ(resolve(programFolder() + u"\\tmp"), "/tmp");
 }
 
-TEST(ProgramFolder, NamesAreFoundInAnyCaseAndOfSeveralTheFirstInByteOrder) {
+TEST(ProgramFolder, NamesMatchInAnyCaseAndTheFirstMatchInByteOrderWins) {
   const support::ProgramFolder folder;
   folder.write("STORES/Café/master.MDB", "");
   folder.write("STORES/Café/MASTER.mdb", "");
@@ -61,7 +61,7 @@ TEST(ProgramFolder, NamesAreFoundInAnyCaseAndOfSeveralTheFirstInByteOrder) {
   EXPECT_EQ(resolve(base + u"\\Missing\\New.txt"), folder.path() / "Missing" / "New.txt");
 }
 
-TEST(ProgramFolder, OddNamesStayBelowItAndDoNoHarm) {
+TEST(ProgramFolder, UnusualPathsAreResolvedWithoutFailure) {
   const support::ProgramFolder folder;
   folder.write("Posdata/\xFF\xFE.txt", "");
   const std::u16string base = programFolder();
@@ -72,7 +72,7 @@ TEST(ProgramFolder, OddNamesStayBelowItAndDoNoHarm) {
   EXPECT_EQ(resolve(u""), "");
 }
 
-TEST(ProgramFolder, MayHaveANameThatIsNoValidText) {
+TEST(ProgramFolder, MayHaveANameThatIsNotValidUtf8) {
   const support::ProgramFolder folder;
   folder.write("caf\xE9/Posdata/x.txt", "");
   files::setProgramFile(folder.path() / "caf\xE9" / "keystrand");

@@ -56,7 +56,7 @@ TEST_F(SequentialFile, LinesEndAtCrOrCrLfAlone) {
               ElementsAre(std::u16string(u"\0x\x1Ay€", 5)));
 }
 
-TEST_F(SequentialFile, ALineEndIsOneAcrossTheBlocksOfTheFile) {
+TEST_F(SequentialFile, ACrLfAcrossTwoBlocksIsOneLineEnd) {
   // The CR is the last byte of a block of any power of two, the LF the first of the next one.
   for (const std::size_t length : {511U, 4095U, 16'383U, 65'535U}) {
     const std::string line(length, 'x');
@@ -65,13 +65,13 @@ TEST_F(SequentialFile, ALineEndIsOneAcrossTheBlocksOfTheFile) {
   }
 }
 
-TEST_F(SequentialFile, AnEndlessLineRunsOutOfMemoryInTime) {
+TEST_F(SequentialFile, ALineAboveTheLimitRaisesOutOfMemory) {
   folder.write("Posdata/huge.txt", std::string(files::InputFile::kLineLimit + 1, 'x'));
   files::InputFile file(inPosdata(u"huge.txt"));
   EXPECT_EQ(errorNumberOf([&] { file.lineInput(); }), 7);
 }
 
-TEST_F(SequentialFile, OutputEmptiesAtOnceAndWritesTheCodePage) {
+TEST_F(SequentialFile, OpeningForOutputEmptiesTheFileAndPrintWritesWindows1252) {
   folder.write("Posdata/FastMovers1.txt", "old content");
   files::OutputFile file(inPosdata(u"fastmovers1.TXT"));
   EXPECT_EQ(folder.read("Posdata/FastMovers1.txt"), "");
@@ -92,7 +92,7 @@ TEST_F(SequentialFile, AFullDiskStopsInTheMiddleOfALine) {
   EXPECT_EQ(folder.read("Posdata/FastMovers1.txt"), "first\r\nsec");
 }
 
-TEST_F(SequentialFile, AFileThatEndsWhileItIsReadEndsItsLine) {
+TEST_F(SequentialFile, AFileTruncatedWhileReadEndsTheLine) {
   folder.write("Posdata/lines.txt", "abcdef\r\nnext\r\n");
   support::FileFaults faults;
   faults.endFilesAt(4);
@@ -120,7 +120,7 @@ TEST_F(SequentialFile, FilesThatCannotBeOpenedRaiseTheirOwnErrors) {
   EXPECT_EQ(errorOfOpening(u"plain.txt\\below.txt"), 76);
 }
 
-TEST_F(SequentialFile, PermissionsBindAndAReadOnlyFileIsKept) {
+TEST_F(SequentialFile, PermissionsAreRespectedAndAReadOnlyFileIsNotDeleted) {
   folder.write("Posdata/locked.txt", "kept");
   folder.write("Posdata/secret.txt", "kept");
   fs::permissions(folder.posdata() / "locked.txt", fs::perms{0444});
@@ -141,7 +141,7 @@ TEST_F(SequentialFile, PermissionsBindAndAReadOnlyFileIsKept) {
   fs::permissions(folder.posdata(), fs::perms::all);
 }
 
-TEST_F(SequentialFile, ExistsIsTrueForFilesAloneAndDeletingEndsIt) {
+TEST_F(SequentialFile, FileExistsIsTrueOnlyForFilesAndFalseAfterKill) {
   const Scripting::FileSystemObject fso;
   folder.write("Posdata/FastMovers2.txt", "");
   fs::create_directory(folder.posdata() / "sub");

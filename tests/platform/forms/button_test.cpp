@@ -87,7 +87,7 @@ class Button : public testing::Test {
   std::optional<WindowDriver> user;
 };
 
-TEST_F(Button, APressAndReleaseOnItIsAClickAndNothingElseIs) {
+TEST_F(Button, OnlyAPressAndReleaseOnOneButtonOrAPressKeyIsAClick) {
   user->click("MyButton1(1)");
   EXPECT_THAT(screen.log, ElementsAre("MouseOver 1", "GotFocus 1", "Click 1"));
 
@@ -113,7 +113,7 @@ class Notice : public forms::Form {
   Notice() : Form({.name = "Notice", .width = 1500, .height = 1500}) {}
 };
 
-TEST_F(Button, AKeyThatIsHeldIsOneClickAndReachesNothingAfterAModalScreen) {
+TEST_F(Button, AHeldKeyIsOneClickAndIsIgnoredAfterAModalScreen) {
   QWindow* window = user->window().windowHandle();
   // The display system reports a held key by presses without releases.
   for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
@@ -187,7 +187,7 @@ TEST_F(Button, ADoublePressIsOneClickThenOneDoubleClick) {
   EXPECT_THAT(screen.log, ElementsAre("Click 0", "DblClick 0", "Click 0"));
 }
 
-TEST_F(Button, ADroppedTextThatCannotBeFetchedIsAFailureLikeAnyOther) {
+TEST_F(Button, AFailureToFetchADroppedTextIsReported) {
   class Huge : public QMimeData {
    public:
     bool hasFormat(const QString&) const override { return true; }
@@ -258,7 +258,7 @@ TEST_F(Button, ACaptionIsPaintedAsPlainTextInsideItsKey) {
   const auto empty = frame();
   screen.keys(2).caption(std::u16string(400, u'W'));
   EXPECT_EQ(frame(), empty);
-  // Text that does not fit costs no time either.
+  // A very long caption doesn't take long to lay out.
   const QImage filled = picture("MyButton1(2)");
   screen.keys(2).caption(std::u16string(1'000'000, u'W'));
   EXPECT_EQ(picture("MyButton1(2)"), filled);

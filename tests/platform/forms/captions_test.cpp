@@ -1,5 +1,5 @@
-// The captions of commands are painted completely, and inside the button, on the real screens. Run
-// once for each font set, kind of hinting and scale. Captions that are too long are shortened.
+// On the real screens the captions of command buttons are painted completely and inside the button;
+// keys shorten captions that are too long. Runs once for each font set, kind of hinting and scale.
 
 #include <gtest/gtest.h>
 
@@ -96,7 +96,7 @@ std::string line(int key, const std::string& caption) {
       {.key = key, .product = "1", .caption = caption, .back = support::kWhite, .font = 0});
 }
 
-TEST(Captions, OfCommandsArePaintedCompletely) {
+TEST(Captions, CommandCaptionsArePaintedCompletely) {
   support::Shop shop;
   {
     support::WindowDriver user = shop.open("frmMain");
@@ -126,7 +126,7 @@ TEST(Captions, OfCommandsArePaintedCompletely) {
   EXPECT_EQ(checkCommands(user), 6);
 
   const auto onKey = [&](int key) { return painted(user.control(support::key(key))); };
-  // With the faces that have Arial's widths the longest words of a shop are not broken.
+  // With Arial-compatible fonts the longest words of typical product names are not hyphenated.
   if (std::getenv("NARROW_FACES") != nullptr) {
     for (const int key : {0, 1, 2}) EXPECT_EQ(onKey(key).size(), 1) << key;
   }

@@ -36,7 +36,7 @@ using support::errorNumberOf;
 using support::WindowDriver;
 using testing::ElementsAre;
 
-/// A row of the design, `line` rows of 450 twips down.
+/// A control on line `line`; lines are 450 twips apart.
 forms::Design row(const char* name, int line, std::u16string_view caption = {}) {
   forms::Design design;
   design.name = name;
@@ -113,7 +113,7 @@ class Controls : public testing::Test {
   std::optional<WindowDriver> user;
 };
 
-TEST_F(Controls, ATickBoxRaisesItsClickWhenItsValueChangesByCodeOrUser) {
+TEST_F(Controls, ACheckBoxRaisesClickWhenCodeOrTheUserChangesItsValue) {
   screen.tick.Value(0);
   EXPECT_THAT(screen.log, ElementsAre());
   screen.tick.Value(1);
@@ -128,7 +128,7 @@ TEST_F(Controls, ATickBoxRaisesItsClickWhenItsValueChangesByCodeOrUser) {
   EXPECT_EQ(screen.tick.Value(), 0);
 }
 
-TEST_F(Controls, ATickIsPaintedBeforeAHandlerThatMayTakeLong) {
+TEST_F(Controls, ACheckBoxIsRepaintedBeforeItsHandlerRuns) {
   struct Paints : QObject {
     bool eventFilter(QObject*, QEvent* event) override {
       count += event->type() == QEvent::Paint ? 1 : 0;
@@ -146,7 +146,7 @@ TEST_F(Controls, ATickIsPaintedBeforeAHandlerThatMayTakeLong) {
   EXPECT_TRUE(painted);
 }
 
-TEST_F(Controls, TheWaitPointerShowsWhileAHandlerReadsForLong) {
+TEST_F(Controls, TheWaitCursorShowsWhileAHandlerReadsForLong) {
   const support::ProgramFolder folder;
   folder.write("stock", "bytes");
   const files::ByteFile file(folder.path() / "stock", files::ByteFile::Access::ReadOnly);
@@ -240,7 +240,7 @@ TEST_F(Controls, ASecondPressThatDragsTheRowOffTheListIsNoDoubleClick) {
     const QPoint to = list.mapTo(&user->window(), onList);
     support::soon([&] {
       QCursor::setPos(list.mapToGlobal(onList));
-      QTest::mouseMove(window, to);  // off screen the toolkit's drag ends at once
+      QTest::mouseMove(window, to);  // with the offscreen platform the drag ends at once
       QTest::mouseRelease(window, Qt::LeftButton, {}, to);
     });
     QTest::mousePress(window, Qt::LeftButton, {}, row);
@@ -295,7 +295,7 @@ class FingerOnList : public Controls {
   }
 };
 
-TEST_F(FingerOnList, ScrollsByASwipeAndTheListKeepsMoving) {
+TEST_F(FingerOnList, ASwipeScrollsAndScrollingContinuesAfterIt) {
   swipe(90, 20);
   const int lifted = scrolled();
   EXPECT_GT(lifted, 30);
@@ -311,7 +311,7 @@ TEST_F(FingerOnList, ScrollsByASwipeAndTheListKeepsMoving) {
   EXPECT_THAT(screen.log, ElementsAre());
 }
 
-TEST_F(FingerOnList, TapsOnceForAPressAndTwiceForADoubleClick) {
+TEST_F(FingerOnList, OneTapIsAPressAndTwoTapsAreADoubleClick) {
   down(30, 40);
   EXPECT_THAT(screen.log, ElementsAre());
   up(31, 42);
@@ -403,7 +403,7 @@ TEST_F(Controls, TheListKeepsEveryEntryInFullAndFillsFast) {
   EXPECT_EQ(view.visualRect(view.model()->index(0, 0)).width(), view.viewport()->width());
 }
 
-TEST_F(Controls, TheHiddenTableKeepsTextsAndKnowsItsBounds) {
+TEST_F(Controls, TheHiddenTableKeepsTextsAndRejectsCellsOutside) {
   screen.table.TextMatrix(2, 1, u"42");
   screen.table.Cols(3);
   EXPECT_EQ(screen.table.TextMatrix(2, 1), u"42");
@@ -414,7 +414,7 @@ TEST_F(Controls, TheHiddenTableKeepsTextsAndKnowsItsBounds) {
   EXPECT_EQ(errorNumberOf([&] { screen.table.TextMatrix(-1, 0); }), 9);
 }
 
-/// Two lists of the same entries: one knows where an entry's id and name are.
+/// A list whose entries begin with the id.
 class ProductScreen : public forms::Form {
  public:
   ProductScreen()

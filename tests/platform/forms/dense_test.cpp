@@ -1,4 +1,4 @@
-// A desktop of 1920 by 1080 device pixels at twice the usual density.
+// A desktop of 1920 by 1080 device pixels at scale 2, which is 960 by 540 logical pixels.
 
 #include <gtest/gtest.h>
 
@@ -54,7 +54,7 @@ Laid laidOut(int right, int bottom) {
   return {user.control("corner").geometry(), user.control("corner").font().pointSizeF()};
 }
 
-TEST(DenseDesktop, LaysAScreenOutSmallerOnlyAsFarAsNeeded) {
+TEST(DenseDesktop, AScreenIsScaledDownOnlyAsFarAsNeeded) {
   const Laid fits = laidOut(14400, 7500);
   EXPECT_EQ(fits.corner, QRect(860, 480, 100, 20));
   EXPECT_EQ(fits.points, 9.75);

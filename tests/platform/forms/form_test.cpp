@@ -109,7 +109,7 @@ class Screens : public testing::Test {
   std::optional<WindowDriver> user;
 };
 
-TEST_F(Screens, LoadOnceBeforeAnythingShowsAndNotAtAllWhenTheLoadFails) {
+TEST_F(Screens, LoadOnceBeforeTheyShowAndStayHiddenWhenTheLoadFails) {
   screen.failing = true;
   EXPECT_EQ(support::errorNumberOf([&] { screen.Show(); }), 13);
   support::settle();
@@ -161,7 +161,7 @@ TEST_F(Screens, AreasAndWindowsWithoutATitleBarAreNamedAfterTheirContent) {
 }
 
 // A press that a modal screen blocked must not count as the first of a double click.
-TEST_F(Screens, ABlockedPressCountsForNoDoubleClick) {
+TEST_F(Screens, ABlockedPressDoesNotBeginADoubleClick) {
   show();
   screen.first.DblClick = [&] { screen.log.push_back("double"); };
   user->moveTo("first");
@@ -206,7 +206,7 @@ TEST_F(Screens, AFailureInATimerIsReported) {
   EXPECT_EQ(host.failures[0].number(), 6);
 }
 
-TEST(UnframedDialog, HasAnEdgeOfItsOwn) {
+TEST(UnframedDialog, HasABorderWithoutAWindowManager) {
   support::TestHost host;
   Bare screen(
       {.name = "Plain", .width = 600, .height = 600, .border = forms::BorderStyle::FixedDialog});

@@ -33,7 +33,7 @@ class RealHost : public testing::Test {
   std::unique_ptr<process::Host> host;
 };
 
-TEST_F(RealHost, AQuestionIsAnsweredByItsButtonsAlone) {
+TEST_F(RealHost, OnlyItsButtonsCloseAQuestion) {
   bool wasUp = false;
   soon([&] {
     EXPECT_EQ(box().windowTitle(), "Reset");
@@ -53,7 +53,7 @@ TEST_F(RealHost, AQuestionIsAnsweredByItsButtonsAlone) {
   EXPECT_EQ(process::MsgBox(u"Sure?", process::kYesNo), process::kYes);
 }
 
-TEST_F(RealHost, AMessageHasOneButtonTheProgramsTitleAndNoIconOfItsOwn) {
+TEST_F(RealHost, APlainMessageHasOneButtonTheProgramsTitleAndNoIcon) {
   soon([] {
     EXPECT_EQ(box().windowTitle(), "Keystrand");
     EXPECT_EQ(box().icon(), QMessageBox::NoIcon);
@@ -79,7 +79,7 @@ TEST_F(RealHost, AFailureIsShownAndWrittenInOneLine) {
 
 TEST_F(RealHost, StartsAProgramInItsFolderWithoutArguments) {
   const support::ProgramFolder folder;
-  // A folder's name may be no valid text.
+  // A folder's name need not be valid UTF-8.
   const auto odd = folder.path() / "caf\xE9";
   folder.write(odd / "comms.exe", "#!/bin/sh\necho \"$# $PWD\" > told.part\nmv told.part told\n");
   const auto program = odd / "comms.exe";

@@ -69,7 +69,7 @@ std::u16string item(std::u16string_view description, std::u16string_view id) {
   return std::u16string(description).append(1000, u' ').append(u",").append(id);
 }
 
-/// A question sheet: name, price, department, two check cells.
+/// A form with a grid: name, price, department and two check cells.
 class SheetScreen : public forms::Form {
  public:
   SheetScreen()
@@ -193,7 +193,7 @@ TEST_F(Sheet, StopsTypingAndPastingAtTheColumnsLength) {
   paste("two\r\nlines");
   EXPECT_EQ(screen.text(kName), u"two  lines");
 
-  // The limit binds the keyboard only.
+  // The limit applies only to input by the user.
   screen.Grid1.Cell(kPrice, kValues).Text(std::u16string(70, u'4'));
   EXPECT_EQ(screen.text(kPrice).size(), 70U);
   screen.Grid1.Column(kValues).MaxLength(3);
@@ -233,14 +233,14 @@ TEST_F(Sheet, ACellTakesOneLineOfCharactersThatTheCodePageHas) {
   paste(QString::fromUtf16(u"Cafe\u0301 \U0001F600 \u03A9 \u2192 \u20AC\u00FF q\u0303"));
   EXPECT_EQ(screen.text(kPrice), u"Caf\u00E9 ? ? ? \u20AC\u00FF q?");
 
-  // A character of two units takes the room of one, and a cell takes no drops.
+  // A surrogate pair counts as one unit, since it becomes "?". A cell accepts no drops.
   user->key(Qt::Key_Up);
   paste(QString(49, 'n') + QString::fromUtf16(u"\U0001F600"));
   EXPECT_EQ(screen.text(kName), std::u16string(49, u'n') + u"?");
   EXPECT_FALSE(QApplication::focusWidget()->acceptDrops());
 }
 
-TEST_F(Sheet, TabLeavesItFromEachKindOfCellAndComesBackToTheSameOne) {
+TEST_F(Sheet, TabLeavesTheGridFromAnyKindOfCellAndReturnsToTheSameCell) {
   for (const int row : {kName, kDepartment, kFirstCheck}) {
     screen.Grid1.Cell(row, kValues).SetFocus();
     user->tab();
@@ -259,7 +259,7 @@ TEST_F(Sheet, TabLeavesItFromEachKindOfCellAndComesBackToTheSameOne) {
   EXPECT_TRUE(user->hasFocus("cmdSave"));
 }
 
-TEST_F(Sheet, KeysMoveOverRowsAndNeverIntoTheLabels) {
+TEST_F(Sheet, ArrowKeysSkipHiddenRowsAndTheLabelColumn) {
   user->key(Qt::Key_Up);
   EXPECT_EQ(screen.active(), Cell(kName, kValues));
   user->key(Qt::Key_PageDown);
@@ -275,7 +275,7 @@ TEST_F(Sheet, KeysMoveOverRowsAndNeverIntoTheLabels) {
   EXPECT_TRUE(screen.clicks.empty());
 }
 
-TEST_F(Sheet, RaisesClickWhenTheActiveCellHasMoved) {
+TEST_F(Sheet, RaisesClickAfterMovingTheActiveCell) {
   click(kPrice, kLabels);
   click(kPrice, kValues);
   click(kName, 0);
@@ -416,7 +416,7 @@ TEST_F(Sheet, TheActiveCellShowsWhetherTheSheetHasTheFocus) {
   }
 }
 
-TEST_F(Sheet, IsReadToScreenReadersWithLabelsValuesAndStates) {
+TEST_F(Sheet, ScreenReadersGetLabelsValuesAndStates) {
   screen.Grid1.Cell(kName, kValues).Text(u"Tea");
   screen.Grid1.Cell(kDepartment, kValues).Text(u"Cakes, Pies, Pastries");
   screen.Grid1.Cell(kLast, kValues).Text(u"1");

@@ -147,7 +147,7 @@ class Cutting {
         EXPECT_TRUE(complaint == "sound" || isBodyWithoutPointer(complaint)) << file << complaint;
   }
 
-  /// The other reader ignores pointers and lists bodies at their own positions: a superfluous body
+  /// The exporter ignores pointers and lists bodies at their own positions: a body without pointer
   /// shows as a second copy of the row.
   void judgeExport(const fs::path& file, const std::vector<Lines>& allowed) const {
     const Lines lines = exportOf(file, change_.table);
@@ -162,8 +162,8 @@ class Cutting {
     EXPECT_EQ(indexProblems(tableNamed(database, change_.table)), std::vector<std::string>());
   }
 
-  /// Sets other rows to the old and the new values of the interrupted change, so that their entries
-  /// are next to its.
+  /// Sets other rows to the old and the new values of the interrupted change, so that their index
+  /// entries are next to those of the changed row.
   void changeOthers(const fs::path& file, std::map<jet::RowId, std::string> expected) const {
     for (const Change& values : {undoing_, change_}) {
       int changed = 0;
@@ -185,7 +185,7 @@ class Cutting {
   Change undoing_;
   std::hash<std::string> hash_;
   std::set<std::size_t> states_;          ///< hashes of the cut files judged
-  std::set<std::size_t> finishedStates_;  ///< of the files in which the change was made again
+  std::set<std::size_t> finishedStates_;  ///< hashes of the files after the repeated change
   std::vector<fs::path> cutFiles_;
   std::vector<fs::path> finishedFiles_;
   std::map<jet::RowId, std::string> rowsBefore_;

@@ -21,9 +21,9 @@ struct FileShape {
     bool inReferences = false;
     jet::PageNumber firstPage;
     std::size_t length = 0;
-    std::ptrdiff_t bitmaps = 0;  ///< bitmap pages of a map in references
+    std::ptrdiff_t bitmaps = 0;  ///< bitmap pages of a reference map
   };
-  std::optional<jet::RowPointer> body;  ///< the row that the row's slot points to
+  std::optional<jet::RowPointer> body;  ///< of a row that moved: where its pointer leads
   struct Index {
     std::vector<int> levels;         ///< pages of each level, leaves first
     std::vector<jet::Bytes> bounds;  ///< the entries of its nodes

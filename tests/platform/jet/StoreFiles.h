@@ -13,7 +13,7 @@ namespace jettest {
 /// Password of the reference stores.
 inline constexpr char16_t kStorePassword[] = u"w7rt3q8814Z";
 
-/// A reference database file, and the password that opens it.
+/// A database file, and the password that opens it.
 struct StoreFile {
   std::filesystem::path path;
   std::u16string password;
@@ -47,7 +47,7 @@ class Scratch {
 
 /// The standard output of a command; `status` receives its exit status.
 std::string outputOf(const std::string& command, int* status = nullptr);
-/// The output of storecheck for a file: "sound", or its problems, one a line.
+/// The output of storecheck for a file: "sound", or its problems, one per line.
 std::string checkerVerdict(const std::filesystem::path& file);
 /// The output of storecheck for a file with these options; `status` receives its exit status.
 std::string checkerOutput(const std::string& options, const std::filesystem::path& file,

@@ -27,7 +27,7 @@ constexpr int kMismatch = -2147217913;
 constexpr int kTooLarge = -2147217833;
 constexpr int kRowChanged = -2147217864;
 
-/// A copy of a reference file, and one row in it that tests change.
+/// A copy of a store, and one row in it that the tests change.
 class ARow : public testing::Test {
  protected:
   void use(const std::string& store, const std::u16string& table, const std::u16string& column,
@@ -107,20 +107,20 @@ TEST_F(UpdateValues, AreConvertedToTheColumnsType) {
   EXPECT_EQ(verdict(), "sound");
 }
 
-TEST_F(UpdateValues, OfAnyLengthGoToPagesOfTheirOwn) {
+TEST_F(UpdateValues, MemosOfAnyLengthAreStoredAndReadBack) {
   use("corner", u"tblStock", u"id", std::int32_t{60});
   for (const std::size_t length : {40U, 1200U, 9000U, 700U, 0U, 30000U}) {
     const std::u16string text(length, u'\u20ac');
     EXPECT_EQ(changed(u"notes", text), narrow(text));
     EXPECT_EQ(verdict(), "sound") << length;
-    if (length == 0) continue;  // the other reader exports the empty text as null
+    if (length == 0) continue;  // the exporter shows the empty text as null
     const std::string exported =
         outputOf("mdb-export -H '" + file_.string() + "' tblStock 2>/dev/null");
     EXPECT_NE(exported.find("\"" + narrow(text) + "\""), std::string::npos) << length;
   }
 }
 
-TEST_F(UpdateValues, ThatFillAPageOfLongValuesTakeItOffTheMapOfThoseWithRoom) {
+TEST_F(UpdateValues, AFullPageOfLongValuesLeavesTheMapOfPagesWithRoom) {
   makestore::StoreBuilder store;
   store.table(u"Notes")
       .column({.name = u"id"})
@@ -144,7 +144,7 @@ TEST_F(UpdateValues, ThatFillAPageOfLongValuesTakeItOffTheMapOfThoseWithRoom) {
   EXPECT_EQ(verdict(), "sound");
 }
 
-TEST_F(UpdateValues, ThatDoNotFitTheColumnAreRefused) {
+TEST_F(UpdateValues, ValuesThatDoNotFitTheColumnAreRefused) {
   use("corner", u"tblStock", u"id", std::int32_t{7});
   EXPECT_EQ(refused(u"deptid", u"three"), kMismatch);
   EXPECT_EQ(refused(u"deptid", u""), kMismatch);
@@ -178,7 +178,7 @@ void addForeignKey(std::vector<std::uint8_t>& bytes, jet::PageNumber page, jet::
   std::ranges::copy(definition.encodePages(std::vector{page}).at(0), at);
 }
 
-TEST_F(UpdateValues, ThatWouldBreakARelationshipAreRefused) {
+TEST_F(UpdateValues, ValuesThatWouldBreakARelationshipAreRefused) {
   makestore::StoreBuilder store;
   using makestore::Index;
   store.table(u"Groups").column({.name = u"id"}).index(Index::primaryKey(u"id"));
@@ -218,7 +218,7 @@ TEST_F(UpdateValues, ThatWouldBreakARelationshipAreRefused) {
 
 using UpdateOfARow = ARow;
 
-TEST_F(UpdateOfARow, ThatIsNoLongerAsItWasReadIsRefused) {
+TEST_F(UpdateOfARow, ARowChangedSinceItWasReadIsRefused) {
   use("corner", u"tblStock", u"id", std::int32_t{17});
   jet::Database database(file_, u"the file", jet::Password{password_});
   const jet::ColumnIndex name = tableNamed(database, table_).columnNamed(u"description").value();
@@ -242,7 +242,7 @@ TEST_F(UpdateOfARow, WaitsForOtherSessionsUntilATimeout) {
   EXPECT_EQ(linesOf(tableNamed(reading, u"tblPlu")).size(), 300U);
 }
 
-TEST_F(UpdateOfARow, OfAFileThatCantBeWrittenIsRefused) {
+TEST_F(UpdateOfARow, AReadOnlyFileIsRefused) {
   use("corner", u"tblStock", u"id", std::int32_t{17});
   fs::permissions(file_, fs::perms::owner_read);
   EXPECT_EQ(refused(u"description", u"never"), kEngine);
@@ -260,7 +260,7 @@ int changeWithin(const fs::path& file, rlim_t limit, const Change& change) {
   });
 }
 
-TEST_F(UpdateOfARow, OnAFullDiskLeavesAllOldRows) {
+TEST_F(UpdateOfARow, AFullDiskLeavesAllOldRows) {
   use("tight", u"tblStock", u"id", std::int32_t{3});
   Change change{table_, row_, {}};
   std::vector<std::string> before;

@@ -43,7 +43,7 @@ std::vector<Change> emptying(const fs::path& file, std::u16string_view password,
   return changes;
 }
 
-/// Looks for changes of every kind among many, and interrupts the first ones of each kind.
+/// Makes changes, and interrupts those that are the first of a kind that is still missing.
 class Hunt {
  public:
   Hunt(const StoreFile& store, std::set<std::string> missing, std::uint32_t seed)

@@ -32,7 +32,8 @@ TEST(DamageText, NamesThePageAndTheBytesThatDoNotFit) {
   }
 }
 
-/// Reads all content of a damaged file. Only an error that names the file may end the reading.
+/// Reads all content of a damaged file. Reading may end only with an error that names the file, or
+/// with that of a wrong password.
 class Damage : public testing::Test {
  protected:
   void read(const std::string& content, const StoreFile& origin) {
@@ -69,7 +70,7 @@ class Damage : public testing::Test {
   int refused_ = 0;
 };
 
-TEST_F(Damage, OfAnyByteIsAnErrorAtWorst) {
+TEST_F(Damage, ChangedBytesCauseNothingWorseThanAnError) {
   std::mt19937 random(4);
   for (const StoreFile& file : smallFiles()) {
     const std::string content = support::readFile(file.path).value();
@@ -92,7 +93,7 @@ TEST_F(Damage, OfAnyByteIsAnErrorAtWorst) {
   EXPECT_GT(refused_, 50);
 }
 
-TEST_F(Damage, ByACutOrExchangedPagesIsAnErrorAtWorst) {
+TEST_F(Damage, CutsAndExchangedPagesCauseNothingWorseThanAnError) {
   std::mt19937 random(5);
   for (const StoreFile& file : smallFiles()) {
     const std::string content = support::readFile(file.path).value();
@@ -112,7 +113,7 @@ TEST_F(Damage, ByACutOrExchangedPagesIsAnErrorAtWorst) {
 
 /// A truncated copy has lost the rows after its end. Reading a table that lacks rows must fail
 /// instead of returning a shorter table.
-TEST_F(Damage, ByACutNeverMakesATableShorter) {
+TEST_F(Damage, ACutFileNeverReadsAsAShorterTable) {
   for (const bool referenceMaps : {false, true}) {
     makestore::ShopOrder order;
     order.slots = 200;

@@ -58,7 +58,7 @@ TEST(StoredText, IsCompressedOnlyWhereEachCharacterHasAByte) {
   EXPECT_FALSE(jet::encodeText(Version::Jet3, u"\u0142", false));
 }
 
-TEST(Row, ComesBackWhateverItsLengthAndPadding) {
+TEST(Row, DecodesAsEncodedWithAnyLengthAndPadding) {
   std::mt19937 random(2);
   for (const Version version : kVersions) {
     for (int round = 0; round < 3000; ++round) {

@@ -53,7 +53,7 @@ std::optional<double> number(const Variant& value) {
   return std::nullopt;
 }
 
-TEST(IndexWalk, OrdersNumbersAndCutsRangesInEitherDirection) {
+TEST(IndexWalk, OrdersNumbersAndReturnsRangesInBothDirections) {
   int ranges = 0;
   forEachIndex([&](const jet::Table& table, const jet::Index& index, jet::IndexNumber number_) {
     if (!index.seekable || index.columns.size() != 1 || table.rowCount() < 3) return;

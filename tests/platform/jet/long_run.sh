@@ -1,12 +1,12 @@
 #!/bin/sh
-# The tests of store files over real ones, written by the format's own engine, and then random
-# changes on copies of them and of the reference stores; each file is checked after every hundred
+# Runs the tests of store files on real files, which the format's own engine wrote. Then makes random
+# changes to copies of these and of the reference stores; each file is checked after every hundred
 # changes.
 #
 #   long_run.sh BUILD FOLDER [ROUNDS [SEED]]
 #
 # BUILD is a build with tests and with the target long_updates; FOLDER holds the real files, without
-# passwords, of both generations. Ends with 1 where a test fails or a file is unsound.
+# passwords, of both generations. Exits with 1 where a test fails or a file is unsound.
 set -u
 build=$1 folder=$2 rounds=${3:-30} seed=${4:-1}
 jet=$build/tests/platform/jet

@@ -82,7 +82,7 @@ TEST(RandomUpdates, KeepMadeStoresSoundWhateverTheirIndexes) {
   }
 }
 
-TEST(AnIndexOnAColumnThatTheDefinitionLacks, RefusesChangesOfItsOtherColumns) {
+TEST(IndexOnAMissingColumn, RefusesChangesOfItsOtherColumns) {
   const Scratch scratch;
   const fs::path file = scratch.folder() / "lacking.mdb";
   makestore::StoreBuilder store;
@@ -119,7 +119,7 @@ std::size_t fullestLeaf(const jet::TableSource& source, jet::IndexNumber index) 
   return most;
 }
 
-TEST(PackedLeaves, TakeFiftyProductsWhereFreeSlotsFillThem) {
+TEST(PackedLeaves, StaySoundWhenFiftyFreeSlotsGetNames) {
   const Scratch scratch;
   const fs::path file = scratch.folder() / "packed.mdb";
   makestore::ShopOrder order;
@@ -150,7 +150,8 @@ TEST(PackedLeaves, TakeFiftyProductsWhereFreeSlotsFillThem) {
   EXPECT_EQ(checkerVerdict(file), "sound");
 }
 
-/// Makes nodes name a leaf as their previous page: those links are not maintained.
+/// Sets a leaf as the previous page of each node (links of nodes are not maintained); returns the
+/// number of nodes.
 int misleadNodes(const fs::path& file,
                  const std::vector<std::pair<std::uint32_t, std::uint32_t>>& nodesAndLeaves) {
   const jet::Layout& layout = jet::layoutOf(jet::Version::Jet4);
@@ -164,7 +165,7 @@ int misleadNodes(const fs::path& file,
   return static_cast<int>(nodesAndLeaves.size());
 }
 
-TEST(DeepIndex, LinksOfNodesThatLeadAnywhereHarmNoLeaf) {
+TEST(DeepIndex, WrongLinksOfNodesDamageNoLeaf) {
   const Scratch scratch;
   const fs::path file = scratch.folder() / "links.mdb";
   makestore::StoreBuilder store;

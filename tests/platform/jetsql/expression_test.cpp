@@ -164,7 +164,7 @@ TEST(Expression, ChoicesEvaluateOneSideOnly) {
          {u"Choose(2, 'a', 'b')", "'b'"},
          {u"Choose(3, 'a', 'b')", "null"}});
 
-  // A shop's query names departments by their numbers in this form.
+  // A shop's query maps department numbers to names by nested IIf calls like these.
   std::u16string names = u"'none'";
   for (int i = 0; i < 45; ++i) names = u"IIf(1=2, 'never', " + names + u")";
   check({{names.c_str(), "'none'"}});

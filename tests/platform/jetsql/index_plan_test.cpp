@@ -72,7 +72,7 @@ TEST(IndexPlan, ReadsTheSameRowsAsAScan) {
   }
 }
 
-TEST(IndexPlan, LooksUpWithoutAnIndexOnlyOnceInTheTable) {
+TEST(IndexPlan, ALookupWithoutAnIndexFindsTheSameRowsAsAScan) {
   const auto joined = shop().sortedRows(
       u"select a.id, b.id from tblStock a inner join tblStock b on a.price = b.price");
   const auto computed = shop().sortedRows(

@@ -62,7 +62,7 @@ TEST_F(Select, OrdersByKeysNullFirst) {
               ElementsAre("3", "1", "2"));
 }
 
-/// Texts that are calculated compare as those of columns do.
+/// Calculated texts are compared like those of columns.
 TEST_F(Select, CalculatedTextsCompareWithoutCase) {
   EXPECT_THAT(rows(u"select count(*) from (select distinct name & '' as n from Items where qty=4)"),
               ElementsAre("1"));
@@ -118,8 +118,8 @@ TEST_F(Select, DistinctComparesByKeyAndTopTakesTies) {
   EXPECT_EQ(rows(u"select i.id from Items i inner join Codes c on i.id = c.item").size(), 3U);
 }
 
-/// Doubles tell amounts of that size no longer apart.
-TEST_F(Select, AmountsStayExactWhereverTheyGo) {
+/// Doubles can't distinguish amounts of this size.
+TEST_F(Select, AmountsStayExactInAllClauses) {
   constexpr const char* kMost = "$922337203685477.5807";
   constexpr const char* kNext = "$922337203685477.5806";
   EXPECT_THAT(rows(u"select distinct amount from Amounts order by amount desc"),
@@ -192,7 +192,7 @@ TEST_F(Select, JoinsOfAllKindsNestToAnyDepth) {
               ElementsAre("'D1' | 'D2'", "'D1' | 'D3'", "'D2' | 'D3'"));
 }
 
-TEST_F(Select, ColumnsThatShareANameArePrefixedWithTheirTables) {
+TEST_F(Select, ColumnsWithEqualNamesArePrefixedWithTheirTablesNames) {
   EXPECT_EQ(littleShop().columns(u"select * from Depts d inner join Items i on i.dept=d.id"),
             "d.id,title,i.id,name,price,qty,dept,active,sold,ratio");
   EXPECT_EQ(littleShop().columns(u"select i.*, d.id as dep from Depts d, Items i"),

@@ -45,7 +45,7 @@ TEST(StandardStreams, APipeWithoutRoomBlocksNoWriter) {
             0);
 }
 
-TEST(StandardStreams, AFileAtItsLargestSizeStopsNobody) {
+TEST(StandardStreams, AWriteBeyondTheFileSizeLimitDoesNotEndTheProcess) {
   EXPECT_EQ(statusOfCopy([] {
               const rlimit none{0, RLIM_INFINITY};
               ::dup2(::fileno(std::tmpfile()), STDERR_FILENO);
@@ -104,7 +104,7 @@ TEST(Dispatch, TurnsOtherExceptionsIntoFailures) {
             -2147467259);
 }
 
-TEST(Dispatch, AnEndInsideANestedEventStopsTheOuterHandlerAfterItsBox) {
+TEST(Dispatch, AnEndInsideANestedEventStopsTheOuterHandlerWhenItsMessageBoxReturns) {
   support::TestHost host;
   bool left = false;
   bool wentOn = false;
@@ -123,7 +123,7 @@ TEST(Dispatch, AnEndInsideANestedEventStopsTheOuterHandlerAfterItsBox) {
   EXPECT_TRUE(host.failures.empty());
 }
 
-TEST(Dispatch, AFailureInANestedEventIsReportedOnceForAll) {
+TEST(Dispatch, AFailureInANestedEventIsReportedOnlyOnce) {
   support::TestHost host;
   host.whileMessageIsUp = [](const auto&) {
     process::dispatch([] { throw RunTimeError(ErrorNumber::Overflow); });

@@ -115,7 +115,7 @@ class ProfileFile : public testing::Test {
 
 }  // namespace
 
-TEST(ProfileTable, EveryRowHolds) {
+TEST(ProfileTable, MatchesTheReferenceTable) {
   const auto rows = support::referenceRows("profile-cases.json");
   for (const QJsonObject& row : rows) {
     SCOPED_TRACE(support::idOf(row));
@@ -142,7 +142,7 @@ TEST_F(ProfileFile, NamesFoldTheAccentedLettersOfTheCodePage) {
   EXPECT_EQ(after(), "[CAF\xC9]\r\nk\xE4se=9\r\n\x9AK=8\r\n");
 }
 
-TEST_F(ProfileFile, AMarkOrALineWithoutEqualsHidesNoOtherKey) {
+TEST_F(ProfileFile, AByteOrderMarkHidesOnlyTheFirstSection) {
   folder.write("Posdata/Touch.ini", "[S]\r\nK\r\nK=2\r\n");
   EXPECT_EQ(read("S", "K"), "2");
   folder.write("Posdata/Touch.ini", "\xEF\xBB\xBF[S]\r\nK=2\r\n[T]\r\nK=3\r\n");
@@ -150,7 +150,7 @@ TEST_F(ProfileFile, AMarkOrALineWithoutEqualsHidesNoOtherKey) {
   EXPECT_EQ(read("T", "K"), "3");
 }
 
-TEST_F(ProfileFile, AWriteThatFailsReturnsFalseAndLeavesTheFile) {
+TEST_F(ProfileFile, AFailedWriteReturnsFalseAndDoesNotChangeTheFile) {
   folder.write("Posdata/Touch.ini", "[S]\r\nK=old\r\n");
   for (int step = 0; step < 3; ++step) {
     support::FileFaults faults;
@@ -169,7 +169,7 @@ TEST_F(ProfileFile, AnUnreadableFileReturnsTheDefault) {
   EXPECT_FALSE(write("S", "K", "2"));
 }
 
-TEST_F(ProfileFile, AFileInUtf16IsNotMixedWithBytes) {
+TEST_F(ProfileFile, AFileInUtf16IsNeitherReadNorChanged) {
   for (const std::string& text : {std::string("\xFF\xFE[\0S\0]\0", 8), std::string("[\0S\0]\0", 6),
                                   std::string("\xA9\x03\xBC\x03\r\0\n\0[\0S\0]\0", 14)}) {
     folder.write("Posdata/Touch.ini", text);
@@ -179,7 +179,7 @@ TEST_F(ProfileFile, AFileInUtf16IsNotMixedWithBytes) {
   }
 }
 
-TEST_F(ProfileFile, NoExceptionLeavesTheTwoCalls) {
+TEST_F(ProfileFile, TheTwoCallsNeverThrow) {
   folder.write("Posdata/Touch.ini", "[S]\r\nK=1\r\n");
   files::setFaultSeam([](const files::FileStep&) -> std::size_t { throw std::bad_alloc(); });
   EXPECT_EQ(read("S", "K"), "dflt");

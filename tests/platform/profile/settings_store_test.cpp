@@ -23,7 +23,7 @@ class Settings : public testing::Test {
 
 }  // namespace
 
-TEST_F(Settings, AHandWrittenFileIsReadInAnyCase) {
+TEST_F(Settings, NamesOfAHandWrittenFileMatchInAnyCase) {
   support::writeFile(file(), "\xEF\xBB\xBF; shop\r\n[comms]\r\nstorename=Demo\r\nOther= x\r\n");
   EXPECT_EQ(GetSetting(u"tavenor", u"comms", u"storename"), u"Demo");
   EXPECT_EQ(GetSetting(u"TAVENOR", u"COMMS", u"STORENAME", u"none"), u"Demo");
@@ -34,7 +34,7 @@ TEST_F(Settings, AHandWrittenFileIsReadInAnyCase) {
   EXPECT_EQ(stored(), "\xEF\xBB\xBF; shop\r\n[comms]\r\nstorename=Demo\r\nOther=y\r\n");
 }
 
-TEST_F(Settings, AreKeptAsPlainLinesAndChangedInPlace) {
+TEST_F(Settings, ValuesAreStoredAsPlainLinesAndReplacedInTheirLine) {
   SaveSetting(u"TAVENOR", u"COMMS", u"UPDATE", u"PROGRAMDATA");
   SaveSetting(u"tavenor", u"comms", u"FORMTOOPEN", u"UPDATEPOS");
   EXPECT_EQ(stored(), "[COMMS]\nUPDATE=PROGRAMDATA\nFORMTOOPEN=UPDATEPOS\n");
@@ -90,7 +90,7 @@ TEST_F(Settings, AWriteThatFailsRaisesError75) {
   support::writeFile(file(), wide);
   EXPECT_EQ(errorNumberOf([] { SaveSetting(u"tavenor", u"comms", u"storename", u"x"); }), 75);
   EXPECT_EQ(stored(), wide);
-  // A file has the name of the settings folder.
+  // The path of the settings folder is a file.
   fs::remove_all(folder.settingsFolder());
   support::writeFile(folder.settingsFolder(), "");
   EXPECT_EQ(errorNumberOf([] { SaveSetting(u"tavenor", u"comms", u"storename", u"x"); }), 75);

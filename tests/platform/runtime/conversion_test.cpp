@@ -63,7 +63,7 @@ TEST(Conversion, LeadingNumbersAreAsTheTableSays) {
         << support::idOf(row);
 }
 
-TEST(Conversion, HostileNumbersRaiseAnError) {
+TEST(Conversion, ExtremeAndMalformedNumbersConvertOrRaiseAnError) {
   const std::u16string nines(100'000, u'9');
   EXPECT_EQ(outcome([&] { return toLong(nines); }), "overflow");
   EXPECT_EQ(outcome([&] { return toLong(u"1e" + nines); }), "overflow");

@@ -7,7 +7,7 @@
 #include "support/FileFaults.h"
 #include "support/ReferenceTable.h"
 
-TEST(Text, PiecesStopAtTheEndOfTheTextAndRefuseNegativeLengths) {
+TEST(Text, LeftAndRightStopAtTheEndAndRejectNegativeLengths) {
   EXPECT_EQ(runtime::left(u"Tea", 30), u"Tea");
   EXPECT_EQ(runtime::right(u"1042", 2), u"42");
   EXPECT_EQ(runtime::right(u"1042", 0), u"");
@@ -26,7 +26,7 @@ TEST(Text, NamesFoldAccentedLettersWhateverTheLocale) {
   EXPECT_NE(runtime::foldCase(u"CAFE"), runtime::foldCase(u"CAFÉ"));
 }
 
-TEST(CodePage, IsAsTheTableSays) {
+TEST(CodePage, MatchesTheReferenceTable) {
   const auto rows = support::referenceRows("codepage-cases.json");
   for (const QJsonObject& row : rows) {
     SCOPED_TRACE(support::idOf(row));

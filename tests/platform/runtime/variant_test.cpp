@@ -21,7 +21,7 @@ TEST(Variant, ValuesReadAsThePlatformWritesThem) {
             u"{01234567-89AB-CDEF-0000-000000000000}");
 }
 
-TEST(Variant, DatesAroundTheFirstDayAreRightAndDamagedOnesDoNotHang) {
+TEST(Variant, DatesNearDayZeroAreCorrectAndInvalidOnesBecomeNumbers) {
   EXPECT_EQ(Variant(Date{0}).toText(), u"1899-12-30 00:00:00");
   EXPECT_EQ(Variant(Date{-1.25}).toText(), u"1899-12-29 06:00:00");
   EXPECT_EQ(Variant(Date{36585.999999999}).toText(), u"2000-03-01 00:00:00");

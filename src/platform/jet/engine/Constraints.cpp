@@ -26,7 +26,8 @@ bool isPrimary(const TableSource& source, IndexNumber index) {
   });
 }
 
-/// A memo that is stored outside its row can't be read before it is written.
+/// False where a key column's value is stored outside the row: it can't be read before it is
+/// written.
 bool keyIsInRow(const TableSource& source, const RowKey& key, const Row& row) {
   return std::ranges::all_of(key.parts(), [&](const RowKey::Part& part) {
     const ColumnDefinition& column = source.column(part.column);

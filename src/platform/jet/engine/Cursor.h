@@ -9,7 +9,7 @@ class Cursor {
  public:
   virtual ~Cursor() = default;
 
-  /// Moves to the next row, or at first to the first one; false past the last one.
+  /// Moves to the next row, on the first call to the first one; false when there is none.
   virtual bool next() = 0;
   /// The current row; valid until the next call of `next`.
   virtual const Row& row() const = 0;

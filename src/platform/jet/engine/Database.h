@@ -21,10 +21,10 @@ struct Password {
   std::u16string_view text;
 };
 
-/// One session on a store database. It reads only the pages that are needed. The file's shared lock
-/// is held from the opening, and from any later read, to the end of a `Reading` or of the session.
-/// Errors of all members: the general error with the file, table and page where the file is
-/// damaged, or for a file that another program holds too long.
+/// One session on a store database. It reads only the pages that are needed. The file is locked for
+/// reading from its opening until a `Reading` or the session ends; after a `Reading`, the next read
+/// locks it again. All members raise the general error where the file is damaged (with file, table
+/// and page), and where another program holds its lock too long.
 class Database {
  public:
   /// Opens the file. `shownPath` is the path as the user knows it, for error texts. Raises the
@@ -45,20 +45,21 @@ class Database {
   /// The table's definition, read once under a lock. It is valid as long as that lock: until the
   /// end of a `Reading`, or until an update.
   const Table& table(const CatalogObject& object);
-  /// The rows of a saved query, in the order of their attribute and their number in it.
+  /// The rows of a saved query, sorted by their attribute and, within it, by `Order`.
   std::vector<QueryRow> queryRows(const CatalogObject& object);
 
-  /// Changes columns of one row and all indexes of the table in one call: takes the exclusive lock,
+  /// Changes columns of one row and the indexes on them in one call: takes the exclusive lock,
   /// reads definition, rules and row afresh and compares them with what the caller had read,
   /// converts the values to the columns' types, checks, writes, reads the row again and unlocks.
   /// Returns what the columns of `asRead` hold now, in their order. Cursors, rows and tables from
   /// before must not be used after it. `holds` tests a validation rule on the new row.
   ///
-  /// Nothing is written, and no lock is held, when it raises: the error of a changed row where the
-  /// row, its table or a column isn't as it was read; a mismatch or "too large" for a value that
-  /// doesn't fit its column; the general error for a null, an empty text or a duplicate that is
-  /// forbidden, a broken rule, a file that is read-only, replaced or locked too long, and a change
-  /// that can't be written safely. A disk that fails in the middle leaves all old rows readable.
+  /// Raises the error of a changed row where the row, its table or a column isn't as it was read; a
+  /// mismatch or "too large" for a value that doesn't fit its column; the general error for a null,
+  /// an empty text or a duplicate that is forbidden, a broken rule, a file that is read-only,
+  /// replaced or locked too long, and a change that can't be written safely. No lock is held then,
+  /// and nothing is written; only a disk that fails during the writing may leave a part of the
+  /// change in the file, and all rows stay readable.
   std::vector<runtime::Variant> update(const RowChange& change, const RuleTest& holds);
 
  private:
@@ -69,8 +70,8 @@ class Database {
 };
 
 /// A read during which no other program writes, from its first page to its end. The lock is
-/// released at the end, also after a failure: a session may stay open while the user has a message
-/// to answer, and must not keep other programs from their updates so long.
+/// released at the end, also after a failure, so that a session that stays open, for example while
+/// a message waits for the user, doesn't block the updates of other programs.
 class Reading {
  public:
   explicit Reading(Database& database) : database_(database) {}

@@ -7,7 +7,7 @@
 namespace jet {
 namespace {
 
-/// A page with less room, that of its deleted rows included, isn't worth trying.
+/// A page counts as one with room from this many free bytes on, those of deleted rows included.
 constexpr std::size_t kWorthTrying = 100;
 /// The map is a hint only: a new page is cheaper than reading many full ones.
 constexpr std::size_t kMostTries = 32;
@@ -47,7 +47,7 @@ RowPointer FreeSpace::add(ByteView row, SlotMark mark, const std::vector<PageNum
   const std::optional<RowPointer> at = addTo(page, row, mark);
   if (!at) raiseUnsupported(source_.location(page), u"a row is longer than a page");
   maps_.add(owner_.owned, page, WriteStep::OwnerMaps);
-  // The hints add the page to the map of pages with room once the table is certain to own it.
+  // `noteTouched` adds the page to this map in the step `Hints`, when the table surely owns it.
   if (owner_.free != RowPointer{}) maps_.cover(owner_.free, page, WriteStep::OwnerMaps);
   return *at;
 }

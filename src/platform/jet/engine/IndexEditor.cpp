@@ -33,9 +33,9 @@ PageNumber IndexEditor::takePage() {
   return page;
 }
 
-/// The page `number` with a link to another page; absent where it isn't to be changed. `of` is the
-/// page whose neighbours in the chain change. Nodes are linked only where another program has
-/// linked them.
+/// The page `number` with its link set to `to`; absent where it must not change. `of` is the page
+/// that is split or removed, for which the link is changed. A node's link changes only where it
+/// names `of`: not all programs link nodes.
 std::optional<Bytes> IndexEditor::relinked(PageNumber number, Link link, PageNumber to,
                                            PageNumber of) {
   if (number == kNoPage || number.value() >= changes_.pageCount()) return std::nullopt;
@@ -186,8 +186,8 @@ void IndexEditor::removeOld(RowId row, const KeyChange& change) {
   clean(row, change.newEntry);
 }
 
-/// Stages a page that may reach the disk only after the removal itself. A later step avoids a sync
-/// of its own; after an interrupted change it stays in order with the other repairs.
+/// Stages a page that may reach the disk only after the removal itself: in `DropOld`, which saves a
+/// sync, or after an interrupted change in order with the other repairs.
 void IndexEditor::stageAfterRemoval(PageNumber number, Bytes page) {
   WriteStep step = WriteStep::DropOld;
   if (sawLeftovers_) {
@@ -210,9 +210,9 @@ void IndexEditor::removeAt(IndexPath& path, std::size_t at) {
   if (wasLast && !entries.empty()) lowerBound(path, path.nodes.size(), entries.back().bytes);
 }
 
-/// The page at `depth` of the path has a new last entry: the first parent whose entry leads there
-/// receives it. Where it is longer than the old one and doesn't fit, the old bound stays: a bound
-/// that is too large is searched correctly.
+/// The page at `depth` of the path has a new last entry: it becomes the bound in the nearest
+/// ancestor that has an entry for the page. Where it is longer than the old bound and doesn't fit,
+/// the old one stays: searches are correct with a bound that is too large.
 void IndexEditor::lowerBound(IndexPath& path, std::size_t depth, const Bytes& last) {
   while (depth-- > 0) {
     IndexPath::Node& node = path.nodes[depth];
@@ -226,9 +226,9 @@ void IndexEditor::lowerBound(IndexPath& path, std::size_t depth, const Bytes& la
   }
 }
 
-/// Drops the entries that an interrupted split left in the pages after the node's child, below the
-/// bound between them, before that bound is lowered or removed and they become part of the tree
-/// again.
+/// Called before the bound between the node's child and the page after it is lowered or removed.
+/// Drops the entries up to this bound that an interrupted split left in the first pages after it,
+/// on all levels: without the bound they would belong to the tree again.
 void IndexEditor::trimNextTo(const IndexPath::Node& node) {
   const std::size_t next = node.child + 1;
   const Bytes bound = node.page.entries[node.child].bytes;

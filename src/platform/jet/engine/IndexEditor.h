@@ -25,11 +25,11 @@ class IndexEditor {
   };
   Insertion insert(const IndexEntry& entry);
 
-  /// Removes the old entry of a row. Where it isn't found, or the traces of an interrupted change
-  /// are, the index is cleaned: see `clean`.
+  /// Removes the old entry of a row. Calls `clean` where the entry isn't found, or where an
+  /// interrupted change has left entries or links in the index.
   void removeOld(RowId row, const KeyChange& change);
-  /// Removes all entries of a row but the one to keep. Restores the bounds of all pages and the
-  /// order of the leaves that the tree requires. Reads the entire index.
+  /// Removes all entries of a row but `kept`, all entries outside the bounds of their page, and the
+  /// wrong links between leaves. Reads the entire index.
   void clean(RowId row, const std::optional<Bytes>& kept);
 
  private:

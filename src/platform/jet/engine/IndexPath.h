@@ -28,7 +28,7 @@ struct IndexPath {
                       ByteView entry);
 };
 
-/// A page of an index of this table. Raises damage where it is another page.
+/// Reads a page of an index of this table. Raises damage where the page isn't one.
 IndexPage openIndexPage(PageChanges& changes, const TableSource& source, PageNumber number,
                         const Location& from);
 
@@ -36,8 +36,8 @@ IndexPage openIndexPage(PageChanges& changes, const TableSource& source, PageNum
 PageNumber lastLeafBelow(PageChanges& changes, const TableSource& source, PageNumber number,
                          PageNumber from);
 
-/// Drops the entries of a page that are not greater than the bound, if there is one; returns their
-/// number. Only an interrupted split leaves such entries.
+/// Drops the entries of a page that are not greater than `bound` and returns their number; an empty
+/// bound drops none. Only an interrupted split leaves such entries.
 std::size_t dropUpTo(IndexPage& page, ByteView bound);
 
 }  // namespace jet

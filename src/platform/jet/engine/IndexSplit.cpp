@@ -34,7 +34,7 @@ SplitIndexPage cutAt(const IndexPage& page, std::size_t cut) {
   return halves;
 }
 
-/// The cut with halves of about the same size; next to the end where entries are added in order.
+/// The cut with halves of about the same size, or before the last entry for ascending additions.
 std::size_t preferredCut(const IndexPage& page, bool ascending) {
   if (ascending) return page.entries.size() - 1;
   std::size_t all = 0;

@@ -14,10 +14,10 @@ struct SplitIndexPage {
   Bytes bound;
 };
 
-/// Cuts a page that has too many entries, as near to the preferred cut as both halves fit: the
-/// middle, or next to the end of a leaf whose entries are added in ascending order. A node's entry
-/// at the cut moves to the parent, and its child becomes the first half's tail. Raises where no cut
-/// fits.
+/// Splits a page that has too many entries. The preferred cut is in the middle, or before the last
+/// entry of a leaf whose entries are added in ascending order; the nearest cut to it is taken at
+/// which both halves fit. A node's entry at the cut moves to the parent, and its child becomes the
+/// first half's tail. Raises where no cut fits.
 SplitIndexPage splitIndexPage(const Layout& layout, const IndexPage& page, bool ascending,
                               const Location& location);
 

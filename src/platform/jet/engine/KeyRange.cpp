@@ -50,7 +50,7 @@ class Builder {
     return source_.column(part.column);
   }
 
-  /// False when the range can't include a further column.
+  /// False where the value has no key: the range then ends before this column.
   bool addEqual(const RowKey::Part& part, const runtime::Variant& value) {
     if (value.isNull()) {
       prefix_.push_back(nullKey(part.ascending));

@@ -67,8 +67,8 @@ void PageAllocator::markUsed(PageNumber page) {
                        WriteStep::TakePages);
 }
 
-/// In the range that the map gains, pages beyond the end of the file are free; of those before it
-/// nothing is known.
+/// Of the pages that the longer map covers now, those beyond the end of the file are marked free.
+/// The others stay marked used, since their state is unknown.
 bool PageAllocator::lengthen(UsageMap map, PageNumber page) {
   const std::size_t size = (page.value() - map.firstPage.value() + kGrowthPages) / kGrowthPages * 4;
   if (size > changes_.layout().pageSize) return false;

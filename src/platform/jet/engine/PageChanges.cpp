@@ -77,7 +77,8 @@ bool PageChanges::endsWithSync(WriteStep step) {
 /// Writes a group; `end` is the number of pages in the file.
 void PageChanges::write(const Group& group, std::uint32_t& end) {
   for (const Write& write : group) {
-    // A new bitmap page of the global map comes after the pages for which it was made.
+    // A new bitmap page of the global map is written before the new pages that it covers, which may
+    // have lower numbers: fill the gap.
     for (; end < write.number.value(); ++end)
       pager_.write(PageNumber(end), Bytes(layout().pageSize));
     pager_.write(write.number, *write.page);
@@ -87,8 +88,9 @@ void PageChanges::write(const Group& group, std::uint32_t& end) {
 
 void PageChanges::commit() {
   std::uint32_t end = pager_.pageCount();
-  // Pages beyond the end come first, so that a full disk is noticed before anything else is
-  // written, and in the order of their numbers, so that the file grows page by page.
+  // Within `NewPages`, pages beyond the end come first, so that a full disk is noticed before
+  // existing pages are written, and in the order of their numbers, so that the file grows page by
+  // page.
   for (Group& group : groupsOf(WriteStep::NewPages))
     std::ranges::stable_sort(group, {}, [end](const Write& write) {
       return std::pair(write.number.value() < end, write.number);

@@ -20,9 +20,9 @@ enum class WriteStep : std::uint8_t {
   Counters,       ///< the entry counters in the definition
   Rows,           ///< the row itself changes in one page write
   RemoveEntries,  ///< the old index entries
-  DropOld,        ///< old bodies and long values; lowered bounds, by which the next change finds
-                  ///< its pages; links and maps of pages that left an index
-  Hints,          ///< maps of pages with room, pages that are free again: each may be lost
+  DropOld,        ///< old bodies and long values; lowered bounds; links and maps of pages that were
+                  ///< removed from an index
+  Hints,          ///< maps of pages with room and of free pages: any of these writes may be lost
 };
 
 /// The pages that a change writes. All are computed in memory before the first write, so that a
@@ -46,16 +46,17 @@ class PageChanges {
   /// allocated once one has been freed: both change the global map, and would do so in the wrong
   /// order.
   void stage(WriteStep step, PageNumber number, Bytes page);
-  /// The same for a page of usage maps, which may hold maps of several steps: one that was staged
-  /// in a later step stays there, and reaches the disk before what follows in that step.
+  /// The same for a page of usage maps, which may hold maps that change in different steps. A page
+  /// that was staged in a later step already is staged there again, before everything that is
+  /// staged in that step from now on.
   void stageMap(WriteStep step, PageNumber number, Bytes page);
   /// Within the step, everything staged so far reaches the disk before anything that is staged from
-  /// now on. Costs a sync where there is both.
+  /// now on. Costs a sync unless one of the two is empty.
   void barrier(WriteStep step);
 
   bool empty() const { return latest_.empty(); }
-  /// Writes all pages, step by step, with a sync after each step but `Hints`. The first two steps
-  /// are one group, and the third as well where no map gains a page.
+  /// Writes all pages, step by step, with a sync after each step that wrote one. `TakePages` and
+  /// `NewPages` share a sync; `Hints` has none.
   void commit();
 
  private:

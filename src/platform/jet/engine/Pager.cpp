@@ -18,7 +18,8 @@ using files::FileProblem;
 /// Pages that a session caches: 4 MB of a Jet 4 file.
 constexpr std::size_t kMostFrames = 1024;
 
-/// Opens the file for writing where that is allowed, else for reading.
+/// Opens the file for writing where that is allowed, else for reading. Returns true where it is
+/// open for reading only.
 bool openEitherWay(std::unique_ptr<ByteFile>& file, const std::filesystem::path& path) {
   try {
     file = std::make_unique<ByteFile>(path, ByteFile::Access::ReadWrite);

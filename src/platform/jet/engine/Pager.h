@@ -45,8 +45,10 @@ class Pager {
   void readRun(PageNumber first, PageNumber last, const Location& from);
   /// Tells that a scan is done with a page: the last ones make room first, so that a scan of many
   /// pages leaves the others where they are.
+  /// Marks a page as no longer needed by a scan. Such pages are evicted first, in the reverse order
+  /// of marking, so that a scan of many pages doesn't evict the other cached pages.
   void setScanned(PageNumber number);
-  /// Raises the damage of a page number that the file doesn't reach; `from` is where it stands.
+  /// Raises damage for a page number outside the file; `from` is where the number was read.
   [[noreturn]] void raiseOutside(std::uint64_t number, const Location& from) const;
 
   /// An index page, opened for lookup. It is opened once while the page is cached.
@@ -56,8 +58,8 @@ class Pager {
   };
   std::shared_ptr<const OpenIndexPage> readIndexPage(PageNumber number, const Location& from);
 
-  /// Takes the exclusive lock; no other may be held. Raises the errors of a file that is read-only,
-  /// locked too long, or no longer the one of that path; no lock is held then.
+  /// Takes the exclusive lock; this session must hold none. Raises the errors of a file that is
+  /// read-only, locked too long, or deleted or replaced since it was opened; no lock is held then.
   void lockForUpdate();
   /// Releases the lock, if one is held, until the next read. Pages already returned stay valid.
   void release() noexcept;
@@ -91,9 +93,9 @@ class Pager {
   std::uint32_t pageCount_ = 0;
   std::vector<Frame> frames_;
   std::vector<std::uint16_t> frameOf_;  ///< by page number: index in frames_ + 1, 0 for none
-  std::vector<std::size_t> scanned_;    ///< frames that make room first, from the last one
+  std::vector<std::size_t> scanned_;    ///< frames to evict first, beginning with the last
   std::size_t hand_ = 0;                ///< of the clock that picks the frame to reuse
-  Bytes run_;                           ///< of the last read, as the file has it
+  Bytes run_;                           ///< pages of the last read, not yet decoded
 };
 
 }  // namespace jet

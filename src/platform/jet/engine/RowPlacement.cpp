@@ -9,7 +9,7 @@
 namespace jet {
 namespace {
 
-/// A row that is this little shorter keeps its length: the rows below it needn't slide.
+/// A row that gets shorter by at most this many bytes is padded, so that the rows below it stay.
 constexpr std::size_t kKeptUnused = 8;
 
 PageOwner ownerOf(const TableSource& source) {

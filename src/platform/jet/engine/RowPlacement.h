@@ -16,7 +16,7 @@ class RowPlacement {
   /// Stages the new row: a body on another page, the change of the row's own page, the removal of
   /// the old body. `old` is where the row is stored now.
   void store(RowId id, const FoundRow& old, const RowParts& parts);
-  /// Stages the removal of a body that no row points to, or soon none will.
+  /// Stages the removal of a body that no row points to, or none after this change.
   void dropBody(RowPointer body);
   /// Stages the new state of the changed pages in the maps.
   void noteFreeSpace() { space_.noteTouched(); }

@@ -25,7 +25,7 @@ struct TableSource;
 struct Column {
   std::u16string name;
   ColumnType type = ColumnType::Long;
-  /// Bytes that a value may take; 0 for memo and OLE. A Jet 4 text takes two a character.
+  /// Bytes that a value may take; 0 for memo and OLE. A Jet 4 text takes two per character.
   std::uint16_t size = 0;
   bool autonumber = false;
   std::uint8_t scale = 0;  ///< of a Numeric

@@ -7,16 +7,16 @@
 
 namespace jet {
 
-/// The names of a table, which stay valid when its definition has been dropped.
+/// Identifies a table. Stays valid when the definition that was read has been dropped.
 struct TableIdentity {
   std::u16string name;
   PageNumber definitionPage;  ///< first page of its definition
   bool operator==(const TableIdentity&) const = default;
 };
 
-/// The same for a column of a table.
+/// Identifies a column of a table, likewise.
 struct ColumnIdentity {
-  ColumnNumber number;  ///< stays when other columns are deleted
+  ColumnNumber number;  ///< doesn't change when other columns are deleted
   std::u16string name;
   ColumnType type = ColumnType::Long;
   bool operator==(const ColumnIdentity&) const = default;

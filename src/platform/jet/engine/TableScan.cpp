@@ -31,8 +31,8 @@ bool TableScan::openNextPage() {
   return true;
 }
 
-/// The last of the table's pages that one run reaches from the current one. What lies between them
-/// comes along, since tables that grew together take turns.
+/// The last of the table's pages that a run from the current page covers. The run includes pages of
+/// other tables between them: the pages of tables that grew together alternate.
 PageNumber TableScan::endOfRun() const {
   const std::size_t pages = kRunSize / source_.pager.layout().pageSize;
   const PageNumber reached(pageNumber_.value() + pages - 1);

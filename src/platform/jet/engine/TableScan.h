@@ -8,7 +8,7 @@
 
 namespace jet {
 
-/// All rows of a table, page by page. A row that moved comes at its original slot.
+/// All rows of a table, page by page. A row that moved is returned at its original slot.
 class TableScan : public Cursor {
  public:
   explicit TableScan(const TableSource& source);

@@ -32,7 +32,7 @@ struct TableSource {
   bool hasVariableSlots() const { return definition.variableSlots > 0; }
 };
 
-/// The names of the column, which stay valid when the definition has been dropped.
+/// The identity of the column.
 ColumnIdentity identityOf(const ColumnDefinition& column);
 
 /// The bytes of a row, found by its id: in its own slot, or where its pointer leads.
@@ -49,10 +49,10 @@ bool findRow(const TableSource& source, RowId id, const Pager::Page& home, Found
 /// The same, and reads the page; also false where the page isn't one of the table's.
 bool findRow(const TableSource& source, RowId id, FoundRow& found);
 
-/// Reads a data page of the table. Raises damage where the page is another one.
+/// Reads a data page of the table. Raises damage where the page isn't one.
 Pager::Page readDataPage(const TableSource& source, PageNumber page, const Location& from);
 
-/// The same page; null where it isn't a data page of the table.
+/// Reads a data page of the table; null where the page isn't one.
 Pager::Page findDataPage(const TableSource& source, PageNumber number);
 
 /// Reads the content of a definition's chain of pages, and adds their numbers to `pages` in order.

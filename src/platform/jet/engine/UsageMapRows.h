@@ -17,7 +17,7 @@ class UsageMapRows {
       : changes_(changes), source_(source) {}
 
   UsageMap read(RowPointer at);
-  /// A bitmap page. Raises damage where it is another page.
+  /// Reads a bitmap page. Raises damage where the page isn't one.
   Pager::Page readBitmap(PageNumber page);
   /// Writes a map's row with at least that length; false where its page has no room for it.
   bool write(RowPointer at, const UsageMap& map, std::size_t length, WriteStep step);

@@ -5,7 +5,7 @@
 #include "platform/runtime/ProviderError.h"
 
 /// The engine's errors, each with its number and text, to be thrown. `Damage.h` adds those about a
-/// damaged file, `runtime/ProviderError.h` those that the dialect raises too.
+/// damaged file, `runtime/ProviderError.h` those that `jetsql` raises too.
 namespace jet::error {
 
 // Opening a file. `path` is the path as the user knows it.

@@ -21,8 +21,8 @@ inline constexpr std::size_t kEntryChild = 4;
 inline constexpr std::size_t kEntryPage = 0;  ///< u24
 inline constexpr std::size_t kEntrySlot = 3;  ///< u8
 
-/// One entry of an index page: a key with its row, and in a node the child page, none of whose
-/// entries is greater.
+/// One entry of an index page: a key with its row pointer. An entry of a node also has a child
+/// page, whose entries are all less than or equal to it.
 struct IndexEntry {
   Bytes bytes;  ///< key, then the row's id
   PageNumber child;
@@ -33,8 +33,7 @@ struct IndexEntry {
   RowId row() const;
 };
 
-/// Order of entries and keys: plain bytes, the shorter of two first where one begins with the
-/// other.
+/// Order of entries and keys: as plain bytes; a prefix comes before the longer of the two.
 std::strong_ordering compareBytes(ByteView a, ByteView b);
 
 /// An index page opened for lookup: entries are compared without being copied.

@@ -34,7 +34,7 @@ inline constexpr PageNumber kNoPage{};
 inline constexpr PageNumber kLastPage{0xFFFFFF};
 /// A slot of a data page, counted from 0.
 using SlotNumber = Number<struct SlotTag, std::uint8_t>;
-/// A column of a table as its definition numbers it, and its bit in the rows' null mask. Deleted
+/// A column's number in the definition of its table, and its bit in the rows' null masks. Deleted
 /// columns leave gaps, so it is no index into the remaining columns.
 using ColumnNumber = Number<struct ColumnNumberTag, std::uint16_t>;
 /// The index of a column among a table's remaining columns, in the order of their numbers.

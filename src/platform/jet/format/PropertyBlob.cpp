@@ -37,7 +37,7 @@ ByteView magicOf(Version version) {
   return version == Version::Jet3 ? ByteView(kJet3) : ByteView(kJet4);
 }
 
-/// Reads a blob piece by piece.
+/// Reads consecutive fields of a blob.
 class Pieces {
  public:
   Pieces(ByteView bytes, const Location& location) : bytes_(bytes), location_(&location) {}

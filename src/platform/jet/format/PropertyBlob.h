@@ -11,12 +11,12 @@
 
 namespace jet {
 
-/// Names of the properties that a change of a row heeds.
+/// Names of the properties that an update of a row checks.
 struct PropertyName {
   static constexpr std::u16string_view kRequired = u"Required";  ///< yes/no, of a column
   static constexpr std::u16string_view kAllowZeroLength = u"AllowZeroLength";  ///< likewise
   static constexpr std::u16string_view kRule = u"ValidationRule";      ///< of a column or the table
-  static constexpr std::u16string_view kRuleText = u"ValidationText";  ///< for a refusal
+  static constexpr std::u16string_view kRuleText = u"ValidationText";  ///< error text of the rule
 };
 
 /// One stored property.

@@ -15,9 +15,10 @@ namespace jet {
 ///
 ///   n | fixed area | variable values | end | offsets, backwards | (Jet 3: jumps) | nv | null mask
 ///
-/// n, end, the offsets and nv take `rowUnit` bytes. In Jet 3 that is one, and the jumps say at
-/// which slots the offsets pass another 256. A table without variable columns has neither the
-/// offsets nor nv.
+/// n is the number of columns, end the offset at which the variable values end, nv the number of
+/// variable slots. They and the offsets take `rowUnit` bytes. In Jet 3 that is one, and the jumps
+/// are the slots at which the offsets pass another multiple of 256. A table without variable
+/// columns has none of the parts between the fixed area and the null mask.
 class RowContent {
  public:
   RowContent() = default;
@@ -32,9 +33,10 @@ class RowContent {
   }
   /// A value of the fixed area. Raises damage where it would lie outside.
   ByteView fixed(std::size_t offset, std::size_t length) const;
-  /// The fixed area as far as the row has it.
+  /// The fixed area as far as the row has it. Raises damage where its end lies outside the row.
   ByteView fixedArea() const;
-  /// The bytes of a variable slot; absent for a slot that the row doesn't have.
+  /// The bytes of a variable slot; absent for a slot that the row doesn't have. Raises damage where
+  /// they lie outside the row.
   std::optional<ByteView> variable(VariableSlot slot) const;
 
  private:
@@ -65,8 +67,9 @@ struct RowParts {
   /// False for a table without variable slots.
   bool hasVariable = true;
 
-  /// The row's bytes. `atLeast` asks for a row of at least that length: the room is left unused
-  /// between the values and the offsets. Such a row may still come out longer than asked.
+  /// The row's bytes. A row with variable slots is padded to at least `atLeast` bytes, between the
+  /// values and the offsets; in Jet 3 it may become longer than that. A row without variable slots
+  /// ignores `atLeast`.
   Bytes encode(Version version, std::size_t atLeast = 0) const;
 };
 

@@ -10,8 +10,8 @@
 
 namespace jet {
 
-/// Text as the file stores it. Jet 3: a byte a character in windows-1252. Jet 4: UTF-16, or
-/// compressed: FF FE, then a byte a character (U+0001 to U+00FF), where a zero byte switches to
+/// Text as the file stores it. Jet 3: windows-1252, one byte per character. Jet 4: UTF-16, or
+/// compressed: FF FE, then one byte per character (U+0001 to U+00FF), where a zero byte switches to
 /// UTF-16 and, between two characters, back.
 
 /// A shorter text is never stored compressed.

@@ -19,8 +19,8 @@ struct NumericValue {
   static constexpr std::uint8_t kNegative = 0x80;
 };
 
-/// Bytes that a value of a type takes in the fixed area, whatever the column says; absent for types
-/// whose length is the column's.
+/// Size in bytes of a type's values in the fixed area. Absent for types whose size is the column's
+/// length.
 inline constexpr std::optional<std::size_t> typeSize(ColumnType type) {
   switch (type) {
     case ColumnType::Boolean:

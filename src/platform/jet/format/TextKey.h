@@ -19,17 +19,17 @@ inline constexpr TextOrder textOrderOf(Version version) {
   return version == Version::Jet3 ? TextOrder::General3 : TextOrder::General4;
 }
 
-/// Appends the text's key to `key`. Keys compare as plain bytes (the shorter of two first where one
-/// begins with the other); texts are equal in the order exactly when their keys are. Every text has
-/// a key; false says that a character outside the known tables took part: it then sorts after all
-/// known ones, by its number, and the key must not go into an index.
+/// Appends the text's key to `key`. Keys are compared as plain bytes, a prefix before the longer
+/// key; two texts are equal exactly when their keys are. Every text has a key. Returns false where
+/// the text has a character outside the known tables: it sorts after all known ones, by its code
+/// unit, and the key must not be stored in an index.
 bool appendTextKey(TextOrder order, std::u16string_view text, std::string& key);
 
 /// The same for text whose bytes are its characters: U+0000 to U+00FF for General4 (text as the
 /// file keeps it compressed), windows-1252 for General3.
 bool appendByteTextKey(TextOrder order, std::span<const std::uint8_t> text, std::string& key);
 
-/// False for a key in which a character outside the known tables took part.
+/// False for a key of a text with a character outside the known tables.
 bool isKnownTextKey(std::span<const std::uint8_t> key);
 
 /// The key of one text.
@@ -38,7 +38,8 @@ std::string textKey(TextOrder order, std::u16string_view text);
 /// Negative, zero or positive as `a` comes before `b`, equals it or comes after it, by their keys.
 int compareText(TextOrder order, std::u16string_view a, std::u16string_view b);
 
-/// True when the texts are equal in the General order; names of objects and columns compare so.
+/// True when the texts are equal in the General order. Names of objects and columns are compared
+/// with it.
 bool sameName(std::u16string_view a, std::u16string_view b);
 
 }  // namespace jet

@@ -13,12 +13,12 @@ struct TextWeight {
   std::uint8_t inlineCount = 0;
   std::uint8_t mark = 0;         ///< accent, 0 for none
   std::uint8_t ignorable = 0;    ///< code of a character that counts last of all, 0 for none
-  std::uint8_t significant = 0;  ///< Jet 3: letters that the marks' string counts
+  std::uint8_t significant = 0;  ///< Jet 3: how many letters it counts as between accents
   bool plain = false;            ///< one inline byte and nothing else
 };
 
-/// Weights in a notation of one word a character: bytes in hexadecimal, "/mm" a mark, "~cc" an
-/// ignorable character, each "+" one significant letter, "-" nothing.
+/// Parses weights written as one word per character: bytes in hexadecimal; "/mm" a mark; "~cc" an
+/// ignorable character; each "+" one significant letter; "-" a character without weight.
 template <std::size_t Count>
 consteval std::array<TextWeight, Count> parseWeights(std::string_view words) {
   const auto digit = [](char c) {
@@ -107,7 +107,7 @@ inline constexpr auto kGeneral3 = parseWeights<256>(
     "60/3 60/4 60/5 60/7 60/6 60/8 6066++ 62/9 66/3 66/4 66/5 66/6 6a/3 6a/4 6a/5 6a/6 "
     "65 70/7 72/3 72/4 72/5 72/7 72/6 55 81 78/3 78/4 78/5 78/6 7d/4 7f 7d/6 ");
 
-/// Jet 4, the characters of windows-1252 beyond those, by number.
+/// Jet 4: the characters of windows-1252 above U+017F, ascending, and their weights.
 inline constexpr std::array<char16_t, 20> kGeneral4OtherCharacters{
     0x0192, 0x02C6, 0x02DC, 0x2013, 0x2014, 0x2018, 0x2019, 0x201A, 0x201C, 0x201D,
     0x201E, 0x2020, 0x2021, 0x2022, 0x2026, 0x2030, 0x2039, 0x203A, 0x20AC, 0x2122};

@@ -18,7 +18,7 @@ namespace {
 
 using Kind = ExpressionKind;
 
-/// The machine's local time as a date.
+/// The local time as a date.
 double localNow() {
   const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
   std::tm parts{};

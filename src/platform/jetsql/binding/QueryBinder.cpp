@@ -42,7 +42,7 @@ void addAll(BoundQuery& query, std::u16string_view qualifier) {
   throw error::missingInput();
 }
 
-/// Prefixes columns that share a name with the tables that they come from.
+/// Renames columns with equal names to `table.column`. Raises the error for equal aliases.
 void tellApart(std::vector<OutputColumn>& columns, const std::vector<bool>& aliased) {
   const std::vector<OutputColumn> before = columns;
   for (std::size_t i = 0; i < before.size(); ++i) {

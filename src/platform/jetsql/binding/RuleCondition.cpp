@@ -121,7 +121,7 @@ class Criterion {
   std::size_t position_ = 0;
   std::u16string column_;
   std::u16string full_;
-  std::size_t copied_ = 0;  ///< of the text, so far
+  std::size_t copied_ = 0;  ///< units of `text_` that `full_` has so far
 };
 
 ParsedExpression literal(ExpressionKind kind, double number) {

@@ -36,7 +36,7 @@ class Builder {
     for (const jet::QueryRow& row : rows_) {
       if (row.attribute == QueryAttribute::Kind) kind = static_cast<QueryKind>(row.flag);
       if (row.attribute == QueryAttribute::Parameter) throw error::missingParameter();
-      // A source that has a name has a text only where it is in another database.
+      // A source that has a name has an expression only where it is in another database.
       const bool isForeignSource =
           row.attribute == QueryAttribute::Source && !row.name1.empty() && !row.expression.empty();
       if (row.attribute == QueryAttribute::Database || isForeignSource) {
@@ -181,8 +181,8 @@ class Builder {
     const std::size_t right = inputNamed(row.name2);
     ParsedExpression condition = parseExpression(row.expression);
     if (left == right) {
-      // A further condition of the join that contains both tables already; the later ones come
-      // first.
+      // A further condition of a join that contains both tables already. It is put before the
+      // earlier conditions.
       ParsedFrom& join = inputs_[left].item;
       if (!join.isJoin() || join.join != kind) throw error::damagedQuery(name_);
       join.condition = binary(Operator::And, std::move(condition), std::move(*join.condition));

@@ -11,11 +11,11 @@ namespace jetsql {
 class Aggregate;
 class FunctionCall;
 
-/// A function of the dialect, or one of ours within SQLite that an operator needs.
+/// A function of the dialect, or a helper function that the SQL written for an operator calls.
 struct Function {
   /// How a call of the function is written for SQLite.
   enum class Writing : std::uint8_t {
-    Plain,   ///< a function of ours, `target`
+    Plain,   ///< a call of `target`, which this library registers with SQLite
     Choice,  ///< IIf
     Switch,
     Choose,
@@ -24,23 +24,24 @@ struct Function {
     Moment,     ///< Date, Time, Now: one value throughout a statement
     InText,     ///< InStr, whose start may come first
     Sum,        ///< Sum, Avg: `target` of SQLite, exact for amounts
-    Aggregate,  ///< any other over many rows, `target` of SQLite or ours
+    Aggregate,  ///< any other over many rows: `target`, of SQLite or registered with it
   };
 
   /// The type of the result: a fixed one, or that of the first argument.
   enum class Result : std::uint8_t { Fixed, AsFirst };
-  /// A scalar function either receives nulls, or is null where an argument is.
+  /// Of a scalar function. Pass: where an argument is null, the result is null, without a call.
+  /// Seen: the function is called with nulls, too.
   enum class Nulls : std::uint8_t { Pass, Seen };
 
   std::u16string_view name;  ///< in capitals; empty where only an operator needs it
-  int fewest;
-  int most;
+  int fewest;                ///< number of arguments, at least
+  int most;                  ///< and at most
   /// Kinds of the arguments in order, the last one for all that follow: `t` text, `n` number, `v`
   /// as it is, `k` kept (an amount in ten-thousandths), `c` compared.
   std::string_view takes;
   Type type;
   std::string_view target;                        ///< its name within SQLite
-  void (*scalar)(const FunctionCall&) = nullptr;  ///< one of these two where it is ours
+  void (*scalar)(const FunctionCall&) = nullptr;  ///< this or `aggregate` where we register it
   Nulls nulls = Nulls::Pass;
   Result result = Result::Fixed;
   Writing writing = Writing::Plain;

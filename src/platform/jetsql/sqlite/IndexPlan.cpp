@@ -10,8 +10,8 @@ namespace {
 
 using Test = Restriction::Test;
 
-/// Costs of a row that is fetched by an index: from a small table, and from one whose pages are
-/// read repeatedly.
+/// Cost of a row that is fetched by an index; the higher one applies to more than `kManyRows` rows,
+/// since pages are then read repeatedly.
 constexpr double kFetch = 2;
 constexpr double kFetchOfMany = 10;
 constexpr double kManyRows = 20'000;
@@ -20,11 +20,11 @@ constexpr double kDescend = 6;
 /// Assumed selectivity: one row in this many meets an equality, or a bound.
 constexpr double kEqualShare = 20;
 constexpr double kBoundShare = 6;
-/// Rows of values that are looked up repeatedly are found without an index too, since the reader
-/// builds a hash table of them: each lookup costs this share of a scan.
+/// Values that are looked up repeatedly are found without an index too, since the reader builds a
+/// hash table of the rows: a lookup is assumed to cost a scan divided by this.
 constexpr double kLookupShare = 4;
 
-/// True for columns whose values can be looked up in an index.
+/// True for columns whose values can be looked up, in an index or in a hash table.
 bool isSought(const jet::Table& table, jet::ColumnIndex column) {
   const Type type = typeOf(table.column(column).type);
   return type != Type::Decimal && type != Type::Binary;

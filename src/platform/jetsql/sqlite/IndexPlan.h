@@ -21,7 +21,7 @@ struct Restriction {
 struct IndexPlan {
   std::optional<jet::IndexNumber> index = {};  ///< absent where none is used
   std::vector<Restriction> taken =
-      {};                 ///< single values first, in the order of the index's columns
+      {};                 ///< used ones: single values first, in the order of the index's columns
   bool isUnique = false;  ///< at most one row meets the restrictions
   double cost = 0;        ///< in rows of a scan
   double rows = 0;

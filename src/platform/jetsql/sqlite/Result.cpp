@@ -50,8 +50,8 @@ std::size_t sizeOf(const std::uint8_t* at) {
   return 1 + sizeof(std::uint32_t) + unit * read<std::uint32_t>(at + 1);
 }
 
-/// A calculated number as the type has it; as it is where the type is no number's. A number that
-/// stands for an amount has outgrown its ten-thousandths.
+/// A calculated number converted to the type; unchanged where the type isn't numeric. An amount is
+/// packed as `kAmount`, so a plain number of type Currency is an overflow in SQLite's calculation.
 runtime::Variant numberValue(Type type, const runtime::Variant& value) {
   const double number = *value.number();
   switch (type) {

@@ -19,8 +19,8 @@ namespace jetsql {
 
 struct ValueSource;
 
-/// The rows of a statement, packed: a number takes as many bytes as its type needs, a text of
-/// Latin-1 characters one byte a character.
+/// The rows of a statement, packed: a number takes as many bytes as its type needs, a text that the
+/// file stores compressed one byte per character, other texts two.
 class Result {
  public:
   explicit Result(std::vector<ResultColumn> columns = {}, std::size_t sourceRows = 0);

@@ -23,7 +23,7 @@ struct VirtualTable {
 struct VirtualCursor {
   sqlite3_vtab_cursor base{};
   KnownTable* known = nullptr;
-  std::optional<TableReader> reader;  ///< for the plan that it was opened for
+  std::optional<TableReader> reader;  ///< created for this plan and these tests
   PlanCode plan;
   std::vector<runtime::Variant> values;
   std::u16string text;

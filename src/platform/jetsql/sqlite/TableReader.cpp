@@ -12,7 +12,8 @@ using Test = Restriction::Test;
 constexpr int kScan = -1;
 constexpr int kFirstLookup = -2;
 
-/// A hash table of the rows pays once this many values, or this share of the rows, were looked up.
+/// A hash table of the rows pays off once more values were looked up than this number, and than the
+/// table's rows divided by `kShareOfRows`.
 constexpr std::uint32_t kFewLookups = 64;
 constexpr std::uint32_t kShareOfRows = 64;
 /// Without an index each value costs a scan.

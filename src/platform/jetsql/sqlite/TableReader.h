@@ -49,7 +49,7 @@ class TableReader {
   std::optional<jet::IndexNumber> index_;
   std::string tests_;
   std::vector<jet::ColumnIndex> columns_;
-  bool isEquality_;  ///< nothing but single values is sought
+  bool isEquality_;  ///< all tests are equalities
   std::uint32_t starts_ = 0;
   std::unique_ptr<jet::Cursor> cursor_;
   jet::RowReader single_;

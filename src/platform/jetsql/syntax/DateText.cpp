@@ -20,7 +20,7 @@ constexpr std::chrono::sys_days kEpoch{std::chrono::year{1899} / 12 / 30};
 
 /// Days since 1899-12-30 by the Gregorian calendar; the month from 1 to 12.
 std::int64_t daysFromDate(std::int64_t year, int month, std::int64_t day) {
-  // No day of a month leads back from there to the years that a date may have.
+  // A day of the month is a 16-bit number: too few days to lead back from there to a valid year.
   constexpr std::int64_t kFarYear = 20000;
   if (year < -kFarYear || year > kFarYear) throw error::overflow();
   const std::chrono::sys_days first{std::chrono::year{static_cast<int>(year)} / month / 1};
@@ -40,7 +40,7 @@ int fullYear(int year, std::size_t digits) {
   return year < 30 ? 2000 + year : 1900 + year;
 }
 
-/// A word of a date: digits, letters, or one other character. Blanks separate.
+/// A token of a date: digits, letters, or one other character. Spaces separate tokens.
 struct Word {
   enum class Kind { Number, Letters, Mark } kind;
   std::u16string text;

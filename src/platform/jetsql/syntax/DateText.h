@@ -16,8 +16,8 @@ struct CivilTime {
   int second = 0;
 };
 
-/// Days since 1899-12-30, the fraction being the time of day, which counts forward also before that
-/// day. Months beyond 1 to 12 and days beyond the month's run over, as do the parts of the time.
+/// Days since 1899-12-30; the fraction is the time of day, which counts forward also before that
+/// day. Months, days and parts of the time outside their ranges carry over.
 double daysFromCivil(const CivilTime& time);
 /// The fields of a date, to the nearest second. Raises the overflow error outside the years 100 to
 /// 9999.

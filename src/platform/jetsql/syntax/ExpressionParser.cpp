@@ -116,7 +116,7 @@ ParsedExpression ExpressionParser::comparison() {
   return left;
 }
 
-/// Makes `left` the first operand of the test that follows; false where none does.
+/// Makes `left` the first operand of the test that follows; false where no test follows.
 bool ExpressionParser::compare(ParsedExpression& left) {
   for (const WordOperator& each : kComparisons) {
     if (!words_.accept(each.word)) continue;

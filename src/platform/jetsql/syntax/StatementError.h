@@ -65,7 +65,7 @@ runtime::RunTimeError tooManyColumns();
 runtime::RunTimeError tooComplex();
 /// The same for a refusal of SQLite, with its reason.
 runtime::RunTimeError tooComplex(std::u16string_view reason);
-/// SQLite's text calls a function that the dialect doesn't have.
+/// The SQL written for SQLite calls a function that `functions` doesn't list.
 runtime::RunTimeError unregisteredFunction();
 
 }  // namespace jetsql::error

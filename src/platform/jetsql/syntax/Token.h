@@ -8,7 +8,7 @@
 
 namespace jetsql {
 
-/// One word of a statement.
+/// One token of a statement.
 struct Token {
   enum class Kind : std::uint8_t {
     End,
@@ -40,10 +40,10 @@ struct Token {
   bool isWord(std::u16string_view keyword) const;
 };
 
-/// Cuts a statement into its words, an End last. A broken word is the last one before the End.
+/// Splits a statement into tokens; the last one is End. A broken token is the last one before it.
 std::vector<Token> tokenize(std::u16string_view statement);
 
-/// True when two words are the same but for the case of their letters A to Z.
+/// True when two words are equal, ignoring the case of the letters A to Z.
 bool sameWord(std::u16string_view a, std::u16string_view b);
 
 }  // namespace jetsql

@@ -87,7 +87,7 @@ void TokenStream::failReserved(std::size_t clause) const {
   throw error::reservedWord();
 }
 
-/// An unclosed word changes the meaning of all tokens before it, so it is reported first.
+/// A token that is never closed may be the cause of any fault before it, so it is reported first.
 void TokenStream::failIfBroken(std::size_t clause) const {
   if (tokens_.size() < 2) return;
   const Token& last = tokens_[tokens_.size() - 2];

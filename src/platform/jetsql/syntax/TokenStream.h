@@ -14,15 +14,15 @@ inline constexpr std::size_t kLongestStatement = 65536;
 /// Deepest nesting of expressions, parentheses, joins and queries.
 inline constexpr int kDeepestNesting = 100;
 
-/// The words of a statement, read one after the other, and the syntax errors that name its text. A
-/// clause is identified by the position of its first token.
+/// The tokens of a statement, read one after the other. The `fail` members raise syntax errors that
+/// quote its text. A clause is identified by the position of its first token.
 class TokenStream {
  public:
   /// Raises the error for a statement that is too long. The text must outlive the stream.
   explicit TokenStream(std::u16string_view text);
 
   const Token& here() const { return tokens_[position_]; }
-  /// The token that many after this one; the End past the last one.
+  /// The token `count` positions after this one; End past the last one.
   const Token& ahead(std::size_t count) const;
   std::size_t position() const { return position_; }
   bool atEnd() const { return here().kind == Token::Kind::End; }

@@ -10,7 +10,7 @@ namespace jetsql {
 /// The SQL text of a call of one of the dialect's functions.
 std::string writeCall(ExpressionWriter& writer, const BoundExpression& call);
 
-/// IIf, whose sides are written by a function.
+/// The SQL text of a call of IIf; `side` writes its second and third argument.
 std::string writeChoice(ExpressionWriter& writer, const BoundExpression& call,
                         const std::function<std::string(const BoundExpression&)>& side);
 

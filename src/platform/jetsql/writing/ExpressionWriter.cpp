@@ -65,7 +65,7 @@ std::string inParentheses(bool negated, const std::string& condition) {
   return (negated ? "(NOT " : "(") + condition + ")";
 }
 
-/// True where SQLite's own text of an amount is in ten-thousandths already.
+/// True where the written text of an amount results in ten-thousandths without a conversion.
 bool isExact(const BoundExpression& amount) {
   if (amount.kind == Kind::Binary) {
     return amount.op == Operator::Add || amount.op == Operator::Subtract;

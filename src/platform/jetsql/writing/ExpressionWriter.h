@@ -17,13 +17,14 @@ class ExpressionWriter {
 
   /// The value as SQLite has it: a truth value is -1 or 0, an amount its ten-thousandths.
   std::string value(const BoundExpression& expression);
-  /// The value as one of that type, to which its own leads.
+  /// The value in the form of `type`, the common type of this and other values.
   std::string valueAs(const BoundExpression& expression, Type type);
-  /// What expressions calculate with: the value, and of an amount the plain number.
+  /// The value for calculations: an amount as a plain number, any other value as `value`.
   std::string plain(const BoundExpression& expression);
-  /// The value in the form for comparisons: a text in the file's order.
+  /// The value for comparisons: a text with the collating sequence of the file's order.
   std::string compared(const BoundExpression& expression);
-  /// The value as it compares with others, of which it is one.
+  /// The value for a comparison among `operands`, which include it: an amount where all of them are
+  /// amounts, else a plain number or a text with its collating sequence.
   std::string comparedAmong(const BoundExpression& expression,
                             const std::vector<std::shared_ptr<const BoundExpression>>& operands);
   /// The value as a term of ORDER BY or GROUP BY, where a bare number would be a column's index.
@@ -59,7 +60,7 @@ enum class Comparing : std::uint8_t { Plain, Texts, GuidText, Null };
 /// Raises the mismatch error for types that can't be compared.
 Comparing comparing(Type a, Type b);
 
-/// A written value of one type as one of another.
+/// Converts a written value from one type to another.
 std::string converted(const std::string& value, Type from, Type to);
 
 /// A written value with the collating sequence of its type.

@@ -62,9 +62,9 @@ class FromWriter {
     for (const BoundFrom& side : item.sides) writeConditions(side);
   }
 
-  /// Where the right side is matched by a value calculated from its own columns alone, SQLite is
-  /// made to calculate that value once for each of its rows: it can then look the rows up, instead
-  /// of calculating for each pair of rows.
+  /// If the condition compares a value that is calculated from the right side's columns alone, this
+  /// value becomes a column of the right side: SQLite then calculates it once for each row, and
+  /// looks rows up by it, instead of calculating it for each pair of rows.
   std::string joinCondition(const BoundFrom& join) {
     const BoundExpression& equality = *join.condition;
     const BoundFrom& right = *sidesOf(join).second;

@@ -8,8 +8,8 @@ namespace jetsql {
 
 struct BoundSelect;
 
-/// The FROM clause in SQLite's SQL of a SELECT, whose other clauses are written already. Its
-/// sources have the columns that those clauses use.
+/// Writes the FROM clause of a SELECT. Must be called after the other clauses were written: the
+/// sources get the columns that those use.
 std::string writeFrom(StatementWriter& writer, const BoundSelect& select);
 
 }  // namespace jetsql

@@ -12,8 +12,8 @@ namespace jetsql {
 struct ResultColumn {
   std::u16string name = {};  ///< as the statement or the file spells it
   Type type = Type::Null;
-  /// The table and the column of it that the values come from unchanged, and the source row that
-  /// holds it; without a table the values are calculated, and the column can't be written.
+  /// The table, its column and the source row that the values are read from. Without a table the
+  /// values are calculated, and the column can't be updated.
   std::optional<jet::TableIdentity> table = {};
   jet::ColumnIdentity tableColumn = {};
   int sourceRow = 0;

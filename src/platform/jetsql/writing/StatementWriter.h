@@ -12,7 +12,8 @@ namespace jetsql {
 
 struct Source;
 
-/// The columns of a source that a statement uses, and those whose rows it uses, by their indexes.
+/// The parts of a source that a statement uses: its columns, and the columns whose table rows the
+/// statement needs, by their indexes.
 struct Asked {
   std::set<int> columns;
   std::set<int> rows;

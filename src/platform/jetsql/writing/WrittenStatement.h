@@ -34,7 +34,7 @@ struct ValueSource {
   Type type = Type::Null;
   const jet::Table* table = nullptr;  ///< absent where they are calculated
   jet::ColumnIndex tableColumn = {};  ///< of the table
-  int sourceRow = 0;                  ///< of the table's row
+  int sourceRow = 0;                  ///< index among the statement's source rows
   int sqlColumn = 0;                  ///< column of SQLite's result with a calculated value
 };
 
@@ -51,7 +51,7 @@ struct WrittenStatement {
   std::vector<std::u16string> parameters;  ///< ?1, ?2, …
   std::vector<TableUse> tables;
   std::vector<int> sourceRows;                   ///< the number of the table of each source row
-  std::set<std::string, std::less<>> functions;  ///< of ours, by their names within SQLite
+  std::set<std::string, std::less<>> functions;  ///< to register, by their names within SQLite
   std::vector<ResultColumn> columns;
   std::vector<ValueSource> values;  ///< of the columns
   std::vector<OrderSource> order;

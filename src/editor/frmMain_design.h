@@ -42,8 +42,8 @@ constexpr forms::Design label(const char* name, std::u16string_view caption,
   return design;
 }
 
-constexpr forms::Design tickBox(const char* name, std::u16string_view caption,
-                                keydesign::Placement at) {
+constexpr forms::Design checkBox(const char* name, std::u16string_view caption,
+                                 keydesign::Placement at) {
   at.width = 3300;
   at.height = 330;
   forms::Design design = keydesign::control(name, caption, at);
@@ -104,10 +104,10 @@ inline constexpr auto kCmdUpdate =
     command("cmdUpdate", u"Update POS", {.left = 12015, .top = 8955, .tabIndex = 84});
 
 inline constexpr auto kCheck1 =
-    tickBox("Check1", u"Autofill the blocks", {.left = 9945, .top = 360, .tabIndex = 78});
-// Has the tool tip of `Check1`, although that describes the other box; `tickBox` sets it for both.
-inline constexpr auto kChkBarcode = tickBox("chkBarcode", u"Ignore items with barcodes",
-                                            {.left = 9945, .top = 7470, .tabIndex = 85});
+    checkBox("Check1", u"Autofill the blocks", {.left = 9945, .top = 360, .tabIndex = 78});
+// Has the tool tip of `Check1`, although that describes the other box; `checkBox` sets it for both.
+inline constexpr auto kChkBarcode = checkBox("chkBarcode", u"Ignore items with barcodes",
+                                             {.left = 9945, .top = 7470, .tabIndex = 85});
 
 inline constexpr auto kLblLevel = label(
     "lblLevel", u"Level", {.left = 9990, .top = 810, .width = 825, .height = 285, .tabIndex = 80});

@@ -9,7 +9,7 @@ namespace frmMainBig_design {
 
 inline constexpr std::int16_t kKeys = 108;
 inline constexpr int kColumns = 12;
-inline constexpr forms::Colour kTransparent = 15790320;
+inline constexpr forms::Colour kTransparentColour = 15790320;
 
 /// In the tab order the six command buttons (68 to 73) stand between keys 62 and 63.
 constexpr int keyTabIndex(std::int16_t index) {
@@ -23,14 +23,14 @@ constexpr MyCommandButton::ButtonDesign key(std::int16_t index) {
                          .width = 1095,
                          .height = 1050,
                          .tabIndex = keyTabIndex(index)},
-                        kTransparent, {.x = 1931, .y = 1852});
+                        kTransparentColour, {.x = 1931, .y = 1852});
 }
 
 constexpr MyCommandButton::ButtonDesign command(const char* name, std::u16string_view caption,
                                                 keydesign::Placement at) {
   at.width = 2535;
   at.height = 465;
-  return keydesign::command(name, caption, at, kTransparent, {.x = 4471, .y = 820});
+  return keydesign::command(name, caption, at, kTransparentColour, {.x = 4471, .y = 820});
 }
 
 inline constexpr KeyEditorDesign kCommon{

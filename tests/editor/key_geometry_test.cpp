@@ -11,16 +11,16 @@ namespace {
 
 constexpr std::int16_t kKeys = 63;
 
-struct Walk {
+struct Arrangement {
   std::map<int, keygeometry::KeyPosition> placed;
   int error = 0;
 };
 
 // Reads the settings from a file with these lines and arranges the keys until an error.
-Walk WalkWith(const std::string& settings) {
+Arrangement arrangeWith(const std::string& settings) {
   const support::ProgramFolder folder;
   folder.write("Posdata/FastTouchButtons.ini", "[BUTTONS_BL]\r\n" + settings);
-  Walk walk;
+  Arrangement walk;
   walk.error = support::errorNumberOf([&] {
     keygeometry::Arrange(
         keygeometry::ReadSettings(), kKeys,
@@ -32,7 +32,7 @@ Walk WalkWith(const std::string& settings) {
 }  // namespace
 
 TEST(KeyGeometry, WithDefaultsTheKeysFillColumnsUpwardsFromTheBottomLeft) {
-  const Walk walk = WalkWith("");
+  const Arrangement walk = arrangeWith("");
   ASSERT_EQ(walk.error, 0);
   ASSERT_EQ(walk.placed.size(), 63U);
   const std::map<int, std::pair<int, int>> expected{
@@ -46,7 +46,7 @@ TEST(KeyGeometry, WithDefaultsTheKeysFillColumnsUpwardsFromTheBottomLeft) {
 }
 
 TEST(KeyGeometry, EachMissingSettingHasItsDefault) {
-  const Walk walk = WalkWith("Space=-50\r\nstartleft= 100 \r\nButtonHeight=\"500\"\r\n");
+  const Arrangement walk = arrangeWith("Space=-50\r\nstartleft= 100 \r\nButtonHeight=\"500\"\r\n");
   ASSERT_EQ(walk.error, 0);
   EXPECT_EQ(walk.placed.at(1).Top, 8640 - 500 + 50);
   EXPECT_EQ(walk.placed.at(9).Left, 100 + 1320 - 50);
@@ -54,30 +54,31 @@ TEST(KeyGeometry, EachMissingSettingHasItsDefault) {
 }
 
 TEST(KeyGeometry, TheRowsSettingMayBeAnyNumber) {
-  const Walk seven = WalkWith("rows=7\r\n");
+  const Arrangement seven = arrangeWith("rows=7\r\n");
   EXPECT_EQ(seven.error, 0);
   EXPECT_EQ(seven.placed.at(56).Left, 8 * 1350);
-  const Walk ten = WalkWith("rows=10\r\n");
+  const Arrangement ten = arrangeWith("rows=10\r\n");
   EXPECT_EQ(ten.error, 0);
   EXPECT_EQ(ten.placed.at(9).Top, -1080);
   EXPECT_EQ(ten.placed.at(60).Left, 6 * 1350);
 }
 
 TEST(KeyGeometry, AnOverflowStopsTheArrangementAndKeepsEarlierPositions) {
-  const Walk oneRow = WalkWith("rows=1\r\n");
+  const Arrangement oneRow = arrangeWith("rows=1\r\n");
   EXPECT_EQ(oneRow.error, 6);
   EXPECT_EQ(oneRow.placed.rbegin()->first, 24);
   EXPECT_EQ(oneRow.placed.at(24).Left, 32400);
-  const Walk noRow = WalkWith("rows=0\r\n");
+  const Arrangement noRow = arrangeWith("rows=0\r\n");
   EXPECT_EQ(noRow.error, 6);
   EXPECT_EQ(noRow.placed.rbegin()->first, 38);
   EXPECT_EQ(noRow.placed.at(38).Top, -32400);
   // The row counter overflows after the first key.
-  const Walk lowestRow = WalkWith("rows=-32768\r\nButtonHeight=0\r\nSpace=0\r\n");
+  const Arrangement lowestRow = arrangeWith("rows=-32768\r\nButtonHeight=0\r\nSpace=0\r\n");
   EXPECT_EQ(lowestRow.error, 6);
   EXPECT_EQ(lowestRow.placed.size(), 1U);
   // Width and gap are added one after the other: the first sum overflows already.
-  const Walk wide = WalkWith("rows=1\r\nButtonWidth=32767\r\nSpace=-32767\r\nStartLeft=1\r\n");
+  const Arrangement wide =
+      arrangeWith("rows=1\r\nButtonWidth=32767\r\nSpace=-32767\r\nStartLeft=1\r\n");
   EXPECT_EQ(wide.error, 6);
   EXPECT_EQ(wide.placed.size(), 1U);
 }
@@ -91,7 +92,7 @@ TEST(KeyGeometry, AValueThatIsNoNumberOrBeyondItsRangeFailsBeforeAnyKeyIsPlaced)
                                          {"StartTop=32768\r\n", 6},
                                          {"StartLeft=-32769\r\n", 6}};
   for (const auto& [settings, error] : cases) {
-    const Walk walk = WalkWith(settings);
+    const Arrangement walk = arrangeWith(settings);
     EXPECT_EQ(walk.error, error) << settings;
     EXPECT_TRUE(walk.placed.empty()) << settings;
   }

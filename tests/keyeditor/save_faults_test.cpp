@@ -57,7 +57,7 @@ class SaveFaults : public testing::TestWithParam<Editor> {
     for (; key > 0; --key) at = full.find("\r\n", at) + 2;
     return at;
   }
-  void checkTheRest() const {
+  void expectOtherFilesUnchanged() const {
     EXPECT_EQ(shop.touchFile(), kOldTouch);
     EXPECT_EQ(shop.folder.read("Posdata/FastMovers2.txt"), "another level's");
   }
@@ -88,7 +88,7 @@ TEST_P(SaveFaults, AFailedWriteKeepsTheEarlierLinesAndEndsTheProgram) {
     ASSERT_EQ(shop.failure(), 61) << step;
     EXPECT_EQ(shop.host.endStatus, 1);
     EXPECT_EQ(layout(), full.substr(0, lineOf(step) + bytes)) << step;
-    checkTheRest();
+    expectOtherFilesUnchanged();
     // The test's host keeps the screen alive after the program's end, for the next iteration.
     process::resetEnded();
     shop.host.failures.clear();
@@ -105,7 +105,7 @@ TEST_P(SaveFaults, AFailureToWriteTheLevelNameIsIgnored) {
     save();
     EXPECT_EQ(shop.failure(), 0);
     EXPECT_EQ(layout(), full);
-    checkTheRest();
+    expectOtherFilesUnchanged();
     EXPECT_TRUE(leftovers().empty());
   }
 }
@@ -116,7 +116,7 @@ TEST_P(SaveFaults, AKilledProcessKeepsTheLinesAlreadyWritten) {
     putOld();
     ASSERT_TRUE(killedAtChange(step, [&] { save(); })) << step;
     EXPECT_EQ(layout(), full.substr(0, lineOf(std::min(step, editor.keys)))) << step;
-    checkTheRest();
+    expectOtherFilesUnchanged();
   }
   // A later save removes the temporary files that the interrupted writes of the level's name left,
   // but only those older than a minute, which no running program still uses.

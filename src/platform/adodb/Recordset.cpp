@@ -42,14 +42,15 @@ struct Recordset::Rows {
   jetsql::Result result;
   std::size_t row = 0;
   bool isReadOnly = false;
-  std::map<int, runtime::Variant> staged;                ///< by column
-  std::vector<std::pair<std::u16string, int>> lookedUp;  ///< columns by names that were asked for
+  std::map<int, runtime::Variant> staged;  ///< by column
+  std::vector<std::pair<std::u16string, int>>
+      columnCache;  ///< columns by names that were asked for
 };
 
 /// Callers request the same few names in each row, so the costly name comparison runs only once for
 /// each spelling.
 int Recordset::Rows::columnNamed(std::u16string_view name) {
-  for (const auto& [spelling, column] : lookedUp) {
+  for (const auto& [spelling, column] : columnCache) {
     if (spelling == name) return column;
   }
   const auto& columns = result.columns();
@@ -57,7 +58,7 @@ int Recordset::Rows::columnNamed(std::u16string_view name) {
     return jet::sameName(column.name, name);
   });
   if (found == columns.end()) return -1;
-  return lookedUp.emplace_back(name, static_cast<int>(found - columns.begin())).second;
+  return columnCache.emplace_back(name, static_cast<int>(found - columns.begin())).second;
 }
 
 /// Writes the staged values, table by table.

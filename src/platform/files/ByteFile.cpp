@@ -20,20 +20,20 @@ using Access = ByteFile::Access;
 
 int openFlags(Access access) {
   // Opening never waits for the other end of a pipe, and started programs don't inherit the file.
-  constexpr int kAlways = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+  constexpr int kCommonFlags = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
   switch (access) {
     case Access::ReadOnly:
-      return kAlways | O_RDONLY;
+      return kCommonFlags | O_RDONLY;
     case Access::ReadWrite:
-      return kAlways | O_RDWR;
+      return kCommonFlags | O_RDWR;
     case Access::Create:
-      return kAlways | O_RDWR | O_CREAT | O_TRUNC;
+      return kCommonFlags | O_RDWR | O_CREAT | O_TRUNC;
     case Access::Output:
-      return kAlways | O_WRONLY | O_CREAT | O_TRUNC;
+      return kCommonFlags | O_WRONLY | O_CREAT | O_TRUNC;
     case Access::New:
-      return kAlways | O_WRONLY | O_CREAT | O_EXCL;
+      return kCommonFlags | O_WRONLY | O_CREAT | O_EXCL;
   }
-  return kAlways;
+  return kCommonFlags;
 }
 
 FilePurpose purposeOf(Access access) {
@@ -53,7 +53,7 @@ bool isMarkedReadOnly(const std::filesystem::path& path) {
 
 /// Writes as `pwrite` does, but blocks the signal that a write beyond the process's size limit
 /// (EFBIG) raises: it would end the process.
-ssize_t writeWithinLimit(int descriptor, std::span<const std::uint8_t> bytes, off_t offset) {
+ssize_t pwriteWithoutSignal(int descriptor, std::span<const std::uint8_t> bytes, off_t offset) {
   sigset_t limit;
   sigset_t before;
   sigemptyset(&limit);
@@ -113,7 +113,7 @@ std::uint64_t ByteFile::size() const {
 }
 
 std::size_t ByteFile::readAt(std::uint64_t offset, std::span<std::uint8_t> bytes) const {
-  announceRead();
+  callReadWatch();
   const std::size_t wanted = allowedBytes({FileStep::Kind::Read, path_, offset, bytes.size()});
   std::size_t done = 0;
   while (done < wanted) {
@@ -134,8 +134,8 @@ void ByteFile::writeAt(std::uint64_t offset, std::span<const std::uint8_t> bytes
   const std::size_t wanted = allowedBytes({FileStep::Kind::Write, path_, offset, bytes.size()});
   std::size_t done = 0;
   while (done < wanted) {
-    const ssize_t count = writeWithinLimit(descriptor_, bytes.subspan(done, wanted - done),
-                                           static_cast<off_t>(offset + done));
+    const ssize_t count = pwriteWithoutSignal(descriptor_, bytes.subspan(done, wanted - done),
+                                              static_cast<off_t>(offset + done));
     if (count >= 0) {
       done += static_cast<std::size_t>(count);
     } else if (errno != EINTR) {
@@ -145,7 +145,7 @@ void ByteFile::writeAt(std::uint64_t offset, std::span<const std::uint8_t> bytes
   if (done < bytes.size()) fail(ENOSPC);
 }
 
-void ByteFile::cutTo(std::uint64_t size) {
+void ByteFile::truncate(std::uint64_t size) {
   if (access_ == Access::ReadOnly) fail(EPERM);
   if (::ftruncate(descriptor_, static_cast<off_t>(size)) != 0) fail(errno);
 }
@@ -179,7 +179,7 @@ void ByteFile::lock(short type, std::chrono::milliseconds wait) {
   using Clock = std::chrono::steady_clock;
   constexpr std::chrono::milliseconds kPause{2};
   const Clock::time_point deadline = Clock::now() + wait;
-  while (areBytesHeld() || !tryLock(type)) {
+  while (isContentLocked() || !tryLock(type)) {
     if (Clock::now() >= deadline)
       throw FileError(ErrorNumber::PermissionDenied, FileProblem::Held, path_, EAGAIN);
     std::this_thread::sleep_for(kPause);
@@ -187,7 +187,7 @@ void ByteFile::lock(short type, std::chrono::milliseconds wait) {
 }
 
 /// True when another program holds an exclusive lock on part of the content. Takes no lock itself.
-bool ByteFile::areBytesHeld() const {
+bool ByteFile::isContentLocked() const {
   struct flock range = rangeOf(F_RDLCK, 0, std::max(static_cast<off_t>(size()), off_t{1}));
   while (::fcntl(descriptor_, F_OFD_GETLK, &range) != 0)
     if (errno != EINTR) fail(errno);

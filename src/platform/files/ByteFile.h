@@ -44,7 +44,7 @@ class ByteFile {
   /// Raises DiskFull, DeviceIoError, or PermissionDenied on a file opened read-only.
   void writeAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
   /// Truncates the file. Raises DeviceIoError, or PermissionDenied on a file opened read-only.
-  void cutTo(std::uint64_t size);
+  void truncate(std::uint64_t size);
   /// Closes the file. Raises DeviceIoError or DiskFull, also for a failure of an earlier write that
   /// the system reports only now.
   void close();
@@ -71,7 +71,7 @@ class ByteFile {
  private:
   void lock(short type, std::chrono::milliseconds wait);
   bool tryLock(short type) const;
-  bool areBytesHeld() const;
+  bool isContentLocked() const;
 
   [[noreturn]] void fail(int systemError) const;
 

@@ -16,7 +16,7 @@ void onRead(std::function<void()> call) {
   watcher() = std::move(call);
 }
 
-void announceRead() {
+void callReadWatch() {
   if (watcher()) watcher()();
 }
 

@@ -9,6 +9,6 @@ namespace files {
 void onRead(std::function<void()> call);
 
 /// Calls that function. For use inside this library only.
-void announceRead();
+void callReadWatch();
 
 }  // namespace files

@@ -7,7 +7,7 @@
 
 #include "platform/files/ReadWatch.h"
 #include "platform/forms/qt/Display.h"
-#include "platform/forms/qt/DisplayWatch.h"
+#include "platform/forms/qt/DisplayLossHandler.h"
 #include "platform/forms/qt/Faces.h"
 #include "platform/forms/qt/HeldKeys.h"
 #include "platform/forms/qt/Look.h"
@@ -66,14 +66,14 @@ struct Application::Toolkit {
       process::writeToStandardError(
           "There is no font with which the program could show its texts.\n");
     QApplication::setWindowIcon(qt::programIcon());
-    qt::installReaders();
+    qt::installAccessibleFactory();
     new qt::HeldKeys(&application);
     new qt::ShownModals(&application);
     QApplication::setQuitOnLastWindowClosed(false);
   }
 
   QApplication application;
-  qt::DisplayWatch watch;
+  qt::DisplayLossHandler watch;
 };
 
 Application::Application() {
@@ -94,7 +94,7 @@ Application::~Application() {
 
 int Application::run() {
   if (process::hasEnded() || !qt::Window::anyShown()) return 0;
-  const qt::EndWatch watch([] { QCoreApplication::exit(0); });
+  const qt::EndRegistration watch([] { QCoreApplication::exit(0); });
   qt::Window::onLastClosed([] { QCoreApplication::exit(0); });
   QApplication::exec();
   qt::Window::onLastClosed({});

@@ -1,6 +1,6 @@
 #include "platform/forms/CheckBox.h"
 
-#include "platform/forms/qt/TickBox.h"
+#include "platform/forms/qt/CheckBoxWidget.h"
 #include "platform/runtime/RunTimeError.h"
 
 namespace forms {
@@ -11,7 +11,7 @@ constexpr std::int16_t kGreyed = 2;
 }  // namespace
 
 CheckBox::CheckBox(Container& container, const Design& design)
-    : Control(container, design, 0, new qt::TickBox(container.client(), design, [this] {
+    : Control(container, design, 0, new qt::CheckBoxWidget(container.client(), design, [this] {
                 Value(static_cast<std::int16_t>(value_ == 0 ? 1 : 0));
               })) {}
 

@@ -1,6 +1,6 @@
 #include "platform/forms/FlexCellCell.h"
 
-#include "platform/forms/qt/SheetView.h"
+#include "platform/forms/qt/GridView.h"
 #include "platform/forms/qt/WideText.h"
 
 namespace FlexCell {

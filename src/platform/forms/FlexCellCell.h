@@ -6,7 +6,7 @@
 #include "platform/forms/CellType.h"
 
 namespace forms::qt {
-class SheetView;
+class GridView;
 }
 
 namespace FlexCell {
@@ -14,7 +14,7 @@ namespace FlexCell {
 /// One cell of a grid, addressed by row and column.
 class Cell {
  public:
-  Cell(forms::qt::SheetView& view, int row, int column) : view_(view), row_(row), column_(column) {}
+  Cell(forms::qt::GridView& view, int row, int column) : view_(view), row_(row), column_(column) {}
 
   /// A check cell's text is "1" when it is checked; any other text shows as unchecked.
   std::u16string Text() const;
@@ -27,7 +27,7 @@ class Cell {
   void SetFocus();
 
  private:
-  forms::qt::SheetView& view_;
+  forms::qt::GridView& view_;
   int row_, column_;
 };
 

@@ -1,6 +1,6 @@
 #include "platform/forms/FlexCellColumn.h"
 
-#include "platform/forms/qt/SheetView.h"
+#include "platform/forms/qt/GridView.h"
 
 namespace FlexCell {
 

@@ -3,7 +3,7 @@
 #include "platform/forms/CellType.h"
 
 namespace forms::qt {
-class SheetView;
+class GridView;
 }
 
 namespace FlexCell {
@@ -11,7 +11,7 @@ namespace FlexCell {
 /// One column of a sheet.
 class Column {
  public:
-  Column(forms::qt::SheetView& view, int column) : view_(view), column_(column) {}
+  Column(forms::qt::GridView& view, int column) : view_(view), column_(column) {}
 
   /// Keeps the user from changing the column's cells; code may still change them.
   void Locked(bool readOnly);
@@ -23,7 +23,7 @@ class Column {
   void MaxLength(int characters);
 
  private:
-  forms::qt::SheetView& view_;
+  forms::qt::GridView& view_;
   int column_;
 };
 

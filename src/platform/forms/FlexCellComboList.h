@@ -3,7 +3,7 @@
 #include <string_view>
 
 namespace forms::qt {
-class SheetView;
+class GridView;
 }
 
 namespace FlexCell {
@@ -13,12 +13,12 @@ namespace FlexCell {
 /// cell.
 class ComboList {
  public:
-  ComboList(forms::qt::SheetView& view, int column) : view_(view), column_(column) {}
+  ComboList(forms::qt::GridView& view, int column) : view_(view), column_(column) {}
 
   void AddItem(std::u16string_view item);
 
  private:
-  forms::qt::SheetView& view_;
+  forms::qt::GridView& view_;
   int column_;
 };
 

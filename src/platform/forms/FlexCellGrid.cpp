@@ -1,6 +1,6 @@
 #include "platform/forms/FlexCellGrid.h"
 
-#include "platform/forms/qt/SheetView.h"
+#include "platform/forms/qt/GridView.h"
 #include "platform/runtime/RunTimeError.h"
 
 namespace FlexCell {
@@ -14,12 +14,12 @@ void requireInside(const QModelIndex& cell) {
 
 Grid::Grid(forms::Container& container, const GridDesign& design)
     : Control(container, design.control, 0,
-              new forms::qt::SheetView(container.client(), design,
-                                       {.click = Click, .comboClick = ComboClick})),
+              new forms::qt::GridView(container.client(), design,
+                                      {.click = Click, .comboClick = ComboClick})),
       design_(design) {}
 
-forms::qt::SheetView& Grid::view() const {
-  return static_cast<forms::qt::SheetView&>(*widget());
+forms::qt::GridView& Grid::view() const {
+  return static_cast<forms::qt::GridView&>(*widget());
 }
 
 void Grid::rescaled() {

@@ -47,7 +47,7 @@ class Grid : public forms::Control {
   void rescaled() override;
 
  private:
-  forms::qt::SheetView& view() const;
+  forms::qt::GridView& view() const;
 
   GridDesign design_;
   bool focusRect_ = true;

@@ -37,7 +37,7 @@ void Form::Unload() {
 }
 
 bool Form::unloaded() const {
-  return window_->hasLeft();
+  return window_->isClosed();
 }
 
 }  // namespace forms

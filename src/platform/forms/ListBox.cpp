@@ -72,7 +72,7 @@ void ListBox::OLEDrag() {
     if (OLEStartDrag) OLEStartDrag(data, effects);
   }
   listOf(widget()).drag(std::move(mime), toQt(effects));
-  process::unwindIfEnded();
+  process::unwindIfEnding();
 }
 
 }  // namespace forms

@@ -2,8 +2,8 @@
 
 #include <array>
 
+#include "platform/forms/qt/ButtonWidget.h"
 #include "platform/forms/qt/Faces.h"
-#include "platform/forms/qt/KeyFace.h"
 #include "platform/forms/qt/WideText.h"
 
 namespace MyCommandButton {
@@ -17,7 +17,7 @@ struct PaintedBy {
   MyButton::StateColour MyButton::*text;
 };
 
-/// In the order of `qt::KeyState`.
+/// In the order of `qt::ButtonState`.
 constexpr std::array<PaintedBy, 4> kPaintedBy{{
     {&MyButton::backcolor, &MyButton::forecolor},
     {&MyButton::backcolorfocus, &MyButton::forecolorfocus},
@@ -25,13 +25,13 @@ constexpr std::array<PaintedBy, 4> kPaintedBy{{
     {&MyButton::backcolordown, &MyButton::forecolordown},
 }};
 
-qt::KeyColours coloursOf(const MyButton& button, qt::KeyState state) {
+qt::ButtonColours coloursOf(const MyButton& button, qt::ButtonState state) {
   const PaintedBy& by = kPaintedBy[static_cast<std::size_t>(state)];
   return {(button.*by.back).painted(button.backcolor), (button.*by.text).painted(button.forecolor)};
 }
 
-qt::KeyFace& faceOf(QWidget* widget) {
-  return *static_cast<qt::KeyFace*>(widget);
+qt::ButtonWidget& buttonOf(QWidget* widget) {
+  return *static_cast<qt::ButtonWidget*>(widget);
 }
 
 }  // namespace
@@ -39,19 +39,20 @@ qt::KeyFace& faceOf(QWidget* widget) {
 void MyButton::StateColour::operator()(forms::Colour colour) {
   if (set_ == colour) return;
   set_ = colour;
-  faceOf(button_.widget()).update();
+  buttonOf(button_.widget()).update();
 }
 
 MyButton::MyButton(forms::Container& container, const ButtonDesign& design, std::int16_t index)
-    : Control(container, design, index,
-              new qt::KeyFace(container.client(),
-                              {.click = Click,
-                               .doubleClick = DblClick,
-                               .focus = GotFocus,
-                               .pointer = MouseOver,
-                               .drop = OLEDragDrop,
-                               .isCurrent = isCurrent},
-                              [this](qt::KeyState state) { return coloursOf(*this, state); })),
+    : Control(
+          container, design, index,
+          new qt::ButtonWidget(container.client(),
+                               {.click = Click,
+                                .doubleClick = DblClick,
+                                .focus = GotFocus,
+                                .pointer = MouseOver,
+                                .drop = OLEDragDrop,
+                                .isCurrent = isCurrent},
+                               [this](qt::ButtonState state) { return coloursOf(*this, state); })),
       font_{.name = std::u16string(design.font.face),
             .size = design.font.points,
             .weight = design.font.weight},
@@ -59,7 +60,7 @@ MyButton::MyButton(forms::Container& container, const ButtonDesign& design, std:
       transparentcolor_(design.transparentColour),
       extentx_(design.extentX),
       extenty_(design.extentY) {
-  qt::KeyFace& face = faceOf(widget());
+  qt::ButtonWidget& face = buttonOf(widget());
   if (design.isKey) {
     face.setKeyNumber(index);
     face.setObjectName(QStringLiteral("%1(%2)").arg(design.name).arg(index));
@@ -71,18 +72,18 @@ MyButton::MyButton(forms::Container& container, const ButtonDesign& design, std:
 }
 
 void MyButton::rescaled() {
-  faceOf(widget()).setScale(scale());
+  buttonOf(widget()).setScale(scale());
   applyFont();
 }
 
 void MyButton::applyFont() {
-  faceOf(widget()).setTextFont(qt::font(font_.name, font_.size * scale(), font_.weight));
+  buttonOf(widget()).setTextFont(qt::font(font_.name, font_.size * scale(), font_.weight));
 }
 
 void MyButton::caption(std::u16string_view text) {
   if (text == caption_) return;
   caption_ = text;
-  faceOf(widget()).setCaption(qt::toQt(caption_));
+  buttonOf(widget()).setCaption(qt::toQt(caption_));
 }
 
 void MyButton::font(std::u16string_view face) {
@@ -93,7 +94,7 @@ void MyButton::font(std::u16string_view face) {
 
 void MyButton::oledropmode(std::int16_t mode) {
   oledropmode_ = mode;
-  faceOf(widget()).setAcceptDrops(mode == forms::kDropManual);
+  buttonOf(widget()).setAcceptDrops(mode == forms::kDropManual);
 }
 
 }  // namespace MyCommandButton

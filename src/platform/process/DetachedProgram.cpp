@@ -30,7 +30,7 @@ struct Pipe {
   Pipe(const Pipe&) = delete;
   Pipe& operator=(const Pipe&) = delete;
 
-  void closeWriting() {
+  void closeWriteEnd() {
     ::close(ends[1]);
     writes = false;
   }
@@ -42,7 +42,7 @@ struct Pipe {
 /// Runs in the first child: forks a second child that executes the program, then exits, so that the
 /// program isn't a child of this process (double fork). Writes an error to `report`. Calls only
 /// async-signal-safe functions.
-[[noreturn]] void become(const char* program, const char* folder, int report) {
+[[noreturn]] void execDetached(const char* program, const char* folder, int report) {
   ::setsid();
   const pid_t child = ::fork();
   if (child == 0) {
@@ -63,8 +63,8 @@ int start(const std::string& program, const std::string& folder) {
   Pipe report;
   const pid_t child = ::fork();
   if (child < 0) return errno;
-  if (child == 0) become(program.c_str(), folder.c_str(), report.ends[1]);
-  report.closeWriting();
+  if (child == 0) execDetached(program.c_str(), folder.c_str(), report.ends[1]);
+  report.closeWriteEnd();
   while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
   }
   int problem = 0;

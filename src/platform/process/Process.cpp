@@ -65,7 +65,7 @@ void endProgram() {
   throw Ended{};
 }
 
-void unwindIfEnded() {
+void unwindIfEnding() {
   if (processEnd().stopped) throw Ended{};
 }
 
@@ -81,7 +81,7 @@ std::function<void()> onEnd(std::function<void()> exitLoop) {
 
 MessageAnswer MsgBox(const std::u16string& text, std::int32_t style, const std::u16string& title) {
   const MessageAnswer answer = host().showMessage(text, style, title);
-  unwindIfEnded();
+  unwindIfEnding();
   return answer;
 }
 

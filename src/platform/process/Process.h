@@ -20,7 +20,7 @@ void dispatch(const std::function<void()>& handler);
 
 /// Unwinds to the dispatcher if the program's end has begun. Must be called after each modal loop,
 /// since other events may have ended the program in it.
-void unwindIfEnded();
+void unwindIfEnding();
 
 /// True once `Host::endProcess` has returned, which it does only in tests. Every modal loop returns
 /// then.

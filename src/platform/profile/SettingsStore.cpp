@@ -40,7 +40,7 @@ bool needsEscape(char16_t unit) {
          runtime::isLowSurrogate(unit);
 }
 
-bool hasOddUnit(std::u16string_view text) {
+bool needsEscaping(std::u16string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     const bool pair = i + 1 < text.size() && runtime::isHighSurrogate(text[i]) &&
                       runtime::isLowSurrogate(text[i + 1]);
@@ -54,7 +54,7 @@ bool hasOddUnit(std::u16string_view text) {
 }
 
 std::string encoded(std::u16string_view value) {
-  if (!hasOddUnit(value) && !value.starts_with(kEscapeMark)) return runtime::toUtf8(value);
+  if (!needsEscaping(value) && !value.starts_with(kEscapeMark)) return runtime::toUtf8(value);
   std::u16string text(kEscapeMark);
   for (const char16_t unit : value) {
     if (unit == u'\\') {
@@ -148,7 +148,7 @@ void createPrivateFolder(const fs::path& folder) {
 }
 
 /// Removes the byte order mark and returns it, empty where there is none.
-std::string takeMark(std::string& bytes) {
+std::string takeByteOrderMark(std::string& bytes) {
   if (!bytes.starts_with(kByteOrderMark)) return {};
   bytes.erase(0, kByteOrderMark.size());
   return std::string(kByteOrderMark);
@@ -156,7 +156,7 @@ std::string takeMark(std::string& bytes) {
 
 /// False for names that could not be read back from a line.
 bool isName(std::u16string_view name, std::u16string_view forbidden) {
-  return !name.empty() && !hasOddUnit(name) && name == runtime::trim(name) &&
+  return !name.empty() && !needsEscaping(name) && name == runtime::trim(name) &&
          name.find_first_of(forbidden) == name.npos && name.front() != u';';
 }
 
@@ -173,7 +173,7 @@ std::u16string GetSetting(std::u16string_view application, std::u16string_view s
   checkNames(application, section, key);
   try {
     std::string bytes = files::readContent(settingsFile(application)).value_or("");
-    takeMark(bytes);
+    takeByteOrderMark(bytes);
     const IniText text(std::move(bytes), foldedName);
     const auto stored = text.value(runtime::toUtf8(section), runtime::toUtf8(key));
     return stored ? decoded(*stored) : std::u16string(defaultValue);
@@ -191,7 +191,7 @@ void SaveSetting(std::u16string_view application, std::u16string_view section,
     createPrivateFolder(file.parent_path());
     files::changeContent(file, [&](std::string bytes) {
       if (IniText::isUtf16(bytes)) throw RunTimeError(ErrorNumber::PathFileAccess);
-      const std::string mark = takeMark(bytes);
+      const std::string mark = takeByteOrderMark(bytes);
       const std::string_view lineEnd = bytes.find("\r\n") == bytes.npos ? "\n" : "\r\n";
       IniText text(std::move(bytes), foldedName);
       text.setValue(runtime::toUtf8(section), runtime::toUtf8(key), encoded(value), lineEnd);

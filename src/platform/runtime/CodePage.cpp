@@ -12,7 +12,7 @@ namespace runtime {
 namespace {
 
 constexpr char16_t kReplacement = 0xFFFD;
-constexpr char16_t kAscii = 0x80;  // below it, each character is its own byte
+constexpr char16_t kAsciiEnd = 0x80;  // below it, each character is its own byte
 
 /// The C library's conversion table of the code page, read once.
 class CodePage {
@@ -25,7 +25,7 @@ class CodePage {
   char16_t character(char byte) const { return characters_[static_cast<unsigned char>(byte)]; }
 
   char byte(char16_t unit) const {
-    if (unit < kAscii) return static_cast<char>(unit);
+    if (unit < kAsciiEnd) return static_cast<char>(unit);
     const auto found = bytes_.find(unit);
     return found == bytes_.end() ? '?' : found->second;
   }

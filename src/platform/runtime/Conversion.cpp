@@ -111,10 +111,10 @@ void takeExponent(Cursor& cursor, DecimalNumber& number) {
     cursor.backTo(start);
     return;
   }
-  constexpr long kFarEnough = 1'000'000'000;
+  constexpr long kMaxExponent = 1'000'000'000;
   long exponent = 0;
   for (; isDigit(cursor.next()); cursor.advance())
-    if (exponent < kFarEnough) exponent = exponent * 10 + (cursor.next() - u'0');
+    if (exponent < kMaxExponent) exponent = exponent * 10 + (cursor.next() - u'0');
   number.point += negative ? -exponent : exponent;
 }
 

@@ -36,7 +36,7 @@ FileShape::Map mapAt(const jet::TableSource& source, jet::RowPointer at) {
 
 void compareMaps(const FileShape::Map& before, const FileShape::Map& after, const std::string& name,
                  std::set<std::string>& kinds) {
-  if (!before.inReferences && after.inReferences)
+  if (!before.isReference && after.isReference)
     kinds.insert(name + " turned into references");
   else if (after.bitmaps > before.bitmaps)
     kinds.insert(name + " given a bitmap");

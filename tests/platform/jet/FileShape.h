@@ -18,7 +18,7 @@ namespace jettest {
 /// indexes, the usage maps.
 struct FileShape {
   struct Map {
-    bool inReferences = false;
+    bool isReference = false;
     jet::PageNumber firstPage;
     std::size_t length = 0;
     std::ptrdiff_t bitmaps = 0;  ///< bitmap pages of a reference map

@@ -44,9 +44,9 @@ std::vector<Change> emptying(const fs::path& file, std::u16string_view password,
 }
 
 /// Makes changes, and interrupts those that are the first of a kind that is still missing.
-class Hunt {
+class KindSearch {
  public:
-  Hunt(const StoreFile& store, std::set<std::string> missing, std::uint32_t seed)
+  KindSearch(const StoreFile& store, std::set<std::string> missing, std::uint32_t seed)
       : password_(store.password),
         file_(scratch_.copy(store.path)),
         generator_(seed),
@@ -166,7 +166,7 @@ TEST_P(CutMadeFile, LosesNothingInAShop) {
     order.encodingKey = GetParam().encodingKey;
     const StoreFile file{scratch.folder() / "shop.mdb", kStorePassword};
     makestore::shopStore(order).write(file.path);
-    Hunt hunt(file, missing, 3);
+    KindSearch hunt(file, missing, 3);
     hunt.byTexts(u"tblStock", 1500);
     hunt.byEmptying(u"tblStock");
     missing = hunt.missing();
@@ -229,9 +229,9 @@ TEST(ALoweredBound, ReachesTheDiskBeforeTheNextChange) {
     }
     if (kindsOf(before, shapeOf(file, kStorePassword, change)) != wanted) continue;
     EXPECT_EQ(syncs, 5);  // the four of each change, and that of the bound
-    ++lowered;
+    if (++lowered == 2) break;
   }
-  EXPECT_GT(lowered, 1);
+  EXPECT_EQ(lowered, 2);
 }
 
 TEST_P(CutMadeFile, LosesNothingOfLongValues) {
@@ -317,10 +317,10 @@ TEST_P(CutMadeFile, LosesNothingWhereADeepIndexGrowsAndShrinks) {
   };
   addTexts(store, u"Texts", rows, longText);
   store.write(file);
-  Hunt hunt({file, u""},
-            {"root grown to level 3", "node split at level 2", "leaf unlinked",
-             "node unlinked at level 1"},
-            3);
+  KindSearch hunt({file, u""},
+                  {"root grown to level 3", "node split at level 2", "leaf unlinked",
+                   "node unlinked at level 1"},
+                  3);
   hunt.byValues(u"Texts", jet::ColumnIndex(1),
                 [&](std::size_t row) { return longText(row * 37 % rows + rows); });
   hunt.byValues(u"Texts", jet::ColumnIndex(2), [&](std::size_t row) { return longText(row + 1); });
@@ -380,7 +380,7 @@ TEST_P(CutMadeFile, LosesNothingWhereUsageMapsGrow) {
     ASSERT_TRUE(rows.replace(jet::SlotNumber(0), map.encode(), jet::SlotMark::Row));
   });
   const auto cut = [&](const std::u16string& table, const std::set<std::string>& kinds) {
-    Hunt hunt({file, u""}, kinds, 5);
+    KindSearch hunt({file, u""}, kinds, 5);
     hunt.byTexts(table, 400);
     EXPECT_EQ(hunt.missing(), std::set<std::string>());
   };
@@ -415,7 +415,7 @@ TEST_P(CutMadeFile, LosesNothingWhereMapsGainBitmaps) {
       std::ranges::fill(map.bitmapPages, jet::kNoPage);
       ASSERT_TRUE(rows.replace(at.slot, map.encode(), jet::SlotMark::Row));
     });
-  Hunt hunt({file, u""}, {"map given a bitmap", "global map given a bitmap"}, 5);
+  KindSearch hunt({file, u""}, {"map given a bitmap", "global map given a bitmap"}, 5);
   hunt.byTexts(u"Texts", 400);
   EXPECT_EQ(hunt.missing(), std::set<std::string>());
 }

@@ -10,10 +10,10 @@ namespace forms::qt {
 namespace {
 
 /// The least width of narrowed glyphs, in per cent of their own width.
-constexpr int kNarrowest = 80;
+constexpr int kMinGlyphWidthPercent = 80;
 /// Lower bound for the area of one character, in square pixels: limits how much of a very long
 /// caption is laid out.
-constexpr int kLeastGlyph = 4;
+constexpr int kMinGlyphArea = 4;
 
 QTextOption centred(QTextOption::WrapMode wrap) {
   QTextOption option(Qt::AlignHCenter);
@@ -110,7 +110,7 @@ QString CaptionLayout::broken(const QString& text, qreal narrowing) const {
 
 void CaptionLayout::layOut(int reserve) {
   constexpr auto kWords = QTextOption::WordWrap;
-  QString text = caption_.left(qsizetype{size_.width()} * size_.height() / kLeastGlyph);
+  QString text = caption_.left(qsizetype{size_.width()} * size_.height() / kMinGlyphArea);
   text.replace("\r\n", QString(QChar::LineSeparator));
   text.replace('\r', QChar::LineSeparator);
   text.replace('\n', QChar::LineSeparator);
@@ -120,8 +120,8 @@ void CaptionLayout::layOut(int reserve) {
   reserve_ = reserve;
   if (fits(text, 1, false, kWords) || fits(text, 1, true, kWords)) return;
 
-  if (fits(text, kNarrowest / 100.0, true, kWords)) {
-    int fitting = kNarrowest;
+  if (fits(text, kMinGlyphWidthPercent / 100.0, true, kWords)) {
+    int fitting = kMinGlyphWidthPercent;
     int tooWide = 100;
     while (tooWide - fitting > 1) {
       const int middle = (fitting + tooWide) / 2;
@@ -130,7 +130,8 @@ void CaptionLayout::layOut(int reserve) {
     fits(text, fitting / 100.0, true, kWords);
     return;
   }
-  fits(broken(text, kNarrowest / 100.0), kNarrowest / 100.0, true, QTextOption::NoWrap);
+  fits(broken(text, kMinGlyphWidthPercent / 100.0), kMinGlyphWidthPercent / 100.0, true,
+       QTextOption::NoWrap);
 }
 
 void CaptionLayout::paint(QPainter& painter, const QRect& area, int reserve) {

@@ -6,8 +6,8 @@
 #include <QWheelEvent>
 
 #include "platform/forms/qt/EntryPainter.h"
+#include "platform/forms/qt/GridView.h"
 #include "platform/forms/qt/Later.h"
-#include "platform/forms/qt/SheetView.h"
 
 namespace forms::qt {
 namespace {
@@ -17,7 +17,7 @@ constexpr int kEntryInset = kCellInset - kEditorMargins.left() - 1;
 
 }  // namespace
 
-CellDropDown::CellDropDown(SheetView& view) : QComboBox(view.viewport()), view_(view) {
+CellDropDown::CellDropDown(GridView& view) : QComboBox(view.viewport()), view_(view) {
   setFocusPolicy(Qt::ClickFocus);
   setMaxVisibleItems(12);
   setItemDelegate(new EntryPainter(kEntryInset, this));
@@ -40,8 +40,8 @@ void CellDropDown::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), colours.active);
   const QRect cell = rect().marginsAdded(kEditorMargins).adjusted(0, 0, -1, -1);
-  SheetPainter::paintDropDown(painter, cell, view_.sheet().text(view_.currentIndex()),
-                              colours.activeText);
+  GridPainter::paintDropDown(painter, cell, view_.sheet().text(view_.currentIndex()),
+                             colours.activeText);
 }
 
 void CellDropDown::keyPressEvent(QKeyEvent* event) {

@@ -6,14 +6,14 @@
 
 namespace forms::qt {
 
-class SheetView;
+class GridView;
 
 /// The editor of a grid's active cell when that is a drop-down cell. A click, F4, Alt with an arrow
 /// key, the space bar or a letter opens the list; a letter also selects an entry that begins with
 /// it. While the list is closed, other keys move the active cell and don't change the choice.
 class CellDropDown final : public QComboBox {
  public:
-  explicit CellDropDown(SheetView& view);
+  explicit CellDropDown(GridView& view);
   void showPopup() override;
   void hidePopup() override;
 
@@ -26,7 +26,7 @@ class CellDropDown final : public QComboBox {
   bool focusNextPrevChild(bool next) override;
 
  private:
-  SheetView& view_;
+  GridView& view_;
   LeftPress press_;
 };
 

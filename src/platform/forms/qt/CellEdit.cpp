@@ -2,8 +2,8 @@
 
 #include <QKeyEvent>
 
-#include "platform/forms/qt/InCodePage.h"
-#include "platform/forms/qt/SheetView.h"
+#include "platform/forms/qt/CodePageValidator.h"
+#include "platform/forms/qt/GridView.h"
 
 namespace forms::qt {
 namespace {
@@ -13,12 +13,12 @@ constexpr int kOwnInset = 2;
 
 }  // namespace
 
-CellEdit::CellEdit(SheetView& view) : QLineEdit(view.viewport()), view_(view) {
+CellEdit::CellEdit(GridView& view) : QLineEdit(view.viewport()), view_(view) {
   setFrame(false);
   setTextMargins(kCellInset - kEditorMargins.left() - kOwnInset, 0,
                  kCellInset - kEditorMargins.right() - kOwnInset, 0);
   setFocusPolicy(Qt::ClickFocus);
-  new InCodePage(*this);
+  new CodePageValidator(*this);
   hide();
 }
 

@@ -6,13 +6,13 @@
 
 namespace forms::qt {
 
-class SheetView;
+class GridView;
 
 /// The editor of a grid's active cell when that is a text cell: typed text changes the cell at
 /// once. Keys without a meaning in a one-line editor move the active cell.
 class CellEdit final : public QLineEdit {
  public:
-  explicit CellEdit(SheetView& view);
+  explicit CellEdit(GridView& view);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -22,7 +22,7 @@ class CellEdit final : public QLineEdit {
   bool focusNextPrevChild(bool next) override;
 
  private:
-  SheetView& view_;
+  GridView& view_;
   LeftPress press_;
 };
 

@@ -7,14 +7,14 @@
 namespace forms::qt {
 
 ColourDialog::ColourDialog(QWidget* parent) : QColorDialog(parent) {
-  constexpr int kClose = 2;
+  constexpr int kTightSpacing = 2;
   constexpr double kStep = 0.5;
   setWindowTitle(QStringLiteral("Colour"));
   setOption(QColorDialog::DontUseNativeDialog);
   if (fits()) return;
   for (QLayout* part : findChildren<QLayout*>()) {
-    part->setSpacing(kClose);
-    part->setContentsMargins(kClose, kClose, kClose, kClose);
+    part->setSpacing(kTightSpacing);
+    part->setContentsMargins(kTightSpacing, kTightSpacing, kTightSpacing, kTightSpacing);
   }
   QFont smaller = font();
   const double least = smaller.pointSizeF() / devicePixelRatioF();

@@ -7,7 +7,7 @@ namespace forms::qt {
 namespace {
 
 constexpr quint32 kSystemBit = 0x80000000;
-constexpr double kReadable = 4.5;
+constexpr double kReadableContrast = 4.5;
 
 /// A system colour: its role in the palette, and its default value in the light theme.
 struct SystemColour {
@@ -77,7 +77,7 @@ QColor textOn(Colour text, const QColor& background, const QPalette& palette) {
   const QColor drawn = drawnColour(text, palette);
   if (!isSystem(text)) return drawn;
   const double drawnContrast = contrast(drawn, background);
-  if (drawnContrast >= kReadable) return drawn;
+  if (drawnContrast >= kReadableContrast) return drawn;
   const QColor classic(systemColour(text).classic);
   return contrast(classic, background) > drawnContrast ? classic : drawn;
 }

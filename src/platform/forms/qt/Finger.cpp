@@ -37,12 +37,12 @@ void Finger::press(const QMouseEvent& event) {
   const bool stops = scroller->state() == QScroller::Scrolling;
   scroller->handleInput(QScroller::InputPress, event.position(), timeOf(event));
   press_.reset(event.clone());
-  meaning_ = stops ? Meaning::Scroll : Meaning::Open;
+  gesture_ = stops ? Gesture::Scroll : Gesture::Open;
   if (!stops) held_.start();
 }
 
 void Finger::move(const QMouseEvent& event) {
-  if (meaning_ == Meaning::Open) {
+  if (gesture_ == Gesture::Open) {
     const QPointF way = event.position() - press_->position();
     if (way.manhattanLength() < QApplication::startDragDistance()) return;
     if (std::abs(way.x()) > std::abs(way.y())) {
@@ -50,27 +50,27 @@ void Finger::move(const QMouseEvent& event) {
       return;
     }
     held_.stop();
-    meaning_ = Meaning::Scroll;
+    gesture_ = Gesture::Scroll;
   }
-  if (meaning_ == Meaning::Scroll)
+  if (gesture_ == Gesture::Scroll)
     QScroller::scroller(&list_)->handleInput(QScroller::InputMove, event.position(), timeOf(event));
 }
 
 void Finger::release(const QMouseEvent& event) {
   held_.stop();
-  const Meaning meaning = std::exchange(meaning_, Meaning::None);
-  if (meaning == Meaning::None) return;
+  const Gesture meaning = std::exchange(gesture_, Gesture::None);
+  if (meaning == Gesture::None) return;
   QScroller::scroller(&list_)->handleInput(QScroller::InputRelease, event.position(),
                                            timeOf(event));
-  if (meaning == Meaning::Open) gestures_.tap(*press_);
+  if (meaning == Gesture::Open) gestures_.tap(*press_);
 }
 
 void Finger::beginDrag() {
   held_.stop();
   QScroller::scroller(&list_)->stop();
-  meaning_ = Meaning::Drag;
+  gesture_ = Gesture::Drag;
   gestures_.drag(*press_);
-  meaning_ = Meaning::None;
+  gesture_ = Gesture::None;
 }
 
 }  // namespace forms::qt

@@ -28,17 +28,17 @@ class Finger {
   void press(const QMouseEvent& event);
   void move(const QMouseEvent& event);
   void release(const QMouseEvent& event);
-  bool drags() const { return meaning_ == Meaning::Drag; }
+  bool drags() const { return gesture_ == Gesture::Drag; }
 
  private:
-  enum class Meaning { None, Open, Scroll, Drag };
+  enum class Gesture { None, Open, Scroll, Drag };
   void beginDrag();
 
   QAbstractScrollArea& list_;
   Gestures gestures_;
   QTimer held_;
   std::unique_ptr<QMouseEvent> press_;
-  Meaning meaning_ = Meaning::None;
+  Gesture gesture_ = Gesture::None;
 };
 
 }  // namespace forms::qt

@@ -4,21 +4,21 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "platform/forms/qt/KeyFace.h"
+#include "platform/forms/qt/ButtonWidget.h"
 
 namespace forms::qt {
 namespace {
 
-QList<KeyFace*> shownKeys(const KeyFace& key) {
-  QList<KeyFace*> keys;
+QList<ButtonWidget*> shownKeys(const ButtonWidget& key) {
+  QList<ButtonWidget*> keys;
   for (QObject* sibling : key.parentWidget()->children()) {
-    auto* const face = dynamic_cast<KeyFace*>(sibling);
+    auto* const face = dynamic_cast<ButtonWidget*>(sibling);
     if (face != nullptr && face->isKey() && !face->isHidden()) keys.append(face);
   }
   return keys;
 }
 
-QPoint centre(const KeyFace& key) {
+QPoint centre(const ButtonWidget& key) {
   return key.geometry().center();
 }
 
@@ -38,10 +38,10 @@ int linesBefore(int at, int extent, QList<int> centres) {
 
 }  // namespace
 
-GridPosition positionOf(const KeyFace& key) {
+GridPosition positionOf(const ButtonWidget& key) {
   QList<int> across;
   QList<int> down;
-  for (const KeyFace* other : shownKeys(key)) {
+  for (const ButtonWidget* other : shownKeys(key)) {
     across.append(centre(*other).x());
     down.append(centre(*other).y());
   }
@@ -49,26 +49,26 @@ GridPosition positionOf(const KeyFace& key) {
           .column = 1 + linesBefore(centre(key).x(), key.width(), across)};
 }
 
-KeyFace* neighbour(const KeyFace& key, int arrow) {
+ButtonWidget* neighbour(const ButtonWidget& key, int arrow) {
   const bool across = arrow == Qt::Key_Left || arrow == Qt::Key_Right;
   if (!across && arrow != Qt::Key_Up && arrow != Qt::Key_Down) return nullptr;
   const int sign = arrow == Qt::Key_Right || arrow == Qt::Key_Down ? 1 : -1;
-  KeyFace* nearest = nullptr;
-  int nearestWay = 0;
-  for (KeyFace* other : shownKeys(key)) {
+  ButtonWidget* nearest = nullptr;
+  int nearestDistance = 0;
+  for (ButtonWidget* other : shownKeys(key)) {
     const QPoint apart = centre(*other) - centre(key);
-    const int way = sign * (across ? apart.x() : apart.y());
+    const int distance = sign * (across ? apart.x() : apart.y());
     const bool inLine =
         across ? std::abs(apart.y()) < key.height() / 2 : std::abs(apart.x()) < key.width() / 2;
-    if (!inLine || way <= 0 || (nearest != nullptr && way >= nearestWay)) continue;
+    if (!inLine || distance <= 0 || (nearest != nullptr && distance >= nearestDistance)) continue;
     nearest = other;
-    nearestWay = way;
+    nearestDistance = distance;
   }
   return nearest;
 }
 
-void tellCurrentKeys(const KeyFace& key) {
-  for (KeyFace* other : shownKeys(key)) other->tellCurrent();
+void announceCurrentKeys(const ButtonWidget& key) {
+  for (ButtonWidget* other : shownKeys(key)) other->announceCurrent();
 }
 
 }  // namespace forms::qt

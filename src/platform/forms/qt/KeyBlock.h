@@ -4,20 +4,20 @@
 
 namespace forms::qt {
 
-class KeyFace;
+class ButtonWidget;
 
 /// Row and column of a key among the visible keys of its container, counted from 1.
 struct GridPosition {
   int row;
   int column;
 };
-GridPosition positionOf(const KeyFace& key);
+GridPosition positionOf(const ButtonWidget& key);
 
 /// The next shown key in the direction of an arrow key, in the same row or column; null where there
 /// is none, and for any other key of the keyboard.
-KeyFace* neighbour(const KeyFace& key, int arrow);
+ButtonWidget* neighbour(const ButtonWidget& key, int arrow);
 
 /// Tells screen readers which keys of the key block have become current or are no longer current.
-void tellCurrentKeys(const KeyFace& key);
+void announceCurrentKeys(const ButtonWidget& key);
 
 }  // namespace forms::qt

@@ -54,7 +54,7 @@ void paintDropDownFrame(QPainter& painter, const QStyleOption& option) {
 }
 
 /// A box in the palette's base colour with a tick in its text colour.
-void paintTickBox(QPainter& painter, const QStyleOption& option) {
+void paintCheckBoxIndicator(QPainter& painter, const QStyleOption& option) {
   const QColor base = option.palette.color(QPalette::Base);
   const QColor text = option.palette.color(QPalette::Text);
   const bool sunken = (option.state & QStyle::State_Sunken) != 0;
@@ -64,7 +64,7 @@ void paintTickBox(QPainter& painter, const QStyleOption& option) {
     frames.fill(sunken ? mixed(base, text, 0.15) : base);
     frames.frame(mixed(base, text, pointedAt ? 0.8 : 0.5), 1, 0);
   }
-  if ((option.state & QStyle::State_On) != 0) paintCheckMark(painter, option.rect, text);
+  if ((option.state & QStyle::State_On) != 0) paintCheckBoxMark(painter, option.rect, text);
   if ((option.state & QStyle::State_NoChange) != 0)
     DeviceFrames(painter, option.rect.adjusted(4, 4, -4, -4), 1).fill(mixed(base, text, 0.5));
 }
@@ -106,7 +106,7 @@ void Look::drawPrimitive(PrimitiveElement element, const QStyleOption* option, Q
   else if (element == PE_Frame && isDropDownFrame(widget))
     paintDropDownFrame(*painter, *option);
   else if (element == PE_IndicatorCheckBox)
-    paintTickBox(*painter, *option);
+    paintCheckBoxIndicator(*painter, *option);
   else
     QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
@@ -138,9 +138,9 @@ QIcon Look::standardIcon(StandardPixmap icon, const QStyleOption* option,
                          const QWidget* widget) const {
   switch (icon) {
     case SP_MessageBoxInformation:
-      return noteIcon(Note::Information);
+      return messageIcon(MessageIcon::Information);
     case SP_MessageBoxCritical:
-      return noteIcon(Note::Failure);
+      return messageIcon(MessageIcon::Failure);
     default:
       return QProxyStyle::standardIcon(icon, option, widget);
   }

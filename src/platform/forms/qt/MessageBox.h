@@ -18,7 +18,7 @@ class MessageBox final : public QMessageBox {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  bool asks_;
+  bool isQuestion_;
 };
 
 }  // namespace forms::qt

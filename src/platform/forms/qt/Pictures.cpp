@@ -46,7 +46,7 @@ void paintDropArrow(QPainter& painter, const QRect& area, const QColor& colour) 
   paintLine(painter, arrow, colour, 1.75);
 }
 
-void paintCheckMark(QPainter& painter, const QRect& box, const QColor& colour) {
+void paintCheckBoxMark(QPainter& painter, const QRect& box, const QColor& colour) {
   const QPointF from = QRectF(box).topLeft();
   const qreal size = box.width() / 16.0;
   QPainterPath mark(from + QPointF(4, 8.2) * size);
@@ -78,7 +78,7 @@ QIcon programIcon() {
   return icon;
 }
 
-QIcon noteIcon(Note note) {
+QIcon messageIcon(MessageIcon note) {
   QIcon icon;
   for (const int size : {32, 48, 64, 96}) {
     QPixmap picture(size, size);
@@ -87,10 +87,11 @@ QIcon noteIcon(Note note) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(size / 32.0, size / 32.0);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(note == Note::Failure ? QColor(0xc6, 0x28, 0x28) : QColor(0x1e, 0x6f, 0xb8));
+    painter.setBrush(note == MessageIcon::Failure ? QColor(0xc6, 0x28, 0x28)
+                                                  : QColor(0x1e, 0x6f, 0xb8));
     painter.drawEllipse(QRectF(1, 1, 30, 30));
     painter.setPen(QPen(Qt::white, 3.2, Qt::SolidLine, Qt::RoundCap));
-    if (note == Note::Failure) {
+    if (note == MessageIcon::Failure) {
       painter.drawLine(QPointF(11, 11), QPointF(21, 21));
       painter.drawLine(QPointF(21, 11), QPointF(11, 21));
     } else {

@@ -15,14 +15,14 @@ void paintDropArrow(QPainter& painter, const QRect& area, const QColor& colour);
 inline constexpr int kDropArrowRoom = 18;
 
 /// The mark inside a checked check box.
-void paintCheckMark(QPainter& painter, const QRect& box, const QColor& colour);
+void paintCheckBoxMark(QPainter& painter, const QRect& box, const QColor& colour);
 
 /// The program's icon: a block of keys, one of them lit.
 QIcon programIcon();
 
 /// The icon of a message box.
-enum class Note { Information, Failure };
-QIcon noteIcon(Note note);
+enum class MessageIcon { Information, Failure };
+QIcon messageIcon(MessageIcon note);
 
 /// The picture under the pointer while a text is dragged.
 QPixmap dragPicture(const QString& text, const QFont& font, const QPalette& palette, qreal density);

@@ -26,13 +26,13 @@ void raise(const Event<Arguments...>& event, Values&&... values) {
 
 /// Registers `exitLoop` for the lifetime of a modal loop: it is called when the program ends under
 /// a test's host, which doesn't end the process.
-class EndWatch {
+class EndRegistration {
  public:
-  explicit EndWatch(std::function<void()> exitLoop)
+  explicit EndRegistration(std::function<void()> exitLoop)
       : unregister_(process::onEnd(std::move(exitLoop))) {}
-  ~EndWatch() { unregister_(); }
-  EndWatch(const EndWatch&) = delete;
-  EndWatch& operator=(const EndWatch&) = delete;
+  ~EndRegistration() { unregister_(); }
+  EndRegistration(const EndRegistration&) = delete;
+  EndRegistration& operator=(const EndRegistration&) = delete;
 
  private:
   WaitPointer wait_;

@@ -4,8 +4,8 @@
 #include <QAccessibleWidget>
 #include <QComboBox>
 
-#include "platform/forms/qt/EntryReader.h"
-#include "platform/forms/qt/KeyReader.h"
+#include "platform/forms/qt/ButtonAccessible.h"
+#include "platform/forms/qt/EntryAccessible.h"
 
 namespace forms::qt {
 namespace {
@@ -20,9 +20,9 @@ class ScreenReader : public QAccessibleWidget {
 
 /// A drop-down list as screen readers see it. The toolkit would use the chosen entry as its name;
 /// here it keeps its own name, and the chosen entry is its value and description.
-class DropDownReader : public QAccessibleWidget {
+class DropDownAccessible : public QAccessibleWidget {
  public:
-  explicit DropDownReader(QComboBox* box) : QAccessibleWidget(box, QAccessible::ComboBox) {}
+  explicit DropDownAccessible(QComboBox* box) : QAccessibleWidget(box, QAccessible::ComboBox) {}
 
   QString text(QAccessible::Text kind) const override {
     const bool chosen = kind == QAccessible::Value || kind == QAccessible::Description;
@@ -62,11 +62,11 @@ class DropDownReader : public QAccessibleWidget {
   QComboBox* box() const { return static_cast<QComboBox*>(widget()); }
 };
 
-QAccessibleInterface* makeReader(const QString&, QObject* object) {
-  if (auto* face = dynamic_cast<KeyFace*>(object)) return new KeyReader(*face);
-  if (auto* list = dynamic_cast<EntryList*>(object)) return new EntryListReader(*list);
+QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
+  if (auto* face = dynamic_cast<ButtonWidget*>(object)) return new ButtonAccessible(*face);
+  if (auto* list = dynamic_cast<EntryList*>(object)) return new EntryListAccessible(*list);
   if (auto* box = qobject_cast<QComboBox*>(object); box != nullptr && !box->isEditable())
-    return new DropDownReader(box);
+    return new DropDownAccessible(box);
   auto* widget = qobject_cast<QWidget*>(object);
   const bool isPlain = QLatin1String(object->metaObject()->className()) == QLatin1String("QWidget");
   if (widget != nullptr && widget->isWindow() && isPlain) return new ScreenReader(widget);
@@ -75,8 +75,8 @@ QAccessibleInterface* makeReader(const QString&, QObject* object) {
 
 }  // namespace
 
-void installReaders() {
-  QAccessible::installFactory(makeReader);
+void installAccessibleFactory() {
+  QAccessible::installFactory(makeAccessible);
 }
 
 }  // namespace forms::qt

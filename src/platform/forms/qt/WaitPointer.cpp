@@ -11,24 +11,24 @@ bool shown = false;
 
 }  // namespace
 
-WaitPointer::WaitPointer() : nested_(began().has_value()) {
+WaitPointer::WaitPointer() : nested_(startTime().has_value()) {
   hide();
-  began() = Clock::now();
+  startTime() = Clock::now();
 }
 
 WaitPointer::~WaitPointer() {
   hide();
-  began() = nested_ ? std::optional(Clock::now()) : std::nullopt;
+  startTime() = nested_ ? std::optional(Clock::now()) : std::nullopt;
 }
 
 void WaitPointer::showIfLate() {
-  constexpr std::chrono::milliseconds kPatience{300};
-  if (shown || !began() || Clock::now() - *began() < kPatience) return;
+  constexpr std::chrono::milliseconds kDelay{300};
+  if (shown || !startTime() || Clock::now() - *startTime() < kDelay) return;
   shown = true;
   QGuiApplication::setOverrideCursor(Qt::WaitCursor);
 }
 
-std::optional<WaitPointer::Clock::time_point>& WaitPointer::began() {
+std::optional<WaitPointer::Clock::time_point>& WaitPointer::startTime() {
   static std::optional<Clock::time_point> time;
   return time;
 }

@@ -20,7 +20,7 @@ class WaitPointer {
 
  private:
   using Clock = std::chrono::steady_clock;
-  static std::optional<Clock::time_point>& began();
+  static std::optional<Clock::time_point>& startTime();
   static void hide();
 
   bool nested_;

@@ -14,12 +14,12 @@
 #include <utility>
 
 #include "platform/forms/qt/Colours.h"
-#include "platform/forms/qt/Edge.h"
 #include "platform/forms/qt/Later.h"
 #include "platform/forms/qt/Pixels.h"
 #include "platform/forms/qt/Raise.h"
 #include "platform/forms/qt/TaskBars.h"
 #include "platform/forms/qt/WideText.h"
+#include "platform/forms/qt/WindowBorder.h"
 #include "platform/forms/qt/WindowNames.h"
 
 namespace forms::qt {
@@ -160,14 +160,14 @@ void Window::appear() {
 
 void Window::appearModal() {
   QEventLoop loop;
-  const EndWatch watch([&loop] { loop.quit(); });
+  const EndRegistration watch([&loop] { loop.quit(); });
   modalLoop_ = &loop;
   setWindowModality(Qt::ApplicationModal);
   appear();
   if (!process::hasEnded()) loop.exec();
   modalLoop_ = nullptr;
   hide();
-  process::unwindIfEnded();
+  process::unwindIfEnding();
   // A slow window manager can leave the keyboard focus with a box that has closed.
   QWindow* below = windowHandle()->transientParent();
   if (below != nullptr && below->isVisible()) below->requestActivate();
@@ -175,15 +175,15 @@ void Window::appearModal() {
 
 /// On a display without a window manager: maximises the window itself and draws a border around a
 /// dialog, which has no frame there.
-void Window::adaptToNoManager() {
+void Window::adaptToMissingWindowManager() {
   if (isMaximized() && size() == clientSize())
     windowHandle()->setGeometry(screen()->availableGeometry());
   if (design_.border == BorderStyle::FixedDialog && windowHandle()->frameMargins().isNull())
-    new Edge(this);
+    new WindowBorder(this);
 }
 
 void Window::leave() {
-  if (std::exchange(left_, true)) return;
+  if (std::exchange(closed_, true)) return;
   for (QTimer* timer : findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly)) timer->stop();
   hide();
   if (modalLoop_ != nullptr) modalLoop_->quit();
@@ -208,9 +208,9 @@ void Window::orderTabs() {
 void Window::paintEvent(QPaintEvent* event) {
   // A window manager maximises and frames a window before it shows it, or at once afterwards.
   constexpr std::chrono::milliseconds kGrace{250};
-  if (!std::exchange(seen_, true))
+  if (!std::exchange(painted_, true))
     later(
-        *this, [this] { adaptToNoManager(); }, kGrace);
+        *this, [this] { adaptToMissingWindowManager(); }, kGrace);
   QPainter(this).fillRect(event->rect(), drawnColour(design_.backColour, palette()));
 }
 

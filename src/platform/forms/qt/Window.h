@@ -36,7 +36,7 @@ class Window final : public QWidget {
   void appearModal();
   /// Closes the screen for good.
   void leave();
-  bool hasLeft() const { return left_; }
+  bool isClosed() const { return closed_; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -51,7 +51,7 @@ class Window final : public QWidget {
   void fitDesktop();
   void fixSize();
   bool staysMaximised() const;
-  void adaptToNoManager();
+  void adaptToMissingWindowManager();
   void centre();
   void orderTabs();
 
@@ -59,8 +59,8 @@ class Window final : public QWidget {
   std::vector<WindowPart*> parts_;
   QEventLoop* modalLoop_ = nullptr;
   double scale_ = 1;
-  bool left_ = false;
-  bool seen_ = false;  ///< it has been painted
+  bool closed_ = false;
+  bool painted_ = false;  ///< it has been painted
 };
 
 }  // namespace forms::qt

@@ -4,8 +4,8 @@
 #include <QLineEdit>
 #include <cstdlib>
 
+#include "platform/forms/qt/ButtonWidget.h"
 #include "platform/forms/qt/EntryList.h"
-#include "platform/forms/qt/KeyFace.h"
 #include "platform/forms/qt/LabelText.h"
 #include "platform/forms/qt/Pixels.h"
 #include "platform/forms/qt/Surface.h"
@@ -18,7 +18,7 @@ namespace {
 constexpr Twips kAlignment = 300;
 constexpr Twips kReach = 600;
 
-bool standsAbove(const QWidget& label, const QWidget& box, double scale) {
+bool isAbove(const QWidget& label, const QWidget& box, double scale) {
   const int rise = box.y() - label.y();
   return std::abs(label.x() - box.x()) <= toPixels(kAlignment, scale) && rise > 0 &&
          rise <= toPixels(kReach, scale);
@@ -33,7 +33,7 @@ QString labelAbove(const QWidget& box, double scale) {
   QString name;
   for (const QWidget* other : widgetsIn(*box.parentWidget())) {
     const auto* label = dynamic_cast<const LabelText*>(other);
-    if (label != nullptr && standsAbove(*label, box, scale)) name = label->text();
+    if (label != nullptr && isAbove(*label, box, scale)) name = label->text();
   }
   return name;
 }
@@ -42,7 +42,7 @@ QString nameOfArea(const QWidget& area) {
   QString name;
   for (const QWidget* part : widgetsIn(area)) {
     if (part->isHidden()) continue;
-    if (const auto* key = dynamic_cast<const KeyFace*>(part))
+    if (const auto* key = dynamic_cast<const ButtonWidget*>(part))
       name = key->isKey() ? QStringLiteral("Keys") : QStringLiteral("Commands");
     else if (const auto* label = dynamic_cast<const LabelText*>(part))
       name = label->text();

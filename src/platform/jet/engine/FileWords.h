@@ -14,7 +14,7 @@ enum class FileWork { Opening, Reading, Updating };
 
 /// Runs `work` and turns a refusal of the host system into the provider's error.
 template <class Work>
-auto withEngineWords(FileWork kind, std::u16string_view shownPath, Work&& work) {
+auto withEngineErrors(FileWork kind, std::u16string_view shownPath, Work&& work) {
   try {
     return std::forward<Work>(work)();
   } catch (...) {

@@ -30,11 +30,11 @@ class IndexWalk {
   RowId row() const { return entry_.row(); }
 
  private:
-  void openLeaf(PageNumber number, const Location& from);
+  void openPage(PageNumber number, const Location& from);
 
   const TableSource& source_;
   std::shared_ptr<const Pager::OpenIndexPage> open_;
-  const IndexPageView* leaf_ = nullptr;
+  const IndexPageView* view_ = nullptr;
   PageNumber pageNumber_;
   std::uint32_t leavesSeen_ = 0;
   std::size_t at_ = 0;

@@ -141,7 +141,7 @@ void RowUpdate::write(const RowParts& parts, std::span<const KeyChange> keys,
     if (editor.insert({*key.newEntry, {}}) == IndexEditor::Insertion::NewKey)
       grown.push_back(key.index);
   }
-  raiseCounters(grown);
+  incrementCounters(grown);
   for (std::size_t i = 0; i < keys.size(); ++i) {
     const KeyChange& key = keys[i];
     if (!key.hadEntry || key.newEntry == key.oldEntry) continue;
@@ -160,7 +160,7 @@ void RowUpdate::dropLongValues(std::span<const ColumnValue> values) {
 }
 
 /// The counters are on the definition's first page, before all parts that can be long.
-void RowUpdate::raiseCounters(const std::vector<IndexNumber>& indexes) {
+void RowUpdate::incrementCounters(const std::vector<IndexNumber>& indexes) {
   if (indexes.empty()) return;
   Bytes page = *changes_.read(source_.definitionPage, source_.location(source_.definitionPage));
   for (const IndexNumber index : indexes) {

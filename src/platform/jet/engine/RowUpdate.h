@@ -34,7 +34,7 @@ class RowUpdate {
   void changeRow(std::span<const ColumnValue> values);
   void write(const RowParts& parts, std::span<const KeyChange> keys,
              std::span<const ColumnValue> values);
-  void raiseCounters(const std::vector<IndexNumber>& indexes);
+  void incrementCounters(const std::vector<IndexNumber>& indexes);
   void removeStaleEntries(std::span<const ColumnValue> values);
 
   Pager& pager_;

@@ -38,9 +38,9 @@ ByteView magicOf(Version version) {
 }
 
 /// Reads consecutive fields of a blob.
-class Pieces {
+class BlobReader {
  public:
-  Pieces(ByteView bytes, const Location& location) : bytes_(bytes), location_(&location) {}
+  BlobReader(ByteView bytes, const Location& location) : bytes_(bytes), location_(&location) {}
 
   bool isEmpty() const { return at_ == bytes_.size(); }
   ByteView take(std::size_t size) {
@@ -56,7 +56,7 @@ class Pieces {
   std::size_t at_ = 0;
 };
 
-std::vector<std::u16string> decodeNames(Version version, Pieces body) {
+std::vector<std::u16string> decodeNames(Version version, BlobReader body) {
   std::vector<std::u16string> names;
   while (!body.isEmpty())
     names.push_back(decodePlainText(version, body.take(u16At(body.take(kListedNameSize), 0))));
@@ -67,7 +67,7 @@ PropertyBlock decodeBlock(Version version, std::uint16_t type, ByteView bytes,
                           const std::vector<std::u16string>& names, const Location& location) {
   PropertyBlock block;
   block.type = type;
-  Pieces body(bytes, location);
+  BlobReader body(bytes, location);
   const ByteView owner = body.take(kOwnerHead);
   const std::size_t ownerSize = u32At(owner, kOwnerSize);
   const std::size_t nameSize = u16At(owner, kOwnerNameSize);
@@ -81,7 +81,7 @@ PropertyBlock decodeBlock(Version version, std::uint16_t type, ByteView bytes,
     const std::size_t size = u16At(head, kPropertySize);
     if (size < kPropertyHead)
       raiseDamaged(location, u"a property is too short", {kPropertySize, kPropertyHead, size});
-    Pieces value(body.take(size - kPropertyHead), location);
+    BlobReader value(body.take(size - kPropertyHead), location);
     Property property;
     property.definition = head[kPropertyDefinition] != 0;
     property.type = head[kPropertyType];
@@ -143,7 +143,7 @@ std::vector<PropertyBlock> decodeProperties(Version version, ByteView blob,
                                             const Location& location) {
   std::vector<PropertyBlock> blocks;
   if (blob.empty()) return blocks;
-  Pieces pieces(blob, location);
+  BlobReader pieces(blob, location);
   if (!std::ranges::equal(pieces.take(kMagicSize), magicOf(version)))
     raiseDamaged(location, u"a property list has a wrong mark");
   std::vector<std::u16string> names;
@@ -155,7 +155,7 @@ std::vector<PropertyBlock> decodeProperties(Version version, ByteView blob,
       raiseDamaged(location, u"a property list has a wrong length", {kBlockSize, kBlockHead, size});
     const ByteView body = pieces.take(size - kBlockHead);
     if (type == kNameList)
-      names = decodeNames(version, Pieces(body, location));
+      names = decodeNames(version, BlobReader(body, location));
     else
       blocks.push_back(decodeBlock(version, type, body, names, location));
   }

@@ -44,7 +44,7 @@ struct Fields {
   std::size_t indexFlags;  ///< u8
   // Logical index.
   std::size_t logicalSize;
-  std::size_t entryMark;  ///< bytes of the constant that indexes begin with
+  std::size_t entryMarkSize;  ///< bytes of the constant that indexes begin with
 };
 
 constexpr Fields kJet3Fields{.rowCount = 12,
@@ -70,7 +70,7 @@ constexpr Fields kJet3Fields{.rowCount = 12,
                              .indexSize = 39,
                              .indexFlags = 38,
                              .logicalSize = 20,
-                             .entryMark = 0};
+                             .entryMarkSize = 0};
 
 constexpr Fields kJet4Fields{.rowCount = 16,
                              .lastAutonumber = 20,
@@ -95,7 +95,7 @@ constexpr Fields kJet4Fields{.rowCount = 16,
                              .indexSize = 52,
                              .indexFlags = 42,
                              .logicalSize = 28,
-                             .entryMark = 4};
+                             .entryMarkSize = 4};
 
 constexpr std::size_t kJet3Letters = 2;  ///< "VC", where Jet 4 has the free bytes
 constexpr std::size_t kJet4Mark = 12;    ///< u32, kMark
@@ -195,7 +195,7 @@ ColumnDefinition decodeColumn(Version version, ByteView entry) {
 }
 
 IndexDefinition decodeIndex(const Fields& fields, ByteView entry) {
-  const ByteView body = entry.subspan(fields.entryMark);
+  const ByteView body = entry.subspan(fields.entryMarkSize);
   IndexDefinition index;
   for (std::size_t i = 0; i < IndexDefinition::kMostColumns; ++i) {
     const ByteView column = body.subspan(kKeyColumnSize * i, kKeyColumnSize);
@@ -211,7 +211,7 @@ IndexDefinition decodeIndex(const Fields& fields, ByteView entry) {
 }
 
 LogicalIndex decodeLogical(const Fields& fields, ByteView entry) {
-  const ByteView body = entry.subspan(fields.entryMark);
+  const ByteView body = entry.subspan(fields.entryMarkSize);
   LogicalIndex logical;
   logical.number = LogicalIndexNumber(u32At(body, kLogicalNumber));
   logical.index = IndexNumber(u32At(body, kLogicalIndex));
@@ -264,8 +264,8 @@ void appendColumn(Version version, Bytes& content, const ColumnDefinition& colum
 
 void appendIndex(const Fields& fields, Bytes& content, const IndexDefinition& index) {
   Bytes entry(fields.indexSize);
-  if (fields.entryMark != 0) putU32(entry, 0, kIndexMark);
-  const ByteSpan body = ByteSpan(entry).subspan(fields.entryMark);
+  if (fields.entryMarkSize != 0) putU32(entry, 0, kIndexMark);
+  const ByteSpan body = ByteSpan(entry).subspan(fields.entryMarkSize);
   for (std::size_t i = 0; i < IndexDefinition::kMostColumns; ++i) {
     const bool used = i < index.columns.size();
     const ByteSpan column = body.subspan(kKeyColumnSize * i, kKeyColumnSize);
@@ -280,8 +280,8 @@ void appendIndex(const Fields& fields, Bytes& content, const IndexDefinition& in
 
 void appendLogical(const Fields& fields, Bytes& content, const LogicalIndex& logical) {
   Bytes entry(fields.logicalSize);
-  if (fields.entryMark != 0) putU32(entry, 0, kMark);
-  const ByteSpan body = ByteSpan(entry).subspan(fields.entryMark);
+  if (fields.entryMarkSize != 0) putU32(entry, 0, kMark);
+  const ByteSpan body = ByteSpan(entry).subspan(fields.entryMarkSize);
   putU32(body, kLogicalNumber, logical.number.value());
   putU32(body, kLogicalIndex, logical.index.value());
   body[kLogicalSide] = logical.side;

@@ -142,7 +142,7 @@ BoundPtr ExpressionBinder::bind(const ParsedExpression& expression) const {
   made.text = expression.text;
   for (const ParsedExpression& each : expression.arguments) made.arguments.push_back(bind(each));
   if (expression.query) {
-    made.query = queries_.bindWithin(*expression.query, around_.scope);
+    made.query = queries_.bindWithin(*expression.query, context_.scope);
     if (made.kind != Kind::Exists && made.query->columns.size() != 1) {
       throw error::subqueryColumns();
     }
@@ -152,7 +152,7 @@ BoundPtr ExpressionBinder::bind(const ParsedExpression& expression) const {
 }
 
 BoundPtr ExpressionBinder::bindColumn(const ParsedExpression& expression) const {
-  for (const Scope* each = &around_.scope; each != nullptr; each = each->outer) {
+  for (const Scope* each = &context_.scope; each != nullptr; each = each->outer) {
     if (BoundPtr found = findColumn(expression, *each)) return found;
     if (expression.path.size() != 1) continue;
     for (const OutputColumn& column : each->query.columns) {
@@ -208,12 +208,12 @@ BoundPtr ExpressionBinder::bindCount() const {
 }
 
 void ExpressionBinder::requireAggregateAllowed(std::u16string_view function) const {
-  if (around_.clause == Clause::Plain) {
-    around_.scope.sawAggregate = true;
+  if (context_.clause == Clause::Plain) {
+    context_.scope.sawAggregate = true;
     return;
   }
   const std::u16string_view where =
-      around_.clause == Clause::Where ? u"WHERE clause" : u"expression";
+      context_.clause == Clause::Where ? u"WHERE clause" : u"expression";
   throw error::aggregateForbidden(where, function);
 }
 
@@ -225,7 +225,7 @@ BoundPtr ExpressionBinder::bindCall(const ParsedExpression& expression) const {
     throw error::argumentCount(expression.text);
   }
   if (function->writing == Function::Writing::Moment) return moment(expression.text);
-  Surroundings inside = around_;
+  BindingContext inside = context_;
   if (function->isAggregate()) {
     requireAggregateAllowed(expression.text);
     inside.clause = Clause::InAggregate;

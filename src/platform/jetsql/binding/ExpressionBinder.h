@@ -11,8 +11,8 @@ class QueryBinder;
 class ExpressionBinder {
  public:
   /// `queries` binds the queries within the expression.
-  ExpressionBinder(QueryBinder& queries, Surroundings around)
-      : queries_(queries), around_(around) {}
+  ExpressionBinder(QueryBinder& queries, BindingContext around)
+      : queries_(queries), context_(around) {}
 
   BoundPtr bind(const ParsedExpression& expression) const;
 
@@ -26,7 +26,7 @@ class ExpressionBinder {
   void requireAggregateAllowed(std::u16string_view function) const;
 
   QueryBinder& queries_;
-  Surroundings around_;
+  BindingContext context_;
 };
 
 /// A column of a source as an expression; `written` is its name in the statement.

@@ -43,7 +43,7 @@ void addAll(BoundQuery& query, std::u16string_view qualifier) {
 }
 
 /// Renames columns with equal names to `table.column`. Raises the error for equal aliases.
-void tellApart(std::vector<OutputColumn>& columns, const std::vector<bool>& aliased) {
+void qualifyDuplicates(std::vector<OutputColumn>& columns, const std::vector<bool>& aliased) {
   const std::vector<OutputColumn> before = columns;
   for (std::size_t i = 0; i < before.size(); ++i) {
     for (std::size_t j = 0; j < before.size(); ++j) {
@@ -220,7 +220,7 @@ void QueryBinder::bindItems(const ParsedSelect& select, BoundQuery& made, Scope&
     }
     aliased.resize(made.columns.size(), !item.alias.empty());
   }
-  tellApart(made.columns, aliased);
+  qualifyDuplicates(made.columns, aliased);
 }
 
 void QueryBinder::bindOrder(const ParsedQuery& query, BoundQuery& made, Scope& scope) {

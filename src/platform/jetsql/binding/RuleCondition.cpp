@@ -192,7 +192,7 @@ ParsedExpression filledIn(ParsedExpression expression, const jet::ValidationRule
 
 }  // namespace
 
-ParsedQuery brokenBy(const jet::ValidationRule& rule, const jet::NewRow& row) {
+ParsedQuery violationQuery(const jet::ValidationRule& rule, const jet::NewRow& row) {
   if (rule.expression.size() > kLongestRule) throw error::ruleTooLong();
   const std::u16string full =
       rule.column.empty() ? rule.expression : Criterion(rule.expression, rule.column).completed();

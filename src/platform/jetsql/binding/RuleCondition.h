@@ -12,6 +12,6 @@ namespace jetsql {
 
 /// A query that has one row where the rule is False for the row, and none where it is true or null.
 /// Raises the engine's error for a rule that can't be parsed.
-ParsedQuery brokenBy(const jet::ValidationRule& rule, const jet::NewRow& row);
+ParsedQuery violationQuery(const jet::ValidationRule& rule, const jet::NewRow& row);
 
 }  // namespace jetsql

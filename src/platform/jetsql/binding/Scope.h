@@ -26,7 +26,7 @@ struct Scope {
 enum class Clause : std::uint8_t { Plain, Where, InAggregate };
 
 /// The context in which an expression's names are looked up.
-struct Surroundings {
+struct BindingContext {
   Scope& scope;
   Clause clause = Clause::Plain;
 };

@@ -25,7 +25,7 @@ constexpr double kBoundShare = 6;
 constexpr double kLookupShare = 4;
 
 /// True for columns whose values can be looked up, in an index or in a hash table.
-bool isSought(const jet::Table& table, jet::ColumnIndex column) {
+bool canBeLookedUp(const jet::Table& table, jet::ColumnIndex column) {
   const Type type = typeOf(table.column(column).type);
   return type != Type::Decimal && type != Type::Binary;
 }
@@ -50,7 +50,7 @@ class Chooser {
   IndexPlan scan() const {
     IndexPlan plan{.cost = rows_, .rows = rows_};
     const auto equal = std::ranges::find_if(restrictions_, [&](const Restriction& each) {
-      return each.test == Test::Equal && isSought(table_, each.column);
+      return each.test == Test::Equal && canBeLookedUp(table_, each.column);
     });
     if (equal == restrictions_.end()) return plan;
     plan.taken.push_back(*equal);
@@ -61,7 +61,7 @@ class Chooser {
 
   const Restriction* find(jet::ColumnIndex column, Test test) const {
     const auto found = std::ranges::find_if(restrictions_, [&](const Restriction& each) {
-      return each.test == test && each.column == column && isSought(table_, column);
+      return each.test == test && each.column == column && canBeLookedUp(table_, column);
     });
     return found == restrictions_.end() ? nullptr : &*found;
   }

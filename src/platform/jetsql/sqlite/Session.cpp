@@ -119,7 +119,7 @@ Result Session::run(std::u16string_view statement) {
 std::vector<runtime::Variant> Session::update(const jet::RowChange& change) {
   const auto holds = [this](const jet::ValidationRule& rule, const jet::NewRow& row) {
     try {
-      return execute(brokenBy(rule, row)).count() == 0;
+      return execute(violationQuery(rule, row)).count() == 0;
     } catch (const runtime::RunTimeError& failure) {
       throw jet::error::ruleUnusable(rule.expression, rule.subject(), failure.text());
     }

@@ -99,14 +99,14 @@ ParsedExpression parseExpression(std::u16string_view text) {
 ParsedExpression ExpressionParser::logical(std::size_t level) {
   if (level == kLogical.size()) return negation();
   ParsedExpression left = logical(level + 1);
-  while (words_.acceptWord(kLogical[level].word))
+  while (tokens_.acceptWord(kLogical[level].word))
     left = binary(kLogical[level].op, std::move(left), logical(level + 1));
   return left;
 }
 
 ParsedExpression ExpressionParser::negation() {
-  const DepthGuard nesting(words_.depth(), kDeepestNesting);
-  return words_.acceptWord(u"NOT") ? unary(Operator::Not, negation()) : comparison();
+  const DepthGuard nesting(tokens_.depth(), kDeepestNesting);
+  return tokens_.acceptWord(u"NOT") ? unary(Operator::Not, negation()) : comparison();
 }
 
 ParsedExpression ExpressionParser::comparison() {
@@ -119,26 +119,26 @@ ParsedExpression ExpressionParser::comparison() {
 /// Makes `left` the first operand of the test that follows; false where no test follows.
 bool ExpressionParser::compare(ParsedExpression& left) {
   for (const WordOperator& each : kComparisons) {
-    if (!words_.accept(each.word)) continue;
-    const Token& next = words_.here();
+    if (!tokens_.accept(each.word)) continue;
+    const Token& next = tokens_.here();
     const bool isQuantified = next.isWord(u"ALL") || next.isWord(u"ANY") || next.isWord(u"SOME");
     left = isQuantified ? quantified(std::move(left), each.op)
                         : binary(each.op, std::move(left), concatenation());
     return true;
   }
-  if (words_.acceptWord(u"IS")) {
-    const bool negated = words_.acceptWord(u"NOT");
-    if (!words_.acceptWord(u"NULL")) words_.failExpression(clause_);
+  if (tokens_.acceptWord(u"IS")) {
+    const bool negated = tokens_.acceptWord(u"NOT");
+    if (!tokens_.acceptWord(u"NULL")) tokens_.failExpression(clause_);
     left = test(Kind::IsNull, negated, std::move(left));
     return true;
   }
-  const bool negated = words_.here().isWord(u"NOT");
-  const Token& word = words_.ahead(negated ? 1 : 0);
+  const bool negated = tokens_.here().isWord(u"NOT");
+  const Token& word = tokens_.ahead(negated ? 1 : 0);
   const bool isLike = word.isWord(u"LIKE");
   const bool isBetween = word.isWord(u"BETWEEN");
   const bool isIn = word.isWord(u"IN");
   if (!isLike && !isBetween && !isIn && !word.isWord(u"ALIKE")) return false;
-  words_.advance(negated ? 2 : 1);
+  tokens_.advance(negated ? 2 : 1);
   if (isIn) {
     left = inOperand(std::move(left), negated);
     return true;
@@ -147,38 +147,38 @@ bool ExpressionParser::compare(ParsedExpression& left) {
               std::move(left));
   add(left, concatenation());
   if (!isBetween) return true;
-  if (!words_.acceptWord(u"AND")) words_.failExpression(clause_);
+  if (!tokens_.acceptWord(u"AND")) tokens_.failExpression(clause_);
   add(left, concatenation());
   return true;
 }
 
 ParsedExpression ExpressionParser::inOperand(ParsedExpression left, bool negated) {
-  if (words_.here().is(u"(") && words_.ahead(1).isWord(u"SELECT")) {
+  if (tokens_.here().is(u"(") && tokens_.ahead(1).isWord(u"SELECT")) {
     ParsedExpression made = test(Kind::InQuery, negated, std::move(left));
     readQuery(made);
     return made;
   }
   ParsedExpression made = test(Kind::InList, negated, std::move(left));
-  if (!words_.accept(u"(")) words_.failExpression(clause_);
+  if (!tokens_.accept(u"(")) tokens_.failExpression(clause_);
   do {
     add(made, read());
-  } while (words_.accept(u","));
-  words_.expectClosing(clause_);
+  } while (tokens_.accept(u","));
+  tokens_.expectClosing(clause_);
   return made;
 }
 
 ParsedExpression ExpressionParser::quantified(ParsedExpression left, Operator op) {
   ParsedExpression made = test(Kind::Quantified, false, std::move(left));
   made.op = op;
-  made.every = words_.here().isWord(u"ALL");
-  words_.advance();
+  made.every = tokens_.here().isWord(u"ALL");
+  tokens_.advance();
   readQuery(made);
   return made;
 }
 
 ParsedExpression ExpressionParser::concatenation() {
   ParsedExpression left = arithmetic(0);
-  while (words_.accept(u"&")) left = binary(Operator::Concatenate, std::move(left), arithmetic(0));
+  while (tokens_.accept(u"&")) left = binary(Operator::Concatenate, std::move(left), arithmetic(0));
   return left;
 }
 
@@ -187,21 +187,21 @@ ParsedExpression ExpressionParser::arithmetic(int level) {
   ParsedExpression left = arithmetic(level + 1);
   for (;;) {
     const auto found = std::ranges::find_if(kArithmetic, [&](const LevelOperator& each) {
-      return each.level == level && words_.here().is(each.symbol);
+      return each.level == level && tokens_.here().is(each.symbol);
     });
     Operator op = Operator::None;
     if (found != kArithmetic.end()) op = found->op;
-    if (level == kModuloLevel && words_.here().isWord(u"MOD")) op = Operator::Modulo;
+    if (level == kModuloLevel && tokens_.here().isWord(u"MOD")) op = Operator::Modulo;
     if (op == Operator::None) return left;
-    words_.advance();
+    tokens_.advance();
     left = binary(op, std::move(left), arithmetic(level + 1));
   }
 }
 
 ParsedExpression ExpressionParser::sign() {
-  const DepthGuard nesting(words_.depth(), kDeepestNesting);
-  if (words_.accept(u"+")) return sign();
-  if (!words_.accept(u"-")) return power();
+  const DepthGuard nesting(tokens_.depth(), kDeepestNesting);
+  if (tokens_.accept(u"+")) return sign();
+  if (!tokens_.accept(u"-")) return power();
   ParsedExpression operand = sign();
   if (operand.kind != Kind::Integer && operand.kind != Kind::Number) {
     return unary(Operator::Negate, std::move(operand));
@@ -212,9 +212,9 @@ ParsedExpression ExpressionParser::sign() {
 
 ParsedExpression ExpressionParser::power() {
   ParsedExpression left = primary();
-  while (words_.accept(u"^")) {
+  while (tokens_.accept(u"^")) {
     // The exponent may have a sign of its own.
-    const bool isSigned = words_.here().is(u"-") || words_.here().is(u"+");
+    const bool isSigned = tokens_.here().is(u"-") || tokens_.here().is(u"+");
     left = binary(Operator::Power, std::move(left), isSigned ? sign() : primary());
   }
   return left;
@@ -223,12 +223,12 @@ ParsedExpression ExpressionParser::power() {
 ParsedExpression ExpressionParser::literal(Kind kind, double number) {
   ParsedExpression made = node(kind);
   made.number = number;
-  words_.advance();
+  tokens_.advance();
   return made;
 }
 
 ParsedExpression ExpressionParser::primary() {
-  const Token& token = words_.here();
+  const Token& token = tokens_.here();
   switch (token.kind) {
     case Token::Kind::Integer:
       return literal(token.number <= 2147483647.0 ? Kind::Integer : Kind::Number, token.number);
@@ -239,7 +239,7 @@ ParsedExpression ExpressionParser::primary() {
     case Token::Kind::Text: {
       ParsedExpression made = node(Kind::Text);
       made.text = token.text;
-      words_.advance();
+      tokens_.advance();
       return made;
     }
     case Token::Kind::QuotedName:
@@ -252,24 +252,24 @@ ParsedExpression ExpressionParser::primary() {
     case Token::Kind::BrokenName:
       break;
   }
-  if (token.is(u"(") && words_.ahead(1).isWord(u"SELECT")) {
+  if (token.is(u"(") && tokens_.ahead(1).isWord(u"SELECT")) {
     ParsedExpression made = node(Kind::Scalar);
     readQuery(made);
     return made;
   }
-  if (!words_.accept(u"(")) words_.failExpression(clause_);
+  if (!tokens_.accept(u"(")) tokens_.failExpression(clause_);
   ParsedExpression inner = read();
-  words_.expectClosing(clause_);
+  tokens_.expectClosing(clause_);
   return inner;
 }
 
 ParsedExpression ExpressionParser::namePrimary() {
-  const Token& token = words_.here();
-  const Token& next = words_.ahead(1);
+  const Token& token = tokens_.here();
+  const Token& next = tokens_.ahead(1);
   if (token.kind == Token::Kind::Name && !next.is(u".") && !next.is(u"!")) {
-    if (words_.acceptWord(u"NULL")) return node(Kind::Null);
+    if (tokens_.acceptWord(u"NULL")) return node(Kind::Null);
     if (token.isWord(u"EXISTS") && next.is(u"(")) {
-      words_.advance();
+      tokens_.advance();
       ParsedExpression made = node(Kind::Exists);
       readQuery(made);
       return made;
@@ -279,54 +279,54 @@ ParsedExpression ExpressionParser::namePrimary() {
     }
     // Some keywords of clauses are functions where a parenthesis follows.
     const bool isFunction = token.isWord(u"LEFT") || token.isWord(u"RIGHT") || token.isWord(u"ASC");
-    if (next.is(u"(") && (isFunction || words_.isName())) {
+    if (next.is(u"(") && (isFunction || tokens_.isName())) {
       std::u16string function = token.text;
-      words_.advance();
+      tokens_.advance();
       return call(std::move(function));
     }
   }
-  if (!words_.isName()) words_.failExpression(clause_);
+  if (!tokens_.isName()) tokens_.failExpression(clause_);
   return column();
 }
 
 ParsedExpression ExpressionParser::call(std::u16string name) {
-  words_.advance();
-  if (sameWord(name, u"COUNT") && words_.here().is(u"*") && words_.ahead(1).is(u")")) {
-    words_.advance(2);
+  tokens_.advance();
+  if (sameWord(name, u"COUNT") && tokens_.here().is(u"*") && tokens_.ahead(1).is(u")")) {
+    tokens_.advance(2);
     return node(Kind::CountRows);
   }
   ParsedExpression made = node(Kind::Call);
   made.text = std::move(name);
-  if (words_.accept(u")")) return made;
+  if (tokens_.accept(u")")) return made;
   do {
     add(made, read());
-  } while (words_.accept(u","));
-  words_.expectClosing(clause_);
+  } while (tokens_.accept(u","));
+  tokens_.expectClosing(clause_);
   return made;
 }
 
 ParsedExpression ExpressionParser::column() {
   ParsedExpression made = node(Kind::Column);
-  made.path.push_back(words_.here().text);
-  words_.advance();
-  while (words_.accept(u".") || words_.accept(u"!")) {
-    const Token& part = words_.here();
+  made.path.push_back(tokens_.here().text);
+  tokens_.advance();
+  while (tokens_.accept(u".") || tokens_.accept(u"!")) {
+    const Token& part = tokens_.here();
     if (part.kind != Token::Kind::Name && part.kind != Token::Kind::QuotedName) {
-      words_.failExpression(clause_);
+      tokens_.failExpression(clause_);
     }
     made.path.push_back(part.text);
-    words_.advance();
+    tokens_.advance();
   }
   return made;
 }
 
 /// Reads the query in parentheses that belongs to an expression.
 void ExpressionParser::readQuery(ParsedExpression& owner) {
-  if (!words_.accept(u"(")) words_.failExpression(clause_);
-  owner.query = std::make_shared<const ParsedQuery>(QueryParser(words_).read());
+  if (!tokens_.accept(u"(")) tokens_.failExpression(clause_);
+  owner.query = std::make_shared<const ParsedQuery>(QueryParser(tokens_).read());
   owner.height = std::max(owner.height, owner.query->height + 1);
   if (owner.height > kTallestExpression) throw error::tooComplex();
-  words_.expectClosing(clause_);
+  tokens_.expectClosing(clause_);
 }
 
 }  // namespace jetsql

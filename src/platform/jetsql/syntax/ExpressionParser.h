@@ -13,7 +13,7 @@ inline constexpr int kTallestExpression = 250;
 class ExpressionParser {
  public:
   /// The expression, and its clause, begin at the stream's position.
-  explicit ExpressionParser(TokenStream& words) : words_(words), clause_(words.position()) {}
+  explicit ExpressionParser(TokenStream& words) : tokens_(words), clause_(words.position()) {}
 
   /// Reads the expression and stops at the first word that can't belong to it. Raises the engine's
   /// syntax error.
@@ -38,7 +38,7 @@ class ExpressionParser {
   void readQuery(ParsedExpression& owner);
   ParsedExpression literal(ExpressionKind kind, double number);
 
-  TokenStream& words_;
+  TokenStream& tokens_;
   std::size_t clause_;
 };
 

@@ -50,10 +50,10 @@ ParsedItem parseItem(std::u16string_view text) {
 ParsedQuery QueryParser::statement(bool hasParameters) {
   ParsedQuery parsed = read();
   parsed.hasParameters = hasParameters;
-  if (words_.accept(u";") && !words_.atEnd()) {
+  if (tokens_.accept(u";") && !tokens_.atEnd()) {
     throw error::textAfterEnd();
   }
-  if (!words_.atEnd()) words_.failExpression(clause_);
+  if (!tokens_.atEnd()) tokens_.failExpression(clause_);
   return parsed;
 }
 
@@ -64,21 +64,21 @@ ParsedQuery QueryParser::read() {
 }
 
 ParsedQuery QueryParser::query() {
-  const DepthGuard nesting(words_.depth(), kDeepestNesting);
+  const DepthGuard nesting(tokens_.depth(), kDeepestNesting);
   ParsedQuery parsed = term();
-  for (int count = 2; words_.acceptWord(u"UNION"); ++count) {
+  for (int count = 2; tokens_.acceptWord(u"UNION"); ++count) {
     if (count > kDeepestNesting) throw error::tooComplex();
     ParsedQuery both;
-    both.all = words_.acceptWord(u"ALL");
+    both.all = tokens_.acceptWord(u"ALL");
     both.left = std::make_shared<const ParsedQuery>(std::move(parsed));
     both.right = std::make_shared<const ParsedQuery>(term());
     parsed = std::move(both);
   }
   orderByClause(parsed);
-  if (words_.here().isWord(u"WITH") && words_.ahead(1).isWord(u"OWNERACCESS")) {
-    words_.advance(2);
-    if (!words_.acceptWord(u"OPTION")) {
-      words_.failClause(clause_, u"WITH OWNERACCESS OPTION declaration");
+  if (tokens_.here().isWord(u"WITH") && tokens_.ahead(1).isWord(u"OWNERACCESS")) {
+    tokens_.advance(2);
+    if (!tokens_.acceptWord(u"OPTION")) {
+      tokens_.failClause(clause_, u"WITH OWNERACCESS OPTION declaration");
     }
   }
   return parsed;
@@ -86,14 +86,14 @@ ParsedQuery QueryParser::query() {
 
 ParsedQuery QueryParser::term() {
   ParsedQuery parsed;
-  if (!words_.here().is(u"(")) {
+  if (!tokens_.here().is(u"(")) {
     parsed.select = select();
     return parsed;
   }
-  const DepthGuard nesting(words_.depth(), kDeepestNesting);
-  words_.advance();
+  const DepthGuard nesting(tokens_.depth(), kDeepestNesting);
+  tokens_.advance();
   ParsedQuery inner = query();
-  words_.expectClosing(clause_);
+  tokens_.expectClosing(clause_);
   // A query with an ORDER BY stays a query of its own, so that the union's ORDER BY doesn't replace
   // it.
   if (inner.orderBy.empty()) return inner;
@@ -106,32 +106,32 @@ ParsedQuery QueryParser::term() {
 }
 
 ParsedSelect QueryParser::select() {
-  if (!words_.acceptWord(u"SELECT")) words_.failClause(clause_, u"union query");
+  if (!tokens_.acceptWord(u"SELECT")) tokens_.failClause(clause_, u"union query");
   ParsedSelect select;
   selectOptions(select);
   selectItems(select);
-  if (words_.here().isWord(u"INTO")) throw error::notCapable();
+  if (tokens_.here().isWord(u"INTO")) throw error::notCapable();
   fromClause(select);
-  if (words_.acceptWord(u"WHERE")) select.where = expression();
+  if (tokens_.acceptWord(u"WHERE")) select.where = expression();
   groupByClause(select);
-  if (words_.acceptWord(u"HAVING")) select.having = expression();
+  if (tokens_.acceptWord(u"HAVING")) select.having = expression();
   return select;
 }
 
 void QueryParser::selectOptions(ParsedSelect& select) {
   for (;;) {
     // A column may have such a name as well.
-    const Token& next = words_.ahead(1);
+    const Token& next = tokens_.ahead(1);
     if (next.is(u",") || next.is(u".") || next.isWord(u"FROM")) return;
-    if (words_.acceptWord(u"ALL")) continue;
-    if (words_.acceptWord(u"DISTINCT")) {
+    if (tokens_.acceptWord(u"ALL")) continue;
+    if (tokens_.acceptWord(u"DISTINCT")) {
       select.distinct = true;
-    } else if (words_.acceptWord(u"DISTINCTROW")) {
+    } else if (tokens_.acceptWord(u"DISTINCTROW")) {
       select.distinctRow = true;
-    } else if (words_.here().isWord(u"TOP") && next.kind == Token::Kind::Integer) {
+    } else if (tokens_.here().isWord(u"TOP") && next.kind == Token::Kind::Integer) {
       select.top = Top{.count = next.number, .percent = false};
-      words_.advance(2);
-      select.top->percent = words_.acceptWord(u"PERCENT");
+      tokens_.advance(2);
+      select.top->percent = tokens_.acceptWord(u"PERCENT");
     } else {
       return;
     }
@@ -140,46 +140,46 @@ void QueryParser::selectOptions(ParsedSelect& select) {
 
 void QueryParser::selectItems(ParsedSelect& select) {
   do {
-    clause_ = words_.position();
-    if (words_.here().isWord(u"FROM") || words_.atEnd() || words_.here().is(u",")) {
-      words_.failReserved(clause_);
+    clause_ = tokens_.position();
+    if (tokens_.here().isWord(u"FROM") || tokens_.atEnd() || tokens_.here().is(u",")) {
+      tokens_.failReserved(clause_);
     }
     select.items.push_back(item());
-  } while (words_.accept(u","));
+  } while (tokens_.accept(u","));
 }
 
 ParsedItem QueryParser::item() {
   ParsedItem item;
-  if (words_.accept(u"*")) return item;
-  const Token& next = words_.ahead(1);
-  if ((next.is(u".") || next.is(u"!")) && words_.ahead(2).is(u"*") && words_.isName()) {
-    item.qualifier = words_.here().text;
-    words_.advance(3);
+  if (tokens_.accept(u"*")) return item;
+  const Token& next = tokens_.ahead(1);
+  if ((next.is(u".") || next.is(u"!")) && tokens_.ahead(2).is(u"*") && tokens_.isName()) {
+    item.qualifier = tokens_.here().text;
+    tokens_.advance(3);
     return item;
   }
   item.expression = expression();
-  if (words_.acceptWord(u"AS")) item.alias = words_.name(clause_);
+  if (tokens_.acceptWord(u"AS")) item.alias = tokens_.name(clause_);
   return item;
 }
 
 void QueryParser::fromClause(ParsedSelect& select) {
-  if (!words_.acceptWord(u"FROM")) {
-    const Token& here = words_.here();
-    if (words_.atEnd() || here.is(u";") || here.is(u")") || here.isWord(u"UNION") ||
+  if (!tokens_.acceptWord(u"FROM")) {
+    const Token& here = tokens_.here();
+    if (tokens_.atEnd() || here.is(u";") || here.is(u")") || here.isWord(u"UNION") ||
         here.isWord(u"WHERE") || here.isWord(u"ORDER")) {
       return;
     }
-    words_.failExpression(clause_);
+    tokens_.failExpression(clause_);
   }
-  clause_ = words_.position();
+  clause_ = tokens_.position();
   do {
     select.from.push_back(fromItem());
-  } while (words_.accept(u","));
-  if (words_.here().isWord(u"IN")) throw error::notCapable();
+  } while (tokens_.accept(u","));
+  if (tokens_.here().isWord(u"IN")) throw error::notCapable();
 }
 
 ParsedFrom QueryParser::fromItem() {
-  const DepthGuard nesting(words_.depth(), kDeepestNesting);
+  const DepthGuard nesting(tokens_.depth(), kDeepestNesting);
   ParsedFrom left = fromPrimary();
   const auto kind = joinWords();
   if (!kind) return left;
@@ -187,81 +187,81 @@ ParsedFrom QueryParser::fromItem() {
   join.join = *kind;
   join.sides.push_back(std::move(left));
   join.sides.push_back(fromPrimary());
-  if (!words_.acceptWord(u"ON")) words_.failClause(clause_, u"JOIN operation");
+  if (!tokens_.acceptWord(u"ON")) tokens_.failClause(clause_, u"JOIN operation");
   join.condition = expression();
   // A further join needs parentheses around this one.
-  if (joinWords()) words_.failExpression(clause_);
+  if (joinWords()) tokens_.failExpression(clause_);
   return join;
 }
 
 std::optional<JoinKind> QueryParser::joinWords() {
   JoinKind kind = JoinKind::Inner;
-  if (words_.here().isWord(u"LEFT")) {
+  if (tokens_.here().isWord(u"LEFT")) {
     kind = JoinKind::Left;
-  } else if (words_.here().isWord(u"RIGHT")) {
+  } else if (tokens_.here().isWord(u"RIGHT")) {
     kind = JoinKind::Right;
-  } else if (!words_.here().isWord(u"INNER")) {
+  } else if (!tokens_.here().isWord(u"INNER")) {
     return std::nullopt;
   }
-  words_.advance();
-  if (kind != JoinKind::Inner) words_.acceptWord(u"OUTER");
-  if (!words_.acceptWord(u"JOIN")) words_.failClause(clause_, u"JOIN operation");
+  tokens_.advance();
+  if (kind != JoinKind::Inner) tokens_.acceptWord(u"OUTER");
+  if (!tokens_.acceptWord(u"JOIN")) tokens_.failClause(clause_, u"JOIN operation");
   return kind;
 }
 
 ParsedFrom QueryParser::fromPrimary() {
-  const DepthGuard nesting(words_.depth(), kDeepestNesting);
+  const DepthGuard nesting(tokens_.depth(), kDeepestNesting);
   ParsedFrom item;
-  if (!words_.accept(u"(")) {
-    if (!words_.isName()) words_.failClause(clause_, u"FROM clause");
-    item.name = words_.name(clause_);
-    while (words_.accept(u".")) item.name += u"." + words_.name(clause_);
+  if (!tokens_.accept(u"(")) {
+    if (!tokens_.isName()) tokens_.failClause(clause_, u"FROM clause");
+    item.name = tokens_.name(clause_);
+    while (tokens_.accept(u".")) item.name += u"." + tokens_.name(clause_);
     fromAlias(item);
     return item;
   }
-  if (!words_.here().isWord(u"SELECT")) {
+  if (!tokens_.here().isWord(u"SELECT")) {
     item = fromItem();
-    if (!words_.accept(u")")) words_.failClause(clause_, u"JOIN operation");
+    if (!tokens_.accept(u")")) tokens_.failClause(clause_, u"JOIN operation");
     if (!item.isJoin() && item.alias.empty()) fromAlias(item);
     return item;
   }
-  item.query = std::make_shared<const ParsedQuery>(QueryParser(words_).read());
+  item.query = std::make_shared<const ParsedQuery>(QueryParser(tokens_).read());
   tallest_ = std::max(tallest_, item.query->height);
-  if (!words_.accept(u")")) words_.failClause(clause_, u"FROM clause");
+  if (!tokens_.accept(u")")) tokens_.failClause(clause_, u"FROM clause");
   fromAlias(item);
   return item;
 }
 
 void QueryParser::fromAlias(ParsedFrom& item) {
-  if (words_.acceptWord(u"AS") || (words_.isName() && !words_.here().isWord(u"WITH"))) {
-    item.alias = words_.name(clause_);
+  if (tokens_.acceptWord(u"AS") || (tokens_.isName() && !tokens_.here().isWord(u"WITH"))) {
+    item.alias = tokens_.name(clause_);
   }
 }
 
 void QueryParser::groupByClause(ParsedSelect& select) {
-  if (!words_.acceptWord(u"GROUP")) return;
-  if (!words_.acceptWord(u"BY")) words_.failClause(clause_, u"GROUP BY clause");
+  if (!tokens_.acceptWord(u"GROUP")) return;
+  if (!tokens_.acceptWord(u"BY")) tokens_.failClause(clause_, u"GROUP BY clause");
   do {
     select.groupBy.push_back(expression());
-  } while (words_.accept(u","));
+  } while (tokens_.accept(u","));
 }
 
 void QueryParser::orderByClause(ParsedQuery& query) {
-  if (!words_.acceptWord(u"ORDER")) return;
-  if (!words_.acceptWord(u"BY")) words_.failClause(clause_, u"ORDER BY clause");
+  if (!tokens_.acceptWord(u"ORDER")) return;
+  if (!tokens_.acceptWord(u"BY")) tokens_.failClause(clause_, u"ORDER BY clause");
   do {
     ParsedOrder term;
     term.expression = expression();
-    term.descending = words_.acceptWord(u"DESC");
-    if (!term.descending) words_.acceptWord(u"ASC");
+    term.descending = tokens_.acceptWord(u"DESC");
+    if (!term.descending) tokens_.acceptWord(u"ASC");
     query.orderBy.push_back(std::move(term));
-  } while (words_.accept(u","));
+  } while (tokens_.accept(u","));
 }
 
 /// Reads the expression that begins or continues a clause.
 ParsedExpression QueryParser::expression() {
-  clause_ = words_.position();
-  ParsedExpression read = ExpressionParser(words_).read();
+  clause_ = tokens_.position();
+  ParsedExpression read = ExpressionParser(tokens_).read();
   tallest_ = std::max(tallest_, read.height);
   return read;
 }

@@ -8,7 +8,7 @@ namespace jetsql {
 /// Reads one query by the dialect's grammar.
 class QueryParser {
  public:
-  explicit QueryParser(TokenStream& words) : words_(words), clause_(words.position()) {}
+  explicit QueryParser(TokenStream& words) : tokens_(words), clause_(words.position()) {}
 
   /// Reads the query and stops at the first word that can't belong to it. Raises the engine's
   /// syntax error.
@@ -33,7 +33,7 @@ class QueryParser {
   void orderByClause(ParsedQuery& query);
   ParsedExpression expression();
 
-  TokenStream& words_;
+  TokenStream& tokens_;
   std::size_t clause_;  ///< position of the clause that is being read
   int tallest_ = 0;     ///< height of the expressions read so far
 };

@@ -34,12 +34,12 @@ bool isConstant(const BoundExpression& expression) {
 }
 
 /// True when the expression has columns, and all of them are of that source.
-bool asksOnly(const BoundExpression& expression, const Source& source) {
+bool usesOnly(const BoundExpression& expression, const Source& source) {
   if (expression.query) return false;
   if (expression.source != nullptr) return expression.source == &source;
   return !isConstant(expression) &&
          std::ranges::all_of(expression.arguments, [&](const BoundPtr& each) {
-           return isConstant(*each) || asksOnly(*each, source);
+           return isConstant(*each) || usesOnly(*each, source);
          });
 }
 
@@ -73,7 +73,7 @@ class FromWriter {
     for (const std::size_t side : {0U, 1U}) {
       const BoundExpression& own = *equality.arguments[side];
       const BoundExpression& other = *equality.arguments[1 - side];
-      if (!asksOnly(own, source) || asks(other, source)) continue;
+      if (!usesOnly(own, source) || asks(other, source)) continue;
       if (own.kind == ExpressionKind::Column) {
         if (source.query && !originOf(own)) computed_[&source];
         break;
@@ -99,10 +99,10 @@ class FromWriter {
 
   std::string sourceText(const Source& source) {
     const std::string name = sourceName(source);
-    const Asked& asked = writer_.asked(source);
+    const UsedColumns& usedColumns = writer_.usedColumns(source);
     std::string text = name;
     if (source.query) {
-      Request request{.columns = asked.columns, .rows = asked.rows};
+      Request request{.columns = usedColumns.columns, .rows = usedColumns.rows};
       text = "(" + writeQuery(writer_, *source.query, request) + ") AS " + name;
     } else {
       writer_.addTable(source);
@@ -110,8 +110,9 @@ class FromWriter {
     const auto computed = computed_.find(&source);
     if (computed == computed_.end()) return text;
     std::vector<std::string> columns;
-    for (const int column : asked.columns) columns.push_back(name + ".c" + std::to_string(column));
-    for (const int row : asked.rows) columns.push_back(writer_.rowId(source, row));
+    for (const int column : usedColumns.columns)
+      columns.push_back(name + ".c" + std::to_string(column));
+    for (const int row : usedColumns.rows) columns.push_back(writer_.rowId(source, row));
     for (std::size_t i = 0; i < computed->second.size(); ++i) {
       columns.push_back(computed->second[i] + " AS k" + std::to_string(i));
     }

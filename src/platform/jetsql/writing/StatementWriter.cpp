@@ -34,12 +34,12 @@ std::string sourceName(const Source& source) {
 }
 
 std::string StatementWriter::column(const Source& source, int column) {
-  asked_[&source].columns.insert(column);
+  used_[&source].columns.insert(column);
   return sourceName(source) + ".c" + std::to_string(column);
 }
 
 std::string StatementWriter::rowId(const Source& source, int column) {
-  asked_[&source].rows.insert(source.table != nullptr ? 0 : column);
+  used_[&source].rows.insert(source.table != nullptr ? 0 : column);
   return sourceName(source) + ".r" + (source.table != nullptr ? "" : std::to_string(column));
 }
 
@@ -48,7 +48,7 @@ void StatementWriter::addTable(const Source& source) {
   if (use == out_.tables.end()) {
     use = out_.tables.insert(use, {.number = source.number, .table = source.table});
   }
-  const std::set<int>& columns = asked(source).columns;
+  const std::set<int>& columns = usedColumns(source).columns;
   use->columns = std::vector<jet::ColumnIndex>(columns.begin(), columns.end());
 }
 

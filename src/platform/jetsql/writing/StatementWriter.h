@@ -14,7 +14,7 @@ struct Source;
 
 /// The parts of a source that a statement uses: its columns, and the columns whose table rows the
 /// statement needs, by their indexes.
-struct Asked {
+struct UsedColumns {
   std::set<int> columns;
   std::set<int> rows;
 };
@@ -30,7 +30,7 @@ class StatementWriter {
   /// The packed id of the table row that the column comes from.
   std::string rowId(const Source& source, int column);
   /// What has been used of the source so far.
-  const Asked& asked(const Source& source) { return asked_[&source]; }
+  const UsedColumns& usedColumns(const Source& source) { return used_[&source]; }
 
   /// Notes a table of FROM, with the columns that have been used of it so far.
   void addTable(const Source& source);
@@ -41,7 +41,7 @@ class StatementWriter {
 
  private:
   WrittenStatement& out_;
-  std::map<const Source*, Asked> asked_;
+  std::map<const Source*, UsedColumns> used_;
   int fresh_ = 0;
 };
 

@@ -11,9 +11,9 @@ namespace {
 
 /// Decides on the columns of SQLite's result: the row ids and values that the statement's reader
 /// needs.
-class Outermost {
+class ResultPlanner {
  public:
-  Outermost(WrittenStatement& out, const BoundQuery& query) : out_(out), query_(query) {}
+  ResultPlanner(WrittenStatement& out, const BoundQuery& query) : out_(out), query_(query) {}
 
   void write() {
     for (std::size_t i = 0; i < query_.columns.size(); ++i) addColumn(static_cast<int>(i));
@@ -86,7 +86,7 @@ class Outermost {
 
 WrittenStatement writeStatement(const BoundQuery& query) {
   WrittenStatement out;
-  Outermost(out, query).write();
+  ResultPlanner(out, query).write();
   return out;
 }
 

@@ -7,7 +7,7 @@
 namespace forms::qt {
 
 /// The look of a button in its current state.
-struct KeyLook {
+struct ButtonAppearance {
   QColor back;
   QColor text;
   double scale = 1;  ///< of the screen's layout
@@ -18,7 +18,7 @@ struct KeyLook {
 };
 
 /// Paints a button, filled with exactly `look.back`. The state changes only its frame.
-void paintKey(QPainter& painter, const QRect& area, const KeyLook& look, CaptionLayout& caption,
-              const QColor& accent);
+void paintKey(QPainter& painter, const QRect& area, const ButtonAppearance& look,
+              CaptionLayout& caption, const QColor& accent);
 
 }  // namespace forms::qt

@@ -9,10 +9,10 @@
 namespace forms::qt {
 
 /// The accessible interface of a list. Creates that of a row when it is first requested.
-class EntryListReader final : public QAccessibleWidget {
+class EntryListAccessible final : public QAccessibleWidget {
  public:
-  explicit EntryListReader(EntryList& list) : QAccessibleWidget(&list, QAccessible::List) {}
-  ~EntryListReader() override;
+  explicit EntryListAccessible(EntryList& list) : QAccessibleWidget(&list, QAccessible::List) {}
+  ~EntryListAccessible() override;
 
   int childCount() const override;
   QAccessibleInterface* child(int row) const override;
@@ -28,9 +28,9 @@ class EntryListReader final : public QAccessibleWidget {
 
 /// A row of a list: its accessible name is the description in the entry, its accessible description
 /// the id. The press action selects the row and raises a double click.
-class EntryReader final : public QAccessibleInterface, public QAccessibleActionInterface {
+class EntryAccessible final : public QAccessibleInterface, public QAccessibleActionInterface {
  public:
-  EntryReader(EntryList& list, int row) : list_(&list), row_(row) {}
+  EntryAccessible(EntryList& list, int row) : list_(&list), row_(row) {}
 
   int row() const { return row_; }
 

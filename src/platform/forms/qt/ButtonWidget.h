@@ -7,13 +7,13 @@
 #include "platform/forms/DataObject.h"
 #include "platform/forms/Event.h"
 #include "platform/forms/Measures.h"
+#include "platform/forms/qt/ButtonPainter.h"
 #include "platform/forms/qt/DoublePress.h"
-#include "platform/forms/qt/KeyPainter.h"
 
 namespace forms::qt {
 
 /// The events of a button, raised through the dispatcher, and a query for screen readers.
-struct KeyEvents {
+struct ButtonEvents {
   const Event<>& click;
   const Event<>& doubleClick;
   const Event<>& focus;
@@ -23,18 +23,19 @@ struct KeyEvents {
 };
 
 /// The state of a button. Where several apply, the last of them in this order is painted.
-enum class KeyState { Rest, Focus, Over, Down };
+enum class ButtonState { Rest, Focus, Over, Down };
 
-struct KeyColours {
+struct ButtonColours {
   Colour back;
   Colour text;
 };
 
 /// The widget of a button: it paints the button's properties and reports what the user does.
-class KeyFace final : public QAbstractButton {
+class ButtonWidget final : public QAbstractButton {
  public:
   /// `colours` returns the colours to paint in a state.
-  KeyFace(QWidget* parent, const KeyEvents& events, std::function<KeyColours(KeyState)> colours);
+  ButtonWidget(QWidget* parent, const ButtonEvents& events,
+               std::function<ButtonColours(ButtonState)> colours);
 
   /// Makes this button key `number` of the key block; screen readers call it "Key n" when it has no
   /// caption.
@@ -52,7 +53,7 @@ class KeyFace final : public QAbstractButton {
   /// True for the key that the screen's commands act on.
   bool isCurrent() const { return events_.isCurrent && events_.isCurrent(); }
   /// Tells screen readers when `isCurrent` has changed since the last call.
-  void tellCurrent();
+  void announceCurrent();
   bool takesDoubleClick() const { return static_cast<bool>(events_.doubleClick); }
   void doubleClick();
 
@@ -76,13 +77,13 @@ class KeyFace final : public QAbstractButton {
   void nextCheckState() override;
 
  private:
-  KeyState state() const;
+  ButtonState state() const;
   void raiseClick();
   void hold(bool down);
   void markDrop(bool on);
 
-  KeyEvents events_;
-  std::function<KeyColours(KeyState)> colours_;
+  ButtonEvents events_;
+  std::function<ButtonColours(ButtonState)> colours_;
   CaptionLayout caption_;
   DoublePress doublePress_;
   QString keyName_;
@@ -92,7 +93,7 @@ class KeyFace final : public QAbstractButton {
   bool held_ = false;     ///< drawn pressed: a press is active and the pointer is over the button
   bool hovered_ = false;
   bool dropMark_ = false;
-  bool toldCurrent_ = false;
+  bool announcedCurrent_ = false;
 };
 
 }  // namespace forms::qt

@@ -10,9 +10,9 @@ namespace forms::qt {
 /// Limits a line edit to one line of complete characters: control characters and line breaks of
 /// pasted text become blanks; an unpaired surrogate, which a length limit can leave, is dropped.
 /// The edit, which owns this object, takes no drops: only keys do.
-class OneLine : public QValidator {
+class OneLineValidator : public QValidator {
  public:
-  explicit OneLine(QLineEdit& edit);
+  explicit OneLineValidator(QLineEdit& edit);
   State validate(QString& input, int& cursor) const final;
 
  protected:

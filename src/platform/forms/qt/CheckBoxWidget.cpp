@@ -1,4 +1,4 @@
-#include "platform/forms/qt/TickBox.h"
+#include "platform/forms/qt/CheckBoxWidget.h"
 
 #include <QPainter>
 #include <QStyle>
@@ -12,7 +12,7 @@
 
 namespace forms::qt {
 
-TickBox::TickBox(QWidget* parent, const Design& design, std::function<void()> toggle)
+CheckBoxWidget::CheckBoxWidget(QWidget* parent, const Design& design, std::function<void()> toggle)
     : QCheckBox(parent),
       toggle_(std::move(toggle)),
       caption_(toQt(design.caption)),
@@ -22,7 +22,7 @@ TickBox::TickBox(QWidget* parent, const Design& design, std::function<void()> to
   setText(QString(caption_).replace('&', "&&"));
 }
 
-void TickBox::paintEvent(QPaintEvent*) {
+void CheckBoxWidget::paintEvent(QPaintEvent*) {
   constexpr int kGap = 6;
   constexpr double kVisible = 2;
   QPainter painter(this);
@@ -51,7 +51,7 @@ void TickBox::paintEvent(QPaintEvent*) {
 }
 
 // The toolkit calls this for every change by the user, with mouse, key or screen reader.
-void TickBox::nextCheckState() {
+void CheckBoxWidget::nextCheckState() {
   qt::dispatch(toggle_);
 }
 

@@ -5,10 +5,10 @@
 namespace forms::qt {
 
 /// A border drawn over the widgets of a window without a frame. It ignores input.
-class Edge final : public QWidget {
+class WindowBorder final : public QWidget {
  public:
   /// Creates the border and shows it.
-  explicit Edge(QWidget* window);
+  explicit WindowBorder(QWidget* window);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -1,4 +1,4 @@
-#include "platform/forms/qt/Edge.h"
+#include "platform/forms/qt/WindowBorder.h"
 
 #include <QPainter>
 
@@ -7,14 +7,14 @@
 
 namespace forms::qt {
 
-Edge::Edge(QWidget* window) : QWidget(window) {
+WindowBorder::WindowBorder(QWidget* window) : QWidget(window) {
   setAttribute(Qt::WA_TransparentForMouseEvents);
   setGeometry(window->rect());
   show();
   raise();
 }
 
-void Edge::paintEvent(QPaintEvent*) {
+void WindowBorder::paintEvent(QPaintEvent*) {
   constexpr double kShare = 0.6;
   QPainter painter(this);
   const QColor back = palette().color(QPalette::Window);

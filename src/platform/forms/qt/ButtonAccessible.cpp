@@ -1,4 +1,4 @@
-#include "platform/forms/qt/KeyReader.h"
+#include "platform/forms/qt/ButtonAccessible.h"
 
 #include "platform/forms/qt/KeyBlock.h"
 #include "platform/forms/qt/ReaderAction.h"
@@ -13,7 +13,7 @@ const QString& doubleClickAction() {
 
 }  // namespace
 
-QString KeyReader::text(QAccessible::Text kind) const {
+QString ButtonAccessible::text(QAccessible::Text kind) const {
   if (kind != QAccessible::Description || !face().isKey()) return QAccessibleWidget::text(kind);
   const GridPosition position = positionOf(face());
   return QStringLiteral("%1, row %2, column %3, colour %4")
@@ -23,20 +23,20 @@ QString KeyReader::text(QAccessible::Text kind) const {
       .arg(face().restColour().name().toUpper());
 }
 
-QAccessible::State KeyReader::state() const {
+QAccessible::State ButtonAccessible::state() const {
   QAccessible::State now = QAccessibleWidget::state();
   now.selectable = face().isKey();
   now.selected = face().isCurrent();
   return now;
 }
 
-QStringList KeyReader::actionNames() const {
+QStringList ButtonAccessible::actionNames() const {
   QStringList names{pressAction(), setFocusAction()};
   if (face().takesDoubleClick()) names.append(doubleClickAction());
   return names;
 }
 
-void KeyReader::doAction(const QString& action) {
+void ButtonAccessible::doAction(const QString& action) {
   if (action == pressAction())
     actLater(face(), [&face = face()] { face.click(); });
   else if (action == doubleClickAction() && face().takesDoubleClick())

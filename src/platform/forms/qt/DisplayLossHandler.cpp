@@ -1,4 +1,4 @@
-#include "platform/forms/qt/DisplayWatch.h"
+#include "platform/forms/qt/DisplayLossHandler.h"
 
 #include <poll.h>
 #include <signal.h>
@@ -15,7 +15,7 @@ namespace {
 int connection = -1;
 
 /// The previous action for SIGSEGV.
-struct sigaction usual {};
+struct sigaction previousAction {};
 
 int connectionToXServer() {
   if (QGuiApplication::platformName() != u"xcb") return -1;
@@ -31,21 +31,21 @@ int connectionToXServer() {
 void endIfServerHasGone(int signal) {
   pollfd server{.fd = connection, .events = POLLRDHUP, .revents = 0};
   if (connection >= 0 && ::poll(&server, 1, 0) > 0) std::_Exit(1);
-  ::sigaction(signal, &usual, nullptr);
+  ::sigaction(signal, &previousAction, nullptr);
 }
 
 }  // namespace
 
-DisplayWatch::DisplayWatch() {
+DisplayLossHandler::DisplayLossHandler() {
   connection = connectionToXServer();
   struct sigaction action {};
   action.sa_handler = endIfServerHasGone;
   action.sa_flags = SA_ONSTACK;
-  if (connection >= 0) ::sigaction(SIGSEGV, &action, &usual);
+  if (connection >= 0) ::sigaction(SIGSEGV, &action, &previousAction);
 }
 
-DisplayWatch::~DisplayWatch() {
-  if (connection >= 0) ::sigaction(SIGSEGV, &usual, nullptr);
+DisplayLossHandler::~DisplayLossHandler() {
+  if (connection >= 0) ::sigaction(SIGSEGV, &previousAction, nullptr);
   connection = -1;
 }
 

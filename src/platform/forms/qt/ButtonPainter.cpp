@@ -1,4 +1,4 @@
-#include "platform/forms/qt/KeyPainter.h"
+#include "platform/forms/qt/ButtonPainter.h"
 
 #include <QPixmapCache>
 #include <array>
@@ -13,7 +13,8 @@ constexpr double kSideMargin = 4;
 constexpr double kTopMargin = 2;
 constexpr qreal kRadius = 3;
 
-void drawPlate(QPainter& painter, const QRectF& area, const KeyLook& look, const QColor& accent) {
+void drawPlate(QPainter& painter, const QRectF& area, const ButtonAppearance& look,
+               const QColor& accent) {
   const QColor mark = markOn(look.back);
   DeviceFrames frames(painter, area, kRadius);
   frames.fill(look.back);
@@ -32,16 +33,16 @@ void drawPlate(QPainter& painter, const QRectF& area, const KeyLook& look, const
 
 /// The cached picture of a button without its caption; `size` is in device pixels. Few different
 /// pictures serve all keys, and drawing the rounded frame costs more than the rest of a key.
-QPixmap plateOf(const KeyLook& look, const QColor& accent, QSize size, qreal density) {
+QPixmap plateOf(const ButtonAppearance& look, const QColor& accent, QSize size, qreal density) {
   const auto states = static_cast<QRgb>(look.hovered | look.pressed << 1 | look.focusMark << 2);
-  const std::array<QRgb, 6> distinction{look.back.rgba(),
-                                        accent.rgba(),
-                                        static_cast<QRgb>(size.width()),
-                                        static_cast<QRgb>(size.height()),
-                                        static_cast<QRgb>(qRound(density * 1000)),
-                                        states};
-  const QString name(reinterpret_cast<const QChar*>(distinction.data()),
-                     sizeof distinction / sizeof(QChar));
+  const std::array<QRgb, 6> cacheKey{look.back.rgba(),
+                                     accent.rgba(),
+                                     static_cast<QRgb>(size.width()),
+                                     static_cast<QRgb>(size.height()),
+                                     static_cast<QRgb>(qRound(density * 1000)),
+                                     states};
+  const QString name(reinterpret_cast<const QChar*>(cacheKey.data()),
+                     sizeof cacheKey / sizeof(QChar));
   QPixmap plate;
   if (QPixmapCache::find(name, &plate)) return plate;
   plate = QPixmap(size);
@@ -56,8 +57,8 @@ QPixmap plateOf(const KeyLook& look, const QColor& accent, QSize size, qreal den
 
 }  // namespace
 
-void paintKey(QPainter& painter, const QRect& area, const KeyLook& look, CaptionLayout& caption,
-              const QColor& accent) {
+void paintKey(QPainter& painter, const QRect& area, const ButtonAppearance& look,
+              CaptionLayout& caption, const QColor& accent) {
   const QTransform toDevice = painter.deviceTransform();
   const QRect bounds = deviceBounds(painter, area);
   painter.save();

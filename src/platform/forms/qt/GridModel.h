@@ -10,12 +10,12 @@ namespace forms::qt {
 
 /// The content of a sheet: texts and kinds of its cells, and the settings of its columns. The first
 /// row and the first column are the sheet's fixed frame.
-class SheetModel : public QAbstractTableModel {
+class GridModel : public QAbstractTableModel {
  public:
   static constexpr int kFixedRows = 1;
   static constexpr int kFixedColumns = 1;
 
-  SheetModel(int rows, int columns, QObject* parent);
+  GridModel(int rows, int columns, QObject* parent);
 
   QString text(const QModelIndex& cell) const { return at(cell).text; }
   void setText(const QModelIndex& cell, const QString& text);

@@ -2,15 +2,15 @@
 
 #include <QAccessibleWidget>
 
-#include "platform/forms/qt/KeyFace.h"
+#include "platform/forms/qt/ButtonWidget.h"
 
 namespace forms::qt {
 
 /// A button as screen readers see it. A key is described by its index (from 0), its position (from
 /// 1) and its colour at rest, is selected if it is the current one, and can be double-clicked.
-class KeyReader final : public QAccessibleWidget {
+class ButtonAccessible final : public QAccessibleWidget {
  public:
-  explicit KeyReader(KeyFace& face) : QAccessibleWidget(&face, QAccessible::Button) {}
+  explicit ButtonAccessible(ButtonWidget& face) : QAccessibleWidget(&face, QAccessible::Button) {}
 
   QString text(QAccessible::Text kind) const override;
   QAccessible::State state() const override;
@@ -18,7 +18,7 @@ class KeyReader final : public QAccessibleWidget {
   void doAction(const QString& action) override;
 
  private:
-  KeyFace& face() const { return *static_cast<KeyFace*>(widget()); }
+  ButtonWidget& face() const { return *static_cast<ButtonWidget*>(widget()); }
 };
 
 }  // namespace forms::qt

@@ -1,49 +1,49 @@
-#include "platform/forms/qt/SheetModel.h"
+#include "platform/forms/qt/GridModel.h"
 
 namespace forms::qt {
 
 using FlexCell::CellType;
 
-SheetModel::SheetModel(int rows, int columns, QObject* parent)
+GridModel::GridModel(int rows, int columns, QObject* parent)
     : QAbstractTableModel(parent),
       rows_(rows),
       columns_(at(columns)),
       cells_(at(rows) * at(columns)) {}
 
-const SheetModel::Cell& SheetModel::at(const QModelIndex& cell) const {
+const GridModel::Cell& GridModel::at(const QModelIndex& cell) const {
   return cells_[at(cell.row()) * columns_.size() + at(cell.column())];
 }
 
-SheetModel::Cell& SheetModel::at(const QModelIndex& cell) {
+GridModel::Cell& GridModel::at(const QModelIndex& cell) {
   return cells_[at(cell.row()) * columns_.size() + at(cell.column())];
 }
 
-void SheetModel::setText(const QModelIndex& cell, const QString& text) {
+void GridModel::setText(const QModelIndex& cell, const QString& text) {
   if (at(cell).text == text) return;
   at(cell).text = text;
   emit dataChanged(cell, cell);
 }
 
-void SheetModel::setKind(const QModelIndex& cell, CellType kind) {
+void GridModel::setKind(const QModelIndex& cell, CellType kind) {
   at(cell).kind = kind;
   emit dataChanged(cell, cell);
 }
 
-void SheetModel::setColumnKind(int column, CellType kind) {
+void GridModel::setColumnKind(int column, CellType kind) {
   for (int row = 0; row < rows_; ++row) at(index(row, column)).kind = kind;
   emit dataChanged(index(0, column), index(rows_ - 1, column));
 }
 
-bool SheetModel::isFixed(const QModelIndex& cell) const {
+bool GridModel::isFixed(const QModelIndex& cell) const {
   return cell.row() < kFixedRows || cell.column() < kFixedColumns;
 }
 
-void SheetModel::setLocked(int column, bool locked) {
+void GridModel::setLocked(int column, bool locked) {
   columns_[at(column)].locked = locked;
   emit dataChanged(index(0, column), index(rows_ - 1, column));
 }
 
-QString SheetModel::label(const QModelIndex& cell) const {
+QString GridModel::label(const QModelIndex& cell) const {
   for (int column = cell.column() - 1; column >= kFixedColumns; --column)
     if (isLocked(column)) return text(index(cell.row(), column));
   return {};
@@ -51,22 +51,22 @@ QString SheetModel::label(const QModelIndex& cell) const {
 
 /// The text for screen readers: label and value. A check cell has only its label, since readers get
 /// its state.
-QString SheetModel::spokenText(const QModelIndex& cell) const {
+QString GridModel::spokenText(const QModelIndex& cell) const {
   QString label = this->label(cell);
   if (kind(cell) == CellType::CheckBox) return label;
   if (label.isEmpty() || isLocked(cell.column())) return text(cell);
   return text(cell).isEmpty() ? label : label + QStringLiteral(": ") + text(cell);
 }
 
-int SheetModel::rowCount(const QModelIndex& parent) const {
+int GridModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : rows_;
 }
 
-int SheetModel::columnCount(const QModelIndex& parent) const {
+int GridModel::columnCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(columns_.size());
 }
 
-QVariant SheetModel::data(const QModelIndex& index, int role) const {
+QVariant GridModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   switch (role) {
     case Qt::DisplayRole:
@@ -86,11 +86,11 @@ QVariant SheetModel::data(const QModelIndex& index, int role) const {
 }
 
 // No headers for screen readers: the fixed row and column are cells of the grid.
-QVariant SheetModel::headerData(int, Qt::Orientation, int) const {
+QVariant GridModel::headerData(int, Qt::Orientation, int) const {
   return {};
 }
 
-Qt::ItemFlags SheetModel::flags(const QModelIndex& index) const {
+Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
   if (!index.isValid()) return Qt::NoItemFlags;
   Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
   if (!isFixed(index)) flags |= Qt::ItemIsSelectable;

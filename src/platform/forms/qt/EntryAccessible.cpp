@@ -1,63 +1,63 @@
-#include "platform/forms/qt/EntryReader.h"
+#include "platform/forms/qt/EntryAccessible.h"
 
 #include "platform/forms/qt/ReaderAction.h"
 
 namespace forms::qt {
 
-EntryListReader::~EntryListReader() {
+EntryListAccessible::~EntryListAccessible() {
   for (const QAccessible::Id row : rows_) QAccessible::deleteAccessibleInterface(row);
 }
 
-int EntryListReader::childCount() const {
+int EntryListAccessible::childCount() const {
   return list().model()->rowCount();
 }
 
-QAccessibleInterface* EntryListReader::child(int row) const {
+QAccessibleInterface* EntryListAccessible::child(int row) const {
   if (row < 0 || row >= childCount()) return nullptr;
   auto known = rows_.find(row);
   if (known == rows_.end()) {
-    auto* reader = new EntryReader(list(), row);
+    auto* reader = new EntryAccessible(list(), row);
     // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the toolkit owns what is registered
     known = rows_.insert(row, QAccessible::registerAccessibleInterface(reader));
   }
   return QAccessible::accessibleInterface(*known);
 }
 
-QAccessibleInterface* EntryListReader::childAt(int x, int y) const {
+QAccessibleInterface* EntryListAccessible::childAt(int x, int y) const {
   return child(list().indexAt(list().viewport()->mapFromGlobal(QPoint(x, y))).row());
 }
 
-int EntryListReader::indexOfChild(const QAccessibleInterface* child) const {
-  const auto* row = dynamic_cast<const EntryReader*>(child);
+int EntryListAccessible::indexOfChild(const QAccessibleInterface* child) const {
+  const auto* row = dynamic_cast<const EntryAccessible*>(child);
   return row != nullptr ? row->row() : -1;
 }
 
-QAccessibleInterface* EntryListReader::focusChild() const {
+QAccessibleInterface* EntryListAccessible::focusChild() const {
   return list().hasFocus() ? child(list().currentIndex().row()) : nullptr;
 }
 
-bool EntryReader::isValid() const {
+bool EntryAccessible::isValid() const {
   return !list_.isNull() && index().isValid();
 }
 
-QAccessibleInterface* EntryReader::parent() const {
+QAccessibleInterface* EntryAccessible::parent() const {
   return QAccessible::queryAccessibleInterface(list_);
 }
 
-QString EntryReader::text(QAccessible::Text kind) const {
+QString EntryAccessible::text(QAccessible::Text kind) const {
   if (!isValid()) return {};
   if (kind == QAccessible::Name) return list_->nameOf(row_);
   if (kind == QAccessible::Description) return list_->idOf(row_);
   return {};
 }
 
-QRect EntryReader::rect() const {
+QRect EntryAccessible::rect() const {
   if (!isValid()) return {};
   const QRect row = list_->visualRect(index());
   return {list_->viewport()->mapToGlobal(row.topLeft()), row.size()};
 }
 
-QAccessible::State EntryReader::state() const {
+QAccessible::State EntryAccessible::state() const {
   QAccessible::State now;
   if (!isValid()) {
     now.invalid = true;
@@ -73,12 +73,12 @@ QAccessible::State EntryReader::state() const {
   return now;
 }
 
-void* EntryReader::interface_cast(QAccessible::InterfaceType type) {
+void* EntryAccessible::interface_cast(QAccessible::InterfaceType type) {
   if (type == QAccessible::ActionInterface) return static_cast<QAccessibleActionInterface*>(this);
   return nullptr;
 }
 
-void EntryReader::doAction(const QString& action) {
+void EntryAccessible::doAction(const QString& action) {
   if (action != pressAction() || !isValid()) return;
   actLater(*list_, [list = list_.data(), row = row_] { list->doubleClickRow(row); });
 }

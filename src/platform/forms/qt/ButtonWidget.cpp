@@ -1,4 +1,4 @@
-#include "platform/forms/qt/KeyFace.h"
+#include "platform/forms/qt/ButtonWidget.h"
 
 #include <QAccessible>
 #include <QDragEnterEvent>
@@ -35,72 +35,72 @@ bool isPressKey(const QKeyEvent& event) {
 
 }  // namespace
 
-KeyFace::KeyFace(QWidget* parent, const KeyEvents& events,
-                 std::function<KeyColours(KeyState)> colours)
+ButtonWidget::ButtonWidget(QWidget* parent, const ButtonEvents& events,
+                           std::function<ButtonColours(ButtonState)> colours)
     : QAbstractButton(parent), events_(events), colours_(std::move(colours)) {
   setFocusPolicy(Qt::StrongFocus);
 }
 
-void KeyFace::setKeyNumber(int number) {
+void ButtonWidget::setKeyNumber(int number) {
   keyName_ = "Key " + QString::number(number);
 }
 
-void KeyFace::setCaption(const QString& text) {
+void ButtonWidget::setCaption(const QString& text) {
   caption_.set(text);
   setAccessibleName(text.isEmpty() ? keyName_ : text);
   update();
 }
 
-void KeyFace::setTextFont(const QFont& font) {
+void ButtonWidget::setTextFont(const QFont& font) {
   caption_.set(font);
   update();
 }
 
-KeyState KeyFace::state() const {
-  if (held_) return KeyState::Down;
-  if (hovered_) return KeyState::Over;
-  return hasFocus() ? KeyState::Focus : KeyState::Rest;
+ButtonState ButtonWidget::state() const {
+  if (held_) return ButtonState::Down;
+  if (hovered_) return ButtonState::Over;
+  return hasFocus() ? ButtonState::Focus : ButtonState::Rest;
 }
 
-QColor KeyFace::restColour() const {
-  return drawnColour(colours_(KeyState::Rest).back, palette());
+QColor ButtonWidget::restColour() const {
+  return drawnColour(colours_(ButtonState::Rest).back, palette());
 }
 
-void KeyFace::tellCurrent() {
+void ButtonWidget::announceCurrent() {
   const bool current = isCurrent();
-  if (std::exchange(toldCurrent_, current) == current) return;
+  if (std::exchange(announcedCurrent_, current) == current) return;
   QAccessible::State changed;
   changed.selected = true;
   QAccessibleStateChangeEvent event(this, changed);
   QAccessible::updateAccessibility(&event);
 }
 
-void KeyFace::raiseClick() {
+void ButtonWidget::raiseClick() {
   qt::raise(events_.click);
-  if (isKey()) tellCurrentKeys(*this);
+  if (isKey()) announceCurrentKeys(*this);
 }
 
-void KeyFace::doubleClick() {
+void ButtonWidget::doubleClick() {
   qt::raise(events_.doubleClick);
-  if (isKey()) tellCurrentKeys(*this);
+  if (isKey()) announceCurrentKeys(*this);
 }
 
-void KeyFace::hold(bool down) {
+void ButtonWidget::hold(bool down) {
   if (held_ == down) return;
   held_ = down;
   update();
 }
 
-void KeyFace::markDrop(bool on) {
+void ButtonWidget::markDrop(bool on) {
   if (dropMark_ == on) return;
   dropMark_ = on;
   update();
 }
 
-void KeyFace::paintEvent(QPaintEvent*) {
+void ButtonWidget::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  const KeyColours colours = colours_(state());
-  KeyLook look;
+  const ButtonColours colours = colours_(state());
+  ButtonAppearance look;
   look.back = drawnColour(colours.back, palette());
   look.text = textOn(colours.text, look.back, palette());
   look.scale = scale_;
@@ -111,18 +111,18 @@ void KeyFace::paintEvent(QPaintEvent*) {
   paintKey(painter, rect(), look, caption_, palette().color(QPalette::Highlight));
 }
 
-void KeyFace::mousePressEvent(QMouseEvent* event) {
+void ButtonWidget::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   doublePress_.press(*event);
   pressed_ = true;
   hold(true);
 }
 
-void KeyFace::mouseMoveEvent(QMouseEvent* event) {
+void ButtonWidget::mouseMoveEvent(QMouseEvent* event) {
   if (pressed_) hold(rect().contains(event->position().toPoint()));
 }
 
-void KeyFace::mouseReleaseEvent(QMouseEvent* event) {
+void ButtonWidget::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || !pressed_) return;
   pressed_ = false;
   const bool inside = held_;
@@ -132,7 +132,7 @@ void KeyFace::mouseReleaseEvent(QMouseEvent* event) {
 
 // The second press of a double press is no click: `pressed_` stays false, so its release is
 // ignored.
-void KeyFace::mouseDoubleClickEvent(QMouseEvent* event) {
+void ButtonWidget::mouseDoubleClickEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   if (doublePress_.completes(*event))
     doubleClick();
@@ -140,21 +140,21 @@ void KeyFace::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
 }
 
-void KeyFace::keyPressEvent(QKeyEvent* event) {
+void ButtonWidget::keyPressEvent(QKeyEvent* event) {
   if (isPressKey(*event)) {
     if (event->isAutoRepeat()) return;
     pressed_ = true;
     hold(true);
     return;
   }
-  KeyFace* const next = isKey() ? neighbour(*this, event->key()) : nullptr;
+  ButtonWidget* const next = isKey() ? neighbour(*this, event->key()) : nullptr;
   if (next != nullptr)
     next->setFocus(Qt::TabFocusReason);
   else
     event->ignore();
 }
 
-void KeyFace::keyReleaseEvent(QKeyEvent* event) {
+void ButtonWidget::keyReleaseEvent(QKeyEvent* event) {
   if (!isPressKey(*event)) {
     event->ignore();
     return;
@@ -165,41 +165,41 @@ void KeyFace::keyReleaseEvent(QKeyEvent* event) {
   raiseClick();
 }
 
-void KeyFace::enterEvent(QEnterEvent*) {
+void ButtonWidget::enterEvent(QEnterEvent*) {
   hovered_ = true;
   update();
   qt::raise(events_.pointer);
 }
 
-void KeyFace::leaveEvent(QEvent*) {
+void ButtonWidget::leaveEvent(QEvent*) {
   hovered_ = false;
   update();
 }
 
-void KeyFace::focusInEvent(QFocusEvent*) {
+void ButtonWidget::focusInEvent(QFocusEvent*) {
   update();
   qt::raise(events_.focus);
 }
 
-void KeyFace::focusOutEvent(QFocusEvent*) {
+void ButtonWidget::focusOutEvent(QFocusEvent*) {
   pressed_ = false;
   held_ = false;
   update();
 }
 
-void KeyFace::dragEnterEvent(QDragEnterEvent* event) {
+void ButtonWidget::dragEnterEvent(QDragEnterEvent* event) {
   markDrop(take(*event));
 }
 
-void KeyFace::dragMoveEvent(QDragMoveEvent* event) {
+void ButtonWidget::dragMoveEvent(QDragMoveEvent* event) {
   take(*event);
 }
 
-void KeyFace::dragLeaveEvent(QDragLeaveEvent*) {
+void ButtonWidget::dragLeaveEvent(QDragLeaveEvent*) {
   markDrop(false);
 }
 
-void KeyFace::dropEvent(QDropEvent* event) {
+void ButtonWidget::dropEvent(QDropEvent* event) {
   markDrop(false);
   if (!take(*event)) return;
   // Another program's text can be of any size, so a failure to copy it is handled by `dispatch`
@@ -213,7 +213,7 @@ void KeyFace::dropEvent(QDropEvent* event) {
   });
 }
 
-void KeyFace::nextCheckState() {
+void ButtonWidget::nextCheckState() {
   raiseClick();
 }
 

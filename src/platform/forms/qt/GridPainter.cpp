@@ -1,12 +1,12 @@
-#include "platform/forms/qt/SheetPainter.h"
+#include "platform/forms/qt/GridPainter.h"
 
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOptionButton>
 
 #include "platform/forms/qt/Colours.h"
+#include "platform/forms/qt/GridView.h"
 #include "platform/forms/qt/Pictures.h"
-#include "platform/forms/qt/SheetView.h"
 
 namespace forms::qt {
 namespace {
@@ -53,11 +53,11 @@ SheetColours::SheetColours(const FlexCell::GridDesign& design, const QPalette& p
   if (contrast(focus, active) < kVisible) focus = activeText;
 }
 
-SheetPainter::SheetPainter(SheetView& view) : QStyledItemDelegate(&view), view_(view) {}
+GridPainter::GridPainter(GridView& view) : QStyledItemDelegate(&view), view_(view) {}
 
-void SheetPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
-                         const QModelIndex& index) const {
-  const SheetModel& sheet = view_.sheet();
+void GridPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const {
+  const GridModel& sheet = view_.sheet();
   const SheetColours& colours = view_.colours();
   const bool active = index == view_.currentIndex();
   const bool fixed = sheet.isFixed(index);
@@ -85,23 +85,23 @@ void SheetPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
   }
 }
 
-void SheetPainter::paintText(QPainter& painter, const QRect& cell, const QString& text,
-                             const QColor& colour) {
+void GridPainter::paintText(QPainter& painter, const QRect& cell, const QString& text,
+                            const QColor& colour) {
   const QRect area = cell.adjusted(kCellInset, 0, -kCellInset, 0);
   painter.setPen(colour);
   painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                    painter.fontMetrics().elidedText(text, Qt::ElideRight, area.width()));
 }
 
-void SheetPainter::paintDropDown(QPainter& painter, const QRect& cell, const QString& text,
-                                 const QColor& colour) {
+void GridPainter::paintDropDown(QPainter& painter, const QRect& cell, const QString& text,
+                                const QColor& colour) {
   paintText(painter, cell.adjusted(0, 0, -kDropArrowRoom, 0), text, colour);
   paintDropArrow(painter, cell, colour);
 }
 
 /// Paints a white box with a clear edge in every theme and on every cell colour.
-void SheetPainter::paintCheckBox(QPainter& painter, const QStyleOptionViewItem& option,
-                                 bool checked) const {
+void GridPainter::paintCheckBox(QPainter& painter, const QStyleOptionViewItem& option,
+                                bool checked) const {
   QStyleOptionButton box;
   box.initFrom(&view_);
   box.palette.setColor(QPalette::Base, Qt::white);

@@ -9,26 +9,26 @@
 #include "platform/forms/GridDesign.h"
 #include "platform/forms/qt/CellDropDown.h"
 #include "platform/forms/qt/CellEdit.h"
-#include "platform/forms/qt/SheetModel.h"
-#include "platform/forms/qt/SheetPainter.h"
+#include "platform/forms/qt/GridModel.h"
+#include "platform/forms/qt/GridPainter.h"
 
 class QAccessibleInterface;
 
 namespace forms::qt {
 
 /// The events of a sheet, raised through the dispatcher.
-struct SheetEvents {
+struct GridEvents {
   const Event<>& click;
   const Event<std::int16_t>& comboClick;
 };
 
 /// The widget of a grid. An editable text or drop-down cell shows its editor whenever it is active,
 /// so the user can type at once; each change goes into the cell immediately.
-class SheetView final : public QTableView {
+class GridView final : public QTableView {
  public:
-  SheetView(QWidget* parent, const FlexCell::GridDesign& design, const SheetEvents& events);
+  GridView(QWidget* parent, const FlexCell::GridDesign& design, const GridEvents& events);
 
-  SheetModel& sheet() const { return *sheet_; }
+  GridModel& sheet() const { return *sheet_; }
   const SheetColours& colours() const { return colours_; }
   QModelIndex cell(int row, int column) const { return sheet_->index(row, column); }
 
@@ -79,8 +79,8 @@ class SheetView final : public QTableView {
   void pick(int item);
 
   FlexCell::GridDesign design_;
-  SheetEvents events_;
-  SheetModel* sheet_;
+  GridEvents events_;
+  GridModel* sheet_;
   SheetColours colours_;
   CellEdit* edit_ = nullptr;
   CellDropDown* dropDown_ = nullptr;

@@ -9,11 +9,11 @@ namespace forms::qt {
 
 /// A tick box that paints its own caption on the stored back colour: no character of the caption is
 /// a mnemonic.
-class TickBox : public QCheckBox {
+class CheckBoxWidget : public QCheckBox {
  public:
   /// `toggle` is called, through the dispatcher, when the user changes the box; the box itself
   /// changes only by `setCheckState`.
-  TickBox(QWidget* parent, const Design& design, std::function<void()> toggle);
+  CheckBoxWidget(QWidget* parent, const Design& design, std::function<void()> toggle);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

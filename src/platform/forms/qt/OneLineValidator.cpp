@@ -1,4 +1,4 @@
-#include "platform/forms/qt/OneLine.h"
+#include "platform/forms/qt/OneLineValidator.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -15,23 +15,23 @@ bool isBreakOrControl(QChar unit) {
 
 }  // namespace
 
-OneLine::OneLine(QLineEdit& edit) : QValidator(&edit), edit_(edit) {
+OneLineValidator::OneLineValidator(QLineEdit& edit) : QValidator(&edit), edit_(edit) {
   edit.setValidator(this);
   edit.installEventFilter(this);
   edit.setAcceptDrops(false);
 }
 
-QValidator::State OneLine::validate(QString& input, int& cursor) const {
+QValidator::State OneLineValidator::validate(QString& input, int& cursor) const {
   cursor = static_cast<int>(accepted(input.left(cursor)).size());
   input = accepted(input);
   return Acceptable;
 }
 
-bool OneLine::eventFilter(QObject*, QEvent* event) {
+bool OneLineValidator::eventFilter(QObject*, QEvent* event) {
   return event->type() == QEvent::KeyPress && enter(*static_cast<QKeyEvent*>(event));
 }
 
-bool OneLine::enter(const QKeyEvent& press) {
+bool OneLineValidator::enter(const QKeyEvent& press) {
   const bool pastes = press.matches(QKeySequence::Paste);
   const QString text = pastes ? QGuiApplication::clipboard()->text() : press.text();
   // A leading combining mark belongs to the letter before the cursor.
@@ -42,7 +42,7 @@ bool OneLine::enter(const QKeyEvent& press) {
   return true;
 }
 
-QString OneLine::accepted(const QString& text) const {
+QString OneLineValidator::accepted(const QString& text) const {
   QString line;
   for (qsizetype i = 0; i < text.size(); ++i) {
     const QChar unit = text[i];

@@ -1,4 +1,4 @@
-#include "platform/forms/qt/SheetView.h"
+#include "platform/forms/qt/GridView.h"
 
 #include <QAbstractItemView>
 #include <QAccessible>
@@ -28,16 +28,16 @@ void prepareHeader(QHeaderView& header) {
 
 }  // namespace
 
-SheetView::SheetView(QWidget* parent, const FlexCell::GridDesign& design, const SheetEvents& events)
+GridView::GridView(QWidget* parent, const FlexCell::GridDesign& design, const GridEvents& events)
     : QTableView(parent),
       design_(design),
       events_(events),
-      sheet_(new SheetModel(design.rows, design.cols, this)),
+      sheet_(new GridModel(design.rows, design.cols, this)),
       colours_(design, palette()),
       heights_(static_cast<std::size_t>(design.rows), design.defaultRowHeight),
       widths_(static_cast<std::size_t>(design.cols), kColumnWidth) {
   setModel(sheet_);
-  setItemDelegate(new SheetPainter(*this));
+  setItemDelegate(new GridPainter(*this));
   edit_ = new CellEdit(*this);
   dropDown_ = new CellDropDown(*this);
   setAccessibleName(QStringLiteral("Product sheet"));
@@ -59,26 +59,26 @@ SheetView::SheetView(QWidget* parent, const FlexCell::GridDesign& design, const 
   // Emitted for every choice by the user, also of the entry that is chosen already.
   connect(dropDown_, &QComboBox::activated, this, [this](int item) { pick(item); });
   connect(qApp, &QApplication::focusChanged, viewport(), qOverload<>(&QWidget::update));
-  setCurrentIndex(cell(SheetModel::kFixedRows, SheetModel::kFixedColumns));
+  setCurrentIndex(cell(GridModel::kFixedRows, GridModel::kFixedColumns));
 }
 
-void SheetView::setHeight(int row, int pixels) {
+void GridView::setHeight(int row, int pixels) {
   heights_[static_cast<std::size_t>(row)] = pixels;
   applySizes();
 }
 
-void SheetView::setWidth(int column, int pixels) {
+void GridView::setWidth(int column, int pixels) {
   widths_[static_cast<std::size_t>(column)] = pixels;
   applySizes();
 }
 
-void SheetView::rescale(double scale) {
+void GridView::rescale(double scale) {
   scale_ = scale;
   applySizes();
 }
 
 /// Rounded down, so that rows which fit the sheet at full size fit it at any scale.
-void SheetView::applySizes() {
+void GridView::applySizes() {
   for (int row = 0; row < design_.rows; ++row)
     setRowHeight(row, static_cast<int>(heights_[static_cast<std::size_t>(row)] * scale_));
   for (int column = 0; column < design_.cols; ++column)
@@ -86,7 +86,7 @@ void SheetView::applySizes() {
 }
 
 /// The outer border uses the colour role of the frame, the editor the colours of the active cell.
-void SheetView::applyColours() {
+void GridView::applyColours() {
   colours_ = SheetColours(design_, parentWidget()->palette());
   QPalette own;
   own.setColor(QPalette::WindowText, colours_.border);
@@ -97,14 +97,14 @@ void SheetView::applyColours() {
   edit_->setPalette(edit);
 }
 
-void SheetView::changeEvent(QEvent* event) {
+void GridView::changeEvent(QEvent* event) {
   QTableView::changeEvent(event);
   const QPalette& outer = parentWidget()->palette();
   if (event->type() == QEvent::PaletteChange && SheetColours(design_, outer) != colours_)
     applyColours();
 }
 
-QWidget* SheetView::editor() const {
+QWidget* GridView::editor() const {
   if (!sheet_->isEditable(currentIndex())) return nullptr;
   switch (sheet_->kind(currentIndex())) {
     case CellType::Text:
@@ -117,7 +117,7 @@ QWidget* SheetView::editor() const {
   return nullptr;
 }
 
-void SheetView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+void GridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
   if (!current.isValid()) return;  // during construction
   edit_->setText({});              // clears the undo history of the previous cell
@@ -125,14 +125,14 @@ void SheetView::currentChanged(const QModelIndex& current, const QModelIndex& pr
   edit_->selectAll();
 }
 
-void SheetView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
-                            const QList<int>& roles) {
+void GridView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                           const QList<int>& roles) {
   QTableView::dataChanged(topLeft, bottomRight, roles);
   refreshEditor();
 }
 
 /// Moves the focus before it hides the old editor, or the toolkit would move it to another control.
-void SheetView::refreshEditor() {
+void GridView::refreshEditor() {
   QWidget* const wanted = editor();
   syncEditor();
   updateEditorGeometries();
@@ -144,7 +144,7 @@ void SheetView::refreshEditor() {
     if (other != wanted) other->hide();
 }
 
-void SheetView::syncEditor() {
+void GridView::syncEditor() {
   const QWidget* const open = editor();
   if (open == nullptr) return;
   const QModelIndex active = currentIndex();
@@ -166,7 +166,7 @@ void SheetView::syncEditor() {
   }
 }
 
-void SheetView::fillDropDown() {
+void GridView::fillDropDown() {
   const int column = currentIndex().column();
   const QStringList& items = sheet_->items(column);
   const QString text = sheet_->text(currentIndex());
@@ -178,30 +178,30 @@ void SheetView::fillDropDown() {
     dropDown_->setCurrentIndex(items.indexOf(text));
 }
 
-void SheetView::openDropDown() {
+void GridView::openDropDown() {
   if (editor() == dropDown_ && !process::hasEnded()) dropDown_->showPopup();
 }
 
 /// The cell gets its text before the event is raised.
-void SheetView::pick(int item) {
+void GridView::pick(int item) {
   sheet_->setText(currentIndex(), dropDown_->itemText(item));
   qt::raise(events_.comboClick, static_cast<std::int16_t>(item));
 }
 
-void SheetView::updateEditorGeometries() {
+void GridView::updateEditorGeometries() {
   QTableView::updateEditorGeometries();
   if (QWidget* open = editor())
     open->setGeometry(visualRect(currentIndex()).marginsRemoved(kEditorMargins));
 }
 
-void SheetView::focusInEvent(QFocusEvent* event) {
+void GridView::focusInEvent(QFocusEvent* event) {
   QTableView::focusInEvent(event);
   if (QWidget* open = editor(); open != nullptr && !leaving_) open->setFocus(event->reason());
 }
 
 /// The tab order has the sheet itself, not its editors, so the move to the next control starts at
 /// the sheet.
-bool SheetView::leave(bool next) {
+bool GridView::leave(bool next) {
   leaving_ = true;
   setFocus();
   const bool left = focusNextPrevChild(next);
@@ -210,7 +210,7 @@ bool SheetView::leave(bool next) {
   return left;
 }
 
-bool SheetView::navigate(const QKeyEvent& event) {
+bool GridView::navigate(const QKeyEvent& event) {
   if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0)
     return false;
   switch (event.key()) {
@@ -244,7 +244,7 @@ bool SheetView::navigate(const QKeyEvent& event) {
 }
 
 /// Skips rows without height and, sideways, locked columns; stops at the last row or column.
-void SheetView::step(int rows, int columns) {
+void GridView::step(int rows, int columns) {
   const QModelIndex from = currentIndex();
   const auto free = [this](const QModelIndex& at) {
     return !sheet_->isFixed(at) && rowHeight(at.row()) > 0;
@@ -267,7 +267,7 @@ void SheetView::step(int rows, int columns) {
   setCurrentIndex(to);
 }
 
-void SheetView::keyPressEvent(QKeyEvent* event) {
+void GridView::keyPressEvent(QKeyEvent* event) {
   const bool space = event->key() == Qt::Key_Space && !event->isAutoRepeat();
   if (space && sheet_->kind(currentIndex()) == CellType::CheckBox)
     toggle(currentIndex());
@@ -275,22 +275,22 @@ void SheetView::keyPressEvent(QKeyEvent* event) {
     event->ignore();
 }
 
-bool SheetView::holdsFocus() const {
+bool GridView::holdsFocus() const {
   return hasFocus() || edit_->hasFocus() || dropDown_->hasFocus() || dropDown_->view()->isVisible();
 }
 
-void SheetView::announceCell() {
+void GridView::announceCell() {
   if (!QAccessible::isActive() || !holdsFocus()) return;
   QAccessibleEvent told(accessibleCell(currentIndex()), QAccessible::Focus);
   QAccessible::updateAccessibility(&told);
 }
 
-QAccessibleInterface* SheetView::accessibleCell(const QModelIndex& cell) {
+QAccessibleInterface* GridView::accessibleCell(const QModelIndex& cell) {
   QAccessibleInterface* table = QAccessible::queryAccessibleInterface(this);
   return table->tableInterface()->cellAt(cell.row(), cell.column());
 }
 
-void SheetView::toggle(const QModelIndex& cell) {
+void GridView::toggle(const QModelIndex& cell) {
   if (!sheet_->isEditable(cell)) return;
   sheet_->setText(cell, sheet_->text(cell) == u"1" ? QStringLiteral("0") : QStringLiteral("1"));
   if (!QAccessible::isActive()) return;
@@ -300,17 +300,17 @@ void SheetView::toggle(const QModelIndex& cell) {
   QAccessible::updateAccessibility(&told);
 }
 
-void SheetView::mousePressEvent(QMouseEvent* event) {
+void GridView::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   const QModelIndex hit = indexAt(event->position().toPoint());
   pressed_ = hit;
   // A press on the fixed frame selects the cell next to it.
   if (hit.isValid())
-    setCurrentIndex(cell(qMax(hit.row(), SheetModel::kFixedRows),
-                         qMax(hit.column(), SheetModel::kFixedColumns)));
+    setCurrentIndex(
+        cell(qMax(hit.row(), GridModel::kFixedRows), qMax(hit.column(), GridModel::kFixedColumns)));
 }
 
-void SheetView::mouseReleaseEvent(QMouseEvent* event) {
+void GridView::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || !pressed_.isValid()) return;
   const QModelIndex pressed = std::exchange(pressed_, QPersistentModelIndex());
   const bool same = indexAt(event->position().toPoint()) == pressed;
@@ -320,17 +320,17 @@ void SheetView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 // A drag selects no cells, and the second press of a double click is an ordinary press.
-void SheetView::mouseMoveEvent(QMouseEvent*) {}
+void GridView::mouseMoveEvent(QMouseEvent*) {}
 
-void SheetView::mouseDoubleClickEvent(QMouseEvent* event) {
+void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
   mousePressEvent(event);
 }
 
-void SheetView::click() {
+void GridView::click() {
   qt::raise(events_.click);
 }
 
-void SheetView::wheelEvent(QWheelEvent* event) {
+void GridView::wheelEvent(QWheelEvent* event) {
   event->ignore();
 }
 

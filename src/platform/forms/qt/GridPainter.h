@@ -8,7 +8,7 @@
 
 namespace forms::qt {
 
-class SheetView;
+class GridView;
 
 /// Distance of a cell's content from the cell's edges, in pixels.
 inline constexpr int kCellInset = 8;
@@ -24,9 +24,9 @@ struct SheetColours {
 };
 
 /// Paints the cells of a sheet.
-class SheetPainter : public QStyledItemDelegate {
+class GridPainter : public QStyledItemDelegate {
  public:
-  explicit SheetPainter(SheetView& view);
+  explicit GridPainter(GridView& view);
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override;
 
@@ -39,7 +39,7 @@ class SheetPainter : public QStyledItemDelegate {
 
  private:
   void paintCheckBox(QPainter& painter, const QStyleOptionViewItem& option, bool checked) const;
-  const SheetView& view_;
+  const GridView& view_;
 };
 
 }  // namespace forms::qt

@@ -49,7 +49,7 @@ struct ShopSlot {
   std::optional<std::u16string> barcode = {};
 };
 
-/// The specification of a shop's store. The defaults are those of the demo store; see also cafeShop
+/// The properties of a shop's store. The defaults are those of the demo store; see also cafeShop
 /// and tightShop. A slot is a row of tblStock for one product; slots have the ids 1 to `slots`.
 struct ShopOrder {
   ShopTables tables = ShopTables::Corner;

@@ -165,7 +165,7 @@ void RowUpdate::incrementCounters(const std::vector<IndexNumber>& indexes) {
   Bytes page = *changes_.read(source_.definitionPage, source_.location(source_.definitionPage));
   for (const IndexNumber index : indexes) {
     const std::size_t at = TableDefinition::entryCounterAt(source_.version(), index);
-    if (at + 4 <= page.size()) putU32(page, at, u32At(page, at) + 1);
+    if (at + sizeof(std::uint32_t) <= page.size()) putU32(page, at, u32At(page, at) + 1);
   }
   changes_.stage(WriteStep::Counters, source_.definitionPage, std::move(page));
 }

@@ -13,6 +13,8 @@ using runtime::Variant;
 
 constexpr std::uint8_t kAscendingFlag = 0x7F;
 constexpr std::uint8_t kDescendingFlag = 0x80;
+constexpr std::uint8_t kLowest = 0x00;  ///< sorts before, and kHighest after, all other bytes
+constexpr std::uint8_t kHighest = 0xFF;
 constexpr std::uint8_t kSignBit = 0x80;
 constexpr std::size_t kSegment = 8;
 constexpr std::uint8_t kMoreSegments = 9;
@@ -55,7 +57,7 @@ void appendNumber(ColumnType type, ByteView stored, bool ascending, Bytes& key) 
 /// the other sign is the inverted one.
 void appendNumeric(ByteView stored, bool ascending, Bytes& key) {
   const bool negative = stored[NumericValue::kSign] != 0;
-  key.push_back(negative ? 0x00 : 0xFF);
+  key.push_back(negative ? kLowest : kHighest);
   Bytes magnitude;
   for (std::size_t word = NumericValue::kMagnitude; word < stored.size();
        word += NumericValue::kWord)
@@ -76,7 +78,7 @@ Bytes textPart(Version version, const Variant& value) {
 }  // namespace
 
 std::uint8_t nullKey(bool ascending) {
-  return ascending ? 0x00 : 0xFF;
+  return ascending ? kLowest : kHighest;
 }
 
 KeySupport keySupport(Version version, const ColumnDefinition& column, bool ascending) {
@@ -167,7 +169,7 @@ bool appendKey(Version version, const ColumnDefinition& column, bool ascending,
   }
   if (column.type == ColumnType::Boolean) {
     key.push_back(ascending ? kAscendingFlag : kDescendingFlag);
-    key.push_back(std::get<bool>(value.get()) == ascending ? 0x00 : 0xFF);
+    key.push_back(std::get<bool>(value.get()) == ascending ? kLowest : kHighest);
     return true;
   }
   const std::optional<Bytes> stored = encodeValue(version, column, value);

@@ -45,6 +45,8 @@ struct Fields {
   // Logical index.
   std::size_t logicalSize;
   std::size_t entryMarkSize;  ///< bytes of the constant that indexes begin with
+  // Name.
+  std::size_t nameSize;  ///< bytes of a name's length
 };
 
 constexpr Fields kJet3Fields{.rowCount = 12,
@@ -70,7 +72,8 @@ constexpr Fields kJet3Fields{.rowCount = 12,
                              .indexSize = 39,
                              .indexFlags = 38,
                              .logicalSize = 20,
-                             .entryMarkSize = 0};
+                             .entryMarkSize = 0,
+                             .nameSize = 1};
 
 constexpr Fields kJet4Fields{.rowCount = 16,
                              .lastAutonumber = 20,
@@ -95,12 +98,14 @@ constexpr Fields kJet4Fields{.rowCount = 16,
                              .indexSize = 52,
                              .indexFlags = 42,
                              .logicalSize = 28,
-                             .entryMarkSize = 4};
+                             .entryMarkSize = 4,
+                             .nameSize = 2};
 
 constexpr std::size_t kJet3Letters = 2;  ///< "VC", where Jet 4 has the free bytes
 constexpr std::size_t kJet4Mark = 12;    ///< u32, kMark
 constexpr std::size_t kJet4Step = 24;    ///< u32, step of the autonumber: 1
 
+constexpr std::size_t kEntryMark = 0;     ///< u32, in Jet 4: kIndexMark, kMark for a logical index
 constexpr std::size_t kEntryCounter = 4;  ///< u32, in the counter of an index
 
 // Column.
@@ -159,8 +164,8 @@ class Content {
   }
   bool has(std::size_t size) const { return size <= bytes_.size() - at_; }
   std::u16string takeName(Version version) {
-    const std::size_t size = version == Version::Jet3 ? take(1)[0] : u16At(take(2), 0);
-    return decodePlainText(version, take(size));
+    const ByteView size = take(fieldsOf(version).nameSize);
+    return decodePlainText(version, take(version == Version::Jet3 ? size[0] : u16At(size, 0)));
   }
 
  private:
@@ -227,10 +232,12 @@ LogicalIndex decodeLogical(const Fields& fields, ByteView entry) {
 /// A name follows its size in bytes, which takes one byte in Jet 3 and two in Jet 4.
 void appendName(Version version, Bytes& content, std::u16string_view name) {
   const Bytes stored = encodePlainText(version, name);
+  Bytes size(fieldsOf(version).nameSize);
   if (version == Version::Jet3)
-    content.push_back(static_cast<std::uint8_t>(stored.size()));
+    size[0] = static_cast<std::uint8_t>(stored.size());
   else
-    appendU16(content, stored.size());
+    putU16(size, 0, stored.size());
+  appendBytes(content, size);
   appendBytes(content, stored);
 }
 
@@ -264,7 +271,7 @@ void appendColumn(Version version, Bytes& content, const ColumnDefinition& colum
 
 void appendIndex(const Fields& fields, Bytes& content, const IndexDefinition& index) {
   Bytes entry(fields.indexSize);
-  if (fields.entryMarkSize != 0) putU32(entry, 0, kIndexMark);
+  if (fields.entryMarkSize != 0) putU32(entry, kEntryMark, kIndexMark);
   const ByteSpan body = ByteSpan(entry).subspan(fields.entryMarkSize);
   for (std::size_t i = 0; i < IndexDefinition::kMostColumns; ++i) {
     const bool used = i < index.columns.size();
@@ -280,7 +287,7 @@ void appendIndex(const Fields& fields, Bytes& content, const IndexDefinition& in
 
 void appendLogical(const Fields& fields, Bytes& content, const LogicalIndex& logical) {
   Bytes entry(fields.logicalSize);
-  if (fields.entryMarkSize != 0) putU32(entry, 0, kMark);
+  if (fields.entryMarkSize != 0) putU32(entry, kEntryMark, kMark);
   const ByteSpan body = ByteSpan(entry).subspan(fields.entryMarkSize);
   putU32(body, kLogicalNumber, logical.number.value());
   putU32(body, kLogicalIndex, logical.index.value());

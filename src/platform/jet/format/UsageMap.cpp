@@ -30,13 +30,15 @@ UsageMap UsageMap::decode(ByteView row, const Location& location) {
 }
 
 Bytes UsageMap::encode() const {
-  Bytes row{static_cast<std::uint8_t>(kind)};
-  if (kind == Kind::Inline) {
-    appendU32(row, firstPage.value());
-    appendBytes(row, bits);
-  } else {
-    for (const PageNumber page : bitmapPages) appendU32(row, page.value());
+  const bool isInline = kind == Kind::Inline;
+  Bytes row(isInline ? kBitmap + bits.size() : kBitmapPages + bitmapPages.size() * kBitmapPageSize);
+  row[kKind] = static_cast<std::uint8_t>(kind);
+  if (isInline) {
+    putU32(row, kFirstPage, firstPage.value());
+    putBytes(row, kBitmap, bits);
   }
+  for (std::size_t i = 0; i < bitmapPages.size(); ++i)
+    putU32(row, kBitmapPages + i * kBitmapPageSize, bitmapPages[i].value());
   return row;
 }
 

@@ -31,9 +31,9 @@ constexpr Identity kOwner{0x65, 0x8E};
 
 struct Permission {
   jet::ObjectId object;
-  Identity identity;
-  std::int32_t mask;
-  bool inheritable;
+  Identity identity{};
+  std::int32_t mask = 0;
+  bool inheritable = false;
 };
 
 constexpr std::int32_t kEverything = 1048575;

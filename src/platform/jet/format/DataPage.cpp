@@ -102,10 +102,11 @@ std::size_t DataPageEditor::deadBytes() const {
   return dead;
 }
 
-void DataPageEditor::resize(std::size_t index, std::size_t length) {
+/// Sets the size of the slot to that of the row.
+void DataPageEditor::fit(std::size_t index, ByteView row) {
   const Slot old = slotAt(index);
   const std::size_t lowest = lowestRow();
-  const std::size_t offset = old.offset + old.length - length;
+  const std::size_t offset = old.offset + old.length - row.size();
   // The rows of the higher slots lie below this one: they slide by the difference as one block.
   putBytes(page_, lowest + offset - old.offset, page_.subspan(lowest, old.offset - lowest));
   for (std::size_t i = index + 1; i < slotCount_; ++i) {
@@ -120,7 +121,7 @@ bool DataPageEditor::replace(SlotNumber number, ByteView row, SlotMark mark) {
   const Slot old = slot(number);
   if (row.size() > old.length + freeBytes()) return false;
   const Bytes kept(row.begin(), row.end());
-  resize(number.value(), kept.size());
+  fit(number.value(), kept);
   const std::size_t offset = rawSlot(number.value()) & kSlotOffset;
   putBytes(page_, offset, kept);
   setSlot(number.value(), offset, mark);
@@ -160,7 +161,7 @@ void DataPageEditor::markDeleted(SlotNumber number) {
 
 void DataPageEditor::squeeze() {
   for (std::size_t i = 0; i < slotCount_; ++i)
-    if (const Slot each = slotAt(i); each.isDeleted() && each.length > 0) resize(i, 0);
+    if (const Slot each = slotAt(i); each.isDeleted() && each.length > 0) fit(i, {});
 }
 
 }  // namespace jet

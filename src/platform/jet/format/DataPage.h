@@ -100,7 +100,7 @@ class DataPageEditor {
 
  private:
   Slot slotAt(std::size_t index) const;
-  void resize(std::size_t index, std::size_t length);
+  void fit(std::size_t index, ByteView row);
   std::size_t rawSlot(std::size_t index) const;
   void setSlot(std::size_t index, std::size_t offset, SlotMark mark);
   std::size_t lowestRow() const;

@@ -86,8 +86,8 @@ std::optional<ByteView> RowContent::variable(VariableSlot slot) const {
 
 namespace {
 
-void appendUnit(Bytes& row, std::size_t unit, std::size_t value) {
-  if (unit == 1)
+void appendUnit(Bytes& row, Version version, std::size_t value) {
+  if (version == Version::Jet3)
     row.push_back(static_cast<std::uint8_t>(value));
   else
     appendU16(row, value);
@@ -100,16 +100,16 @@ std::vector<std::size_t> slotOffsets(const RowParts& parts, std::size_t fixedAt)
   return offsets;
 }
 
-void appendTrailer(Bytes& row, std::size_t unit, const std::vector<std::size_t>& offsets,
+void appendTrailer(Bytes& row, Version version, const std::vector<std::size_t>& offsets,
                    std::size_t jumps) {
-  for (std::size_t i = offsets.size(); i-- > 0;) appendUnit(row, unit, offsets[i]);
+  for (std::size_t i = offsets.size(); i-- > 0;) appendUnit(row, version, offsets[i]);
   for (std::size_t k = jumps; k-- > 0;) {
     const auto over = std::ranges::find_if(
         offsets, [&](std::size_t offset) { return offset >= kJumpStep * (k + 1); });
     row.push_back(over == offsets.end() ? kUnusedJump
                                         : static_cast<std::uint8_t>(over - offsets.begin()));
   }
-  appendUnit(row, unit, offsets.size() - 1);
+  appendUnit(row, version, offsets.size() - 1);
 }
 
 /// Jumps of a Jet 3 row: the number depends on the finished length, which they are part of.
@@ -125,7 +125,7 @@ Bytes RowParts::encode(Version version, std::size_t atLeast) const {
   const bool jet3 = version == Version::Jet3;
   const std::size_t unit = layoutOf(version).rowUnit;
   Bytes row;
-  appendUnit(row, unit, columnCount);
+  appendUnit(row, version, columnCount);
   appendBytes(row, fixedArea);
   if (hasVariable) {
     const std::vector<std::size_t> offsets = slotOffsets(*this, unit);
@@ -139,7 +139,7 @@ Bytes RowParts::encode(Version version, std::size_t atLeast) const {
       padding = atLeast > shortest + jumps ? atLeast - shortest - jumps : 0;
     }
     row.resize(row.size() + padding);
-    appendTrailer(row, unit, offsets, jumps);
+    appendTrailer(row, version, offsets, jumps);
   }
   Bytes mask(maskSize(columnCount));
   for (std::size_t i = 0; i < columnCount && i < hasValue.size(); ++i)

@@ -24,8 +24,9 @@ constexpr std::size_t kFront = sizeof(std::uint64_t);
 constexpr std::uint64_t kSign = std::uint64_t{1} << 63U;
 
 void appendNumber(std::uint64_t bits, std::string& key) {
-  std::array<char, 1 + sizeof bits> bytes{kNumber};
-  for (std::size_t i = sizeof bits; i > 0; --i, bits >>= 8U) bytes[i] = static_cast<char>(bits);
+  std::array<char, sizeof bits> bytes{};
+  for (std::size_t i = bytes.size(); i-- > 0; bits >>= 8U) bytes[i] = static_cast<char>(bits);
+  key += kNumber;
   key.append(bytes.data(), bytes.size());
 }
 

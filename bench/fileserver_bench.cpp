@@ -30,8 +30,8 @@ using bench::RunningEditor;
 
 constexpr int kProducts = 45000;
 constexpr double kAim = 2;
-/// The word of a child process, which starts the program once and prints the seconds.
-constexpr const char* kStartWord = "--start";
+/// Argument of a child process, which starts the program once and prints the seconds.
+constexpr const char* kStartOption = "--start";
 
 void delayReads() {
   files::setFaultSeam([](const files::FileStep& step) {
@@ -64,7 +64,7 @@ void measure(const fs::path& shop) {
   const auto readStore = [&] { readInPieces(shop / bench::kStore); };
   bench::compareParts(
       "start with 45,000 products, 3 ms a read, beside reading the store in pieces of 64 KB", kAim,
-      7, [&] { return bench::numberPrintedByChild(kStartWord, shop); },
+      7, [&] { return bench::numberPrintedByChild(kStartOption, shop); },
       [&] { return bench::secondsOf(readStore); });
 
   RunningEditor editor(shop);
@@ -94,7 +94,7 @@ void layOut(const fs::path& shop) {
 int main(int count, char** arguments) {
   try {
     delayReads();
-    if (count == 3 && arguments[1] == std::string(kStartWord)) {
+    if (count == 3 && arguments[1] == std::string(kStartOption)) {
       std::cout << startOnce(arguments[2]) << '\n';
       return 0;
     }

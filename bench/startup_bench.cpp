@@ -37,8 +37,8 @@ constexpr std::uint16_t kWidth = 960;
 /// A program whose start is measured.
 class Start {
  public:
-  Start(const bench::Desktop& desktop, std::vector<std::string> words)
-      : desktop_(desktop), words_(std::move(words)) {}
+  Start(const bench::Desktop& desktop, std::vector<std::string> arguments)
+      : desktop_(desktop), arguments_(std::move(arguments)) {}
 
   /// Seconds from the start of the process to the complete first frame on the screen.
   double seconds() {
@@ -46,7 +46,7 @@ class Start {
     awaitEmptyScreen();
     std::unique_ptr<bench::ChildProcess> program;
     const double seconds = bench::secondsOf([&] {
-      program = std::make_unique<bench::ChildProcess>(words_, desktop_.environment());
+      program = std::make_unique<bench::ChildProcess>(arguments_, desktop_.environment());
       bench::waitUntil([this] { return look() == finished_; }, "the first frame");
     });
     peaks_.push_back(program->peakMemory());
@@ -70,11 +70,11 @@ class Start {
   bench::Desktop::Pixels settled() const {
     constexpr int kStill = 10;
     awaitEmptyScreen();
-    const bench::ChildProcess program(words_, desktop_.environment());
+    const bench::ChildProcess program(arguments_, desktop_.environment());
     bench::Desktop::Pixels shown;
     int still = 0;
     const auto isStill = [&] {
-      if (!program.running()) throw std::runtime_error(words_[0] + " has ended");
+      if (!program.running()) throw std::runtime_error(arguments_[0] + " has ended");
       std::this_thread::sleep_for(std::chrono::milliseconds(50));
       const bench::Desktop::Pixels now = look();
       still = now == shown && !isEmptyScreen(now) ? still + 1 : 0;
@@ -86,7 +86,7 @@ class Start {
   }
 
   const bench::Desktop& desktop_;
-  std::vector<std::string> words_;
+  std::vector<std::string> arguments_;
   bench::Desktop::Pixels finished_;
   std::vector<double> peaks_;
 };
@@ -115,9 +115,9 @@ void measureStart(const fs::path& programs) {
 
 }  // namespace
 
-int main(int count, char** words) {
+int main(int count, char** arguments) {
   try {
-    measureStart(count > 1 ? fs::absolute(words[1])
+    measureStart(count > 1 ? fs::absolute(arguments[1])
                            : fs::read_symlink("/proc/self/exe").parent_path().parent_path());
     return 0;
   } catch (const std::exception& error) {

@@ -194,15 +194,15 @@ void measureRepeating(const fs::path& store) {
 }
 
 /// Runs as the child process for this option and prints the number that the parent reads.
-void runChild(const std::string& word, const fs::path& file) {
+void runChild(const std::string& option, const fs::path& file) {
   setProgramFolder(file.parent_path().parent_path().parent_path());
-  if (word == kPeakMemoryOption) {
+  if (option == kPeakMemoryOption) {
     expectRows(bench::readStore(file, statements::kItems), kProducts);
     std::cout << static_cast<long>(bench::peakMemoryOf("self")) << '\n';
     return;
   }
   std::cout << bench::secondsOf([&] {
-    word == kFirstSessionOption ? readItems(file, kSmallShop) : readNativeItems(file, kSmallShop);
+    option == kFirstSessionOption ? readItems(file, kSmallShop) : readNativeItems(file, kSmallShop);
   }) << '\n';
 }
 
@@ -217,13 +217,13 @@ void writeShop(const fs::path& folder, const std::string& name, int slots, int p
 
 }  // namespace
 
-int main(int count, char** words) {
+int main(int count, char** arguments) {
   try {
     if (count == 3) {
-      runChild(words[1], words[2]);
+      runChild(arguments[1], arguments[2]);
       return 0;
     }
-    const bench::Folder folder(count > 1 ? fs::path(words[1]) : fs::temp_directory_path());
+    const bench::Folder folder(count > 1 ? fs::path(arguments[1]) : fs::temp_directory_path());
     setProgramFolder(folder.path());
     const fs::path stores = folder / kStores;
     fs::create_directories(stores);

@@ -27,9 +27,8 @@ class FileError : public runtime::RunTimeError {
 
   FileProblem problem() const { return problem_; }
   const std::filesystem::path& path() const { return path_; }
-  /// The system's error number (`errno`), 0 where there is none.
-  int systemError() const { return systemError_; }
-  /// The system's message for that number, for example "No such file or directory".
+  /// The system's message for its error number, for example "No such file or directory"; empty
+  /// where there is no number.
   std::string systemReason() const;
 
  private:

@@ -58,11 +58,11 @@ void Finger::move(const QMouseEvent& event) {
 
 void Finger::release(const QMouseEvent& event) {
   held_.stop();
-  const Gesture meaning = std::exchange(gesture_, Gesture::None);
-  if (meaning == Gesture::None) return;
+  const Gesture ended = std::exchange(gesture_, Gesture::None);
+  if (ended == Gesture::None) return;
   QScroller::scroller(&list_)->handleInput(QScroller::InputRelease, event.position(),
                                            timeOf(event));
-  if (meaning == Gesture::Open) gestures_.tap(*press_);
+  if (ended == Gesture::Open) gestures_.tap(*press_);
 }
 
 void Finger::beginDrag() {

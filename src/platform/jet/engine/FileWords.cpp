@@ -45,7 +45,7 @@ runtime::RunTimeError updatingError(const files::FileError& failure, std::u16str
 
 }  // namespace
 
-void rethrowInEngineWords(FileWork work, std::u16string_view shownPath) {
+void rethrowAsEngineError(FileWork work, std::u16string_view shownPath) {
   try {
     throw;
   } catch (const files::FileError& failure) {

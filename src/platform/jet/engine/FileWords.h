@@ -5,20 +5,20 @@
 
 namespace jet {
 
-/// What the engine was doing when the host system refused a file operation.
+/// What the engine was doing when the operating system refused a file operation.
 enum class FileWork { Opening, Reading, Updating };
 
-/// Within a handler: raises the provider's error, with the engine's text, for a refusal of the host
-/// system; any other exception passes.
-[[noreturn]] void rethrowInEngineWords(FileWork work, std::u16string_view shownPath);
+/// Within a handler: raises the provider's error, with the engine's text, for a refusal of the
+/// operating system; any other exception passes.
+[[noreturn]] void rethrowAsEngineError(FileWork work, std::u16string_view shownPath);
 
-/// Runs `work` and turns a refusal of the host system into the provider's error.
+/// Runs `work` and turns a refusal of the operating system into the provider's error.
 template <class Work>
 auto withEngineErrors(FileWork kind, std::u16string_view shownPath, Work&& work) {
   try {
     return std::forward<Work>(work)();
   } catch (...) {
-    rethrowInEngineWords(kind, shownPath);
+    rethrowAsEngineError(kind, shownPath);
   }
 }
 

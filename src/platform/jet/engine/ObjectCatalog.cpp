@@ -87,7 +87,7 @@ const Table& ObjectCatalog::objectsTable() {
   return *objects_;
 }
 
-std::optional<ObjectCatalog::Location> ObjectCatalog::locate(std::u16string_view name) {
+std::optional<ObjectCatalog::FoundObject> ObjectCatalog::locate(std::u16string_view name) {
   const Table& table = objectsTable();
   const ObjectRows rows(table);
   const std::optional<IndexNumber> index =
@@ -98,13 +98,13 @@ std::optional<ObjectCatalog::Location> ObjectCatalog::locate(std::u16string_view
   while (cursor->next()) {
     std::optional<CatalogObject> object = rows.read(cursor->row());
     if (object && sameName(object->name, name))
-      return Location{std::move(*object), std::move(cursor)};
+      return FoundObject{std::move(*object), std::move(cursor)};
   }
   return std::nullopt;
 }
 
 std::optional<CatalogObject> ObjectCatalog::find(std::u16string_view name) {
-  std::optional<Location> found = locate(name);
+  std::optional<FoundObject> found = locate(name);
   if (!found) return std::nullopt;
   return std::move(found->object);
 }
@@ -168,7 +168,7 @@ std::vector<QueryRow> ObjectCatalog::queryRows(ObjectId query) {
 }
 
 std::optional<std::vector<PropertyBlock>> ObjectCatalog::properties(const TableIdentity& table) {
-  const std::optional<Location> found = locate(table.name);
+  const std::optional<FoundObject> found = locate(table.name);
   if (!found || found->object.kind != ObjectKind::Table ||
       definitionPageOf(found->object.id) != table.definitionPage)
     return std::nullopt;

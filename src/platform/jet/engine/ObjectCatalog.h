@@ -47,11 +47,11 @@ class ObjectCatalog {
 
  private:
   /// An object, and the cursor on its row.
-  struct Location {
+  struct FoundObject {
     CatalogObject object;
     std::unique_ptr<Cursor> at;
   };
-  std::optional<Location> locate(std::u16string_view name);
+  std::optional<FoundObject> locate(std::u16string_view name);
   const Table& objectsTable();
 
   Pager& pager_;

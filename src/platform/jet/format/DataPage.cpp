@@ -15,6 +15,10 @@ std::size_t slotAddress(const Layout& layout, std::size_t index) {
   return layout.dataSlots + kSlotSize * index;
 }
 
+std::size_t rawSlot(const Layout& layout, ByteView page, std::size_t index) {
+  return u16At(page, slotAddress(layout, index));
+}
+
 }  // namespace
 
 DataPage::DataPage(const Layout& layout, ByteView page, const Location& location)
@@ -29,18 +33,15 @@ DataPage::DataPage(const Layout& layout, ByteView page, const Location& location
                  {layout.dataSlots, kSlotSize * slotCount_, layout.pageSize});
 }
 
-std::size_t DataPage::rawSlot(std::size_t index) const {
-  return u16At(page_, slotAddress(*layout_, index));
-}
-
 Slot DataPage::slotAt(std::size_t index) const {
   const std::size_t slotsEnd = slotAddress(*layout_, slotCount_);
   if (index >= slotCount_)
     raiseDamaged(location_, u"a row is looked for that it doesn't have",
                  {slotAddress(*layout_, index), kSlotSize, slotsEnd});
-  const std::size_t raw = rawSlot(index);
+  const std::size_t raw = rawSlot(*layout_, page_, index);
   const std::size_t offset = raw & kSlotOffset;
-  const std::size_t end = index == 0 ? layout_->pageSize : rawSlot(index - 1) & kSlotOffset;
+  const std::size_t end =
+      index == 0 ? layout_->pageSize : rawSlot(*layout_, page_, index - 1) & kSlotOffset;
   if (offset > end || end > layout_->pageSize || offset < slotsEnd)
     raiseDamaged(location_, u"a row lies outside its bounds",
                  {offset, end - std::min(offset, end), std::min(end, layout_->pageSize)});
@@ -66,10 +67,6 @@ Bytes DataPageEditor::newPage(const Layout& layout, PageNumber owner) {
   return page;
 }
 
-std::size_t DataPageEditor::rawSlot(std::size_t index) const {
-  return u16At(page_, slotAddress(*layout_, index));
-}
-
 void DataPageEditor::setSlot(std::size_t index, std::size_t offset, SlotMark mark) {
   putU16(page_, slotAddress(*layout_, index), offset | static_cast<std::size_t>(mark));
 }
@@ -84,7 +81,8 @@ ByteView DataPageEditor::bytes(SlotNumber number) const {
 }
 
 std::size_t DataPageEditor::lowestRow() const {
-  return slotCount_ == 0 ? layout_->pageSize : rawSlot(slotCount_ - 1) & kSlotOffset;
+  return slotCount_ == 0 ? layout_->pageSize
+                         : rawSlot(*layout_, page_, slotCount_ - 1) & kSlotOffset;
 }
 
 std::size_t DataPageEditor::freeBytes() const {
@@ -110,10 +108,10 @@ void DataPageEditor::fit(std::size_t index, ByteView row) {
   // The rows of the higher slots lie below this one: they slide by the difference as one block.
   putBytes(page_, lowest + offset - old.offset, page_.subspan(lowest, old.offset - lowest));
   for (std::size_t i = index + 1; i < slotCount_; ++i) {
-    const std::size_t raw = rawSlot(i);
+    const std::size_t raw = rawSlot(*layout_, page_, i);
     setSlot(i, (raw & kSlotOffset) + offset - old.offset, markOf(raw));
   }
-  setSlot(index, offset, markOf(rawSlot(index)));
+  setSlot(index, offset, markOf(rawSlot(*layout_, page_, index)));
   updateFreeBytes();
 }
 
@@ -122,7 +120,7 @@ bool DataPageEditor::replace(SlotNumber number, ByteView row, SlotMark mark) {
   if (row.size() > old.length + freeBytes()) return false;
   const Bytes kept(row.begin(), row.end());
   fit(number.value(), kept);
-  const std::size_t offset = rawSlot(number.value()) & kSlotOffset;
+  const std::size_t offset = rawSlot(*layout_, page_, number.value()) & kSlotOffset;
   putBytes(page_, offset, kept);
   setSlot(number.value(), offset, mark);
   return true;
@@ -156,7 +154,8 @@ std::optional<SlotNumber> DataPageEditor::add(ByteView row, SlotMark mark) {
 }
 
 void DataPageEditor::markDeleted(SlotNumber number) {
-  setSlot(number.value(), rawSlot(number.value()) & kSlotOffset, SlotMark::Deleted);
+  setSlot(number.value(), rawSlot(*layout_, page_, number.value()) & kSlotOffset,
+          SlotMark::Deleted);
 }
 
 void DataPageEditor::squeeze() {

@@ -59,7 +59,6 @@ class DataPage {
   friend class DataPageEditor;
 
   Slot slotAt(std::size_t index) const;
-  std::size_t rawSlot(std::size_t index) const;
 
   const Layout* layout_;
   ByteView page_;
@@ -101,7 +100,6 @@ class DataPageEditor {
  private:
   Slot slotAt(std::size_t index) const;
   void fit(std::size_t index, ByteView row);
-  std::size_t rawSlot(std::size_t index) const;
   void setSlot(std::size_t index, std::size_t offset, SlotMark mark);
   std::size_t lowestRow() const;
   std::optional<SlotNumber> emptySlot() const;

@@ -77,27 +77,27 @@ std::optional<std::vector<Word>> words(std::u16string_view text) {
 
 class DateParser {
  public:
-  explicit DateParser(std::vector<Word> words) : tokens_(std::move(words)) {}
+  explicit DateParser(std::vector<Word> words) : words_(std::move(words)) {}
 
   std::optional<double> parse() {
     const bool hasDay = !isMark(1, u":") && !isLetters(1);
     if (hasDay && !parseDay()) return std::nullopt;
-    if (position_ < tokens_.size() && !parseTime()) return std::nullopt;
-    if (position_ != tokens_.size() || tokens_.empty()) return std::nullopt;
+    if (position_ < words_.size() && !parseTime()) return std::nullopt;
+    if (position_ != words_.size() || words_.empty()) return std::nullopt;
     return daysFromCivil(time_);
   }
 
  private:
   bool isMark(std::size_t position, std::u16string_view mark) const {
-    return position < tokens_.size() && tokens_[position].kind == Word::Kind::Mark &&
-           tokens_[position].text == mark;
+    return position < words_.size() && words_[position].kind == Word::Kind::Mark &&
+           words_[position].text == mark;
   }
   bool isLetters(std::size_t position) const {
-    return position < tokens_.size() && tokens_[position].kind == Word::Kind::Letters;
+    return position < words_.size() && words_[position].kind == Word::Kind::Letters;
   }
   const Word* number(std::size_t position) const {
-    if (position >= tokens_.size() || tokens_[position].kind != Word::Kind::Number) return nullptr;
-    return &tokens_[position];
+    if (position >= words_.size() || words_[position].kind != Word::Kind::Number) return nullptr;
+    return &words_[position];
   }
 
   bool parseDay() {
@@ -132,7 +132,7 @@ class DateParser {
     const bool hasMinute = part(time_.minute);
     if (hasMinute) part(time_.second);
     if (!isLetters(position_)) return hasMinute && time_.hour < 24;
-    const std::u16string& half = tokens_[position_++].text;
+    const std::u16string& half = words_[position_++].text;
     if ((half != u"am" && half != u"pm") || time_.hour < 1 || time_.hour > 12) return false;
     time_.hour = time_.hour % 12 + (half == u"pm" ? 12 : 0);
     return true;
@@ -146,7 +146,7 @@ class DateParser {
     return true;
   }
 
-  std::vector<Word> tokens_;
+  std::vector<Word> words_;
   std::size_t position_ = 0;
   CivilTime time_;
 };

@@ -18,14 +18,14 @@ inline constexpr std::u16string_view kAutofillTip =
 /// The free layout: keys row by row from the top left. Keys 49 and 56 are 15 twips shorter than
 /// the others.
 constexpr MyCommandButton::ButtonDesign key(std::int16_t index) {
-  const bool low = index == 49 || index == 56;
+  const bool isShort = index == 49 || index == 56;
   return keydesign::key(index,
                         {.left = 1350 * (index % kColumns),
                          .top = 1080 * (index / kColumns),
                          .width = 1320,
-                         .height = low ? 1035 : 1050,
+                         .height = isShort ? 1035 : 1050,
                          .tabIndex = index + 1},
-                        forms::kWhite, {.x = 2328, .y = low ? 1826 : 1852});
+                        forms::kWhite, {.x = 2328, .y = isShort ? 1826 : 1852});
 }
 
 constexpr MyCommandButton::ButtonDesign command(const char* name, std::u16string_view caption,

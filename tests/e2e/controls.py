@@ -1,6 +1,6 @@
 """Bounds of the screens' controls in twips: left, top, width, height in the window's client area."""
 
-TWIPS = 15  # to a pixel of an ordinary screen
+TWIPS_PER_PIXEL = 15  # at scale factor 1
 
 LEVELLED_TITLE = "Fast Item Programming 63 keys"
 LARGE_TITLE = "Fast touch setup 108 keys"

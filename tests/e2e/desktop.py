@@ -76,8 +76,8 @@ class Desktop:
         def keep():
             event = None
             for line in self.watcher.stdout:
-                told = re.match(r"(\w+)Notify event", line)
-                event = told.group(1) if told else event
+                report = re.match(r"(\w+)Notify event", line)
+                event = report.group(1) if report else event
                 window = re.match(r" .*, window (0x[0-9a-f]+)", line)
                 if window and event == "Create":
                     self.created.append(int(window.group(1), 16))
@@ -126,18 +126,18 @@ class Desktop:
 
     def origin(self, window):
         """Position on the screen and size of a window's client area, in pixels."""
-        told = self.run("xwininfo", "-id", str(window))
+        output = self.run("xwininfo", "-id", str(window))
 
         def number(label):
-            return int(re.search(rf"{label}:\s+(-?\d+)", told).group(1))
+            return int(re.search(rf"{label}:\s+(-?\d+)", output).group(1))
 
         return (number("Absolute upper-left X"), number("Absolute upper-left Y"),
                 number("Width"), number("Height"))
 
     def frame(self, window):
         """The widths of a window's frame in pixels: left, right, top, bottom."""
-        told = self.run("xprop", "-id", str(window), "_NET_FRAME_EXTENTS")
-        return tuple(map(int, told.split("=")[1].split(",")))
+        output = self.run("xprop", "-id", str(window), "_NET_FRAME_EXTENTS")
+        return tuple(map(int, output.split("=")[1].split(",")))
 
     def is_filled_by(self, window):
         """Whether a window and its frame fill the desktop."""
@@ -158,7 +158,7 @@ class Desktop:
         self.xdotool("mousemove", left + width // 2, top - self.frame(window)[2] // 2,
                   "click", "--repeat", 2, "--delay", 60, 1)
 
-    def lose(self):
+    def kill_server(self):
         """Ends the display while programs still use it."""
         self.server.kill()
         self.server.wait()
@@ -174,6 +174,6 @@ class Desktop:
 
     def colour(self, x, y):
         """The colour of one pixel of the screen, as 0xRRGGBB."""
-        told = self.run("import", "-silent", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth",
+        output = self.run("import", "-silent", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth",
                         "8", "txt:-")
-        return int(re.search(r"#([0-9A-F]{6})", told).group(1), 16)
+        return int(re.search(r"#([0-9A-F]{6})", output).group(1), 16)

@@ -13,8 +13,8 @@ from screenreader import Gone
 from shop import Shop
 
 
-class World:
-    """Data that one run of the suite shares."""
+class Suite:
+    """What all tests of one run share."""
 
     desktop = None  # including its message bus
     build = None  # the built programs
@@ -26,7 +26,7 @@ class Program:
 
     def __init__(self, shop, desktop=None, environment=None, command=None):
         self.shop = shop
-        self.desktop = desktop or World.desktop
+        self.desktop = desktop or Suite.desktop
         self.scale = float((environment or {}).get("QT_SCALE_FACTOR", 1))
         environment = {**self.desktop.environment, "XDG_CONFIG_HOME": str(shop.settings),
                        "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "LC_ALL": "C.UTF-8",
@@ -79,28 +79,28 @@ class Program:
 
         return wait_until(shown, f"the window {title!r}")[0]
 
-    def settled(self, node, window):
+    def is_settled(self, node, window):
         """Whether the program and the window manager agree on the position of a window."""
-        told = alive(lambda: self.box(node))
-        return told and all(abs(one - other) <= 1
-                            for one, other in zip(told, self.desktop.origin(window)))
+        box = none_if_gone(lambda: self.box(node))
+        return box and all(abs(one - other) <= 1
+                            for one, other in zip(box, self.desktop.origin(window)))
 
     def root(self):
         return wait_until(lambda: self.desktop.reader.program(self.pid),
                           "the program on the accessibility bus")
 
-    def top(self, accept, what):
-        """The first of its windows for which `accept(node)` is true, once a screen reader sees it."""
+    def find_window(self, accept, what):
+        """Waits for a window of the program for which `accept(node)` is true; returns its node."""
 
         def shown():
             return next((node for node in self.root().children()
                          if "showing" in node.states() and accept(node)), None)
 
-        return wait_until(lambda: alive(shown), what)
+        return wait_until(lambda: none_if_gone(shown), what)
 
 
-def alive(read):
-    """The result of `read()`; None if a part of the screen was closed meanwhile."""
+def none_if_gone(read):
+    """The result of `read()`; None if it reads a part of the screen that no longer exists."""
     try:
         return read()
     except Gone:
@@ -114,18 +114,18 @@ class Screen:
         self.program, self.title, self.table = program, title, table
         self.desktop = program.desktop
         self.window = program.window(title)
-        self.node = program.top(lambda node: node.name == title, f"the screen {title!r}")
-        wait_until(lambda: program.settled(self.node, self.window), f"{title!r} to stop moving")
+        self.node = program.find_window(lambda node: node.name == title, f"the screen {title!r}")
+        wait_until(lambda: program.is_settled(self.node, self.window), f"{title!r} to stop moving")
         self.await_keyboard()
         self.left, self.top, self.width, self.height = self.desktop.origin(self.window)
-        self.twip = 1 / controls.TWIPS  # in pixels of the display
+        self.twip = 1 / controls.TWIPS_PER_PIXEL  # in pixels of the display
         if program.scale != 1:
             self.twip = self.program.box(self.find(name="Save"))[2] / table["cmdSave"][2]
 
     def windows(self):
         return self.program.windows()
 
-    def alone(self):
+    def wait_alone(self):
         """Waits until the program shows nothing but this screen, and this screen has
         the keyboard focus again."""
         wait_until(lambda: len(self.windows()) == 1, "the screen to be alone")
@@ -162,23 +162,24 @@ class Screen:
     def keys(self, *names):
         self.desktop.xdotool("key", "--delay", 20, *names)
 
-    def pick(self, control, index):
-        """Opens a drop-down list by the mouse and takes an entry by the keyboard."""
+    def choose_without_waiting(self, control, index):
+        """Opens a drop-down list by the mouse and chooses an entry by the keyboard. Doesn't wait for the list
+        to close."""
         self.click(control)
         wait_until(lambda: len(self.windows()) == 2, f"the entries of {control}")
         self.keys("Home", *["Down"] * index, "Return")
 
     def choose(self, control, index):
-        """Picks an entry, and waits for the list to close."""
-        self.pick(control, index)
-        self.alone()
+        """Chooses an entry, and waits for the list to close."""
+        self.choose_without_waiting(control, index)
+        self.wait_alone()
 
     def save(self, *keys):
         """Presses Save, by the mouse or by keys, and waits for the notice to show and close."""
         before = len(self.desktop.created)
         self.begin_save(*keys)
         wait_until(lambda: self._notice_gone(before), "the saved notice to close")
-        self.alone()
+        self.wait_alone()
 
     def begin_save(self, *keys):
         """Presses Save, by the mouse or by keys, and waits for the notice. The notice shows for only 750 ms, so
@@ -241,12 +242,12 @@ class Screen:
         self.start_drag(row)
         x, y = self.point(control)
         self.desktop.xdotool("mousemove", x + 9, y + 9, "mousemove", x, y, "mouseup", 1)
-        self.alone()
+        self.wait_alone()
 
     # Reading
 
     def find(self, **what):
-        return alive(lambda: self.node.find(**what))
+        return none_if_gone(lambda: self.node.find(**what))
 
     def key(self, index):
         """The node of a key."""
@@ -266,7 +267,7 @@ class Screen:
     def wait_captions(self, expected):
         """Waits for these captions on the keys, and for no others."""
         try:
-            wait_until(lambda: alive(self.captions) == expected, "the keys' captions", 10)
+            wait_until(lambda: none_if_gone(self.captions) == expected, "the keys' captions", 10)
         except AssertionError:
             raise AssertionError(f"expected {expected}\n     found {self.captions()}") from None
 
@@ -282,7 +283,7 @@ class Case(unittest.TestCase):
 
     def setUp(self):
         self._folder = tempfile.TemporaryDirectory(prefix="shop-")
-        self.shop = Shop(World.build, pathlib.Path(self._folder.name) / "pos", self.store)
+        self.shop = Shop(Suite.build, pathlib.Path(self._folder.name) / "pos", self.store)
         self._programs = []
         self._desktops = []
         self.addCleanup(self._folder.cleanup)
@@ -299,12 +300,12 @@ class Case(unittest.TestCase):
             program.stop()
         for desktop in self._desktops:
             desktop.close()
-        World.desktop.xdotool("mouseup", 1, "mousemove", World.desktop.width - 1,
-                           World.desktop.height - 1)
+        Suite.desktop.xdotool("mouseup", 1, "mousemove", Suite.desktop.width - 1,
+                           Suite.desktop.height - 1)
 
     def _keep(self, program, number):
-        World.pictures.mkdir(parents=True, exist_ok=True)
-        program.desktop.screenshot(World.pictures / f"{self.id()}-{number}.png")
+        Suite.pictures.mkdir(parents=True, exist_ok=True)
+        program.desktop.screenshot(Suite.pictures / f"{self.id()}-{number}.png")
         print(f"        the program said: {program.errors().strip() or 'nothing'}")
 
     def another_desktop(self, **options):
@@ -326,21 +327,21 @@ class Case(unittest.TestCase):
 
     def message(self, program, text, title="Keystrand"):
         """Waits for a message box with exactly this text; returns its node."""
-        return program.top(lambda node: node.name == title and node.find(role="label", name=text),
+        return program.find_window(lambda node: node.name == title and node.find(role="label", name=text),
                            f"the message {text!r}")
 
     def press(self, program, box, button):
         """Clicks a button of a message box."""
         window = program.window(box.name)
-        wait_until(lambda: program.settled(box, window), f"{box.name!r} to stop moving")
-        node = wait_until(lambda: alive(lambda: box.find(role="push button", name=button)),
+        wait_until(lambda: program.is_settled(box, window), f"{box.name!r} to stop moving")
+        node = wait_until(lambda: none_if_gone(lambda: box.find(role="push button", name=button)),
                           f"the button {button!r}")
         left, top, width, height = program.box(node)
         program.desktop.xdotool("mousemove", left + width // 2, top + height // 2, "click", 1)
 
     def ends_fatally(self, program, number, text):
         """Checks that the failure report shows, and that after its only button the process ends with 1."""
-        report = program.top(lambda node: node.name == "Keystrand", "the failure report")
+        report = program.find_window(lambda node: node.name == "Keystrand", "the failure report")
         said = "\n".join(node.name for node in report.walk() if node.role == "label")
         self.assertIn(f"Run-time error '{number}':", said)
         self.assertIn(text, said)

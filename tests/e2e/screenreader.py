@@ -47,12 +47,12 @@ class Bus:
         self.call(PREFIX + "Registry", "/org/a11y/atspi/registry", PREFIX + "Registry",
                   "RegisterEvent",
                   GLib.Variant("(sass)", ("object:state-changed:focused", [], "")))
-        told = []
+        focused = []
 
         def hear(_connection, sender, path, _interface, _signal, arguments):
             what, now = arguments.unpack()[:2]
             if what == "focused" and now:
-                told.append(Node(self, sender, path))
+                focused.append(Node(self, sender, path))
 
         self.connection.signal_subscribe(None, PREFIX + "Event.Object", "StateChanged", None, None,
                                          Gio.DBusSignalFlags.NONE, hear)
@@ -60,14 +60,14 @@ class Bus:
         def heard():
             while GLib.MainContext.default().iteration(False):
                 pass
-            return told
+            return focused
 
         return heard
 
     def program(self, pid):
         """The root node of the program with this process id; None while it isn't there."""
-        told = self.call(PREFIX + "Registry", ROOT, PREFIX + "Accessible", "GetChildren")[0]
-        for owner, path in told:
+        programs = self.call(PREFIX + "Registry", ROOT, PREFIX + "Accessible", "GetChildren")[0]
+        for owner, path in programs:
             try:
                 known = self.call("org.freedesktop.DBus", "/org/freedesktop/DBus",
                                   "org.freedesktop.DBus", "GetConnectionUnixProcessID",
@@ -116,8 +116,8 @@ class Node:
 
     def act(self, name):
         """Carries out one of the node's actions."""
-        told = self._call("Action", "GetActions")[0]
-        index = next(i for i, action in enumerate(told) if action[0] == name)
+        actions = self._call("Action", "GetActions")[0]
+        index = next(i for i, action in enumerate(actions) if action[0] == name)
         self._call("Action", "DoAction", GLib.Variant("(i)", (index,)))
 
     def box(self):

@@ -59,7 +59,7 @@ class Shop:
         file.parent.mkdir(parents=True, exist_ok=True)
         file.write_text(text)
 
-    def touch_setting(self, section, key):
+    def touch_buttons_setting(self, section, key):
         return entry(self.posdata / "FastTouchButtons.ini", section, key)
 
     # Layout files
@@ -88,9 +88,9 @@ class Shop:
 
     def rows(self, table):
         """The rows of a table as mdbtools reads them, as dictionaries; a null is None."""
-        told = subprocess.run(
+        output = subprocess.run(
             ["mdb-json", str(self.database), table], check=True, capture_output=True).stdout
-        return [json.loads(line) for line in told.decode("utf-8").splitlines()]
+        return [json.loads(line) for line in output.decode("utf-8").splitlines()]
 
     def files(self):
         """All files of the shop but the program, with their bytes, to check that nothing changed."""

@@ -8,7 +8,7 @@ import time
 
 import controls
 from desktop import wait_until
-from harness import Case, Screen, World
+from harness import Case, Screen, Suite
 
 TEXT_OF_ENTRY = f"{'Tonic water':30}{'':100}1042"
 
@@ -62,7 +62,7 @@ class StandardError(Case):
         self.shop.set("[comms]\nstorename=Demo\n[KEYSTRAND]\nHIDE_BARCODE=\n")
         program = self.start(command=["bash", "-c", f"exec '{self.shop.program}' {redirection}"])
         window = program.window("Keystrand")
-        World.desktop.xdotool("windowfocus", "--sync", window, "key", "Return")
+        Suite.desktop.xdotool("windowfocus", "--sync", window, "key", "Return")
         self.assertEqual(program.status(), 1)
 
     def test_closed_standard_error(self):
@@ -81,7 +81,7 @@ class LostDisplay(Case):
 
     def ends(self, screen):
         before = self.shop.files()
-        self.lost.lose()
+        self.lost.kill_server()
         self.assertEqual(screen.program.status(), 1)
         self.assertEqual(self.shop.files(), before)
 
@@ -122,19 +122,19 @@ class DroppedText(Case):
 
     def drop(self, text, key=10):
         self.screen = self.levelled()
-        source = subprocess.Popen([World.build.program("dropsource"), text],
-                                  env=World.desktop.environment, stdout=subprocess.PIPE)
+        source = subprocess.Popen([Suite.build.program("dropsource"), text],
+                                  env=Suite.desktop.environment, stdout=subprocess.PIPE)
         self.addCleanup(lambda: (source.kill(), source.wait(), source.stdout.close()))
-        window = wait_until(lambda: World.desktop.windows(source.pid, "Drop source"),
+        window = wait_until(lambda: Suite.desktop.windows(source.pid, "Drop source"),
                             "the other program")[0]
-        left, top, width, height = World.desktop.origin(window)
-        World.desktop.xdotool("mousemove", left + width // 2, top + height // 2, "mousedown", 1)
+        left, top, width, height = Suite.desktop.origin(window)
+        Suite.desktop.xdotool("mousemove", left + width // 2, top + height // 2, "mousedown", 1)
         self.assertEqual(source.stdout.readline().strip(), b"dragging")
         x, y = self.screen.point(key)
-        World.desktop.xdotool("mousemove", x - 5, y - 5, "mousemove", x, y)
+        Suite.desktop.xdotool("mousemove", x - 5, y - 5, "mousemove", x, y)
         said = source.stdout.readline().strip()
         self.assertEqual(said, b"accepted")
-        World.desktop.xdotool("mouseup", 1)
+        Suite.desktop.xdotool("mouseup", 1)
         return self.screen
 
     def test_an_entry_is_placed_like_one_from_the_list(self):

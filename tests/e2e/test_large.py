@@ -78,6 +78,6 @@ class NoWindowManager(Large):
         program = self.start(desktop=bare)
         window = program.window(controls.LARGE_TITLE)
         wait_until(lambda: bare.origin(window) == (0, 0, bare.width, bare.height), "the full display")
-        left, top, width, height = (value // controls.TWIPS for value in controls.LARGE["cmdClose"])
+        left, top, width, height = (value // controls.TWIPS_PER_PIXEL for value in controls.LARGE["cmdClose"])
         bare.xdotool("mousemove", left + width // 2, top + height // 2, "click", 1)
         self.assertEqual(program.status(), 0)

@@ -7,7 +7,7 @@ import time
 
 import controls
 from desktop import wait_until
-from harness import Case, Screen, World
+from harness import Case, Screen, Suite
 from shop import BUTTON_FACE, BUTTON_TEXT, WHITE, key_line, layout
 
 
@@ -72,7 +72,7 @@ class DayOfWork(Case):
         box = self.message(screen.program, question, "Reset")
         screen.keys("Escape")  # doesn't close the question
         self.press(screen.program, box, "No")
-        screen.alone()
+        screen.wait_alone()
         self.assertEqual(self.shop.layout(1), saved)
         screen.click("cmdResetAll")
         self.press(screen.program, self.message(screen.program, question, "Reset"), "Yes")
@@ -100,7 +100,7 @@ class DayOfWork(Case):
             screen.click(30)
             screen.keys("Escape", "Return")
             in_time = len(screen.windows()) == 2
-            screen.alone()
+            screen.wait_alone()
             return in_time
 
         wait_until(pressed_under_the_notice, "a press while the notice was up", 60)
@@ -139,7 +139,7 @@ class DayOfWork(Case):
         screen = self.levelled()
         screen.drag(0, 3)
         before = self.shop.files()
-        World.desktop.xdotool("mousemove", *World.desktop.close_box(screen.window), "click", 1)
+        Suite.desktop.xdotool("mousemove", *Suite.desktop.close_box(screen.window), "click", 1)
         self.assertEqual(screen.program.status(), 0)
         self.assertEqual(self.shop.files(), before)
 
@@ -164,33 +164,33 @@ class DayOfWork(Case):
 class Colours(Case):
     """Colours key 4, copies its colours to others, resets a key."""
 
-    def pick(self, screen, button, html=None):
+    def pick_colour(self, screen, button, html=None):
         """Opens the colour dialog and confirms the colour `html`; None cancels the dialog."""
         screen.click(button)
-        dialog = screen.program.top(lambda node: node.name != screen.title, "the colour dialog")
+        dialog = screen.program.find_window(lambda node: node.name != screen.title, "the colour dialog")
         if html is None:
             screen.keys("Escape")
         else:
             box = dialog.find(role="text", name="HTML:")
             left, top, width, height = box.box()
-            World.desktop.xdotool("mousemove", left + width // 2, top + height // 2,
+            Suite.desktop.xdotool("mousemove", left + width // 2, top + height // 2,
                                   "click", "--repeat", 3, 1)
             screen.type(html)
             screen.keys("Return")
-        screen.alone()
+        screen.wait_alone()
 
     def test_chosen_copied_and_reset_colours_reach_the_file(self):
         self.shop.write_layout(1, layout({4: {"product": 11, "caption": "Fish & Chips"},
                                           6: {"product": 12, "caption": "<b>Bun</b>"}}))
         screen = self.levelled()
         screen.wait_captions({4: "Fish & Chips", 6: "<b>Bun</b>"})
-        self.pick(screen, "cmdSelCol")  # nothing confirmed yet: key 0 turns black
+        self.pick_colour(screen, "cmdSelCol")  # nothing confirmed yet: key 0 turns black
         screen.click(4)
-        self.pick(screen, "cmdSelCol", "#ff0000")
+        self.pick_colour(screen, "cmdSelCol", "#ff0000")
         screen.click(5)
-        self.pick(screen, "cmdFontColour")  # Cancel takes the colour last confirmed
+        self.pick_colour(screen, "cmdFontColour")  # Cancel takes the colour last confirmed
         screen.click(4)
-        self.pick(screen, "cmdFontColour", "#ffff00")
+        self.pick_colour(screen, "cmdFontColour", "#ffff00")
         screen.move("cmdClose")
         wait_until(lambda: screen.colour(4) == 0xFF0000, "key 4 in red")
 
@@ -226,7 +226,7 @@ class Autofill(Case):
         for key in (0, 1, 8, 9, 62):
             left, top, _, height = screen.key(key).box()
             x, y = 180 + 1350 * (key // 9), 270 + 8640 - 1080 * (key % 9)
-            if (left - screen.left, top - screen.top) != (x // controls.TWIPS, y // controls.TWIPS):
+            if (left - screen.left, top - screen.top) != (x // controls.TWIPS_PER_PIXEL, y // controls.TWIPS_PER_PIXEL):
                 return False
         return True
 
@@ -236,8 +236,8 @@ class Autofill(Case):
         screen.wait_captions(self.filled(screen, self.stock, 1))
         self.assertTrue(self.arranged(screen))
         self.assertIsNone(screen.item_list())
-        self.assertEqual(self.shop.touch_setting("SETTINGS", "AUTOFILL"), "1")
-        self.assertEqual(self.shop.touch_setting("SETTINGS", "ItemOne"), "BL")
+        self.assertEqual(self.shop.touch_buttons_setting("SETTINGS", "AUTOFILL"), "1")
+        self.assertEqual(self.shop.touch_buttons_setting("SETTINGS", "ItemOne"), "BL")
         screen.choose("cbLevel", 1)
         screen.wait_captions(self.filled(screen, self.stock, 64))
         screen.save()
@@ -257,8 +257,8 @@ class Autofill(Case):
         screen.tick("Check1")
         box = self.message(screen.program, "Close the app and restart it.")
         self.press(screen.program, box, "OK")
-        wait_until(lambda: self.shop.touch_setting("SETTINGS", "ItemOne") == "TL", "the corner")
-        self.assertEqual(self.shop.touch_setting("SETTINGS", "AUTOFILL"), "0")
+        wait_until(lambda: self.shop.touch_buttons_setting("SETTINGS", "ItemOne") == "TL", "the corner")
+        self.assertEqual(self.shop.touch_buttons_setting("SETTINGS", "AUTOFILL"), "0")
         self.assertTrue(self.arranged(screen))
         self.assertIsNone(screen.item_list())
 
@@ -274,7 +274,7 @@ class Pointer(Case):
         wait_until(lambda: len(screen.windows()) > before, "the drag's picture")
         x, y = screen.point(20)
         screen.desktop.xdotool("mousemove", x + 9, y + 9, "mousemove", x, y, "mouseup", 1)
-        screen.alone()
+        screen.wait_alone()
         screen.drag(1, 30)
         screen.wait_captions({20: tea, 30: bun})
         # The states and descriptions that a screen reader gets, and the actions that it can perform.
@@ -307,10 +307,10 @@ class Pointer(Case):
             # Pressed again during the notice, and held until after its end.
             screen.desktop.xdotool("keydown", key)
             in_time = screen.desktop.is_there(screen.desktop.created_by(screen.window, made)[0])
-            screen.alone()
+            screen.wait_alone()
             time.sleep(1.5)
             screen.desktop.xdotool("keyup", key)
-            screen.alone()
+            screen.wait_alone()
             if in_time:
                 self.assertEqual(notices(), 1)
 
@@ -345,9 +345,9 @@ class Pointer(Case):
         screen = self.levelled()
         screen.click("cmdResetAll")
         self.message(screen.program, "This will reset all the buttons. Are you sure?", "Reset")
-        wait_until(lambda: not screen.desktop.has_keyboard(screen.window), "the question's turn")
+        wait_until(lambda: not screen.desktop.has_keyboard(screen.window), "the question to have the keyboard focus")
         screen.desktop.xdotool("keydown", "Return")
-        screen.alone()
+        screen.wait_alone()
         # As on a busy machine: the program finds the repeats and the release in its queue together.
         os.kill(screen.program.pid, signal.SIGSTOP)
         time.sleep(1.5)

@@ -20,18 +20,18 @@ class Tour(Case):
         desktop = self.another_desktop(manager=manager)
         screen = self.levelled(desktop=desktop)
 
-        def stands_full():
+        def fills_desktop():
             return desktop.is_filled_by(screen.window)
 
-        wait_until(stands_full, "the editor to fill the desktop")
+        wait_until(fills_desktop, "the editor to fill the desktop")
         desktop.double_click_title(screen.window)  # it has no other size to restore
-        wait_until(stands_full, "the editor to fill the desktop still")
+        wait_until(fills_desktop, "the editor to fill the desktop still")
         desktop.xdotool("windowminimize", screen.window)
         wait_until(lambda: self.is_minimised(screen), "the editor to be minimised")
         desktop.xdotool("windowactivate", screen.window)
-        wait_until(lambda: not self.is_minimised(screen) and stands_full(),
+        wait_until(lambda: not self.is_minimised(screen) and fills_desktop(),
                    "the editor to fill the desktop again")
-        screen.alone()
+        screen.wait_alone()
 
         name, product = screen.items()[0]
         screen.drag(0, 62)
@@ -39,11 +39,11 @@ class Tour(Case):
         before = len(desktop.created)
         screen.begin_save()
         notice = desktop.created_by(screen.window, before)[0]
-        told = ""
+        states = ""
         while desktop.is_there(notice):
-            told += desktop.run("xprop", "-id", str(notice), "_NET_WM_STATE", check=False)
-        self.assertIn("_NET_WM_STATE_SKIP_TASKBAR", told)
-        screen.alone()
+            states += desktop.run("xprop", "-id", str(notice), "_NET_WM_STATE", check=False)
+        self.assertIn("_NET_WM_STATE_SKIP_TASKBAR", states)
+        screen.wait_alone()
         self.assertIn(f"\r\n62,{product},{name},".encode(), self.shop.layout(1))
 
         screen.click("cmdResetAll")
@@ -52,7 +52,7 @@ class Tour(Case):
         desktop.xdotool("windowminimize", question)
         wait_until(lambda: desktop.has_keyboard(question), "the question to show again")
         screen.keys("Tab", "Return")
-        screen.alone()
+        screen.wait_alone()
 
         screen.double_click(12)
         sheet = Screen(screen.program, controls.SHEET_TITLE, controls.SHEET)
@@ -61,7 +61,7 @@ class Tour(Case):
         sheet.await_keyboard()
         sheet.type("Quick tea")
         sheet.click("cmdSave")
-        screen.alone()
+        screen.wait_alone()
         screen.wait_captions({12: "Quick tea", 62: name})
         screen.click("cmdClose")
         self.assertEqual(screen.program.status(), 0)

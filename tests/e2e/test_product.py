@@ -2,7 +2,7 @@
 
 import controls
 from desktop import wait_until
-from harness import Case, Screen, alive
+from harness import Case, Screen, none_if_gone
 from shop import BUTTON_FACE, layout
 
 FREE = (150, 210)
@@ -20,7 +20,7 @@ class ProductCase(Case):
 
     def value(self, sheet, row):
         """A point on a row's value cell, as a share of the sheet's width and height."""
-        return 0.7, (row - 0.5) * 35 * controls.TWIPS / controls.SHEET["Grid1"][3]
+        return 0.7, (row - 0.5) * 35 * controls.TWIPS_PER_PIXEL / controls.SHEET["Grid1"][3]
 
     def row(self, table, id):
         (found,) = (row for row in self.shop.rows(table) if row["id"] == id)
@@ -41,7 +41,7 @@ class Tour(ProductCase):
         sheet.click("Grid1", 0.2, self.value(sheet, 5)[1])  # a click on a label ticks nothing
         sheet.click("Grid1", *self.value(sheet, 7))  # an instruction item
         sheet.click("cmdSave")
-        editor.alone()
+        editor.wait_alone()
         editor.wait_captions({12: "Chef's jam, homemade"})
 
         added = self.row("tblStock", FREE[0])
@@ -62,7 +62,7 @@ class Tour(ProductCase):
         # Closing the sheet without adding puts the last added product on that key (docs/contract.md).
         sheet = self.sheet(editor, 13)
         sheet.click("cmdClose")
-        editor.alone()
+        editor.wait_alone()
         editor.wait_captions({12: "Chef's jam, homemade", 13: "Chef's jam, homemade"})
         editor.save()
         product = {"product": FREE[0], "caption": "Chef's jam, homemade"}
@@ -78,7 +78,7 @@ class Tour(ProductCase):
         sheet = self.sheet(editor, 14)
         sheet.type("Bun")
         sheet.click("cmdSave")
-        editor.alone()
+        editor.wait_alone()
         self.assertEqual(self.row("tblStock", FREE[1])["description"], "Bun")
         self.assertEqual(int(self.row("tblStock", FREE[1])["deptid"]), 0)
         full = self.shop.database.read_bytes()
@@ -86,7 +86,7 @@ class Tour(ProductCase):
         sheet.type("Too many")
         sheet.click("cmdSave")
         self.press(editor.program, self.message(editor.program, NO_FREE_ROW), "OK")
-        editor.alone()
+        editor.wait_alone()
         self.assertEqual(self.shop.database.read_bytes(), full)
         self.assertEqual(editor.program.errors(), "")
 
@@ -102,7 +102,7 @@ class Tour(ProductCase):
         focused = sheet.desktop.reader.hear_focus()
         self.pick_department(sheet, 1)
         cell = f"Department Link: {names[1]}"
-        wait_until(lambda: focused() and alive(lambda: focused()[-1].name) == cell,
+        wait_until(lambda: focused() and none_if_gone(lambda: focused()[-1].name) == cell,
                    "readers to be told that the cell has the focus")
 
     def test_the_sheet_stays_above_the_editor_that_it_blocks(self):
@@ -116,7 +116,7 @@ class Tour(ProductCase):
         sheet.await_keyboard()
         sheet.type("Back again")
         sheet.click("cmdSave")
-        editor.alone()
+        editor.wait_alone()
         editor.wait_captions({3: "Back again"})
 
 
@@ -149,7 +149,7 @@ class Refused(ProductCase):
         sheet = self.sheet(other, 2)
         sheet.type("Meanwhile")
         sheet.click("cmdSave")
-        other.alone()
+        other.wait_alone()
         other.wait_captions({2: "Meanwhile"})
         self.assertEqual(self.row("tblStock", FREE[0])["description"], "Meanwhile")
         self.ends_fatally(editor.program, -2147217900, "Syntax error")

@@ -74,7 +74,7 @@ TEST(Colours, ALoadedKeyHasTheDefaultPressColourUntilAColourIsSet) {
   WindowDriver user = shop.open();
   EXPECT_EQ(shownColour(user, key(10)), kRed);
   user.moveTo(key(10));
-  EXPECT_EQ(shownColour(user, key(10)), kRed) << "the pointer brought its colour in line";
+  EXPECT_EQ(shownColour(user, key(10)), kRed) << "entering with the pointer copies the back colour";
   user.press(key(10));
   EXPECT_EQ(shownColour(user, key(10)), 0xE6EBEC);
   user.release(key(10));

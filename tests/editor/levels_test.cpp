@@ -38,7 +38,7 @@ std::string layoutFrom(int first, const std::string& colours) {
 TEST(Levels, ALevelChangeLoadsTheFileAndDiscardsUnsavedChangesSilently) {
   Shop shop;
   shop.folder.write("Posdata/fastmovers2.TXT", layoutFrom(300, "255,0"));
-  shop.touchSettings("[SETTINGS]\r\nSCREEN1=Counter\r\nscreen2=\" Lunch \"\r\n");
+  shop.writeTouchButtons("[SETTINGS]\r\nSCREEN1=Counter\r\nscreen2=\" Lunch \"\r\n");
   WindowDriver user = shop.open();
   EXPECT_EQ(name(user), "") << "the name first shows when a level is chosen";
   user.drop(key(4), entry(u"Tea", 77));
@@ -72,7 +72,8 @@ TEST(Levels, LoadSaveAndResetUseTheSameFileWhenTwoDifferInCase) {
 TEST(Levels, SaveWritesTheLevelAndItsTrimmedNameAndNothingElse) {
   Shop shop;
   shop.folder.write("Posdata/FastMovers1.txt", "kept");
-  shop.touchSettings("; kept\r\n[SETTINGS]\r\nSCREEN1=Counter\r\nAUTOFILL=0\r\n[Other]\r\na=b\r\n");
+  shop.writeTouchButtons(
+      "; kept\r\n[SETTINGS]\r\nSCREEN1=Counter\r\nAUTOFILL=0\r\n[Other]\r\na=b\r\n");
   WindowDriver user = shop.open();
   user.pick("cbLevel", 2);
   user.focus("txtName");
@@ -89,7 +90,7 @@ TEST(Levels, SaveWritesTheLevelAndItsTrimmedNameAndNothingElse) {
 
 TEST(Levels, ASaveRightAfterTheStartEmptiesTheStoredName) {
   Shop shop;
-  shop.touchSettings("[SETTINGS]\r\nSCREEN1=Counter\r\n");
+  shop.writeTouchButtons("[SETTINGS]\r\nSCREEN1=Counter\r\n");
   WindowDriver user = shop.open();
   shop.save(user);
   EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nSCREEN1=\r\n");
@@ -112,7 +113,7 @@ TEST(Levels, ALoadSetsTheTypefaceFromField4) {
   WindowDriver user = shop.open();
   const auto picture = [&](int index) { return user.control(key(index)).grab().toImage(); };
   EXPECT_NE(picture(10), picture(11));
-  EXPECT_EQ(picture(12), picture(11)) << "what is no face is drawn in the default one";
+  EXPECT_EQ(picture(12), picture(11)) << "an unknown typeface is replaced by the default one";
 }
 
 TEST(Levels, TheNoticeIsCentredAndShowsFor750Milliseconds) {
@@ -139,7 +140,7 @@ TEST(Levels, TheNoticeIsCentredAndShowsFor750Milliseconds) {
 TEST(Levels, AResetLeavesTheIdsSoThatASaveWritesThemBesideEmptyCaptions) {
   Shop shop;
   shop.folder.write("Posdata/FASTMOVERS1.txt", layoutFrom(1, "255,0"));
-  shop.touchSettings("[SETTINGS]\r\nSCREEN1=Counter\r\n");
+  shop.writeTouchButtons("[SETTINGS]\r\nSCREEN1=Counter\r\n");
   WindowDriver user = shop.open();
   shop.host.answers = {process::kNo, process::kYes, process::kYes};
   user.click("cmdResetAll");

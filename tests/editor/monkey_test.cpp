@@ -35,7 +35,7 @@ class LevelledMonkey final : public support::Monkey {
   }
   std::string screenKey() const { return "SCREEN" + std::to_string(level_ + 1); }
 
-  int started() override {
+  int resetModel() override {
     level_ = 0;
     name_.clear();
     levelShown_ = true;
@@ -129,7 +129,7 @@ class LevelledMonkey final : public support::Monkey {
     user_->pick("cbDept", below(10) % (oneIn(20) ? 5 : 4));
     note(narrow(department()));
     // An apostrophe breaks the statement.
-    if (department().find(u'\'') != std::u16string::npos) failsWith(-2147217900);
+    if (department().find(u'\'') != std::u16string::npos) expectFailure(-2147217900);
   }
 
   void typeName() {
@@ -145,29 +145,29 @@ class LevelledMonkey final : public support::Monkey {
 
   // Commands
 
-  void press(const std::string& control, const std::function<void()>& hand) override {
+  void press(const std::string& control, const std::function<void()>& gesture) override {
     const std::size_t messages = shop_.host.messages.size();
     if (control == "cmdResetAll") {
       const bool yes = oneIn(2);
       shop_.host.answers = {yes ? process::kYes : process::kNo};
-      hand();
+      gesture();
       EXPECT_EQ(shop_.host.messages.size(), messages + 1);
       if (!yes) return;
       files_.erase(layoutFile());
       clear();
     } else if (control == "cmdUpdate") {
       const std::size_t before = shop_.host.started.size();
-      hand();
+      gesture();
       EXPECT_EQ(shop_.host.started.size(), before + 1);
     } else if (control == "chkBarcode") {
-      hand();
+      gesture();
       barcodes_ = barcodes_ == "1" ? "0" : "1";
     } else if (control == "Check1") {
-      hand();
+      gesture();
       switchView();
       EXPECT_EQ(shop_.host.messages.size(), messages + (autofill() ? 0 : 1));
     } else {
-      Monkey::press(control, hand);
+      Monkey::press(control, gesture);
     }
   }
 

@@ -22,7 +22,7 @@ std::pair<int, int> position(WindowDriver& user, const std::string& control) {
 
 TEST(Views, AnyAutofillSettingButZeroOpensTheAutofillViewWithTheStockRows) {
   Shop shop;
-  shop.touchSettings("[SETTINGS]\r\nAUTOFILL=yes\r\n[BUTTONS_BL]\r\nButtonHeight=900\r\n");
+  shop.writeTouchButtons("[SETTINGS]\r\nAUTOFILL=yes\r\n[BUTTONS_BL]\r\nButtonHeight=900\r\n");
   shop.names[2] = std::nullopt;
   shop.names[3] = u"A stock description of more than thirty characters";
   const auto fromTheFile =
@@ -81,7 +81,7 @@ TEST(Views, CheckingArrangesTheKeysAtOnceAndUncheckingRestoresNothing) {
 TEST(Views, ALevelWithFewerThanSixtyThreeRowsEndsTheProgram) {
   Shop shop;
   shop.missingStock = {100};
-  shop.touchSettings("[SETTINGS]\r\nAUTOFILL=1\r\n");
+  shop.writeTouchButtons("[SETTINGS]\r\nAUTOFILL=1\r\n");
   WindowDriver user = shop.open();
   user.pick("cbLevel", 1);
   EXPECT_EQ(shop.failure(), 3021);
@@ -100,7 +100,7 @@ TEST(Views, AStartThatFailsShowsNoScreen) {
                           Case{"[SETTINGS]\r\nAUTOFILL=\r\n[BUTTONS_BL]\r\nrows=\r\n", "", 13},
                           Case{"[SETTINGS]\r\nAUTOFILL=1\r\n[BUTTONS_BL]\r\nrows=1\r\n", "", 6}}) {
     Shop shop;
-    shop.touchSettings(bad.touch);
+    shop.writeTouchButtons(bad.touch);
     shop.folder.write(shop.folder.settingsFolder() / "tavenor.ini",
                       "[comms]\nstorename=Demo\n[KEYSTRAND]\n" + bad.settings);
     shop.start();

@@ -42,8 +42,8 @@ const std::vector<Fault> kFaults{
     {"blanks around id and colour", "29,  77 ,Tea, 65280 ,x", "Tea", 65280, 0, "29,77,Tea,65280,"},
     {"another index, a hundred fields", "5,77,Tea,65280,0" + std::string(95, ','), "Tea", 65280, 0,
      "29,77,Tea,65280,"},
-    {"a lone line feed, a zero and an end mark in the caption",
-     std::string("29,77,T\n") + '\0' + "\x1a" + "ea,65280,0", "", 65280, 0, ""},
+    {"LF, NUL and 0x1A in the caption", std::string("29,77,T\n") + '\0' + "\x1a" + "ea,65280,0", "",
+     65280, 0, ""},
 };
 
 std::string goodLine(int key) {

@@ -49,7 +49,7 @@ class SaveFaults : public testing::TestWithParam<Editor> {
   }
   void putOld() const {
     shop.folder.write(fs::path("Posdata") / editor.layout, kOldLayout);
-    shop.touchSettings(kOldTouch);
+    shop.writeTouchButtons(kOldTouch);
   }
   /// The offset of a key's line; the end of the file for the key after the last one.
   std::size_t lineOf(int key) const {

@@ -17,7 +17,7 @@ class LargeMonkey final : public support::Monkey {
  private:
   std::string layoutFile() const override { return "FastMovers.txt"; }
 
-  int started() override { return applyLayout(false); }
+  int resetModel() override { return applyLayout(false); }
 
   std::u16string entryOf(std::u16string_view description, std::int64_t id) const override {
     std::u16string text = support::wide(std::to_string(id));

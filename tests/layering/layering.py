@@ -147,21 +147,21 @@ class Layering(unittest.TestCase):
                 self.assertEqual(shown, (folder, True) in including)
                 self.assertEqual(used, not shown and (folder, False) in including)
 
-    def test_no_circle_of_includes(self):
+    def test_no_include_cycles(self):
         done = set()
 
-        def visit(header, way):
-            self.assertNotIn(header, way, " -> ".join(way + [header]))
+        def visit(header, path):
+            self.assertNotIn(header, path, " -> ".join(path + [header]))
             if header in done:
                 return
             for included in includes(header):
-                visit(included, way + [header])
+                visit(included, path + [header])
             done.add(header)
 
         for header in files({".h"}):
             visit(header, [])
 
-    def test_toolkit_headers_stand_in_forms_alone(self):
+    def test_only_forms_includes_toolkit_headers(self):
         for path in files({".h", ".cpp"}):
             if not re.fullmatch(r"platform/forms/([^/]+\.cpp|qt/.*)", path):
                 self.assertNotRegex(text_of(path), QT_INCLUDE, path)

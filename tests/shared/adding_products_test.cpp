@@ -27,7 +27,7 @@ constexpr int kNoRecord = 3021;
 
 /// Normalises a line of tab-separated fields, so that the outputs of the external reader and of the
 /// engine compare equal: representation of null, grouping of a GUID, last decimals of a Double.
-std::string plain(const std::string& line) {
+std::string normalised(const std::string& line) {
   std::string joined;
   for (std::string field : jettest::split(line, '\t')) {
     if (field == "\\N") field.clear();
@@ -46,7 +46,7 @@ std::string plain(const std::string& line) {
 }
 
 std::vector<std::string> sortedPlain(std::vector<std::string> lines) {
-  for (std::string& line : lines) line = plain(line);
+  for (std::string& line : lines) line = normalised(line);
   std::ranges::sort(lines);
   return lines;
 }
@@ -72,7 +72,7 @@ class AddingProducts : public testing::Test {
 
   /// Checks that the file is sound, that the external reader and the engine see the same rows, and
   /// that the added rows are among them.
-  void judge(const fs::path& file) const {
+  void expectSound(const fs::path& file) const {
     jet::Database database(file, u"the store", jet::Password{jettest::kStorePassword});
     for (const char16_t* name : {u"tblStock", u"tblPlu"}) {
       const jet::Table& table = jettest::tableNamed(database, name);
@@ -116,7 +116,7 @@ TEST_F(AddingProducts, KeepsEveryReferenceStoreSound) {
     // One store has a free slot without a row of flags.
     EXPECT_EQ(errors, name == "short" ? std::vector<int>{kNoRecord} : std::vector<int>());
     EXPECT_EQ(added_.size(), name == "full" ? 0U : name == "short" ? kMost - 1U : kMost);
-    judge(file);
+    expectSound(file);
   }
 }
 
@@ -142,7 +142,7 @@ TEST_F(AddingProducts, KeepsStoresOfOtherShapesSound) {
     makestore::shopStore(order).write(file);
     EXPECT_EQ(addMany(file), std::vector<int>());
     EXPECT_EQ(added_.size(), static_cast<std::size_t>(kMost));
-    judge(file);
+    expectSound(file);
   }
 }
 

@@ -84,9 +84,10 @@ void Monkey::play(unsigned seed, int actions) {
   start();
   for (int i = 0; i < actions && !testing::Test::HasFailure(); ++i) step();
   if (!testing::Test::HasFailure()) return;
-  std::string told;
-  for (const std::string& action : history_) told += "\n  " + action;
-  ADD_FAILURE() << "The monkey with seed " << seed << " found this. It did last:" << told;
+  std::string lastActions;
+  for (const std::string& action : history_) lastActions += "\n  " + action;
+  ADD_FAILURE() << "The monkey with seed " << seed
+                << " found this. Its last actions:" << lastActions;
 }
 
 void Monkey::start() {
@@ -100,7 +101,7 @@ void Monkey::start() {
     dialogColour_ = 0;
     keys_.assign(keys_.size(), {});
     store_ = readFile(shop_.storeFile()).value();
-    const int expected = started();
+    const int expected = resetModel();
     ASSERT_EQ(shop_.failure(), expected) << "at the start";
     EXPECT_EQ(WindowDriver::isShown(screen_), expected == 0);
     if (expected == 0) break;
@@ -166,9 +167,9 @@ void Monkey::checkLooks() {
     return !widget.hasFocus() && !widget.underMouse();
   };
   const int any = below(static_cast<int>(keys_.size()));
-  const Key& account = keys_[static_cast<std::size_t>(any)];
-  if (account.back >= 0 && atRest(user_->control(key(any)))) {
-    EXPECT_EQ(shownColour(*user_, key(any)), account.back) << any;
+  const Key& expected = keys_[static_cast<std::size_t>(any)];
+  if (expected.back >= 0 && atRest(user_->control(key(any)))) {
+    EXPECT_EQ(shownColour(*user_, key(any)), expected.back) << any;
   }
   EXPECT_EQ(caption(*user_, "cmdCopy"), copying_ ? "STOP COPY" : "Copy Button Settings");
   if (copying_ && atRest(user_->control("cmdCopy"))) {
@@ -218,10 +219,10 @@ int Monkey::applyLayout(bool trimIds) {
 
 // The actions
 
-void Monkey::press(const std::string& control, const std::function<void()>& hand) {
+void Monkey::press(const std::string& control, const std::function<void()>& gesture) {
   Key& target = keys_[static_cast<std::size_t>(current_)];
   if (control == "cmdSave") {
-    hand();
+    gesture();
     files_[layoutFile()] = layoutBytes();
     saved();
     return;
@@ -230,13 +231,13 @@ void Monkey::press(const std::string& control, const std::function<void()>& hand
     const std::optional<std::int32_t> choice =
         oneIn(4) ? std::nullopt : std::optional(below(kWhite + 1));
     shop_.host.colours = {choice};
-    hand();
+    gesture();
     EXPECT_TRUE(shop_.host.colours.empty()) << "the dialog was shown";
     dialogColour_ = choice.value_or(dialogColour_);
     (control == "cmdSelCol" ? target.back : target.fore) = dialogColour_;
     return;
   }
-  hand();
+  gesture();
   if (control == "cmdResetColor") target = {.back = kWhite};
   if (control == "cmdClose") left_ = true;
   if (control == "cmdCopy") {
@@ -277,7 +278,7 @@ void Monkey::drop() {
   EXPECT_EQ(user_->drop(key(index), text), dropTargets_);
   if (!dropTargets_) return;
   const Item item = split(text);
-  failsWith(item.error);
+  expectFailure(item.error);
   if (!failed()) assign(index, item);
 }
 
@@ -295,7 +296,7 @@ void Monkey::doubleClickList() {
   const std::u16string text = selectedEntry();
   note("row " + std::to_string(row) + " " + narrow(text));
   const Item item = text.empty() ? Item{.error = 5} : split(text);
-  failsWith(item.error);
+  expectFailure(item.error);
   if (!failed()) assign(current_, item);
 }
 

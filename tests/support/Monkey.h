@@ -53,9 +53,9 @@ class Monkey {
   virtual std::u16string entryOf(std::u16string_view description, std::int64_t id) const = 0;
   virtual std::string layoutFile() const = 0;
   /// Sets the model to a fresh start. Returns the error number where the start must fail.
-  virtual int started() = 0;
+  virtual int resetModel() = 0;
   /// Runs `act`, which presses a control, and updates the model.
-  virtual void press(const std::string& control, const std::function<void()>& hand);
+  virtual void press(const std::string& control, const std::function<void()>& gesture);
   virtual void doublePressKey(int index);
   virtual void saved() {}
   virtual void checkOwn() {}
@@ -77,7 +77,7 @@ class Monkey {
   /// a fault in it raises, 0 for none.
   int applyLayout(bool trimIds);
   void clear();
-  void failsWith(int number) { failure_ = number; }
+  void expectFailure(int number) { failure_ = number; }
   bool failed() const { return failure_ != 0; }
   std::u16string selectedEntry() const;
 

@@ -12,8 +12,8 @@
 namespace support {
 
 /// A program folder for one test, below the temporary folder: an empty "Posdata", and a settings
-/// folder that replaces the user's. The program counts as started from here. The folders are
-/// deleted at the end.
+/// folder that replaces the user's. Sets the program file, so that the program takes this as its
+/// program folder. The folders are deleted at the end.
 class ProgramFolder {
  public:
   ProgramFolder();

@@ -107,7 +107,7 @@ WindowDriver Shop::open(std::string_view screen) {
   return WindowDriver(screen);
 }
 
-void Shop::touchSettings(std::string_view text) const {
+void Shop::writeTouchButtons(std::string_view text) const {
   folder.write("Posdata/FastTouchButtons.ini", text);
 }
 

@@ -50,7 +50,7 @@ class Shop {
   WindowDriver open(std::string_view screen = "frmMain");
 
   /// Writes settings for the next start.
-  void touchSettings(std::string_view lines) const;
+  void writeTouchButtons(std::string_view lines) const;
   std::string touchFile() const;
   /// An entry of the settings store, as in the file; absent where there is none.
   std::optional<std::string> setting(std::string_view key) const;

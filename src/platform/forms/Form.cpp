@@ -24,12 +24,12 @@ void Form::load() {
 
 void Form::Show() {
   load();
-  window_->appear();
+  window_->showScreen();
 }
 
 void Form::ShowModal() {
   load();
-  window_->appearModal();
+  window_->showScreenModal();
 }
 
 void Form::Unload() {

@@ -25,18 +25,18 @@ struct Pipe {
   }
   ~Pipe() {
     ::close(ends[0]);
-    if (writes) ::close(ends[1]);
+    if (writeEndOpen) ::close(ends[1]);
   }
   Pipe(const Pipe&) = delete;
   Pipe& operator=(const Pipe&) = delete;
 
   void closeWriteEnd() {
     ::close(ends[1]);
-    writes = false;
+    writeEndOpen = false;
   }
 
   std::array<int, 2> ends{};
-  bool writes = true;
+  bool writeEndOpen = true;
 };
 
 /// Runs in the first child: forks a second child that executes the program, then exits, so that the

@@ -29,9 +29,9 @@ void end(int status) {
 
 void fail(const RunTimeError& failure) {
   // Failures after the process has ended are ignored.
-  if (processEnd().stopped) return;
+  if (processEnd().ending) return;
   // Set before the modal report, so that no timer is dispatched while it shows.
-  processEnd().stopped = true;
+  processEnd().ending = true;
   try {
     host().reportFailure(failure);
   } catch (const std::exception&) {
@@ -43,7 +43,7 @@ void fail(const RunTimeError& failure) {
 }  // namespace
 
 void dispatch(const std::function<void()>& handler) {
-  if (processEnd().stopped) return;
+  if (processEnd().ending) return;
   try {
     handler();
   } catch (const Ended&) {
@@ -58,15 +58,15 @@ void dispatch(const std::function<void()>& handler) {
 }
 
 void endProgram() {
-  if (!processEnd().stopped) {
-    processEnd().stopped = true;
+  if (!processEnd().ending) {
+    processEnd().ending = true;
     end(0);
   }
   throw Ended{};
 }
 
 void unwindIfEnding() {
-  if (processEnd().stopped) throw Ended{};
+  if (processEnd().ending) throw Ended{};
 }
 
 bool hasEnded() {

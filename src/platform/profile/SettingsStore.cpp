@@ -33,7 +33,7 @@ std::u16string foldedName(std::string_view name) {
 // A value is stored as it is. One with line breaks, other control characters or halves of surrogate
 // pairs is escaped, and marked as such by a backslash and a quote in front.
 constexpr std::u16string_view kEscapeMark = u"\\\"";
-constexpr char16_t kEscapeEnd = u'"';  // follows the escaped value
+constexpr char16_t kEscapeEnd = u'"';  // follows the escaped value  // follows the escaped value
 
 bool needsEscape(char16_t unit) {
   return (unit < u' ' && unit != u'\t') || runtime::isHighSurrogate(unit) ||
@@ -155,14 +155,15 @@ std::string takeByteOrderMark(std::string& bytes) {
 }
 
 /// False for names that could not be read back from a line.
-bool isName(std::u16string_view name, std::u16string_view forbidden) {
+bool isStorableName(std::u16string_view name, std::u16string_view forbidden) {
   return !name.empty() && !needsEscaping(name) && name == runtime::trim(name) &&
          name.find_first_of(forbidden) == name.npos && name.front() != u';';
 }
 
 void checkNames(std::u16string_view application, std::u16string_view section,
                 std::u16string_view key) {
-  if (!isName(application, u"/\\") || !isName(section, u"]\t") || !isName(key, u"=[\t"))
+  if (!isStorableName(application, u"/\\") || !isStorableName(section, u"]\t") ||
+      !isStorableName(key, u"=[\t"))
     throw RunTimeError(ErrorNumber::InvalidProcedureCall);
 }
 

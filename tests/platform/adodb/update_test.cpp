@@ -167,7 +167,7 @@ TEST_F(Update, ATableDefinitionChangedByAnotherProgramIsRefused) {
   struct Case {
     const char* what;
     std::vector<Column> columns;
-    bool taken;
+    bool accepted;
   };
   for (const Case& each : {
            Case{"dropped", {id, name}, false},
@@ -187,8 +187,8 @@ TEST_F(Update, ATableDefinitionChangedByAnotherProgramIsRefused) {
         support::readFile(writeItems(store_.folder().path() / "other.mdb", each.columns));
     std::ofstream(file, std::ios::binary) << changed.value();
     rows.Fields(u"note").value(u"green");
-    EXPECT_EQ(errorNumberOf([&] { rows.Update(); }), each.taken ? 0 : -2147217864);
-    EXPECT_EQ(support::readFile(file) == changed, !each.taken);
+    EXPECT_EQ(errorNumberOf([&] { rows.Update(); }), each.accepted ? 0 : -2147217864);
+    EXPECT_EQ(support::readFile(file) == changed, !each.accepted);
     EXPECT_EQ(rows.Fields(u"note").value(), Variant(u"green"));
   }
 }

@@ -135,9 +135,9 @@ TEST_F(Button, AHeldKeyIsOneClickAndIsIgnoredAfterAModalScreen) {
     screen.log.push_back("Click 1");
     Notice notice;
     support::soon([&] {
-      const support::WindowDriver reader("Notice");
-      QTest::keyPress(reader.window().windowHandle(), Qt::Key_Space);
-      QTest::keyPress(reader.window().windowHandle(), Qt::Key_Right);
+      const support::WindowDriver driver("Notice");
+      QTest::keyPress(driver.window().windowHandle(), Qt::Key_Space);
+      QTest::keyPress(driver.window().windowHandle(), Qt::Key_Right);
       notice.Unload();
     });
     notice.ShowModal();

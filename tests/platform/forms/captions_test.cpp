@@ -28,12 +28,12 @@ class TextEngine : public QPaintEngine {
   void drawTextItem(const QPointF& at, const QTextItem& item) override {
     texts.append(item.text());
     const QPointF from = transform_.map(at);
-    reach |= QRectF(from, QSizeF(item.width() * transform_.m11(), 0.1));
+    bounds |= QRectF(from, QSizeF(item.width() * transform_.m11(), 0.1));
   }
   Type type() const override { return User; }
 
   QStringList texts;
-  QRectF reach;  ///< of all base lines
+  QRectF bounds;  ///< of the base lines of all texts
 
  private:
   QTransform transform_;
@@ -72,8 +72,8 @@ class TextDevice : public QPaintDevice {
 QStringList painted(QWidget& button) {
   TextDevice device(button.size());
   button.render(&device);
-  const QRectF reach = device.engine.reach;
-  EXPECT_TRUE(reach.isNull() || QRectF(button.rect()).contains(reach))
+  const QRectF bounds = device.engine.bounds;
+  EXPECT_TRUE(bounds.isNull() || QRectF(button.rect()).contains(bounds))
       << button.accessibleName().toStdString();
   QStringList texts;
   for (const QString& text : device.engine.texts) texts.append(text.trimmed());

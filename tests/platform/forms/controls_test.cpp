@@ -248,11 +248,11 @@ TEST_F(Controls, ASecondPressThatDragsTheRowOffTheListIsNoDoubleClick) {
     return std::ranges::count_if(
         screen.log, [](const std::string& event) { return event.starts_with("DblClick"); });
   };
-  const QPoint shaken(23, 26);
+  const QPoint smallMove(23, 26);
   const QPoint outside(list.width() + 40, 20);
-  EXPECT_EQ(pressTwiceAndMoveTo(shaken), 1);
+  EXPECT_EQ(pressTwiceAndMoveTo(smallMove), 1);
   EXPECT_EQ(pressTwiceAndMoveTo(outside), 0);
-  EXPECT_EQ(pressTwiceAndMoveTo(shaken), 1);
+  EXPECT_EQ(pressTwiceAndMoveTo(smallMove), 1);
 }
 
 /// A finger on the list, in pixels from its corner.

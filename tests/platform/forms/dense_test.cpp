@@ -110,7 +110,7 @@ TEST(DenseDesktop, ASheetsRowsAndColumnsShrinkAndStillFit) {
 }
 
 TEST(SmallDesktop, TheColourDialogFits) {
-  const support::TestHost recorder;
+  const support::TestHost resetsProcess;
   const auto host = forms::makeHost();
   process::setHost(*host);
   QSize size;

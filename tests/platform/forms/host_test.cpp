@@ -29,7 +29,7 @@ class RealHost : public testing::Test {
  protected:
   RealHost() : host(forms::makeHost()) { process::setHost(*host); }
 
-  support::TestHost recorder;  // clears the process's state
+  support::TestHost resetsProcess;  // clears the process's state
   std::unique_ptr<process::Host> host;
 };
 

@@ -90,7 +90,7 @@ std::set<std::string> kindsOf(const FileShape& before, const FileShape& after) {
   if (!before.body && !after.body) kinds.insert("in its slot");
   if (!before.body && after.body) kinds.insert("moved");
   if (before.body && after.body && before.body != after.body) kinds.insert("moved again");
-  if (before.body && !after.body) kinds.insert("came home");
+  if (before.body && !after.body) kinds.insert("moved back");
   for (std::size_t i = 0; i < after.indexes.size(); ++i)
     compareIndexes(before.indexes[i], after.indexes[i], kinds);
   compareMaps(before.freePages, after.freePages, "global map", kinds);

@@ -28,7 +28,7 @@ constexpr int kTooLarge = -2147217833;
 constexpr int kRowChanged = -2147217864;
 
 /// A copy of a store, and one row in it that the tests change.
-class ARow : public testing::Test {
+class RowTest : public testing::Test {
  protected:
   void use(const std::string& store, const std::u16string& table, const std::u16string& column,
            const Variant& value) {
@@ -84,7 +84,7 @@ class ARow : public testing::Test {
   jet::RowId row_;
 };
 
-using UpdateValues = ARow;
+using UpdateValues = RowTest;
 
 TEST_F(UpdateValues, AreConvertedToTheColumnsType) {
   use("corner", u"tblStock", u"id", std::int32_t{7});
@@ -216,7 +216,7 @@ TEST_F(UpdateValues, ValuesThatWouldBreakARelationshipAreRefused) {
   EXPECT_EQ(changed(u"id", std::int32_t{3}), "3");
 }
 
-using UpdateOfARow = ARow;
+using UpdateOfARow = RowTest;
 
 TEST_F(UpdateOfARow, ARowChangedSinceItWasReadIsRefused) {
   use("corner", u"tblStock", u"id", std::int32_t{17});

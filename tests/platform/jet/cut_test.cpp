@@ -139,7 +139,7 @@ INSTANTIATE_TEST_SUITE_P(OfKind, CutMadeFile,
                          [](const auto& kind) { return kind.param.name; });
 
 const std::set<std::string> kAllKinds{"in its slot",   "moved",        "moved again",
-                                      "came home",     "leaf split",   "root grown",
+                                      "moved back",    "leaf split",   "root grown",
                                       "leaf unlinked", "bound lowered"};
 
 /// Shops in which changes of all these kinds happen. In the small Jet 3 shop the root of an index

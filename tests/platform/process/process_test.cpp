@@ -106,17 +106,17 @@ TEST(Dispatch, TurnsOtherExceptionsIntoFailures) {
 
 TEST(Dispatch, AnEndInsideANestedEventStopsTheOuterHandlerWhenItsMessageBoxReturns) {
   support::TestHost host;
-  bool left = false;
+  bool loopExited = false;
   bool wentOn = false;
-  const auto takeOff = process::onEnd([&] { left = true; });
-  const auto never = process::onEnd([] { FAIL() << "called though it was taken off"; });
+  const auto unregister = process::onEnd([&] { loopExited = true; });
+  const auto never = process::onEnd([] { FAIL() << "called after it was unregistered"; });
   never();
   host.whileMessageIsUp = [](const auto&) { process::dispatch([] { process::endProgram(); }); };
   process::dispatch([&] {
     process::MsgBox(u"Reset this level?", process::kYesNo, u"Reset");
     wentOn = true;
   });
-  EXPECT_TRUE(left);
+  EXPECT_TRUE(loopExited);
   EXPECT_FALSE(wentOn);
   EXPECT_EQ(host.ends, 1);
   EXPECT_EQ(host.endStatus, 0);

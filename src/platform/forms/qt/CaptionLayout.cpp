@@ -84,7 +84,7 @@ qsizetype CaptionLayout::lineLength(const QString& text, qreal width) const {
   return line.textLength();
 }
 
-QString CaptionLayout::broken(const QString& text, qreal narrowing) const {
+QString CaptionLayout::withLineBreaks(const QString& text, qreal narrowing) const {
   const QFontMetricsF metrics(font_);
   const qreal width = lineWidth(narrowing);
   const int mostLines = qMax(1, qFloor(size_.height() / solidPitch()));
@@ -130,7 +130,7 @@ void CaptionLayout::layOut(int reserve) {
     fits(text, fitting / 100.0, true, kWords);
     return;
   }
-  fits(broken(text, kMinGlyphWidthPercent / 100.0), kMinGlyphWidthPercent / 100.0, true,
+  fits(withLineBreaks(text, kMinGlyphWidthPercent / 100.0), kMinGlyphWidthPercent / 100.0, true,
        QTextOption::NoWrap);
 }
 

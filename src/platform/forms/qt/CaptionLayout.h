@@ -26,7 +26,7 @@ class CaptionLayout {
   /// lines don't fit the height.
   bool fits(const QString& text, qreal narrowing, bool solid, QTextOption::WrapMode wrap);
   /// The text with its line breaks set, in at most as many lines as have room.
-  QString broken(const QString& text, qreal narrowing) const;
+  QString withLineBreaks(const QString& text, qreal narrowing) const;
   qsizetype lineLength(const QString& text, qreal width) const;
   qreal lineWidth(qreal narrowing) const { return (size_.width() + 2 * reserve_) / narrowing; }
   qreal solidPitch() const;

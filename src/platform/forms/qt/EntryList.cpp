@@ -107,7 +107,7 @@ void EntryList::drag(std::unique_ptr<QMimeData> text, Qt::DropActions actions) {
     drag.loop.quit();
   });
   drag_ = &drag;
-  if (finger_.drags()) {
+  if (finger_.isDragging()) {
     beginDrag();
     return;
   }
@@ -162,7 +162,7 @@ void EntryList::fingerTap(const QMouseEvent& event) {
 void EntryList::mousePressEvent(QMouseEvent* event) {
   event->accept();
   if (drag_ != nullptr) return;
-  if (Finger::made(*event)) {
+  if (Finger::isTouch(*event)) {
     finger_.press(*event);
     return;
   }
@@ -173,7 +173,7 @@ void EntryList::mousePressEvent(QMouseEvent* event) {
 void EntryList::mouseDoubleClickEvent(QMouseEvent* event) {
   event->accept();
   if (drag_ != nullptr) return;
-  if (Finger::made(*event))
+  if (Finger::isTouch(*event))
     finger_.press(*event);
   else if (event->button() == Qt::LeftButton && doublePress_.completes(*event))
     secondPress(*event);
@@ -184,7 +184,7 @@ void EntryList::mouseDoubleClickEvent(QMouseEvent* event) {
 // Doesn't call the base class, which would select rows and start its own drag.
 void EntryList::mouseMoveEvent(QMouseEvent* event) {
   event->accept();
-  if (Finger::made(*event))
+  if (Finger::isTouch(*event))
     finger_.move(*event);
   else
     beginDrag();
@@ -192,7 +192,7 @@ void EntryList::mouseMoveEvent(QMouseEvent* event) {
 
 void EntryList::mouseReleaseEvent(QMouseEvent* event) {
   event->accept();
-  if (Finger::made(*event)) {
+  if (Finger::isTouch(*event)) {
     finger_.release(*event);
     return;
   }

@@ -37,15 +37,15 @@ void Finger::press(const QMouseEvent& event) {
   const bool stops = scroller->state() == QScroller::Scrolling;
   scroller->handleInput(QScroller::InputPress, event.position(), timeOf(event));
   press_.reset(event.clone());
-  gesture_ = stops ? Gesture::Scroll : Gesture::Open;
+  gesture_ = stops ? Gesture::Scroll : Gesture::Undecided;
   if (!stops) held_.start();
 }
 
 void Finger::move(const QMouseEvent& event) {
-  if (gesture_ == Gesture::Open) {
-    const QPointF way = event.position() - press_->position();
-    if (way.manhattanLength() < QApplication::startDragDistance()) return;
-    if (std::abs(way.x()) > std::abs(way.y())) {
+  if (gesture_ == Gesture::Undecided) {
+    const QPointF moved = event.position() - press_->position();
+    if (moved.manhattanLength() < QApplication::startDragDistance()) return;
+    if (std::abs(moved.x()) > std::abs(moved.y())) {
       beginDrag();
       return;
     }
@@ -62,7 +62,7 @@ void Finger::release(const QMouseEvent& event) {
   if (ended == Gesture::None) return;
   QScroller::scroller(&list_)->handleInput(QScroller::InputRelease, event.position(),
                                            timeOf(event));
-  if (ended == Gesture::Open) gestures_.tap(*press_);
+  if (ended == Gesture::Undecided) gestures_.tap(*press_);
 }
 
 void Finger::beginDrag() {

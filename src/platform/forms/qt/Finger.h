@@ -21,17 +21,17 @@ class Finger {
   };
   Finger(QAbstractScrollArea& list, Gestures gestures);
 
-  static bool made(const QMouseEvent& event) {
+  static bool isTouch(const QMouseEvent& event) {
     return event.pointerType() == QPointingDevice::PointerType::Finger;
   }
 
   void press(const QMouseEvent& event);
   void move(const QMouseEvent& event);
   void release(const QMouseEvent& event);
-  bool drags() const { return gesture_ == Gesture::Drag; }
+  bool isDragging() const { return gesture_ == Gesture::Drag; }
 
  private:
-  enum class Gesture { None, Open, Scroll, Drag };
+  enum class Gesture { None, Undecided, Scroll, Drag };
   void beginDrag();
 
   QAbstractScrollArea& list_;

@@ -26,7 +26,7 @@ bool HeldKeys::eventFilter(QObject* watched, QEvent* event) {
 
 bool HeldKeys::isRepeat(const QKeyEvent& press) {
   const bool repeated =
-      keyboard_.isThere() ? keyboard_.isRepeat(press) : down_.contains(press.key());
+      keyboard_.isAvailable() ? keyboard_.isRepeat(press) : down_.contains(press.key());
   return repeated || press.isAutoRepeat();
 }
 

@@ -35,13 +35,13 @@ bool isDropDownFrame(const QWidget* widget) {
 void paintBox(QPainter& painter, const QStyleOption& option) {
   const QPalette& colours = option.palette;
   const QColor base = colours.color(QPalette::Base);
-  const bool pointedAt = (option.state & QStyle::State_MouseOver) != 0;
+  const bool hovered = (option.state & QStyle::State_MouseOver) != 0;
   DeviceFrames frames(painter, option.rect, 2);
   frames.fill(base);
   if ((option.state & QStyle::State_HasFocus) != 0)
     frames.frame(colours.color(QPalette::Highlight), 2, 0);
   else
-    frames.frame(mixed(base, colours.color(QPalette::Text), pointedAt ? 0.6 : 0.3), 1, 0);
+    frames.frame(mixed(base, colours.color(QPalette::Text), hovered ? 0.6 : 0.3), 1, 0);
 }
 
 /// The frame of an open list, visible on any background.
@@ -58,11 +58,11 @@ void paintCheckBoxIndicator(QPainter& painter, const QStyleOption& option) {
   const QColor base = option.palette.color(QPalette::Base);
   const QColor text = option.palette.color(QPalette::Text);
   const bool sunken = (option.state & QStyle::State_Sunken) != 0;
-  const bool pointedAt = (option.state & QStyle::State_MouseOver) != 0;
+  const bool hovered = (option.state & QStyle::State_MouseOver) != 0;
   {
     DeviceFrames frames(painter, option.rect, 2);
     frames.fill(sunken ? mixed(base, text, 0.15) : base);
-    frames.frame(mixed(base, text, pointedAt ? 0.8 : 0.5), 1, 0);
+    frames.frame(mixed(base, text, hovered ? 0.8 : 0.5), 1, 0);
   }
   if ((option.state & QStyle::State_On) != 0) paintCheckBoxMark(painter, option.rect, text);
   if ((option.state & QStyle::State_NoChange) != 0)

@@ -10,9 +10,9 @@
 namespace forms::qt {
 namespace {
 
-class ScreenReader : public QAccessibleWidget {
+class WindowAccessible : public QAccessibleWidget {
  public:
-  explicit ScreenReader(QWidget* window) : QAccessibleWidget(window) {}
+  explicit WindowAccessible(QWidget* window) : QAccessibleWidget(window) {}
   QAccessible::Role role() const override {
     return widget()->isModal() ? QAccessible::Dialog : QAccessible::Window;
   }
@@ -69,7 +69,7 @@ QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
     return new DropDownAccessible(box);
   auto* widget = qobject_cast<QWidget*>(object);
   const bool isPlain = QLatin1String(object->metaObject()->className()) == QLatin1String("QWidget");
-  if (widget != nullptr && widget->isWindow() && isPlain) return new ScreenReader(widget);
+  if (widget != nullptr && widget->isWindow() && isPlain) return new WindowAccessible(widget);
   return nullptr;
 }
 

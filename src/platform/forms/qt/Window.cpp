@@ -134,7 +134,7 @@ void Window::centre() {
        desktop.y() + (desktop.height() - height() - title) / 2);
 }
 
-void Window::appear() {
+void Window::showScreen() {
   orderTabs();
   nameWidgets(*this, scale_);
   fitDesktop();
@@ -158,12 +158,12 @@ void Window::appear() {
   for (QTimer* timer : findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly)) timer->start();
 }
 
-void Window::appearModal() {
+void Window::showScreenModal() {
   QEventLoop loop;
   const EndRegistration watch([&loop] { loop.quit(); });
   modalLoop_ = &loop;
   setWindowModality(Qt::ApplicationModal);
-  appear();
+  showScreen();
   if (!process::hasEnded()) loop.exec();
   modalLoop_ = nullptr;
   hide();

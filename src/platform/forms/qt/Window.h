@@ -30,10 +30,10 @@ class Window final : public QWidget {
   Colour backColour() const { return design_.backColour; }
 
   /// Shows the loaded screen according to its design.
-  void appear();
+  void showScreen();
   /// Shows it above the others, which get no input, and returns after it has closed. Unwinds to the
   /// dispatcher when the process has ended meanwhile.
-  void appearModal();
+  void showScreenModal();
   /// Closes the screen for good.
   void leave();
   bool isClosed() const { return closed_; }

@@ -18,7 +18,7 @@ class XKeyboard : private QAbstractNativeEventFilter {
   XKeyboard();
 
   /// False under another display system.
-  bool isThere() const { return display_ != nullptr; }
+  bool isAvailable() const { return display_ != nullptr; }
   /// True if the key was already down. Must be called exactly once for each press, in order.
   bool isRepeat(const QKeyEvent& press);
 

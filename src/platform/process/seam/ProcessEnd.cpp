@@ -9,7 +9,7 @@ ProcessEnd& processEnd() {
 
 void resetEnded() {
   ProcessEnd& end = processEnd();
-  end.stopped = false;
+  end.ending = false;
   end.ended = false;
   end.loopExits.clear();
 }

@@ -7,8 +7,8 @@ namespace process {
 
 /// How far the end of this process has come. For this library's files.
 struct ProcessEnd {
-  bool stopped = false;  ///< the end has begun: nothing is dispatched any more
-  bool ended = false;    ///< `Host::endProcess` has returned, which it does only in tests
+  bool ending = false;  ///< the end has begun: nothing is dispatched any more
+  bool ended = false;   ///< `Host::endProcess` has returned, which it does only in tests
   std::map<int, std::function<void()>> loopExits;  ///< by registration: exits from modal loops
   int nextLoopExit = 0;
 };

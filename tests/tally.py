@@ -5,9 +5,10 @@ skipped".
     tally.py PROGRAMS.xml CASES-FOLDER WINDOWS.xml
 
 PROGRAMS.xml is CTest's report. A test program that wrote its own report into the folder counts by
-its cases. A program without a report counts as one case. A program that failed although its report has no failure WINDOWS.xml is the report of the tests with real windows. A report that is
-missing or can't be read is a failure. The status is 0 only if something passed, nothing failed and
-nothing was skipped.
+its cases. A program without a report counts as one case. A program that failed although its report
+has no failure counts as a failed case. WINDOWS.xml is the report of the tests with real windows. A
+report that is missing or can't be read is a failure. The status is 0 only if something passed,
+nothing failed and nothing was skipped.
 """
 
 import pathlib

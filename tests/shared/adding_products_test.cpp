@@ -22,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kMost = 50;
+constexpr int kMost = 30;
 constexpr int kNoRecord = 3021;
 
 /// Normalises a line of tab-separated fields, so that the outputs of the external reader and of the
@@ -53,7 +53,7 @@ std::vector<std::string> sortedPlain(std::vector<std::string> lines) {
 
 class AddingProducts : public testing::Test {
  protected:
-  /// Adds up to fifty products, each in a run of its own; returns the errors in order.
+  /// Adds up to `kMost` products, each in a run of its own; returns the errors in order.
   std::vector<int> addMany(const fs::path& file) {
     mdOpenDatabase::StoreFolder = jettest::wide(file.parent_path().string());
     std::vector<int> errors;

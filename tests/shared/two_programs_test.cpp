@@ -20,8 +20,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kAdds = 200;
-constexpr int kSlots = 480;
+constexpr int kAdds = 100;
+constexpr int kSlots = 280;
 constexpr int kNamed = 40;
 constexpr std::int32_t kRowChanged = -2147217864;
 

@@ -109,7 +109,7 @@ TEST_F(ShopStoreTest, EveryShapeIsSound) {
         "--no-description-index --departments 25 --slots 3000 --products 2900",
         "--generation 3 --barcodes mixed", "--generation 3 --shape cafe --encoded --moved 3,5-9",
         "--generation 3 --slots 3000 --products 2900 --packed-indexes --reference-maps",
-        "--slots 0 --products 0 --departments 0", "--slots 20000 --products 16000"}) {
+        "--slots 0 --products 0 --departments 0", "--slots 9000 --products 8000"}) {
     ASSERT_EQ(make(options), "") << options;
     EXPECT_EQ(checkerVerdict(file_), "sound") << options;
     EXPECT_EQ(rows("tblStock").size(), rows("tblPlu").size()) << options;

@@ -19,11 +19,10 @@ namespace fs = std::filesystem;
 
 using Lines = std::multiset<std::string>;
 
-std::map<jet::RowId, std::string> rowsOf(const fs::path& file, std::u16string_view password,
-                                         std::u16string_view name) {
-  jet::Database database(file, u"the file", jet::Password{password});
-  const jet::Table& table = tableNamed(database, name);
-  std::map<jet::RowId, std::string> rows;
+using Rows = std::map<jet::RowId, std::string>;
+
+Rows rowsOf(const jet::Table& table) {
+  Rows rows;
   const auto scan = table.scan();
   while (scan->next()) rows[scan->row().id()] = lineOf(scan->row(), table);
   return rows;
@@ -87,8 +86,8 @@ class Cutting {
       makeChange(complete, password_, change_);
       groups = log.groups();
     }
-    rowsBefore_ = rowsOf(before_, password_, change_.table);
-    rowsAfter_ = rowsOf(complete, password_, change_.table);
+    rowsBefore_ = soundRows(before_);
+    rowsAfter_ = soundRows(complete);
     exportBefore_ = exportOf(before_, change_.table);
     exportAfter_ = exportOf(complete, change_.table);
     std::string synced = support::readFile(before_).value();
@@ -118,19 +117,17 @@ class Cutting {
     const fs::path file = scratch_.folder() / ("cut" + number);
     support::writeFile(file, bytes);
     cutFiles_.push_back(file);
-    const auto rows = rowsOf(file, password_, change_.table);
+    const Rows rows = soundRows(file);
     EXPECT_TRUE(rows == rowsBefore_ || rows == rowsAfter_);
     judgeExport(file, {exportBefore_, exportAfter_});
-    judgeIndexes(file);
     changeOthers(copied(file, "others.mdb"), rows);
 
     const fs::path again = copied(file, "again" + number);
     makeChange(again, password_, change_);
     if (!finishedStates_.insert(hash_(support::readFile(again).value())).second) return;
     finishedFiles_.push_back(again);
-    EXPECT_EQ(rowsOf(again, password_, change_.table), rowsAfter_);
+    EXPECT_EQ(soundRows(again), rowsAfter_);
     judgeExport(again, {exportAfter_});
-    judgeIndexes(again);
   }
 
   /// The independent checker's verdict on all states, before and after the repeated change.
@@ -156,15 +153,18 @@ class Cutting {
     EXPECT_LE(lines.size(), exportBefore_.size() + 1);
   }
 
-  void judgeIndexes(const fs::path& file) const {
+  /// The rows of the changed table, whose indexes must be sound.
+  Rows soundRows(const fs::path& file) const {
     SCOPED_TRACE(file.filename().string());
     jet::Database database(file, u"the file", jet::Password{password_});
-    EXPECT_EQ(indexProblems(tableNamed(database, change_.table)), std::vector<std::string>());
+    const jet::Table& table = tableNamed(database, change_.table);
+    EXPECT_EQ(indexProblems(table), std::vector<std::string>());
+    return rowsOf(table);
   }
 
   /// Sets other rows to the old and the new values of the interrupted change, so that their index
   /// entries are next to those of the changed row.
-  void changeOthers(const fs::path& file, std::map<jet::RowId, std::string> expected) const {
+  void changeOthers(const fs::path& file, const Rows& expected) const {
     for (const Change& values : {undoing_, change_}) {
       int changed = 0;
       for (const auto& [id, line] : expected) {
@@ -174,8 +174,7 @@ class Cutting {
         if (support::errorNumberOf([&] { makeChange(file, password_, other); }) == 0) ++changed;
       }
     }
-    EXPECT_EQ(rowsOf(file, password_, change_.table).size(), expected.size());
-    judgeIndexes(file);
+    EXPECT_EQ(soundRows(file).size(), expected.size());
   }
 
   const Scratch& scratch_;
@@ -188,8 +187,8 @@ class Cutting {
   std::set<std::size_t> finishedStates_;  ///< hashes of the files after the repeated change
   std::vector<fs::path> cutFiles_;
   std::vector<fs::path> finishedFiles_;
-  std::map<jet::RowId, std::string> rowsBefore_;
-  std::map<jet::RowId, std::string> rowsAfter_;
+  Rows rowsBefore_;
+  Rows rowsAfter_;
   Lines exportBefore_;
   Lines exportAfter_;
 };

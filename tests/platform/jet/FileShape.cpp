@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/jet/StoreFiles.h"
 #include "platform/jet/engine/TableSource.h"
 #include "platform/jet/format/DataPage.h"
 #include "platform/jet/format/IndexPage.h"
@@ -66,15 +65,18 @@ void compareIndexes(const FileShape::Index& indexBefore, const FileShape::Index&
 
 }  // namespace
 
-FileShape shapeOf(const std::filesystem::path& file, std::u16string_view password,
-                  const Change& change) {
-  jet::Database database(file, u"the file", jet::Password{password});
-  const jet::TableSource& source = tableNamed(database, change.table).source();
+std::optional<jet::RowPointer> bodyOf(const jet::Table& table, jet::RowId row) {
+  jet::Pager& pager = table.source().pager;
+  const auto page = pager.read(row.page, {});
+  const jet::DataPage rows(pager.layout(), *page, {});
+  const jet::Slot slot = rows.slot(row.slot);
+  if (!slot.pointer) return std::nullopt;
+  return jet::rowPointerAt(rows.bytes(slot), jet::MovedRow::kBody);
+}
+
+FileShape shapeOf(const jet::Table& table) {
+  const jet::TableSource& source = table.source();
   FileShape shape;
-  const auto page = source.pager.read(change.row.page, {});
-  const jet::DataPage rows(source.pager.layout(), *page, {});
-  const jet::Slot slot = rows.slot(change.row.slot);
-  if (slot.pointer) shape.body = jet::rowPointerAt(rows.bytes(slot), jet::MovedRow::kBody);
   shape.freePages = mapAt(source, {jet::kGlobalMapPage, jet::SlotNumber(0)});
   shape.maps.push_back(mapAt(source, source.definition.ownedPages));
   shape.maps.push_back(mapAt(source, source.definition.freePages));

@@ -1,21 +1,19 @@
 #pragma once
 
 #include <cstddef>
-#include <filesystem>
 #include <optional>
 #include <set>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "platform/jet/RandomUpdates.h"
+#include "platform/jet/engine/Database.h"
 #include "platform/jet/format/Numbers.h"
 #include "platform/jet/format/RowPointer.h"
 
 namespace jettest {
 
-/// The parts of a file that a change may alter: the position of the row, the pages of the table's
-/// indexes, the usage maps.
+/// The parts of a file that a change of a table's row may alter: the position of the row, the pages
+/// of the table's indexes, the usage maps.
 struct FileShape {
   struct Map {
     bool isReference = false;
@@ -33,9 +31,10 @@ struct FileShape {
   std::vector<Map> maps;  ///< those of the table and of its indexes
 };
 
-/// The shape of the file for the row and the table of the change.
-FileShape shapeOf(const std::filesystem::path& file, std::u16string_view password,
-                  const Change& change);
+/// The shape of the file for this table, without the position of a row.
+FileShape shapeOf(const jet::Table& table);
+/// Where the row's pointer leads; absent for a row in its slot.
+std::optional<jet::RowPointer> bodyOf(const jet::Table& table, jet::RowId row);
 
 /// The differences between two shapes, in words: "moved", "leaf split", "node split at level 2".
 std::set<std::string> kindsOf(const FileShape& before, const FileShape& after);

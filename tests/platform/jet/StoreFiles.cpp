@@ -266,52 +266,57 @@ std::vector<jet::RowId> rowIdsOf(const fs::path& file, std::u16string_view passw
 }
 
 std::vector<std::string> indexProblems(const jet::Table& table) {
-  std::vector<std::string> problems;
-  for (std::size_t i = 0; i < table.indexes().size(); ++i) {
-    const jet::Index& index = table.indexes()[i];
-    if (!index.seekable) continue;
-    // Rows of one key are looked up together: there may be many.
-    struct Group {
-      jet::IndexRange range;
-      std::set<jet::RowId> rows;
-      bool hasNull = false;
-    };
+  // Rows of one key are looked up together: there may be many.
+  struct Group {
+    jet::IndexRange range;
+    std::set<jet::RowId> rows;
+    bool hasNull = false;
+  };
+  struct Expected {
     std::map<std::string, Group> groups;
     std::size_t rows = 0;
-    const auto scan = table.scan();
-    while (scan->next()) {
+  };
+  std::vector<Expected> expected(table.indexes().size());
+  const auto scan = table.scan();
+  while (scan->next()) {
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+      const jet::Index& index = table.indexes()[i];
+      if (!index.seekable) continue;
       jet::IndexRange range;
       std::string key;
-      bool allNull = true;
       for (const jet::IndexColumn& part : index.columns) {
         range.equal.push_back(scan->row().value(part.column));
         key += printed(range.equal.back()) + "\t";
-        allNull = allNull && range.equal.back().isNull();
       }
-      if (index.ignoreNulls && allNull) continue;
-      ++rows;
-      Group& group = groups[key];
+      if (index.ignoreNulls && std::ranges::all_of(range.equal, &runtime::Variant::isNull))
+        continue;
+      ++expected[i].rows;
+      Group& group = expected[i].groups[key];
       group.hasNull = std::ranges::any_of(range.equal, &runtime::Variant::isNull);
       group.range = std::move(range);
       group.rows.insert(scan->row().id());
     }
-    for (auto& [key, group] : groups) {
+  }
+  std::vector<std::string> problems;
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    const jet::Index& index = table.indexes()[i];
+    if (!index.seekable) continue;
+    const std::string name = narrow(table.name()) + "." + narrow(index.name);
+    for (auto& [key, group] : expected[i].groups) {
       const auto walk = table.walk(jet::IndexNumber(i), group.range);
       std::size_t found = 0;
       for (; walk->next(); ++found) group.rows.erase(walk->row().id());
       if (index.unique && !group.hasNull && found > 1)
-        problems.push_back(narrow(table.name()) + "." + narrow(index.name) +
-                           ": several rows are found by " + key);
+        problems.push_back(name + ": several rows are found by " + key);
       for (const jet::RowId& missing : group.rows)
-        problems.push_back(narrow(table.name()) + "." + narrow(index.name) + ": row " +
-                           printed(missing) + " is not found");
+        problems.push_back(name + ": row " + printed(missing) + " is not found");
     }
     std::size_t walked = 0;
     const auto walk = table.walk(jet::IndexNumber(i), {});
     while (walk->next()) ++walked;
-    if (walked != rows)
-      problems.push_back(narrow(table.name()) + "." + narrow(index.name) + ": a walk returns " +
-                         std::to_string(walked) + " of " + std::to_string(rows) + " rows");
+    if (walked != expected[i].rows)
+      problems.push_back(name + ": a walk returns " + std::to_string(walked) + " of " +
+                         std::to_string(expected[i].rows) + " rows");
   }
   return problems;
 }

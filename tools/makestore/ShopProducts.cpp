@@ -4,6 +4,8 @@
 #include <array>
 #include <string_view>
 
+#include "platform/runtime/Conversion.h"
+
 namespace makestore {
 namespace {
 
@@ -15,11 +17,6 @@ constexpr std::array<std::u16string_view, 24> kKinds{
 
 constexpr std::array<std::u16string_view, 10> kSizes{u"S",   u"M",    u"L",    u"XL",   u"x 2",
                                                      u"x 6", u"x 12", u"250g", u"500g", u"1kg"};
-
-std::u16string decimal(std::size_t number) {
-  const std::string digits = std::to_string(number);
-  return {digits.begin(), digits.end()};
-}
 
 }  // namespace
 
@@ -33,7 +30,7 @@ ShopProduct shopProduct(std::size_t number, std::size_t longestName) {
   if (const std::size_t variety = number / kCatalogueProducts; variety > 0) {
     const std::size_t kind = (variety - 1) / kSizes.size();
     std::u16string tail = u" " + std::u16string(kSizes[(variety - 1) % kSizes.size()]);
-    if (kind >= kKinds.size()) tail += u" " + decimal(kind / kKinds.size() + 1);
+    if (kind >= kKinds.size()) tail += u" " + runtime::toText(kind / kKinds.size() + 1);
     product.name = std::u16string(kKinds[kind % kKinds.size()]) + u" " + product.name;
     product.name.resize(
         std::min(product.name.size(), longestName - std::min(longestName, tail.size())));

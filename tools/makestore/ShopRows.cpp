@@ -8,6 +8,7 @@
 #include "platform/jet/format/IndexPage.h"
 #include "platform/jet/format/Layout.h"
 #include "platform/jet/format/TextKey.h"
+#include "platform/runtime/Conversion.h"
 
 namespace makestore {
 namespace {
@@ -20,14 +21,9 @@ constexpr std::int64_t kPerCent = 100;
 constexpr double kFirstSale = 38000;  // in January 2004
 constexpr double kOpening = 1.0 / 3;  // eight in the morning
 
-std::u16string decimal(std::uint64_t number) {
-  const std::string digits = std::to_string(number);
-  return {digits.begin(), digits.end()};
-}
-
 /// A 13-digit article number with its check digit.
 std::u16string articleNumber(std::uint32_t random) {
-  std::u16string digits = u"50" + decimal(1'000'000'000ULL + random % 1'000'000'000U);
+  std::u16string digits = u"50" + runtime::toText(1'000'000'000ULL + random % 1'000'000'000U);
   digits.resize(12, u'0');
   int sum = 0;
   for (std::size_t i = 0; i < digits.size(); ++i) sum += (digits[i] - u'0') * (i % 2 == 0 ? 1 : 3);
@@ -73,10 +69,10 @@ void nameSlot(SlotRow& slot, const ShopOrder& order, const std::vector<ShopDepar
   slot.taxable = number % 3 != 0;
   slot.onHand = static_cast<std::int16_t>(random() % 200);
   slot.lastSold = runtime::Date{kFirstSale + random() % 300 + kOpening + random() % 48 / 96.0};
-  slot.notes = u"Shelf " + decimal(random() % 40 + 1);
+  slot.notes = u"Shelf " + runtime::toText(random() % 40 + 1);
   if (number % 40 == 7)
     for (int line = 0; line < 12; ++line)
-      *slot.notes += u". Delivered on weekday " + decimal(random() % 7 + 1);
+      *slot.notes += u". Delivered on weekday " + runtime::toText(random() % 7 + 1);
 }
 
 void applyGiven(SlotRow& slot, const ShopSlot& given) {
@@ -108,9 +104,9 @@ std::vector<ShopDepartment> departmentsOf(const ShopOrder& order) {
   if (!order.departments.empty()) return order.departments;
   std::vector<ShopDepartment> departments;
   for (std::size_t i = 0; i < static_cast<std::size_t>(order.departmentCount); ++i)
-    departments.push_back({decimal(i + 1), i < kCatalogueDepartments
-                                               ? std::u16string(catalogueDepartment(i))
-                                               : u"Aisle " + decimal(i + 1)});
+    departments.push_back({runtime::toText(i + 1), i < kCatalogueDepartments
+                                                       ? std::u16string(catalogueDepartment(i))
+                                                       : u"Aisle " + runtime::toText(i + 1)});
   return departments;
 }
 

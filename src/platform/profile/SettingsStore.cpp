@@ -36,15 +36,12 @@ constexpr std::u16string_view kEscapeMark = u"\\\"";
 constexpr char16_t kEscapeEnd = u'"';  // follows the escaped value  // follows the escaped value
 
 bool needsEscape(char16_t unit) {
-  return (unit < u' ' && unit != u'\t') || runtime::isHighSurrogate(unit) ||
-         runtime::isLowSurrogate(unit);
+  return (unit < u' ' && unit != u'\t') || runtime::isSurrogate(unit);
 }
 
 bool needsEscaping(std::u16string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool pair = i + 1 < text.size() && runtime::isHighSurrogate(text[i]) &&
-                      runtime::isLowSurrogate(text[i + 1]);
-    if (pair) {
+    if (runtime::isSurrogatePair(text, i)) {
       ++i;
     } else if (needsEscape(text[i])) {
       return true;

@@ -106,8 +106,7 @@ char32_t takeUtf8(std::string_view& bytes) {
     point = point << 6U | (byteAt(i) & 0x3FU);
   }
   constexpr std::array<char32_t, 5> kShortest{0, 0, 0x80, 0x800, 0x10000};
-  const bool surrogate = point >= 0xD800 && point <= 0xDFFF;
-  wellFormed = wellFormed && point >= kShortest[length] && point <= 0x10FFFF && !surrogate;
+  wellFormed = wellFormed && point >= kShortest[length] && point <= 0x10FFFF && !isSurrogate(point);
   bytes.remove_prefix(wellFormed ? length : 1);
   return wellFormed ? point : kReplacement;
 }
@@ -133,11 +132,11 @@ std::string toUtf8(std::u16string_view text) {
   bytes.reserve(text.size());
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char16_t unit = text[i];
-    if (isHighSurrogate(unit) && i + 1 < text.size() && isLowSurrogate(text[i + 1])) {
+    if (isSurrogatePair(text, i)) {
       appendUtf8(bytes, 0x10000 + ((unit - 0xD800U) << 10U) + (text[i + 1] - 0xDC00U));
       ++i;
     } else {
-      appendUtf8(bytes, isHighSurrogate(unit) || isLowSurrogate(unit) ? kReplacement : unit);
+      appendUtf8(bytes, isSurrogate(unit) ? kReplacement : unit);
     }
   }
   return bytes;

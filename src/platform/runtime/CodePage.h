@@ -11,12 +11,14 @@ std::string toCodePage(std::u16string_view text);
 /// Converts windows-1252 to UTF-16; every byte maps to one character.
 std::u16string fromCodePage(std::string_view bytes);
 
-/// True for the first (high) and for the second (low) unit of a surrogate pair.
-constexpr bool isHighSurrogate(char16_t unit) {
-  return unit >= 0xD800 && unit <= 0xDBFF;
+/// True for the units of surrogate pairs.
+constexpr bool isSurrogate(char32_t unit) {
+  return unit >= 0xD800 && unit <= 0xDFFF;
 }
-constexpr bool isLowSurrogate(char16_t unit) {
-  return unit >= 0xDC00 && unit <= 0xDFFF;
+/// True where a surrogate pair begins at that index.
+constexpr bool isSurrogatePair(std::u16string_view text, std::size_t at) {
+  return isSurrogate(text[at]) && text[at] < 0xDC00 && at + 1 < text.size() &&
+         isSurrogate(text[at + 1]) && text[at + 1] >= 0xDC00;
 }
 
 /// Convert to and from UTF-8; malformed input becomes U+FFFD. For the host's names and streams.

@@ -270,9 +270,10 @@ double leadingNumber(std::u16string_view text) {
   return negative ? -number.value() : number.value();
 }
 
-std::u16string toText(std::int32_t number) {
-  const std::string digits = std::to_string(number);
-  return {digits.begin(), digits.end()};
+std::u16string toText(std::int64_t number, std::size_t width) {
+  std::u16string digits = widened(std::to_string(number));
+  if (digits.size() < width) digits.insert(0, width - digits.size(), u'0');
+  return digits;
 }
 
 }  // namespace runtime

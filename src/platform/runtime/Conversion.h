@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -30,7 +31,7 @@ std::int32_t toLong(double number);
 /// Overflow, beyond the range of a double.
 double leadingNumber(std::u16string_view text);
 
-/// An integer as decimal text, without padding.
-std::u16string toText(std::int32_t number);
+/// An integer as decimal text, with zeros in front up to `width` characters.
+std::u16string toText(std::int64_t number, std::size_t width = 0);
 
 }  // namespace runtime

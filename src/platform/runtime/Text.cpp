@@ -83,6 +83,10 @@ std::optional<int> digitValue(char16_t unit, int base) {
   return value;
 }
 
+std::u16string widened(std::string_view ascii) {
+  return {ascii.begin(), ascii.end()};
+}
+
 std::u16string hexDigits(unsigned number, std::size_t count) {
   std::u16string digits(count, u'0');
   for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit, number >>= 4U)

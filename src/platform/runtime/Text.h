@@ -36,6 +36,12 @@ constexpr bool isDigit(char16_t unit) {
 }
 /// The value of a digit of base 8, 10 or 16, its letters in either case; absent for another unit.
 std::optional<int> digitValue(char16_t unit, int base);
+/// True for A to Z and a to z.
+constexpr bool isAsciiLetter(char16_t unit) {
+  return (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
+}
+/// ASCII text in 16-bit units.
+std::u16string widened(std::string_view ascii);
 /// The lowest `count` hexadecimal digits of a number, in upper case.
 std::u16string hexDigits(unsigned number, std::size_t count);
 

@@ -6,16 +6,11 @@
 #include <cstdlib>
 
 #include "platform/runtime/Conversion.h"
-#include "platform/runtime/DayLength.h"
 #include "platform/runtime/RunTimeError.h"
 #include "platform/runtime/Text.h"
 
 namespace runtime {
 namespace {
-
-std::u16string wide(std::string_view ascii) {
-  return {ascii.begin(), ascii.end()};
-}
 
 /// The value with up to `digits` significant digits, as "12.5" or "1.5E+20".
 std::u16string floatText(double value, int digits) {
@@ -23,45 +18,36 @@ std::u16string floatText(double value, int digits) {
   std::array<char, 40> buffer{};
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                  std::chars_format::general, digits);
-  std::u16string text = wide({buffer.data(), end.ptr});
+  std::u16string text = widened({buffer.data(), end.ptr});
   if (const std::size_t e = text.find(u'e'); e != text.npos) text[e] = u'E';
   return text;
 }
 
-std::string padded(std::int64_t number, std::size_t width) {
-  std::string digits = std::to_string(number);
-  if (digits.size() < width) digits.insert(0, width - digits.size(), '0');
-  return digits;
-}
-
 std::u16string currencyText(Currency amount) {
-  std::string text = amount.tenThousandths < 0 ? "-" : "";
-  text += std::to_string(std::abs(amount.tenThousandths / Currency::kOne));
-  std::string fraction = padded(std::abs(amount.tenThousandths % Currency::kOne), 4);
-  fraction.erase(fraction.find_last_not_of('0') + 1);
-  if (!fraction.empty()) text += "." + fraction;
-  return wide(text);
+  std::u16string text = amount.tenThousandths < 0 ? u"-" : u"";
+  text += toText(std::abs(amount.tenThousandths / Currency::kOne));
+  std::u16string fraction = toText(std::abs(amount.tenThousandths % Currency::kOne), 4);
+  fraction.erase(fraction.find_last_not_of(u'0') + 1);
+  if (!fraction.empty()) text += u"." + fraction;
+  return text;
 }
 
 std::u16string dateText(Date date) {
-  constexpr double kFirstDay = -657434;  // 0100-01-01
-  constexpr double kEnd = 2958466;       // the day after 9999-12-31
   // A damaged date has no calendar day; its number is shown instead.
-  if (!(date.days > kFirstDay - 1 && date.days < kEnd)) return floatText(date.days, 15);
+  if (!date.isInCalendar()) return floatText(date.days, 15);
 
   // Before day 0 the integer part counts days backwards, but the fraction is still the time since
   // midnight: -1.25 is 06:00 on 1899-12-29.
   auto day = static_cast<std::int64_t>(std::trunc(date.days));
-  auto second = std::llround(std::abs(date.days - std::trunc(date.days)) * kSecondsADay);
-  day += second / kSecondsADay;
-  second %= kSecondsADay;
+  auto second = std::llround(std::abs(date.days - std::trunc(date.days)) * Date::kSecondsADay);
+  day += second / Date::kSecondsADay;
+  second %= Date::kSecondsADay;
 
-  constexpr int kDaysTo1970 = 25'569;
-  const std::chrono::sys_days calendarDay{std::chrono::days(day - kDaysTo1970)};
+  const std::chrono::sys_days calendarDay{std::chrono::days(day - Date::kDaysTo1970)};
   const std::chrono::year_month_day calendar(calendarDay);
-  return wide(padded(int{calendar.year()}, 4) + "-" + padded(unsigned{calendar.month()}, 2) + "-" +
-              padded(unsigned{calendar.day()}, 2) + " " + padded(second / 3600, 2) + ":" +
-              padded(second / 60 % 60, 2) + ":" + padded(second % 60, 2));
+  return toText(int{calendar.year()}, 4) + u"-" + toText(unsigned{calendar.month()}, 2) + u"-" +
+         toText(unsigned{calendar.day()}, 2) + u" " + toText(second / 3600, 2) + u":" +
+         toText(second / 60 % 60, 2) + u":" + toText(second % 60, 2);
 }
 
 std::u16string guidText(const Guid& guid) {

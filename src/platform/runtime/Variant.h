@@ -29,7 +29,15 @@ struct Currency {
 };
 /// A date: days since 1899-12-30; the fraction is the time of day.
 struct Date {
+  static constexpr std::int64_t kSecondsADay = 86'400;
+  static constexpr std::int64_t kFirstDay = -657'434;  ///< 0100-01-01
+  static constexpr std::int64_t kLastDay = 2'958'465;  ///< 9999-12-31
+  static constexpr int kDaysTo1970 = 25'569;
+
   double days = 0;
+
+  /// False outside the years 100 to 9999.
+  bool isInCalendar() const { return days > kFirstDay - 1 && days < kLastDay + 1; }
   bool operator==(const Date&) const = default;
 };
 /// A globally unique identifier.

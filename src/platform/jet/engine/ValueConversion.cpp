@@ -15,9 +15,9 @@
 #include "platform/jet/format/TextKey.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/Conversion.h"
-#include "platform/runtime/DayLength.h"
 #include "platform/runtime/Rounding.h"
 #include "platform/runtime/RunTimeError.h"
+#include "platform/runtime/Text.h"
 
 namespace jet {
 namespace {
@@ -130,7 +130,7 @@ runtime::Decimal decimalOf(const ColumnDefinition& column, const Variant& value)
   if (digits.size() <= column.scale) digits.insert(0, column.scale + 1U - digits.size(), '0');
   if (column.scale > 0) digits.insert(digits.size() - column.scale, ".");
   if (negative && !zero) digits.insert(0, "-");
-  return {std::u16string(digits.begin(), digits.end())};
+  return {runtime::widened(digits)};
 }
 
 float singleOf(const Variant& value) {
@@ -158,12 +158,10 @@ runtime::Date dateOf(const Variant& value) {
   int read = 0;  // characters taken by the fields up to the day, the minute or the second
   const int fields = std::sscanf(plain.c_str(), "%4d-%2u-%2u%n %2u:%2u%n:%2u%n", &year, &month,
                                  &day, &read, &hour, &minute, &read, &second, &read);
-  constexpr double kFirstDay = -657434;
-  constexpr double kEnd = 2958466;
   if (fields < 3) {
-    const double days = numberOf(value);
-    if (!(days > kFirstDay - 1 && days < kEnd)) throw error::tooLarge();
-    return {days};
+    const runtime::Date number{numberOf(value)};
+    if (!number.isInCalendar()) throw error::tooLarge();
+    return number;
   }
   const std::chrono::year_month_day date{std::chrono::year(year), std::chrono::month(month),
                                          std::chrono::day(day)};
@@ -171,9 +169,9 @@ runtime::Date dateOf(const Variant& value) {
   if (!date.ok() || year < kFirstYear || hour > 23 || minute > 59 || second > 59 ||
       static_cast<std::size_t>(read) != plain.size())
     throw runtime::typeMismatch();
-  constexpr int kDaysTo1970 = 25569;
-  const double days = std::chrono::sys_days(date).time_since_epoch().count() + kDaysTo1970;
-  const double time = (hour * 3600 + minute * 60 + second) / double{runtime::kSecondsADay};
+  const double days =
+      std::chrono::sys_days(date).time_since_epoch().count() + runtime::Date::kDaysTo1970;
+  const double time = (hour * 3600 + minute * 60 + second) / double{runtime::Date::kSecondsADay};
   return {days < 0 ? days - time : days + time};  // the time of day always counts up
 }
 

@@ -2,20 +2,16 @@
 
 #include <string>
 
+#include "platform/runtime/Conversion.h"
 #include "platform/runtime/ProviderError.h"
 
 namespace jet {
 namespace {
 
-std::u16string decimal(std::size_t number) {
-  const std::string digits = std::to_string(number);
-  return {digits.begin(), digits.end()};
-}
-
 std::u16string whereabouts(const Location& location) {
   std::u16string text;
   if (!location.table.empty()) text.append(u"table '").append(location.table).append(u"', ");
-  return text.append(u"page ").append(decimal(location.page.value()));
+  return text.append(u"page ").append(runtime::toText(location.page.value()));
 }
 
 }  // namespace
@@ -27,10 +23,11 @@ void raiseDamaged(const Location& location, std::u16string_view how) {
 }
 
 void raiseDamaged(const Location& location, std::u16string_view how, const Misfit& misfit) {
+  using runtime::toText;
   std::u16string text(how);
-  text.append(u" (").append(decimal(misfit.size)).append(u" bytes at offset ");
-  text.append(decimal(misfit.offset)).append(u" of ").append(decimal(misfit.available));
-  raiseDamaged(location, text.append(u")"));
+  text += u" (" + toText(misfit.size) + u" bytes at offset " + toText(misfit.offset) + u" of " +
+          toText(misfit.available) + u")";
+  raiseDamaged(location, text);
 }
 
 void raiseUnsupported(const Location& location, std::u16string_view why) {

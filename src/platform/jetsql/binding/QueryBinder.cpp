@@ -8,6 +8,7 @@
 #include "platform/jetsql/binding/ExpressionBinder.h"
 #include "platform/jetsql/syntax/DepthGuard.h"
 #include "platform/jetsql/syntax/StatementError.h"
+#include "platform/runtime/Conversion.h"
 
 namespace jetsql {
 namespace {
@@ -19,10 +20,7 @@ void addOutput(BoundQuery& query, BoundPtr expression, std::u16string name) {
   if (name.empty() && expression->kind == ExpressionKind::Column) {
     name = expression->source->columns[static_cast<std::size_t>(expression->column)].name;
   }
-  if (name.empty()) {
-    const std::string number = std::to_string(1000 + query.columns.size());
-    name = u"Expr" + std::u16string(number.begin(), number.end());
-  }
+  if (name.empty()) name = u"Expr" + runtime::toText(1000 + query.columns.size());
   const Type type = expression->type;
   query.columns.push_back({std::move(name), type, std::move(expression)});
 }

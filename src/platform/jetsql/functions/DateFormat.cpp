@@ -7,6 +7,7 @@
 #include "platform/jetsql/functions/NumberFormat.h"
 #include "platform/jetsql/syntax/DateText.h"
 #include "platform/jetsql/syntax/Token.h"
+#include "platform/runtime/Conversion.h"
 #include "platform/runtime/Text.h"
 
 namespace jetsql {
@@ -28,12 +29,6 @@ constexpr std::array<std::u16string_view, 12> kMonths{
 
 bool isDateLetter(char16_t c) {
   return std::u16string_view(u"dmyhnswq").find(c) != std::u16string_view::npos;
-}
-
-std::u16string padded(int number, std::size_t width) {
-  std::string digits = std::to_string(number);
-  if (digits.size() < width) digits.insert(0, width - digits.size(), '0');
-  return {digits.begin(), digits.end()};
 }
 
 class DateWriter {
@@ -91,40 +86,40 @@ class DateWriter {
         if (count > 2) {
           text_ += count == 3 ? day.substr(0, 3) : day;
         } else {
-          text_ += padded(time_.day, count);
+          text_ += runtime::toText(time_.day, count);
         }
         break;
       }
       case u'm': {
         const std::u16string_view month = kMonths[static_cast<std::size_t>(time_.month - 1)];
         if (afterHour) {
-          text_ += padded(time_.minute, count);
+          text_ += runtime::toText(time_.minute, count);
         } else if (count > 2) {
           text_ += count == 3 ? month.substr(0, 3) : month;
         } else {
-          text_ += padded(time_.month, count);
+          text_ += runtime::toText(time_.month, count);
         }
         break;
       }
       case u'y':
-        text_ += count > 2 ? padded(time_.year, 4) : padded(time_.year % 100, 2);
+        text_ += count > 2 ? runtime::toText(time_.year, 4) : runtime::toText(time_.year % 100, 2);
         break;
       case u'h': {
         const int hour = twelve_ ? (time_.hour + 11) % 12 + 1 : time_.hour;
-        text_ += padded(hour, count);
+        text_ += runtime::toText(hour, count);
         break;
       }
       case u'n':
-        text_ += padded(time_.minute, count);
+        text_ += runtime::toText(time_.minute, count);
         break;
       case u's':
-        text_ += padded(time_.second, count);
+        text_ += runtime::toText(time_.second, count);
         break;
       case u'w':
-        text_ += padded(weekday(days_), 1);
+        text_ += runtime::toText(weekday(days_), 1);
         break;
       default:
-        text_ += padded((time_.month + 2) / 3, 1);
+        text_ += runtime::toText((time_.month + 2) / 3, 1);
         break;
     }
   }

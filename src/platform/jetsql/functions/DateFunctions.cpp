@@ -9,12 +9,12 @@
 #include "platform/jetsql/syntax/DateText.h"
 #include "platform/jetsql/syntax/StatementError.h"
 #include "platform/jetsql/syntax/Token.h"
-#include "platform/runtime/DayLength.h"
+#include "platform/runtime/Variant.h"
 
 namespace jetsql {
 namespace {
 
-using runtime::kSecondsADay;
+constexpr std::int64_t kSecondsADay = runtime::Date::kSecondsADay;
 
 /// An interval of DateAdd, DateDiff and DatePart: a number of months, or a number of seconds.
 struct Interval {

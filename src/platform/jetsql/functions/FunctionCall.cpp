@@ -45,10 +45,8 @@ std::u16string FunctionCall::text(int argument) const {
       spend(size);
       return {units, size};
     }
-    case SQLITE_INTEGER: {
-      const std::string digits = std::to_string(sqlite3_value_int64(values_[argument]));
-      return {digits.begin(), digits.end()};
-    }
+    case SQLITE_INTEGER:
+      return runtime::toText(sqlite3_value_int64(values_[argument]));
     case SQLITE_FLOAT:
       return numberText(sqlite3_value_double(values_[argument]));
     case SQLITE_NULL:

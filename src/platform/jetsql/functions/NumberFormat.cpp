@@ -8,6 +8,8 @@
 
 #include "platform/jetsql/functions/NamedPattern.h"
 #include "platform/jetsql/syntax/Token.h"
+#include "platform/runtime/Conversion.h"
+#include "platform/runtime/Text.h"
 #include "platform/runtime/Variant.h"
 
 namespace jetsql {
@@ -25,10 +27,6 @@ constexpr std::array<NamedPattern, 8> kNamed{{{u"Fixed", u"0.00"},
 constexpr std::u16string_view kGeneralNumber = u"General Number";
 
 constexpr int kMostDecimals = 30;
-
-std::u16string wide(std::string_view digits) {
-  return {digits.begin(), digits.end()};
-}
 
 /// One piece of a section: a digit or a literal.
 struct Piece {
@@ -209,17 +207,13 @@ std::u16string written(const Section& section, Digits digits, int exponent) {
         text += piece.literal;
         break;
       case Piece::Kind::Point:
-        if (patternDigits == 0) text += wide(shown);
+        if (patternDigits == 0) text += runtime::widened(shown);
         afterPoint = true;
         text += u'.';
         break;
       case Piece::Kind::Exponent: {
-        std::string power = std::to_string(std::abs(exponent));
-        if (static_cast<int>(power.size()) < section.exponent) {
-          power.insert(0, static_cast<std::size_t>(section.exponent) - power.size(), '0');
-        }
         text += exponent < 0 ? u"E-" : (piece.character == u'+' ? u"E+" : u"E");
-        text += wide(power);
+        text += runtime::toText(std::abs(exponent), static_cast<std::size_t>(section.exponent));
         break;
       }
       case Piece::Kind::Digit:

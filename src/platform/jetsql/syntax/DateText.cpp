@@ -6,16 +6,14 @@
 
 #include "platform/jetsql/syntax/StatementError.h"
 #include "platform/jetsql/syntax/Token.h"
-#include "platform/runtime/DayLength.h"
+#include "platform/runtime/Conversion.h"
 #include "platform/runtime/Text.h"
+#include "platform/runtime/Variant.h"
 
 namespace jetsql {
 namespace {
 
-using runtime::kSecondsADay;
-
-constexpr std::int64_t kFirstDay = -657434;  ///< 0100-01-01
-constexpr std::int64_t kLastDay = 2958465;   ///< 9999-12-31
+constexpr std::int64_t kSecondsADay = runtime::Date::kSecondsADay;
 constexpr std::chrono::sys_days kEpoch{std::chrono::year{1899} / 12 / 30};
 
 /// Days since 1899-12-30 by the Gregorian calendar; the month from 1 to 12.
@@ -59,11 +57,10 @@ std::optional<std::vector<Word>> words(std::u16string_view text) {
         word.text += text[i];
         word.number = word.number * 10 + (text[i] - u'0');
       }
-    } else if ((c | 0x20) >= u'a' && (c | 0x20) <= u'z') {
+    } else if (runtime::isAsciiLetter(c)) {
       word.kind = Word::Kind::Letters;
-      for (; i < text.size() && (text[i] | 0x20) >= u'a' && (text[i] | 0x20) <= u'z'; ++i) {
-        word.text += static_cast<char16_t>(text[i] | 0x20);
-      }
+      for (; i < text.size() && runtime::isAsciiLetter(text[i]); ++i)
+        word.text += runtime::lowerCase(text[i]);
     } else {
       word.text = c;
       ++i;
@@ -151,15 +148,6 @@ class DateParser {
   CivilTime time_;
 };
 
-void appendTwo(std::u16string& text, int number) {
-  text += static_cast<char16_t>(u'0' + number / 10 % 10);
-  text += static_cast<char16_t>(u'0' + number % 10);
-}
-
-void appendNumber(std::u16string& text, int number) {
-  for (const char c : std::to_string(number)) text += static_cast<char16_t>(c);
-}
-
 }  // namespace
 
 double daysFromCivil(const CivilTime& time) {
@@ -180,9 +168,7 @@ double daysFromCivil(const CivilTime& time) {
 }
 
 CivilTime civilFromDays(double days) {
-  if (!(days > static_cast<double>(kFirstDay - 1)) || !(days < static_cast<double>(kLastDay + 1))) {
-    throw error::overflow();
-  }
+  if (!runtime::Date{days}.isInCalendar()) throw error::overflow();
   auto fullDays = static_cast<std::int64_t>(days);
   const double fraction = std::fabs(days - static_cast<double>(fullDays));
   std::int64_t seconds = std::llround(fraction * static_cast<double>(kSecondsADay));
@@ -214,21 +200,14 @@ std::u16string dateText(double days) {
   std::u16string text;
   const bool hasTime = time.hour != 0 || time.minute != 0 || time.second != 0;
   if (std::trunc(days) != 0 || !hasTime) {
-    appendNumber(text, time.month);
-    text += u'/';
-    appendNumber(text, time.day);
-    text += u'/';
-    appendNumber(text, time.year);
+    text = runtime::toText(time.month) + u"/" + runtime::toText(time.day) + u"/" +
+           runtime::toText(time.year);
   }
   if (!hasTime) return text;
   if (!text.empty()) text += u' ';
-  appendNumber(text, time.hour % 12 == 0 ? 12 : time.hour % 12);
-  text += u':';
-  appendTwo(text, time.minute);
-  text += u':';
-  appendTwo(text, time.second);
-  text += time.hour < 12 ? u" AM" : u" PM";
-  return text;
+  text += runtime::toText(time.hour % 12 == 0 ? 12 : time.hour % 12) + u":" +
+          runtime::toText(time.minute, 2) + u":" + runtime::toText(time.second, 2);
+  return text + (time.hour < 12 ? u" AM" : u" PM");
 }
 
 }  // namespace jetsql

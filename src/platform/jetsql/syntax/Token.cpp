@@ -13,7 +13,7 @@ namespace {
 using runtime::isDigit;
 
 constexpr bool beginsName(char16_t c) {
-  return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || c == u'_' || c >= 0x80;
+  return runtime::isAsciiLetter(c) || c == u'_' || c >= 0x80;
 }
 
 constexpr bool continuesName(char16_t c) {

@@ -8,16 +8,12 @@
 namespace makestore {
 namespace {
 
-/// A window begins at a multiple of this.
-constexpr std::uint32_t kWindowStep = 8;
-/// An inline map grows in units of this many bits.
-constexpr std::size_t kPagesPerWord = 32;
 /// A page with at least this many free bytes is listed as one with room.
 constexpr std::size_t kWorthTrying = 100;
 
-/// First page of a window that begins with this page at the latest.
+/// First page of a window that begins with this page at the latest: windows begin at full bytes.
 jet::PageNumber windowStart(jet::PageNumber page) {
-  return jet::PageNumber(page.value() / kWindowStep * kWindowStep);
+  return jet::PageNumber(page.value() / jet::kByteBits * jet::kByteBits);
 }
 
 }  // namespace
@@ -71,7 +67,7 @@ void PageSpace::putMapRow(jet::RowPointer map, jet::ByteView row) {
 jet::UsageMap PageSpace::emptyReferenceMap() const {
   jet::UsageMap map;
   map.kind = jet::UsageMap::Kind::Reference;
-  map.bitmapPages.resize((layout_.defaultMapRow - jet::UsageMap::kBitmapPages) / 4);
+  map.bitmapPages.resize(jet::UsageMap::empty(layout_).referencesThatFit());
   return map;
 }
 
@@ -105,8 +101,8 @@ void PageSpace::writeReferenceMap(jet::RowPointer map, const std::vector<jet::Pa
 }
 
 void PageSpace::writeGlobalMap() {
-  const std::size_t words = (pages_.size() + kPagesPerWord - 1) / kPagesPerWord;
-  const std::size_t length = std::max(layout_.defaultMapRow, jet::UsageMap::kBitmap + 4 * words);
+  const std::size_t length = std::max(
+      layout_.defaultMapRow, jet::UsageMap::kBitmap + jet::UsageMap::bitmapSize(pages_.size()));
   const std::size_t room = jet::DataPageEditor(layout_, page(jet::kGlobalMapPage), {}).freeBytes() +
                            layout_.defaultMapRow;
   if (referenceMaps_ || length > room) return writeGlobalReferenceMap();

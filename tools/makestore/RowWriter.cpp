@@ -40,7 +40,7 @@ std::optional<jet::Bytes> checkedBytes(jet::Version version, const jet::ColumnDe
     if (!stored || jet::isLongValue(column.type)) return stored;
     const auto* text = std::get_if<std::u16string>(&value.get());
     const std::size_t length =
-        text != nullptr && version == jet::Version::Jet4 ? 2 * text->size() : stored->size();
+        text != nullptr ? jet::layoutOf(version).characterSize * text->size() : stored->size();
     return length <= column.length ? stored : std::nullopt;
   } catch (const std::bad_variant_access&) {
     return std::nullopt;

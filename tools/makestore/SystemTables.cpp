@@ -29,6 +29,29 @@ constexpr Identity kAdmins{0x64, 0x8B};
 constexpr Identity kUsers{0x65, 0x8B};
 constexpr Identity kOwner{0x65, 0x8E};
 
+/// Bits of an access mask.
+struct Right {
+  static constexpr std::int32_t kReadPermissions = 0x20000;
+  static constexpr std::int32_t kSetPermissions = 0x40000;
+  static constexpr std::int32_t kSetOwner = 0x80000;
+  // Of a table.
+  static constexpr std::int32_t kReadDesign = 0x04;
+  static constexpr std::int32_t kReadRows = 0x10;
+  // Of a container.
+  static constexpr std::int32_t kCreate = 0x01;
+  // Of the database.
+  static constexpr std::int32_t kOpen = 0x02;
+  static constexpr std::int32_t kOpenExclusively = 0x04;
+  static constexpr std::int32_t kAdminister = 0x08;
+  // Sums of bits.
+  static constexpr std::int32_t kReadTable = kReadDesign | kReadRows;
+  static constexpr std::int32_t kUseDatabase = kOpen | kOpenExclusively | kAdminister;
+  static constexpr std::int32_t kPermissions = kReadPermissions | kSetPermissions;
+  static constexpr std::int32_t kAll = 0xFFFFF;
+  static constexpr std::int32_t kAllOfOwner = 0xF00FE;  ///< on objects of a container
+  static constexpr std::int32_t kAllOfUsers = 0xFFEFF;  ///< on tables and queries
+};
+
 struct Permission {
   jet::ObjectId object;
   Identity identity{};
@@ -36,25 +59,24 @@ struct Permission {
   bool inheritable = false;
 };
 
-constexpr std::int32_t kEverything = 1048575;
-
 constexpr std::array kFixedPermissions{
-    Permission{jet::tableIdOf(jet::kObjectsPage), kAdmins, 393216, false},
-    Permission{jet::tableIdOf(jet::kObjectsPage), kUsers, 20, false},
-    Permission{jet::tableIdOf(jet::kAcesPage), kAdmins, 393216, false},
-    Permission{jet::tableIdOf(jet::kQueriesPage), kAdmins, 393216, false},
-    Permission{jet::tableIdOf(jet::kQueriesPage), kUsers, 20, false},
-    Permission{jet::tableIdOf(jet::kRelationshipsPage), kAdmins, 917504, false},
-    Permission{jet::tableIdOf(jet::kRelationshipsPage), kUsers, 20, false},
-    Permission{jet::kTablesContainer, kOwner, 983294, true},
-    Permission{jet::kTablesContainer, kAdmins, 393217, false},
-    Permission{jet::kTablesContainer, kUsers, 1048319, true},
-    Permission{jet::kRelationshipsContainer, kOwner, 983294, true},
-    Permission{jet::kRelationshipsContainer, kAdmins, 393217, false},
-    Permission{jet::kRelationshipsContainer, kUsers, kEverything, true},
-    Permission{jet::kDatabasesContainer, kAdmins, 393216, false},
-    Permission{jet::kDatabaseObject, kAdmins, 393230, false},
-    Permission{jet::kDatabaseObject, kUsers, 14, false},
+    Permission{jet::tableIdOf(jet::kObjectsPage), kAdmins, Right::kPermissions, false},
+    Permission{jet::tableIdOf(jet::kObjectsPage), kUsers, Right::kReadTable, false},
+    Permission{jet::tableIdOf(jet::kAcesPage), kAdmins, Right::kPermissions, false},
+    Permission{jet::tableIdOf(jet::kQueriesPage), kAdmins, Right::kPermissions, false},
+    Permission{jet::tableIdOf(jet::kQueriesPage), kUsers, Right::kReadTable, false},
+    Permission{jet::tableIdOf(jet::kRelationshipsPage), kAdmins,
+               Right::kPermissions | Right::kSetOwner, false},
+    Permission{jet::tableIdOf(jet::kRelationshipsPage), kUsers, Right::kReadTable, false},
+    Permission{jet::kTablesContainer, kOwner, Right::kAllOfOwner, true},
+    Permission{jet::kTablesContainer, kAdmins, Right::kPermissions | Right::kCreate, false},
+    Permission{jet::kTablesContainer, kUsers, Right::kAllOfUsers, true},
+    Permission{jet::kRelationshipsContainer, kOwner, Right::kAllOfOwner, true},
+    Permission{jet::kRelationshipsContainer, kAdmins, Right::kPermissions | Right::kCreate, false},
+    Permission{jet::kRelationshipsContainer, kUsers, Right::kAll, true},
+    Permission{jet::kDatabasesContainer, kAdmins, Right::kPermissions, false},
+    Permission{jet::kDatabaseObject, kAdmins, Right::kPermissions | Right::kUseDatabase, false},
+    Permission{jet::kDatabaseObject, kUsers, Right::kUseDatabase, false},
 };
 
 /// Jet 4 stores the numbers of Jet 3 XOR this mask.
@@ -176,12 +198,12 @@ Table permissions(jet::Version version, const std::vector<ListedObject>& objects
     table.row({each.object.value(), binary(version, each.identity), each.mask, each.inheritable});
   for (const ListedObject& object : objects)
     for (const Identity& identity : {kOwner, kUsers})
-      table.row({object.id.value(), binary(version, identity), kEverything, false});
+      table.row({object.id.value(), binary(version, identity), Right::kAll, false});
   return table;
 }
 
 Table savedQueries(jet::Version version, const std::vector<StoredQuery>& queries,
-                   const std::vector<jet::ObjectId>& ids) {
+                        const std::vector<jet::ObjectId>& ids) {
   Table table(u"MSysQueries");
   table.column(systemColumn(text(jet::QueryColumn::kObject), ColumnType::Long))
       .column(systemColumn(text(jet::QueryColumn::kAttribute), ColumnType::Byte))

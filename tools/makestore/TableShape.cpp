@@ -11,7 +11,7 @@ std::size_t storedLength(jet::Version version, const Column& column) {
     case jet::ColumnType::Boolean:
       return 1;
     case jet::ColumnType::Text:
-      return version == jet::Version::Jet3 ? column.length : 2 * column.length;
+      return jet::layoutOf(version).characterSize * column.length;
     case jet::ColumnType::Binary:
       return column.length;
     case jet::ColumnType::Byte:

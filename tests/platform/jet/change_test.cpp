@@ -194,13 +194,13 @@ TEST_F(UpdateValues, ValuesThatWouldBreakARelationshipAreRefused) {
   addForeignKey(bytes, kGroups,
                 {.name = u"ItemsOfGroup",
                  .index = jet::IndexNumber(0),
-                 .side = 1,
+                 .side = jet::LogicalIndex::kReferenced,
                  .otherIndex = jet::LogicalIndexNumber(2),
                  .otherTable = kItems});
   addForeignKey(bytes, kItems,
                 {.name = u"ItemsOfGroup",
                  .index = jet::IndexNumber(1),
-                 .side = 2,
+                 .side = jet::LogicalIndex::kReferencing,
                  .otherIndex = jet::LogicalIndexNumber(1),
                  .otherTable = kGroups});
   support::writeFile(file, bytes);

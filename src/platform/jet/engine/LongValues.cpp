@@ -30,14 +30,14 @@ void walkPieces(const TableSource& source, const LongValueHead& head, const Loca
       raiseDamaged(source.location(at.page), u"a piece of a long value is missing");
     if (slot.length <= link)
       raiseDamaged(source.location(at.page), u"a piece of a long value is too short",
-                   {0, link + 1, slot.length});
+                   {.size = link + 1, .available = slot.length});
     const ByteView bytes = pieces.bytes(slot);
     const std::size_t count = std::min(left, bytes.size() - link);
     use(at, bytes.subspan(link, count));
     left -= count;
     if (left > 0 && !chain)
       raiseDamaged(source.location(at.page), u"a long value is shorter than its row says",
-                   {0, count + left, bytes.size()});
+                   {.size = count + left, .available = bytes.size()});
     if (chain) at = rowPointerAt(bytes, LongValueHead::kNextPiece);
   }
 }
@@ -52,7 +52,7 @@ Bytes readLongValue(const TableSource& source, ByteView stored, const Location& 
   const std::size_t fileSize = source.pager.pageCount() * source.pager.layout().pageSize;
   if (head.length > fileSize)
     raiseDamaged(location, u"a long value claims more than the file holds",
-                 {0, head.length, fileSize});
+                 {.size = head.length, .available = fileSize});
   Bytes value;
   value.reserve(head.length);
   walkPieces(source, head, location,

@@ -1,40 +1,37 @@
 #include "platform/jet/engine/PageAllocator.h"
 
-#include <bit>
-
+#include "platform/jet/format/Bits.h"
 #include "platform/jet/format/DataPage.h"
 
 namespace jet {
 namespace {
 
 constexpr RowPointer kGlobalMap{kGlobalMapPage, SlotNumber(0)};
-constexpr std::uint32_t kGrowthPages = 32;
 
-std::optional<PageNumber> lowestSetBit(ByteView bits, std::uint64_t first, std::uint32_t from,
-                                       std::uint32_t end) {
-  for (std::size_t i = 0; i < bits.size(); ++i)
-    for (unsigned byte = bits[i]; byte != 0; byte &= byte - 1) {
-      const std::uint64_t page = first + 8 * i + static_cast<std::uint64_t>(std::countr_zero(byte));
-      if (page >= end) return std::nullopt;
-      if (page >= from) return PageNumber(page);
-    }
-  return std::nullopt;
+/// The lowest page of the bitmap that a table may take. `first` is the page of its first bit, `end`
+/// the number of pages of the file.
+std::optional<PageNumber> lowestSetPage(ByteView bits, std::uint64_t first, std::uint32_t end) {
+  std::optional<PageNumber> found;
+  forEachSetBit(bits, [&](std::size_t bit) {
+    const std::uint64_t page = first + bit;
+    if (!found && page > kRelationshipsPage.value() && page < end) found = PageNumber(page);
+  });
+  return found;
 }
 
 }  // namespace
 
 std::optional<PageNumber> PageAllocator::lowestFree() {
-  constexpr std::uint32_t kFrom = kRelationshipsPage.value() + 1;
   const UsageMap map = maps_.read(kGlobalMap);
   const std::uint32_t end = changes_.pageCount();
   if (map.kind == UsageMap::Kind::Inline)
-    return lowestSetBit(map.bits, map.firstPage.value(), kFrom, end);
+    return lowestSetPage(map.bits, map.firstPage.value(), end);
   const std::size_t perBitmap = pagesPerBitmap(changes_.layout());
   for (std::size_t i = 0; i < map.bitmapPages.size() && i * perBitmap < end; ++i) {
     if (map.bitmapPages[i] == kNoPage) continue;
     const Pager::Page bitmap = maps_.readBitmap(map.bitmapPages[i]);
     const ByteView bits = ByteView(*bitmap).subspan(UsageMap::kBitmapPageBits);
-    if (const auto page = lowestSetBit(bits, i * perBitmap, kFrom, end)) return page;
+    if (const auto page = lowestSetPage(bits, i * perBitmap, end)) return page;
   }
   return std::nullopt;
 }
@@ -70,7 +67,8 @@ void PageAllocator::markUsed(PageNumber page) {
 /// Of the pages that the longer map covers now, those beyond the end of the file are marked free.
 /// The others stay marked used, since their state is unknown.
 bool PageAllocator::lengthen(UsageMap map, PageNumber page) {
-  const std::size_t size = (page.value() - map.firstPage.value() + kGrowthPages) / kGrowthPages * 4;
+  const std::size_t size =
+      UsageMap::bitmapSize(page.value() - map.firstPage.value() + std::size_t{1});
   if (size > changes_.layout().pageSize) return false;
   std::size_t bit = map.windowSize();
   map.bits.resize(size);
@@ -87,8 +85,7 @@ void PageAllocator::turnIntoReference(const UsageMap& map) {
   std::vector<PageNumber>& bitmaps = reference.bitmapPages;
   while (bitmaps.size() * perBitmap < changes_.pageCount())
     bitmaps.push_back(changes_.addPage(source_.location(kGlobalMapPage)));
-  const std::size_t room = (UsageMap::kBitmap - UsageMap::kBitmapPages + map.bits.size()) / 4;
-  if (bitmaps.size() > room)
+  if (bitmaps.size() > map.referencesThatFit())
     raiseUnsupported(source_.location(kGlobalMapPage), u"the map of free pages has no room");
   for (std::size_t range = 0; range < bitmaps.size(); ++range) {
     Bytes page = newBitmapPage(layout);

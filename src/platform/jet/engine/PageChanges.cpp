@@ -5,18 +5,11 @@
 #include <utility>
 
 namespace jet {
-namespace {
-
-constexpr std::uint64_t kLargestJet3 = 1ULL << 30;
-constexpr std::uint64_t kLargestJet4 = 1ULL << 31;
-
-}  // namespace
 
 PageChanges::PageChanges(Pager& pager) : pager_(pager), pageCount_(pager.pageCount()) {}
 
 PageNumber PageChanges::addPage(const Location& from) {
-  const std::uint64_t largest = layout().version == Version::Jet3 ? kLargestJet3 : kLargestJet4;
-  if ((std::uint64_t{pageCount_} + 1) * layout().pageSize > largest)
+  if ((std::uint64_t{pageCount_} + 1) * layout().pageSize > layout().largestFile)
     raiseUnsupported(from, u"the file has reached its largest size");
   return PageNumber(pageCount_++);
 }

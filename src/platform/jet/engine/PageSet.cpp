@@ -1,8 +1,8 @@
 #include "platform/jet/engine/PageSet.h"
 
-#include <bit>
 #include <utility>
 
+#include "platform/jet/format/Bits.h"
 #include "platform/jet/format/DataPage.h"
 
 namespace jet {
@@ -16,9 +16,7 @@ class Collector {
   Collector(const Pager& pager, Outside outside) : pager_(pager), outside_(outside) {}
 
   void addSetBits(ByteView bits, std::uint64_t first, const Location& from) {
-    for (std::size_t i = 0; i < bits.size(); ++i)
-      for (unsigned byte = bits[i]; byte != 0; byte &= byte - 1)
-        add(first + 8 * i + static_cast<std::uint64_t>(std::countr_zero(byte)), from);
+    forEachSetBit(bits, [&](std::size_t bit) { add(first + bit, from); });
   }
 
   std::vector<PageNumber> pages;

@@ -124,9 +124,10 @@ Pager::Frame& Pager::frameWith(PageNumber number, PageNumber last, const Locatio
 }
 
 void Pager::raiseOutside(std::uint64_t number, const Location& from) const {
-  raiseDamaged(
-      from, u"it names a page outside the file",
-      {number * layout_->pageSize, layout_->pageSize, std::size_t{pageCount_} * layout_->pageSize});
+  raiseDamaged(from, u"it names a page outside the file",
+               {.offset = number * layout_->pageSize,
+                .size = layout_->pageSize,
+                .available = std::size_t{pageCount_} * layout_->pageSize});
 }
 
 Pager::Page Pager::read(PageNumber number, const Location& from) {

@@ -10,8 +10,6 @@
 namespace jet {
 namespace {
 
-constexpr std::uint8_t kReferencedSide = 1;
-
 std::u16string tableName(ObjectCatalog& catalog, PageNumber definitionPage) {
   for (const CatalogObject& object : catalog.objects())
     if (object.kind == ObjectKind::Table && definitionPageOf(object.id) == definitionPage)
@@ -66,11 +64,11 @@ void checkRelationships(ObjectCatalog& catalog, const TableSource& source, const
     if (change == changes.end() || change->oldEntry == change->newEntry) continue;
     const TableSource other(source.pager, tableName(catalog, logical.otherTable),
                             logical.otherTable);
-    const bool referenced = logical.side == kReferencedSide;
+    const bool referenced = logical.side == LogicalIndex::kReferenced;
     const Row& row = referenced ? before : after;
     if (RowKey(source, logical.index).hasNull(row)) continue;
     const bool match = hasMatch(source, logical.index, row, other, otherIndex(other, logical));
-    if (referenced && match && logical.cascadeUpdates == 1)
+    if (referenced && match && logical.cascadeUpdates == LogicalIndex::kCascades)
       raiseUnsupported(source.location(source.definitionPage),
                        u"related rows would have to change with it");
     if (referenced && match) throw error::hasRelatedRows(other.name);

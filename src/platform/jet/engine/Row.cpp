@@ -26,8 +26,7 @@ std::optional<ByteView> Row::stored(ColumnIndex column) const {
   if (definition.type == ColumnType::Boolean || !content_.hasValue(definition.number))
     return std::nullopt;
   if (!definition.fixed) return content_.variable(definition.variableSlot);
-  return content_.fixed(definition.fixedOffset,
-                        typeSize(definition.type).value_or(definition.length));
+  return content_.fixed(definition);
 }
 
 bool Row::isNull(ColumnIndex column) const {

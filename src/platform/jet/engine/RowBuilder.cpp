@@ -3,15 +3,12 @@
 #include <algorithm>
 
 #include "platform/jet/format/StoredValue.h"
+#include "platform/runtime/Conversion.h"
 
 namespace jet {
 namespace {
 
 constexpr std::size_t kMostJet3Columns = 255;
-
-std::size_t sizeOf(const ColumnDefinition& column) {
-  return typeSize(column.type).value_or(column.length);
-}
 
 }  // namespace
 
@@ -26,10 +23,13 @@ RowParts partsOf(const TableSource& source, const Row& row) {
   for (const ColumnDefinition& column : source.columns) {
     parts.columnCount = std::max(parts.columnCount, column.number.value() + std::size_t{1});
     if (column.fixed && column.type != ColumnType::Boolean)
-      parts.fixedArea.resize(std::max(parts.fixedArea.size(), column.fixedOffset + sizeOf(column)));
+      parts.fixedArea.resize(
+          std::max(parts.fixedArea.size(), column.fixedOffset + fixedSize(column)));
     if (!column.fixed && column.type != ColumnType::Boolean &&
         column.variableSlot.value() >= parts.variable.size())
-      raiseDamaged(location, u"a column has a slot that the rows don't have");
+      raiseDamaged(location, u"column '" + column.name + u"' has the variable slot " +
+                                 runtime::toText(column.variableSlot.value()) +
+                                 u", but the rows have " + runtime::toText(parts.variable.size()));
   }
   if (source.version() == Version::Jet3 &&
       std::max(parts.columnCount, parts.variable.size()) > kMostJet3Columns)

@@ -61,8 +61,9 @@ bool findRow(const TableSource& source, RowId id, const Pager::Page& home, Found
     const Location from = source.location(found.body.page);
     if (steps == kMostPointerSteps) raiseDamaged(from, u"a row that moved can't be followed");
     if (found.bytes.size() < RowPointer::kSize)
-      raiseDamaged(from, u"the pointer of a row that moved is too short",
-                   {MovedRow::kBody, RowPointer::kSize, found.bytes.size()});
+      raiseDamaged(
+          from, u"the pointer of a row that moved is too short",
+          {.offset = MovedRow::kBody, .size = RowPointer::kSize, .available = found.bytes.size()});
     found.body = rowPointerAt(found.bytes, MovedRow::kBody);
     found.page = readDataPage(source, found.body.page, from);
     const DataPage next(layout, *found.page, source.location(found.body.page));

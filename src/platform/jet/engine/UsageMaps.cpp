@@ -2,19 +2,11 @@
 
 #include <algorithm>
 
+#include "platform/jet/format/Bits.h"
 #include "platform/jet/format/DataPage.h"
 
 namespace jet {
 namespace {
-
-/// Rows of maps grow by this many bytes.
-constexpr std::size_t kGrowth = 4;
-constexpr std::uint32_t kPagesPerGrowth = 8 * kGrowth;
-
-/// Bytes of a bitmap for that many pages.
-std::size_t bitmapSize(std::uint32_t pages) {
-  return (pages + kPagesPerGrowth - 1) / kPagesPerGrowth * kGrowth;
-}
 
 struct Extent {
   PageNumber lowest;
@@ -24,12 +16,10 @@ struct Extent {
 /// The range of an inline map's pages together with one more.
 Extent extentWith(const UsageMap& map, PageNumber page) {
   Extent extent{page, page};
-  for (std::size_t i = 0; i < map.windowSize(); ++i) {
-    if (!bitOf(map.bits, i)) continue;
-    const PageNumber number = map.pageOf(i);
-    extent.lowest = std::min(extent.lowest, number);
-    extent.highest = std::max(extent.highest, number);
-  }
+  forEachSetBit(map.bits, [&](std::size_t bit) {
+    extent.lowest = std::min(extent.lowest, map.pageOf(bit));
+    extent.highest = std::max(extent.highest, map.pageOf(bit));
+  });
   return extent;
 }
 
@@ -38,8 +28,7 @@ UsageMap rewindowed(const UsageMap& map, PageNumber firstPage, std::size_t size)
   UsageMap moved;
   moved.firstPage = firstPage;
   moved.bits.resize(size);
-  for (std::size_t i = 0; i < map.windowSize(); ++i)
-    if (bitOf(map.bits, i)) moved.set(map.pageOf(i), true);
+  forEachSetBit(map.bits, [&](std::size_t bit) { moved.set(map.pageOf(bit), true); });
   return moved;
 }
 
@@ -57,14 +46,15 @@ bool UsageMaps::contains(RowPointer at, PageNumber page) {
 
 bool UsageMaps::shift(RowPointer at, const UsageMap& map, PageNumber page, WriteStep step) {
   const Extent extent = extentWith(map, page);
-  const PageNumber first(extent.lowest.value() / 8 * 8);
+  const PageNumber first(extent.lowest.value() / kByteBits * kByteBits);
   if (extent.highest.value() - first.value() >= map.windowSize()) return false;
   rows_.writeInPlace(at, rewindowed(map, first, map.bits.size()), step);
   return true;
 }
 
 bool UsageMaps::lengthen(RowPointer at, const UsageMap& map, PageNumber page, WriteStep step) {
-  const std::size_t size = bitmapSize(extentWith(map, page).highest.value() + 1);
+  const std::size_t size =
+      UsageMap::bitmapSize(extentWith(map, page).highest.value() + std::size_t{1});
   if (size > changes_.layout().pageSize) return false;
   return rows_.write(at, rewindowed(map, PageNumber(), std::max(size, map.bits.size())), 0, step);
 }
@@ -80,17 +70,16 @@ void UsageMaps::turnIntoReference(RowPointer at, WriteStep step) {
   const UsageMap map = rows_.read(at);
   UsageMap reference;
   reference.kind = UsageMap::Kind::Reference;
-  reference.bitmapPages.resize((map.encode().size() - UsageMap::kBitmapPages) / 4);
-  for (std::size_t i = 0; i < map.windowSize(); ++i) {
-    if (!bitOf(map.bits, i)) continue;
-    const PageNumber page = map.pageOf(i);
+  reference.bitmapPages.resize(map.referencesThatFit());
+  forEachSetBit(map.bits, [&](std::size_t bit) {
+    const PageNumber page = map.pageOf(bit);
     PageNumber& bitmap = reference.bitmapPages[rows_.rangeOf(reference, page)];
     if (bitmap == kNoPage) {
       bitmap = pages_.take();
       changes_.stage(WriteStep::NewPages, bitmap, newBitmapPage(changes_.layout()));
     }
     rows_.setBitmapBit(bitmap, rows_.bitOnBitmap(page), true, WriteStep::NewPages);
-  }
+  });
   rows_.writeInPlace(at, reference, step);
 }
 

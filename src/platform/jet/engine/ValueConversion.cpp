@@ -178,8 +178,8 @@ runtime::Date dateOf(const Variant& value) {
 std::u16string textOf(Version version, const ColumnDefinition& column, const Variant& value) {
   if (std::holds_alternative<runtime::Binary>(value.get())) throw runtime::typeMismatch();
   std::u16string text = value.toText();
-  const std::size_t unit = version == Version::Jet3 ? 1 : 2;
-  if (column.type == ColumnType::Text && unit * text.size() > column.length)
+  if (column.type == ColumnType::Text &&
+      layoutOf(version).characterSize * text.size() > column.length)
     throw error::tooLarge();
   if (version == Version::Jet3 && runtime::fromCodePage(runtime::toCodePage(text)) != text)
     throw runtime::typeMismatch();

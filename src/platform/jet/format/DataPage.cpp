@@ -7,16 +7,8 @@ namespace {
 constexpr std::size_t kSlotOffset = 0x1FFF;
 constexpr std::size_t kSlotMark = 0xC000;
 
-SlotMark markOf(std::size_t raw) {
-  return static_cast<SlotMark>(raw & kSlotMark);
-}
-
 std::size_t slotAddress(const Layout& layout, std::size_t index) {
   return layout.dataSlots + kSlotSize * index;
-}
-
-std::size_t rawSlot(const Layout& layout, ByteView page, std::size_t index) {
-  return u16At(page, slotAddress(layout, index));
 }
 
 }  // namespace
@@ -29,22 +21,31 @@ DataPage::DataPage(const Layout& layout, ByteView page, const Location& location
   if (page[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data))
     raiseDamaged(location, u"it is no data page");
   if (slotAddress(layout, slotCount_) > layout.pageSize)
-    raiseDamaged(location, u"it claims more rows than it can hold",
-                 {layout.dataSlots, kSlotSize * slotCount_, layout.pageSize});
+    raiseDamaged(
+        location, u"it claims more rows than it can hold",
+        {.offset = layout.dataSlots, .size = kSlotSize * slotCount_, .available = layout.pageSize});
 }
 
-Slot DataPage::slotAt(std::size_t index) const {
+std::size_t DataPage::rawSlot(SlotNumber number) const {
+  return u16At(page_, slotAddress(*layout_, number.value()));
+}
+
+Slot DataPage::slot(SlotNumber number) const {
+  const std::size_t index = number.value();
   const std::size_t slotsEnd = slotAddress(*layout_, slotCount_);
   if (index >= slotCount_)
-    raiseDamaged(location_, u"a row is looked for that it doesn't have",
-                 {slotAddress(*layout_, index), kSlotSize, slotsEnd});
-  const std::size_t raw = rawSlot(*layout_, page_, index);
+    raiseDamaged(
+        location_, u"a row is looked for that it doesn't have",
+        {.offset = slotAddress(*layout_, index), .size = kSlotSize, .available = slotsEnd});
+  const std::size_t raw = rawSlot(number);
   const std::size_t offset = raw & kSlotOffset;
   const std::size_t end =
-      index == 0 ? layout_->pageSize : rawSlot(*layout_, page_, index - 1) & kSlotOffset;
+      index == 0 ? layout_->pageSize : rawSlot(SlotNumber(index - 1)) & kSlotOffset;
   if (offset > end || end > layout_->pageSize || offset < slotsEnd)
     raiseDamaged(location_, u"a row lies outside its bounds",
-                 {offset, end - std::min(offset, end), std::min(end, layout_->pageSize)});
+                 {.offset = offset,
+                  .size = end - std::min(offset, end),
+                  .available = std::min(end, layout_->pageSize)});
   return {.offset = offset,
           .length = end - offset,
           .pointer = (raw & static_cast<std::size_t>(SlotMark::Pointer)) != 0,
@@ -52,10 +53,8 @@ Slot DataPage::slotAt(std::size_t index) const {
 }
 
 DataPageEditor::DataPageEditor(const Layout& layout, ByteSpan page, const Location& location)
-    : layout_(&layout), page_(page), slotCount_(0) {
-  const DataPage checked(layout, page, location);
-  slotCount_ = checked.slotCount_;
-  for (std::size_t i = 0; i < slotCount_; ++i) checked.slotAt(i);
+    : DataPage(layout, page, location), bytes_(page) {
+  for (std::size_t i = 0; i < slotCount_; ++i) slot(SlotNumber(i));
 }
 
 Bytes DataPageEditor::newPage(const Layout& layout, PageNumber owner) {
@@ -67,22 +66,12 @@ Bytes DataPageEditor::newPage(const Layout& layout, PageNumber owner) {
   return page;
 }
 
-void DataPageEditor::setSlot(std::size_t index, std::size_t offset, SlotMark mark) {
-  putU16(page_, slotAddress(*layout_, index), offset | static_cast<std::size_t>(mark));
-}
-
-Slot DataPageEditor::slotAt(std::size_t index) const {
-  return DataPage(*layout_, page_, {}).slotAt(index);
-}
-
-ByteView DataPageEditor::bytes(SlotNumber number) const {
-  const Slot found = slot(number);
-  return page_.subspan(found.offset, found.length);
+void DataPageEditor::setSlot(SlotNumber number, std::size_t offset, SlotMark mark) {
+  putU16(bytes_, slotAddress(*layout_, number.value()), offset | static_cast<std::size_t>(mark));
 }
 
 std::size_t DataPageEditor::lowestRow() const {
-  return slotCount_ == 0 ? layout_->pageSize
-                         : rawSlot(*layout_, page_, slotCount_ - 1) & kSlotOffset;
+  return slotCount_ == 0 ? layout_->pageSize : rawSlot(SlotNumber(slotCount_ - 1)) & kSlotOffset;
 }
 
 std::size_t DataPageEditor::freeBytes() const {
@@ -90,46 +79,45 @@ std::size_t DataPageEditor::freeBytes() const {
 }
 
 void DataPageEditor::updateFreeBytes() {
-  putU16(page_, PageHead::kFreeBytes, freeBytes());
+  putU16(bytes_, PageHead::kFreeBytes, freeBytes());
 }
 
 std::size_t DataPageEditor::deadBytes() const {
   std::size_t dead = 0;
   for (std::size_t i = 0; i < slotCount_; ++i)
-    if (const Slot each = slotAt(i); each.isDeleted()) dead += each.length;
+    if (const Slot each = slot(SlotNumber(i)); each.isDeleted()) dead += each.length;
   return dead;
 }
 
-/// Sets the size of the slot to that of the row.
-void DataPageEditor::fit(std::size_t index, ByteView row) {
-  const Slot old = slotAt(index);
+/// Sets the length of the slot's bytes.
+void DataPageEditor::fit(SlotNumber number, std::size_t length) {
+  const Slot old = slot(number);
   const std::size_t lowest = lowestRow();
-  const std::size_t offset = old.offset + old.length - row.size();
   // The rows of the higher slots lie below this one: they slide by the difference as one block.
-  putBytes(page_, lowest + offset - old.offset, page_.subspan(lowest, old.offset - lowest));
-  for (std::size_t i = index + 1; i < slotCount_; ++i) {
-    const std::size_t raw = rawSlot(*layout_, page_, i);
-    setSlot(i, (raw & kSlotOffset) + offset - old.offset, markOf(raw));
+  putBytes(bytes_, lowest + old.length - length, page_.subspan(lowest, old.offset - lowest));
+  for (std::size_t i = number.value(); i < slotCount_; ++i) {
+    const std::size_t raw = rawSlot(SlotNumber(i));
+    setSlot(SlotNumber(i), (raw & kSlotOffset) + old.length - length,
+            static_cast<SlotMark>(raw & kSlotMark));
   }
-  setSlot(index, offset, markOf(rawSlot(*layout_, page_, index)));
   updateFreeBytes();
 }
 
 bool DataPageEditor::replace(SlotNumber number, ByteView row, SlotMark mark) {
-  const Slot old = slot(number);
-  if (row.size() > old.length + freeBytes()) return false;
+  if (row.size() > slot(number).length + freeBytes()) return false;
   const Bytes kept(row.begin(), row.end());
-  fit(number.value(), kept);
-  const std::size_t offset = rawSlot(*layout_, page_, number.value()) & kSlotOffset;
-  putBytes(page_, offset, kept);
-  setSlot(number.value(), offset, mark);
+  fit(number, kept.size());
+  const std::size_t offset = rawSlot(number) & kSlotOffset;
+  putBytes(bytes_, offset, kept);
+  setSlot(number, offset, mark);
   return true;
 }
 
 /// The first slot of a deleted row without bytes.
 std::optional<SlotNumber> DataPageEditor::emptySlot() const {
-  for (std::size_t i = 0; i < std::min(slotCount_, kMostSlots); ++i)
-    if (const Slot each = slotAt(i); each.isDeleted() && each.length == 0) return SlotNumber(i);
+  for (std::size_t i = 0; i < slotCount(); ++i)
+    if (const Slot each = slot(SlotNumber(i)); each.isDeleted() && each.length == 0)
+      return SlotNumber(i);
   return std::nullopt;
 }
 
@@ -145,22 +133,22 @@ std::optional<SlotNumber> DataPageEditor::add(ByteView row, SlotMark mark) {
     return empty;
   }
   const std::size_t offset = lowestRow() - row.size();
-  const std::size_t index = slotCount_++;
-  putU16(page_, layout_->dataSlotCount, slotCount_);
-  putBytes(page_, offset, row);
-  setSlot(index, offset, mark);
+  const SlotNumber number(slotCount_++);
+  putU16(bytes_, layout_->dataSlotCount, slotCount_);
+  putBytes(bytes_, offset, row);
+  setSlot(number, offset, mark);
   updateFreeBytes();
-  return SlotNumber(index);
+  return number;
 }
 
 void DataPageEditor::markDeleted(SlotNumber number) {
-  setSlot(number.value(), rawSlot(*layout_, page_, number.value()) & kSlotOffset,
-          SlotMark::Deleted);
+  setSlot(number, rawSlot(number) & kSlotOffset, SlotMark::Deleted);
 }
 
 void DataPageEditor::squeeze() {
   for (std::size_t i = 0; i < slotCount_; ++i)
-    if (const Slot each = slotAt(i); each.isDeleted() && each.length > 0) fit(i, {});
+    if (const Slot each = slot(SlotNumber(i)); each.isDeleted() && each.length > 0)
+      fit(SlotNumber(i), 0);
 }
 
 }  // namespace jet

@@ -51,14 +51,15 @@ class DataPage {
   std::size_t slotCount() const { return std::min(slotCount_, kMostSlots); }
   PageNumber owner() const { return PageNumber(u32At(page_, PageHead::kOwner)); }
   /// Raises damage where there is no such slot or its bytes aren't inside the page.
-  Slot slot(SlotNumber number) const { return slotAt(number.value()); }
+  Slot slot(SlotNumber number) const;
   ByteView bytes(const Slot& slot) const { return page_.subspan(slot.offset, slot.length); }
+  ByteView bytes(SlotNumber number) const { return bytes(slot(number)); }
   const Location& location() const { return location_; }
 
  private:
   friend class DataPageEditor;
 
-  Slot slotAt(std::size_t index) const;
+  std::size_t rawSlot(SlotNumber number) const;
 
   const Layout* layout_;
   ByteView page_;
@@ -67,7 +68,7 @@ class DataPage {
 };
 
 /// Changes a data page's rows in memory. Slots are never renumbered.
-class DataPageEditor {
+class DataPageEditor : public DataPage {
  public:
   /// Raises damage where any slot is wrong.
   DataPageEditor(const Layout& layout, ByteSpan page, const Location& location);
@@ -75,10 +76,6 @@ class DataPageEditor {
   /// A data page without rows.
   static Bytes newPage(const Layout& layout, PageNumber owner);
 
-  /// Slots that a row pointer can name.
-  std::size_t slotCount() const { return std::min(slotCount_, kMostSlots); }
-  Slot slot(SlotNumber number) const { return slotAt(number.value()); }
-  ByteView bytes(SlotNumber number) const;
   /// The contiguous gap between slots and rows.
   std::size_t freeBytes() const;
   /// Bytes of deleted rows that `squeeze` would free.
@@ -98,16 +95,13 @@ class DataPageEditor {
   void squeeze();
 
  private:
-  Slot slotAt(std::size_t index) const;
-  void fit(std::size_t index, ByteView row);
-  void setSlot(std::size_t index, std::size_t offset, SlotMark mark);
+  void fit(SlotNumber number, std::size_t length);
+  void setSlot(SlotNumber number, std::size_t offset, SlotMark mark);
   std::size_t lowestRow() const;
   std::optional<SlotNumber> emptySlot() const;
   void updateFreeBytes();
 
-  const Layout* layout_;
-  ByteSpan page_;
-  std::size_t slotCount_;
+  ByteSpan bytes_;
 };
 
 }  // namespace jet

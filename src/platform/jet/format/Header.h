@@ -17,11 +17,12 @@ struct Header {
   static constexpr std::size_t kLongestPassword = 20;
   /// The General sort order.
   static constexpr std::uint16_t kGeneral = 0x0409;
+  static constexpr std::uint16_t kWindows1252 = 1252;
 
   Version version = Version::Jet4;
   std::uint32_t encodingKey = 0;  ///< 0: pages are plain
   std::u16string password;        ///< empty: none
-  std::uint16_t codePage = 1252;
+  std::uint16_t codePage = kWindows1252;
   std::uint16_t sortLanguage = kGeneral;
   std::uint8_t sortVersion = 0;
   double creationDate = 0;  ///< days since 1899-12-30

@@ -18,6 +18,8 @@ constexpr std::uint8_t kHighest = 0xFF;
 constexpr std::uint8_t kSignBit = 0x80;
 constexpr std::size_t kSegment = 8;
 constexpr std::uint8_t kMoreSegments = 9;
+/// Follows a descending text, Jet 4.
+constexpr std::uint8_t kDescendingTextEnd = 0;
 
 void invert(ByteSpan bytes) {
   for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(~byte);
@@ -85,8 +87,8 @@ KeySupport keySupport(Version version, const ColumnDefinition& column, bool asce
   switch (column.type) {
     case ColumnType::Text:
     case ColumnType::Memo: {
-      const bool codePage =
-          version == Version::Jet4 || column.codePage == 0 || column.codePage == 1252;
+      const bool codePage = version == Version::Jet4 || column.codePage == 0 ||
+                            column.codePage == Header::kWindows1252;
       const bool general = column.sortLanguage == Header::kGeneral && column.sortVersion == 0;
       return codePage && general ? KeySupport::Ordered : KeySupport::None;
     }
@@ -116,7 +118,7 @@ void appendTextPart(Version version, bool ascending, ByteView textKey, Bytes& ke
   appendBytes(key, textKey);
   if (ascending) return;
   invert(ByteSpan(key).subspan(start));
-  if (version == Version::Jet4) key.push_back(0);
+  if (version == Version::Jet4) key.push_back(kDescendingTextEnd);
 }
 
 bool appendStoredKey(Version version, const ColumnDefinition& column, bool ascending,

@@ -1,10 +1,14 @@
 #include "platform/jet/format/IndexPage.h"
 
 #include <algorithm>
-#include <bit>
+
+#include "platform/jet/format/Bits.h"
 
 namespace jet {
 namespace {
+
+/// The prefix's length is one byte in Jet 3.
+constexpr std::size_t kLongestJet3Prefix = 255;
 
 std::size_t tailSize(bool leaf) {
   return kEntryRow + (leaf ? 0 : kEntryChild);
@@ -12,7 +16,8 @@ std::size_t tailSize(bool leaf) {
 
 template <std::size_t kSize>
 void putBigEndian(Bytes& bytes, std::uint32_t value) {
-  for (std::size_t i = kSize; i-- > 0;) bytes.push_back(static_cast<std::uint8_t>(value >> 8 * i));
+  for (std::size_t i = kSize; i-- > 0;)
+    bytes.push_back(static_cast<std::uint8_t>(value >> kByteBits * i));
 }
 
 /// Length of the entries' common prefix, limited so that each entry keeps at least `kept` bytes.
@@ -42,7 +47,7 @@ std::optional<std::size_t> fittingPrefix(const Layout& layout, const IndexPage& 
   if (!page.leaf) return std::nullopt;
   for (const std::size_t kept : {kEntryRow, std::size_t{1}}) {
     std::size_t prefix = commonPrefix(page.entries, kept);
-    if (layout.version == Version::Jet3) prefix = std::min<std::size_t>(prefix, 0xFF);
+    if (layout.version == Version::Jet3) prefix = std::min(prefix, kLongestJet3Prefix);
     if (size - prefix * (page.entries.size() - 1) <= layout.indexCapacity()) return prefix;
   }
   return std::nullopt;
@@ -60,7 +65,7 @@ IndexEntry IndexEntry::of(ByteView key, RowId row) {
   IndexEntry entry;
   appendBytes(entry.bytes, key);
   putBigEndian<kEntrySlot - kEntryPage>(entry.bytes, row.page.value());
-  entry.bytes.push_back(row.slot.value());
+  entry.bytes.push_back(static_cast<std::uint8_t>(row.slot.value()));
   return entry;
 }
 
@@ -80,24 +85,25 @@ IndexPageView::IndexPageView(const Layout& layout, ByteView page, const Location
   const std::size_t shortest = tailSize(leaf_) + 1;
   ends_.reserve(capacity / shortest);
   std::size_t start = 0;
-  for (std::size_t i = layout.indexMask; i < layout.indexData; ++i) {
-    for (unsigned bits = page[i]; bits != 0; bits &= bits - 1) {
-      const std::size_t end =
-          8 * (i - layout.indexMask) + static_cast<std::size_t>(std::countr_zero(bits));
-      const std::size_t length = end - start + (start == 0 ? 0 : prefix_);
-      if (end > capacity)
-        raiseDamaged(location, u"an index entry ends after the page",
-                     {layout.indexData + start, end - start, layout.pageSize});
-      if (length < shortest)
-        raiseDamaged(location, u"an index entry is too short",
-                     {layout.indexData + start, shortest, layout.indexData + end});
-      if (start == 0 && prefix_ > length)
-        raiseDamaged(location, u"an index page leaves out more than its entries have",
-                     {layout.indexData, prefix_, layout.indexData + length});
-      ends_.push_back(static_cast<std::uint16_t>(end));
-      start = end;
-    }
-  }
+  const ByteView mask = page.subspan(layout.indexMask, layout.indexData - layout.indexMask);
+  forEachSetBit(mask, [&](std::size_t end) {
+    const std::size_t length = end - start + (start == 0 ? 0 : prefix_);
+    if (end > capacity)
+      raiseDamaged(
+          location, u"an index entry ends after the page",
+          {.offset = layout.indexData + start, .size = end - start, .available = layout.pageSize});
+    if (length < shortest)
+      raiseDamaged(location, u"an index entry is too short",
+                   {.offset = layout.indexData + start,
+                    .size = shortest,
+                    .available = layout.indexData + end});
+    if (start == 0 && prefix_ > length)
+      raiseDamaged(
+          location, u"an index page leaves out more than its entries have",
+          {.offset = layout.indexData, .size = prefix_, .available = layout.indexData + length});
+    ends_.push_back(static_cast<std::uint16_t>(end));
+    start = end;
+  });
 }
 
 ByteView IndexPageView::suffix(std::size_t entry) const {
@@ -144,7 +150,7 @@ std::uint8_t IndexPageView::byteFromEnd(ByteView own, std::size_t fromEnd) const
 PageNumber IndexPageView::child(std::size_t entry) const {
   const ByteView own = suffix(entry);
   std::uint32_t page = 0;
-  for (std::size_t i = kEntryChild; i > 0; --i) page = page << 8 | byteFromEnd(own, i);
+  for (std::size_t i = kEntryChild; i > 0; --i) page = page << kByteBits | byteFromEnd(own, i);
   return PageNumber(page);
 }
 
@@ -205,8 +211,7 @@ std::optional<Bytes> IndexPage::encode(const Layout& layout) const {
   for (std::size_t i = 0; i < entries.size(); ++i) {
     appendBytes(data, ByteView(entries[i].bytes).subspan(i == 0 ? 0 : *prefix));
     if (!leaf) putBigEndian<kEntryChild>(data, entries[i].child.value());
-    std::uint8_t& mask = page[layout.indexMask + data.size() / 8];
-    mask = static_cast<std::uint8_t>(mask | 1U << (data.size() % 8));
+    setBit(ByteSpan(page).subspan(layout.indexMask), data.size(), true);
   }
   putU16(page, PageHead::kFreeBytes, layout.indexCapacity() - data.size());
   putBytes(page, layout.indexData, data);

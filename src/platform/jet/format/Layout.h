@@ -42,9 +42,11 @@ inline constexpr PageNumber kRelationshipsPage{5};
 struct Layout {
   Version version;
   std::size_t pageSize;
+  std::uint64_t largestFile;
   std::size_t longestRow;
   std::size_t longestPiece;   ///< of a long value on a page of its own
   std::size_t longestInline;  ///< long value that is kept in the row
+  std::size_t characterSize;  ///< of text that isn't compressed
   std::size_t rowUnit;        ///< row: size of each count and offset in it
   std::size_t dataSlotCount;  ///< data page: u16
   std::size_t dataSlots;      ///< data page: u16 each
@@ -62,9 +64,11 @@ struct Layout {
 
 inline constexpr Layout kJet3Layout{.version = Version::Jet3,
                                     .pageSize = 2048,
+                                    .largestFile = 1ULL << 30,
                                     .longestRow = 2012,
                                     .longestPiece = 2032,
                                     .longestInline = 32,
+                                    .characterSize = 1,
                                     .rowUnit = 1,
                                     .dataSlotCount = 8,
                                     .dataSlots = 10,
@@ -79,9 +83,11 @@ inline constexpr Layout kJet3Layout{.version = Version::Jet3,
 
 inline constexpr Layout kJet4Layout{.version = Version::Jet4,
                                     .pageSize = 4096,
+                                    .largestFile = 1ULL << 31,
                                     .longestRow = 4060,
                                     .longestPiece = 4076,
                                     .longestInline = 64,
+                                    .characterSize = 2,
                                     .rowUnit = 2,
                                     .dataSlotCount = 12,
                                     .dataSlots = 14,

@@ -4,7 +4,8 @@ namespace jet {
 
 LongValueHead LongValueHead::decode(ByteView stored, const Location& location) {
   if (stored.size() < kSize)
-    raiseDamaged(location, u"a long value's head is too short", {0, kSize, stored.size()});
+    raiseDamaged(location, u"a long value's head is too short",
+                 {.size = kSize, .available = stored.size()});
   const std::uint32_t word = u32At(stored, kLength);
   LongValueHead head;
   head.length = word & kLengthMask;
@@ -12,7 +13,7 @@ LongValueHead LongValueHead::decode(ByteView stored, const Location& location) {
   if ((word & kInline) != 0) {
     if (head.length > stored.size() - kSize)
       raiseDamaged(location, u"a long value claims more than its row holds",
-                   {kSize, head.length, stored.size()});
+                   {.offset = kSize, .size = head.length, .available = stored.size()});
     head.inlineBytes = stored.subspan(kSize, head.length);
   } else {
     head.form = (word & kSingle) != 0 ? Form::Single : Form::Chain;

@@ -32,8 +32,8 @@ using PageNumber = Number<struct PageTag, std::uint32_t>;
 inline constexpr PageNumber kNoPage{};
 /// The last page that a row pointer can name: it has 24 bits for it.
 inline constexpr PageNumber kLastPage{0xFFFFFF};
-/// A slot of a data page, counted from 0.
-using SlotNumber = Number<struct SlotTag, std::uint8_t>;
+/// A slot of a data page, counted from 0. Row pointers can name the first `kMostSlots`.
+using SlotNumber = Number<struct SlotTag, std::uint16_t>;
 /// A column's number in the definition of its table, and its bit in the rows' null masks. Deleted
 /// columns leave gaps, so it is no index into the remaining columns.
 using ColumnNumber = Number<struct ColumnNumberTag, std::uint16_t>;

@@ -1,6 +1,7 @@
 #include "platform/jet/format/PropertyBlob.h"
 
 #include <algorithm>
+#include <array>
 
 #include "platform/jet/format/StoredText.h"
 #include "platform/jet/format/TextKey.h"
@@ -8,7 +9,8 @@
 namespace jet {
 namespace {
 
-constexpr std::size_t kMagicSize = 4;
+constexpr std::array<std::uint8_t, 4> kJet3Magic{'K', 'K', 'D', 0};
+constexpr std::array<std::uint8_t, 4> kJet4Magic{'M', 'R', '2', 0};
 
 // Head of a block.
 constexpr std::size_t kBlockSize = 0;  ///< u32, of the block with its head
@@ -32,9 +34,7 @@ constexpr std::size_t kPropertyDataSize = 6;    ///< u16
 constexpr std::size_t kPropertyHead = 8;
 
 ByteView magicOf(Version version) {
-  static constexpr std::uint8_t kJet3[] = {'K', 'K', 'D', 0};
-  static constexpr std::uint8_t kJet4[] = {'M', 'R', '2', 0};
-  return version == Version::Jet3 ? ByteView(kJet3) : ByteView(kJet4);
+  return version == Version::Jet3 ? kJet3Magic : kJet4Magic;
 }
 
 /// Reads consecutive fields of a blob.
@@ -45,7 +45,8 @@ class BlobReader {
   bool isEmpty() const { return at_ == bytes_.size(); }
   ByteView take(std::size_t size) {
     if (size > bytes_.size() - at_)
-      raiseDamaged(*location_, u"a property list is cut short", {at_, size, bytes_.size()});
+      raiseDamaged(*location_, u"a property list is cut short",
+                   {.offset = at_, .size = size, .available = bytes_.size()});
     at_ += size;
     return bytes_.subspan(at_ - size, size);
   }
@@ -74,13 +75,14 @@ PropertyBlock decodeBlock(Version version, std::uint16_t type, ByteView bytes,
   block.name = decodePlainText(version, body.take(nameSize));
   if (ownerSize < kOwnerHead + nameSize)
     raiseDamaged(location, u"a property list has a wrong head",
-                 {kOwnerSize, kOwnerHead + nameSize, ownerSize});
+                 {.offset = kOwnerSize, .size = kOwnerHead + nameSize, .available = ownerSize});
   body.take(ownerSize - kOwnerHead - nameSize);
   while (!body.isEmpty()) {
     const ByteView head = body.take(kPropertyHead);
     const std::size_t size = u16At(head, kPropertySize);
     if (size < kPropertyHead)
-      raiseDamaged(location, u"a property is too short", {kPropertySize, kPropertyHead, size});
+      raiseDamaged(location, u"a property is too short",
+                   {.offset = kPropertySize, .size = kPropertyHead, .available = size});
     BlobReader value(body.take(size - kPropertyHead), location);
     Property property;
     property.definition = head[kPropertyDefinition] != 0;
@@ -144,7 +146,7 @@ std::vector<PropertyBlock> decodeProperties(Version version, ByteView blob,
   std::vector<PropertyBlock> blocks;
   if (blob.empty()) return blocks;
   BlobReader pieces(blob, location);
-  if (!std::ranges::equal(pieces.take(kMagicSize), magicOf(version)))
+  if (!std::ranges::equal(pieces.take(kJet4Magic.size()), magicOf(version)))
     raiseDamaged(location, u"a property list has a wrong mark");
   std::vector<std::u16string> names;
   while (!pieces.isEmpty()) {
@@ -152,7 +154,8 @@ std::vector<PropertyBlock> decodeProperties(Version version, ByteView blob,
     const std::size_t size = u32At(head, kBlockSize);
     const std::uint16_t type = u16At(head, kBlockType);
     if (size < kBlockHead)
-      raiseDamaged(location, u"a property list has a wrong length", {kBlockSize, kBlockHead, size});
+      raiseDamaged(location, u"a property list has a wrong length",
+                   {.offset = kBlockSize, .size = kBlockHead, .available = size});
     const ByteView body = pieces.take(size - kBlockHead);
     if (type == kNameList)
       names = decodeNames(version, BlobReader(body, location));
@@ -177,7 +180,9 @@ Bytes encodeProperties(Version version, const std::vector<PropertyBlock>& blocks
   Bytes list;
   for (const std::u16string& name : names) {
     const Bytes bytes = encodePlainText(version, name);
-    appendU16(list, bytes.size());
+    Bytes size(kListedNameSize);
+    putU16(size, 0, bytes.size());
+    appendBytes(list, size);
     appendBytes(list, bytes);
   }
   Bytes blob;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/jet/format/StoredValue.h"
+
 namespace jet {
 namespace {
 
@@ -15,10 +17,6 @@ constexpr std::uint8_t kUnusedJump = 0xFF;
 constexpr std::u16string_view kTooShort = u"a row is too short";
 constexpr std::u16string_view kOutside = u"a value lies outside its row";
 
-std::size_t maskSize(std::size_t columnCount) {
-  return (columnCount + 7) / 8;
-}
-
 /// Most jumps that a row of that length takes.
 std::size_t mostJumps(std::size_t rowLength) {
   return (rowLength - 1) / kJumpStep;
@@ -28,12 +26,13 @@ std::size_t mostJumps(std::size_t rowLength) {
 
 RowContent::RowContent(Version version, ByteView row, bool hasVariable, const Location& location)
     : row_(row), location_(location), unit_(layoutOf(version).rowUnit), hasVariable_(hasVariable) {
-  if (row.size() < unit_) raiseDamaged(location, kTooShort, {0, unit_, row.size()});
+  if (row.size() < unit_)
+    raiseDamaged(location, kTooShort, {.size = unit_, .available = row.size()});
   columnCount_ = unitAt(kColumnCount);
-  const std::size_t mask = maskSize(columnCount_);
+  const std::size_t mask = bytesOfBits(columnCount_);
   const std::size_t count = hasVariable ? unit_ : 0;  // bytes of nv
   if (row.size() < unit_ + mask + count)
-    raiseDamaged(location, kTooShort, {0, unit_ + mask + count, row.size()});
+    raiseDamaged(location, kTooShort, {.size = unit_ + mask + count, .available = row.size()});
   maskAt_ = row.size() - mask;
   trailerAt_ = maskAt_;
   if (!hasVariable) return;
@@ -41,7 +40,8 @@ RowContent::RowContent(Version version, ByteView row, bool hasVariable, const Lo
   jumpCount_ = version == Version::Jet3 ? mostJumps(row.size()) : 0;
   const std::size_t trailer = count + jumpCount_ + unit_ * (variableCount_ + 1);
   if (unit_ + trailer > maskAt_)
-    raiseDamaged(location, u"a row has more columns than bytes", {unit_, trailer, maskAt_});
+    raiseDamaged(location, u"a row has more columns than bytes",
+                 {.offset = unit_, .size = trailer, .available = maskAt_});
   trailerAt_ = maskAt_ - trailer;
   jumpsEnd_ = maskAt_ - unit_;
   offsetsEnd_ = jumpsEnd_ - jumpCount_;
@@ -61,17 +61,19 @@ std::size_t RowContent::offsetAt(std::size_t slot) const {
   return offset;
 }
 
-ByteView RowContent::fixed(std::size_t offset, std::size_t length) const {
-  if (unit_ + offset + length > trailerAt_)
-    raiseDamaged(location_, kOutside, {unit_ + offset, length, trailerAt_});
-  return row_.subspan(unit_ + offset, length);
+ByteView RowContent::fixed(const ColumnDefinition& column) const {
+  const std::size_t offset = unit_ + column.fixedOffset;
+  const std::size_t length = fixedSize(column);
+  if (offset + length > trailerAt_)
+    raiseDamaged(location_, kOutside, {.offset = offset, .size = length, .available = trailerAt_});
+  return row_.subspan(offset, length);
 }
 
 ByteView RowContent::fixedArea() const {
   const std::size_t end = hasVariable_ ? offsetAt(0) : maskAt_;
   if (end < unit_ || end > trailerAt_)
     raiseDamaged(location_, u"a row's fixed area has no end",
-                 {unit_, end - std::min(end, unit_), trailerAt_});
+                 {.offset = unit_, .size = end - std::min(end, unit_), .available = trailerAt_});
   return row_.subspan(unit_, end - unit_);
 }
 
@@ -80,17 +82,24 @@ std::optional<ByteView> RowContent::variable(VariableSlot slot) const {
   const std::size_t from = offsetAt(slot.value());
   const std::size_t to = offsetAt(slot.value() + std::size_t{1});
   if (from < unit_ || from > to || to > trailerAt_)
-    raiseDamaged(location_, kOutside, {from, to - std::min(from, to), trailerAt_});
+    raiseDamaged(location_, kOutside,
+                 {.offset = from, .size = to - std::min(from, to), .available = trailerAt_});
   return row_.subspan(from, to - from);
 }
 
 namespace {
 
-void appendUnit(Bytes& row, Version version, std::size_t value) {
+void putUnit(ByteSpan row, std::size_t at, Version version, std::size_t value) {
   if (version == Version::Jet3)
-    row.push_back(static_cast<std::uint8_t>(value));
+    row[at] = static_cast<std::uint8_t>(value);
   else
-    appendU16(row, value);
+    putU16(row, at, value);
+}
+
+void appendUnit(Bytes& row, Version version, std::size_t value) {
+  const std::size_t at = row.size();
+  row.resize(at + layoutOf(version).rowUnit);
+  putUnit(row, at, version, value);
 }
 
 /// Offsets of the variable slots and, last, of their end.
@@ -124,13 +133,13 @@ std::size_t jumpsFor(std::size_t lengthWithout) {
 Bytes RowParts::encode(Version version, std::size_t atLeast) const {
   const bool jet3 = version == Version::Jet3;
   const std::size_t unit = layoutOf(version).rowUnit;
-  Bytes row;
-  appendUnit(row, version, columnCount);
+  Bytes row(unit);
+  putUnit(row, kColumnCount, version, columnCount);
   appendBytes(row, fixedArea);
   if (hasVariable) {
     const std::vector<std::size_t> offsets = slotOffsets(*this, unit);
     for (const Bytes& value : variable) appendBytes(row, value);
-    const std::size_t rest = unit * (offsets.size() + 1) + maskSize(columnCount);
+    const std::size_t rest = unit * (offsets.size() + 1) + bytesOfBits(columnCount);
     const std::size_t shortest = row.size() + rest;
     std::size_t jumps = jet3 ? jumpsFor(shortest) : 0;
     std::size_t padding = 0;
@@ -141,9 +150,8 @@ Bytes RowParts::encode(Version version, std::size_t atLeast) const {
     row.resize(row.size() + padding);
     appendTrailer(row, version, offsets, jumps);
   }
-  Bytes mask(maskSize(columnCount));
-  for (std::size_t i = 0; i < columnCount && i < hasValue.size(); ++i)
-    if (hasValue[i]) mask[i / 8] = static_cast<std::uint8_t>(mask[i / 8] | 1U << (i % 8));
+  Bytes mask(bytesOfBits(columnCount));
+  for (std::size_t i = 0; i < columnCount && i < hasValue.size(); ++i) setBit(mask, i, hasValue[i]);
   appendBytes(row, mask);
   return row;
 }

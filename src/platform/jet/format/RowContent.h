@@ -4,10 +4,11 @@
 #include <optional>
 #include <vector>
 
+#include "platform/jet/format/Bits.h"
 #include "platform/jet/format/Bytes.h"
 #include "platform/jet/format/Damage.h"
 #include "platform/jet/format/Layout.h"
-#include "platform/jet/format/Numbers.h"
+#include "platform/jet/format/TableDefinition.h"
 
 namespace jet {
 
@@ -28,11 +29,10 @@ class RowContent {
 
   /// The column's bit of the null mask; false for a number that the row doesn't have.
   bool hasValue(ColumnNumber column) const {
-    const std::size_t bit = column.value();
-    return bit < columnCount_ && (row_[maskAt_ + bit / 8] >> (bit % 8) & 1) != 0;
+    return column.value() < columnCount_ && bitOf(row_.subspan(maskAt_), column.value());
   }
-  /// A value of the fixed area. Raises damage where it would lie outside.
-  ByteView fixed(std::size_t offset, std::size_t length) const;
+  /// The value of a column in the fixed area. Raises damage where it would lie outside.
+  ByteView fixed(const ColumnDefinition& column) const;
   /// The fixed area as far as the row has it. Raises damage where its end lies outside the row.
   ByteView fixedArea() const;
   /// The bytes of a variable slot; absent for a slot that the row doesn't have. Raises damage where

@@ -14,17 +14,20 @@ template <class Tag>
 struct SlotAddress {
   /// Bytes that one takes in the file.
   static constexpr std::size_t kSize = 4;
+  // Bits of the form in the file: the slot in the low ones, the page in the others.
+  static constexpr unsigned kSlotBits = 8;
+  static constexpr std::uint32_t kSlotMask = 0xFF;
 
   PageNumber page;
   SlotNumber slot;
 
   auto operator<=>(const SlotAddress&) const = default;
 
-  /// The form in the file: page in the upper 24 bits.
+  /// The form in the file.
   static constexpr SlotAddress unpack(std::uint32_t packed) {
-    return {PageNumber(packed >> 8), SlotNumber(packed & 0xFF)};
+    return {PageNumber(packed >> kSlotBits), SlotNumber(packed & kSlotMask)};
   }
-  constexpr std::uint32_t pack() const { return page.value() << 8 | slot.value(); }
+  constexpr std::uint32_t pack() const { return page.value() << kSlotBits | slot.value(); }
 };
 
 /// Leads to the bytes in a slot: a usage map, a piece of a long value, the body of a moved row.

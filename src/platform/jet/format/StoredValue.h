@@ -50,6 +50,10 @@ inline constexpr std::optional<std::size_t> typeSize(ColumnType type) {
   return std::nullopt;
 }
 
+/// Bytes that a column's values take in the fixed area.
+inline std::size_t fixedSize(const ColumnDefinition& column) {
+  return typeSize(column.type).value_or(column.length);
+}
 /// Raises damage where the bytes are too few for a value of the type.
 inline void requireSize(ColumnType type, ByteView stored, const Location& location) {
   const std::size_t size = typeSize(type).value_or(0);

@@ -1,6 +1,7 @@
 #include "platform/jet/format/TableDefinition.h"
 
 #include <algorithm>
+#include <array>
 
 #include "platform/jet/format/StoredText.h"
 
@@ -101,9 +102,11 @@ constexpr Fields kJet4Fields{.rowCount = 16,
                              .entryMarkSize = 4,
                              .nameSize = 2};
 
-constexpr std::size_t kJet3Letters = 2;  ///< "VC", where Jet 4 has the free bytes
-constexpr std::size_t kJet4Mark = 12;    ///< u32, kMark
-constexpr std::size_t kJet4Step = 24;    ///< u32, step of the autonumber: 1
+constexpr std::size_t kJet3LettersAt = 2;  ///< where Jet 4 has the free bytes
+constexpr std::array<std::uint8_t, 2> kJet3Letters{'V', 'C'};
+constexpr std::size_t kJet4Mark = 12;  ///< u32, kMark
+constexpr std::size_t kJet4Step = 24;  ///< u32, step of the autonumber: kStep
+constexpr std::uint32_t kStep = 1;
 
 constexpr std::size_t kEntryMark = 0;     ///< u32, in Jet 4: kIndexMark, kMark for a logical index
 constexpr std::size_t kEntryCounter = 4;  ///< u32, in the counter of an index
@@ -152,7 +155,8 @@ class Content {
 
   ByteView take(std::size_t size) {
     if (size > bytes_.size() - at_)
-      raiseDamaged(location_, u"the table's definition is cut short", {at_, size, bytes_.size()});
+      raiseDamaged(location_, u"the table's definition is cut short",
+                   {.offset = at_, .size = size, .available = bytes_.size()});
     at_ += size;
     return bytes_.subspan(at_ - size, size);
   }
@@ -160,7 +164,7 @@ class Content {
   void expect(std::size_t count, std::size_t size) const {
     if (count > (bytes_.size() - at_) / size)
       raiseDamaged(location_, u"the table's definition claims more than it holds",
-                   {at_, count * size, bytes_.size()});
+                   {.offset = at_, .size = count * size, .available = bytes_.size()});
   }
   bool has(std::size_t size) const { return size <= bytes_.size() - at_; }
   std::u16string takeName(Version version) {
@@ -229,7 +233,7 @@ LogicalIndex decodeLogical(const Fields& fields, ByteView entry) {
   return logical;
 }
 
-/// A name follows its size in bytes, which takes one byte in Jet 3 and two in Jet 4.
+/// A name follows its size in bytes.
 void appendName(Version version, Bytes& content, std::u16string_view name) {
   const Bytes stored = encodePlainText(version, name);
   Bytes size(fieldsOf(version).nameSize);
@@ -358,10 +362,10 @@ Bytes TableDefinition::encode() const {
   Bytes content(fields.end);
   content[PageHead::kType] = static_cast<std::uint8_t>(PageType::TableDefinition);
   content[PageHead::kMark] = PageHead::kLive;
-  if (version == Version::Jet3) putBytes(content, kJet3Letters, Bytes{'V', 'C'});
+  if (version == Version::Jet3) putBytes(content, kJet3LettersAt, kJet3Letters);
   if (version == Version::Jet4) {
     putU32(content, kJet4Mark, kMark);
-    putU32(content, kJet4Step, 1);
+    putU32(content, kJet4Step, kStep);
   }
   putU32(content, fields.rowCount, rowCount);
   putU32(content, fields.lastAutonumber, lastAutonumber);

@@ -74,17 +74,22 @@ struct IndexDefinition {
 struct LogicalIndex {
   enum class Kind : std::uint8_t { Plain = 0, PrimaryKey = 1, ForeignKey = 2 };
   static constexpr LogicalIndexNumber kNone{0xFFFFFFFF};
+  // Sides of a foreign key; 0 where the index is none.
+  static constexpr std::uint8_t kReferenced = 1;
+  static constexpr std::uint8_t kReferencing = 2;
+  // Whether changes of a foreign key cascade.
+  static constexpr std::uint8_t kCascades = 1;
+  static constexpr std::uint8_t kNoForeignKey = 4;
 
   std::u16string name;
   LogicalIndexNumber number = {};
   IndexNumber index;  ///< the stored index that it uses
   Kind kind = Kind::Plain;
-  /// Foreign keys: 1 on the referenced side, 2 on the referencing one.
   std::uint8_t side = 0;
   LogicalIndexNumber otherIndex = kNone;  ///< in the other table
   PageNumber otherTable;                  ///< its definition page
-  std::uint8_t cascadeUpdates = 4;        ///< 4 where it is no foreign key
-  std::uint8_t cascadeDeletes = 4;
+  std::uint8_t cascadeUpdates = kNoForeignKey;
+  std::uint8_t cascadeDeletes = kNoForeignKey;
 };
 
 /// Usage maps of the pages that hold a memo or OLE column's values.

@@ -14,6 +14,8 @@ namespace {
 constexpr std::size_t kLongestKeyedText = 255;
 /// Precedes a character outside the tables; greater than all inline bytes of known ones.
 constexpr std::uint8_t kUnknown = 0xFE;
+constexpr std::uint8_t kLowestInline = 2;  ///< lower bytes end the inline bytes
+constexpr std::uint8_t kEnd = 0;
 
 void add(std::string& key, std::uint8_t byte) {
   key.push_back(static_cast<char>(byte));
@@ -62,14 +64,15 @@ class General4Key {
     while (!marks_.empty() && marks_.back() <= kNoMark) marks_.pop_back();
     key_.append(marks_.begin(), marks_.end());
     if (!ignorables_.empty()) {
-      key_.append(3, static_cast<char>(kSection));
+      key_.append(kSectionsBeforeIgnorables, static_cast<char>(kSection));
       key_.append(ignorables_.begin(), ignorables_.end());
     }
-    add(key_, 0);
+    add(key_, kEnd);
   }
 
  private:
   static constexpr std::uint8_t kSection = 1;
+  static constexpr std::size_t kSectionsBeforeIgnorables = 3;
   static constexpr std::uint8_t kNoMark = 2;
   // Of an ignorable character: the characters before it, counted in steps.
   static constexpr std::size_t kPosition = 0x8000;
@@ -100,7 +103,7 @@ class General3Key {
   }
   void addUnknownCharacter(char16_t unit) { addUnknown(key_, unit); }
   void finish() {
-    if (nibbles_.empty()) return add(key_, 0);
+    if (nibbles_.empty()) return add(key_, kEnd);
     nibbles_.push_back(0);
     if (nibbles_.size() % 2 != 0) nibbles_.push_back(0);
     for (std::size_t i = 0; i < nibbles_.size(); i += 2)
@@ -116,8 +119,10 @@ class General3Key {
 };
 
 const TextWeight* general4Weight(char16_t unit) {
-  if (unit < 0x100) return &kGeneral4Latin[unit];
-  if (unit < 0x180) return &kGeneral4Extended[unit - 0x100];
+  std::size_t index = unit;
+  if (index < kGeneral4Latin.size()) return &kGeneral4Latin[index];
+  index -= kGeneral4Latin.size();
+  if (index < kGeneral4Extended.size()) return &kGeneral4Extended[index];
   const auto found = std::ranges::lower_bound(kGeneral4OtherCharacters, unit);
   if (found == kGeneral4OtherCharacters.end() || *found != unit) return nullptr;
   return &kGeneral4Other[static_cast<std::size_t>(found - kGeneral4OtherCharacters.begin())];
@@ -197,9 +202,8 @@ bool appendByteTextKey(TextOrder order, std::span<const std::uint8_t> text, std:
 }
 
 bool isKnownTextKey(std::span<const std::uint8_t> key) {
-  // Inline bytes end at the first byte below 2, and none of them is the unknown mark.
   for (const std::uint8_t byte : key) {
-    if (byte < 2) return true;
+    if (byte < kLowestInline) return true;
     if (byte == kUnknown) return false;
   }
   return true;

@@ -2,19 +2,9 @@
 
 namespace jet {
 
-bool bitOf(ByteView bits, std::size_t number) {
-  return (bits[number / 8] >> (number % 8) & 1) != 0;
-}
-
-void setBit(ByteSpan bits, std::size_t number, bool value) {
-  const unsigned mask = 1U << (number % 8);
-  const unsigned byte = bits[number / 8];
-  bits[number / 8] = static_cast<std::uint8_t>(value ? byte | mask : byte & ~mask);
-}
-
 UsageMap UsageMap::decode(ByteView row, const Location& location) {
   if (row.size() < kBitmap)
-    raiseDamaged(location, u"a usage map is too short", {0, kBitmap, row.size()});
+    raiseDamaged(location, u"a usage map is too short", {.size = kBitmap, .available = row.size()});
   if (row[kKind] > static_cast<std::uint8_t>(Kind::Reference))
     raiseDamaged(location, u"a usage map is of no known kind");
   UsageMap map;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/jet/format/Bits.h"
 #include "platform/jet/format/Bytes.h"
 #include "platform/jet/format/Damage.h"
 #include "platform/jet/format/Layout.h"
@@ -24,6 +25,7 @@ struct UsageMap {
   static constexpr std::size_t kBitmapPageSize = 4;  ///< reference: of each number
   /// Offset in a bitmap page.
   static constexpr std::size_t kBitmapPageBits = 4;
+  static constexpr std::size_t kGrowth = 4;
 
   Kind kind = Kind::Inline;
   PageNumber firstPage;                 ///< inline: page of the first bit
@@ -36,8 +38,16 @@ struct UsageMap {
   /// An inline map without pages, with the usual length of its row.
   static UsageMap empty(const Layout& layout);
 
+  /// Bytes of an inline map's bitmap for that many pages. Maps grow by `kGrowth` bytes.
+  static constexpr std::size_t bitmapSize(std::size_t pages) {
+    return (bytesOfBits(pages) + kGrowth - 1) / kGrowth * kGrowth;
+  }
+  /// Inline: numbers of bitmap pages that the row would hold as a reference map.
+  std::size_t referencesThatFit() const {
+    return (kBitmap + bits.size() - kBitmapPages) / kBitmapPageSize;
+  }
   /// Inline: pages that the window covers, the page of a bit, and whether it covers a page.
-  std::size_t windowSize() const { return 8 * bits.size(); }
+  std::size_t windowSize() const { return kByteBits * bits.size(); }
   PageNumber pageOf(std::size_t bit) const { return PageNumber(firstPage.value() + bit); }
   bool covers(PageNumber page) const {
     return page >= firstPage && page.value() - firstPage.value() < windowSize();
@@ -48,11 +58,9 @@ struct UsageMap {
 
 /// Pages that one bitmap page covers.
 inline std::size_t pagesPerBitmap(const Layout& layout) {
-  return 8 * (layout.pageSize - UsageMap::kBitmapPageBits);
+  return kByteBits * (layout.pageSize - UsageMap::kBitmapPageBits);
 }
 /// A bitmap page without bits.
 Bytes newBitmapPage(const Layout& layout);
-bool bitOf(ByteView bits, std::size_t number);
-void setBit(ByteSpan bits, std::size_t number, bool value);
 
 }  // namespace jet

@@ -14,7 +14,7 @@ namespace {
 
 using makestore::Column;
 using makestore::Index;
-using makestore::Table;
+using makestore::StoreTable;
 
 struct Closer {
   void operator()(sqlite3* database) const { sqlite3_close(database); }
@@ -44,7 +44,7 @@ void execute(const Database& database, const std::string& text) {
 
 /// The column's definition in SQL. The store compares texts without regard to case, so the native
 /// file does too.
-std::string columnSql(const Table& table, const Column& column) {
+std::string columnSql(const StoreTable& table, const Column& column) {
   std::string sql = runtime::toUtf8(column.name);
   const bool isKey = !table.indexes().empty() && table.indexes()[0].primary &&
                      table.indexes()[0].columns[0].column == column.name;
@@ -52,7 +52,7 @@ std::string columnSql(const Table& table, const Column& column) {
   return sql + (isKey ? " INTEGER PRIMARY KEY" : "");
 }
 
-std::string createTable(const Table& table) {
+std::string createTable(const StoreTable& table) {
   std::string text = "CREATE TABLE " + runtime::toUtf8(table.name()) + " (";
   for (const Column& column : table.columns())
     text += (text.back() == '(' ? "" : ", ") + columnSql(table, column);
@@ -97,11 +97,11 @@ class Binder {
   int index_;
 };
 
-void insertRows(const Database& database, const Table& table) {
+void insertRows(const Database& database, const StoreTable& table) {
   std::string text = "INSERT INTO " + runtime::toUtf8(table.name()) + " VALUES (";
   for (std::size_t i = 0; i < table.columns().size(); ++i) text += i == 0 ? "?" : ", ?";
   const Statement statement = prepare(database, text + ")");
-  for (const Table::Row& row : table.rows()) {
+  for (const StoreTable::Row& row : table.rows()) {
     for (std::size_t i = 0; i < row.values.size(); ++i)
       std::visit(Binder(statement.get(), static_cast<int>(i) + 1), row.values[i].get());
     if (sqlite3_step(statement.get()) != SQLITE_DONE)
@@ -110,7 +110,7 @@ void insertRows(const Database& database, const Table& table) {
   }
 }
 
-void createIndexes(const Database& database, const Table& table) {
+void createIndexes(const Database& database, const StoreTable& table) {
   for (const Index& index : table.indexes()) {
     if (index.primary) continue;
     const std::string name = runtime::toUtf8(table.name());
@@ -132,7 +132,7 @@ void writeNative(const std::filesystem::path& path, makestore::StoreBuilder& sto
   const Database database = open(path);
   execute(database, "BEGIN");
   for (const char16_t* name : {u"tblStock", u"tblPlu", u"tblDepartment"}) {
-    const Table& table = store.tableNamed(name);
+    const StoreTable& table = store.tableNamed(name);
     execute(database, createTable(table));
     insertRows(database, table);
     createIndexes(database, table);

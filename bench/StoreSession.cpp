@@ -18,7 +18,8 @@ constexpr int kPessimistic = 2;
 void open(ADODB::Connection& connection, const std::filesystem::path& path) {
   std::u16string text = u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=";
   text += runtime::fromUtf8(path.string());
-  text += u";Jet OLEDB:Database Password=w7rt3q8814Z;Persist Security Info=False";
+  text += u";Jet OLEDB:Database Password=";
+  text += layoutdata::statements::kPassword;
   connection.Open(text, u"", u"", kUnspecified);
   connection.CursorLocation(ADODB::kUseClient);
 }

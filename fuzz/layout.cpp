@@ -10,7 +10,7 @@
 
 #include "layoutdata/KeyRecord.h"
 #include "platform/files/FileContent.h"
-#include "platform/files/SequentialFile.h"
+#include "platform/files/InputFile.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/RunTimeError.h"
 #include "platform/runtime/Text.h"

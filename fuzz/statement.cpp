@@ -18,7 +18,7 @@ namespace {
 makestore::StoreBuilder littleStore() {
   using jet::ColumnType;
   makestore::StoreBuilder builder;
-  makestore::Table& table = builder.table(u"t");
+  makestore::StoreTable& table = builder.table(u"t");
   table.column({.name = u"a"})
       .column(makestore::Column::text(u"b", 20))
       .column({.name = u"c", .type = ColumnType::Currency})

@@ -4,21 +4,12 @@
 #include "layoutdata/Settings.h"
 #include "layoutdata/Statements.h"
 #include "platform/files/ProgramFolder.h"
-#include "platform/process/Process.h"
 #include "platform/profile/SettingsStore.h"
 #include "platform/runtime/Conversion.h"
 #include "shared/mdWriteINI.h"
 
 namespace settings = layoutdata::settings;
 namespace statements = layoutdata::statements;
-
-namespace {
-
-std::u16string TouchFile() {
-  return files::programFolder().append(settings::kTouchFile);
-}
-
-}  // namespace
 
 frmMain::frmMain()
     : KeyEditor(frmMain_design::kCommon),
@@ -54,8 +45,9 @@ void frmMain::LoadDetailsIntoGrid() {
   chkBarcode.Value(runtime::toInteger(
       profile::GetSetting(settings::kHideBarcode.application, settings::kHideBarcode.section,
                           settings::kHideBarcode.key, settings::kHideBarcodeDefault)));
-  const std::u16string autofill = mdWriteINI::ReadINI(
-      TouchFile(), settings::kSettings, settings::kAutofill, settings::kAutofillDefault);
+  const std::u16string autofill =
+      mdWriteINI::ReadINI(files::programFolder().append(settings::kTouchFile), settings::kSettings,
+                          settings::kAutofill, settings::kAutofillDefault);
   if (autofill == u"0") {
     Check1.Value(0);
     LoadLevels();
@@ -76,39 +68,4 @@ void frmMain::LoadDetailsIntoGrid() {
     LoadDescriptionIntoButton();
     LoadButtons(runtime::toInteger(cbLevel.Text()));
   }
-}
-
-// Unchecking `Check1` doesn't restore the free layout view; only a restart does (contract).
-void frmMain::Check1_Click() {
-  if (LoadGuard == kTrue) return;
-  if (Check1.Value() == 1) {
-    Setlabels(false);
-    ArrangeButtons();
-  } else {
-    process::MsgBox(u"Close the app and restart it.", process::kInformation);
-  }
-  mdWriteINI::WriteINI(TouchFile(), settings::kSettings, settings::kAutofill,
-                       runtime::toText(Check1.Value()));
-  if (Check1.Value() == 1) {
-    mdWriteINI::WriteINI(TouchFile(), settings::kSettings, settings::kItemOne,
-                         settings::kItemOneBottomLeft);
-    lblLevel.Visible(true);
-    cbLevel.Visible(true);
-    cbLevel.ListIndex(0);  // raises cbLevel_Click
-    LoadIDintoGrid(statements::kLevels.front().condition);
-    LoadDescriptionIntoButton();
-  } else {
-    lblLevel.Visible(false);
-    cbLevel.Visible(false);
-    cbLevel.ListIndex(0);  // raises cbLevel_Click
-    mdWriteINI::WriteINI(TouchFile(), settings::kSettings, settings::kItemOne,
-                         settings::kItemOneTopLeft);
-  }
-}
-
-void frmMain::Setlabels(bool StrView) {
-  Label2.Visible(StrView);
-  cbDept.Visible(StrView);
-  Label1.Visible(StrView);
-  List1.Visible(StrView);
 }

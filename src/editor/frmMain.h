@@ -21,8 +21,6 @@ class frmMain : public KeyEditor {
  private:
   // Load and views (frmMain.cpp)
   void LoadDetailsIntoGrid();
-  void Check1_Click();
-  void Setlabels(bool StrView);
 
   // Levels (frmMain_levels.cpp)
   void LoadLevels();
@@ -39,6 +37,8 @@ class frmMain : public KeyEditor {
   void cmdResetAll_Click();
 
   // Autofill (frmMain_autofill.cpp)
+  void Check1_Click();
+  void Setlabels(bool StrView);
   void ArrangeButtons();
   void LoadIDintoGrid(std::u16string_view strSql);
   void LoadDescriptionIntoButton();

@@ -1,14 +1,62 @@
 #include "editor/frmMain.h"
 #include "editor/keygeometry.h"
+#include "layoutdata/Settings.h"
 #include "layoutdata/Statements.h"
 #include "platform/adodb/Recordset.h"
+#include "platform/files/ProgramFolder.h"
+#include "platform/process/Process.h"
 #include "platform/runtime/Conversion.h"
 #include "shared/mdOpenDatabase.h"
+#include "shared/mdWriteINI.h"
 
+namespace settings = layoutdata::settings;
 namespace statements = layoutdata::statements;
 
 using mdOpenDatabase::StoreConnection;
 using mdOpenDatabase::StoreRecordset;
+
+namespace {
+
+std::u16string TouchFile() {
+  return files::programFolder().append(settings::kTouchFile);
+}
+
+}  // namespace
+
+// Unchecking `Check1` doesn't restore the free layout view; only a restart does (contract).
+void frmMain::Check1_Click() {
+  if (LoadGuard == kTrue) return;
+  if (Check1.Value() == 1) {
+    Setlabels(false);
+    ArrangeButtons();
+  } else {
+    process::MsgBox(u"Close the app and restart it.", process::kInformation);
+  }
+  mdWriteINI::WriteINI(TouchFile(), settings::kSettings, settings::kAutofill,
+                       runtime::toText(Check1.Value()));
+  if (Check1.Value() == 1) {
+    mdWriteINI::WriteINI(TouchFile(), settings::kSettings, settings::kItemOne,
+                         settings::kItemOneBottomLeft);
+    lblLevel.Visible(true);
+    cbLevel.Visible(true);
+    cbLevel.ListIndex(0);  // raises cbLevel_Click
+    LoadIDintoGrid(statements::kLevels.front().condition);
+    LoadDescriptionIntoButton();
+  } else {
+    lblLevel.Visible(false);
+    cbLevel.Visible(false);
+    cbLevel.ListIndex(0);  // raises cbLevel_Click
+    mdWriteINI::WriteINI(TouchFile(), settings::kSettings, settings::kItemOne,
+                         settings::kItemOneTopLeft);
+  }
+}
+
+void frmMain::Setlabels(bool StrView) {
+  Label2.Visible(StrView);
+  cbDept.Visible(StrView);
+  Label1.Visible(StrView);
+  List1.Visible(StrView);
+}
 
 // The keys' width isn't changed. The indexes set as captions show only until the caller loads the
 // stock descriptions.

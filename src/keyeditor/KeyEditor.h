@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "layoutdata/KeyRecord.h"
-#include "platform/files/SequentialFile.h"
+#include "platform/files/FileSystemObject.h"
 #include "platform/forms/CommonDialog.h"
 #include "platform/forms/DataObject.h"
 #include "platform/forms/Form.h"

@@ -1,7 +1,8 @@
 #include "layoutdata/LayoutFile.h"
 
+#include "platform/files/InputFile.h"
+#include "platform/files/OutputFile.h"
 #include "platform/files/ProgramFolder.h"
-#include "platform/files/SequentialFile.h"
 #include "platform/runtime/Conversion.h"
 
 namespace layoutdata {

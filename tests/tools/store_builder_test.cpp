@@ -16,7 +16,7 @@ using makestore::Index;
 using makestore::Placement;
 using makestore::SelectQuery;
 using makestore::StoreBuilder;
-using makestore::Table;
+using makestore::StoreTable;
 using runtime::Variant;
 
 class StoreBuilderTest : public testing::Test {
@@ -52,7 +52,7 @@ std::string hex(const std::string& text) {
 
 TEST_F(StoreBuilderTest, EveryColumnTypeReadsBack) {
   StoreBuilder store;
-  Table& table = store.table(u"All");
+  StoreTable& table = store.table(u"All");
   table.column({.name = u"key", .autonumber = true})
       .column({.name = u"yes", .type = ColumnType::Boolean})
       .column({.name = u"byte", .type = ColumnType::Byte})
@@ -102,7 +102,7 @@ TEST_F(StoreBuilderTest, EveryColumnTypeReadsBack) {
 
 TEST_F(StoreBuilderTest, LongValuesReadBackInEveryForm) {
   StoreBuilder store;
-  Table& table = store.table(u"Notes");
+  StoreTable& table = store.table(u"Notes");
   table.column({.name = u"note", .type = ColumnType::Memo, .compressed = false});
   std::string expected;
   // Two bytes a character: the last value in the row, the first outside, the longest single piece,
@@ -120,7 +120,7 @@ TEST_F(StoreBuilderTest, LongValuesReadBackInEveryForm) {
 
 TEST_F(StoreBuilderTest, MovedRowsReadAsRowsAndDeletedOnesDoNot) {
   StoreBuilder store;
-  Table& table = store.table(u"Rows");
+  StoreTable& table = store.table(u"Rows");
   table.column({.name = u"id"}).column(makestore::Column::text(u"name", 50));
   table.index(Index::primaryKey(u"id")).index(Index::plain(u"name"));
   for (int i = 0; i < 300; ++i) {
@@ -141,7 +141,7 @@ TEST_F(StoreBuilderTest, MovedRowsReadAsRowsAndDeletedOnesDoNot) {
 
 TEST_F(StoreBuilderTest, LongDefinitionsAndWideTablesReadBack) {
   StoreBuilder store;
-  Table& table = store.table(u"Wide");
+  StoreTable& table = store.table(u"Wide");
   std::vector<Variant> row;
   for (int i = 0; i < 120; ++i) {
     const std::string number = std::to_string(1000 + i);
@@ -165,7 +165,7 @@ TEST_F(StoreBuilderTest, LargeFilesAndReferenceMapsListEveryPage) {
     StoreBuilder store;
     store.referenceMaps(references).freePages(3);
     // So large that a window of the usual length covers neither the table nor the file.
-    Table& table = store.table(u"Large");
+    StoreTable& table = store.table(u"Large");
     table.column({.name = u"id"}).column(makestore::Column::text(u"name", 255));
     for (int i = 0; i < 7000; ++i) table.row({i, text(255, u'\u20AC')});
     store.table(u"Small").column({.name = u"id"}).row({1});
@@ -217,7 +217,7 @@ TEST_F(StoreBuilderTest, OtherReadersReadPasswordAndEncodedPages) {
   StoreBuilder encrypted;
   encrypted.password(u"Twenty characters ok").encodingKey(0x12345678);
   for (StoreBuilder* store : {&plain, &encrypted}) {
-    Table& table = store->table(u"T");
+    StoreTable& table = store->table(u"T");
     table.column(makestore::Column::text(u"name", 30)).index(Index::plain(u"name"));
     table.row({u"Elderflower"});
   }
@@ -237,7 +237,7 @@ TEST_F(StoreBuilderTest, OtherReadersReadPasswordAndEncodedPages) {
 TEST(StoreBuilder, RefusesRowsThatBreakTheTablesRules) {
   const auto refused = [](const std::vector<std::vector<Variant>>& rows, const Index& index) {
     StoreBuilder store;
-    Table& table = store.table(u"T");
+    StoreTable& table = store.table(u"T");
     table.column({.name = u"id"}).column(makestore::Column::text(u"name", 5)).index(index);
     try {
       for (const std::vector<Variant>& row : rows) table.row(row);

@@ -49,7 +49,7 @@ std::optional<jet::Bytes> checkedBytes(jet::Version version, const jet::ColumnDe
 
 }  // namespace
 
-RowWriter::RowWriter(PageSpace& space, Table& table, jet::PageNumber definitionPage,
+RowWriter::RowWriter(PageSpace& space, StoreTable& table, jet::PageNumber definitionPage,
                      const jet::TableDefinition& definition)
     : space_(space), table_(table), definitionPage_(definitionPage), definition_(definition) {
   for (const jet::LongValueMaps& maps : definition.longValueMaps)
@@ -68,7 +68,7 @@ jet::Bytes RowWriter::storedValue(const jet::ColumnDefinition& column,
     throw std::invalid_argument("column " + runtime::toUtf8(column.name) + " of " +
                                 runtime::toUtf8(table_.name()) + " can't take one of its values");
   if (!jet::isLongValue(column.type)) return *std::move(stored);
-  return std::ranges::find(longValues_, column.number, &LongValueWriter::column)->write(*stored);
+  return std::ranges::find(longValues_, column.number, &LongValuePages::column)->write(*stored);
 }
 
 jet::Bytes RowWriter::encodeRow(std::size_t row, Extent extent) {
@@ -160,7 +160,7 @@ void RowWriter::writeAll() {
     if (table_.rows()[row].placement == Placement::Moved) writeBody(row);
   space_.writeMap(definition_.ownedPages, pages_);
   space_.writeMap(definition_.freePages, space_.withRoom(pages_));
-  for (LongValueWriter& values : longValues_) values.finish();
+  for (LongValuePages& values : longValues_) values.finish();
 }
 
 }  // namespace makestore

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "makestore/LongValueWriter.h"
+#include "makestore/LongValuePages.h"
 #include "makestore/PageSpace.h"
-#include "makestore/Table.h"
+#include "makestore/StoreTable.h"
 #include "platform/jet/format/RowPointer.h"
 #include "platform/jet/format/TableDefinition.h"
 
@@ -15,7 +15,7 @@ namespace makestore {
 /// Writes a table's rows to data pages, in the order in which they were added.
 class RowWriter {
  public:
-  RowWriter(PageSpace& space, Table& table, jet::PageNumber definitionPage,
+  RowWriter(PageSpace& space, StoreTable& table, jet::PageNumber definitionPage,
             const jet::TableDefinition& definition);
 
   /// Writes all rows and the usage maps. Raises std::invalid_argument for a value that its column
@@ -38,10 +38,10 @@ class RowWriter {
   void fillPage();
 
   PageSpace& space_;
-  Table& table_;
+  StoreTable& table_;
   jet::PageNumber definitionPage_;
   const jet::TableDefinition& definition_;
-  std::vector<LongValueWriter> longValues_;
+  std::vector<LongValuePages> longValues_;
   std::vector<jet::PageNumber> pages_;
   std::vector<std::size_t> rowsOfPage_;  ///< the plain rows of the last page
   std::vector<jet::RowId> ids_;

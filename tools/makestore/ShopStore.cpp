@@ -190,8 +190,9 @@ std::vector<Field> pluFields(const ShopOrder& order, const Fields& fields) {
           fields.flag(u"NEG_PRICE", kInteger)};
 }
 
-void addSlots(Table& table, const std::vector<Field>& fields, const std::vector<SlotRow>& slots,
-              const std::set<int>& missing, const std::set<int>& moved) {
+void addSlots(StoreTable& table, const std::vector<Field>& fields,
+              const std::vector<SlotRow>& slots, const std::set<int>& missing,
+              const std::set<int>& moved) {
   for (const Field& field : fields) table.column(field.column);
   for (const SlotRow& slot : slots) {
     if (missing.contains(slot.id)) continue;
@@ -204,7 +205,7 @@ void addSlots(Table& table, const std::vector<Field>& fields, const std::vector<
 
 void addDepartments(StoreBuilder& store, const ShopOrder& order, const Fields& fields) {
   const bool cafe = order.tables == ShopTables::Cafe;
-  Table& table = store.table(u"tblDepartment");
+  StoreTable& table = store.table(u"tblDepartment");
   const Column description = fields.text(u"description", cafe ? 40 : 30);
   if (cafe)
     table.column(description).column(fields.departmentColumn(u"id")).column({.name = u"colour"});
@@ -223,7 +224,7 @@ void addDepartments(StoreBuilder& store, const ShopOrder& order, const Fields& f
 
 /// The café's barcodes: one row for each barcode of a product.
 void addBarcodes(StoreBuilder& store, const Fields& fields, const std::vector<SlotRow>& slots) {
-  Table& table = store.table(u"tblBarcode");
+  StoreTable& table = store.table(u"tblBarcode");
   table.column({.name = u"seq"}).column({.name = u"pluid"}).column(fields.text(u"barcode", 20));
   table.index(Index::primaryKey(u"seq"));
   std::int32_t number = 0;
@@ -297,7 +298,7 @@ StoreBuilder shopStore(const ShopOrder& order) {
   std::vector<SlotRow> slots = slotsOf(order);
   if (tight && order.descriptionIndex) fillNameLeaf(slots, order.descriptionLength);
 
-  Table& stock = store.table(u"tblStock");
+  StoreTable& stock = store.table(u"tblStock");
   addSlots(stock, stockFields(order, fields), slots, order.missingStock, order.moved);
   const auto index = [&order](Index wanted) {
     wanted.packed = order.packedIndexes;
@@ -308,14 +309,14 @@ StoreBuilder shopStore(const ShopOrder& order) {
   if (order.descriptionIndex) stock.index(index(Index::plain(u"description")));
   if (tight) stock.fillPagesThrough(u"notes");
 
-  Table& plu = store.table(u"tblPlu");
+  StoreTable& plu = store.table(u"tblPlu");
   addSlots(plu, pluFields(order, fields), slots, order.missingPlu, {});
   plu.index(index(Index::primaryKey(u"id")));
 
   addDepartments(store, order, fields);
   if (order.tables == ShopTables::Cafe) addBarcodes(store, fields, slots);
   for (const ShopRule& each : order.rules) {
-    Table& table = store.tableNamed(each.table);
+    StoreTable& table = store.tableNamed(each.table);
     if (each.column.empty())
       table.rule(each.rule);
     else

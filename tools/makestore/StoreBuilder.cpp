@@ -51,12 +51,12 @@ StoreBuilder& StoreBuilder::freePages(std::size_t count) {
   return *this;
 }
 
-Table& StoreBuilder::table(std::u16string_view name) {
+StoreTable& StoreBuilder::table(std::u16string_view name) {
   return tables_.emplace_back(name);
 }
 
-Table& StoreBuilder::tableNamed(std::u16string_view name) {
-  const auto found = std::ranges::find(tables_, name, &Table::name);
+StoreTable& StoreBuilder::tableNamed(std::u16string_view name) {
+  const auto found = std::ranges::find(tables_, name, &StoreTable::name);
   if (found == tables_.end())
     throw std::invalid_argument("no table is named " + runtime::toUtf8(name));
   return *found;
@@ -73,7 +73,7 @@ jet::Bytes StoreBuilder::build() {
 
   std::vector<ListedObject> objects;
   std::vector<jet::PageNumber> definitionPages;
-  for (const Table& table : tables_) {
+  for (const StoreTable& table : tables_) {
     definitionPages.push_back(space.allocate());
     ListedObject& object = objects.emplace_back();
     object.id = jet::tableIdOf(definitionPages.back());
@@ -92,10 +92,10 @@ jet::Bytes StoreBuilder::build() {
     queryIds.push_back(object.id);
   }
 
-  Table listed = objectList(version_, objects, kCreationDate);
-  Table allowed = permissions(version_, objects);
-  Table saved = savedQueries(version_, queries_, queryIds);
-  Table related = relationships();
+  StoreTable listed = objectList(version_, objects, kCreationDate);
+  StoreTable allowed = permissions(version_, objects);
+  StoreTable saved = savedQueries(version_, queries_, queryIds);
+  StoreTable related = relationships();
   writeTable(space, listed, jet::kObjectsPage, TableKind::System);
   writeTable(space, allowed, jet::kAcesPage, TableKind::System);
   writeTable(space, saved, jet::kQueriesPage, TableKind::System);

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "makestore/StoreTable.h"
 #include "makestore/StoredQuery.h"
-#include "makestore/Table.h"
 #include "platform/jet/format/Bytes.h"
 #include "platform/jet/format/Layout.h"
 
@@ -31,9 +31,9 @@ class StoreBuilder {
   StoreBuilder& freePages(std::size_t count);
 
   /// Adds a table; the reference stays valid. The file has the tables in the order of these calls.
-  Table& table(std::u16string_view name);
+  StoreTable& table(std::u16string_view name);
   /// A table added before. Raises std::invalid_argument where there is none.
-  Table& tableNamed(std::u16string_view name);
+  StoreTable& tableNamed(std::u16string_view name);
   StoreBuilder& query(StoredQuery query);
 
   /// The bytes of the file. Raises std::invalid_argument for tables whose rows break their own
@@ -49,7 +49,7 @@ class StoreBuilder {
   std::uint32_t encodingKey_ = 0;
   bool referenceMaps_ = false;
   std::size_t freePages_ = 0;
-  std::deque<Table> tables_;
+  std::deque<StoreTable> tables_;
   std::vector<StoredQuery> queries_;
 };
 

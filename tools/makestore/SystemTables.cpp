@@ -122,8 +122,8 @@ runtime::Binary bigEndian(std::uint32_t number) {
 
 }  // namespace
 
-Table objectList(jet::Version version, const std::vector<ListedObject>& objects, double date) {
-  Table table(u"MSysObjects");
+StoreTable objectList(jet::Version version, const std::vector<ListedObject>& objects, double date) {
+  StoreTable table(u"MSysObjects");
   table.column(systemColumn(text(jet::ObjectColumn::kId), ColumnType::Long))
       .column(systemColumn(text(jet::ObjectColumn::kParent), ColumnType::Long))
       .column(systemText(text(jet::ObjectColumn::kName)))
@@ -187,8 +187,8 @@ Table objectList(jet::Version version, const std::vector<ListedObject>& objects,
   return table;
 }
 
-Table permissions(jet::Version version, const std::vector<ListedObject>& objects) {
-  Table table(u"MSysACEs");
+StoreTable permissions(jet::Version version, const std::vector<ListedObject>& objects) {
+  StoreTable table(u"MSysACEs");
   table.column(systemColumn(u"ObjectId", ColumnType::Long))
       .column(systemBinary(version, u"SID", kIdentityColumn))
       .column(systemColumn(u"ACM", ColumnType::Long))
@@ -202,9 +202,9 @@ Table permissions(jet::Version version, const std::vector<ListedObject>& objects
   return table;
 }
 
-Table savedQueries(jet::Version version, const std::vector<StoredQuery>& queries,
+StoreTable savedQueries(jet::Version version, const std::vector<StoredQuery>& queries,
                         const std::vector<jet::ObjectId>& ids) {
-  Table table(u"MSysQueries");
+  StoreTable table(u"MSysQueries");
   table.column(systemColumn(text(jet::QueryColumn::kObject), ColumnType::Long))
       .column(systemColumn(text(jet::QueryColumn::kAttribute), ColumnType::Byte))
       .column(systemBinary(version, text(jet::QueryColumn::kOrder)))
@@ -237,8 +237,8 @@ Table savedQueries(jet::Version version, const std::vector<StoredQuery>& queries
   return table;
 }
 
-Table relationships() {
-  Table table(u"MSysRelationships");
+StoreTable relationships() {
+  StoreTable table(u"MSysRelationships");
   table.column(systemText(u"szRelationship"))
       .column(systemColumn(u"grbit", ColumnType::Long))
       .column(systemColumn(u"ccolumn", ColumnType::Long))

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "makestore/StoreTable.h"
 #include "makestore/StoredQuery.h"
-#include "makestore/Table.h"
 #include "platform/jet/format/ObjectRow.h"
 
 namespace makestore {
@@ -22,11 +22,11 @@ struct ListedObject {
 // The engine's own tables with their rows.
 
 /// MSysObjects; `date` is the creation date of all objects.
-Table objectList(jet::Version version, const std::vector<ListedObject>& objects, double date);
-Table permissions(jet::Version version, const std::vector<ListedObject>& objects);
+StoreTable objectList(jet::Version version, const std::vector<ListedObject>& objects, double date);
+StoreTable permissions(jet::Version version, const std::vector<ListedObject>& objects);
 /// `ids` are the queries' object numbers.
-Table savedQueries(jet::Version version, const std::vector<StoredQuery>& queries,
-                   const std::vector<jet::ObjectId>& ids);
-Table relationships();
+StoreTable savedQueries(jet::Version version, const std::vector<StoredQuery>& queries,
+                        const std::vector<jet::ObjectId>& ids);
+StoreTable relationships();
 
 }  // namespace makestore

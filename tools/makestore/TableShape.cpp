@@ -59,7 +59,7 @@ jet::ColumnDefinition definitionOf(jet::Version version, const Column& column, T
 /// Assigns offsets in the fixed area to the fixed columns, one after the other, and slots to the
 /// variable ones. Memo and OLE columns have the last slots, but not in the engine's own tables,
 /// which keep the columns' order. A fixed column's slot is the number of variable ones before it.
-void assignOffsets(const Table& table, TableKind kind, jet::TableDefinition& definition) {
+void assignOffsets(const StoreTable& table, TableKind kind, jet::TableDefinition& definition) {
   const auto comesLast = [kind](jet::ColumnType type) {
     return kind == TableKind::User && jet::isLongValue(type);
   };
@@ -92,7 +92,7 @@ std::uint8_t flagsOf(jet::Version version, const Index& index) {
   return static_cast<std::uint8_t>(flags);
 }
 
-void addIndexes(PageSpace& space, const Table& table, TableKind kind,
+void addIndexes(PageSpace& space, const StoreTable& table, TableKind kind,
                 jet::TableDefinition& definition) {
   for (const Index& index : table.indexes()) {
     jet::IndexDefinition kept;
@@ -113,7 +113,7 @@ void addIndexes(PageSpace& space, const Table& table, TableKind kind,
 
 }  // namespace
 
-jet::TableDefinition shapeOf(PageSpace& space, const Table& table, TableKind kind) {
+jet::TableDefinition shapeOf(PageSpace& space, const StoreTable& table, TableKind kind) {
   jet::TableDefinition definition;
   definition.version = space.version();
   definition.kind = kind == TableKind::System ? jet::TableDefinition::kSystemTable

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "makestore/PageSpace.h"
-#include "makestore/Table.h"
+#include "makestore/StoreTable.h"
 #include "makestore/TableWriter.h"
 #include "platform/jet/format/TableDefinition.h"
 
@@ -9,6 +9,6 @@ namespace makestore {
 
 /// The definition of a table that has no rows yet: columns with their offsets and slots, indexes
 /// without a root, and empty usage maps.
-jet::TableDefinition shapeOf(PageSpace& space, const Table& table, TableKind kind);
+jet::TableDefinition shapeOf(PageSpace& space, const StoreTable& table, TableKind kind);
 
 }  // namespace makestore

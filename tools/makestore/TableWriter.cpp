@@ -16,7 +16,7 @@
 namespace makestore {
 namespace {
 
-[[noreturn]] void refuse(const Table& table, const Index& index, const char* what) {
+[[noreturn]] void refuse(const StoreTable& table, const Index& index, const char* what) {
   throw std::invalid_argument("index " + runtime::toUtf8(index.name) + " of " +
                               runtime::toUtf8(table.name()) + ": " + what);
 }
@@ -33,7 +33,7 @@ runtime::Variant keyValue(const jet::ColumnDefinition& column, const runtime::Va
 }
 
 /// The entries of all rows, in the index's order.
-std::vector<Entry> entriesOf(jet::Version version, const Table& table, const Index& index,
+std::vector<Entry> entriesOf(jet::Version version, const StoreTable& table, const Index& index,
                              const jet::TableDefinition& definition,
                              const jet::IndexDefinition& kept,
                              const std::vector<jet::RowId>& rowIds) {
@@ -61,7 +61,7 @@ std::vector<Entry> entriesOf(jet::Version version, const Table& table, const Ind
   return entries;
 }
 
-void writeIndex(PageSpace& space, jet::PageNumber definitionPage, const Table& table,
+void writeIndex(PageSpace& space, jet::PageNumber definitionPage, const StoreTable& table,
                 const Index& index, const jet::TableDefinition& definition,
                 jet::IndexDefinition& kept, const std::vector<jet::RowId>& rowIds) {
   std::vector<jet::IndexEntry> ordered;
@@ -77,11 +77,11 @@ void writeIndex(PageSpace& space, jet::PageNumber definitionPage, const Table& t
   space.writeMap(kept.map, tree.pages);
 }
 
-std::uint32_t lastAutonumber(const Table& table) {
+std::uint32_t lastAutonumber(const StoreTable& table) {
   std::int32_t last = 0;
   for (std::size_t i = 0; i < table.columns().size(); ++i) {
     if (!table.columns()[i].autonumber) continue;
-    for (const Table::Row& row : table.rows())
+    for (const StoreTable::Row& row : table.rows())
       if (const auto* number = std::get_if<std::int32_t>(&row.values[i].get()))
         last = std::max(last, *number);
   }
@@ -100,12 +100,14 @@ void writeDefinition(PageSpace& space, jet::PageNumber definitionPage,
 
 }  // namespace
 
-void writeTable(PageSpace& space, Table& table, jet::PageNumber definitionPage, TableKind kind) {
+void writeTable(PageSpace& space, StoreTable& table, jet::PageNumber definitionPage,
+                TableKind kind) {
   jet::TableDefinition definition = shapeOf(space, table, kind);
   RowWriter rows(space, table, definitionPage, definition);
   rows.writeAll();
   definition.rowCount = static_cast<std::uint32_t>(std::ranges::count_if(
-      table.rows(), [](const Table::Row& row) { return row.placement != Placement::Deleted; }));
+      table.rows(),
+      [](const StoreTable::Row& row) { return row.placement != Placement::Deleted; }));
   definition.lastAutonumber = lastAutonumber(table);
   for (std::size_t i = 0; i < table.indexes().size(); ++i)
     writeIndex(space, definitionPage, table, table.indexes()[i], definition, definition.indexes[i],

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "makestore/PageSpace.h"
-#include "makestore/Table.h"
+#include "makestore/StoreTable.h"
 
 namespace makestore {
 
@@ -14,6 +14,7 @@ enum class TableKind { User, System };
 /// std::invalid_argument for rows that break the table's own rules: a value of another type or
 /// longer than its column, a duplicate in a unique index, a null in a required one, an indexed text
 /// without a known key.
-void writeTable(PageSpace& space, Table& table, jet::PageNumber definitionPage, TableKind kind);
+void writeTable(PageSpace& space, StoreTable& table, jet::PageNumber definitionPage,
+                TableKind kind);
 
 }  // namespace makestore

@@ -40,7 +40,7 @@ std::string namedStep(const jetsql::WrittenStatement& statement, const std::stri
 }  // namespace
 
 StatementPlan planOf(jet::Database& database, std::u16string_view statement) {
-  const jet::Reading reading(database);  // holds the shared lock until the plan is made
+  const jet::Database::Reading reading(database);  // holds the shared lock until the plan is made
   jetsql::StoreCatalog catalog(database);
   jetsql::WrittenStatement written =
       jetsql::writeStatement(jetsql::QueryBinder(catalog).bind(jetsql::parseStatement(statement)));

@@ -85,18 +85,6 @@ void Recordset::Rows::updateSource(int sourceRow, jet::RowId id) {
   result.replace(row, sourceRow, written);
 }
 
-runtime::Variant Field::value() const {
-  const Recordset::Rows& rows = owner_->current();
-  const auto staged = rows.staged.find(column_);
-  return staged != rows.staged.end() ? staged->second : rows.value(column_);
-}
-
-void Field::value(runtime::Variant staged) {
-  Recordset::Rows& rows = owner_->current();
-  if (!rows.rowOf(column_)) throw error::notUpdatable();
-  rows.staged[column_] = std::move(staged);
-}
-
 Recordset::Recordset() = default;
 Recordset::~Recordset() = default;
 
@@ -109,6 +97,18 @@ Recordset::Rows& Recordset::current() const {
   Rows& rows = open();
   if (rows.atEnd()) throw error::noCurrentRecord();
   return rows;
+}
+
+runtime::Variant Recordset::value(int column) const {
+  const Rows& rows = current();
+  const auto staged = rows.staged.find(column);
+  return staged != rows.staged.end() ? staged->second : rows.value(column);
+}
+
+void Recordset::stage(int column, runtime::Variant value) {
+  Rows& rows = current();
+  if (!rows.rowOf(column)) throw error::notUpdatable();
+  rows.staged[column] = std::move(value);
 }
 
 void Recordset::Open(std::u16string_view source, Connection& connection, int /*cursorType*/,

@@ -2,31 +2,14 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "platform/adodb/Connection.h"
+#include "platform/adodb/Field.h"
 #include "platform/runtime/Variant.h"
 
 namespace ADODB {
-
-class Recordset;
-
-/// One column of the current row.
-class Field {
- public:
-  /// The column's value in the current row; null for a null. Raises `noCurrentRecord`.
-  runtime::Variant value() const;
-  /// Stages a new value for the current row. Raises `noCurrentRecord`, and `notUpdatable` where the
-  /// column can't be updated.
-  void value(runtime::Variant staged);
-
- private:
-  friend class Recordset;
-  Field(Recordset& owner, int column) : owner_(&owner), column_(column) {}
-
-  Recordset* owner_;
-  int column_;
-};
 
 /// The rows of one SELECT, held on the client. Errors named here are those of `ObjectError.h`.
 class Recordset {
@@ -70,6 +53,8 @@ class Recordset {
   Rows& open() const;
   /// The same, with a current row; raises `noCurrentRecord` without one.
   Rows& current() const;
+  runtime::Variant value(int column) const;
+  void stage(int column, runtime::Variant value);
 
   std::unique_ptr<Rows> rows_;
 };

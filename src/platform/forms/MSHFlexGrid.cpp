@@ -1,7 +1,6 @@
 #include "platform/forms/MSHFlexGrid.h"
 
-#include <QWidget>
-
+#include "platform/forms/qt/Surface.h"
 #include "platform/runtime/RunTimeError.h"
 
 namespace MSHierarchicalFlexGridLib {
@@ -17,7 +16,7 @@ std::size_t checked(int index, int count) {
 
 MSHFlexGrid::MSHFlexGrid(forms::Container& container, const forms::Design& design, int rows,
                          int columns)
-    : Control(container, design, 0, new QWidget(container.client())),
+    : Control(container, design, 0, new forms::qt::Surface(container.client(), design.backColour)),
       rows_(rows),
       columns_(columns),
       cells_(static_cast<std::size_t>(rows),

@@ -75,6 +75,9 @@ class MyButton : public forms::Control {
   std::int16_t oledropmode() const { return oledropmode_; }
   /// 1 lets the user drop dragged text on the button, which raises `OLEDragDrop`.
   void oledropmode(std::int16_t mode);
+
+  // Stored properties, which do not change while the program runs. Extents are the width and height
+  // in hundredths of a millimetre.
   bool showfocus() const { return showfocus_; }
   forms::Colour transparentcolor() const { return transparentcolor_; }
   std::int32_t depthevent() const { return 1; }

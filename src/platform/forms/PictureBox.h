@@ -4,7 +4,8 @@
 
 namespace forms {
 
-/// A picture box: a plain area of its back colour that holds other controls.
+/// A picture box, or a frame without border and caption: a plain area of its back colour that holds
+/// other controls.
 class PictureBox : public Control, public Container {
  public:
   PictureBox(Container& container, const Design& design);

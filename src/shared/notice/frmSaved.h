@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/forms/Form.h"
-#include "platform/forms/Frame.h"
 #include "platform/forms/Image.h"
 #include "platform/forms/Label.h"
+#include "platform/forms/PictureBox.h"
 #include "platform/forms/Timer.h"
 
 /// The notice after a layout was saved. It shows for 750 ms, ignores input and unloads itself; each
@@ -15,7 +15,7 @@ class frmSaved : public forms::Form {
  private:
   void Timer_Timer();
 
-  forms::Frame Frame1;
+  forms::PictureBox Frame1;
   forms::Image Image1;
   forms::Label lblSaved;
   forms::Timer Timer;

@@ -27,7 +27,7 @@ struct Items {
 
   void write(const fs::path& file) const {
     makestore::StoreBuilder store;
-    makestore::Table& table = store.password(std::u16string(kStorePassword)).table(u"Items");
+    makestore::StoreTable& table = store.password(std::u16string(kStorePassword)).table(u"Items");
     Column nameColumn = Column::text(u"name", 20);
     nameColumn.rule = name;
     table.column({.name = u"id"})

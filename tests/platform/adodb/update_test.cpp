@@ -150,7 +150,7 @@ TEST_F(Update, ARowThatAnotherSessionChangedIsRefused) {
 /// A store of items with these columns.
 fs::path writeItems(const fs::path& file, const std::vector<makestore::Column>& columns) {
   makestore::StoreBuilder store;
-  makestore::Table& table = store.password(std::u16string(kStorePassword)).table(u"Items");
+  makestore::StoreTable& table = store.password(std::u16string(kStorePassword)).table(u"Items");
   std::vector<runtime::Variant> row{std::int32_t{1}, u"tea"};
   for (const makestore::Column& column : columns) table.column(column);
   table.row(std::move(row));

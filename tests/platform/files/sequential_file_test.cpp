@@ -4,8 +4,11 @@
 
 #include <vector>
 
+#include "platform/files/FileSystemObject.h"
+#include "platform/files/InputFile.h"
+#include "platform/files/Kill.h"
+#include "platform/files/OutputFile.h"
 #include "platform/files/ProgramFolder.h"
-#include "platform/files/SequentialFile.h"
 #include "platform/runtime/RunTimeError.h"
 #include "support/FileFaults.h"
 #include "support/ProgramFolder.h"

@@ -9,7 +9,6 @@
 #include <QWidget>
 #include <QWindow>
 
-#include "platform/forms/Frame.h"
 #include "platform/forms/Label.h"
 #include "platform/forms/MyCommandButton.h"
 #include "platform/forms/PictureBox.h"
@@ -149,7 +148,7 @@ TEST_F(Screens, AreasAndWindowsWithoutATitleBarAreNamedAfterTheirContent) {
   EXPECT_EQ(name(user->window()), "Main");
 
   Bare notice({.name = "Saved", .width = 3000, .height = 1500, .border = forms::BorderStyle::None});
-  forms::Frame frame(notice, pane());
+  forms::PictureBox frame(notice, pane());
   forms::Design design;
   design.name = "label";
   design.caption = u"All done";

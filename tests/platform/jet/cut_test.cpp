@@ -267,7 +267,7 @@ TEST(CutUpdate, LosesNothingWhereTheOldTextHasNoKnownKey) {
   const Scratch scratch;
   const fs::path file = scratch.folder() / "unknown.mdb";
   makestore::StoreBuilder store;
-  makestore::Table& table = store.table(u"Table");
+  makestore::StoreTable& table = store.table(u"Table");
   table.column({.name = u"id"}).column(makestore::Column::text(u"Unicode", 50));
   table.index(makestore::Index::primaryKey(u"id")).index(makestore::Index::plain(u"Unicode"));
   for (std::int32_t id = 1; id <= 7; ++id)
@@ -298,7 +298,7 @@ runtime::Variant noText(std::size_t) {
 /// null.
 void addTexts(makestore::StoreBuilder& store, std::u16string_view name, std::size_t rows,
               const std::function<runtime::Variant(std::size_t)>& upward = noText) {
-  makestore::Table& table = store.table(name);
+  makestore::StoreTable& table = store.table(name);
   table.column({.name = u"id"})
       .column(makestore::Column::text(u"upward", 255))
       .column(makestore::Column::text(u"downward", 255))
@@ -373,7 +373,7 @@ TEST_P(CutMadeFile, LosesNothingWhereUsageMapsGrow) {
   const fs::path file = scratch.folder() / "maps.mdb";
   makestore::StoreBuilder store = GetParam().store();
   addTexts(store, u"Early", 30);
-  makestore::Table& bulk = store.table(u"Bulk");
+  makestore::StoreTable& bulk = store.table(u"Bulk");
   const std::size_t length = layout.longestRow / 8;  // seven of these values fill a page
   for (const char16_t* name : {u"a", u"b", u"c", u"d", u"e", u"f", u"g"})
     bulk.column({.name = name, .type = jet::ColumnType::Binary, .length = length});

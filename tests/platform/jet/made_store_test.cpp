@@ -34,7 +34,7 @@ Index index(std::u16string name, std::vector<makestore::KeyPart> parts) {
 
 /// A table with an index of each kind.
 void addManyIndexes(makestore::StoreBuilder& store) {
-  makestore::Table& table = store.table(u"Many");
+  makestore::StoreTable& table = store.table(u"Many");
   table.column({.name = u"id"})
       .column(makestore::Column::text(u"name", 255))
       .column(makestore::Column::text(u"note", 80))

@@ -113,7 +113,7 @@ class Store {
  private:
   static std::vector<std::uint8_t> sound() {
     makestore::StoreBuilder store;
-    makestore::Table& items = store.table(u"Items");
+    makestore::StoreTable& items = store.table(u"Items");
     items.column({.name = u"id"})
         .column(makestore::Column::text(u"name", 60))
         .column({.name = u"note", .type = jet::ColumnType::Memo, .compressed = false})

@@ -124,7 +124,7 @@ namespace {
 
 makestore::StoreBuilder littleStore() {
   makestore::StoreBuilder store;
-  makestore::Table& items = store.table(u"Items");
+  makestore::StoreTable& items = store.table(u"Items");
   items.column({.name = u"id"})
       .column(Column::text(u"name", 50))
       .column({.name = u"price", .type = ColumnType::Currency})
@@ -150,24 +150,24 @@ makestore::StoreBuilder littleStore() {
   item(8, u"co-op milk", money(1.1), 7, u"D2", false, Date{38077}, 3);
   item(4, u"coop milk", money(1.2), 7, Null{}, false, Null{}, 0.1);
 
-  makestore::Table& depts = store.table(u"Depts");
+  makestore::StoreTable& depts = store.table(u"Depts");
   depts.column(Column::text(u"id", 10))
       .column(Column::text(u"title", 30))
       .index(Index::primaryKey(u"id"));
   depts.row({u"D2", u"Dairy"}).row({u"D1", u"Drinks"}).row({u"D3", Null{}});
 
-  makestore::Table& codes = store.table(u"Codes");
+  makestore::StoreTable& codes = store.table(u"Codes");
   codes.column({.name = u"item"}).column(Column::text(u"code", 20)).column({.name = u"id"});
   codes.row({n(5), u"111", n(50)}).row({n(5), u"222", n(51)}).row({n(2), u"333", n(52)});
   codes.row({n(77), u"444", n(53)});
 
-  makestore::Table& amounts = store.table(u"Amounts");
+  makestore::StoreTable& amounts = store.table(u"Amounts");
   amounts.column({.name = u"amount", .type = ColumnType::Currency});
   for (const long long each : {9223372036854775807LL, 25000LL, 9223372036854775806LL, -25000LL}) {
     amounts.row({Currency{each}}).row({Currency{each}});
   }
 
-  makestore::Table& decimals = store.table(u"Decimals");
+  makestore::StoreTable& decimals = store.table(u"Decimals");
   decimals.column({.name = u"n", .type = ColumnType::Numeric, .precision = 28, .scale = 4})
       .column({.name = u"m", .type = ColumnType::Numeric, .precision = 28, .scale = 1})
       .row({Decimal{u"123456789012345678901234.5678"}, Decimal{u"1.5"}})

@@ -77,8 +77,8 @@ std::vector<runtime::Variant> Database::update(const RowChange& change, const Ru
   return update.readAgain();
 }
 
-Reading::~Reading() {
-  database_.session_->release();
+void Database::release() noexcept {
+  session_->release();
 }
 
 }  // namespace jet

@@ -27,6 +27,20 @@ struct Password {
 /// and page), and where another program holds its lock too long.
 class Database {
  public:
+  /// A read during which no other program writes, from its first page to its end. The lock is
+  /// released at the end, also after a failure, so that a session that stays open, for example
+  /// while a message waits for the user, doesn't block the updates of other programs.
+  class Reading {
+   public:
+    explicit Reading(Database& database) : database_(database) {}
+    ~Reading() { database_.release(); }
+    Reading(const Reading&) = delete;
+    Reading& operator=(const Reading&) = delete;
+
+   private:
+    Database& database_;
+  };
+
   /// Opens the file. `shownPath` is the path as the user knows it, for error texts. Raises the
   /// engine's errors for a missing file or folder, a file that is no database, one that another
   /// program holds exclusively or that can't be read, and a wrong password.
@@ -63,24 +77,12 @@ class Database {
   std::vector<runtime::Variant> update(const RowChange& change, const RuleTest& holds);
 
  private:
-  friend class Reading;
   struct Session;
   class Updating;
+
+  void release() noexcept;
+
   std::unique_ptr<Session> session_;
-};
-
-/// A read during which no other program writes, from its first page to its end. The lock is
-/// released at the end, also after a failure, so that a session that stays open, for example while
-/// a message waits for the user, doesn't block the updates of other programs.
-class Reading {
- public:
-  explicit Reading(Database& database) : database_(database) {}
-  ~Reading();
-  Reading(const Reading&) = delete;
-  Reading& operator=(const Reading&) = delete;
-
- private:
-  Database& database_;
 };
 
 }  // namespace jet

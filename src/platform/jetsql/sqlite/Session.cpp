@@ -112,7 +112,7 @@ Session::Session(const std::filesystem::path& file, std::u16string_view shownPat
 Session::~Session() = default;
 
 Result Session::run(std::u16string_view statement) {
-  const jet::Reading untilDone(*database_);
+  const jet::Database::Reading untilDone(*database_);
   return execute(parseStatement(statement));
 }
 

@@ -1,4 +1,4 @@
-#include "makestore/Table.h"
+#include "makestore/StoreTable.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -50,24 +50,24 @@ Index Index::plain(std::u16string column) {
   return {.name = column, .columns = {{column}}};
 }
 
-Table::Table(std::u16string_view name) : name_(name) {}
+StoreTable::StoreTable(std::u16string_view name) : name_(name) {}
 
-Table& Table::column(Column column) {
+StoreTable& StoreTable::column(Column column) {
   columns_.push_back(std::move(column));
   return *this;
 }
 
-Table& Table::index(Index index) {
+StoreTable& StoreTable::index(Index index) {
   indexes_.push_back(std::move(index));
   return *this;
 }
 
-Table& Table::rule(Rule rule) {
+StoreTable& StoreTable::rule(Rule rule) {
   rule_ = std::move(rule);
   return *this;
 }
 
-Table& Table::row(std::vector<runtime::Variant> values, Placement placement) {
+StoreTable& StoreTable::row(std::vector<runtime::Variant> values, Placement placement) {
   if (values.size() > columns_.size())
     throw std::invalid_argument("a row has more values than its table has columns");
   values.resize(columns_.size());
@@ -75,19 +75,19 @@ Table& Table::row(std::vector<runtime::Variant> values, Placement placement) {
   return *this;
 }
 
-Table& Table::fillPagesThrough(std::u16string column) {
+StoreTable& StoreTable::fillPagesThrough(std::u16string column) {
   fillColumn_ = std::move(column);
   return *this;
 }
 
-std::size_t Table::columnIndex(std::u16string_view name) const {
+std::size_t StoreTable::columnIndex(std::u16string_view name) const {
   const auto found = std::ranges::find(columns_, name, &Column::name);
   if (found == columns_.end())
     throw std::invalid_argument(runtime::toUtf8(name_) + " has no column " + runtime::toUtf8(name));
   return static_cast<std::size_t>(found - columns_.begin());
 }
 
-jet::Bytes Table::properties(jet::Version version) const {
+jet::Bytes StoreTable::properties(jet::Version version) const {
   std::vector<jet::PropertyBlock> blocks;
   jet::PropertyBlock own{.type = jet::PropertyBlock::kObject, .name = {}, .properties = {}};
   addRule(version, rule_, own);

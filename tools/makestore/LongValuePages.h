@@ -11,9 +11,9 @@ namespace makestore {
 
 /// Writes the values of one memo or OLE column: short ones stay in their rows, the others go to
 /// pages of the column, each with one or more of them.
-class LongValueWriter {
+class LongValuePages {
  public:
-  LongValueWriter(PageSpace& space, const jet::LongValueMaps& maps) : space_(space), maps_(maps) {}
+  LongValuePages(PageSpace& space, const jet::LongValueMaps& maps) : space_(space), maps_(maps) {}
 
   jet::ColumnNumber column() const { return maps_.column; }
   /// Writes a value and returns the part of it that is stored in the row.

@@ -71,27 +71,27 @@ enum class Placement {
 
 /// A new table: columns and indexes first, then the rows, which the file has in the order of
 /// adding.
-class Table {
+class StoreTable {
  public:
   struct Row {
     std::vector<runtime::Variant> values;
     Placement placement = Placement::Plain;
   };
 
-  explicit Table(std::u16string_view name);
+  explicit StoreTable(std::u16string_view name);
 
-  Table& column(Column column);
-  Table& index(Index index);
+  StoreTable& column(Column column);
+  StoreTable& index(Index index);
   /// Sets the validation rule of the rows.
-  Table& rule(Rule rule);
+  StoreTable& rule(Rule rule);
   /// Adds a row. Each value is null or of exactly its column's type (Byte: std::uint8_t, Integer:
   /// std::int16_t, Long: std::int32_t and so on); missing values are null.
   /// Raises std::invalid_argument for too many values.
-  Table& row(std::vector<runtime::Variant> values, Placement placement = Placement::Plain);
+  StoreTable& row(std::vector<runtime::Variant> values, Placement placement = Placement::Plain);
 
   /// Fills every data page but the last to its last byte, by lengthening the texts of its rows in
   /// this compressed text column.
-  Table& fillPagesThrough(std::u16string column);
+  StoreTable& fillPagesThrough(std::u16string column);
 
   const std::u16string& name() const { return name_; }
   const std::vector<Column>& columns() const { return columns_; }

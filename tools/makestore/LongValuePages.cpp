@@ -1,4 +1,4 @@
-#include "makestore/LongValueWriter.h"
+#include "makestore/LongValuePages.h"
 
 #include "platform/jet/format/DataPage.h"
 #include "platform/jet/format/Layout.h"
@@ -6,7 +6,7 @@
 
 namespace makestore {
 
-jet::RowPointer LongValueWriter::addPiece(jet::ByteView piece) {
+jet::RowPointer LongValuePages::addPiece(jet::ByteView piece) {
   if (!pages_.empty()) {
     jet::DataPageEditor editor(space_.layout(), space_.page(pages_.back()), {});
     if (const auto slot = editor.add(piece, jet::SlotMark::Row)) return {pages_.back(), *slot};
@@ -17,7 +17,7 @@ jet::RowPointer LongValueWriter::addPiece(jet::ByteView piece) {
   return {pages_.back(), editor.add(piece, jet::SlotMark::Row).value()};
 }
 
-jet::Bytes LongValueWriter::write(jet::ByteView value) {
+jet::Bytes LongValuePages::write(jet::ByteView value) {
   jet::LongValueHead head;
   head.length = static_cast<std::uint32_t>(value.size());
   if (value.size() <= space_.layout().longestInline) {
@@ -43,7 +43,7 @@ jet::Bytes LongValueWriter::write(jet::ByteView value) {
   return head.encode();
 }
 
-void LongValueWriter::finish() {
+void LongValuePages::finish() {
   space_.writeMap(maps_.owned, pages_);
   space_.writeMap(maps_.free, space_.withRoom(pages_));
 }

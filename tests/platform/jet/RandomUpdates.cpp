@@ -19,7 +19,7 @@ std::vector<std::string> valuesOf(const jet::Row& row, const jet::Table& table) 
   return values;
 }
 
-bool isChangeable(const jet::Column& column) {
+bool isChangeable(const jet::ColumnDefinition& column) {
   return column.type != jet::ColumnType::Block && column.type != jet::ColumnType::Numeric &&
          !column.autonumber;
 }
@@ -63,7 +63,7 @@ std::u16string RandomUpdates::randomText(std::size_t most) {
   return text;
 }
 
-Variant RandomUpdates::randomValue(const jet::Column& column, jet::Version version) {
+Variant RandomUpdates::randomValue(const jet::ColumnDefinition& column, jet::Version version) {
   if (random(8) == 0 && column.type != jet::ColumnType::Boolean) return runtime::Null{};
   switch (column.type) {
     case jet::ColumnType::Boolean:
@@ -88,14 +88,14 @@ Variant RandomUpdates::randomValue(const jet::Column& column, jet::Version versi
       return guid;
     }
     case jet::ColumnType::Text:
-      return randomText(version == jet::Version::Jet3 ? column.size : column.size / 2);
+      return randomText(version == jet::Version::Jet3 ? column.length : column.length / 2);
     case jet::ColumnType::Memo:
       return randomText(255);
     case jet::ColumnType::Binary:
     case jet::ColumnType::Ole:
     case jet::ColumnType::Numeric:
     case jet::ColumnType::Block: {
-      const std::size_t most = column.type == jet::ColumnType::Ole ? 9000 : column.size;
+      const std::size_t most = column.type == jet::ColumnType::Ole ? 9000 : column.length;
       runtime::Binary bytes(static_cast<std::size_t>(random(static_cast<int>(most) + 1)));
       for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random(256));
       return bytes;
@@ -114,7 +114,7 @@ Change RandomUpdates::next(jet::Database& database) {
   std::map<jet::ColumnIndex, Variant> assigned;
   for (int tries = 1 + random(3); tries > 0; --tries) {
     const jet::ColumnIndex column(random(static_cast<int>(table.columns().size())));
-    const jet::Column& definition = table.column(column);
+    const jet::ColumnDefinition& definition = table.column(column);
     if (isChangeable(definition)) assigned[column] = randomValue(definition, database.version());
   }
   for (const auto& [column, value] : assigned) change.values.push_back({column, value});

@@ -49,7 +49,7 @@ class RandomUpdates {
     std::vector<jet::RowId> ids;
   };
 
-  runtime::Variant randomValue(const jet::Column& column, jet::Version version);
+  runtime::Variant randomValue(const jet::ColumnDefinition& column, jet::Version version);
   std::u16string randomText(std::size_t most);
   int random(int below);
 

@@ -284,7 +284,7 @@ std::vector<std::string> indexProblems(const jet::Table& table) {
       if (!index.seekable) continue;
       jet::IndexRange range;
       std::string key;
-      for (const jet::IndexColumn& part : index.columns) {
+      for (const jet::RowKey::Part& part : index.columns) {
         range.equal.push_back(scan->row().value(part.column));
         key += printed(range.equal.back()) + "\t";
       }

@@ -60,12 +60,12 @@ class KindSearch {
     const std::vector<jet::RowId> rows = rowIdsOf(file_, password_, table_);
     std::vector<jet::ColumnIndex> columns;
     std::vector<std::size_t> sizes;
-    const std::vector<jet::Column>& all = tableNamed(database_, table_).columns();
+    const std::vector<jet::ColumnDefinition>& all = tableNamed(database_, table_).columns();
     const std::size_t unit = database_.version() == jet::Version::Jet3 ? 1 : 2;
     for (std::size_t i = 0; i < all.size(); ++i) {
       if (all[i].type != jet::ColumnType::Text) continue;
       columns.emplace_back(i);
-      sizes.push_back(all[i].size / unit);
+      sizes.push_back(all[i].length / unit);
     }
     const std::set<std::string> left{"leaf unlinked", "bound lowered"};  // left for byEmptying
     for (; tries > 0 && !std::ranges::includes(left, missing_); --tries) {

@@ -47,7 +47,7 @@ TEST(Reading, AgreesWithAnIndependentReaderOnEveryTable) {
     std::vector<std::string>& theirs = dumps[name][file];
     ASSERT_FALSE(theirs.empty());
     std::string names;
-    for (const jet::Column& column : table.columns()) names += narrow(column.name) + "\t";
+    for (const jet::ColumnDefinition& column : table.columns()) names += narrow(column.name) + "\t";
     EXPECT_EQ(names, theirs.front() + "\t");
     theirs.erase(theirs.begin());
     std::vector<std::string> ours = dumpedLines(table);

@@ -20,7 +20,7 @@ RowParts partsOf(const TableSource& source, const Row& row) {
   parts.columnCount = source.definition.maxColumns;
   const ByteView area = row.content().fixedArea();
   parts.fixedArea.assign(area.begin(), area.end());
-  for (const ColumnDefinition& column : source.columns) {
+  for (const ColumnDefinition& column : source.definition.columns) {
     parts.columnCount = std::max(parts.columnCount, column.number.value() + std::size_t{1});
     if (column.fixed && column.type != ColumnType::Boolean)
       parts.fixedArea.resize(
@@ -35,8 +35,8 @@ RowParts partsOf(const TableSource& source, const Row& row) {
       std::max(parts.columnCount, parts.variable.size()) > kMostJet3Columns)
     raiseUnsupported(location, u"the table has too many columns");
   parts.hasValue.resize(parts.columnCount);
-  for (std::size_t i = 0; i < source.columns.size(); ++i) {
-    const ColumnDefinition& column = source.columns[i];
+  for (std::size_t i = 0; i < source.definition.columns.size(); ++i) {
+    const ColumnDefinition& column = source.definition.columns[i];
     parts.hasValue[column.number.value()] = row.content().hasValue(column.number);
     if (column.fixed || column.type == ColumnType::Boolean) continue;
     const std::optional<ByteView> stored = row.stored(ColumnIndex(i));

@@ -9,15 +9,16 @@ namespace jet {
 
 RowKey::RowKey(const TableSource& source, IndexNumber index) : source_(source), index_(index) {
   for (const KeyColumn& column : keyColumns()) {
-    const auto at = std::ranges::find(source.columns, column.number, &ColumnDefinition::number);
-    if (at == source.columns.end()) {
+    const auto at =
+        std::ranges::find(source.definition.columns, column.number, &ColumnDefinition::number);
+    if (at == source.definition.columns.end()) {
       supported_ = false;
       break;
     }
     const KeySupport support = keySupport(source.version(), *at, column.ascending);
     supported_ = supported_ && support != KeySupport::None;
     ordered_ = ordered_ && support == KeySupport::Ordered;
-    parts_.push_back({ColumnIndex(at - source.columns.begin()), column.ascending});
+    parts_.push_back({ColumnIndex(at - source.definition.columns.begin()), column.ascending});
   }
   supported_ = supported_ && !parts_.empty();
   ordered_ = ordered_ && supported_;

@@ -15,6 +15,7 @@ class RowKey {
  public:
   RowKey(const TableSource& source, IndexNumber index);
 
+  /// One column of the key.
   struct Part {
     ColumnIndex column;
     bool ascending = true;

@@ -54,10 +54,10 @@ std::vector<ColumnValue> RowUpdate::columnsNow(std::span<const FieldValue> field
   values.reserve(fields.size());
   for (const FieldValue& field : fields) {
     const auto found =
-        std::ranges::find(source_.columns, field.column.number, &ColumnDefinition::number);
-    if (found == source_.columns.end() || identityOf(*found) != field.column)
+        std::ranges::find(source_.definition.columns, field.column.number, &ColumnDefinition::number);
+    if (found == source_.definition.columns.end() || identityOf(*found) != field.column)
       throw error::rowChanged();
-    values.push_back({ColumnIndex(found - source_.columns.begin()), field.value});
+    values.push_back({ColumnIndex(found - source_.definition.columns.begin()), field.value});
   }
   return values;
 }

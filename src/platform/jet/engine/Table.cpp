@@ -14,8 +14,7 @@ Index describe(const TableSource& source, IndexNumber number) {
   const IndexDefinition& definition = source.index(number);
   const RowKey key(source, number);
   Index index;
-  for (const RowKey::Part& part : key.parts())
-    index.columns.push_back({part.column, part.ascending});
+  index.columns = key.parts();
   index.unique = definition.unique();
   index.ignoreNulls = definition.ignoresNulls();
   index.seekable = key.isOrdered();
@@ -30,44 +29,16 @@ Index describe(const TableSource& source, IndexNumber number) {
 }  // namespace
 
 Table::Table(Pager& pager, std::u16string name, PageNumber definitionPage)
-    : source_(std::make_unique<TableSource>(pager, std::move(name), definitionPage)) {
-  for (const ColumnDefinition& column : source_->columns)
-    columns_.push_back({.name = column.name,
-                        .type = column.type,
-                        .size = column.length,
-                        .autonumber = column.autonumber,
-                        .scale = column.scale});
-  for (std::size_t i = 0; i < source_->definition.indexes.size(); ++i)
-    indexes_.push_back(describe(*source_, IndexNumber(i)));
-}
-
-Table::~Table() = default;
-
-const std::u16string& Table::name() const {
-  return source_->name;
-}
-
-PageNumber Table::definitionPage() const {
-  return source_->definitionPage;
-}
-
-TableIdentity Table::identity() const {
-  return {name(), definitionPage()};
-}
-
-ColumnIdentity Table::identity(ColumnIndex column) const {
-  return identityOf(source_->column(column));
-}
-
-std::uint32_t Table::rowCount() const {
-  return source_->definition.rowCount;
+    : source_(pager, std::move(name), definitionPage) {
+  for (std::size_t i = 0; i < source_.definition.indexes.size(); ++i)
+    indexes_.push_back(describe(source_, IndexNumber(i)));
 }
 
 std::optional<ColumnIndex> Table::columnNamed(std::u16string_view name) const {
   const auto found = std::ranges::find_if(
-      columns_, [&](const Column& column) { return sameName(column.name, name); });
-  if (found == columns_.end()) return std::nullopt;
-  return ColumnIndex(found - columns_.begin());
+      columns(), [&](const ColumnDefinition& column) { return sameName(column.name, name); });
+  if (found == columns().end()) return std::nullopt;
+  return ColumnIndex(found - columns().begin());
 }
 
 std::optional<IndexNumber> Table::indexOn(
@@ -84,15 +55,15 @@ std::optional<IndexNumber> Table::indexOn(
 }
 
 std::unique_ptr<Cursor> Table::scan() const {
-  return std::make_unique<TableScan>(*source_);
+  return std::make_unique<TableScan>(source_);
 }
 
 std::unique_ptr<Cursor> Table::walk(IndexNumber index, const IndexRange& range) const {
-  return std::make_unique<IndexCursor>(*source_, index, range);
+  return std::make_unique<IndexCursor>(source_, index, range);
 }
 
 RowReader Table::reader() const {
-  return RowReader(*source_);
+  return RowReader(source_);
 }
 
 }  // namespace jet

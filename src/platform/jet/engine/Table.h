@@ -9,38 +9,18 @@
 
 #include "platform/jet/engine/Cursor.h"
 #include "platform/jet/engine/IndexRange.h"
-#include "platform/jet/engine/Row.h"
+#include "platform/jet/engine/RowKey.h"
 #include "platform/jet/engine/RowReader.h"
 #include "platform/jet/engine/TableIdentity.h"
-#include "platform/jet/format/ColumnType.h"
-#include "platform/jet/format/RowPointer.h"
+#include "platform/jet/engine/TableSource.h"
 #include "platform/runtime/Variant.h"
 
 namespace jet {
 
-class Pager;
-struct TableSource;
-
-/// A column, with what a reader of the table needs.
-struct Column {
-  std::u16string name;
-  ColumnType type = ColumnType::Long;
-  /// Bytes that a value may take; 0 for memo and OLE. A Jet 4 text takes two per character.
-  std::uint16_t size = 0;
-  bool autonumber = false;
-  std::uint8_t scale = 0;  ///< of a Numeric
-};
-
-/// One column of an index's key.
-struct IndexColumn {
-  ColumnIndex column;
-  bool ascending = true;
-};
-
 /// An index that is stored in the file.
 struct Index {
   std::u16string name;  ///< of the first logical index that uses it
-  std::vector<IndexColumn> columns;
+  std::vector<RowKey::Part> columns;
   bool primary = false;
   bool unique = false;
   bool ignoreNulls = false;  ///< rows whose key columns are all null are not in it
@@ -55,18 +35,17 @@ class Table {
  public:
   /// Reads the definition. Raises damage where the page holds none.
   Table(Pager& pager, std::u16string name, PageNumber definitionPage);
-  ~Table();
   Table(const Table&) = delete;
   Table& operator=(const Table&) = delete;
 
-  const std::u16string& name() const;
-  PageNumber definitionPage() const;
+  const std::u16string& name() const { return source_.name; }
+  PageNumber definitionPage() const { return source_.definitionPage; }
   /// The names by which an update finds the table, and a column by its index in `columns()`.
-  TableIdentity identity() const;
-  ColumnIdentity identity(ColumnIndex column) const;
+  TableIdentity identity() const { return {name(), definitionPage()}; }
+  ColumnIdentity identity(ColumnIndex index) const { return identityOf(column(index)); }
   /// The columns in the order of their numbers, without deleted ones.
-  const std::vector<Column>& columns() const { return columns_; }
-  const Column& column(ColumnIndex index) const { return columns_[index.value()]; }
+  const std::vector<ColumnDefinition>& columns() const { return source_.definition.columns; }
+  const ColumnDefinition& column(ColumnIndex index) const { return source_.column(index); }
   /// The index of the column of that name, ignoring letter case.
   std::optional<ColumnIndex> columnNamed(std::u16string_view name) const;
   /// The table's stored indexes by their numbers (relationships share them).
@@ -75,7 +54,7 @@ class Table {
   /// The first seekable index whose leading columns are these.
   std::optional<IndexNumber> indexOn(const std::vector<std::u16string_view>& columnNames) const;
   /// Number of rows as the file counts them; an estimate for system tables.
-  std::uint32_t rowCount() const;
+  std::uint32_t rowCount() const { return source_.definition.rowCount; }
 
   /// All rows in the order in which the file stores them.
   std::unique_ptr<Cursor> scan() const;
@@ -85,11 +64,10 @@ class Table {
   /// For reading single rows by their ids.
   RowReader reader() const;
 
-  const TableSource& source() const { return *source_; }
+  const TableSource& source() const { return source_; }
 
  private:
-  std::unique_ptr<TableSource> source_;
-  std::vector<Column> columns_;
+  TableSource source_;
   std::vector<Index> indexes_;
 };
 

@@ -19,8 +19,7 @@ TableSource::TableSource(Pager& pages, std::u16string tableName, PageNumber page
   std::vector<PageNumber> chain;
   const Bytes content = readDefinition(pager, location(page), chain);
   definition = TableDefinition::decode(pager.header().version, content, location(page));
-  columns = definition.columns;
-  std::ranges::stable_sort(columns, {}, &ColumnDefinition::number);
+  std::ranges::sort(definition.columns, {}, &ColumnDefinition::number);
 }
 
 ColumnIdentity identityOf(const ColumnDefinition& column) {

@@ -16,14 +16,14 @@ struct TableSource {
   Pager& pager;
   std::u16string name;
   PageNumber definitionPage;
-  TableDefinition definition;
-  /// The columns by their index in `Table::columns()`.
-  std::vector<ColumnDefinition> columns;
+  TableDefinition definition;  ///< its columns in the order of their numbers
 
   /// Reads the definition from its chain of pages.
   TableSource(Pager& pages, std::u16string tableName, PageNumber page);
 
-  const ColumnDefinition& column(ColumnIndex index) const { return columns[index.value()]; }
+  const ColumnDefinition& column(ColumnIndex index) const {
+    return definition.columns[index.value()];
+  }
   const IndexDefinition& index(IndexNumber number) const {
     return definition.indexes[number.value()];
   }

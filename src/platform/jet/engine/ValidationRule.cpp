@@ -31,11 +31,11 @@ std::u16string ValidationRule::subject() const {
 }
 
 std::optional<runtime::Variant> NewRow::value(std::u16string_view columnName) const {
-  const auto found = std::ranges::find_if(source_.columns, [&](const ColumnDefinition& column) {
+  const auto found = std::ranges::find_if(source_.definition.columns, [&](const ColumnDefinition& column) {
     return sameName(column.name, columnName);
   });
-  if (found == source_.columns.end()) return std::nullopt;
-  const ColumnIndex column(found - source_.columns.begin());
+  if (found == source_.definition.columns.end()) return std::nullopt;
+  const ColumnIndex column(found - source_.definition.columns.begin());
   const auto given = std::ranges::find(values_, column, &ColumnValue::column);
   return given != values_.end() ? given->value : before_.value(column);
 }

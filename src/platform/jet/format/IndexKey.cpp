@@ -44,8 +44,9 @@ void appendSegments(ByteView value, bool ascending, Bytes& key) {
 /// bytes.
 void appendNumber(ColumnType type, ByteView stored, bool ascending, Bytes& key) {
   const std::size_t start = key.size();
-  key.insert(key.end(), stored.rbegin(), stored.rend());
+  appendBytes(key, stored);
   const ByteSpan number = ByteSpan(key).subspan(start);
+  std::ranges::reverse(number);
   const bool real =
       type == ColumnType::Single || type == ColumnType::Double || type == ColumnType::DateTime;
   if (real && (number[0] & kSignBit) != 0)

@@ -35,9 +35,9 @@ void appendPlainText(Version version, ByteView stored, std::u16string& text) {
     for (const std::uint8_t byte : stored) text.push_back(characters[byte]);
     return;
   }
-  text.reserve(stored.size() / 2);
-  for (std::size_t at = 0; at + 1 < stored.size(); at += 2)
-    text.push_back(static_cast<char16_t>(u16At(stored, at)));
+  text.resize(stored.size() / 2);
+  for (std::size_t i = 0; i < text.size(); ++i)
+    text[i] = static_cast<char16_t>(u16At(stored, 2 * i));
 }
 
 void decodeCompressed(ByteView bytes, std::u16string& text) {

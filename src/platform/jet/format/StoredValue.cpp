@@ -86,9 +86,9 @@ std::optional<Bytes> encodeNumeric(std::u16string_view text, const ColumnDefinit
 
 template <class Integer>
 Bytes littleEndian(Integer value) {
-  Bytes bytes;
-  for (std::size_t i = 0; i < sizeof value; ++i)
-    bytes.push_back(static_cast<std::uint8_t>(value >> 8 * i));
+  Bytes bytes(sizeof value);
+  for (std::size_t i = 0; i < bytes.size(); ++i)
+    bytes[i] = static_cast<std::uint8_t>(value >> 8 * i);
   return bytes;
 }
 

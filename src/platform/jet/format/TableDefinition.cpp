@@ -334,6 +334,7 @@ TableDefinition TableDefinition::decode(Version version, ByteView bytes, const L
   for (std::size_t i = 0; i < indexCount; ++i)
     counters.push_back(u32At(content.take(fields.counterSize), kEntryCounter));
   content.expect(columnCount, fields.columnSize);
+  table.columns.reserve(columnCount);
   for (std::size_t i = 0; i < columnCount; ++i)
     table.columns.push_back(decodeColumn(version, content.take(fields.columnSize)));
   for (ColumnDefinition& column : table.columns) column.name = content.takeName(version);

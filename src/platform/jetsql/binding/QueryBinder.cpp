@@ -182,7 +182,7 @@ void QueryBinder::bindNamed(const ParsedFrom& item, Source& source, const OpenQu
   const CatalogEntry entry = catalog_.entry(item.name);
   if (const auto* table = std::get_if<const jet::Table*>(&entry)) {
     source.table = *table;
-    for (const jet::Column& column : source.table->columns()) {
+    for (const jet::ColumnDefinition& column : source.table->columns()) {
       source.columns.push_back({column.name, typeOf(column.type)});
     }
     return;

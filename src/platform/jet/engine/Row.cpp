@@ -68,17 +68,16 @@ std::optional<ByteView> Row::latinText(ColumnIndex column) const {
   return byteText(version, *bytes);
 }
 
-bool Row::sortKey(ColumnIndex column, std::string& out) const {
-  out.clear();
+bool Row::sortKey(ColumnIndex column, std::string& key) const {
   const Version version = source_->version();
   const TextOrder order = textOrderOf(version);
   return withText(column, [&](ByteView bytes) {
     if (isByteText(version, bytes)) {
-      appendByteTextKey(order, byteText(version, bytes), out);
+      appendByteTextKey(order, byteText(version, bytes), key);
     } else {
       std::u16string text;
       decodeText(version, bytes, text);
-      appendTextKey(order, text, out);
+      appendTextKey(order, text, key);
     }
   });
 }

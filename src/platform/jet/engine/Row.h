@@ -34,8 +34,8 @@ class Row {
   /// The text as bytes of one character each, U+0000 to U+00FF, where the row stores it in that
   /// form; absent for null, for a memo and for any other text.
   std::optional<ByteView> latinText(ColumnIndex column) const;
-  /// The text's key in the file's order (see TextKey.h); empty and false for null.
-  bool sortKey(ColumnIndex column, std::string& out) const;
+  /// Appends the text's key in the file's order (see TextKey.h); false for null.
+  bool sortKey(ColumnIndex column, std::string& key) const;
   /// Fast path for Byte, Integer, Long and Boolean (true is -1) columns; false for null.
   bool integer(ColumnIndex column, std::int32_t& out) const;
 

@@ -16,22 +16,22 @@
 namespace jetsql {
 namespace {
 
-constexpr std::size_t kBlock = 64 * 1024;
+constexpr std::size_t kBlock = 32 * 1024;
 constexpr std::size_t kMostMemory = 256 * 1024 * 1024;
 
 /// The first byte of a packed value. In a text or bytes their length follows, four bytes; the ids
 /// of a row's sources come before its values.
-enum Tag : std::uint8_t { kNull, kInteger, kAmount, kFloating, kLatin, kWide, kBytes };
+enum Tag : char { kNull, kInteger, kAmount, kFloating, kLatin, kWide, kBytes };
 
 template <class T>
-T read(const std::uint8_t* at) {
+T read(const char* at) {
   T value;
   std::memcpy(&value, at, sizeof value);
   return value;
 }
 
 /// Bytes of a packed value, its tag included.
-std::size_t sizeOf(const std::uint8_t* at) {
+std::size_t sizeOf(const char* at) {
   const Tag tag{*at};
   switch (tag) {
     case kNull:
@@ -52,8 +52,9 @@ std::size_t sizeOf(const std::uint8_t* at) {
 
 /// A calculated number converted to the type; unchanged where the type isn't numeric. An amount is
 /// packed as `kAmount`, so a plain number of type Currency is an overflow in SQLite's calculation.
-runtime::Variant numberValue(Type type, const runtime::Variant& value) {
-  const double number = *value.number();
+template <class Number>
+runtime::Variant numberValue(Type type, Number packed) {
+  const double number = packed;
   switch (type) {
     case Type::Boolean:
       return number != 0;
@@ -80,7 +81,7 @@ runtime::Variant numberValue(Type type, const runtime::Variant& value) {
     case Type::Any:
       break;
   }
-  return value;
+  return packed;
 }
 
 runtime::Variant textValue(Type type, std::u16string text) {
@@ -94,22 +95,18 @@ Result::Result(std::vector<ResultColumn> columns, std::size_t sourceRows)
     : columns_(std::move(columns)), sourceRows_(sourceRows) {}
 
 void Result::beginRow(std::span<const std::uint32_t> sources) {
-  packed_.clear();
-  const auto* bytes = reinterpret_cast<const std::uint8_t*>(sources.data());
-  packed_.insert(packed_.end(), bytes, bytes + sources.size_bytes());
+  packed_.assign(reinterpret_cast<const char*>(sources.data()), sources.size_bytes());
 }
 
 template <class T>
-void Result::put(std::uint8_t tag, const T& value) {
-  packed_.push_back(tag);
-  const auto* bytes = reinterpret_cast<const std::uint8_t*>(&value);
-  packed_.insert(packed_.end(), bytes, bytes + sizeof value);
+void Result::put(char tag, const T& value) {
+  packed_ += tag;
+  packed_.append(reinterpret_cast<const char*>(&value), sizeof value);
 }
 
-void Result::putBytes(std::uint8_t tag, const void* bytes, std::size_t count, std::size_t unit) {
+void Result::putBytes(char tag, const void* bytes, std::size_t count, std::size_t unit) {
   put(tag, static_cast<std::uint32_t>(count));
-  const auto* first = static_cast<const std::uint8_t*>(bytes);
-  packed_.insert(packed_.end(), first, first + count * unit);
+  packed_.append(static_cast<const char*>(bytes), count * unit);
 }
 
 template <class T>
@@ -152,22 +149,20 @@ void Result::add(const jet::Row& row, const ValueSource& source) {
   row.text(source.tableColumn, text_) ? putHeld(text_) : putHeld(runtime::Null());
 }
 
-const std::uint8_t* Result::store() {
-  if (blocks_.empty() || blockSize_ - blockUsed_ < packed_.size()) {
-    blockSize_ = std::max(kBlock, packed_.size());
-    total_ += blockSize_;
+const char* Result::store() {
+  if (blocks_.empty() || blocks_.back().capacity() - blocks_.back().size() < packed_.size()) {
+    const std::size_t size = std::max(kBlock, packed_.size());
+    total_ += size;
     if (total_ > kMostMemory) throw error::tooComplex();
-    blocks_.push_back(std::make_unique_for_overwrite<std::uint8_t[]>(blockSize_));
-    blockUsed_ = 0;
+    blocks_.emplace_back().reserve(size);
   }
-  std::uint8_t* at = blocks_.back().get() + blockUsed_;
-  std::copy(packed_.begin(), packed_.end(), at);
-  blockUsed_ += packed_.size();
-  return at;
+  std::string& block = blocks_.back();
+  block += packed_;
+  return block.data() + block.size() - packed_.size();
 }
 
 void Result::arrange(std::span<const std::uint32_t> order) {
-  std::vector<const std::uint8_t*> arranged;
+  std::vector<const char*> arranged;
   arranged.reserve(rows_.size());
   for (const std::uint32_t row : order) arranged.push_back(rows_[row]);
   rows_ = std::move(arranged);
@@ -186,7 +181,7 @@ std::optional<jet::RowId> Result::rowOf(std::size_t row, std::size_t column) con
 }
 
 void Result::replace(std::size_t row, int sourceRow, std::span<const runtime::Variant> values) {
-  const std::uint8_t* at = rows_[row] + sourceRows_ * sizeof(std::uint32_t);
+  const char* at = rows_[row] + sourceRows_ * sizeof(std::uint32_t);
   packed_.assign(rows_[row], at);
   auto next = values.begin();
   for (const ResultColumn& column : columns_) {
@@ -194,7 +189,7 @@ void Result::replace(std::size_t row, int sourceRow, std::span<const runtime::Va
     if (column.table && column.sourceRow == sourceRow) {
       add(*next++);
     } else {
-      packed_.insert(packed_.end(), at, at + size);
+      packed_.append(at, size);
     }
     at += size;
   }
@@ -202,7 +197,7 @@ void Result::replace(std::size_t row, int sourceRow, std::span<const runtime::Va
 }
 
 runtime::Variant Result::value(std::size_t row, std::size_t column) const {
-  const std::uint8_t* at = rows_[row] + sourceRows_ * sizeof(std::uint32_t);
+  const char* at = rows_[row] + sourceRows_ * sizeof(std::uint32_t);
   for (std::size_t i = 0; i < column; ++i) at += sizeOf(at);
   const Type type = columns_[column].type;
   const Tag tag{*at++};
@@ -210,6 +205,7 @@ runtime::Variant Result::value(std::size_t row, std::size_t column) const {
     case kNull:
       return {};
     case kInteger:
+      if (type == Type::Long) return read<std::int32_t>(at);
       return numberValue(type, read<std::int32_t>(at));
     case kAmount:
       return runtime::Currency{read<std::int64_t>(at)};
@@ -221,11 +217,11 @@ runtime::Variant Result::value(std::size_t row, std::size_t column) const {
       break;
   }
   const std::size_t length = read<std::uint32_t>(at);
-  at += sizeof(std::uint32_t);
-  if (tag == kBytes) return bytesValue({at, length}, type);
-  if (tag == kLatin) return textValue(type, std::u16string(at, at + length));
+  const auto* bytes = reinterpret_cast<const std::uint8_t*>(at + sizeof(std::uint32_t));
+  if (tag == kBytes) return bytesValue({bytes, length}, type);
+  if (tag == kLatin) return textValue(type, std::u16string(bytes, bytes + length));
   std::u16string text(length, u'\0');
-  if (length != 0) std::memcpy(text.data(), at, length * sizeof(char16_t));
+  if (length != 0) std::memcpy(text.data(), bytes, length * sizeof(char16_t));
   return textValue(type, std::move(text));
 }
 

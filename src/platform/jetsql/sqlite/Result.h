@@ -2,9 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "platform/jet/format/RowPointer.h"
@@ -47,21 +47,19 @@ class Result {
 
  private:
   template <class T>
-  void put(std::uint8_t tag, const T& value);
+  void put(char tag, const T& value);
   template <class T>
   void putHeld(const T& held);
-  void putBytes(std::uint8_t tag, const void* bytes, std::size_t count, std::size_t unit);
+  void putBytes(char tag, const void* bytes, std::size_t count, std::size_t unit);
   std::uint32_t source(std::size_t row, int sourceRow) const;
-  const std::uint8_t* store();
+  const char* store();
 
   std::vector<ResultColumn> columns_;
   std::size_t sourceRows_ = 0;
-  std::vector<const std::uint8_t*> rows_;
-  std::vector<std::unique_ptr<std::uint8_t[]>> blocks_;
-  std::size_t blockUsed_ = 0;
-  std::size_t blockSize_ = 0;
-  std::size_t total_ = 0;
-  std::vector<std::uint8_t> packed_;  ///< the row that is being added
+  std::vector<const char*> rows_;
+  std::vector<std::string> blocks_;  ///< of the rows; none grows beyond its first capacity
+  std::size_t total_ = 0;            ///< bytes of the blocks
+  std::string packed_;               ///< the row that is being added
   std::u16string text_;
 };
 

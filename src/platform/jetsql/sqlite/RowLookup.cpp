@@ -1,25 +1,28 @@
 #include "platform/jetsql/sqlite/RowLookup.h"
 
 #include <bit>
+#include <cmath>
 #include <functional>
 #include <optional>
 #include <string>
 #include <variant>
 
 #include "platform/jet/engine/TableSource.h"
-#include "platform/jet/format/TextKey.h"
+#include "platform/jetsql/functions/Type.h"
 
 namespace jetsql {
 namespace {
 
-/// A bijective mix: no two numbers have the same hash.
+/// Integers that follow each other have hashes that do as well, so that rows that are looked up in
+/// the order of the table are next to each other in memory.
 std::uint64_t hashOf(double number) {
-  // Zero and negative zero are equal.
-  auto bits = std::bit_cast<std::uint64_t>(number == 0 ? 0.0 : number);
-  bits ^= bits >> 33U;
-  bits *= 0xFF51AFD7ED558CCDU;
-  bits ^= bits >> 33U;
-  return bits;
+  constexpr double kExact = std::int64_t{1} << 53U;
+  if (std::abs(number) <= kExact) {
+    const auto integer = static_cast<std::int64_t>(number);
+    const auto bits = static_cast<std::uint64_t>(integer);
+    if (static_cast<double>(integer) == number) return bits ^ bits >> 16U ^ bits >> 32U;
+  }
+  return std::hash<double>()(number);
 }
 
 std::uint64_t hashOf(std::string_view bytes) {
@@ -38,11 +41,15 @@ std::uint64_t hashOf(const runtime::Variant& value, jet::TextOrder order) {
 }
 
 /// Absent for null.
-std::optional<std::uint64_t> hashOf(const jet::Row& row, jet::ColumnIndex column,
-                                    jet::ColumnType type, std::string& key) {
-  if (jet::isText(type)) {
+std::optional<std::uint64_t> hashOf(const jet::Row& row, jet::ColumnIndex column, Type type,
+                                    std::string& key) {
+  if (isTextual(type)) {
+    key.clear();
     if (!row.sortKey(column, key)) return std::nullopt;
     return hashOf(key);
+  }
+  if (std::int32_t integer = 0; isInteger(type)) {
+    return row.integer(column, integer) ? std::optional(hashOf(integer)) : std::nullopt;
   }
   const runtime::Variant value = row.value(column);
   if (value.isNull()) return std::nullopt;
@@ -50,7 +57,7 @@ std::optional<std::uint64_t> hashOf(const jet::Row& row, jet::ColumnIndex column
 }
 
 std::uint64_t combined(std::uint64_t first, std::uint64_t second) {
-  return std::rotl(first, 23) ^ second;
+  return first * 0x9E3779B97F4A7C15U + second;
 }
 
 }  // namespace
@@ -62,7 +69,7 @@ RowLookup::RowLookup(const jet::Table& table, const std::vector<jet::ColumnIndex
     std::uint64_t hash = 0;
     bool hasNull = false;
     for (const jet::ColumnIndex column : columns) {
-      const auto own = hashOf(rows->row(), column, table.column(column).type, key);
+      const auto own = hashOf(rows->row(), column, typeOf(table.column(column).type), key);
       hasNull = hasNull || !own;
       hash = combined(hash, own.value_or(0));
     }

@@ -1,7 +1,6 @@
 #include "platform/jetsql/sqlite/RowOrder.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <limits>
 #include <string_view>
@@ -19,15 +18,17 @@ constexpr char kNumber = 2;
 constexpr char kText = 3;
 constexpr char kBytes = 4;
 
-constexpr std::size_t kFront = sizeof(std::uint64_t);
-
 constexpr std::uint64_t kSign = std::uint64_t{1} << 63U;
 
+/// Converts between a number and the one whose bytes in memory sort as the number does.
+std::uint64_t bigEndian(std::uint64_t number) {
+  return std::endian::native == std::endian::little ? __builtin_bswap64(number) : number;
+}
+
 void appendNumber(std::uint64_t bits, std::string& key) {
-  std::array<char, sizeof bits> bytes{};
-  for (std::size_t i = bytes.size(); i-- > 0; bits >>= 8U) bytes[i] = static_cast<char>(bits);
+  const std::uint64_t sorting = bigEndian(bits);
   key += kNumber;
-  key.append(bytes.data(), bytes.size());
+  key.append(reinterpret_cast<const char*>(&sorting), sizeof sorting);
 }
 
 }  // namespace
@@ -72,9 +73,8 @@ void RowOrder::add(const jet::Row& row, const ValueSource& source, bool descendi
     if (!row.integer(source.tableColumn, integer)) return add(runtime::Variant(), descending);
     addNumber(integer);
   } else if (isTextual(source.type)) {
-    if (!row.sortKey(source.tableColumn, text_)) return add(runtime::Variant(), descending);
     keys_ += kText;
-    keys_ += text_;
+    if (!row.sortKey(source.tableColumn, keys_)) keys_.back() = kNull;
   } else {
     return add(row.value(source.tableColumn), descending);
   }
@@ -98,12 +98,10 @@ void RowOrder::endTerm(std::size_t begin, bool descending) {
 void RowOrder::endRow() {
   if (keys_.size() > std::numeric_limits<std::uint32_t>::max() / 2) throw error::tooComplex();
   Entry entry{.index = static_cast<std::uint32_t>(entries_.size())};
-  const std::size_t front = std::min(kFront, keys_.size() - begin_);
-  for (std::size_t i = 0; i < kFront; ++i) {
-    const auto byte = i < front ? static_cast<std::uint8_t>(keys_[begin_ + i]) : std::uint8_t{0};
-    entry.front = entry.front << 8U | byte;
-  }
-  entry.begin = static_cast<std::uint32_t>(begin_ + front);
+  std::uint64_t front = 0;
+  const std::size_t size = keys_.copy(reinterpret_cast<char*>(&front), sizeof front, begin_);
+  entry.front = bigEndian(front);
+  entry.begin = static_cast<std::uint32_t>(begin_ + size);
   entry.size = static_cast<std::uint32_t>(keys_.size()) - entry.begin;
   entries_.push_back(entry);
   begin_ = keys_.size();

@@ -42,7 +42,6 @@ class RowOrder {
 
   jet::TextOrder order_;
   std::string keys_;
-  std::string text_;
   std::size_t begin_ = 0;  ///< of the key that is being added
   std::vector<Entry> entries_;
 };

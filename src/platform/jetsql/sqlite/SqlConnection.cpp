@@ -62,10 +62,8 @@ SqlConnection::SqlConnection(jet::TextOrder order) {
   sqlite3_limit(opened, SQLITE_LIMIT_LENGTH, kLongestValue);
   sqlite3_limit(opened, SQLITE_LIMIT_VDBE_OP, kLongestProgram);
   sqlite3_progress_handler(opened, kStepsBetweenChecks, countSteps, &session_.budget);
-  // Texts stay in 16-bit units, which has to be set before anything else. Small sorts stay in
-  // memory.
-  sqlite3_exec(opened, "PRAGMA encoding='UTF-16';PRAGMA cache_size=-16000", nullptr, nullptr,
-               nullptr);
+  // Texts stay in 16-bit units, which has to be set before anything else.
+  sqlite3_exec(opened, "PRAGMA encoding='UTF-16'", nullptr, nullptr, nullptr);
   if (sqlite3_create_collation_v2(opened, kCollation, SQLITE_UTF16, this, compareTexts, nullptr) !=
       SQLITE_OK) {
     throw std::bad_alloc();

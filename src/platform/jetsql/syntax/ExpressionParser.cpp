@@ -13,37 +13,33 @@ namespace {
 
 using Kind = ExpressionKind;
 
-struct WordOperator {
+struct BinaryOperator {
   std::u16string_view word;
   Operator op;
+  int level = 0;  ///< the higher, the tighter
 };
-/// The operators between truth values, the loosest first.
-constexpr std::array<WordOperator, 5> kLogical{{{u"IMP", Operator::Imp},
-                                                {u"EQV", Operator::Eqv},
-                                                {u"XOR", Operator::Xor},
-                                                {u"OR", Operator::Or},
-                                                {u"AND", Operator::And}}};
+constexpr std::array<BinaryOperator, 12> kOperators{{{u"IMP", Operator::Imp, 0},
+                                                     {u"EQV", Operator::Eqv, 1},
+                                                     {u"XOR", Operator::Xor, 2},
+                                                     {u"OR", Operator::Or, 3},
+                                                     {u"AND", Operator::And, 4},
+                                                     {u"&", Operator::Concatenate, 6},
+                                                     {u"+", Operator::Add, 7},
+                                                     {u"-", Operator::Subtract, 7},
+                                                     {u"MOD", Operator::Modulo, 8},
+                                                     {u"\\", Operator::IntegerDivide, 9},
+                                                     {u"*", Operator::Multiply, 10},
+                                                     {u"/", Operator::Divide, 10}}};
+/// The operators of this level and above have values as their operands. Between them and the
+/// operators of truth values are the comparisons and `Not`.
+constexpr int kValueLevel = 6;
 
-constexpr std::array<WordOperator, 6> kComparisons{{{u"=", Operator::Equal},
-                                                    {u"<>", Operator::NotEqual},
-                                                    {u"<", Operator::Less},
-                                                    {u"<=", Operator::LessOrEqual},
-                                                    {u">", Operator::Greater},
-                                                    {u">=", Operator::GreaterOrEqual}}};
-
-struct LevelOperator {
-  std::u16string_view symbol;
-  int level;
-  Operator op;
-};
-/// Arithmetic operators, the loosest level first; `Mod` is the only one of level 1.
-constexpr std::array<LevelOperator, 5> kArithmetic{{{u"+", 0, Operator::Add},
-                                                    {u"-", 0, Operator::Subtract},
-                                                    {u"\\", 2, Operator::IntegerDivide},
-                                                    {u"*", 3, Operator::Multiply},
-                                                    {u"/", 3, Operator::Divide}}};
-constexpr int kModuloLevel = 1;
-constexpr int kSignLevel = 4;
+constexpr std::array<BinaryOperator, 6> kComparisons{{{u"=", Operator::Equal},
+                                                      {u"<>", Operator::NotEqual},
+                                                      {u"<", Operator::Less},
+                                                      {u"<=", Operator::LessOrEqual},
+                                                      {u">", Operator::Greater},
+                                                      {u">=", Operator::GreaterOrEqual}}};
 
 /// Words that stand for values.
 struct WordValue {
@@ -96,12 +92,20 @@ ParsedExpression parseExpression(std::u16string_view text) {
   return read;
 }
 
-ParsedExpression ExpressionParser::logical(std::size_t level) {
-  if (level == kLogical.size()) return negation();
-  ParsedExpression left = logical(level + 1);
-  while (tokens_.acceptWord(kLogical[level].word))
-    left = binary(kLogical[level].op, std::move(left), logical(level + 1));
-  return left;
+/// The operands and operators of at least that level that follow.
+ParsedExpression ExpressionParser::operation(int level) {
+  const bool isValue = level >= kValueLevel;
+  ParsedExpression left = isValue ? sign() : negation();
+  for (;;) {
+    const Token& here = tokens_.here();
+    const auto found = std::ranges::find_if(kOperators, [&](const BinaryOperator& each) {
+      return each.level >= level && isValue == (each.level >= kValueLevel) &&
+             (here.is(each.word) || here.isWord(each.word));
+    });
+    if (found == kOperators.end()) return left;
+    tokens_.advance();
+    left = binary(found->op, std::move(left), operation(found->level + 1));
+  }
 }
 
 ParsedExpression ExpressionParser::negation() {
@@ -110,7 +114,7 @@ ParsedExpression ExpressionParser::negation() {
 }
 
 ParsedExpression ExpressionParser::comparison() {
-  ParsedExpression left = concatenation();
+  ParsedExpression left = operation(kValueLevel);
   while (compare(left)) {
   }
   return left;
@@ -118,12 +122,12 @@ ParsedExpression ExpressionParser::comparison() {
 
 /// Makes `left` the first operand of the test that follows; false where no test follows.
 bool ExpressionParser::compare(ParsedExpression& left) {
-  for (const WordOperator& each : kComparisons) {
+  for (const BinaryOperator& each : kComparisons) {
     if (!tokens_.accept(each.word)) continue;
     const Token& next = tokens_.here();
     const bool isQuantified = next.isWord(u"ALL") || next.isWord(u"ANY") || next.isWord(u"SOME");
     left = isQuantified ? quantified(std::move(left), each.op)
-                        : binary(each.op, std::move(left), concatenation());
+                        : binary(each.op, std::move(left), operation(kValueLevel));
     return true;
   }
   if (tokens_.acceptWord(u"IS")) {
@@ -145,10 +149,10 @@ bool ExpressionParser::compare(ParsedExpression& left) {
   }
   left = test(isBetween ? Kind::Between : (isLike ? Kind::Like : Kind::Alike), negated,
               std::move(left));
-  add(left, concatenation());
+  add(left, operation(kValueLevel));
   if (!isBetween) return true;
   if (!tokens_.acceptWord(u"AND")) tokens_.failExpression(clause_);
-  add(left, concatenation());
+  add(left, operation(kValueLevel));
   return true;
 }
 
@@ -174,28 +178,6 @@ ParsedExpression ExpressionParser::quantified(ParsedExpression left, Operator op
   tokens_.advance();
   readQuery(made);
   return made;
-}
-
-ParsedExpression ExpressionParser::concatenation() {
-  ParsedExpression left = arithmetic(0);
-  while (tokens_.accept(u"&")) left = binary(Operator::Concatenate, std::move(left), arithmetic(0));
-  return left;
-}
-
-ParsedExpression ExpressionParser::arithmetic(int level) {
-  if (level == kSignLevel) return sign();
-  ParsedExpression left = arithmetic(level + 1);
-  for (;;) {
-    const auto found = std::ranges::find_if(kArithmetic, [&](const LevelOperator& each) {
-      return each.level == level && tokens_.here().is(each.symbol);
-    });
-    Operator op = Operator::None;
-    if (found != kArithmetic.end()) op = found->op;
-    if (level == kModuloLevel && tokens_.here().isWord(u"MOD")) op = Operator::Modulo;
-    if (op == Operator::None) return left;
-    tokens_.advance();
-    left = binary(op, std::move(left), arithmetic(level + 1));
-  }
 }
 
 ParsedExpression ExpressionParser::sign() {

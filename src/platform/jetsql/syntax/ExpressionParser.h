@@ -17,18 +17,15 @@ class ExpressionParser {
 
   /// Reads the expression and stops at the first word that can't belong to it. Raises the engine's
   /// syntax error.
-  ParsedExpression read() { return logical(0); }
+  ParsedExpression read() { return operation(0); }
 
  private:
-  // From the loosest operator to the tightest.
-  ParsedExpression logical(std::size_t level);
+  ParsedExpression operation(int level);
   ParsedExpression negation();
   ParsedExpression comparison();
   bool compare(ParsedExpression& left);
   ParsedExpression inOperand(ParsedExpression left, bool negated);
   ParsedExpression quantified(ParsedExpression left, Operator op);
-  ParsedExpression concatenation();
-  ParsedExpression arithmetic(int level);
   ParsedExpression sign();
   ParsedExpression power();
   ParsedExpression primary();

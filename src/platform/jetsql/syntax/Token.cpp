@@ -32,11 +32,10 @@ class Lexer {
     std::vector<Token> tokens;
     for (;;) {
       while (isBlank(at(position_))) ++position_;
-      Token token;
+      Token& token = tokens.emplace_back();
       token.begin = position_;
       if (position_ < text_.size()) read(token);
       token.end = position_;
-      tokens.push_back(token);
       if (token.kind == Token::Kind::End) return tokens;
       if (token.isBroken()) position_ = text_.size();
     }

@@ -11,18 +11,6 @@
 
 namespace jetsql {
 
-bool FunctionCall::isNull(int argument) const {
-  return sqlite3_value_type(values_[argument]) == SQLITE_NULL;
-}
-
-bool FunctionCall::isText(int argument) const {
-  return sqlite3_value_type(values_[argument]) == SQLITE_TEXT;
-}
-
-bool FunctionCall::isBytes(int argument) const {
-  return sqlite3_value_type(values_[argument]) == SQLITE_BLOB;
-}
-
 bool FunctionCall::hasNull() const {
   for (int i = 0; i < count_; ++i) {
     if (isNull(i)) return true;
@@ -37,7 +25,7 @@ void FunctionCall::spend(std::size_t units) const {
 }
 
 std::u16string FunctionCall::text(int argument) const {
-  switch (sqlite3_value_type(values_[argument])) {
+  switch (kind(argument)) {
     case SQLITE_TEXT: {
       const auto* units = static_cast<const char16_t*>(sqlite3_value_text16(values_[argument]));
       if (units == nullptr) throw std::bad_alloc();
@@ -48,7 +36,7 @@ std::u16string FunctionCall::text(int argument) const {
     case SQLITE_INTEGER:
       return runtime::toText(sqlite3_value_int64(values_[argument]));
     case SQLITE_FLOAT:
-      return numberText(sqlite3_value_double(values_[argument]));
+      return runtime::Variant(sqlite3_value_double(values_[argument])).toText();
     case SQLITE_NULL:
       return {};
     default:
@@ -57,7 +45,7 @@ std::u16string FunctionCall::text(int argument) const {
 }
 
 double FunctionCall::number(int argument) const {
-  switch (sqlite3_value_type(values_[argument])) {
+  switch (kind(argument)) {
     case SQLITE_INTEGER:
     case SQLITE_FLOAT:
       return sqlite3_value_double(values_[argument]);
@@ -101,14 +89,6 @@ void FunctionCall::setText(std::u16string_view text) const {
 void FunctionCall::setNumber(double number) const {
   if (!std::isfinite(number)) throw error::overflow();
   sqlite3_result_double(context_, number);
-}
-
-void FunctionCall::setInteger(std::int64_t number) const {
-  sqlite3_result_int64(context_, number);
-}
-
-std::u16string numberText(double number) {
-  return runtime::Variant(number).toText();
 }
 
 }  // namespace jetsql

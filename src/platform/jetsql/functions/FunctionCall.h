@@ -28,9 +28,9 @@ class FunctionCall {
       : context_(context), count_(count), values_(values), session_(session) {}
 
   int count() const { return count_; }
-  bool isNull(int argument) const;
-  bool isText(int argument) const;
-  bool isBytes(int argument) const;
+  bool isNull(int argument) const { return kind(argument) == SQLITE_NULL; }
+  bool isText(int argument) const { return kind(argument) == SQLITE_TEXT; }
+  bool isBytes(int argument) const { return kind(argument) == SQLITE_BLOB; }
   /// True when any argument is null.
   bool hasNull() const;
   std::u16string text(int argument) const;
@@ -48,18 +48,17 @@ class FunctionCall {
 
   void setText(std::u16string_view text) const;
   void setNumber(double number) const;
-  void setInteger(std::int64_t number) const;
+  void setInteger(std::int64_t number) const { sqlite3_result_int64(context_, number); }
   void setBoolean(bool truth) const { setInteger(truth ? -1 : 0); }
   void setValue(sqlite3_value* value) const { sqlite3_result_value(context_, value); }
 
  private:
+  int kind(int argument) const { return sqlite3_value_type(values_[argument]); }
+
   sqlite3_context* context_;
   int count_;
   sqlite3_value** values_;
   FunctionContext& session_;
 };
-
-/// A number as text, as `&` converts it.
-std::u16string numberText(double number);
 
 }  // namespace jetsql

@@ -171,15 +171,6 @@ Digits rounded(double number, int decimals) {
   return digits;
 }
 
-std::string withThousands(const std::string& digits) {
-  std::string grouped;
-  for (std::size_t i = 0; i < digits.size(); ++i) {
-    if (i > 0 && (digits.size() - i) % 3 == 0) grouped += ',';
-    grouped += digits[i];
-  }
-  return grouped;
-}
-
 /// Replaces the pattern's digits with the number's; surplus digits go before the first one.
 std::u16string written(const Section& section, Digits digits, int exponent) {
   while (static_cast<int>(digits.decimals.size()) > section.fewest && !digits.decimals.empty() &&
@@ -193,21 +184,27 @@ std::u16string written(const Section& section, Digits digits, int exponent) {
   const auto patternDigits = static_cast<std::size_t>(std::ranges::count_if(
       section.pieces.begin(), std::ranges::find(section.pieces, Piece::Kind::Point, &Piece::kind),
       [](const Piece& piece) { return piece.kind == Piece::Kind::Digit; }));
-  const std::string shown = section.thousands ? withThousands(digits.integer) : digits.integer;
-  const std::size_t count = digits.integer.size();
 
   std::u16string text;
   std::size_t passed = 0;   // pattern digits passed before the point
-  std::size_t used = 0;     // characters of `shown` written
   std::size_t decimal = 0;  // decimals written
+  std::size_t left = digits.integer.size();
   bool afterPoint = false;
+  // The last digits are left for the pattern digits that follow.
+  const std::size_t count = digits.integer.size();
+  const auto writeIntegers = [&](std::size_t following) {
+    for (; left > following; --left) {
+      if (section.thousands && left < count && left % 3 == 0) text += u',';
+      text += static_cast<char16_t>(digits.integer[count - left]);
+    }
+  };
   for (const Piece& piece : section.pieces) {
     switch (piece.kind) {
       case Piece::Kind::Literal:
         text += piece.literal;
         break;
       case Piece::Kind::Point:
-        if (patternDigits == 0) text += runtime::widened(shown);
+        if (patternDigits == 0) writeIntegers(0);
         afterPoint = true;
         text += u'.';
         break;
@@ -223,15 +220,7 @@ std::u16string written(const Section& section, Digits digits, int exponent) {
           }
           break;
         }
-        ++passed;
-        // The last digits are left for the pattern digits that follow this one.
-        for (const std::size_t following = patternDigits - passed;
-             count > following && used < shown.size();) {
-          const auto left = static_cast<std::size_t>(
-              std::ranges::count_if(shown.substr(used), [](char c) { return c != ','; }));
-          if (left <= following) break;
-          text += static_cast<char16_t>(shown[used++]);
-        }
+        writeIntegers(patternDigits - ++passed);
         break;
     }
   }

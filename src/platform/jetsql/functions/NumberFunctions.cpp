@@ -47,19 +47,16 @@ void setRounded(const FunctionCall& call, double result) {
   call.setNumber(result);
 }
 
-template <double (*calculate)(double)>
-void rounding(const FunctionCall& call) {
-  setRounded(call, calculate(call.number(0)));
+void absolute(const FunctionCall& call) {
+  setRounded(call, std::fabs(call.number(0)));
 }
 
-double absolute(double number) {
-  return std::fabs(number);
+void downward(const FunctionCall& call) {
+  setRounded(call, std::floor(call.number(0)));
 }
-double downward(double number) {
-  return std::floor(number);
-}
-double towardsZero(double number) {
-  return std::trunc(number);
+
+void towardsZero(const FunctionCall& call) {
+  setRounded(call, std::trunc(call.number(0)));
 }
 
 void round(const FunctionCall& call) {
@@ -90,9 +87,9 @@ void logarithm(const FunctionCall& call) {
 }
 
 constexpr Function kFunctions[] = {
-    {u"ABS", 1, 1, "n", Type::Double, "jet_abs", rounding<absolute>, kPass, kAsFirst},
-    {u"INT", 1, 1, "n", Type::Double, "jet_int", rounding<downward>, kPass, kAsFirst},
-    {u"FIX", 1, 1, "n", Type::Double, "jet_fix", rounding<towardsZero>, kPass, kAsFirst},
+    {u"ABS", 1, 1, "n", Type::Double, "jet_abs", absolute, kPass, kAsFirst},
+    {u"INT", 1, 1, "n", Type::Double, "jet_int", downward, kPass, kAsFirst},
+    {u"FIX", 1, 1, "n", Type::Double, "jet_fix", towardsZero, kPass, kAsFirst},
     {u"ROUND", 1, 2, "n", Type::Double, "jet_round", round, kPass, kAsFirst},
     {u"SGN", 1, 1, "n", Type::Integer, "jet_sgn", sign},
     {u"SQR", 1, 1, "n", Type::Double, "jet_sqr", squareRoot},

@@ -53,8 +53,8 @@ std::vector<ColumnValue> RowUpdate::columnsNow(std::span<const FieldValue> field
   std::vector<ColumnValue> values;
   values.reserve(fields.size());
   for (const FieldValue& field : fields) {
-    const auto found =
-        std::ranges::find(source_.definition.columns, field.column.number, &ColumnDefinition::number);
+    const auto found = std::ranges::find(source_.definition.columns, field.column.number,
+                                         &ColumnDefinition::number);
     if (found == source_.definition.columns.end() || identityOf(*found) != field.column)
       throw error::rowChanged();
     values.push_back({ColumnIndex(found - source_.definition.columns.begin()), field.value});

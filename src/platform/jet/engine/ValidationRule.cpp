@@ -31,9 +31,9 @@ std::u16string ValidationRule::subject() const {
 }
 
 std::optional<runtime::Variant> NewRow::value(std::u16string_view columnName) const {
-  const auto found = std::ranges::find_if(source_.definition.columns, [&](const ColumnDefinition& column) {
-    return sameName(column.name, columnName);
-  });
+  const auto found = std::ranges::find_if(
+      source_.definition.columns,
+      [&](const ColumnDefinition& column) { return sameName(column.name, columnName); });
   if (found == source_.definition.columns.end()) return std::nullopt;
   const ColumnIndex column(found - source_.definition.columns.begin());
   const auto given = std::ranges::find(values_, column, &ColumnValue::column);

@@ -4,8 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <set>
@@ -24,82 +22,6 @@ bool isDatabase(const fs::path& file) {
   const std::string ending = file.extension();
   return ending == ".mdb" || ending == ".MDB";
 }
-
-std::string escaped(const std::string& text) {
-  std::string out;
-  for (const char c : text) {
-    const std::string_view special("\\\t\n\r");
-    const std::size_t at = special.find(c);
-    if (at != std::string_view::npos)
-      out.append({'\\', "\\tnr"[at]});
-    else
-      out.push_back(c);
-  }
-  return out;
-}
-
-template <class Number>
-std::string shortest(Number number) {
-  std::array<char, 40> text{};
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
-  return {text.data(), end};
-}
-
-std::string date(double days) {
-  if (!(std::abs(days) < 1e7)) return shortest(days);
-  const double day = std::trunc(days);
-  auto seconds = static_cast<long>(std::lround(std::abs(days - day) * 86400));
-  std::time_t moment = (static_cast<std::time_t>(day) - 25569) * 86400 + seconds;
-  std::tm parts{};
-  gmtime_r(&moment, &parts);
-  std::array<char, 80> text{};
-  const int size =
-      std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", parts.tm_year + 1900,
-                    parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec);
-  return {text.data(), static_cast<std::size_t>(size)};
-}
-
-std::string hex(const std::uint8_t* bytes, std::size_t count, const char* digits) {
-  std::string text;
-  for (std::size_t i = 0; i < count; ++i) {
-    text.push_back(digits[bytes[i] >> 4]);
-    text.push_back(digits[bytes[i] & 15]);
-  }
-  return text;
-}
-
-std::string guid(const runtime::Guid& value) {
-  std::string text = hex(value.bytes.data(), value.bytes.size(), "0123456789ABCDEF");
-  for (const std::size_t at : {20U, 16U, 12U, 8U}) text.insert(at, 1, '-');
-  return "{" + text + "}";
-}
-
-struct Print {
-  std::string operator()(runtime::Null) const { return "\\N"; }
-  std::string operator()(bool value) const { return value ? "1" : "0"; }
-  std::string operator()(runtime::Currency value) const {
-    const std::string sign = value.tenThousandths < 0 ? "-" : "";
-    std::string digits = std::to_string(std::abs(value.tenThousandths));
-    if (digits.size() < 5) digits.insert(0, 5 - digits.size(), '0');
-    return sign + digits.insert(digits.size() - 4, 1, '.');
-  }
-  std::string operator()(runtime::Date value) const { return date(value.days); }
-  std::string operator()(const std::u16string& text) const { return escaped(narrow(text)); }
-  std::string operator()(const runtime::Binary& value) const {
-    return hex(value.data(), value.size(), "0123456789abcdef");
-  }
-  std::string operator()(const runtime::Guid& value) const { return guid(value); }
-  std::string operator()(const runtime::Decimal& value) const { return narrow(value.digits); }
-  std::string operator()(float value) const { return shortest(value); }
-  std::string operator()(double value) const {
-    const std::string text = shortest(value);
-    return text.find_first_of(".en") == std::string::npos ? text + ".0" : text;
-  }
-  template <class Integer>
-  std::string operator()(Integer value) const {
-    return std::to_string(value);
-  }
-};
 
 /// The databases in a folder and the folders below it, in the order of their paths.
 std::vector<StoreFile> databasesBelow(const fs::path& folder, const std::u16string& password) {
@@ -227,10 +149,6 @@ std::vector<std::string> split(const std::string& text, char separator) {
   }
   if (parts.back().empty()) parts.pop_back();
   return parts;
-}
-
-std::string printed(const runtime::Variant& value) {
-  return std::visit(Print{}, value.get());
 }
 
 std::string printed(jet::RowId row) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/jet/engine/Database.h"
+#include "storesql/PrintedValue.h"
 
 namespace jettest {
 
@@ -58,10 +59,7 @@ std::map<std::filesystem::path, std::vector<std::string>> checkerLines(
 
 std::vector<std::string> split(const std::string& text, char separator);
 
-/// A value as the reference tables print it: null as \N, yes/no as 1 or 0, four decimals of a
-/// Currency, the shortest decimal of a Double.
-std::string printed(const runtime::Variant& value);
-
+using storesql::printed;  // as the reference tables and storecheck print a value
 /// A row's id as the checker prints it: page/slot.
 std::string printed(jet::RowId row);
 

@@ -5,7 +5,6 @@
 
 #include "makestore/ShopStore.h"
 #include "platform/jet/StoreFiles.h"
-#include "platform/jet/format/RowContent.h"
 #include "platform/runtime/RunTimeError.h"
 #include "support/ProgramFolder.h"
 
@@ -17,19 +16,6 @@ namespace fs = std::filesystem;
 std::vector<std::string> linesIn(const fs::path& file, std::u16string_view table) {
   jet::Database database(file, u"the file", jet::Password{kStorePassword});
   return linesOf(tableNamed(database, table));
-}
-
-TEST(DamageText, NamesThePageAndTheBytesThatDoNotFit) {
-  const jet::Bytes row{7};
-  try {
-    jet::RowContent(jet::Version::Jet4, row, true,
-                    {u"S:\\M.mdb", u"tblStock", jet::PageNumber(40)});
-    FAIL() << "a row of one byte was taken";
-  } catch (const runtime::RunTimeError& error) {
-    EXPECT_EQ(narrow(error.text()),
-              "The database 'S:\\M.mdb' is damaged (table 'tblStock', page 40): a row is too short "
-              "(2 bytes at offset 0 of 1).");
-  }
 }
 
 /// Reads all content of a damaged file. Reading may end only with an error that names the file, or

@@ -207,7 +207,8 @@ const std::vector<Fault>& faults() {
        [](Store& s) { s.page(Store::number(s.ownedMap() + 1))[kPageSize - 1] = 0x80; }, kOutside},
 
       {"definition_on_a_page_of_another_type", [](Store& s) { s.page(kItems)[0] = kData; },
-       "it is no page of a table's definition"},
+       "The database 'the file' is damaged (table 'Items', page 6): it is no page of a table's "
+       "definition"},
       {"definition_chain_in_a_circle", [](Store& s) { s.put(kItems, kNextDefinition, kItems); },
        "the table's definition has no end"},
       {"definition_chain_beyond_the_end",

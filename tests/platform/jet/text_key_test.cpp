@@ -52,6 +52,9 @@ TEST(TextKey, HasTheBytesThatTheEngineWrites) {
   EXPECT_EQ(key3(u""), "00");
   EXPECT_EQ(key3(u"Milk 2"), "6f6a6d6c115800");
   EXPECT_EQ(key3(u"\u00e9"), "660400");
+  EXPECT_EQ(key3(u"\u00df\u00e9"), "767666022400");  // two letters, then an accent
+  const std::u16string longest(255, u'a');
+  EXPECT_EQ(key4(longest + u'b'), key4(longest));
 }
 
 TEST(TextKey, IsTheSameFromBytesAndFromWideText) {

@@ -6,9 +6,9 @@ import struct
 from sortkeys import NotCovered, inverted, jet3_text_key, jet4_text_key
 
 (BOOLEAN, BYTE, INTEGER, LONG, CURRENCY, SINGLE, DOUBLE, DATE, BINARY, TEXT, OLE, MEMO) = range(1, 13)
-GUID, NUMERIC = 15, 16
+GUID, NUMERIC, COMPLEX, BIG_INTEGER = 15, 16, 18, 19
 FIXED_SIZES = {BYTE: 1, INTEGER: 2, LONG: 4, CURRENCY: 8, SINGLE: 4, DOUBLE: 8, DATE: 8, GUID: 16,
-               NUMERIC: 17, 18: 4, 19: 8}
+               NUMERIC: 17, COMPLEX: 4, BIG_INTEGER: 8}
 DATA_PAGE, DEFINITION_PAGE, NODE_PAGE, LEAF_PAGE, BITMAP_PAGE = range(1, 6)
 USER_TABLE, SYSTEM_TABLE = 0x4E, 0x53
 TABLE_OBJECT = 1
@@ -549,7 +549,7 @@ class StoreFile:
             raise Damage("value of %d bytes" % len(raw))
         if kind == BYTE:
             return raw[0]
-        if kind in (INTEGER, LONG, 18, 19):
+        if kind in (INTEGER, LONG, COMPLEX, BIG_INTEGER):
             return int.from_bytes(raw, "little", signed=True)
         if kind == CURRENCY:
             return ("decimal", int.from_bytes(raw, "little", signed=True), 4)

@@ -146,6 +146,25 @@ class Desktop:
         return ((x - left, y - top, x + width + right, y + height + bottom) ==
                 (0, 0, self.width, self.height))
 
+    def minimise(self, window):
+        """Minimises a window that shows itself again, and waits until the window manager has done both."""
+        with tempfile.TemporaryFile("a+b") as report:
+            spy = subprocess.Popen(["xprop", "-spy", "-id", str(window), "WM_STATE"],
+                                   env=self.environment, stdout=report)
+
+            def states():
+                """How often the state was reported: at the start, and at each change."""
+                report.seek(0)
+                return report.read().count(b"window state")
+
+            try:
+                wait_until(lambda: states() == 1, "the window's state")
+                self.xdotool("windowminimize", window)
+                wait_until(lambda: states() >= 3, "the minimised window to show again")
+            finally:
+                spy.terminate()
+                spy.wait()
+
     def close_box(self, window):
         """The centre of the close box in a window's frame: the last box in its title bar."""
         left, top, width, _ = self.origin(window)

@@ -75,9 +75,11 @@ class Restored(Large):
 class NoWindowManager(Large):
     def test_the_screen_fills_the_display_without_a_window_manager(self):
         bare = self.another_desktop(manager=None)
-        program = self.start(desktop=bare)
-        window = program.window(controls.LARGE_TITLE)
-        wait_until(lambda: bare.origin(window) == (0, 0, bare.width, bare.height), "the full display")
+        for scale in ("1.25", "1"):
+            program = self.start(desktop=bare, environment={"QT_SCALE_FACTOR": scale})
+            window = program.window(controls.LARGE_TITLE)
+            wait_until(lambda: bare.origin(window) == (0, 0, bare.width, bare.height),
+                       f"the full display at the scale factor {scale}")
         left, top, width, height = (value // controls.TWIPS_PER_PIXEL for value in controls.LARGE["cmdClose"])
         bare.xdotool("mousemove", left + width // 2, top + height // 2, "click", 1)
         self.assertEqual(program.status(), 0)

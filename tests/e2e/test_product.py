@@ -108,7 +108,7 @@ class Tour(ProductCase):
     def test_the_sheet_stays_above_the_editor_that_it_blocks(self):
         editor = self.levelled()
         sheet = self.sheet(editor, 3)
-        sheet.desktop.xdotool("windowminimize", "--sync", sheet.window)
+        sheet.desktop.minimise(sheet.window)
         editor.desktop.xdotool("windowactivate", editor.window)
         wait_until(lambda: len(editor.windows()) == 2, "the sheet to come back with the editor")
         editor.click(0)  # blocked, and the sheet stays above it

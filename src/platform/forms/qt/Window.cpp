@@ -10,16 +10,14 @@
 #include <QTimer>
 #include <QWindow>
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 #include "platform/forms/qt/Colours.h"
-#include "platform/forms/qt/Later.h"
 #include "platform/forms/qt/Pixels.h"
 #include "platform/forms/qt/Raise.h"
-#include "platform/forms/qt/TaskBars.h"
 #include "platform/forms/qt/WideText.h"
 #include "platform/forms/qt/WindowBorder.h"
+#include "platform/forms/qt/WindowManager.h"
 #include "platform/forms/qt/WindowNames.h"
 
 namespace forms::qt {
@@ -155,6 +153,7 @@ void Window::showScreen() {
     showMaximized();
   else
     show();
+  if (!hasWindowManager()) manageItself();
   for (QTimer* timer : findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly)) timer->start();
 }
 
@@ -173,13 +172,10 @@ void Window::showScreenModal() {
   if (below != nullptr && below->isVisible()) below->requestActivate();
 }
 
-/// On a display without a window manager: maximises the window itself and draws a border around a
-/// dialog, which has no frame there.
-void Window::adaptToMissingWindowManager() {
-  if (isMaximized() && size() == clientSize())
-    windowHandle()->setGeometry(screen()->availableGeometry());
-  if (design_.border == BorderStyle::FixedDialog && windowHandle()->frameMargins().isNull())
-    new WindowBorder(this);
+/// Does what a window manager would do: maximises the window, and draws a border around a dialog.
+void Window::manageItself() {
+  if (isMaximized()) windowHandle()->setGeometry(screen()->availableGeometry());
+  if (design_.border == BorderStyle::FixedDialog) new WindowBorder(this);
 }
 
 void Window::leave() {
@@ -206,11 +202,6 @@ void Window::orderTabs() {
 }
 
 void Window::paintEvent(QPaintEvent* event) {
-  // A window manager maximises and frames a window before it shows it, or at once afterwards.
-  constexpr std::chrono::milliseconds kGrace{250};
-  if (!std::exchange(painted_, true))
-    later(
-        *this, [this] { adaptToMissingWindowManager(); }, kGrace);
   QPainter(this).fillRect(event->rect(), drawnColour(design_.backColour, palette()));
 }
 

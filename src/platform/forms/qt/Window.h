@@ -51,7 +51,7 @@ class Window final : public QWidget {
   void fitDesktop();
   void fixSize();
   bool staysMaximised() const;
-  void adaptToMissingWindowManager();
+  void manageItself();
   void centre();
   void orderTabs();
 
@@ -60,7 +60,6 @@ class Window final : public QWidget {
   QEventLoop* modalLoop_ = nullptr;
   double scale_ = 1;
   bool closed_ = false;
-  bool painted_ = false;  ///< it has been painted
 };
 
 }  // namespace forms::qt

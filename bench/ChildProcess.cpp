@@ -59,8 +59,8 @@ double numberPrintedByChild(const std::string& option, const fs::path& path) {
                               " '" + path.string() + "'";
   FILE* const child = popen(command.c_str(), "r");
   double number = 0;
-  const bool told = child != nullptr && std::fscanf(child, "%lf", &number) == 1;
-  if (child == nullptr || pclose(child) != 0 || !told)
+  const bool printed = child != nullptr && std::fscanf(child, "%lf", &number) == 1;
+  if (child == nullptr || pclose(child) != 0 || !printed)
     throw std::runtime_error("the child process failed");
   return number;
 }

@@ -110,11 +110,11 @@ void Desktop::awaitManager() {
   waitUntil(isThere, "the window manager");
 }
 
-Desktop::Pixels Desktop::rows(const std::vector<std::int16_t>& heights, std::uint16_t width) const {
+Desktop::Pixels Desktop::rows(const std::vector<std::int16_t>& ys, std::uint16_t width) const {
   xcb_connection_t* const connection = connection_.get();
   std::vector<xcb_get_image_cookie_t> asked;
-  for (const std::int16_t height : heights)
-    asked.push_back(xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, root_, 0, height, width, 1,
+  for (const std::int16_t y : ys)
+    asked.push_back(xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, root_, 0, y, width, 1,
                                   ~std::uint32_t{0}));
   Pixels pixels;
   for (const xcb_get_image_cookie_t cookie : asked) {

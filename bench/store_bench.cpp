@@ -44,11 +44,11 @@ constexpr double kMostPages = 24;
 constexpr double kMostRepeatedReads = 20;
 constexpr const char* kItemsNative =
     "SELECT ID,DESCRIPTION,barcode from qrySalesitems where description <> '' order by description";
-/// Arguments of a child process. It reads all items of the store and prints its peak memory;
+/// Options of a child process. Reads all items of the store and prints the process's peak memory.
 constexpr const char* kPeakMemoryOption = "--read-items";
-/// reads the items of the small shop in its first session and prints the seconds;
+/// Reads the items of the small shop in the process's first session and prints the seconds.
 constexpr const char* kFirstSessionOption = "--first-session";
-/// or does this with the native file.
+/// The same with the native file.
 constexpr const char* kFirstNativeOption = "--first-native";
 constexpr int kSmallShop = 2000;
 

@@ -29,12 +29,12 @@ Settings ReadSettings() {
   return read;
 }
 
-void Arrange(const Settings& from, std::int16_t keys,
+void Arrange(const Settings& from, std::int16_t keyCount,
              const std::function<void(std::int16_t key, const KeyPosition& position)>& apply) {
   runtime::Integer16 top = runtime::toInteger(from.StartTop);
   runtime::Integer16 left = runtime::toInteger(from.StartLeft);
   runtime::Integer16 count = from.rows;
-  for (std::int16_t key = 0; key < keys; ++key) {
+  for (std::int16_t key = 0; key < keyCount; ++key) {
     apply(key, {.Top = top, .Left = left, .Height = from.ButtonHeight});
     if (count == 1) {
       top = runtime::toInteger(from.StartTop);

@@ -33,7 +33,7 @@ struct KeyPosition {
 /// Computes the positions of the keys 0 to `keyCount` - 1 in this order and passes each to `apply`
 /// before it computes the next. Raises Overflow when a 16-bit value overflows; positions already
 /// passed stay applied.
-void Arrange(const Settings& settings, std::int16_t keys,
+void Arrange(const Settings& settings, std::int16_t keyCount,
              const std::function<void(std::int16_t key, const KeyPosition& position)>& apply);
 
 }  // namespace keygeometry

@@ -20,7 +20,7 @@ using mdOpenDatabase::StoreRecordset;
 
 namespace {
 
-// Columns and rows of the sheet, whose row 0 is collapsed.
+// Columns and rows of the grid, whose row 0 is collapsed.
 constexpr int kLabels = 1;
 constexpr int kValues = 2;
 constexpr int kName = 1;

@@ -37,8 +37,8 @@ inline constexpr int kUnspecified = -1;
 /// Raises the provider's error when the file can't be opened.
 void OpenDatabase(std::u16string_view name);
 
-/// Closes the connection and sets it to absent. Does nothing if it isn't open, except that this
-/// query creates an absent connection object.
+/// Closes the connection and sets it to absent. Does nothing if it isn't open, except that
+/// asking for its state creates the object if it is absent.
 void CloseDatabase();
 
 }  // namespace mdOpenDatabase

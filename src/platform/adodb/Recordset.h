@@ -39,7 +39,8 @@ class Recordset {
   std::u16string FieldName(int column) const;
   Field FieldAt(int column);
   /// Writes the staged values of the current row to the file; the row stays current and reads as
-  /// written. Raises the engine's error when a value is refused, and writes nothing then.
+  /// written. Raises the engine's error when a value is refused. Each table's row is
+  /// written on its own: rows written before the refused one stay written.
   void Update();
   /// Releases the result. Raises `objectClosed` when it isn't open, `valueStaged` when a value is
   /// staged and not written.

@@ -25,8 +25,8 @@ class ByteFile {
   };
 
   /// Opens the file at a path of the host (see `resolve`).
-  /// Raises a FileError: Missing, FolderMissing, NoPermission, NotAFile. A file that no user may
-  /// write is refused to the administrator too.
+  /// Raises a FileError: Missing, FolderMissing, NoPermission, NotAFile. Any access
+  /// but ReadOnly refuses a file without write permission for anyone, to the superuser too.
   ByteFile(const std::filesystem::path& path, Access access);
   ~ByteFile();
   ByteFile(const ByteFile&) = delete;

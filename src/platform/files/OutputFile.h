@@ -16,7 +16,7 @@ class OutputFile {
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
 
-  /// Writes one line in the machine's code page, ended by CR LF. Raises DiskFull, DeviceIoError,
+  /// Writes one line in windows-1252, ended by CR LF. Raises DiskFull, DeviceIoError,
   /// and BadFileMode once the file is closed.
   void print(std::u16string_view line);
   /// Closes the file. Raises DeviceIoError or DiskFull, also for a failure that the system reports

@@ -6,15 +6,15 @@
 #include <cstdlib>
 
 #include "platform/files/ReadWatch.h"
+#include "platform/forms/qt/AccessibleFactory.h"
 #include "platform/forms/qt/Display.h"
 #include "platform/forms/qt/DisplayLossHandler.h"
 #include "platform/forms/qt/Faces.h"
 #include "platform/forms/qt/HeldKeys.h"
 #include "platform/forms/qt/Look.h"
+#include "platform/forms/qt/ModalRestorer.h"
 #include "platform/forms/qt/Pictures.h"
 #include "platform/forms/qt/Raise.h"
-#include "platform/forms/qt/Readers.h"
-#include "platform/forms/qt/ShownModals.h"
 #include "platform/forms/qt/WaitPointer.h"
 #include "platform/forms/qt/Window.h"
 #include "platform/process/Process.h"
@@ -68,12 +68,12 @@ struct Application::Toolkit {
     QApplication::setWindowIcon(qt::programIcon());
     qt::installAccessibleFactory();
     new qt::HeldKeys(&application);
-    new qt::ShownModals(&application);
+    new qt::ModalRestorer(&application);
     QApplication::setQuitOnLastWindowClosed(false);
   }
 
   QApplication application;
-  qt::DisplayLossHandler watch;
+  qt::DisplayLossHandler displayLossHandler;
 };
 
 Application::Application() {
@@ -94,7 +94,7 @@ Application::~Application() {
 
 int Application::run() {
   if (process::hasEnded() || !qt::Window::anyShown()) return 0;
-  const qt::EndRegistration watch([] { QCoreApplication::exit(0); });
+  const qt::EndRegistration registration([] { QCoreApplication::exit(0); });
   qt::Window::onLastClosed([] { QCoreApplication::exit(0); });
   QApplication::exec();
   qt::Window::onLastClosed({});

@@ -36,7 +36,7 @@ class DesktopHost : public process::Host {
 
   std::optional<std::int32_t> showColourDialog() override {
     qt::ColourDialog dialog(QApplication::activeWindow());
-    const qt::EndRegistration watch([&dialog] { dialog.reject(); });
+    const qt::EndRegistration registration([&dialog] { dialog.reject(); });
     if (process::hasEnded() || dialog.exec() != QDialog::Accepted) return std::nullopt;
     return qt::storedColour(dialog.selectedColor());
   }

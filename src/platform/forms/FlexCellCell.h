@@ -19,8 +19,8 @@ class Cell {
   /// A check cell's text is "1" when it is checked; any other text shows as unchecked.
   std::u16string Text() const;
   void Text(std::u16string_view text);
-  /// Stored without effect: cells are always left-aligned and vertically centred, which is what 6,
-  /// the only code that the screens set, and the initial 0 mean.
+  /// Stored without effect: cells are always left-aligned and vertically centred. That is the
+  /// meaning of 6, the only code that the screens set, and of 0, the initial one.
   void Alignment(int code);
   void Kind(CellType kind);
   /// Makes this the active cell.

@@ -5,7 +5,7 @@
 namespace FlexCell {
 
 void Column::Locked(bool readOnly) {
-  view_.sheet().setLocked(column_, readOnly);
+  view_.gridModel().setLocked(column_, readOnly);
 }
 
 void Column::Width(int pixels) {
@@ -13,11 +13,11 @@ void Column::Width(int pixels) {
 }
 
 void Column::Kind(CellType kind) {
-  view_.sheet().setColumnKind(column_, kind);
+  view_.gridModel().setColumnKind(column_, kind);
 }
 
 void Column::MaxLength(int characters) {
-  view_.sheet().setMaxLength(column_, characters);
+  view_.gridModel().setMaxLength(column_, characters);
   view_.refreshEditor();
 }
 

@@ -8,7 +8,7 @@ class GridView;
 
 namespace FlexCell {
 
-/// One column of a sheet.
+/// One column of a grid.
 class Column {
  public:
   Column(forms::qt::GridView& view, int column) : view_(view), column_(column) {}

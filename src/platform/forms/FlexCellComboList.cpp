@@ -21,7 +21,7 @@ std::u16string_view shownPart(std::u16string_view item) {
 }  // namespace
 
 void ComboList::AddItem(std::u16string_view item) {
-  view_.sheet().addItem(column_, forms::qt::toQt(shownPart(item)));
+  view_.gridModel().addItem(column_, forms::qt::toQt(shownPart(item)));
 }
 
 }  // namespace FlexCell

@@ -8,7 +8,7 @@ class GridView;
 
 namespace FlexCell {
 
-/// The drop-down list of a sheet's column. An item is one text. A run of a hundred blanks or more
+/// The drop-down list of a grid's column. An item is one text. A run of a hundred blanks or more
 /// before its last comma begins the item's hidden part, which is neither shown nor written to the
 /// cell.
 class ComboList {

@@ -38,7 +38,7 @@ class Grid : public forms::Control {
   void DisplayRowIndex(int style) { rowIndexStyle_ = style; }
   int DisplayRowIndex() const { return rowIndexStyle_; }
 
-  /// A click in the sheet, raised after the active cell has moved there.
+  /// A click in the grid, raised after the active cell has moved there.
   forms::Event<> Click;
   /// An item was chosen in a drop-down list, raised after the cell has its text.
   forms::Event<std::int16_t> ComboClick;

@@ -49,7 +49,7 @@ MyButton::MyButton(forms::Container& container, const ButtonDesign& design, std:
                                {.click = Click,
                                 .doubleClick = DblClick,
                                 .focus = GotFocus,
-                                .pointer = MouseOver,
+                                .hover = MouseOver,
                                 .drop = OLEDragDrop,
                                 .isCurrent = isCurrent},
                                [this](qt::ButtonState state) { return coloursOf(*this, state); })),
@@ -60,15 +60,15 @@ MyButton::MyButton(forms::Container& container, const ButtonDesign& design, std:
       transparentcolor_(design.transparentColour),
       extentx_(design.extentX),
       extenty_(design.extentY) {
-  qt::ButtonWidget& face = buttonOf(widget());
+  qt::ButtonWidget& button = buttonOf(widget());
   if (design.isKey) {
-    face.setKeyNumber(index);
-    face.setObjectName(QStringLiteral("%1(%2)").arg(design.name).arg(index));
+    button.setKeyNumber(index);
+    button.setObjectName(QStringLiteral("%1(%2)").arg(design.name).arg(index));
   }
-  face.setShowsFocus(showfocus_);
+  button.setShowsFocus(showfocus_);
   applyFont();
   caption_ = design.caption;
-  face.setCaption(qt::toQt(caption_));
+  button.setCaption(qt::toQt(caption_));
 }
 
 void MyButton::rescaled() {

@@ -145,8 +145,8 @@ std::size_t IniText::offsetForKey(const Section& section) const {
 
 void IniText::insert(std::size_t offset, std::string text, std::string_view lineEnd) {
   text.append(lineEnd);
-  const bool followsLine = offset == 0 || kLineEnds.find(bytes_[offset - 1]) != kLineEnds.npos;
-  bytes_.insert(offset, followsLine ? text : std::string(lineEnd) + text);
+  const bool atLineStart = offset == 0 || kLineEnds.find(bytes_[offset - 1]) != kLineEnds.npos;
+  bytes_.insert(offset, atLineStart ? text : std::string(lineEnd) + text);
 }
 
 }  // namespace profile

@@ -33,9 +33,9 @@ std::u16string foldedName(std::string_view name) {
 // A value is stored as it is. One with line breaks, other control characters or halves of surrogate
 // pairs is escaped, and marked as such by a backslash and a quote in front.
 constexpr std::u16string_view kEscapeMark = u"\\\"";
-constexpr char16_t kEscapeEnd = u'"';  // follows the escaped value  // follows the escaped value
+constexpr char16_t kEscapeEnd = u'"';  // follows the escaped value
 
-bool needsEscape(char16_t unit) {
+bool isEscapedUnit(char16_t unit) {
   return (unit < u' ' && unit != u'\t') || runtime::isSurrogate(unit);
 }
 
@@ -43,7 +43,7 @@ bool needsEscaping(std::u16string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (runtime::isSurrogatePair(text, i)) {
       ++i;
-    } else if (needsEscape(text[i])) {
+    } else if (isEscapedUnit(text[i])) {
       return true;
     }
   }
@@ -60,7 +60,7 @@ std::string encoded(std::u16string_view value) {
       text += u"\\n";
     } else if (unit == u'\r') {
       text += u"\\r";
-    } else if (needsEscape(unit)) {
+    } else if (isEscapedUnit(unit)) {
       text += u"\\u" + runtime::hexDigits(unit, 4);
     } else {
       text += unit;

@@ -1,7 +1,7 @@
 #include "platform/forms/qt/ButtonAccessible.h"
 
 #include "platform/forms/qt/KeyBlock.h"
-#include "platform/forms/qt/ReaderAction.h"
+#include "platform/forms/qt/ScreenReaderAction.h"
 
 namespace forms::qt {
 namespace {
@@ -14,33 +14,33 @@ const QString& doubleClickAction() {
 }  // namespace
 
 QString ButtonAccessible::text(QAccessible::Text kind) const {
-  if (kind != QAccessible::Description || !face().isKey()) return QAccessibleWidget::text(kind);
-  const GridPosition position = positionOf(face());
+  if (kind != QAccessible::Description || !button().isKey()) return QAccessibleWidget::text(kind);
+  const GridPosition position = positionOf(button());
   return QStringLiteral("%1, row %2, column %3, colour %4")
-      .arg(face().keyName())
+      .arg(button().keyName())
       .arg(position.row)
       .arg(position.column)
-      .arg(face().restColour().name().toUpper());
+      .arg(button().restColour().name().toUpper());
 }
 
 QAccessible::State ButtonAccessible::state() const {
   QAccessible::State now = QAccessibleWidget::state();
-  now.selectable = face().isKey();
-  now.selected = face().isCurrent();
+  now.selectable = button().isKey();
+  now.selected = button().isCurrent();
   return now;
 }
 
 QStringList ButtonAccessible::actionNames() const {
   QStringList names{pressAction(), setFocusAction()};
-  if (face().takesDoubleClick()) names.append(doubleClickAction());
+  if (button().takesDoubleClick()) names.append(doubleClickAction());
   return names;
 }
 
 void ButtonAccessible::doAction(const QString& action) {
   if (action == pressAction())
-    actLater(face(), [&face = face()] { face.click(); });
-  else if (action == doubleClickAction() && face().takesDoubleClick())
-    actLater(face(), [&face = face()] { face.doubleClick(); });
+    actLater(button(), [&button = button()] { button.click(); });
+  else if (action == doubleClickAction() && button().takesDoubleClick())
+    actLater(button(), [&button = button()] { button.doubleClick(); });
   else
     QAccessibleWidget::doAction(action);
 }

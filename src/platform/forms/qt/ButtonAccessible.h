@@ -10,7 +10,8 @@ namespace forms::qt {
 /// 1) and its colour at rest, is selected if it is the current one, and can be double-clicked.
 class ButtonAccessible final : public QAccessibleWidget {
  public:
-  explicit ButtonAccessible(ButtonWidget& face) : QAccessibleWidget(&face, QAccessible::Button) {}
+  explicit ButtonAccessible(ButtonWidget& button)
+      : QAccessibleWidget(&button, QAccessible::Button) {}
 
   QString text(QAccessible::Text kind) const override;
   QAccessible::State state() const override;
@@ -18,7 +19,7 @@ class ButtonAccessible final : public QAccessibleWidget {
   void doAction(const QString& action) override;
 
  private:
-  ButtonWidget& face() const { return *static_cast<ButtonWidget*>(widget()); }
+  ButtonWidget& button() const { return *static_cast<ButtonWidget*>(widget()); }
 };
 
 }  // namespace forms::qt

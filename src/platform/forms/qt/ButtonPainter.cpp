@@ -57,8 +57,8 @@ QPixmap plateOf(const ButtonAppearance& look, const QColor& accent, QSize size, 
 
 }  // namespace
 
-void paintKey(QPainter& painter, const QRect& area, const ButtonAppearance& look,
-              CaptionLayout& caption, const QColor& accent) {
+void paintButton(QPainter& painter, const QRect& area, const ButtonAppearance& look,
+                 CaptionLayout& caption, const QColor& accent) {
   const QTransform toDevice = painter.deviceTransform();
   const QRect bounds = deviceBounds(painter, area);
   painter.save();

@@ -17,8 +17,9 @@ struct ButtonAppearance {
   bool dropMark = false;
 };
 
-/// Paints a button, filled with exactly `look.back`. The state changes only its frame.
-void paintKey(QPainter& painter, const QRect& area, const ButtonAppearance& look,
-              CaptionLayout& caption, const QColor& accent);
+/// Paints a button, filled with exactly `look.back`. The flags change only its frame, and
+/// `pressed` also moves the caption down by a pixel.
+void paintButton(QPainter& painter, const QRect& area, const ButtonAppearance& look,
+                 CaptionLayout& caption, const QColor& accent);
 
 }  // namespace forms::qt

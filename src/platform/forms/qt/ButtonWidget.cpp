@@ -18,7 +18,7 @@ namespace forms::qt {
 namespace {
 
 /// Accepts a drag of text, as a move where the source offers one.
-bool take(QDropEvent& event) {
+bool acceptText(QDropEvent& event) {
   if (!event.mimeData()->hasFormat(kPlainText)) {
     event.ignore();
     return false;
@@ -108,7 +108,7 @@ void ButtonWidget::paintEvent(QPaintEvent*) {
   look.pressed = held_;
   look.focusMark = hasFocus() && showsFocus_;
   look.dropMark = dropMark_;
-  paintKey(painter, rect(), look, caption_, palette().color(QPalette::Highlight));
+  paintButton(painter, rect(), look, caption_, palette().color(QPalette::Highlight));
 }
 
 void ButtonWidget::mousePressEvent(QMouseEvent* event) {
@@ -168,7 +168,7 @@ void ButtonWidget::keyReleaseEvent(QKeyEvent* event) {
 void ButtonWidget::enterEvent(QEnterEvent*) {
   hovered_ = true;
   update();
-  qt::raise(events_.pointer);
+  qt::raise(events_.hover);
 }
 
 void ButtonWidget::leaveEvent(QEvent*) {
@@ -188,11 +188,11 @@ void ButtonWidget::focusOutEvent(QFocusEvent*) {
 }
 
 void ButtonWidget::dragEnterEvent(QDragEnterEvent* event) {
-  markDrop(take(*event));
+  markDrop(acceptText(*event));
 }
 
 void ButtonWidget::dragMoveEvent(QDragMoveEvent* event) {
-  take(*event);
+  acceptText(*event);
 }
 
 void ButtonWidget::dragLeaveEvent(QDragLeaveEvent*) {
@@ -201,7 +201,7 @@ void ButtonWidget::dragLeaveEvent(QDragLeaveEvent*) {
 
 void ButtonWidget::dropEvent(QDropEvent* event) {
   markDrop(false);
-  if (!take(*event)) return;
+  if (!acceptText(*event)) return;
   // Another program's text can be of any size, so a failure to copy it is handled by `dispatch`
   // too.
   dispatch([&] {

@@ -17,7 +17,7 @@ struct ButtonEvents {
   const Event<>& click;
   const Event<>& doubleClick;
   const Event<>& focus;
-  const Event<>& pointer;
+  const Event<>& hover;
   const Event<DataObject&, std::int32_t&, std::int16_t, std::int16_t, float, float>& drop;
   const std::function<bool()>& isCurrent;
 };

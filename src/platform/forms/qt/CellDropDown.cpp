@@ -36,11 +36,11 @@ void CellDropDown::hidePopup() {
 }
 
 void CellDropDown::paintEvent(QPaintEvent*) {
-  const SheetColours& colours = view_.colours();
+  const GridColours& colours = view_.colours();
   QPainter painter(this);
   painter.fillRect(rect(), colours.active);
   const QRect cell = rect().marginsAdded(kEditorMargins).adjusted(0, 0, -1, -1);
-  GridPainter::paintDropDown(painter, cell, view_.sheet().text(view_.currentIndex()),
+  GridPainter::paintDropDown(painter, cell, view_.gridModel().text(view_.currentIndex()),
                              colours.activeText);
 }
 

@@ -7,8 +7,8 @@
 
 namespace forms::qt {
 
-/// A tick box that paints its own caption on the stored back colour: no character of the caption is
-/// a mnemonic.
+/// A check box that paints its own caption on the stored back colour: no character of the caption
+/// is a mnemonic.
 class CheckBoxWidget : public QCheckBox {
  public:
   /// `toggle` is called, through the dispatcher, when the user changes the box; the box itself

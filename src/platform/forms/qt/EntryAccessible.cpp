@@ -1,6 +1,6 @@
 #include "platform/forms/qt/EntryAccessible.h"
 
-#include "platform/forms/qt/ReaderAction.h"
+#include "platform/forms/qt/ScreenReaderAction.h"
 
 namespace forms::qt {
 
@@ -16,9 +16,9 @@ QAccessibleInterface* EntryListAccessible::child(int row) const {
   if (row < 0 || row >= childCount()) return nullptr;
   auto known = rows_.find(row);
   if (known == rows_.end()) {
-    auto* reader = new EntryAccessible(list(), row);
+    auto* accessible = new EntryAccessible(list(), row);
     // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the toolkit owns what is registered
-    known = rows_.insert(row, QAccessible::registerAccessibleInterface(reader));
+    known = rows_.insert(row, QAccessible::registerAccessibleInterface(accessible));
   }
   return QAccessible::accessibleInterface(*known);
 }

@@ -102,7 +102,7 @@ void EntryList::drag(std::unique_ptr<QMimeData> text, Qt::DropActions actions) {
   Drag drag;
   drag.text = std::move(text);
   drag.actions = actions;
-  const EndRegistration watch([&drag] {
+  const EndRegistration registration([&drag] {
     QDrag::cancel();
     drag.loop.quit();
   });

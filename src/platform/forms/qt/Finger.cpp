@@ -26,7 +26,8 @@ Finger::Finger(QAbstractScrollArea& list, Gestures gestures)
   QScrollerProperties properties = scroller->scrollerProperties();
   properties.setScrollMetric(QScrollerProperties::VerticalOvershootPolicy,
                              QScrollerProperties::OvershootAlwaysOff);
-  // The scroller gets its first move only after the finger has moved far enough.
+  // The scroller gets its first move only after the finger has moved far enough, so its own
+  // threshold is almost zero.
   properties.setScrollMetric(QScrollerProperties::DragStartDistance, 0.0005);  // metres
   scroller->setScrollerProperties(properties);
 }

@@ -7,15 +7,15 @@ using FlexCell::CellType;
 GridModel::GridModel(int rows, int columns, QObject* parent)
     : QAbstractTableModel(parent),
       rows_(rows),
-      columns_(at(columns)),
-      cells_(at(rows) * at(columns)) {}
+      columns_(toSize(columns)),
+      cells_(toSize(rows) * toSize(columns)) {}
 
 const GridModel::Cell& GridModel::at(const QModelIndex& cell) const {
-  return cells_[at(cell.row()) * columns_.size() + at(cell.column())];
+  return cells_[toSize(cell.row()) * columns_.size() + toSize(cell.column())];
 }
 
 GridModel::Cell& GridModel::at(const QModelIndex& cell) {
-  return cells_[at(cell.row()) * columns_.size() + at(cell.column())];
+  return cells_[toSize(cell.row()) * columns_.size() + toSize(cell.column())];
 }
 
 void GridModel::setText(const QModelIndex& cell, const QString& text) {
@@ -39,7 +39,7 @@ bool GridModel::isFixed(const QModelIndex& cell) const {
 }
 
 void GridModel::setLocked(int column, bool locked) {
-  columns_[at(column)].locked = locked;
+  columns_[toSize(column)].locked = locked;
   emit dataChanged(index(0, column), index(rows_ - 1, column));
 }
 

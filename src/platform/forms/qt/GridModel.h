@@ -8,8 +8,8 @@
 
 namespace forms::qt {
 
-/// The content of a sheet: texts and kinds of its cells, and the settings of its columns. The first
-/// row and the first column are the sheet's fixed frame.
+/// The content of a grid: texts and kinds of its cells, and the settings of its columns. The first
+/// row and the first column are the grid's fixed frame.
 class GridModel : public QAbstractTableModel {
  public:
   static constexpr int kFixedRows = 1;
@@ -25,18 +25,18 @@ class GridModel : public QAbstractTableModel {
   void setAlignmentCode(const QModelIndex& cell, int code) { at(cell).alignmentCode = code; }
 
   bool isFixed(const QModelIndex& cell) const;
-  bool isLocked(int column) const { return columns_[at(column)].locked; }
+  bool isLocked(int column) const { return columns_[toSize(column)].locked; }
   void setLocked(int column, bool locked);
   /// Whether the user can change the cell's text.
   bool isEditable(const QModelIndex& cell) const {
     return !isFixed(cell) && !isLocked(cell.column());
   }
   /// Maximum number of 16-bit units that can be typed; 0 for no limit.
-  int maxLength(int column) const { return columns_[at(column)].maxLength; }
-  void setMaxLength(int column, int characters) { columns_[at(column)].maxLength = characters; }
+  int maxLength(int column) const { return columns_[toSize(column)].maxLength; }
+  void setMaxLength(int column, int characters) { columns_[toSize(column)].maxLength = characters; }
   /// The texts of the column's drop-down list, without hidden parts.
-  const QStringList& items(int column) const { return columns_[at(column)].items; }
-  void addItem(int column, const QString& item) { columns_[at(column)].items.append(item); }
+  const QStringList& items(int column) const { return columns_[toSize(column)].items; }
+  void addItem(int column, const QString& item) { columns_[toSize(column)].items.append(item); }
 
   /// The label of a cell: the text of the nearest locked cell on its left.
   QString label(const QModelIndex& cell) const;
@@ -59,7 +59,7 @@ class GridModel : public QAbstractTableModel {
     QStringList items;
   };
 
-  static std::size_t at(int position) { return static_cast<std::size_t>(position); }
+  static std::size_t toSize(int number) { return static_cast<std::size_t>(number); }
   const Cell& at(const QModelIndex& cell) const;
   Cell& at(const QModelIndex& cell);
   QString spokenText(const QModelIndex& cell) const;

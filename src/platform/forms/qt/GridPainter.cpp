@@ -11,8 +11,8 @@
 namespace forms::qt {
 namespace {
 
-/// The width of a line, in logical pixels: one, rounded down to full device pixels, at least one of
-/// them.
+/// The width of a line in logical pixels: one, rounded down to a full number of device pixels, but
+/// at least one device pixel.
 qreal hairline(const QPainter& painter) {
   const qreal density = painter.device()->devicePixelRatioF();
   return qMax(1, qFloor(density)) / density;
@@ -27,7 +27,7 @@ void paintBorder(QPainter& painter, const QRectF& area, const QColor& colour, in
   painter.fillRect(QRectF(area.right() - line, area.top(), line, area.height()), colour);
 }
 
-/// Paints the lines to the right of a cell and below it, but none at the sheet's own border.
+/// Paints the lines to the right of a cell and below it, but none at the grid's own border.
 void paintGrid(QPainter& painter, const QRectF& area, const QModelIndex& cell,
                const QColor& colour) {
   const qreal line = hairline(painter);
@@ -39,7 +39,7 @@ void paintGrid(QPainter& painter, const QRectF& area, const QModelIndex& cell,
 
 }  // namespace
 
-SheetColours::SheetColours(const FlexCell::GridDesign& design, const QPalette& palette)
+GridColours::GridColours(const FlexCell::GridDesign& design, const QPalette& palette)
     : back(drawnColour(design.control.backColour, palette)),
       text(textOn(design.control.foreColour, back, palette)),
       frame(drawnColour(kButtonFace, palette)),
@@ -57,10 +57,10 @@ GridPainter::GridPainter(GridView& view) : QStyledItemDelegate(&view), view_(vie
 
 void GridPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const {
-  const GridModel& sheet = view_.sheet();
-  const SheetColours& colours = view_.colours();
+  const GridModel& grid = view_.gridModel();
+  const GridColours& colours = view_.colours();
   const bool active = index == view_.currentIndex();
-  const bool fixed = sheet.isFixed(index);
+  const bool fixed = grid.isFixed(index);
   painter->fillRect(option.rect, fixed ? colours.frame : active ? colours.active : colours.back);
   paintGrid(*painter, option.rect, index, colours.grid);
   if (active && view_.holdsFocus())
@@ -72,12 +72,12 @@ void GridPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
   painter->setFont(option.font);
   const QRect cell = option.rect.adjusted(0, 0, -1, -1);
   const QColor& colour = active ? colours.activeText : colours.text;
-  switch (sheet.kind(index)) {
+  switch (grid.kind(index)) {
     case FlexCell::CellType::Text:
-      paintText(*painter, cell, sheet.text(index), colour);
+      paintText(*painter, cell, grid.text(index), colour);
       break;
     case FlexCell::CellType::ComboBox:
-      paintDropDown(*painter, cell, sheet.text(index), colour);
+      paintDropDown(*painter, cell, grid.text(index), colour);
       break;
     case FlexCell::CellType::CheckBox:
       paintCheckBox(*painter, option, index.data(Qt::CheckStateRole).toInt() == Qt::Checked);

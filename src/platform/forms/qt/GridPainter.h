@@ -16,14 +16,14 @@ inline constexpr int kCellInset = 8;
 /// that editor and painted text have the same vertical centre.
 inline constexpr QMargins kEditorMargins(2, 2, 2, 3);
 
-/// The colours in which a sheet is drawn.
-struct SheetColours {
-  SheetColours(const FlexCell::GridDesign& design, const QPalette& palette);
-  bool operator==(const SheetColours&) const = default;
+/// The colours in which a grid is drawn.
+struct GridColours {
+  GridColours(const FlexCell::GridDesign& design, const QPalette& palette);
+  bool operator==(const GridColours&) const = default;
   QColor back, text, frame, active, activeText, activeBorder, focus, grid, border;
 };
 
-/// Paints the cells of a sheet.
+/// Paints the cells of a grid.
 class GridPainter : public QStyledItemDelegate {
  public:
   explicit GridPainter(GridView& view);

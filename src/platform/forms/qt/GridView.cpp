@@ -32,11 +32,11 @@ GridView::GridView(QWidget* parent, const FlexCell::GridDesign& design, const Gr
     : QTableView(parent),
       design_(design),
       events_(events),
-      sheet_(new GridModel(design.rows, design.cols, this)),
+      gridModel_(new GridModel(design.rows, design.cols, this)),
       colours_(design, palette()),
       heights_(static_cast<std::size_t>(design.rows), design.defaultRowHeight),
       widths_(static_cast<std::size_t>(design.cols), kColumnWidth) {
-  setModel(sheet_);
+  setModel(gridModel_);
   setItemDelegate(new GridPainter(*this));
   edit_ = new CellEdit(*this);
   dropDown_ = new CellDropDown(*this);
@@ -55,7 +55,7 @@ GridView::GridView(QWidget* parent, const FlexCell::GridDesign& design, const Gr
   applySizes();
   applyColours();
   connect(edit_, &QLineEdit::textEdited, this,
-          [this](const QString& text) { sheet_->setText(currentIndex(), text); });
+          [this](const QString& text) { gridModel_->setText(currentIndex(), text); });
   // Emitted for every choice by the user, also of the entry that is chosen already.
   connect(dropDown_, &QComboBox::activated, this, [this](int item) { pick(item); });
   connect(qApp, &QApplication::focusChanged, viewport(), qOverload<>(&QWidget::update));
@@ -77,7 +77,7 @@ void GridView::rescale(double scale) {
   applySizes();
 }
 
-/// Rounded down, so that rows which fit the sheet at full size fit it at any scale.
+/// Rounded down, so that rows which fit the grid at full size fit it at any scale.
 void GridView::applySizes() {
   for (int row = 0; row < design_.rows; ++row)
     setRowHeight(row, static_cast<int>(heights_[static_cast<std::size_t>(row)] * scale_));
@@ -87,7 +87,7 @@ void GridView::applySizes() {
 
 /// The outer border uses the colour role of the frame, the editor the colours of the active cell.
 void GridView::applyColours() {
-  colours_ = SheetColours(design_, parentWidget()->palette());
+  colours_ = GridColours(design_, parentWidget()->palette());
   QPalette own;
   own.setColor(QPalette::WindowText, colours_.border);
   setPalette(own);
@@ -100,13 +100,13 @@ void GridView::applyColours() {
 void GridView::changeEvent(QEvent* event) {
   QTableView::changeEvent(event);
   const QPalette& outer = parentWidget()->palette();
-  if (event->type() == QEvent::PaletteChange && SheetColours(design_, outer) != colours_)
+  if (event->type() == QEvent::PaletteChange && GridColours(design_, outer) != colours_)
     applyColours();
 }
 
 QWidget* GridView::editor() const {
-  if (!sheet_->isEditable(currentIndex())) return nullptr;
-  switch (sheet_->kind(currentIndex())) {
+  if (!gridModel_->isEditable(currentIndex())) return nullptr;
+  switch (gridModel_->kind(currentIndex())) {
     case CellType::Text:
       return edit_;
     case CellType::ComboBox:
@@ -148,10 +148,10 @@ void GridView::syncEditor() {
   const QWidget* const open = editor();
   if (open == nullptr) return;
   const QModelIndex active = currentIndex();
-  const QString text = sheet_->text(active);
+  const QString text = gridModel_->text(active);
   if (open == edit_) {
-    edit_->setAccessibleName(sheet_->label(active));
-    const int limit = sheet_->maxLength(active.column());
+    edit_->setAccessibleName(gridModel_->label(active));
+    const int limit = gridModel_->maxLength(active.column());
     // A longer text that the screen has set is not cut.
     const int room =
         limit > 0 ? qMax(limit, static_cast<int>(text.size())) : std::numeric_limits<int>::max();
@@ -160,7 +160,7 @@ void GridView::syncEditor() {
     if (edit_->text() != text) edit_->setText(text);
   }
   if (open == dropDown_) {
-    dropDown_->setAccessibleName(sheet_->label(active));
+    dropDown_->setAccessibleName(gridModel_->label(active));
     fillDropDown();
     dropDown_->update();
   }
@@ -168,8 +168,8 @@ void GridView::syncEditor() {
 
 void GridView::fillDropDown() {
   const int column = currentIndex().column();
-  const QStringList& items = sheet_->items(column);
-  const QString text = sheet_->text(currentIndex());
+  const QStringList& items = gridModel_->items(column);
+  const QString text = gridModel_->text(currentIndex());
   if (std::exchange(listedColumn_, column) != column || dropDown_->count() != items.size()) {
     dropDown_->clear();
     dropDown_->addItems(items);
@@ -184,7 +184,7 @@ void GridView::openDropDown() {
 
 /// The cell gets its text before the event is raised.
 void GridView::pick(int item) {
-  sheet_->setText(currentIndex(), dropDown_->itemText(item));
+  gridModel_->setText(currentIndex(), dropDown_->itemText(item));
   qt::raise(events_.comboClick, static_cast<std::int16_t>(item));
 }
 
@@ -199,8 +199,8 @@ void GridView::focusInEvent(QFocusEvent* event) {
   if (QWidget* open = editor(); open != nullptr && !leaving_) open->setFocus(event->reason());
 }
 
-/// The tab order has the sheet itself, not its editors, so the move to the next control starts at
-/// the sheet.
+/// The tab order has the grid itself, not its editors, so the move to the next control starts at
+/// the grid.
 bool GridView::leave(bool next) {
   leaving_ = true;
   setFocus();
@@ -247,7 +247,7 @@ bool GridView::navigate(const QKeyEvent& event) {
 void GridView::step(int rows, int columns) {
   const QModelIndex from = currentIndex();
   const auto free = [this](const QModelIndex& at) {
-    return !sheet_->isFixed(at) && rowHeight(at.row()) > 0;
+    return !gridModel_->isFixed(at) && rowHeight(at.row()) > 0;
   };
   QModelIndex to = from;
   const int down = rows < 0 ? -1 : 1;
@@ -260,7 +260,7 @@ void GridView::step(int rows, int columns) {
   const int right = columns < 0 ? -1 : 1;
   for (int column = from.column() + right, left = qAbs(columns);
        left > 0 && column >= 0 && column < design_.cols; column += right) {
-    if (sheet_->isLocked(column) || !free(cell(from.row(), column))) continue;
+    if (gridModel_->isLocked(column) || !free(cell(from.row(), column))) continue;
     to = cell(from.row(), column);
     --left;
   }
@@ -269,7 +269,7 @@ void GridView::step(int rows, int columns) {
 
 void GridView::keyPressEvent(QKeyEvent* event) {
   const bool space = event->key() == Qt::Key_Space && !event->isAutoRepeat();
-  if (space && sheet_->kind(currentIndex()) == CellType::CheckBox)
+  if (space && gridModel_->kind(currentIndex()) == CellType::CheckBox)
     toggle(currentIndex());
   else if (!navigate(*event))
     event->ignore();
@@ -281,8 +281,8 @@ bool GridView::holdsFocus() const {
 
 void GridView::announceCell() {
   if (!QAccessible::isActive() || !holdsFocus()) return;
-  QAccessibleEvent told(accessibleCell(currentIndex()), QAccessible::Focus);
-  QAccessible::updateAccessibility(&told);
+  QAccessibleEvent event(accessibleCell(currentIndex()), QAccessible::Focus);
+  QAccessible::updateAccessibility(&event);
 }
 
 QAccessibleInterface* GridView::accessibleCell(const QModelIndex& cell) {
@@ -291,13 +291,14 @@ QAccessibleInterface* GridView::accessibleCell(const QModelIndex& cell) {
 }
 
 void GridView::toggle(const QModelIndex& cell) {
-  if (!sheet_->isEditable(cell)) return;
-  sheet_->setText(cell, sheet_->text(cell) == u"1" ? QStringLiteral("0") : QStringLiteral("1"));
+  if (!gridModel_->isEditable(cell)) return;
+  gridModel_->setText(cell,
+                      gridModel_->text(cell) == u"1" ? QStringLiteral("0") : QStringLiteral("1"));
   if (!QAccessible::isActive()) return;
   QAccessible::State changed;
   changed.checked = true;
-  QAccessibleStateChangeEvent told(accessibleCell(cell), changed);
-  QAccessible::updateAccessibility(&told);
+  QAccessibleStateChangeEvent event(accessibleCell(cell), changed);
+  QAccessible::updateAccessibility(&event);
 }
 
 void GridView::mousePressEvent(QMouseEvent* event) {
@@ -314,7 +315,7 @@ void GridView::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || !pressed_.isValid()) return;
   const QModelIndex pressed = std::exchange(pressed_, QPersistentModelIndex());
   const bool same = indexAt(event->position().toPoint()) == pressed;
-  if (same && sheet_->kind(pressed) == CellType::CheckBox) toggle(pressed);
+  if (same && gridModel_->kind(pressed) == CellType::CheckBox) toggle(pressed);
   click();
   if (same && pressed == currentIndex()) openDropDown();
 }

@@ -16,7 +16,7 @@ class QAccessibleInterface;
 
 namespace forms::qt {
 
-/// The events of a sheet, raised through the dispatcher.
+/// The events of a grid, raised through the dispatcher.
 struct GridEvents {
   const Event<>& click;
   const Event<std::int16_t>& comboClick;
@@ -28,9 +28,9 @@ class GridView final : public QTableView {
  public:
   GridView(QWidget* parent, const FlexCell::GridDesign& design, const GridEvents& events);
 
-  GridModel& sheet() const { return *sheet_; }
-  const SheetColours& colours() const { return colours_; }
-  QModelIndex cell(int row, int column) const { return sheet_->index(row, column); }
+  GridModel& gridModel() const { return *gridModel_; }
+  const GridColours& colours() const { return colours_; }
+  QModelIndex cell(int row, int column) const { return gridModel_->index(row, column); }
 
   /// Sizes in pixels of 15 twips; they follow the scale at which the screen is laid out.
   void setHeight(int row, int pixels);
@@ -51,7 +51,7 @@ class GridView final : public QTableView {
   void openDropDown();
   /// Tells screen readers that the active cell has the focus.
   void announceCell();
-  /// True when the sheet, its editor or its open list has the focus.
+  /// True when the grid, its editor or its open list has the focus.
   bool holdsFocus() const;
   void fillDropDown();
 
@@ -80,8 +80,8 @@ class GridView final : public QTableView {
 
   FlexCell::GridDesign design_;
   GridEvents events_;
-  GridModel* sheet_;
-  SheetColours colours_;
+  GridModel* gridModel_;
+  GridColours colours_;
   CellEdit* edit_ = nullptr;
   CellDropDown* dropDown_ = nullptr;
   std::vector<int> heights_;

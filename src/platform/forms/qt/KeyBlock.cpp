@@ -12,8 +12,8 @@ namespace {
 QList<ButtonWidget*> shownKeys(const ButtonWidget& key) {
   QList<ButtonWidget*> keys;
   for (QObject* sibling : key.parentWidget()->children()) {
-    auto* const face = dynamic_cast<ButtonWidget*>(sibling);
-    if (face != nullptr && face->isKey() && !face->isHidden()) keys.append(face);
+    auto* const button = dynamic_cast<ButtonWidget*>(sibling);
+    if (button != nullptr && button->isKey() && !button->isHidden()) keys.append(button);
   }
   return keys;
 }

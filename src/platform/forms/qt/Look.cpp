@@ -82,12 +82,12 @@ int Look::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* w
 }
 
 int Look::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
-  constexpr int kTickBox = 16;
+  constexpr int kCheckBoxSide = 16;
   constexpr int kScrollBar = 24;  // wide enough for a finger
   switch (metric) {
     case PM_IndicatorWidth:
     case PM_IndicatorHeight:
-      return kTickBox;
+      return kCheckBoxSide;
     case PM_ScrollBarExtent:
       return kScrollBar;
     case PM_DefaultFrameWidth:

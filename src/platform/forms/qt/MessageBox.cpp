@@ -20,7 +20,7 @@ MessageBox::MessageBox(const std::u16string& text, const std::u16string& title,
 }
 
 int MessageBox::ask() {
-  const EndRegistration watch([this] { done(0); });
+  const EndRegistration registration([this] { done(0); });
   return process::hasEnded() ? 0 : exec();
 }
 

@@ -9,7 +9,8 @@ namespace forms::qt {
 
 /// Limits a line edit to one line of complete characters: control characters and line breaks of
 /// pasted text become blanks; an unpaired surrogate, which a length limit can leave, is dropped.
-/// The edit, which owns this object, takes no drops: only keys do.
+/// The edit, which owns this object, accepts no drops: of all controls only the buttons of the key
+/// block do.
 class OneLineValidator : public QValidator {
  public:
   explicit OneLineValidator(QLineEdit& edit);

@@ -6,7 +6,7 @@
 namespace forms::qt {
 
 /// Exists while a handler, or a modal loop inside one, runs. After 300 ms `showIfLate` shows the
-/// wait cursor. The time in a modal loop doesn't count: when the loop ends, the time of the outer
+/// wait pointer. The time in a modal loop doesn't count: when the loop ends, the time of the outer
 /// handler starts again from 0.
 class WaitPointer {
  public:

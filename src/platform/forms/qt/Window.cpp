@@ -159,7 +159,7 @@ void Window::showScreen() {
 
 void Window::showScreenModal() {
   QEventLoop loop;
-  const EndRegistration watch([&loop] { loop.quit(); });
+  const EndRegistration registration([&loop] { loop.quit(); });
   modalLoop_ = &loop;
   setWindowModality(Qt::ApplicationModal);
   showScreen();

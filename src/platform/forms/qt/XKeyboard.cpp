@@ -68,7 +68,7 @@ bool XKeyboard::nativeEventFilter(const QByteArray& type, void* message, qintptr
 }
 
 /// The server doesn't report releases to this program while none of its windows has the keyboard.
-/// Events that it sent before its answer can still be waiting: to those the answer doesn't apply.
+/// The answer doesn't apply to events that the server sent before it and that are still waiting.
 void XKeyboard::askForReleased() {
   std::array<char, kKeys / 8> bits{};
   queryKeymap_(display_, bits.data());

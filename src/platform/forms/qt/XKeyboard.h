@@ -34,7 +34,7 @@ class XKeyboard : private QAbstractNativeEventFilter {
   std::bitset<kKeys> down_;                  ///< by scan code, as of the last event
   std::bitset<kKeys> up_;                    ///< by scan code, at the last query; not pressed since
   std::bitset<kKeys> lastRepeats_;           ///< by scan code: the last press was a repeat
-  std::uint32_t query_ = 0;                  ///< number of that request
+  std::uint32_t query_ = 0;                  ///< number of the last query's request
   QHash<quint32, QList<quint64>> repeated_;  ///< times of each key's repeats, by scan code
 };
 

@@ -1,4 +1,4 @@
-#include "platform/forms/qt/ShownModals.h"
+#include "platform/forms/qt/ModalRestorer.h"
 
 #include <QEvent>
 #include <QWidget>
@@ -6,11 +6,11 @@
 
 namespace forms::qt {
 
-ShownModals::ShownModals(QObject* application) : QObject(application) {
+ModalRestorer::ModalRestorer(QObject* application) : QObject(application) {
   application->installEventFilter(this);
 }
 
-bool ShownModals::eventFilter(QObject* watched, QEvent* event) {
+bool ModalRestorer::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::WindowStateChange || !watched->isWidgetType()) return false;
   auto* const window = static_cast<QWidget*>(watched);
   if (!window->isModal() || !window->isMinimized()) return false;

@@ -1,4 +1,4 @@
-#include "platform/forms/qt/Readers.h"
+#include "platform/forms/qt/AccessibleFactory.h"
 
 #include <QAbstractItemView>
 #include <QAccessibleWidget>
@@ -63,7 +63,7 @@ class DropDownAccessible : public QAccessibleWidget {
 };
 
 QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
-  if (auto* face = dynamic_cast<ButtonWidget*>(object)) return new ButtonAccessible(*face);
+  if (auto* button = dynamic_cast<ButtonWidget*>(object)) return new ButtonAccessible(*button);
   if (auto* list = dynamic_cast<EntryList*>(object)) return new EntryListAccessible(*list);
   if (auto* box = qobject_cast<QComboBox*>(object); box != nullptr && !box->isEditable())
     return new DropDownAccessible(box);

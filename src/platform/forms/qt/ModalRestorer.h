@@ -6,9 +6,9 @@ namespace forms::qt {
 
 /// Shows a modal window again when it is minimised, as an event filter of the application. While it
 /// is hidden the user could do nothing, since it blocks all other windows.
-class ShownModals : public QObject {
+class ModalRestorer : public QObject {
  public:
-  explicit ShownModals(QObject* application);
+  explicit ModalRestorer(QObject* application);
   bool eventFilter(QObject* watched, QEvent* event) override;
 };
 

@@ -28,7 +28,7 @@ std::string layoutOf(int level) {
 
 }  // namespace
 
-void createShop(const fs::path& folder, const makestore::ShopOrder& order) {
+void createShop(const fs::path& folder, const makestore::ShopOptions& options) {
   for (int level = 1; level <= kLevels; ++level)
     write(folder / "Posdata" / ("FastMovers" + std::to_string(level) + ".txt"), layoutOf(level));
   write(folder / "Posdata" / "FastTouchButtons.ini",
@@ -36,7 +36,7 @@ void createShop(const fs::path& folder, const makestore::ShopOrder& order) {
   write(folder / "Posdata" / "Posconfig.ini", "[GENERAL]\r\nLOAD_FASTMOVERS_LARGE=0\r\n");
   const fs::path store = folder / kStore;
   fs::create_directories(store.parent_path());
-  makestore::shopStore(order).write(store);
+  makestore::shopStore(options).write(store);
 }
 
 void writeSettings(const fs::path& configuration) {

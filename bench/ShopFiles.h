@@ -16,7 +16,7 @@ inline constexpr int kProductsPerLevel = 100;
 inline constexpr const char* kStore = "Stores/Demo/MASTER.mdb";
 
 /// Creates a program folder with the store "Demo" and a layout for each level.
-void createShop(const std::filesystem::path& folder, const makestore::ShopOrder& order);
+void createShop(const std::filesystem::path& folder, const makestore::ShopOptions& options);
 
 /// Writes the settings below the user's configuration folder, which name the store.
 void writeSettings(const std::filesystem::path& configuration);

@@ -161,16 +161,16 @@ int main() {
   try {
     // On the disk of the build: the temporary folder may be one in memory.
     const bench::Folder shop(fs::read_symlink("/proc/self/exe").parent_path());
-    makestore::ShopOrder order;
-    order.slots = kProducts;
-    order.products = kProducts;
-    order.free.emplace();
-    order.departmentCount = 1;
-    bench::createShop(shop.path(), order);
+    makestore::ShopOptions options;
+    options.slots = kProducts;
+    options.products = kProducts;
+    options.free.emplace();
+    options.departmentCount = 1;
+    bench::createShop(shop.path(), options);
     bench::writeSettings(shop.path());
     RunningEditor editor(shop.path());
     editor.start();
-    makestore::StoreBuilder store = makestore::shopStore(order);
+    makestore::StoreBuilder store = makestore::shopStore(options);
     bench::writeNative(shop / "native.db", store);
     measureList(editor, shop / "native.db");
     measureLevels(editor);

@@ -80,12 +80,12 @@ void measure(const fs::path& shop) {
 }
 
 void layOut(const fs::path& shop) {
-  makestore::ShopOrder order;
-  order.slots = kProducts;
-  order.products = kProducts;
-  order.free.emplace();
-  order.barcodes = makestore::Barcodes::None;
-  bench::createShop(shop, order);
+  makestore::ShopOptions options;
+  options.slots = kProducts;
+  options.products = kProducts;
+  options.free.emplace();
+  options.barcodes = makestore::Barcodes::None;
+  bench::createShop(shop, options);
   bench::writeSettings(shop);
 }
 

@@ -93,11 +93,11 @@ class Start {
 
 void measureStart(const fs::path& programs) {
   const bench::Folder shop;
-  makestore::ShopOrder order;
-  order.slots = kProducts;
-  order.products = kProducts;
-  order.free.emplace();
-  bench::createShop(shop.path(), order);
+  makestore::ShopOptions options;
+  options.slots = kProducts;
+  options.products = kProducts;
+  options.free.emplace();
+  bench::createShop(shop.path(), options);
   fs::create_symlink(programs / "keystrand", shop / "keystrand");
 
   const bench::Desktop desktop;

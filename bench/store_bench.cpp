@@ -126,11 +126,11 @@ void measureMemory(const fs::path& store) {
 }
 
 void writeStoreToFill(const fs::path& path, int slots) {
-  makestore::ShopOrder order;
-  order.slots = slots;
-  order.free.emplace();
-  for (int i = 1; i <= kFreeSlots; ++i) order.free->insert(i * (slots / kFreeSlots));
-  makestore::shopStore(order).write(path);
+  makestore::ShopOptions options;
+  options.slots = slots;
+  options.free.emplace();
+  for (int i = 1; i <= kFreeSlots; ++i) options.free->insert(i * (slots / kFreeSlots));
+  makestore::shopStore(options).write(path);
 }
 
 /// Adds one product; the number varies the name's first letter, so that the names spread over the
@@ -207,10 +207,10 @@ void runChild(const std::string& option, const fs::path& file) {
 }
 
 void writeShop(const fs::path& folder, const std::string& name, int slots, int products) {
-  makestore::ShopOrder order;
-  order.slots = slots;
-  order.products = products;
-  makestore::StoreBuilder store = makestore::shopStore(order);
+  makestore::ShopOptions options;
+  options.slots = slots;
+  options.products = products;
+  makestore::StoreBuilder store = makestore::shopStore(options);
   store.write(folder / (name + ".mdb"));
   bench::writeNative(folder / (name + ".db"), store);
 }

@@ -45,8 +45,8 @@ struct Editors {
   Editors() {
     namespace fs = std::filesystem;
     const fs::path folder = fs::temp_directory_path() / ("entry-" + std::to_string(getpid()));
-    makestore::ShopOrder order;
-    order.slots = order.products = 3;
+    makestore::ShopOptions options;
+    options.slots = options.products = 3;
     fs::create_directories(folder / "Stores" / "Demo");
     makestore::shopStore(order).write(folder / "Stores" / "Demo" / "MASTER.mdb");
     setenv("QT_QPA_PLATFORM", "offscreen", 1);

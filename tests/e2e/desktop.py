@@ -124,7 +124,7 @@ class Desktop:
         """Whether this window has the keyboard focus."""
         return self.run("xdotool", "getwindowfocus", "-f", check=False).strip() == str(window)
 
-    def origin(self, window):
+    def client_area(self, window):
         """Position on the screen and size of a window's client area, in pixels."""
         output = self.run("xwininfo", "-id", str(window))
 
@@ -141,7 +141,7 @@ class Desktop:
 
     def is_filled_by(self, window):
         """Whether a window and its frame fill the desktop."""
-        x, y, width, height = self.origin(window)
+        x, y, width, height = self.client_area(window)
         left, right, top, bottom = self.frame(window)
         return ((x - left, y - top, x + width + right, y + height + bottom) ==
                 (0, 0, self.width, self.height))
@@ -167,13 +167,13 @@ class Desktop:
 
     def close_box(self, window):
         """The centre of the close box in a window's frame: the last box in its title bar."""
-        left, top, width, _ = self.origin(window)
+        left, top, width, _ = self.client_area(window)
         bar = self.frame(window)[2]
         return left + width - bar // 2, top - bar // 2
 
     def double_click_title(self, window):
         """Double-clicks a window's title bar, which restores or maximises it in most window managers."""
-        left, top, width, _ = self.origin(window)
+        left, top, width, _ = self.client_area(window)
         self.xdotool("mousemove", left + width // 2, top - self.frame(window)[2] // 2,
                   "click", "--repeat", 2, "--delay", 60, 1)
 

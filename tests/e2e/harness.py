@@ -83,7 +83,7 @@ class Program:
         """Whether the program and the window manager agree on the position of a window."""
         box = none_if_gone(lambda: self.box(node))
         return box and all(abs(one - other) <= 1
-                            for one, other in zip(box, self.desktop.origin(window)))
+                            for one, other in zip(box, self.desktop.client_area(window)))
 
     def root(self):
         return wait_until(lambda: self.desktop.reader.program(self.pid),
@@ -117,7 +117,7 @@ class Screen:
         self.node = program.find_window(lambda node: node.name == title, f"the screen {title!r}")
         wait_until(lambda: program.is_settled(self.node, self.window), f"{title!r} to stop moving")
         self.await_keyboard()
-        self.left, self.top, self.width, self.height = self.desktop.origin(self.window)
+        self.left, self.top, self.width, self.height = self.desktop.client_area(self.window)
         self.twip = 1 / controls.TWIPS_PER_PIXEL  # in pixels of the display
         if program.scale != 1:
             self.twip = self.program.box(self.find(name="Save"))[2] / table["cmdSave"][2]

@@ -75,7 +75,7 @@ class Shop:
     # The communications program
 
     def comms(self):
-        """Installs a stand-in that records the settings at its start; returns a list of its records."""
+        """Installs a stand-in that records the settings at its start; returns a function that lists its records."""
         path = self.folder / "tavenor_comms.exe"
         path.write_text('#!/bin/sh\nd=$(dirname "$0")\n'
                         'cat "$XDG_CONFIG_HOME/program-settings/tavenor.ini" >"$d/found.$$.part"\n'

@@ -89,7 +89,7 @@ class LostDisplay(Case):
         self.ends(self.screen())
 
     def test_while_a_drag_is_moving(self):
-        # The server goes between two of the toolkit's questions about the pointer.
+        # The display ends between two of the toolkit's queries for the pointer's position.
         for _ in range(3):
             screen = self.screen()
             screen.start_drag(0)
@@ -127,7 +127,7 @@ class DroppedText(Case):
         self.addCleanup(lambda: (source.kill(), source.wait(), source.stdout.close()))
         window = wait_until(lambda: Suite.desktop.windows(source.pid, "Drop source"),
                             "the other program")[0]
-        left, top, width, height = Suite.desktop.origin(window)
+        left, top, width, height = Suite.desktop.client_area(window)
         Suite.desktop.xdotool("mousemove", left + width // 2, top + height // 2, "mousedown", 1)
         self.assertEqual(source.stdout.readline().strip(), b"dragging")
         x, y = self.screen.point(key)

@@ -65,10 +65,10 @@ class Restored(Large):
     def test_the_screen_has_its_stored_size_and_position(self):
         screen = self.large()
         screen.desktop.double_click_title(screen.window)
-        wait_until(lambda: screen.desktop.origin(screen.window) == (8, 30, 304, 202),
+        wait_until(lambda: screen.desktop.client_area(screen.window) == (8, 30, 304, 202),
                    "the stored bounds")
         screen.desktop.double_click_title(screen.window)
-        wait_until(lambda: screen.desktop.origin(screen.window)[2] == screen.desktop.width,
+        wait_until(lambda: screen.desktop.client_area(screen.window)[2] == screen.desktop.width,
                    "the full width")
 
 
@@ -78,7 +78,7 @@ class NoWindowManager(Large):
         for scale in ("1.25", "1"):
             program = self.start(desktop=bare, environment={"QT_SCALE_FACTOR": scale})
             window = program.window(controls.LARGE_TITLE)
-            wait_until(lambda: bare.origin(window) == (0, 0, bare.width, bare.height),
+            wait_until(lambda: bare.client_area(window) == (0, 0, bare.width, bare.height),
                        f"the full display at the scale factor {scale}")
         left, top, width, height = (value // controls.TWIPS_PER_PIXEL for value in controls.LARGE["cmdClose"])
         bare.xdotool("mousemove", left + width // 2, top + height // 2, "click", 1)

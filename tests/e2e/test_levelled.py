@@ -314,7 +314,7 @@ class Pointer(Case):
             if in_time:
                 self.assertEqual(notices(), 1)
 
-    def test_repeats_that_arrive_with_the_keyboard_and_the_release_are_no_new_press(self):
+    def test_key_repeats_that_arrive_together_with_the_focus_and_the_release_are_no_new_press(self):
         screen = self.levelled()
         screen.save()  # the focus is on Save
         made = len(screen.desktop.created)

@@ -124,7 +124,8 @@ TEST(CopyMode, CopiedColoursSurviveLevelChangesSavesAndResetsUntilCopyModeEnds) 
   EXPECT_EQ(saved[1], lineOf({.key = 1, .back = 0x00FF00}));
   user.click("cmdCopy");
   EXPECT_EQ(caption(user, "cmdCopy"), "Copy Button Settings");
-  EXPECT_EQ(shownColour(user, "cmdCopy"), 0xFFFFFF) << "not the look that it had at the start";
+  EXPECT_EQ(shownColour(user, "cmdCopy"), 0xFFFFFF)
+      << "the end of copy mode does not restore the look of the start";
   EXPECT_TRUE(hasInk(user, "cmdCopy", Qt::black));
   user.click(key(4));
   saved = shop.save(user, "FastMovers3.txt");

@@ -20,37 +20,38 @@ struct Arrangement {
 Arrangement arrangeWith(const std::string& settings) {
   const support::ProgramFolder folder;
   folder.write("Posdata/FastTouchButtons.ini", "[BUTTONS_BL]\r\n" + settings);
-  Arrangement walk;
-  walk.error = support::errorNumberOf([&] {
+  Arrangement arranged;
+  arranged.error = support::errorNumberOf([&] {
     keygeometry::Arrange(
         keygeometry::ReadSettings(), kKeys,
-        [&](std::int16_t key, const keygeometry::KeyPosition& at) { walk.placed[key] = at; });
+        [&](std::int16_t key, const keygeometry::KeyPosition& at) { arranged.placed[key] = at; });
   });
-  return walk;
+  return arranged;
 }
 
 }  // namespace
 
 TEST(KeyGeometry, WithDefaultsTheKeysFillColumnsUpwardsFromTheBottomLeft) {
-  const Arrangement walk = arrangeWith("");
-  ASSERT_EQ(walk.error, 0);
-  ASSERT_EQ(walk.placed.size(), 63U);
+  const Arrangement arranged = arrangeWith("");
+  ASSERT_EQ(arranged.error, 0);
+  ASSERT_EQ(arranged.placed.size(), 63U);
   const std::map<int, std::pair<int, int>> expected{
       {0, {0, 8640}}, {1, {0, 7560}},    {6, {0, 2160}}, {7, {0, 1080}},
       {8, {0, 0}},    {9, {1350, 8640}}, {62, {8100, 0}}};
   for (const auto& [key, position] : expected) {
-    EXPECT_EQ(walk.placed.at(key).Left, position.first) << key;
-    EXPECT_EQ(walk.placed.at(key).Top, position.second) << key;
+    EXPECT_EQ(arranged.placed.at(key).Left, position.first) << key;
+    EXPECT_EQ(arranged.placed.at(key).Top, position.second) << key;
   }
-  EXPECT_EQ(walk.placed.at(49).Height, 1050);
+  EXPECT_EQ(arranged.placed.at(49).Height, 1050);
 }
 
 TEST(KeyGeometry, EachMissingSettingHasItsDefault) {
-  const Arrangement walk = arrangeWith("Space=-50\r\nstartleft= 100 \r\nButtonHeight=\"500\"\r\n");
-  ASSERT_EQ(walk.error, 0);
-  EXPECT_EQ(walk.placed.at(1).Top, 8640 - 500 + 50);
-  EXPECT_EQ(walk.placed.at(9).Left, 100 + 1320 - 50);
-  EXPECT_EQ(walk.placed.at(62).Height, 500);
+  const Arrangement arranged =
+      arrangeWith("Space=-50\r\nstartleft= 100 \r\nButtonHeight=\"500\"\r\n");
+  ASSERT_EQ(arranged.error, 0);
+  EXPECT_EQ(arranged.placed.at(1).Top, 8640 - 500 + 50);
+  EXPECT_EQ(arranged.placed.at(9).Left, 100 + 1320 - 50);
+  EXPECT_EQ(arranged.placed.at(62).Height, 500);
 }
 
 TEST(KeyGeometry, TheRowsSettingMayBeAnyNumber) {
@@ -92,8 +93,8 @@ TEST(KeyGeometry, AValueThatIsNoNumberOrBeyondItsRangeFailsBeforeAnyKeyIsPlaced)
                                          {"StartTop=32768\r\n", 6},
                                          {"StartLeft=-32769\r\n", 6}};
   for (const auto& [settings, error] : cases) {
-    const Arrangement walk = arrangeWith(settings);
-    EXPECT_EQ(walk.error, error) << settings;
-    EXPECT_TRUE(walk.placed.empty()) << settings;
+    const Arrangement arranged = arrangeWith(settings);
+    EXPECT_EQ(arranged.error, error) << settings;
+    EXPECT_TRUE(arranged.placed.empty()) << settings;
   }
 }

@@ -159,7 +159,7 @@ TEST(Levels, AResetLeavesTheIdsSoThatASaveWritesThemBesideEmptyCaptions) {
   EXPECT_EQ(shop.save(user)[7], lineOf({.key = 7, .product = "8", .back = kWhite}));
 }
 
-// That of a file that can't be deleted is among the faults of both editors.
+// tests/keyeditor/save_faults_test.cpp tests a file that can't be deleted.
 TEST(Levels, AFileThatCanNotBeWrittenEndsTheProgram) {
   Shop shop;
   WindowDriver user = shop.open();

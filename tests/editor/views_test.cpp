@@ -115,7 +115,7 @@ TEST(Views, AStartThatFailsShowsNoScreen) {
   EXPECT_FALSE(WindowDriver::isShown("frmMain"));
 }
 
-TEST(HandOff, BothOrdersAreWrittenBeforeTheProgramStarts) {
+TEST(HandOff, BothSettingsAreWrittenBeforeTheProgramStarts) {
   Shop shop;
   shop.folder.write("TAVENOR_Comms.exe", "");
   WindowDriver user = shop.open();
@@ -130,7 +130,7 @@ TEST(HandOff, BothOrdersAreWrittenBeforeTheProgramStarts) {
   EXPECT_EQ(shop.failure(), 0);
 }
 
-TEST(HandOff, WithoutTheProgramItFailsWithBothOrdersWritten) {
+TEST(HandOff, WithoutTheProgramItFailsWithBothSettingsWritten) {
   Shop shop;
   shop.host.startFailure = runtime::RunTimeError(runtime::ErrorNumber::FileNotFound);
   shop.open().click("cmdUpdate");

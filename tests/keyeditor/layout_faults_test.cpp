@@ -22,7 +22,7 @@ constexpr std::int32_t kGood = 255;
 struct Fault {
   const char* name;
   std::string line;       // line 30 of the file, for key 29; all other lines are valid
-  std::string caption;    // the caption of key 29 afterwards
+  std::string caption;    // its caption afterwards; empty where only the saved line is compared
   std::int32_t colour;    // its back colour
   int error;              // the large editor's error; 0 when the line is good
   std::string savedHead;  // index, id and caption of key 29 in the levelled editor's next save

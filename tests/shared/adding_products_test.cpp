@@ -121,25 +121,25 @@ TEST_F(AddingProducts, KeepsEveryReferenceStoreSound) {
 }
 
 TEST_F(AddingProducts, KeepsStoresOfOtherShapesSound) {
-  makestore::ShopOrder packed;
+  makestore::ShopOptions packed;
   packed.packedIndexes = true;
   packed.referenceMaps = true;
   packed.compressed = false;
   packed.moved = {17, 42, 300};
   packed.flagType = jet::ColumnType::Boolean;
   packed.freePages = 0;
-  makestore::ShopOrder encoded;
+  makestore::ShopOptions encoded;
   encoded.encodingKey = 0xABCDEF;
   encoded.departmentType = jet::ColumnType::Text;
   encoded.priceType = jet::ColumnType::Double;
   encoded.descriptionIndex = false;
   encoded.shuffled = true;
-  for (const makestore::ShopOrder& order :
+  for (const makestore::ShopOptions& options :
        {packed, encoded, makestore::cafeShop(), makestore::tightShop()}) {
     added_.clear();
     const jettest::Scratch scratch;
     const fs::path file = scratch.folder() / "MASTER.mdb";
-    makestore::shopStore(order).write(file);
+    makestore::shopStore(options).write(file);
     EXPECT_EQ(addMany(file), std::vector<int>());
     EXPECT_EQ(added_.size(), static_cast<std::size_t>(kMost));
     expectSound(file);

@@ -67,10 +67,10 @@ std::map<std::string, std::string> rowsById(jet::Database& database, std::u16str
 TEST(TwoPrograms, TwoProgramsThatAddProductsAtOnceNeverFillASlotTwice) {
   const jettest::Scratch scratch;
   const fs::path file = scratch.folder() / "MASTER.mdb";
-  makestore::ShopOrder order;
-  order.slots = kSlots;
-  order.products = kNamed;
-  makestore::shopStore(order).write(file);
+  makestore::ShopOptions options;
+  options.slots = kSlots;
+  options.products = kNamed;
+  makestore::shopStore(options).write(file);
   mdOpenDatabase::StoreFolder = jettest::wide(scratch.folder().string());
 
   const auto program = [&](const char* name) {
@@ -98,7 +98,7 @@ TEST(TwoPrograms, TwoProgramsThatAddProductsAtOnceNeverFillASlotTwice) {
   EXPECT_EQ(named, kNamed + filled.size());
   for (const auto& [id, name] : filled) {
     EXPECT_THAT(stock.at(std::to_string(id)), testing::HasSubstr("\t" + name + "\t1.2500\t0\t"));
-    // The fourth flag is none of the sheet's.
+    // The fourth flag, SCALE, is not on the sheet.
     EXPECT_TRUE(flags.at(std::to_string(id)).ends_with("\t1\t1\t1\t0\t1\t1"));
   }
   for (const char16_t* table : {u"tblStock", u"tblPlu"})

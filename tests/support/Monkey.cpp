@@ -61,7 +61,7 @@ Monkey::Monkey(std::string screen, std::size_t keys) : keys_(keys), screen_(std:
          press(name, [&] { user_->click(name); });
        }},
       {8, "presses what has the focus", [this] { pressFocused(); }},
-      {10, "does what nobody answers", [this] { wander(); }},
+      {10, "does what has no effect", [this] { wander(); }},
       {2, "saves", [this] { press("cmdSave", [&] { user_->click("cmdSave"); }); }},
       {1, "exits", [this] { press("cmdClose", [&] { user_->click("cmdClose"); }); }},
       {1, "closes the frame",
@@ -232,7 +232,7 @@ void Monkey::press(const std::string& control, const std::function<void()>& gest
         oneIn(4) ? std::nullopt : std::optional(below(kWhite + 1));
     shop_.host.colours = {choice};
     gesture();
-    EXPECT_TRUE(shop_.host.colours.empty()) << "the dialog was shown";
+    EXPECT_TRUE(shop_.host.colours.empty()) << "the dialog was not shown";
     dialogColour_ = choice.value_or(dialogColour_);
     (control == "cmdSelCol" ? target.back : target.fore) = dialogColour_;
     return;

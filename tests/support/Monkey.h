@@ -54,7 +54,7 @@ class Monkey {
   virtual std::string layoutFile() const = 0;
   /// Sets the model to a fresh start. Returns the error number where the start must fail.
   virtual int resetModel() = 0;
-  /// Runs `act`, which presses a control, and updates the model.
+  /// Runs `gesture`, which presses the control, and updates the model.
   virtual void press(const std::string& control, const std::function<void()>& gesture);
   virtual void doublePressKey(int index);
   virtual void saved() {}

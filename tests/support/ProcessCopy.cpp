@@ -6,12 +6,12 @@
 namespace support {
 
 std::vector<int> statusesOfCopies(const std::vector<std::function<int()>>& acts) {
-  constexpr unsigned kHangs = 300;  // seconds
+  constexpr unsigned kTimeout = 300;  // seconds
   std::vector<pid_t> copies;
   for (const auto& act : acts) {
     copies.push_back(::fork());
     if (copies.back() != 0) continue;
-    ::alarm(kHangs);
+    ::alarm(kTimeout);
     ::_exit(act());
   }
   std::vector<int> statuses;

@@ -57,23 +57,23 @@ std::filesystem::path Shop::storeFile() const {
 }
 
 void Shop::writeStore() {
-  makestore::ShopOrder order;
-  order.descriptionLength = 80;
-  order.departments = {
+  makestore::ShopOptions options;
+  options.descriptionLength = 80;
+  options.departments = {
       {u"1", u"Drinks"}, {u"2", u"Food"}, {u"3", u"O'Brien's"}, {u"4", u"Empty hall"}, {u"5", {}}};
-  order.missingStock = missingStock;
-  order.missingPlu = missingPlu;
-  order.slots = names.empty() ? slotCount : std::max(slotCount, names.rbegin()->first);
-  order.free.emplace();
-  for (std::int32_t id = 1; id <= order.slots; ++id) {
+  options.missingStock = missingStock;
+  options.missingPlu = missingPlu;
+  options.slots = names.empty() ? slotCount : std::max(slotCount, names.rbegin()->first);
+  options.free.emplace();
+  for (std::int32_t id = 1; id <= options.slots; ++id) {
     const auto name = names.find(id);
     if (id > slotCount && name == names.end()) {
-      order.missingStock.insert(id);
-      order.missingPlu.insert(id);
+      options.missingStock.insert(id);
+      options.missingPlu.insert(id);
       continue;
     }
-    order.free->insert(id);  // all values are those given here
-    makestore::ShopSlot& slot = order.given[id];
+    options.free->insert(id);  // all values are those given here
+    makestore::ShopSlot& slot = options.overrides[id];
     if (name != names.end())
       slot.name = name->second;
     else if (!kFreeSlots.contains(id))
@@ -86,7 +86,7 @@ void Shop::writeStore() {
       slot.barcode = u"50000" + runtime::toText(id);
   }
   std::filesystem::create_directories(storeFile().parent_path());
-  makestore::shopStore(order).write(storeFile());
+  makestore::shopStore(options).write(storeFile());
 }
 
 void Shop::newRun() {

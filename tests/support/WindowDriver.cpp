@@ -29,7 +29,8 @@ QString toQt(std::string_view name) {
   std::abort();
 }
 
-/// The simulation sets its clock forward after each release, past the time of a double click.
+/// After each release QTest sets its clock forward, so that the next click isn't a double click.
+/// This undoes it.
 void forgetPause() {
   QTest::lastMouseTimestamp -= QTest::mouseDoubleClickInterval;
 }

@@ -97,9 +97,9 @@ TEST_F(StoreSql, EndsWithTheErrorsNumberAndText) {
 
 TEST_F(StoreSql, UpdatesTheFirstRowAndPrintsItAsStored) {
   const std::string store = oddStore();
-  const std::vector<std::string> session{"--password", "secret"};
+  const std::vector<std::string> passwordOption{"--password", "secret"};
   const auto with = [&](std::vector<std::string> words) {
-    words.insert(words.begin(), session.begin(), session.end());
+    words.insert(words.begin(), passwordOption.begin(), passwordOption.end());
     return run(words);
   };
   Result got = with({"--update", "words=x\\ty\\\\=1", "amount=2.5", "day=\\N", store,

@@ -147,96 +147,101 @@ void readRows(std::string_view path, std::map<int, ShopSlot>& given) {
   }
 }
 
-ShopOrder shape(std::string_view name) {
-  return choice<std::function<ShopOrder()>>(
-      name, {{"corner", [] { return ShopOrder(); }}, {"cafe", cafeShop}, {"tight", tightShop}})();
+ShopOptions shape(std::string_view name) {
+  return choice<std::function<ShopOptions()>>(
+      name, {{"corner", [] { return ShopOptions(); }}, {"cafe", cafeShop}, {"tight", tightShop}})();
 }
 
 /// The effect on the order of an option with a value.
-using Setter = std::function<void(ShopOrder&, std::string_view)>;
+using Setter = std::function<void(ShopOptions&, std::string_view)>;
 /// The effect on the order of an option without a value.
-using Switch = std::function<void(ShopOrder&)>;
+using Switch = std::function<void(ShopOptions&)>;
 
 const std::map<std::string_view, Setter>& setters() {
   using jet::ColumnType;
   static const std::map<std::string_view, Setter> all{
-      {"--shape", [](ShopOrder& order, auto text) { order = shape(text); }},
+      {"--shape", [](ShopOptions& options, auto text) { options = shape(text); }},
       {"--generation",
-       [](ShopOrder& order, auto text) {
-         order.version =
+       [](ShopOptions& options, auto text) {
+         options.version =
              choice<jet::Version>(text, {{"3", jet::Version::Jet3}, {"4", jet::Version::Jet4}});
        }},
-      {"--slots", [](ShopOrder& order, auto text) { order.slots = number(text); }},
+      {"--slots", [](ShopOptions& options, auto text) { options.slots = number(text); }},
       {"--products",
-       [](ShopOrder& order, auto text) {
-         order.products = number(text);
-         order.free.reset();
+       [](ShopOptions& options, auto text) {
+         options.products = number(text);
+         options.free.reset();
        }},
-      {"--free", [](ShopOrder& order, auto text) { order.free = idList(text); }},
-      {"--missing-stock", [](ShopOrder& order, auto text) { order.missingStock = idList(text); }},
-      {"--missing-plu", [](ShopOrder& order, auto text) { order.missingPlu = idList(text); }},
-      {"--moved", [](ShopOrder& order, auto text) { order.moved = idList(text); }},
+      {"--free", [](ShopOptions& options, auto text) { options.free = idList(text); }},
+      {"--missing-stock",
+       [](ShopOptions& options, auto text) { options.missingStock = idList(text); }},
+      {"--missing-plu", [](ShopOptions& options, auto text) { options.missingPlu = idList(text); }},
+      {"--moved", [](ShopOptions& options, auto text) { options.moved = idList(text); }},
       {"--name",
-       [](ShopOrder& order, auto text) {
+       [](ShopOptions& options, auto text) {
          const auto [id, name] = assignment(text);
-         order.given[number(id)] = {.name = textOrNull(name)};
+         options.overrides[number(id)] = {.name = textOrNull(name)};
        }},
-      {"--rows", [](ShopOrder& order, auto text) { readRows(text, order.given); }},
-      {"--departments", [](ShopOrder& order, auto text) { order.departmentCount = number(text); }},
+      {"--rows", [](ShopOptions& options, auto text) { readRows(text, options.overrides); }},
+      {"--departments",
+       [](ShopOptions& options, auto text) { options.departmentCount = number(text); }},
       {"--department",
-       [](ShopOrder& order, auto text) {
+       [](ShopOptions& options, auto text) {
          const auto [id, name] = assignment(text);
-         order.departments.push_back({runtime::fromUtf8(id), textOrNull(name)});
+         options.departments.push_back({runtime::fromUtf8(id), textOrNull(name)});
        }},
       {"--barcodes",
-       [](ShopOrder& order, auto text) {
-         order.barcodes = choice<Barcodes>(text, {{"none", Barcodes::None},
-                                                  {"some", Barcodes::Some},
-                                                  {"all", Barcodes::All},
-                                                  {"mixed", Barcodes::Mixed}});
+       [](ShopOptions& options, auto text) {
+         options.barcodes = choice<Barcodes>(text, {{"none", Barcodes::None},
+                                                    {"some", Barcodes::Some},
+                                                    {"all", Barcodes::All},
+                                                    {"mixed", Barcodes::Mixed}});
        }},
-      {"--seed",
-       [](ShopOrder& order, auto text) { order.seed = static_cast<std::uint32_t>(number(text)); }},
+      {"--seed", [](ShopOptions& options,
+                    auto text) { options.seed = static_cast<std::uint32_t>(number(text)); }},
       {"--price",
-       [](ShopOrder& order, auto text) {
-         order.priceType = choice<ColumnType>(
+       [](ShopOptions& options, auto text) {
+         options.priceType = choice<ColumnType>(
              text, {{"currency", ColumnType::Currency}, {"double", ColumnType::Double}});
        }},
       {"--deptid",
-       [](ShopOrder& order, auto text) {
-         order.departmentType =
+       [](ShopOptions& options, auto text) {
+         options.departmentType =
              choice<ColumnType>(text, {{"long", ColumnType::Long}, {"text", ColumnType::Text}});
        }},
       {"--flags",
-       [](ShopOrder& order, auto text) {
-         order.flagType = choice<ColumnType>(text, {{"integer", ColumnType::Integer},
-                                                    {"byte", ColumnType::Byte},
-                                                    {"long", ColumnType::Long},
-                                                    {"boolean", ColumnType::Boolean}});
+       [](ShopOptions& options, auto text) {
+         options.flagType = choice<ColumnType>(text, {{"integer", ColumnType::Integer},
+                                                      {"byte", ColumnType::Byte},
+                                                      {"long", ColumnType::Long},
+                                                      {"boolean", ColumnType::Boolean}});
        }},
       {"--description-length",
-       [](ShopOrder& order, auto text) {
-         order.descriptionLength = static_cast<std::size_t>(number(text));
+       [](ShopOptions& options, auto text) {
+         options.descriptionLength = static_cast<std::size_t>(number(text));
        }},
-      {"--rule", [](ShopOrder& order, auto text) { order.rules.push_back(rule(text)); }},
-      {"--free-pages", [](ShopOrder& order,
-                          auto text) { order.freePages = static_cast<std::size_t>(number(text)); }},
-      {"--password", [](ShopOrder& order, auto text) { order.password = runtime::fromUtf8(text); }},
+      {"--rule", [](ShopOptions& options, auto text) { options.rules.push_back(rule(text)); }},
+      {"--free-pages",
+       [](ShopOptions& options, auto text) {
+         options.freePages = static_cast<std::size_t>(number(text));
+       }},
+      {"--password",
+       [](ShopOptions& options, auto text) { options.password = runtime::fromUtf8(text); }},
   };
   return all;
 }
 
 const std::map<std::string_view, Switch>& switches() {
   static const std::map<std::string_view, Switch> all{
-      {"--all-named", [](ShopOrder& order) { order.free.emplace(); }},
-      {"--shuffled", [](ShopOrder& order) { order.shuffled = true; }},
-      {"--no-description-index", [](ShopOrder& order) { order.descriptionIndex = false; }},
-      {"--required", [](ShopOrder& order) { order.descriptionRequired = true; }},
-      {"--no-zero-length", [](ShopOrder& order) { order.zeroLength = false; }},
-      {"--uncompressed", [](ShopOrder& order) { order.compressed = false; }},
-      {"--packed-indexes", [](ShopOrder& order) { order.packedIndexes = true; }},
-      {"--reference-maps", [](ShopOrder& order) { order.referenceMaps = true; }},
-      {"--encoded", [](ShopOrder& order) { order.encodingKey = kEncodingKey; }},
+      {"--all-named", [](ShopOptions& options) { options.free.emplace(); }},
+      {"--shuffled", [](ShopOptions& options) { options.shuffled = true; }},
+      {"--no-description-index", [](ShopOptions& options) { options.descriptionIndex = false; }},
+      {"--required", [](ShopOptions& options) { options.descriptionRequired = true; }},
+      {"--no-zero-length", [](ShopOptions& options) { options.zeroLength = false; }},
+      {"--uncompressed", [](ShopOptions& options) { options.compressed = false; }},
+      {"--packed-indexes", [](ShopOptions& options) { options.packedIndexes = true; }},
+      {"--reference-maps", [](ShopOptions& options) { options.referenceMaps = true; }},
+      {"--encoded", [](ShopOptions& options) { options.encodingKey = kEncodingKey; }},
   };
   return all;
 }
@@ -255,9 +260,9 @@ Request parseCommandLine(const std::vector<std::string>& arguments) {
       request.help = true;
     } else if (const auto found = setters().find(word); found != setters().end()) {
       if (++i == arguments.size()) throw UsageError(word + " needs a value");
-      found->second(request.order, arguments[i]);
+      found->second(request.options, arguments[i]);
     } else if (const auto plain = switches().find(word); plain != switches().end()) {
-      plain->second(request.order);
+      plain->second(request.options);
     } else if (word.starts_with("--") || !request.output.empty()) {
       throw UsageError("unknown: " + word);
     } else {

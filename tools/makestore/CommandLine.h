@@ -13,7 +13,7 @@ namespace makestore {
 /// The options of the command line.
 struct Request {
   std::filesystem::path output;
-  ShopOrder order;
+  ShopOptions options;
   bool help = false;
 };
 

@@ -9,7 +9,7 @@
 namespace makestore {
 namespace {
 
-constexpr std::array<std::u16string_view, 24> kKinds{
+constexpr std::array<std::u16string_view, 24> kAdjectives{
     u"Organic", u"Family",   u"Mini",     u"Classic", u"Deluxe",    u"House",
     u"Light",   u"Festive",  u"Summer",   u"Winter",  u"Village",   u"Märkisch",
     u"Nordic",  u"Français", u"Island",   u"Royal",   u"Farmhouse", u"Harbour",
@@ -30,8 +30,8 @@ ShopProduct shopProduct(std::size_t number, std::size_t longestName) {
   if (const std::size_t variety = number / kCatalogueProducts; variety > 0) {
     const std::size_t kind = (variety - 1) / kSizes.size();
     std::u16string tail = u" " + std::u16string(kSizes[(variety - 1) % kSizes.size()]);
-    if (kind >= kKinds.size()) tail += u" " + runtime::toText(kind / kKinds.size() + 1);
-    product.name = std::u16string(kKinds[kind % kKinds.size()]) + u" " + product.name;
+    if (kind >= kAdjectives.size()) tail += u" " + runtime::toText(kind / kAdjectives.size() + 1);
+    product.name = std::u16string(kAdjectives[kind % kAdjectives.size()]) + u" " + product.name;
     product.name.resize(
         std::min(product.name.size(), longestName - std::min(longestName, tail.size())));
     product.name += tail;

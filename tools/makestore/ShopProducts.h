@@ -15,6 +15,9 @@ struct ShopProduct {
   std::int32_t cents = 0;
   CatalogueProduct::Kind kind = CatalogueProduct::Kind::Loose;
 };
+/// The product of that number, counted from 0: first those of the catalogue, then varieties of them
+/// with an adjective before the name and a size after it. The name is cut to `longestName`
+/// characters.
 ShopProduct shopProduct(std::size_t number, std::size_t longestName);
 
 }  // namespace makestore

@@ -30,16 +30,16 @@ std::u16string articleNumber(std::uint32_t random) {
   return digits + static_cast<char16_t>(u'0' + (10 - sum % 10) % 10);
 }
 
-std::set<int> freeSlots(const ShopOrder& order) {
-  if (order.free) return *order.free;
-  const int count = order.slots - order.products;
+std::set<int> freeSlots(const ShopOptions& options) {
+  if (options.free) return *options.free;
+  const int count = options.slots - options.products;
   if (count < 0) throw std::invalid_argument("more products than slots");
   std::set<int> free;
   const auto open = [&] { return static_cast<int>(free.size()) < count; };
-  for (int id = kEarlyFreeStep; id <= std::min(kEarlyFreeEnd, order.slots) && open();
+  for (int id = kEarlyFreeStep; id <= std::min(kEarlyFreeEnd, options.slots) && open();
        id += kEarlyFreeStep)
     free.insert(id);
-  for (int id = order.slots; open(); --id) free.insert(id);
+  for (int id = options.slots; open(); --id) free.insert(id);
   return free;
 }
 
@@ -54,17 +54,17 @@ std::optional<std::u16string> barcodeOf(Barcodes kind, const ShopProduct& produc
 }
 
 /// Fills the slot with a product of the demo shop.
-void nameSlot(SlotRow& slot, const ShopOrder& order, const std::vector<ShopDepartment>& departments,
-              int number, std::mt19937& random) {
+void nameSlot(SlotRow& slot, const ShopOptions& options,
+              const std::vector<ShopDepartment>& departments, int number, std::mt19937& random) {
   const ShopProduct product =
-      shopProduct(static_cast<std::size_t>(number), order.descriptionLength);
+      shopProduct(static_cast<std::size_t>(number), options.descriptionLength);
   const std::size_t department =
       product.department +
       kCatalogueDepartments * (static_cast<std::size_t>(number) / kCatalogueProducts);
   slot.name = product.name;
   if (!departments.empty()) slot.department = departments[department % departments.size()].id;
   slot.price = product.cents * kPerCent;
-  slot.barcode = barcodeOf(order.barcodes, product, number, random());
+  slot.barcode = barcodeOf(options.barcodes, product, number, random());
   slot.instruction = product.kind == CatalogueProduct::Kind::Instruction;
   slot.taxable = number % 3 != 0;
   slot.onHand = static_cast<std::int16_t>(random() % 200);
@@ -75,11 +75,11 @@ void nameSlot(SlotRow& slot, const ShopOrder& order, const std::vector<ShopDepar
       *slot.notes += u". Delivered on weekday " + runtime::toText(random() % 7 + 1);
 }
 
-void applyGiven(SlotRow& slot, const ShopSlot& given) {
-  slot.name = given.name;
-  if (given.department) slot.department = given.department;
-  if (given.price) slot.price = *given.price;
-  if (given.barcode) slot.barcode = given.barcode;
+void applyGiven(SlotRow& slot, const ShopSlot& overrides) {
+  slot.name = overrides.name;
+  if (overrides.department) slot.department = overrides.department;
+  if (overrides.price) slot.price = *overrides.price;
+  if (overrides.barcode) slot.barcode = overrides.barcode;
 }
 
 void shuffle(std::vector<SlotRow>& slots, std::mt19937& random) {
@@ -100,32 +100,32 @@ std::size_t leafSize(const std::vector<SlotRow>& slots) {
 
 }  // namespace
 
-std::vector<ShopDepartment> departmentsOf(const ShopOrder& order) {
-  if (!order.departments.empty()) return order.departments;
+std::vector<ShopDepartment> departmentsOf(const ShopOptions& options) {
+  if (!options.departments.empty()) return options.departments;
   std::vector<ShopDepartment> departments;
-  for (std::size_t i = 0; i < static_cast<std::size_t>(order.departmentCount); ++i)
+  for (std::size_t i = 0; i < static_cast<std::size_t>(options.departmentCount); ++i)
     departments.push_back({runtime::toText(i + 1), i < kCatalogueDepartments
                                                        ? std::u16string(catalogueDepartment(i))
                                                        : u"Aisle " + runtime::toText(i + 1)});
   return departments;
 }
 
-std::vector<SlotRow> slotsOf(const ShopOrder& order) {
-  const std::vector<ShopDepartment> departments = departmentsOf(order);
-  const std::set<int> free = freeSlots(order);
-  std::mt19937 random(order.seed);
+std::vector<SlotRow> slotsOf(const ShopOptions& options) {
+  const std::vector<ShopDepartment> departments = departmentsOf(options);
+  const std::set<int> free = freeSlots(options);
+  std::mt19937 random(options.seed);
   std::vector<SlotRow> slots;
   int number = 0;
-  for (int id = 1; id <= order.slots; ++id) {
+  for (int id = 1; id <= options.slots; ++id) {
     SlotRow slot{.id = id, .recordNumber = kFirstRecordNumber + id - 1};
     for (std::uint8_t& byte : slot.guid.bytes) byte = static_cast<std::uint8_t>(random());
-    if (order.departmentType == jet::ColumnType::Long) slot.department = u"0";
-    if (!free.contains(id)) nameSlot(slot, order, departments, number++, random);
-    if (const auto given = order.given.find(id); given != order.given.end())
-      applyGiven(slot, given->second);
+    if (options.departmentType == jet::ColumnType::Long) slot.department = u"0";
+    if (!free.contains(id)) nameSlot(slot, options, departments, number++, random);
+    if (const auto overrides = options.overrides.find(id); overrides != options.overrides.end())
+      applyGiven(slot, overrides->second);
     slots.push_back(std::move(slot));
   }
-  if (order.shuffled) shuffle(slots, random);
+  if (options.shuffled) shuffle(slots, random);
   return slots;
 }
 

@@ -27,9 +27,9 @@ struct SlotRow {
 };
 
 /// The departments that the order names, or the demo's.
-std::vector<ShopDepartment> departmentsOf(const ShopOrder& order);
-/// All slots of the order, in the order of their rows in the file.
-std::vector<SlotRow> slotsOf(const ShopOrder& order);
+std::vector<ShopDepartment> departmentsOf(const ShopOptions& options);
+/// All slots of the shop, in the order of their rows in the file.
+std::vector<SlotRow> slotsOf(const ShopOptions& options);
 
 /// Makes the entries of an index on the names fill one leaf exactly: frees the last named slots
 /// while they are too large, then lengthens the last names by one character each while room is

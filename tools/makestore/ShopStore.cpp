@@ -39,16 +39,16 @@ Variant integerOf(ColumnType type, int number) {
   throw std::invalid_argument("a flag is a Boolean, Byte, Integer or Long");
 }
 
-Variant departmentId(const ShopOrder& order, const std::optional<std::u16string>& id) {
+Variant departmentId(const ShopOptions& options, const std::optional<std::u16string>& id) {
   if (!id) return {};
-  if (order.departmentType == ColumnType::Text) return *id;
+  if (options.departmentType == ColumnType::Text) return *id;
   return runtime::toLong(*id);
 }
 
 /// The columns of all shops' tables, each with the type and length that the order has for it.
 class Fields {
  public:
-  explicit Fields(const ShopOrder& order) : order_(order) {}
+  explicit Fields(const ShopOptions& options) : options_(options) {}
 
   Field id() const {
     return {{.name = u"id"}, [](const SlotRow& slot) { return Variant(slot.id); }};
@@ -58,20 +58,20 @@ class Fields {
             [](const SlotRow& slot) { return Variant(slot.recordNumber); }};
   }
   Field description() const {
-    Column column = text(u"description", order_.descriptionLength);
-    column.required = order_.descriptionRequired;
+    Column column = text(u"description", options_.descriptionLength);
+    column.required = options_.descriptionRequired;
     return {std::move(column), [](const SlotRow& slot) { return orNull(slot.name); }};
   }
   Field price() const {
-    return {{.name = u"price", .type = order_.priceType}, [this](const SlotRow& slot) {
-              if (order_.priceType == ColumnType::Double)
+    return {{.name = u"price", .type = options_.priceType}, [this](const SlotRow& slot) {
+              if (options_.priceType == ColumnType::Double)
                 return Variant(static_cast<double>(slot.price) / kTenThousandths);
               return Variant(runtime::Currency{slot.price});
             }};
   }
   Field department() const {
     return {departmentColumn(u"deptid"),
-            [this](const SlotRow& slot) { return departmentId(order_, slot.department); }};
+            [this](const SlotRow& slot) { return departmentId(options_, slot.department); }};
   }
   Field barcode() const {
     return {text(u"barcode", kBarcodeLength),
@@ -87,7 +87,7 @@ class Fields {
   }
   /// A flag of tblPlu; `usual` is its type where the order sets none.
   Field flag(std::u16string name, ColumnType usual, bool isInstruction = false) const {
-    const ColumnType type = order_.flagType.value_or(usual);
+    const ColumnType type = options_.flagType.value_or(usual);
     return {{.name = std::move(name), .type = type}, [type, isInstruction](const SlotRow& slot) {
               return integerOf(type, isInstruction && slot.instruction ? 1 : 0);
             }};
@@ -107,8 +107,8 @@ class Fields {
   Field memo(std::u16string name) const {
     return {{.name = std::move(name),
              .type = ColumnType::Memo,
-             .compressed = order_.compressed,
-             .allowZeroLength = order_.zeroLength},
+             .compressed = options_.compressed,
+             .allowZeroLength = options_.zeroLength},
             [](const SlotRow& slot) { return orNull(slot.notes); }};
   }
   Field shortNote(std::u16string name, std::size_t length) const {
@@ -124,23 +124,23 @@ class Fields {
   }
 
   Column departmentColumn(std::u16string name) const {
-    if (order_.departmentType == ColumnType::Text)
+    if (options_.departmentType == ColumnType::Text)
       return text(std::move(name), kDepartmentIdLength);
     return {.name = std::move(name)};
   }
   Column text(std::u16string name, std::size_t length) const {
     Column column = Column::text(std::move(name), length);
-    column.compressed = order_.compressed;
-    column.allowZeroLength = order_.zeroLength;
+    column.compressed = options_.compressed;
+    column.allowZeroLength = options_.zeroLength;
     return column;
   }
 
  private:
-  const ShopOrder& order_;
+  const ShopOptions& options_;
 };
 
-std::vector<Field> stockFields(const ShopOrder& order, const Fields& fields) {
-  switch (order.tables) {
+std::vector<Field> stockFields(const ShopOptions& options, const Fields& fields) {
+  switch (options.tables) {
     case ShopTables::Cafe:
       return {fields.price(), fields.description(), fields.no(u"discontinued"),
               fields.id(),    fields.department(),  fields.shortNote(u"place", 20)};
@@ -160,11 +160,11 @@ std::vector<Field> stockFields(const ShopOrder& order, const Fields& fields) {
           fields.guid()};
 }
 
-std::vector<Field> pluFields(const ShopOrder& order, const Fields& fields) {
+std::vector<Field> pluFields(const ShopOptions& options, const Fields& fields) {
   constexpr ColumnType kByte = ColumnType::Byte;
   constexpr ColumnType kInteger = ColumnType::Integer;
   constexpr ColumnType kLong = ColumnType::Long;
-  switch (order.tables) {
+  switch (options.tables) {
     case ShopTables::Cafe:
       return {fields.flag(u"NEG_PRICE", kByte), fields.flag(u"ITEM_TYPE", kLong, true),
               fields.flag(u"OPEN_PLU", kByte),  fields.flag(u"PRINTER2", kLong),
@@ -203,8 +203,8 @@ void addSlots(StoreTable& table, const std::vector<Field>& fields,
   }
 }
 
-void addDepartments(StoreBuilder& store, const ShopOrder& order, const Fields& fields) {
-  const bool cafe = order.tables == ShopTables::Cafe;
+void addDepartments(StoreBuilder& store, const ShopOptions& options, const Fields& fields) {
+  const bool cafe = options.tables == ShopTables::Cafe;
   StoreTable& table = store.table(u"tblDepartment");
   const Column description = fields.text(u"description", cafe ? 40 : 30);
   if (cafe)
@@ -212,8 +212,8 @@ void addDepartments(StoreBuilder& store, const ShopOrder& order, const Fields& f
   if (!cafe) table.column(fields.departmentColumn(u"id")).column(description);
   table.index(Index::primaryKey(u"id"));
   if (!cafe) table.index(Index::plain(u"description"));
-  for (const ShopDepartment& department : departmentsOf(order)) {
-    const Variant id = departmentId(order, department.id);
+  for (const ShopDepartment& department : departmentsOf(options)) {
+    const Variant id = departmentId(options, department.id);
     const Variant name = orNull(department.name);
     if (cafe)
       table.row({name, id, std::int32_t{0x00C000}});
@@ -232,8 +232,8 @@ void addBarcodes(StoreBuilder& store, const Fields& fields, const std::vector<Sl
     if (slot.barcode) table.row({++number, slot.id, *slot.barcode});
 }
 
-StoredQuery salesItems(const ShopOrder& order) {
-  if (order.tables != ShopTables::Cafe)
+StoredQuery salesItems(const ShopOptions& options) {
+  if (options.tables != ShopTables::Cafe)
     return SelectQuery()
         .from(u"tblStock")
         .from(u"tblPlu")
@@ -264,65 +264,66 @@ StoredQuery salesItems(const ShopOrder& order) {
 
 }  // namespace
 
-ShopOrder cafeShop() {
-  ShopOrder order;
-  order.tables = ShopTables::Cafe;
-  order.slots = 230;
-  order.products = 78;
-  order.priceType = ColumnType::Double;
-  order.departmentType = ColumnType::Text;
-  order.descriptionLength = 60;
-  order.descriptionIndex = false;
-  return order;
+ShopOptions cafeShop() {
+  ShopOptions options;
+  options.tables = ShopTables::Cafe;
+  options.slots = 230;
+  options.products = 78;
+  options.priceType = ColumnType::Double;
+  options.departmentType = ColumnType::Text;
+  options.descriptionLength = 60;
+  options.descriptionIndex = false;
+  return options;
 }
 
-ShopOrder tightShop() {
-  ShopOrder order;
-  order.tables = ShopTables::Tight;
-  order.slots = 212;
-  order.free.emplace();
-  for (int id = kTightFreeStep - 1; id <= order.slots; id += kTightFreeStep) order.free->insert(id);
-  order.moved = {14, 27};
-  return order;
+ShopOptions tightShop() {
+  ShopOptions options;
+  options.tables = ShopTables::Tight;
+  options.slots = 212;
+  options.free.emplace();
+  for (int id = kTightFreeStep - 1; id <= options.slots; id += kTightFreeStep)
+    options.free->insert(id);
+  options.moved = {14, 27};
+  return options;
 }
 
-StoreBuilder shopStore(const ShopOrder& order) {
+StoreBuilder shopStore(const ShopOptions& options) {
   StoreBuilder store;
-  store.version(order.version)
-      .password(order.password)
-      .encodingKey(order.encodingKey)
-      .referenceMaps(order.referenceMaps)
-      .freePages(order.freePages);
-  const Fields fields(order);
-  const bool tight = order.tables == ShopTables::Tight;
-  std::vector<SlotRow> slots = slotsOf(order);
-  if (tight && order.descriptionIndex) fillNameLeaf(slots, order.descriptionLength);
+  store.version(options.version)
+      .password(options.password)
+      .encodingKey(options.encodingKey)
+      .referenceMaps(options.referenceMaps)
+      .freePages(options.freePages);
+  const Fields fields(options);
+  const bool tight = options.tables == ShopTables::Tight;
+  std::vector<SlotRow> slots = slotsOf(options);
+  if (tight && options.descriptionIndex) fillNameLeaf(slots, options.descriptionLength);
 
   StoreTable& stock = store.table(u"tblStock");
-  addSlots(stock, stockFields(order, fields), slots, order.missingStock, order.moved);
-  const auto index = [&order](Index wanted) {
-    wanted.packed = order.packedIndexes;
+  addSlots(stock, stockFields(options, fields), slots, options.missingStock, options.moved);
+  const auto index = [&options](Index wanted) {
+    wanted.packed = options.packedIndexes;
     return wanted;
   };
   stock.index(index(Index::primaryKey(u"id")));
-  if (order.tables != ShopTables::Cafe) stock.index(index(Index::plain(u"deptid")));
-  if (order.descriptionIndex) stock.index(index(Index::plain(u"description")));
+  if (options.tables != ShopTables::Cafe) stock.index(index(Index::plain(u"deptid")));
+  if (options.descriptionIndex) stock.index(index(Index::plain(u"description")));
   if (tight) stock.fillPagesThrough(u"notes");
 
   StoreTable& plu = store.table(u"tblPlu");
-  addSlots(plu, pluFields(order, fields), slots, order.missingPlu, {});
+  addSlots(plu, pluFields(options, fields), slots, options.missingPlu, {});
   plu.index(index(Index::primaryKey(u"id")));
 
-  addDepartments(store, order, fields);
-  if (order.tables == ShopTables::Cafe) addBarcodes(store, fields, slots);
-  for (const ShopRule& each : order.rules) {
+  addDepartments(store, options, fields);
+  if (options.tables == ShopTables::Cafe) addBarcodes(store, fields, slots);
+  for (const ShopRule& each : options.rules) {
     StoreTable& table = store.tableNamed(each.table);
     if (each.column.empty())
       table.rule(each.rule);
     else
       table.columns()[table.columnIndex(each.column)].rule = each.rule;
   }
-  store.query(salesItems(order));
+  store.query(salesItems(options));
   return store;
 }
 

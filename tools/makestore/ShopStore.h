@@ -17,7 +17,7 @@ namespace makestore {
 /// The set of tables of a shop's store, with their columns.
 enum class ShopTables {
   Corner,  ///< the ordinary store: prices as Currency, integer department ids, names indexed
-  Cafe,    ///< other column types and order, barcodes in a table of their own, few indexes
+  Cafe,    ///< other column types and options, barcodes in a table of their own, few indexes
   Tight,   ///< full data pages, moved rows, a full leaf as the root of the names' index
 };
 
@@ -51,7 +51,7 @@ struct ShopSlot {
 
 /// The properties of a shop's store. The defaults are those of the demo store; see also cafeShop
 /// and tightShop. A slot is a row of tblStock for one product; slots have the ids 1 to `slots`.
-struct ShopOrder {
+struct ShopOptions {
   ShopTables tables = ShopTables::Corner;
   int slots = 420;
   int products = 200;  ///< number of named slots where `free` is absent
@@ -61,7 +61,7 @@ struct ShopOrder {
   std::set<int> missingStock;               ///< ids without a row in tblStock
   std::set<int> missingPlu;                 ///< ids without a row in tblPlu
   std::set<int> moved;                      ///< ids whose tblStock row has moved and left a pointer
-  std::map<int, ShopSlot> given;            ///< slots by id
+  std::map<int, ShopSlot> overrides;        ///< slots by id
   int departmentCount = 10;                 ///< where `departments` is empty
   std::vector<ShopDepartment> departments;  ///< in the order of their rows
   std::uint32_t seed =
@@ -89,14 +89,14 @@ struct ShopOrder {
 };
 
 /// The café: 230 slots, Double prices, text departments, no index on names.
-ShopOrder cafeShop();
+ShopOptions cafeShop();
 /// The tight store: 212 slots, every fourth of them free. An update that sets the name of a free
 /// slot moves its row and splits the index.
-ShopOrder tightShop();
+ShopOptions tightShop();
 
 /// The store with its tables, rows and saved query qrySalesitems, ready to be written.
 /// Raises std::invalid_argument for values that contradict each other, such as more products than
 /// slots.
-StoreBuilder shopStore(const ShopOrder& order);
+StoreBuilder shopStore(const ShopOptions& options);
 
 }  // namespace makestore

@@ -16,7 +16,7 @@
 namespace makestore {
 namespace {
 
-/// 5 June 2004, half past one: the creation date of every store, so that equal orders produce equal
+/// 5 June 2004, half past one: the creation date of every store, so that equal calls produce equal
 /// files.
 constexpr double kCreationDate = 38143.5625;
 /// Object number of the first query; the others follow.

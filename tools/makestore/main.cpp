@@ -16,7 +16,7 @@ int main(int count, char** words) {
       std::cout << makestore::usage();
       return 0;
     }
-    makestore::shopStore(request.order).write(request.output);
+    makestore::shopStore(request.options).write(request.output);
     return 0;
   } catch (const makestore::UsageError& error) {
     std::cerr << "makestore: " << error.what() << "; --help lists the options\n";

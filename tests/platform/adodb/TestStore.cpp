@@ -22,9 +22,9 @@ std::vector<ReferenceStore::Row> readTable(const fs::path& file) {
 
 }  // namespace
 
-TestStore::TestStore(const makestore::ShopOrder& order) {
+TestStore::TestStore(const makestore::ShopOptions& options) {
   fs::create_directories(file().parent_path());
-  makestore::shopStore(order).write(file());
+  makestore::shopStore(options).write(file());
 }
 
 void TestStore::open(ADODB::Connection& connection) const {
@@ -33,20 +33,20 @@ void TestStore::open(ADODB::Connection& connection) const {
   connection.CursorLocation(ADODB::kUseClient);
 }
 
-makestore::ShopOrder smallShop() {
-  makestore::ShopOrder order;
-  order.slots = 40;
-  order.products = 30;
-  order.free.emplace();
+makestore::ShopOptions smallShop() {
+  makestore::ShopOptions options;
+  options.slots = 40;
+  options.products = 30;
+  options.free.emplace();
   for (int id = 1; id <= 40; ++id) {
     if (id > 30) {
-      order.free->insert(id);
+      options.free->insert(id);
       continue;
     }
-    order.given[id].name = u"Item " + std::u16string{static_cast<char16_t>(u'0' + id / 10),
-                                                     static_cast<char16_t>(u'0' + id % 10)};
+    options.overrides[id].name = u"Item " + std::u16string{static_cast<char16_t>(u'0' + id / 10),
+                                                           static_cast<char16_t>(u'0' + id % 10)};
   }
-  return order;
+  return options;
 }
 
 std::u16string connectionString(std::u16string_view path, std::u16string_view password) {

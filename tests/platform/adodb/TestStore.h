@@ -24,7 +24,7 @@ using support::failureOf;
 /// A program folder with a store database in it: "Stores/Demo/MASTER.mdb".
 class TestStore {
  public:
-  explicit TestStore(const makestore::ShopOrder& order);
+  explicit TestStore(const makestore::ShopOptions& options);
 
   const support::ProgramFolder& folder() const { return folder_; }
   std::filesystem::path file() const { return folder_.path() / "Stores" / "Demo" / "MASTER.mdb"; }
@@ -36,7 +36,7 @@ class TestStore {
 };
 
 /// A shop of 40 slots: 1 to 30 named "Item 01" and so on, the rest free.
-makestore::ShopOrder smallShop();
+makestore::ShopOptions smallShop();
 
 /// The connection string for a path with backslashes, as the screens write it.
 std::u16string connectionString(std::u16string_view path,

@@ -21,7 +21,7 @@ constexpr std::u16string_view kFreeSlots =
 
 class Update : public testing::Test {
  protected:
-  explicit Update(const makestore::ShopOrder& order = smallShop()) : store_(order) {
+  explicit Update(const makestore::ShopOptions& options = smallShop()) : store_(options) {
     store_.open(connection_);
   }
 
@@ -207,10 +207,10 @@ TEST_F(Update, AReplacedFileIsRefused) {
 }
 
 TEST_F(Update, AnUpdateWithoutChangesReadsFewPages) {
-  makestore::ShopOrder order;
-  order.slots = 5000;
-  order.products = 4000;
-  const TestStore large(order);
+  makestore::ShopOptions options;
+  options.slots = 5000;
+  options.products = 4000;
+  const TestStore large(options);
   Connection connection;
   large.open(connection);
   rows_.Open(u"SELECT id,PRINTER1, PRINTER2, OPEN_PLU,ITEM_TYPE,NEG_PRICE from tblPlu where ID = 7",

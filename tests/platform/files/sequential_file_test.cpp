@@ -48,7 +48,7 @@ class SequentialFile : public testing::Test {
 
 }  // namespace
 
-TEST_F(SequentialFile, LinesEndAtCrOrCrLfAlone) {
+TEST_F(SequentialFile, LinesEndAtCrOrCrLfButNotAtLf) {
   EXPECT_THAT(linesOf("a\r\nb\rc\nd\r\n"), ElementsAre(u"a", u"b", u"c\nd"));
   EXPECT_THAT(linesOf("a\r\r\n\n\r"), ElementsAre(u"a", u"", u"\n"));
   EXPECT_THAT(linesOf("last"), ElementsAre(u"last"));

@@ -87,7 +87,7 @@ class Button : public testing::Test {
   std::optional<WindowDriver> user;
 };
 
-TEST_F(Button, OnlyAPressAndReleaseOnOneButtonOrAPressKeyIsAClick) {
+TEST_F(Button, OnlyAPressAndReleaseOnOneButtonOrAKeyboardPressIsAClick) {
   user->click("MyButton1(1)");
   EXPECT_THAT(screen.log, ElementsAre("MouseOver 1", "GotFocus 1", "Click 1"));
 
@@ -107,13 +107,13 @@ TEST_F(Button, OnlyAPressAndReleaseOnOneButtonOrAPressKeyIsAClick) {
   EXPECT_EQ(screen.log.size(), 1U);
 }
 
-/// A screen that stays up until its user has pressed keys of the keyboard and holds them.
+/// A modal screen that closes while its user holds keys of the keyboard.
 class Notice : public forms::Form {
  public:
   Notice() : Form({.name = "Notice", .width = 1500, .height = 1500}) {}
 };
 
-TEST_F(Button, AHeldKeyIsOneClickAndIsIgnoredAfterAModalScreen) {
+TEST_F(Button, AHeldKeyboardKeyIsOneClickAndIsIgnoredAfterAModalScreen) {
   QWindow* window = user->window().windowHandle();
   // The display system reports a held key by presses without releases.
   for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {

@@ -87,7 +87,7 @@ FileShape shapeOf(const jet::Table& table) {
   return shape;
 }
 
-std::set<std::string> kindsOf(const FileShape& before, const FileShape& after) {
+std::set<std::string> differencesBetween(const FileShape& before, const FileShape& after) {
   std::set<std::string> kinds;
   if (!before.body && !after.body) kinds.insert("in its slot");
   if (!before.body && after.body) kinds.insert("moved");

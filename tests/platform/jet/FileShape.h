@@ -37,6 +37,6 @@ FileShape shapeOf(const jet::Table& table);
 std::optional<jet::RowPointer> bodyOf(const jet::Table& table, jet::RowId row);
 
 /// The differences between two shapes, in words: "moved", "leaf split", "node split at level 2".
-std::set<std::string> kindsOf(const FileShape& before, const FileShape& after);
+std::set<std::string> differencesBetween(const FileShape& before, const FileShape& after);
 
 }  // namespace jettest

@@ -36,23 +36,23 @@ std::vector<StoreFile> databasesBelow(const fs::path& folder, const std::u16stri
 std::vector<StoreFile> madeStores() {
   static const Scratch scratch;
   static const std::vector<StoreFile> files = [] {
-    makestore::ShopOrder plain;
+    makestore::ShopOptions plain;
     plain.version = jet::Version::Jet3;
     plain.moved = {3, 5, 7, 140};
-    makestore::ShopOrder cafe = makestore::cafeShop();
+    makestore::ShopOptions cafe = makestore::cafeShop();
     cafe.version = jet::Version::Jet3;
     cafe.encodingKey = 0x1234567;
     cafe.packedIndexes = true;
-    makestore::ShopOrder large;
+    makestore::ShopOptions large;
     large.slots = 2600;
     large.products = 2500;
     large.referenceMaps = true;
     large.barcodes = makestore::Barcodes::Mixed;
     std::vector<StoreFile> made;
-    for (const auto& [name, order] :
+    for (const auto& [name, options] :
          {std::pair{"jet3.mdb", plain}, {"jet3-encoded.mdb", cafe}, {"large.mdb", large}}) {
-      made.push_back({scratch.folder() / name, order.password});
-      makestore::shopStore(order).write(made.back().path);
+      made.push_back({scratch.folder() / name, options.password});
+      makestore::shopStore(options).write(made.back().path);
     }
     return made;
   }();

@@ -107,7 +107,7 @@ class KindSearch {
     FileShape after = shapeOf(table);
     after.body = bodyOf(table, change.row);
     std::string label;
-    for (const std::string& kind : kindsOf(std::exchange(shape_, after), after))
+    for (const std::string& kind : differencesBetween(std::exchange(shape_, after), after))
       if (missing_.erase(kind) > 0) label += kind + " ";
     if (label.empty()) return;
     SCOPED_TRACE(label);
@@ -125,8 +125,8 @@ class KindSearch {
   int states_ = 0;
 };
 
-/// A kind of generated file, without a password.
-struct FileKind {
+/// A format of generated files, without a password.
+struct FileFormat {
   const char* name;
   jet::Version version;
   std::uint32_t encodingKey;
@@ -137,18 +137,18 @@ struct FileKind {
   }
 };
 
-class CutMadeFile : public testing::TestWithParam<FileKind> {};
+class CutMadeFile : public testing::TestWithParam<FileFormat> {};
 class CutShop : public CutMadeFile {};
 
 const auto kNameOfKind = [](const auto& kind) { return kind.param.name; };
-const auto kPlainKinds = testing::Values(FileKind{"Jet3", jet::Version::Jet3, 0},
-                                         FileKind{"Jet4", jet::Version::Jet4, 0});
+const auto kPlainKinds = testing::Values(FileFormat{"Jet3", jet::Version::Jet3, 0},
+                                         FileFormat{"Jet4", jet::Version::Jet4, 0});
 INSTANTIATE_TEST_SUITE_P(OfKind, CutMadeFile, kPlainKinds, kNameOfKind);
 INSTANTIATE_TEST_SUITE_P(OfKind, CutShop, kPlainKinds, kNameOfKind);
 // The encoding changes each page alike, so one case is also encoded.
 INSTANTIATE_TEST_SUITE_P(OfEncodedKind, CutShop,
-                         testing::Values(FileKind{"Jet3", jet::Version::Jet3, 0x5A17C3E9},
-                                         FileKind{"Jet4", jet::Version::Jet4, 0x5A17C3E9}),
+                         testing::Values(FileFormat{"Jet3", jet::Version::Jet3, 0x5A17C3E9},
+                                         FileFormat{"Jet4", jet::Version::Jet4, 0x5A17C3E9}),
                          kNameOfKind);
 
 const std::set<std::string> kAllKinds{"in its slot",   "moved",        "moved again",
@@ -157,16 +157,16 @@ const std::set<std::string> kAllKinds{"in its slot",   "moved",        "moved ag
 
 /// Shops in which changes of all these kinds happen. In the small Jet 3 shop the root of an index
 /// is a leaf that can grow, in the other one rows have to move.
-std::vector<makestore::ShopOrder> shopsFor(const FileKind& kind) {
-  if (kind.version == jet::Version::Jet4) return {makestore::tightShop()};
-  std::vector<makestore::ShopOrder> shops;
+std::vector<makestore::ShopOptions> shopsFor(const FileFormat& format) {
+  if (format.version == jet::Version::Jet4) return {makestore::tightShop()};
+  std::vector<makestore::ShopOptions> shops;
   for (const int slots : {60, 150}) {
-    makestore::ShopOrder& order = shops.emplace_back();
-    order.version = kind.version;
-    order.slots = slots;
-    order.products = slots - 30;
-    order.moved = {9, 31};
-    order.packedIndexes = true;
+    makestore::ShopOptions& options = shops.emplace_back();
+    options.version = format.version;
+    options.slots = slots;
+    options.products = slots - 30;
+    options.moved = {9, 31};
+    options.packedIndexes = true;
   }
   return shops;
 }
@@ -175,15 +175,15 @@ TEST_P(CutShop, LosesNothing) {
   const Scratch scratch;
   std::set<std::string> missing = kAllKinds;
   int states = 0;
-  for (makestore::ShopOrder order : shopsFor(GetParam())) {
-    order.encodingKey = GetParam().encodingKey;
+  for (makestore::ShopOptions options : shopsFor(GetParam())) {
+    options.encodingKey = GetParam().encodingKey;
     const StoreFile file{scratch.folder() / "shop.mdb", kStorePassword};
-    makestore::shopStore(order).write(file.path);
-    KindSearch hunt(file, u"tblStock", missing, 3);
-    hunt.byTexts(1500);
-    hunt.byEmptying();
-    missing = hunt.missing();
-    states += hunt.states();
+    makestore::shopStore(options).write(file.path);
+    KindSearch search(file, u"tblStock", missing, 3);
+    search.byTexts(1500);
+    search.byEmptying();
+    missing = search.missing();
+    states += search.states();
   }
   EXPECT_EQ(missing, std::set<std::string>());
   EXPECT_GT(states, 40);
@@ -192,10 +192,10 @@ TEST_P(CutShop, LosesNothing) {
 TEST(AddingAProduct, CostsFourSyncsWhereNothingSplits) {
   const Scratch scratch;
   const fs::path file = scratch.folder() / "shop.mdb";
-  makestore::ShopOrder order;
-  order.slots = 200;
-  order.products = 100;
-  makestore::shopStore(order).write(file);
+  makestore::ShopOptions options;
+  options.slots = 200;
+  options.products = 100;
+  makestore::shopStore(options).write(file);
   Change change{u"tblStock", {}, {}};
   {
     jet::Database database(file, u"the file", jet::Password{kStorePassword});
@@ -215,9 +215,9 @@ TEST(AddingAProduct, CostsFourSyncsWhereNothingSplits) {
 TEST(ALoweredBound, ReachesTheDiskBeforeTheNextChange) {
   const Scratch scratch;
   const fs::path file = scratch.folder() / "shop.mdb";
-  makestore::ShopOrder order;
-  order.slots = order.products = 1200;
-  makestore::shopStore(order).write(file);
+  makestore::ShopOptions options;
+  options.slots = options.products = 1200;
+  makestore::shopStore(options).write(file);
   jet::Database database(file, u"the file", jet::Password{kStorePassword});
   const auto stock = [&]() -> const jet::Table& { return tableNamed(database, u"tblStock"); };
   const jet::ColumnIndex name = stock().columnNamed(u"description").value();
@@ -236,7 +236,7 @@ TEST(ALoweredBound, ReachesTheDiskBeforeTheNextChange) {
     update(database, stock(), rows[i], std::vector<jet::ColumnValue>{{name, text}});
     FileShape after = shapeOf(stock());
     after.body = bodyOf(stock(), rows[i]);
-    if (kindsOf(std::exchange(shape, after), after) != wanted) continue;
+    if (differencesBetween(std::exchange(shape, after), after) != wanted) continue;
     EXPECT_EQ(log.syncs(), 5);  // the four of each change, and that of the bound
     if (++lowered == 2) break;
   }
@@ -327,31 +327,31 @@ TEST_P(CutMadeFile, LosesNothingWhereADeepIndexGrowsAndShrinks) {
   };
   addTexts(store, u"Texts", rows, longText);
   store.write(file);
-  KindSearch hunt({file, u""}, u"Texts",
-                  {"root grown to level 3", "node split at level 2", "leaf unlinked",
-                   "node unlinked at level 1"},
-                  3);
-  hunt.byValues(jet::ColumnIndex(1),
-                [&](std::size_t row) { return longText(row * 37 % rows + rows); });
-  hunt.byValues(jet::ColumnIndex(2), [&](std::size_t row) { return longText(row + 1); });
-  hunt.byValues(jet::ColumnIndex(2), noText);
-  hunt.byValues(jet::ColumnIndex(1), noText);
-  EXPECT_EQ(hunt.missing(), std::set<std::string>());
+  KindSearch search({file, u""}, u"Texts",
+                    {"root grown to level 3", "node split at level 2", "leaf unlinked",
+                     "node unlinked at level 1"},
+                    3);
+  search.byValues(jet::ColumnIndex(1),
+                  [&](std::size_t row) { return longText(row * 37 % rows + rows); });
+  search.byValues(jet::ColumnIndex(2), [&](std::size_t row) { return longText(row + 1); });
+  search.byValues(jet::ColumnIndex(2), noText);
+  search.byValues(jet::ColumnIndex(1), noText);
+  EXPECT_EQ(search.missing(), std::set<std::string>());
 }
 
 /// Changes the rows of one page of a file.
-void changePage(const FileKind& kind, const fs::path& file, jet::PageNumber number,
+void changePage(const FileFormat& format, const fs::path& file, jet::PageNumber number,
                 const std::function<void(jet::DataPageEditor&)>& change) {
-  const jet::Layout& layout = kind.layout();
+  const jet::Layout& layout = format.layout();
   std::fstream stream(file, std::ios::binary | std::ios::in | std::ios::out);
   jet::Bytes page(layout.pageSize);
   const auto offset = static_cast<std::streamoff>(number.value() * page.size());
   stream.seekg(offset);
   stream.read(reinterpret_cast<char*>(page.data()), static_cast<std::streamsize>(page.size()));
-  jet::cipherPage(kind.encodingKey, number, page);
+  jet::cipherPage(format.encodingKey, number, page);
   jet::DataPageEditor rows(layout, page, {});
   change(rows);
-  jet::cipherPage(kind.encodingKey, number, page);
+  jet::cipherPage(format.encodingKey, number, page);
   stream.seekp(offset);
   stream.write(reinterpret_cast<const char*>(page.data()),
                static_cast<std::streamsize>(page.size()));
@@ -390,9 +390,9 @@ TEST_P(CutMadeFile, LosesNothingWhereUsageMapsGrow) {
     ASSERT_TRUE(rows.replace(jet::SlotNumber(0), map.encode(), jet::SlotMark::Row));
   });
   const auto cut = [&](const std::u16string& table, const std::set<std::string>& kinds) {
-    KindSearch hunt({file, u""}, table, kinds, 5);
-    hunt.byTexts(400);
-    EXPECT_EQ(hunt.missing(), std::set<std::string>());
+    KindSearch search({file, u""}, table, kinds, 5);
+    search.byTexts(400);
+    EXPECT_EQ(search.missing(), std::set<std::string>());
   };
   cut(u"Early", {"map lengthened", "global map lengthened"});
   cut(u"Late", {"map shifted"});
@@ -425,9 +425,9 @@ TEST_P(CutMadeFile, LosesNothingWhereMapsGainBitmaps) {
       std::ranges::fill(map.bitmapPages, jet::kNoPage);
       ASSERT_TRUE(rows.replace(at.slot, map.encode(), jet::SlotMark::Row));
     });
-  KindSearch hunt({file, u""}, u"Texts", {"map given a bitmap", "global map given a bitmap"}, 5);
-  hunt.byTexts(400);
-  EXPECT_EQ(hunt.missing(), std::set<std::string>());
+  KindSearch search({file, u""}, u"Texts", {"map given a bitmap", "global map given a bitmap"}, 5);
+  search.byTexts(400);
+  EXPECT_EQ(search.missing(), std::set<std::string>());
 }
 
 }  // namespace

@@ -101,11 +101,11 @@ TEST_F(Damage, CutsAndExchangedPagesCauseNothingWorseThanAnError) {
 /// instead of returning a shorter table.
 TEST_F(Damage, ACutFileNeverReadsAsAShorterTable) {
   for (const bool referenceMaps : {false, true}) {
-    makestore::ShopOrder order;
-    order.slots = 200;
-    order.referenceMaps = referenceMaps;
+    makestore::ShopOptions options;
+    options.slots = 200;
+    options.referenceMaps = referenceMaps;
     const fs::path full = scratch_.folder() / "full.mdb";
-    makestore::shopStore(order).write(full);
+    makestore::shopStore(options).write(full);
     const std::string content = support::readFile(full).value();
     const fs::path cut = scratch_.folder() / "cut.mdb";
     int refused = 0;

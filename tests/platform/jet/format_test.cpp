@@ -25,12 +25,12 @@ constexpr bool kUnrelated = !std::is_convertible_v<A, B> && !std::is_convertible
                             !std::is_constructible_v<A, B> && !std::is_constructible_v<B, A> &&
                             !std::equality_comparable_with<A, B>;
 template <class... Numbers>
-constexpr bool kIsOnlyANumberByName = ((!std::is_convertible_v<int, Numbers> &&
-                                        !std::is_convertible_v<Numbers, int> &&
-                                        !std::is_constructible_v<int, Numbers>)&&...);
-static_assert(kIsOnlyANumberByName<jet::PageNumber, jet::SlotNumber, jet::ColumnNumber,
-                                   jet::ColumnIndex, jet::VariableSlot, jet::IndexNumber,
-                                   jet::LogicalIndexNumber, jet::ObjectId>);
+constexpr bool kConvertsOnlyExplicitly = ((!std::is_convertible_v<int, Numbers> &&
+                                           !std::is_convertible_v<Numbers, int> &&
+                                           !std::is_constructible_v<int, Numbers>)&&...);
+static_assert(kConvertsOnlyExplicitly<jet::PageNumber, jet::SlotNumber, jet::ColumnNumber,
+                                      jet::ColumnIndex, jet::VariableSlot, jet::IndexNumber,
+                                      jet::LogicalIndexNumber, jet::ObjectId>);
 static_assert(kUnrelated<jet::PageNumber, jet::SlotNumber>);
 static_assert(kUnrelated<jet::ColumnNumber, jet::ColumnIndex>);
 static_assert(kUnrelated<jet::IndexNumber, jet::LogicalIndexNumber>);

@@ -122,11 +122,11 @@ std::size_t fullestLeaf(const jet::TableSource& source, jet::IndexNumber index) 
 TEST(PackedLeaves, StaySoundWhenFiftyFreeSlotsGetNames) {
   const Scratch scratch;
   const fs::path file = scratch.folder() / "packed.mdb";
-  makestore::ShopOrder order;
-  order.slots = 1400;
-  order.products = 40;
-  order.packedIndexes = true;
-  makestore::shopStore(order).write(file);
+  makestore::ShopOptions options;
+  options.slots = 1400;
+  options.products = 40;
+  options.packedIndexes = true;
+  makestore::shopStore(options).write(file);
   EXPECT_EQ(checkerVerdict(file), "sound");
   std::vector<Change> changes;
   {

@@ -13,10 +13,10 @@ namespace {
 /// An ordinary shop's store: ids, names and departments indexed.
 SmallStore& shop() {
   static SmallStore store([] {
-    makestore::ShopOrder order;
-    order.password = u"";
-    order.shuffled = true;
-    return makestore::shopStore(order);
+    makestore::ShopOptions options;
+    options.password = u"";
+    options.shuffled = true;
+    return makestore::shopStore(options);
   }());
   return store;
 }

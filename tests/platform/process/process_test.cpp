@@ -32,7 +32,7 @@ TEST(StandardStreams, ClosedStreamsBecomeTheNullDevice) {
             0);
 }
 
-// One of the tests with real windows closes the reader of the pipe.
+// tests/e2e/test_endings.py tests a pipe whose reader is closed.
 TEST(StandardStreams, APipeWithoutRoomBlocksNoWriter) {
   EXPECT_EQ(statusOfCopy([] {
               std::array<int, 2> ends{};

@@ -30,8 +30,9 @@ bool hasWindowManager() {
   struct Cookie {
     unsigned int sequence;
   };
+  if (QGuiApplication::platformName().startsWith(u"wayland")) return true;
   const auto* const server = xServer();
-  if (server == nullptr) return true;
+  if (server == nullptr) return false;
   auto* const root = libraryFunction<XId(Display*)>("X11", 6, "XDefaultRootWindow");
   auto* const ask = libraryFunction<Cookie(xcb_connection_t*, std::uint32_t)>(
       "xcb", 1, "xcb_get_window_attributes");

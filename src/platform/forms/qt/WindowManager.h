@@ -4,8 +4,8 @@
 
 namespace forms::qt {
 
-/// False on an X server without a window manager. True on other display systems, where the desktop
-/// itself manages the windows.
+/// False on an X server without a window manager, and off-screen. True under Wayland, where the
+/// desktop manages the windows.
 bool hasWindowManager();
 
 /// Asks the window manager not to list a window in task bars; must be called before the window is

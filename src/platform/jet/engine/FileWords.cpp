@@ -45,11 +45,11 @@ runtime::RunTimeError updatingError(const files::FileError& failure, std::u16str
 
 }  // namespace
 
-void rethrowAsEngineError(FileWork work, std::u16string_view shownPath) {
+void rethrowAsEngineError(FileOperation work, std::u16string_view shownPath) {
   try {
     throw;
   } catch (const files::FileError& failure) {
-    if (work == FileWork::Opening) throw openingError(failure.problem(), shownPath);
+    if (work == FileOperation::Opening) throw openingError(failure.problem(), shownPath);
     throw updatingError(failure, shownPath);
   }
 }

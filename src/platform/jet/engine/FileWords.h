@@ -6,15 +6,15 @@
 namespace jet {
 
 /// What the engine was doing when the operating system refused a file operation.
-enum class FileWork { Opening, Reading, Updating };
+enum class FileOperation { Opening, Reading, Updating };
 
 /// Within a handler: raises the provider's error, with the engine's text, for a refusal of the
 /// operating system; any other exception passes.
-[[noreturn]] void rethrowAsEngineError(FileWork work, std::u16string_view shownPath);
+[[noreturn]] void rethrowAsEngineError(FileOperation work, std::u16string_view shownPath);
 
 /// Runs `work` and turns a refusal of the operating system into the provider's error.
 template <class Work>
-auto withEngineErrors(FileWork kind, std::u16string_view shownPath, Work&& work) {
+auto withEngineErrors(FileOperation kind, std::u16string_view shownPath, Work&& work) {
   try {
     return std::forward<Work>(work)();
   } catch (...) {

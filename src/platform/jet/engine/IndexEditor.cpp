@@ -57,7 +57,7 @@ std::optional<Bytes> IndexEditor::relinked(PageNumber number, Link link, PageNum
 }
 
 /// The leaf before the path's leaf may still be linked to one that an interrupted change left.
-void IndexEditor::mendNext(const IndexPath& path, WriteStep step) {
+void IndexEditor::repairLinkToLeaf(const IndexPath& path, WriteStep step) {
   const PageNumber before = path.leaf.previous;
   if (std::optional<Bytes> page = relinked(before, Link::Next, path.leafNumber, path.leafNumber))
     changes_.stage(step, before, std::move(*page));
@@ -89,7 +89,7 @@ IndexEditor::Insertion IndexEditor::insert(const IndexEntry& entry) {
   }
   path.leaf.entries.insert(path.leaf.entries.begin() + static_cast<std::ptrdiff_t>(at), entry);
   const bool newKey = isNewKey(path, at);
-  mendNext(path, WriteStep::InsertEntries);
+  repairLinkToLeaf(path, WriteStep::InsertEntries);
   if (std::optional<Bytes> bytes = path.leaf.encode(changes_.layout()))
     changes_.stage(WriteStep::InsertEntries, path.leafNumber, std::move(*bytes));
   else if (path.nodes.empty())
@@ -205,7 +205,7 @@ void IndexEditor::removeAt(IndexPath& path, std::size_t at) {
     unlink(path, path.nodes.size());
     return;
   }
-  mendNext(path, WriteStep::RemoveEntries);
+  repairLinkToLeaf(path, WriteStep::RemoveEntries);
   stage(WriteStep::RemoveEntries, path.leafNumber, path.leaf);
   if (wasLast && !entries.empty()) lowerBound(path, path.nodes.size(), entries.back().bytes);
 }
@@ -227,8 +227,8 @@ void IndexEditor::lowerBound(IndexPath& path, std::size_t depth, const Bytes& la
 }
 
 /// Called before the bound between the node's child and the page after it is lowered or removed.
-/// Drops the entries up to this bound that an interrupted split left in the first pages after it,
-/// on all levels: without the bound they would belong to the tree again.
+/// An interrupted split may have left entries up to this bound in the pages that follow it, one
+/// page on each level. Drops them: without the bound they would belong to the tree again.
 void IndexEditor::trimNextTo(const IndexPath::Node& node) {
   const std::size_t next = node.child + 1;
   const Bytes bound = node.page.entries[node.child].bytes;

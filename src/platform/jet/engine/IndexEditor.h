@@ -54,7 +54,7 @@ class IndexEditor {
 
   enum class Link { Previous, Next };
   std::optional<Bytes> relinked(PageNumber number, Link link, PageNumber to, PageNumber of);
-  void mendNext(const IndexPath& path, WriteStep step);
+  void repairLinkToLeaf(const IndexPath& path, WriteStep step);
 
   struct TreeLeaf {
     PageNumber number;

@@ -14,8 +14,8 @@ struct IndexRange {
   /// Values of the leading columns; a null matches null. For a text column, Binary is a text's key
   /// as `Row::sortKey` returns it.
   std::vector<runtime::Variant> equal = {};
-  /// Bounds on the column after those, by its values whatever the index's direction; the bounds are
-  /// inclusive. With a bound or with `notNull`, nulls of that column are left out.
+  /// Inclusive bounds on the next column's values; `lower` is the smaller value in a descending
+  /// index too. With a bound or with `notNull`, nulls of that column are left out.
   std::optional<runtime::Variant> lower = {};
   std::optional<runtime::Variant> upper = {};
   bool notNull = false;

@@ -56,7 +56,7 @@ void PageAllocator::markUsed(PageNumber page) {
     }
     return;
   }
-  const std::size_t range = maps_.rangeOf(map, page);
+  const std::size_t range = maps_.bitmapIndexOf(map, page);
   if (map.bitmapPages[range] == kNoPage)
     addBitmap(map, range);
   else

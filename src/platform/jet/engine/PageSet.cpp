@@ -9,7 +9,7 @@ namespace jet {
 namespace {
 
 /// How a page that is set in a map, but is beyond the end of the file, is treated.
-enum class Outside { IsDamage, IsPassedOver };
+enum class Outside { IsDamage, IsSkipped };
 
 class Collector {
  public:
@@ -46,7 +46,7 @@ std::vector<PageNumber> pagesOf(Pager& pager, RowPointer pointer, const Location
   const std::size_t range = pagesPerBitmap(pager.layout());
   for (std::size_t i = 0; i < map.bitmapPages.size(); ++i) {
     if (map.bitmapPages[i] == kNoPage) continue;
-    if (outside == Outside::IsPassedOver && i * range >= pager.pageCount()) break;
+    if (outside == Outside::IsSkipped && i * range >= pager.pageCount()) break;
     const Pager::Page page = pager.read(map.bitmapPages[i], location);
     const Location bitmap = from.at(map.bitmapPages[i]);
     requireBitmap(*page, bitmap);
@@ -69,7 +69,7 @@ std::vector<PageNumber> ownedPages(Pager& pager, RowPointer map, const Location&
 }
 
 std::vector<PageNumber> pagesWithRoom(Pager& pager, RowPointer map, const Location& from) {
-  return pagesOf(pager, map, from, Outside::IsPassedOver);
+  return pagesOf(pager, map, from, Outside::IsSkipped);
 }
 
 void requireBitmap(ByteView page, const Location& location) {

@@ -35,14 +35,14 @@ bool openEitherWay(std::unique_ptr<ByteFile>& file, const std::filesystem::path&
 
 Pager::Pager(const std::filesystem::path& file, std::u16string_view shownPath)
     : shownPath_(shownPath) {
-  withEngineErrors(FileWork::Opening, shownPath_, [&] {
+  withEngineErrors(FileOperation::Opening, shownPath_, [&] {
     readOnly_ = openEitherWay(file_, file);
     file_->lockShared();
     locked_ = true;
   });
   Bytes front(Header::kDecodedSize);
-  front.resize(
-      withEngineErrors(FileWork::Reading, shownPath_, [&] { return file_->readAt(0, front); }));
+  front.resize(withEngineErrors(FileOperation::Reading, shownPath_,
+                                [&] { return file_->readAt(0, front); }));
   const std::optional<Header> header = Header::decode(front);
   if (header) {
     header_ = *header;
@@ -56,7 +56,7 @@ Pager::Pager(const std::filesystem::path& file, std::u16string_view shownPath)
 Pager::~Pager() = default;
 
 void Pager::lock() {
-  withEngineErrors(FileWork::Opening, shownPath_, [&] { file_->lockShared(); });
+  withEngineErrors(FileOperation::Opening, shownPath_, [&] { file_->lockShared(); });
   locked_ = true;
   forget();
 }
@@ -71,7 +71,7 @@ void Pager::forget() {
   scanned_.clear();
   hand_ = 0;
   const std::uint64_t size =
-      withEngineErrors(FileWork::Reading, shownPath_, [&] { return file_->size(); });
+      withEngineErrors(FileOperation::Reading, shownPath_, [&] { return file_->size(); });
   pageCount_ = static_cast<std::uint32_t>(
       std::min<std::uint64_t>(size / layout_->pageSize, kLastPage.value() + 1));
   frameOf_.assign(pageCount_, 0);
@@ -113,8 +113,8 @@ Pager::Frame& Pager::frameWith(PageNumber number, PageNumber last, const Locatio
   const std::size_t pageSize = layout_->pageSize;
   const std::uint64_t offset = std::uint64_t{number.value()} * pageSize;
   run_.resize((std::min(last.value(), pageCount_ - 1) - number.value() + 1) * pageSize);
-  const std::size_t count =
-      withEngineErrors(FileWork::Reading, shownPath_, [&] { return file_->readAt(offset, run_); });
+  const std::size_t count = withEngineErrors(FileOperation::Reading, shownPath_,
+                                             [&] { return file_->readAt(offset, run_); });
   if (count < pageSize) raiseOutside(number.value(), from);
   for (std::size_t i = 1; i < count / pageSize; ++i) {
     const PageNumber next(number.value() + i);
@@ -155,11 +155,12 @@ std::shared_ptr<const Pager::OpenIndexPage> Pager::readIndexPage(PageNumber numb
 
 void Pager::lockForUpdate() {
   if (readOnly_) throw error::fileReadOnly();
-  withEngineErrors(FileWork::Updating, shownPath_, [&] { file_->lockExclusive(); });
+  withEngineErrors(FileOperation::Updating, shownPath_, [&] { file_->lockExclusive(); });
   locked_ = true;
   try {
     bool isReplaced = false;
-    withEngineErrors(FileWork::Updating, shownPath_, [&] { isReplaced = file_->isReplaced(); });
+    withEngineErrors(FileOperation::Updating, shownPath_,
+                     [&] { isReplaced = file_->isReplaced(); });
     if (isReplaced) throw error::fileReplaced(shownPath_);
     forget();
   } catch (...) {
@@ -172,7 +173,7 @@ void Pager::write(PageNumber number, ByteView page) {
   Bytes encoded(page.begin(), page.end());
   cipherPage(header_.encodingKey, number, encoded);
   const std::uint64_t offset = std::uint64_t{number.value()} * layout_->pageSize;
-  withEngineErrors(FileWork::Updating, shownPath_, [&] {
+  withEngineErrors(FileOperation::Updating, shownPath_, [&] {
     try {
       file_->writeAt(offset, encoded);
     } catch (const files::FileError&) {
@@ -185,7 +186,7 @@ void Pager::write(PageNumber number, ByteView page) {
 }
 
 void Pager::sync() {
-  withEngineErrors(FileWork::Updating, shownPath_, [&] { file_->sync(); });
+  withEngineErrors(FileOperation::Updating, shownPath_, [&] { file_->sync(); });
 }
 
 }  // namespace jet

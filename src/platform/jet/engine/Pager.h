@@ -43,8 +43,6 @@ class Pager {
   /// Reads the pages from `first` to `last` at once, as far as the file has them, unless the first
   /// is cached already. Raises what `read` raises for the first.
   void readRun(PageNumber first, PageNumber last, const Location& from);
-  /// Tells that a scan is done with a page: the last ones make room first, so that a scan of many
-  /// pages leaves the others where they are.
   /// Marks a page as no longer needed by a scan. Such pages are evicted first, in the reverse order
   /// of marking, so that a scan of many pages doesn't evict the other cached pages.
   void setScanned(PageNumber number);

@@ -10,7 +10,7 @@ struct SeekValue {
   enum class Outcome {
     Value,     ///< `value` replaces the bound
     NoRow,     ///< no value of the column can meet the bound
-    Unusable,  ///< the bound doesn't restrict the column's values
+    Unusable,  ///< no key can be made of the bound, or every value meets it
   };
   Outcome outcome = Outcome::Unusable;
   runtime::Variant value;

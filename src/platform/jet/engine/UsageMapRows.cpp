@@ -43,7 +43,7 @@ void UsageMapRows::setBitmapBit(PageNumber bitmap, std::size_t bit, bool value, 
   changes_.stageMap(step, bitmap, std::move(page));
 }
 
-std::size_t UsageMapRows::rangeOf(const UsageMap& map, PageNumber page) const {
+std::size_t UsageMapRows::bitmapIndexOf(const UsageMap& map, PageNumber page) const {
   const std::size_t range = page.value() / pagesPerBitmap(changes_.layout());
   if (range >= map.bitmapPages.size())
     raiseUnsupported(source_.location(page), u"a usage map has no room for the page");

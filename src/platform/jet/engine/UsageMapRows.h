@@ -26,7 +26,7 @@ class UsageMapRows {
   void setBitmapBit(PageNumber bitmap, std::size_t bit, bool value, WriteStep step);
 
   /// The entry of a reference map for a page. Raises where the map has none.
-  std::size_t rangeOf(const UsageMap& map, PageNumber page) const;
+  std::size_t bitmapIndexOf(const UsageMap& map, PageNumber page) const;
   /// The bitmap page of a reference map for a page; 0 where there is none.
   PageNumber bitmapFor(const UsageMap& map, PageNumber page) const;
   /// The bit of a page on its bitmap page.

@@ -73,7 +73,7 @@ void UsageMaps::turnIntoReference(RowPointer at, WriteStep step) {
   reference.bitmapPages.resize(map.referencesThatFit());
   forEachSetBit(map.bits, [&](std::size_t bit) {
     const PageNumber page = map.pageOf(bit);
-    PageNumber& bitmap = reference.bitmapPages[rows_.rangeOf(reference, page)];
+    PageNumber& bitmap = reference.bitmapPages[rows_.bitmapIndexOf(reference, page)];
     if (bitmap == kNoPage) {
       bitmap = pages_.take();
       changes_.stage(WriteStep::NewPages, bitmap, newBitmapPage(changes_.layout()));
@@ -98,7 +98,7 @@ void UsageMaps::cover(RowPointer at, PageNumber page, WriteStep step) {
   if (coverWithoutBitmap(at, page, step)) return;
   if (rows_.read(at).kind == UsageMap::Kind::Inline) turnIntoReference(at, step);
   const UsageMap map = rows_.read(at);
-  const std::size_t range = rows_.rangeOf(map, page);
+  const std::size_t range = rows_.bitmapIndexOf(map, page);
   if (map.bitmapPages[range] == kNoPage) addBitmap(at, range, step);
 }
 

@@ -76,7 +76,7 @@ std::optional<std::string> plainDecimal(const Variant& value) {
 }
 
 /// Rounds a plain decimal number half to even; returns sign and digits without the point.
-std::string rounded(const std::string& plain, std::size_t scale) {
+std::string roundedDigits(const std::string& plain, std::size_t scale) {
   const bool negative = plain.starts_with('-');
   const std::size_t front = negative || plain.starts_with('+') ? 1 : 0;
   const std::size_t point = std::min(plain.find('.'), plain.size());
@@ -98,7 +98,7 @@ std::string rounded(const std::string& plain, std::size_t scale) {
 runtime::Currency currencyOf(const Variant& value) {
   if (const auto* exact = std::get_if<runtime::Currency>(&value.get())) return *exact;
   if (const std::optional<std::string> plain = plainDecimal(value)) {
-    const std::string units = rounded(*plain, kCurrencyScale);
+    const std::string units = roundedDigits(*plain, kCurrencyScale);
     runtime::Currency amount;
     const auto [end, error] =
         std::from_chars(units.data(), units.data() + units.size(), amount.tenThousandths);
@@ -122,7 +122,7 @@ runtime::Decimal decimalOf(const ColumnDefinition& column, const Variant& value)
         std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed, 15);
     plain.emplace(text.data(), end.ptr);
   }
-  std::string digits = rounded(*plain, column.scale);
+  std::string digits = roundedDigits(*plain, column.scale);
   const bool negative = digits.starts_with('-');
   digits.erase(0, std::min(digits.find_first_not_of("-0"), digits.size()));
   const bool zero = digits.empty();

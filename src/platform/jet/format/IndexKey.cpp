@@ -56,8 +56,8 @@ void appendNumber(ColumnType type, ByteView stored, bool ascending, Bytes& key) 
   if (!ascending) invert(number);
 }
 
-/// A sign byte, then the magnitude. In a descending key the sign byte stays and the magnitude of
-/// the other sign is the inverted one.
+/// A sign byte, then the magnitude: inverted for negative numbers in an ascending key, for positive
+/// ones in a descending key. The sign byte is the same in both.
 void appendNumeric(ByteView stored, bool ascending, Bytes& key) {
   const bool negative = stored[NumericValue::kSign] != 0;
   key.push_back(negative ? kLowest : kHighest);
@@ -69,7 +69,7 @@ void appendNumeric(ByteView stored, bool ascending, Bytes& key) {
   appendBytes(key, magnitude);
 }
 
-/// The text's key, computed here or before; empty where a character is outside the tables.
+/// The key of a text; a Binary value already is one. Empty where a character is outside the tables.
 Bytes textPart(Version version, const Variant& value) {
   if (const auto* made = std::get_if<runtime::Binary>(&value.get()))
     return isKnownTextKey(*made) ? *made : Bytes();

@@ -10,7 +10,7 @@ namespace {
 /// The prefix's length is one byte in Jet 3.
 constexpr std::size_t kLongestJet3Prefix = 255;
 
-std::size_t tailSize(bool leaf) {
+std::size_t entryTrailerSize(bool leaf) {
   return kEntryRow + (leaf ? 0 : kEntryChild);
 }
 
@@ -82,7 +82,7 @@ IndexPageView::IndexPageView(const Layout& layout, ByteView page, const Location
   prefix_ =
       layout.version == Version::Jet3 ? page[layout.indexPrefix] : u16At(page, layout.indexPrefix);
   const std::size_t capacity = layout.indexCapacity();
-  const std::size_t shortest = tailSize(leaf_) + 1;
+  const std::size_t shortest = entryTrailerSize(leaf_) + 1;
   ends_.reserve(capacity / shortest);
   std::size_t start = 0;
   const ByteView mask = page.subspan(layout.indexMask, layout.indexData - layout.indexMask);

@@ -8,8 +8,8 @@
 
 namespace jet {
 
-/// A number of one kind of thing. It is made from an integer and turned into one only by name, and
-/// compares with its own kind only: swapped arguments do not compile.
+/// A number of one kind of thing. Conversions from and to integers are explicit, and it compares
+/// with its own kind only: swapped arguments do not compile.
 template <class Tag, class Integer>
 class Number {
  public:

@@ -30,9 +30,9 @@ Bytes encodePlainText(Version version, std::u16string_view text);
 /// Decodes stored text and replaces `text` with it.
 void decodeText(Version version, ByteView stored, std::u16string& text);
 
-/// The stored form of a text. `compress` is the column's setting; texts that are too short,
-/// and those with a character beyond U+00FF, are not compressed all the same. Absent for a Jet 3
-/// file where a character has no byte.
+/// The stored form of a text. `compress` is the column's setting; a text that is too short or too
+/// long, or has a character outside U+0001 to U+00FF, is never compressed. Absent for a Jet 3 file
+/// where a character has no byte.
 std::optional<Bytes> encodeText(Version version, std::u16string_view text, bool compress);
 
 }  // namespace jet

@@ -45,7 +45,7 @@ struct Fields {
   std::size_t indexFlags;  ///< u8
   // Logical index.
   std::size_t logicalSize;
-  std::size_t entryMarkSize;  ///< bytes of the constant that indexes begin with
+  std::size_t entryMarkSize;  ///< bytes of the mark that indexes and logical indexes begin with
   // Name.
   std::size_t nameSize;  ///< bytes of a name's length
 };

@@ -13,7 +13,8 @@ UsageMap UsageMap::decode(ByteView row, const Location& location) {
     map.firstPage = PageNumber(u32At(row, kFirstPage));
     map.bits.assign(row.begin() + kBitmap, row.end());
   } else {
-    for (std::size_t at = kBitmapPages; at + kBitmapPageSize <= row.size(); at += kBitmapPageSize)
+    for (std::size_t at = kBitmapPages; at + kBitmapPageNumberSize <= row.size();
+         at += kBitmapPageNumberSize)
       map.bitmapPages.emplace_back(u32At(row, at));
   }
   return map;
@@ -21,14 +22,15 @@ UsageMap UsageMap::decode(ByteView row, const Location& location) {
 
 Bytes UsageMap::encode() const {
   const bool isInline = kind == Kind::Inline;
-  Bytes row(isInline ? kBitmap + bits.size() : kBitmapPages + bitmapPages.size() * kBitmapPageSize);
+  Bytes row(isInline ? kBitmap + bits.size()
+                     : kBitmapPages + bitmapPages.size() * kBitmapPageNumberSize);
   row[kKind] = static_cast<std::uint8_t>(kind);
   if (isInline) {
     putU32(row, kFirstPage, firstPage.value());
     putBytes(row, kBitmap, bits);
   }
   for (std::size_t i = 0; i < bitmapPages.size(); ++i)
-    putU32(row, kBitmapPages + i * kBitmapPageSize, bitmapPages[i].value());
+    putU32(row, kBitmapPages + i * kBitmapPageNumberSize, bitmapPages[i].value());
   return row;
 }
 

@@ -18,11 +18,11 @@ struct UsageMap {
     Reference = 1,  ///< page numbers of bitmap pages, each for a fixed range of pages
   };
   // Offsets in the row.
-  static constexpr std::size_t kKind = 0;            ///< u8, a Kind
-  static constexpr std::size_t kFirstPage = 1;       ///< inline: u32, page of the first bit
-  static constexpr std::size_t kBitmap = 5;          ///< inline: the bits, low bit first
-  static constexpr std::size_t kBitmapPages = 1;     ///< reference: u32 each, 0 where there is none
-  static constexpr std::size_t kBitmapPageSize = 4;  ///< reference: of each number
+  static constexpr std::size_t kKind = 0;         ///< u8, a Kind
+  static constexpr std::size_t kFirstPage = 1;    ///< inline: u32, page of the first bit
+  static constexpr std::size_t kBitmap = 5;       ///< inline: the bits, low bit first
+  static constexpr std::size_t kBitmapPages = 1;  ///< reference: u32 each, 0 where there is none
+  static constexpr std::size_t kBitmapPageNumberSize = 4;  ///< reference: of each number
   /// Offset in a bitmap page.
   static constexpr std::size_t kBitmapPageBits = 4;
   static constexpr std::size_t kGrowth = 4;
@@ -44,7 +44,7 @@ struct UsageMap {
   }
   /// Inline: numbers of bitmap pages that the row would hold as a reference map.
   std::size_t referencesThatFit() const {
-    return (kBitmap + bits.size() - kBitmapPages) / kBitmapPageSize;
+    return (kBitmap + bits.size() - kBitmapPages) / kBitmapPageNumberSize;
   }
   /// Inline: pages that the window covers, the page of a bit, and whether it covers a page.
   std::size_t windowSize() const { return kByteBits * bits.size(); }

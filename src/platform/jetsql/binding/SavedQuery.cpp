@@ -60,7 +60,7 @@ class Builder {
     return options_ != nullptr && (options_->flag & option) != 0;
   }
 
-  /// Its halves are stored as text.
+  /// A union's halves are stored as text.
   ParsedQuery unionQuery() const {
     std::vector<std::shared_ptr<const ParsedQuery>> halves;
     for (const jet::QueryRow& row : rows_) {
@@ -83,7 +83,7 @@ class Builder {
     if (has(QueryOption::kTop)) select.top = Top{topCount(), has(QueryOption::kPercent)};
     for (const jet::QueryRow& row : rows_) addRow(row, select);
     if (has(QueryOption::kAllColumns)) select.items.emplace_back();
-    for (Input& input : inputs_) select.from.push_back(std::move(input.item));
+    for (FromItem& input : fromItems_) select.from.push_back(std::move(input.item));
     ParsedQuery query;
     query.select = std::move(select);
     return query;
@@ -101,7 +101,7 @@ class Builder {
   void addRow(const jet::QueryRow& row, ParsedSelect& select) {
     switch (row.attribute) {
       case QueryAttribute::Source:
-        addInput(row);
+        addFromItem(row);
         break;
       case QueryAttribute::Column: {
         ParsedItem item = parseItem(row.expression);
@@ -133,34 +133,34 @@ class Builder {
   }
 
   /// A source of FROM: at first a table, later perhaps a join, found by any table name in it.
-  struct Input {
+  struct FromItem {
     std::vector<std::u16string> names;
     ParsedFrom item;
   };
 
-  void addInput(const jet::QueryRow& row) {
-    if (inputs_.size() >= kMostInputs) throw error::tooComplex();
+  void addFromItem(const jet::QueryRow& row) {
+    if (fromItems_.size() >= kMostInputs) throw error::tooComplex();
     ParsedFrom item;
     item.name = unbracketed(row.name1);
     item.alias = unbracketed(row.name2);
     if (item.name.empty()) {
       item.query = std::make_shared<const ParsedQuery>(parseStatement(row.expression));
     }
-    inputs_.push_back({{item.alias.empty() ? item.name : item.alias}, std::move(item)});
+    fromItems_.push_back({{item.alias.empty() ? item.name : item.alias}, std::move(item)});
   }
 
   /// The index of the source that contains the name; a plain table is added where none does.
-  std::size_t inputNamed(const std::u16string& written) {
+  std::size_t fromItemNamed(const std::u16string& written) {
     const std::u16string name = unbracketed(written);
-    for (std::size_t i = 0; i < inputs_.size(); ++i) {
-      for (const std::u16string& each : inputs_[i].names) {
+    for (std::size_t i = 0; i < fromItems_.size(); ++i) {
+      for (const std::u16string& each : fromItems_[i].names) {
         if (jet::sameName(each, name)) return i;
       }
     }
     jet::QueryRow row;
     row.name1 = name;
-    addInput(row);
-    return inputs_.size() - 1;
+    addFromItem(row);
+    return fromItems_.size() - 1;
   }
 
   JoinKind joinOf(const jet::QueryRow& row) const {
@@ -177,34 +177,34 @@ class Builder {
 
   void addJoin(const jet::QueryRow& row) {
     const JoinKind kind = joinOf(row);
-    const std::size_t left = inputNamed(row.name1);
-    const std::size_t right = inputNamed(row.name2);
+    const std::size_t left = fromItemNamed(row.name1);
+    const std::size_t right = fromItemNamed(row.name2);
     ParsedExpression condition = parseExpression(row.expression);
     if (left == right) {
       // A further condition of a join that contains both tables already. It is put before the
       // earlier conditions.
-      ParsedFrom& join = inputs_[left].item;
+      ParsedFrom& join = fromItems_[left].item;
       if (!join.isJoin() || join.join != kind) throw error::damagedQuery(name_);
       join.condition = binary(Operator::And, std::move(condition), std::move(*join.condition));
       return;
     }
-    Input joined;
-    joined.names = std::move(inputs_[left].names);
-    for (std::u16string& name : inputs_[right].names) joined.names.push_back(std::move(name));
+    FromItem joined;
+    joined.names = std::move(fromItems_[left].names);
+    for (std::u16string& name : fromItems_[right].names) joined.names.push_back(std::move(name));
     joined.item.join = kind;
-    joined.item.sides.push_back(std::move(inputs_[left].item));
-    joined.item.sides.push_back(std::move(inputs_[right].item));
+    joined.item.sides.push_back(std::move(fromItems_[left].item));
+    joined.item.sides.push_back(std::move(fromItems_[right].item));
     joined.item.condition = std::move(condition);
     const auto [low, high] = std::minmax(left, right);
-    inputs_.erase(inputs_.begin() + static_cast<std::ptrdiff_t>(high));
-    inputs_.erase(inputs_.begin() + static_cast<std::ptrdiff_t>(low));
-    inputs_.push_back(std::move(joined));
+    fromItems_.erase(fromItems_.begin() + static_cast<std::ptrdiff_t>(high));
+    fromItems_.erase(fromItems_.begin() + static_cast<std::ptrdiff_t>(low));
+    fromItems_.push_back(std::move(joined));
   }
 
   std::u16string_view name_;
   std::span<const jet::QueryRow> rows_;
   const jet::QueryRow* options_ = nullptr;
-  std::vector<Input> inputs_;
+  std::vector<FromItem> fromItems_;
 };
 
 }  // namespace

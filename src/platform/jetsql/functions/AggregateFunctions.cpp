@@ -42,19 +42,25 @@ class Single final : public Kept {
 
 /// The first or last value that isn't null.
 template <bool isFirst>
-class End final : public Kept {
+class FirstOrLast final : public Kept {
  public:
   void step(const FunctionCall& call) override {
     if (!call.isNull(0) && (!isFirst || !isSet())) keep(call.raw(0));
   }
 };
 
-enum class Spread : std::uint8_t { Deviation, DeviationOfAll, Variance, VarianceOfAll };
+enum class Statistic : std::uint8_t {
+  SampleDeviation,
+  PopulationDeviation,
+  SampleVariance,
+  PopulationVariance
+};
 
 /// Standard deviation and variance, of a sample or of the population.
-template <Spread kind>
-class Scatter final : public Aggregate {
+template <Statistic kind>
+class DeviationOrVariance final : public Aggregate {
  public:
+  /// Updates mean and sum of squares row by row, by Welford's method.
   void step(const FunctionCall& call) override {
     if (call.isNull(0)) return;
     const double number = call.number(0);
@@ -64,9 +70,11 @@ class Scatter final : public Aggregate {
     squares_ += before * (number - mean_);
   }
   void finish(const FunctionCall& call) override {
-    constexpr bool isOfAll = kind == Spread::DeviationOfAll || kind == Spread::VarianceOfAll;
-    constexpr bool isRoot = kind == Spread::Deviation || kind == Spread::DeviationOfAll;
-    const std::int64_t divisor = isOfAll ? count_ : count_ - 1;
+    constexpr bool isOfPopulation =
+        kind == Statistic::PopulationDeviation || kind == Statistic::PopulationVariance;
+    constexpr bool isRoot =
+        kind == Statistic::SampleDeviation || kind == Statistic::PopulationDeviation;
+    const std::int64_t divisor = isOfPopulation ? count_ : count_ - 1;
     if (divisor < 1) return;
     const double variance = squares_ / static_cast<double>(divisor);
     call.setNumber(isRoot ? std::sqrt(variance) : variance);
@@ -92,17 +100,17 @@ constexpr Function kFunctions[] = {
     {u"MIN", 1, 1, "c", Type::Any, "min", nullptr, kPass, kAsFirst, W::Aggregate},
     {u"MAX", 1, 1, "c", Type::Any, "max", nullptr, kPass, kAsFirst, W::Aggregate},
     {u"FIRST", 1, 1, "k", Type::Any, "jet_first", nullptr, kPass, kAsFirst, W::Aggregate,
-     make<End<true>>},
+     make<FirstOrLast<true>>},
     {u"LAST", 1, 1, "k", Type::Any, "jet_last", nullptr, kPass, kAsFirst, W::Aggregate,
-     make<End<false>>},
+     make<FirstOrLast<false>>},
     {u"STDEV", 1, 1, "n", Type::Double, "jet_stdev", nullptr, kPass, kFixed, W::Aggregate,
-     make<Scatter<Spread::Deviation>>},
+     make<DeviationOrVariance<Statistic::SampleDeviation>>},
     {u"STDEVP", 1, 1, "n", Type::Double, "jet_stdevp", nullptr, kPass, kFixed, W::Aggregate,
-     make<Scatter<Spread::DeviationOfAll>>},
+     make<DeviationOrVariance<Statistic::PopulationDeviation>>},
     {u"VAR", 1, 1, "n", Type::Double, "jet_var", nullptr, kPass, kFixed, W::Aggregate,
-     make<Scatter<Spread::Variance>>},
+     make<DeviationOrVariance<Statistic::SampleVariance>>},
     {u"VARP", 1, 1, "n", Type::Double, "jet_varp", nullptr, kPass, kFixed, W::Aggregate,
-     make<Scatter<Spread::VarianceOfAll>>},
+     make<DeviationOrVariance<Statistic::PopulationVariance>>},
     // What operators need.
     {u"", 1, 1, "v", Type::Any, "jet_single", nullptr, kPass, kFixed, W::Aggregate, make<Single>},
 };

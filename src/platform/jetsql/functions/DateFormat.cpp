@@ -35,7 +35,7 @@ class DateWriter {
  public:
   DateWriter(double days, std::u16string_view pattern)
       : days_(days), pattern_(pattern), time_(civilFromDays(days)) {
-    twelve_ = findHalf(0) != std::u16string_view::npos;
+    twelve_ = findAmPm(0) != std::u16string_view::npos;
   }
 
   std::u16string write() {
@@ -44,7 +44,7 @@ class DateWriter {
   }
 
  private:
-  std::size_t findHalf(std::size_t from) const {
+  std::size_t findAmPm(std::size_t from) const {
     for (std::size_t i = from; i + 5 <= pattern_.size(); ++i) {
       if (sameWord(pattern_.substr(i, 5), u"AM/PM")) return i;
     }
@@ -53,7 +53,7 @@ class DateWriter {
 
   void writeOne() {
     const char16_t c = pattern_[position_];
-    if (findHalf(position_) == position_) {
+    if (findAmPm(position_) == position_) {
       text_ += time_.hour < 12 ? u"AM" : u"PM";
       position_ += 5;
     } else if (c == u'\\' && position_ + 1 < pattern_.size()) {

@@ -37,7 +37,8 @@ struct Function {
   int fewest;                ///< number of arguments, at least
   int most;                  ///< and at most
   /// Kinds of the arguments in order, the last one for all that follow: `t` text, `n` number, `v`
-  /// as it is, `k` kept (an amount in ten-thousandths), `c` compared.
+  /// any value (an amount as a plain number), `k` any value (an amount in ten-thousandths), `c` a
+  /// value to compare. See `writeArgument` in `writing/CallWriter.cpp`.
   std::string_view takes;
   Type type;
   std::string_view target;                        ///< its name within SQLite

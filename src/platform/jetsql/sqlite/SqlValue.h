@@ -11,8 +11,9 @@
 
 namespace jetsql {
 
-/// A value of SQLite's: an integer of 32 bits, any other number as a double, a text, bytes. An
-/// amount, which SQLite has in ten-thousandths, a scaled decimal and a GUID are told by the type.
+/// A value of SQLite's: an integer of 32 bits, any other number as a double, a text, bytes. `type`
+/// tells an amount (an integer of ten-thousandths) from an integer, a scaled decimal from a text
+/// and a GUID from bytes.
 runtime::Variant sqlValue(sqlite3_value* value, Type type);
 
 /// Bytes as a value of the type: a GUID or just bytes.

@@ -18,7 +18,8 @@ constexpr std::chrono::sys_days kEpoch{std::chrono::year{1899} / 12 / 30};
 
 /// Days since 1899-12-30 by the Gregorian calendar; the month from 1 to 12.
 std::int64_t daysFromDate(std::int64_t year, int month, std::int64_t day) {
-  // A day of the month is a 16-bit number: too few days to lead back from there to a valid year.
+  // A day of the month is a 16-bit number, too small to lead from a year beyond these limits back
+  // to a valid date.
   constexpr std::int64_t kFarYear = 20000;
   if (year < -kFarYear || year > kFarYear) throw error::overflow();
   const std::chrono::sys_days first{std::chrono::year{static_cast<int>(year)} / month / 1};

@@ -86,9 +86,9 @@ ParsedExpression binary(Operator op, ParsedExpression left, ParsedExpression rig
 }
 
 ParsedExpression parseExpression(std::u16string_view text) {
-  TokenStream words(text);
-  ParsedExpression read = ExpressionParser(words).read();
-  if (!words.atEnd()) words.failExpression(0);
+  TokenStream tokens(text);
+  ParsedExpression read = ExpressionParser(tokens).read();
+  if (!tokens.atEnd()) tokens.failExpression(0);
   return read;
 }
 

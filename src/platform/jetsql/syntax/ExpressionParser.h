@@ -13,7 +13,7 @@ inline constexpr int kTallestExpression = 250;
 class ExpressionParser {
  public:
   /// The expression, and its clause, begin at the stream's position.
-  explicit ExpressionParser(TokenStream& words) : tokens_(words), clause_(words.position()) {}
+  explicit ExpressionParser(TokenStream& tokens) : tokens_(tokens), clause_(tokens.position()) {}
 
   /// Reads the expression and stops at the first word that can't belong to it. Raises the engine's
   /// syntax error.

@@ -15,7 +15,7 @@ struct ParsedExpression {
   ExpressionKind kind = ExpressionKind::Null;
   Operator op = Operator::None;
   bool negated = false;  ///< Is Not Null, Not Like, Not Between, Not In
-  bool every = false;
+  bool every = false;    ///< Quantified: All, not Any or Some
   double number = 0;
   std::u16string text;               ///< a text, or a function's name
   std::vector<std::u16string> path;  ///< of a column

@@ -11,39 +11,39 @@ namespace jetsql {
 namespace {
 
 /// True at a SELECT, perhaps after opening parentheses.
-bool beginsQuery(const TokenStream& words) {
+bool beginsQuery(const TokenStream& tokens) {
   std::size_t count = 0;
-  while (words.ahead(count).is(u"(")) ++count;
-  return words.ahead(count).isWord(u"SELECT");
+  while (tokens.ahead(count).is(u"(")) ++count;
+  return tokens.ahead(count).isWord(u"SELECT");
 }
 
 /// Names and types of parameters are ignored: no parameter can be given a value.
-bool skipParameters(TokenStream& words) {
-  if (!words.here().isWord(u"PARAMETERS")) return false;
-  while (!words.atEnd() && !words.here().is(u";") && !words.here().isBroken()) words.advance();
-  if (!words.accept(u";")) words.failClause(0, u"PARAMETER clause");
+bool skipParameters(TokenStream& tokens) {
+  if (!tokens.here().isWord(u"PARAMETERS")) return false;
+  while (!tokens.atEnd() && !tokens.here().is(u";") && !tokens.here().isBroken()) tokens.advance();
+  if (!tokens.accept(u";")) tokens.failClause(0, u"PARAMETER clause");
   return true;
 }
 
 }  // namespace
 
 ParsedQuery parseStatement(std::u16string_view text) {
-  TokenStream words(text);
-  const bool hasParameters = skipParameters(words);
+  TokenStream tokens(text);
+  const bool hasParameters = skipParameters(tokens);
   for (const std::u16string_view other : {u"INSERT", u"UPDATE", u"DELETE", u"TRANSFORM", u"CREATE",
                                           u"ALTER", u"DROP", u"EXECUTE", u"PROCEDURE"}) {
-    if (words.here().isWord(other)) throw error::notCapable();
+    if (tokens.here().isWord(other)) throw error::notCapable();
   }
-  if (!beginsQuery(words)) {
+  if (!beginsQuery(tokens)) {
     throw error::unknownStatement();
   }
-  return QueryParser(words).statement(hasParameters);
+  return QueryParser(tokens).statement(hasParameters);
 }
 
 ParsedItem parseItem(std::u16string_view text) {
-  TokenStream words(text);
-  ParsedItem read = QueryParser(words).item();
-  if (!words.atEnd()) words.failExpression(0);
+  TokenStream tokens(text);
+  ParsedItem read = QueryParser(tokens).item();
+  if (!tokens.atEnd()) tokens.failExpression(0);
   return read;
 }
 

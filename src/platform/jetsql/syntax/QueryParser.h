@@ -8,7 +8,7 @@ namespace jetsql {
 /// Reads one query by the dialect's grammar.
 class QueryParser {
  public:
-  explicit QueryParser(TokenStream& words) : tokens_(words), clause_(words.position()) {}
+  explicit QueryParser(TokenStream& tokens) : tokens_(tokens), clause_(tokens.position()) {}
 
   /// Reads the query and stops at the first word that can't belong to it. Raises the engine's
   /// syntax error.

@@ -131,9 +131,9 @@ std::string ExpressionWriter::compared(const BoundExpression& expression) {
 std::string ExpressionWriter::comparedAmong(const BoundExpression& expression,
                                             const std::vector<BoundPtr>& operands) {
   if (areAmounts(operands)) return amount(expression);
-  const bool isExact = std::ranges::all_of(
+  const bool allDecimals = std::ranges::all_of(
       operands, [](const BoundPtr& each) { return areDecimals(each->type, each->type); });
-  return isExact ? value(expression) : collated(plain(expression), expression.type);
+  return allDecimals ? value(expression) : collated(plain(expression), expression.type);
 }
 
 std::string ExpressionWriter::sorted(const BoundExpression& expression) {
@@ -346,13 +346,13 @@ std::string ExpressionWriter::subqueryCondition(const BoundExpression& expressio
   const Comparing how = comparing(tested.type, type);
   if (how == Comparing::Null) return "NULL";
   const bool isGuidText = how == Comparing::GuidText;
-  const bool isExact =
+  const bool comparesExactly =
       areDecimals(type, tested.type) || (type == Type::Currency && isAmount(tested));
   const std::string left =
-      isGuidText ? asText(tested) : valueAs(tested, isExact ? type : Type::Double);
+      isGuidText ? asText(tested) : valueAs(tested, comparesExactly ? type : Type::Double);
   const std::string operand = how == Comparing::Plain ? left : collated(left, Type::Any);
   std::string rows = "(" + writeQuery(writer_, inner, {.columns = {0}}) + ")";
-  if (!isExact && (type == Type::Currency || type == Type::Decimal)) {
+  if (!comparesExactly && (type == Type::Currency || type == Type::Decimal)) {
     rows = "(SELECT " + converted("c0", type, Type::Double) + " AS c0 FROM " + rows + ")";
   }
   if (expression.kind == Kind::InQuery && !isGuidText) {

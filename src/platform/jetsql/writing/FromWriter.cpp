@@ -20,10 +20,11 @@ std::pair<const BoundFrom*, const BoundFrom*> sidesOf(const BoundFrom& join) {
   return {left, right};
 }
 
-bool asks(const BoundExpression& expression, const Source& source) {
+/// True when the expression uses the source, or has a query, which may use it.
+bool mayUse(const BoundExpression& expression, const Source& source) {
   if (expression.query || expression.source == &source) return true;
   return std::ranges::any_of(expression.arguments,
-                             [&](const BoundPtr& each) { return asks(*each, source); });
+                             [&](const BoundPtr& each) { return mayUse(*each, source); });
 }
 
 /// True when the expression uses no source and no query.
@@ -73,8 +74,10 @@ class FromWriter {
     for (const std::size_t side : {0U, 1U}) {
       const BoundExpression& own = *equality.arguments[side];
       const BoundExpression& other = *equality.arguments[1 - side];
-      if (!usesOnly(own, source) || asks(other, source)) continue;
+      if (!usesOnly(own, source) || mayUse(other, source)) continue;
       if (own.kind == ExpressionKind::Column) {
+        // A calculated column of a query: an entry without expressions makes it a subquery of its
+        // own, so that SQLite calculates the column once for each row.
         if (source.query && !originOf(own)) computed_[&source];
         break;
       }

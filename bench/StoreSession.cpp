@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "layoutdata/Statements.h"
 #include "platform/adodb/Connection.h"
@@ -11,6 +12,7 @@
 namespace bench {
 namespace {
 
+constexpr std::u16string_view kStorePassword = u"w7rt3q8814Z";
 constexpr int kUnspecified = -1;
 constexpr int kKeyset = 1;
 constexpr int kPessimistic = 2;
@@ -19,7 +21,7 @@ void open(ADODB::Connection& connection, const std::filesystem::path& path) {
   std::u16string text = u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=";
   text += runtime::fromUtf8(path.string());
   text += u";Jet OLEDB:Database Password=";
-  text += layoutdata::statements::kPassword;
+  text += kStorePassword;
   connection.Open(text, u"", u"", kUnspecified);
   connection.CursorLocation(ADODB::kUseClient);
 }

@@ -115,6 +115,13 @@ class Layering(unittest.TestCase):
             self.assertTrue(any((root / folder).exists() for root in ROOTS), folder)
             self.assertLessEqual(row.shows | row.uses | row.reaches, set(TABLE), folder)
 
+    def test_quoted_includes_are_paths_from_a_root(self):
+        """A path from the including file's own folder would pass the borders."""
+        for path in files({".h", ".cpp"}):
+            for header in re.findall(r'^\s*#\s*include\s*"([^"]+)"', text_of(path), re.M):
+                self.assertNotIn("..", header, path)
+                self.assertTrue(any((root / header).exists() for root in ROOTS), f"{path}: {header}")
+
     def test_the_table_lists_what_the_sources_include(self):
         included = {folder: set() for folder in TABLE}
         shown = {folder: set() for folder in TABLE}

@@ -119,6 +119,22 @@ bool replaceByAnother(const fs::path& target, const struct stat* old, std::strin
   }
 }
 
+/// Replaces the file's content by `bytes`, or overwrites a file that can't be replaced.
+void replaceContent(const fs::path& path, std::string_view bytes) {
+  const fs::path target = targetOf(path);
+  struct stat old {};
+  const bool isThere = ::stat(target.c_str(), &old) == 0;
+  // Raises the error where this user may not write the file at all.
+  if (isThere) ByteFile(target, Access::ReadWrite).close();
+  std::error_code ignored;
+  const bool danglingLink = !isThere && fs::is_symlink(fs::symlink_status(target, ignored));
+  if (!danglingLink && replaceByAnother(target, isThere ? &old : nullptr, bytes)) return;
+  ByteFile file(target, Access::Output);
+  file.writeAt(0, bytesOf(bytes));
+  file.sync();
+  file.close();
+}
+
 }  // namespace
 
 std::optional<std::string> readContent(const fs::path& path) {
@@ -135,21 +151,6 @@ std::optional<std::string> readContent(const fs::path& path) {
     if (!absent) throw;
     return std::nullopt;
   }
-}
-
-void replaceContent(const fs::path& path, std::string_view bytes) {
-  const fs::path target = targetOf(path);
-  struct stat old {};
-  const bool isThere = ::stat(target.c_str(), &old) == 0;
-  // Raises the error where this user may not write the file at all.
-  if (isThere) ByteFile(target, Access::ReadWrite).close();
-  std::error_code ignored;
-  const bool danglingLink = !isThere && fs::is_symlink(fs::symlink_status(target, ignored));
-  if (!danglingLink && replaceByAnother(target, isThere ? &old : nullptr, bytes)) return;
-  ByteFile file(target, Access::Output);
-  file.writeAt(0, bytesOf(bytes));
-  file.sync();
-  file.close();
 }
 
 void changeContent(const fs::path& path,

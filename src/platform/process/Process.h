@@ -22,11 +22,11 @@ void dispatch(const std::function<void()>& handler);
 /// since other events may have ended the program in it.
 void unwindIfEnding();
 
-/// True once `Host::endProcess` has returned, which it does only in tests. Every modal loop returns
-/// then.
+/// True once the host's `endProcess` has returned: a host may let the process live on, as that of
+/// the tests does. Every modal loop returns then.
 bool hasEnded();
-/// Registers `exitLoop`, which makes a modal loop return, to be called after `Host::endProcess` (in
-/// tests only). Returns a function that removes the registration.
+/// Registers `exitLoop`, which makes a modal loop return, to be called after the host's
+/// `endProcess` has returned. Returns a function that removes the registration.
 std::function<void()> onEnd(std::function<void()> exitLoop);
 
 /// Shows a message box through the host; `style` is a sum of `MessageStyle`s, the default title the

@@ -10,10 +10,13 @@
 
 namespace fs = std::filesystem;
 
-using files::replaceContent;
 using support::errorNumberOf;
 
 namespace {
+
+void replaceContent(const fs::path& path, const std::string& bytes) {
+  files::changeContent(path, [&](const std::string&) { return bytes; });
+}
 
 class FileContent : public testing::Test {
  protected:

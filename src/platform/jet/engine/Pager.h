@@ -46,7 +46,8 @@ class Pager {
   /// Marks a page as no longer needed by a scan. Such pages are evicted first, in the reverse order
   /// of marking, so that a scan of many pages doesn't evict the other cached pages.
   void setScanned(PageNumber number);
-  /// Raises damage for a page number outside the file; `from` is where the number was read.
+  /// Raises damage for a page number outside the file, which a damaged map can lead beyond 32 bits;
+  /// `from` is where the number was read.
   [[noreturn]] void raiseOutside(std::uint64_t number, const Location& from) const;
 
   /// An index page, opened for lookup. It is opened once while the page is cached.

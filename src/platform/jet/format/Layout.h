@@ -24,7 +24,7 @@ enum class PageType : std::uint8_t {
 struct PageHead {
   static constexpr std::size_t kType = 0;       ///< u8, a PageType
   static constexpr std::size_t kMark = 1;       ///< u8, always kLive
-  static constexpr std::size_t kFreeBytes = 2;  ///< u16: data and index pages
+  static constexpr std::size_t kFreeBytes = 2;  ///< u16: data, index and Jet 4 definition pages
   static constexpr std::size_t kOwner = 4;      ///< u32: data and index pages
   static constexpr std::uint8_t kLive = 1;
 };

@@ -10,6 +10,8 @@ namespace jet {
 namespace {
 
 constexpr std::array<std::uint8_t, 2> kCompressedMark{0xFF, 0xFE};
+/// Bytes of a UTF-16 unit, as Jet 4 stores text that isn't compressed.
+constexpr std::size_t kUnitSize = sizeof(char16_t);
 /// A longer memo is never stored compressed.
 constexpr std::size_t kLongestCompressed = 1024;
 
@@ -35,9 +37,9 @@ void appendPlainText(Version version, ByteView stored, std::u16string& text) {
     for (const std::uint8_t byte : stored) text.push_back(characters[byte]);
     return;
   }
-  text.resize(stored.size() / 2);
+  text.resize(stored.size() / kUnitSize);
   for (std::size_t i = 0; i < text.size(); ++i)
-    text[i] = static_cast<char16_t>(u16At(stored, 2 * i));
+    text[i] = static_cast<char16_t>(u16At(stored, kUnitSize * i));
 }
 
 void decodeCompressed(ByteView bytes, std::u16string& text) {
@@ -48,9 +50,9 @@ void decodeCompressed(ByteView bytes, std::u16string& text) {
       ++at;
     } else if (!wide) {
       text.push_back(bytes[at++]);
-    } else if (at + 1 < bytes.size()) {
+    } else if (at + kUnitSize <= bytes.size()) {
       text.push_back(static_cast<char16_t>(u16At(bytes, at)));
-      at += 2;
+      at += kUnitSize;
     } else {
       return;
     }
@@ -89,7 +91,7 @@ Bytes encodePlainText(Version version, std::u16string_view text) {
     stored.assign(bytes.begin(), bytes.end());
     return stored;
   }
-  stored.reserve(2 * text.size());
+  stored.reserve(kUnitSize * text.size());
   for (const char16_t unit : text) appendU16(stored, unit);
   return stored;
 }

@@ -20,8 +20,8 @@
 struct KeyEditorDesign {
   forms::FormDesign form;
   forms::Design Picture1;
-  std::int16_t keyCount;
-  MyCommandButton::ButtonDesign (*key)(std::int16_t index);
+  std::int16_t keyCount = 0;
+  MyCommandButton::ButtonDesign (*key)(std::int16_t index) = nullptr;
   forms::Design Grid1;
   forms::Design List1;
   forms::EntryParts entries;  ///< of `List1`

@@ -20,7 +20,7 @@ inline constexpr std::u16string_view kItemOneBottomLeft = u"BL";
 inline constexpr std::u16string_view kItemOneTopLeft = u"TL";
 /// Followed by the level: that level's display name.
 inline constexpr std::u16string_view kScreen = u"SCREEN";
-inline constexpr std::u16string_view kScreenDefault = u"";
+inline constexpr std::u16string_view kScreenDefault{};
 
 /// The key block of the autofill view; lengths in twips.
 inline constexpr std::u16string_view kButtons = u"BUTTONS_BL";

@@ -1,7 +1,6 @@
 """A short tour under several window managers."""
 
 import shutil
-import unittest
 
 import controls
 from desktop import wait_until
@@ -77,6 +76,7 @@ class Tour(Case):
     def test_mutter(self):
         self.tour("mutter", "--x11", "--sm-disable", minimises_modals=False)
 
-    @unittest.skipUnless(shutil.which("metacity"), "its packages are too many to install for this")
-    def test_metacity(self):
-        self.tour("metacity", "--sm-disable", "--no-composite")
+    # The scripts don't install it: it needs too many packages for one more tour.
+    if shutil.which("metacity"):
+        def test_metacity(self):
+            self.tour("metacity", "--sm-disable", "--no-composite")

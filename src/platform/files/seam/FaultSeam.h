@@ -16,7 +16,7 @@ struct FileStep {
     Rename,  ///< a finished temporary file is renamed to `path`
     Delete,
   };
-  Kind kind;
+  Kind kind = Kind::Read;
   const std::filesystem::path& path;  ///< the file or folder itself; for Rename the new name
   std::uint64_t offset = 0;           ///< of the first byte to read or write, else 0
   std::size_t size = 0;               ///< bytes to read or write, else 0

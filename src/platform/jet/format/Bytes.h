@@ -46,10 +46,6 @@ inline void appendU16(Bytes& bytes, std::size_t value) {
   bytes.push_back(static_cast<std::uint8_t>(value));
   bytes.push_back(static_cast<std::uint8_t>(value >> 8));
 }
-inline void appendU32(Bytes& bytes, std::uint32_t value) {
-  appendU16(bytes, value & 0xFFFF);
-  appendU16(bytes, value >> 16);
-}
 inline void appendBytes(Bytes& bytes, ByteView more) {
   bytes.insert(bytes.end(), more.begin(), more.end());
 }

@@ -48,7 +48,7 @@ struct Editors {
     makestore::ShopOptions options;
     options.slots = options.products = 3;
     fs::create_directories(folder / "Stores" / "Demo");
-    makestore::shopStore(order).write(folder / "Stores" / "Demo" / "MASTER.mdb");
+    makestore::shopStore(options).write(folder / "Stores" / "Demo" / "MASTER.mdb");
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
     setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
     files::setProgramFile(folder / "program");

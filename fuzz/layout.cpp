@@ -5,11 +5,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <string_view>
 
 #include "layoutdata/KeyRecord.h"
-#include "platform/files/FileContent.h"
 #include "platform/files/InputFile.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/RunTimeError.h"
@@ -41,7 +41,8 @@ void readAll(std::u16string_view path) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const std::filesystem::path file =
       std::filesystem::temp_directory_path() / ("layout-" + std::to_string(getpid()) + ".txt");
-  files::replaceContent(file, {reinterpret_cast<const char*>(data), size});
+  std::ofstream(file, std::ios::binary)
+      .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
   try {
     readAll(runtime::fromUtf8(file.string()));
   } catch (const runtime::RunTimeError& fault) {

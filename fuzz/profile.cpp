@@ -4,10 +4,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <string_view>
 
-#include "platform/files/FileContent.h"
 #include "platform/profile/IniText.h"
 #include "platform/profile/ProfileFile.h"
 #include "platform/runtime/CodePage.h"
@@ -17,7 +17,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       std::filesystem::temp_directory_path() / ("profile-" + std::to_string(getpid()) + ".ini");
   static const std::u16string path = runtime::fromUtf8(file.string());
   constexpr std::size_t kBuffer = 1024;
-  files::replaceContent(file, {reinterpret_cast<const char*>(data), size});
+  std::ofstream(file, std::ios::binary)
+      .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
 
   const auto read = [](std::string_view section, std::string_view key) {
     return profile::GetPrivateProfileStringA(section, key, "absent", kBuffer, path);

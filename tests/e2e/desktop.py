@@ -57,14 +57,33 @@ class Desktop:
         self.manager = None
         if manager:
             self.manager = subprocess.Popen(manager, env=self.environment, stdout=log, stderr=log)
-            wait_until(self._managed, "the window manager")
+            wait_until(self._has_manager, "the window manager")
+            wait_until(self._gives_keyboard, "the window manager to give the keyboard to a window")
         self._watch(log)
         log.close()
         self.reader = Bus(message_bus)
 
-    def _managed(self):
+    def _has_manager(self):
         shown = self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK", check=False)
         return "window id" in shown
+
+    def _gives_keyboard(self):
+        """Whether a new window gets the keyboard within half a second. A window manager that is still starting
+        can leave a window without it, or unmapped, for good."""
+        probe = subprocess.Popen(["xev", "-event", "mouse"], env=self.environment,
+                                 stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+        def has_keyboard():
+            shown = self.run("xdotool", "search", "--onlyvisible", "--name", "^Event Tester$", check=False)
+            return any(self.has_keyboard(int(window)) for window in shown.split())
+
+        try:
+            return wait_until(has_keyboard, "the probe's keyboard", 0.5)
+        except Timeout:
+            return False
+        finally:
+            probe.terminate()
+            probe.wait()
 
     def _watch(self, log):
         """Records all windows of the display: polling could miss a window that shows only briefly."""

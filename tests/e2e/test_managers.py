@@ -15,7 +15,7 @@ class Tour(Case):
         return "_NET_WM_STATE_HIDDEN" in screen.desktop.run(
             "xprop", "-id", str(screen.window), "_NET_WM_STATE")
 
-    def tour(self, *manager, minimises_modals=True):
+    def tour(self, *manager):
         desktop = self.another_desktop(manager=manager)
         screen = self.levelled(desktop=desktop)
 
@@ -49,17 +49,15 @@ class Tour(Case):
         screen.click("cmdResetAll")
         question = screen.program.window("Reset")
         wait_until(lambda: desktop.has_keyboard(question), "the keyboard of the question")
-        if minimises_modals:
-            desktop.minimise(question)
-            wait_until(lambda: desktop.has_keyboard(question), "the question to have it again")
+        desktop.minimise(question)
+        wait_until(lambda: desktop.has_keyboard(question), "the question to have it again")
         screen.keys("Tab", "Return")
         screen.wait_alone()
 
         screen.double_click(12)
         sheet = Screen(screen.program, controls.SHEET_TITLE, controls.SHEET)
-        if minimises_modals:
-            desktop.minimise(sheet.window)
-            sheet.await_keyboard()
+        desktop.minimise(sheet.window)
+        sheet.await_keyboard()
         sheet.type("Quick tea")
         sheet.click("cmdSave")
         screen.wait_alone()
@@ -74,7 +72,7 @@ class Tour(Case):
         self.tour("xfwm4", "--compositor=off")
 
     def test_mutter(self):
-        self.tour("mutter", "--x11", "--sm-disable", minimises_modals=False)
+        self.tour("mutter", "--x11", "--sm-disable")
 
     # The scripts don't install it: it needs too many packages for one more tour.
     if shutil.which("metacity"):

@@ -9,7 +9,7 @@ build_packages=(g++ cmake ninja-build qt6-base-dev libsqlite3-dev fonts-liberati
 desktop_packages=(xvfb openbox xfwm4 mutter xdotool x11-utils imagemagick python3 python3-gi dbus
   at-spi2-core)
 # To build and run the tests and benchmarks.
-test_packages=(libgtest-dev libgmock-dev libxcb1-dev mdbtools ccache)
+test_packages=(libgtest-dev libgmock-dev libxcb1-dev mdbtools ccache fonts-dejavu-core fonts-urw-base35)
 # To check the sources.
 lint_packages=(clang clang-format clang-tidy cppcheck libclang-rt-14-dev)
 

@@ -17,7 +17,7 @@ using jet::QueryAttribute;
 using jet::QueryKind;
 using jet::QueryOption;
 
-constexpr std::size_t kMostInputs = 256;
+constexpr std::size_t kMostFromItems = 256;
 
 std::u16string unbracketed(std::u16string_view name) {
   if (name.size() >= 2 && name.front() == u'[' && name.back() == u']') {
@@ -83,7 +83,7 @@ class Builder {
     if (has(QueryOption::kTop)) select.top = Top{topCount(), has(QueryOption::kPercent)};
     for (const jet::QueryRow& row : rows_) addRow(row, select);
     if (has(QueryOption::kAllColumns)) select.items.emplace_back();
-    for (FromItem& input : fromItems_) select.from.push_back(std::move(input.item));
+    for (FromItem& each : fromItems_) select.from.push_back(std::move(each.item));
     ParsedQuery query;
     query.select = std::move(select);
     return query;
@@ -139,7 +139,7 @@ class Builder {
   };
 
   void addFromItem(const jet::QueryRow& row) {
-    if (fromItems_.size() >= kMostInputs) throw error::tooComplex();
+    if (fromItems_.size() >= kMostFromItems) throw error::tooComplex();
     ParsedFrom item;
     item.name = unbracketed(row.name1);
     item.alias = unbracketed(row.name2);

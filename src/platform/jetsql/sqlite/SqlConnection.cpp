@@ -79,7 +79,7 @@ void SqlConnection::fail(int status) {
   if (status == SQLITE_INTERRUPT || session_.budget.left < 0) throw error::tooComplex();
   const std::string words = sqlite3_errmsg(connection_.get());
   if (words == "integer overflow") throw error::overflow();
-  throw error::tooComplex(runtime::fromUtf8(words));
+  throw error::refused(runtime::fromUtf8(words));
 }
 
 void SqlConnection::prepare(const WrittenStatement& statement) {

@@ -3,9 +3,8 @@
 #include <cmath>
 #include <cstdint>
 
-#include "platform/jetsql/functions/DateFormat.h"
+#include "platform/jetsql/functions/Format.h"
 #include "platform/jetsql/functions/FunctionCall.h"
-#include "platform/jetsql/functions/NumberFormat.h"
 #include "platform/jetsql/syntax/DateText.h"
 #include "platform/jetsql/syntax/StatementError.h"
 #include "platform/jetsql/syntax/Token.h"
@@ -99,16 +98,16 @@ void isDate(const FunctionCall& call) {
 
 /// A text that is no number or date stays as it is.
 void format(const FunctionCall& call) {
-  const std::u16string pattern = call.count() > 1 ? call.text(1) : std::u16string();
-  if (call.isNull(0)) return call.setText(formatNull(pattern));
+  const Format pattern(call.count() > 1 ? call.text(1) : std::u16string());
+  if (call.isNull(0)) return call.setText(pattern.null());
   if (call.count() < 2) return call.setText(call.text(0));
   double value = 0;
   try {
-    value = isDatePattern(pattern) ? call.date(0) : call.number(0);
+    value = pattern.isDate() ? call.date(0) : call.number(0);
   } catch (const runtime::RunTimeError&) {
     return call.setText(call.text(0));
   }
-  call.setText(isDatePattern(pattern) ? formatDate(value, pattern) : formatNumber(value, pattern));
+  call.setText(pattern.isDate() ? pattern.date(value) : pattern.number(value));
 }
 
 constexpr Function kFunctions[] = {

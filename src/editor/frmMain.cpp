@@ -3,7 +3,6 @@
 #include "editor/frmMain_design.h"
 #include "layoutdata/Settings.h"
 #include "layoutdata/Statements.h"
-#include "platform/files/ProgramFolder.h"
 #include "platform/profile/SettingsStore.h"
 #include "platform/runtime/Conversion.h"
 #include "shared/mdWriteINI.h"
@@ -45,9 +44,8 @@ void frmMain::LoadDetailsIntoGrid() {
   chkBarcode.Value(runtime::toInteger(
       profile::GetSetting(settings::kHideBarcode.application, settings::kHideBarcode.section,
                           settings::kHideBarcode.key, settings::kHideBarcodeDefault)));
-  const std::u16string autofill =
-      mdWriteINI::ReadINI(files::programFolder().append(settings::kTouchFile), settings::kSettings,
-                          settings::kAutofill, settings::kAutofillDefault);
+  const std::u16string autofill = mdWriteINI::ReadINI(
+      settings::touchFile(), settings::kSettings, settings::kAutofill, settings::kAutofillDefault);
   if (autofill == u"0") {
     Check1.Value(0);
     LoadLevels();

@@ -3,7 +3,6 @@
 #include "layoutdata/Settings.h"
 #include "layoutdata/Statements.h"
 #include "platform/adodb/Recordset.h"
-#include "platform/files/ProgramFolder.h"
 #include "platform/process/Process.h"
 #include "platform/runtime/Conversion.h"
 #include "shared/mdOpenDatabase.h"
@@ -15,14 +14,6 @@ namespace statements = layoutdata::statements;
 using mdOpenDatabase::StoreConnection;
 using mdOpenDatabase::StoreRecordset;
 
-namespace {
-
-std::u16string TouchFile() {
-  return files::programFolder().append(settings::kTouchFile);
-}
-
-}  // namespace
-
 // Unchecking `Check1` doesn't restore the free layout view; only a restart does (contract).
 void frmMain::Check1_Click() {
   if (LoadGuard == kTrue) return;
@@ -32,10 +23,10 @@ void frmMain::Check1_Click() {
   } else {
     process::MsgBox(u"Close the app and restart it.", process::kInformation);
   }
-  mdWriteINI::WriteINI(TouchFile(), settings::kSettings, settings::kAutofill,
+  mdWriteINI::WriteINI(settings::touchFile(), settings::kSettings, settings::kAutofill,
                        runtime::toText(Check1.Value()));
   if (Check1.Value() == 1) {
-    mdWriteINI::WriteINI(TouchFile(), settings::kSettings, settings::kItemOne,
+    mdWriteINI::WriteINI(settings::touchFile(), settings::kSettings, settings::kItemOne,
                          settings::kItemOneBottomLeft);
     lblLevel.Visible(true);
     cbLevel.Visible(true);
@@ -46,7 +37,7 @@ void frmMain::Check1_Click() {
     lblLevel.Visible(false);
     cbLevel.Visible(false);
     cbLevel.ListIndex(0);  // raises cbLevel_Click
-    mdWriteINI::WriteINI(TouchFile(), settings::kSettings, settings::kItemOne,
+    mdWriteINI::WriteINI(settings::touchFile(), settings::kSettings, settings::kItemOne,
                          settings::kItemOneTopLeft);
   }
 }

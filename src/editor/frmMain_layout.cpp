@@ -32,7 +32,7 @@ void frmMain::LoadButtons(std::int16_t strScr) {
 void frmMain::SaveButtons() {
   const std::int16_t level = runtime::toInteger(cbLevel.Text());
   WriteLayoutFile(layoutdata::levelFile(levelled::kWrite, level));
-  mdWriteINI::WriteINI(files::programFolder().append(settings::kTouchFile), settings::kSettings,
+  mdWriteINI::WriteINI(settings::touchFile(), settings::kSettings,
                        std::u16string(settings::kScreen) + runtime::toText(level),
                        runtime::trim(txtName.Text()));
   forms::DefaultInstance<frmSaved>::get()->ShowModal();

@@ -3,7 +3,6 @@
 #include "editor/frmMain.h"
 #include "layoutdata/Settings.h"
 #include "layoutdata/Statements.h"
-#include "platform/files/ProgramFolder.h"
 #include "platform/runtime/Conversion.h"
 #include "shared/mdWriteINI.h"
 
@@ -23,9 +22,9 @@ void frmMain::cbLevel_Click() {
     ClearTheForm();
     LoadButtons(runtime::toInteger(cbLevel.Text()));
   }
-  txtName.Text(mdWriteINI::ReadINI(
-      files::programFolder().append(settings::kTouchFile), settings::kSettings,
-      std::u16string(settings::kScreen) + cbLevel.Text(), settings::kScreenDefault));
+  txtName.Text(mdWriteINI::ReadINI(settings::touchFile(), settings::kSettings,
+                                   std::u16string(settings::kScreen) + cbLevel.Text(),
+                                   settings::kScreenDefault));
 }
 
 // `LevelNo` isn't used: the text of `cbLevel` decides (contract).

@@ -1,7 +1,6 @@
 #include "editor/keygeometry.h"
 
 #include "layoutdata/Settings.h"
-#include "platform/files/ProgramFolder.h"
 #include "platform/runtime/Conversion.h"
 #include "shared/mdWriteINI.h"
 
@@ -12,8 +11,8 @@ namespace keygeometry {
 namespace {
 
 std::u16string Read(const settings::NumberSetting& setting) {
-  return mdWriteINI::ReadINI(files::programFolder().append(settings::kTouchFile),
-                             settings::kButtons, setting.key, setting.defaultValue);
+  return mdWriteINI::ReadINI(settings::touchFile(), settings::kButtons, setting.key,
+                             setting.defaultValue);
 }
 
 }  // namespace

@@ -1,14 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 /// Every setting of the program, each defined once. A default is used only for the read: it is
 /// never written back. No value is cached.
 namespace layoutdata::settings {
 
-/// The touch screen's layout settings.
-inline constexpr std::u16string_view kTouchFile = u"\\Posdata\\FastTouchButtons.ini";
+/// The path of the touch screen's layout settings, below the program folder.
+std::u16string touchFile();
 
 inline constexpr std::u16string_view kSettings = u"SETTINGS";
 /// Exactly "0": the free layout view. Any other text: the autofill view.
@@ -35,8 +36,8 @@ inline constexpr NumberSetting kSpace{u"Space", 30};
 inline constexpr NumberSetting kButtonHeight{u"ButtonHeight", 1050};
 inline constexpr NumberSetting kButtonWidth{u"ButtonWidth", 1320};
 
-/// The POS's own configuration: one key is read, none is written.
-inline constexpr std::u16string_view kPosFile = u"\\Posdata\\Posconfig.ini";
+/// The path of the POS's own configuration, of which one key is read and none is written.
+std::u16string posFile();
 inline constexpr std::u16string_view kGeneral = u"GENERAL";
 /// Exactly "0": the levelled editor. Any other text: the large one.
 inline constexpr std::u16string_view kLoadLarge = u"LOAD_FASTMOVERS_LARGE";

@@ -24,9 +24,8 @@ void Main() {
 
   mdOpenDatabase::StoreFolder = files::programFolder() + u"\\Stores\\" + mdOpenDatabase::StoreName;
 
-  const std::u16string large =
-      mdWriteINI::ReadINI(files::programFolder().append(settings::kPosFile), settings::kGeneral,
-                          settings::kLoadLarge, settings::kLoadLargeDefault);
+  const std::u16string large = mdWriteINI::ReadINI(
+      settings::posFile(), settings::kGeneral, settings::kLoadLarge, settings::kLoadLargeDefault);
   if (large == u"0")
     forms::DefaultInstance<frmMain>::get()->Show();
   else

@@ -28,10 +28,11 @@ ShopProduct shopProduct(std::size_t number, std::size_t longestName) {
                       .cents = base.cents,
                       .kind = base.kind};
   if (const std::size_t variety = number / kCatalogueProducts; variety > 0) {
-    const std::size_t kind = (variety - 1) / kSizes.size();
+    const std::size_t series = (variety - 1) / kSizes.size();
     std::u16string tail = u" " + std::u16string(kSizes[(variety - 1) % kSizes.size()]);
-    if (kind >= kAdjectives.size()) tail += u" " + runtime::toText(kind / kAdjectives.size() + 1);
-    product.name = std::u16string(kAdjectives[kind % kAdjectives.size()]) + u" " + product.name;
+    if (series >= kAdjectives.size())
+      tail += u" " + runtime::toText(series / kAdjectives.size() + 1);
+    product.name = std::u16string(kAdjectives[series % kAdjectives.size()]) + u" " + product.name;
     product.name.resize(
         std::min(product.name.size(), longestName - std::min(longestName, tail.size())));
     product.name += tail;

@@ -6,9 +6,9 @@
 #include <variant>
 #include <vector>
 
+#include "makestore/EmptyDefinition.h"
 #include "makestore/IndexTree.h"
 #include "makestore/RowWriter.h"
-#include "makestore/TableShape.h"
 #include "platform/jet/format/IndexKey.h"
 #include "platform/jet/format/TableDefinition.h"
 #include "platform/runtime/CodePage.h"
@@ -35,14 +35,14 @@ runtime::Variant keyValue(const jet::ColumnDefinition& column, const runtime::Va
 /// The entries of all rows, in the index's order.
 std::vector<Entry> entriesOf(jet::Version version, const StoreTable& table, const Index& index,
                              const jet::TableDefinition& definition,
-                             const jet::IndexDefinition& kept,
+                             const jet::IndexDefinition& stored,
                              const std::vector<jet::RowId>& rowIds) {
   std::vector<Entry> entries;
   for (std::size_t row = 0; row < table.rows().size(); ++row) {
     if (table.rows()[row].placement == Placement::Deleted) continue;
     jet::Bytes key;
     std::size_t nulls = 0;
-    for (const jet::KeyColumn& part : kept.columns) {
+    for (const jet::KeyColumn& part : stored.columns) {
       const jet::ColumnDefinition& column = definition.columns[part.number.value()];
       const runtime::Variant value =
           keyValue(column, table.rows()[row].values[part.number.value()]);
@@ -52,7 +52,7 @@ std::vector<Entry> entriesOf(jet::Version version, const StoreTable& table, cons
     }
     if (nulls > 0 && index.required)
       refuse(table, index, "a key has a null, but the index is required");
-    if (nulls == kept.columns.size() && index.ignoreNulls) continue;
+    if (nulls == stored.columns.size() && index.ignoreNulls) continue;
     entries.push_back({jet::IndexEntry::of(key, rowIds[row]), nulls > 0});
   }
   std::ranges::sort(entries, [](const Entry& a, const Entry& b) {
@@ -63,18 +63,18 @@ std::vector<Entry> entriesOf(jet::Version version, const StoreTable& table, cons
 
 void writeIndex(PageSpace& space, jet::PageNumber definitionPage, const StoreTable& table,
                 const Index& index, const jet::TableDefinition& definition,
-                jet::IndexDefinition& kept, const std::vector<jet::RowId>& rowIds) {
+                jet::IndexDefinition& stored, const std::vector<jet::RowId>& rowIds) {
   std::vector<jet::IndexEntry> ordered;
-  for (Entry& each : entriesOf(space.version(), table, index, definition, kept, rowIds)) {
+  for (Entry& each : entriesOf(space.version(), table, index, definition, stored, rowIds)) {
     const bool known =
         !ordered.empty() && std::is_eq(jet::compareBytes(ordered.back().key(), each.entry.key()));
     if (known && index.unique && !each.hasNull) refuse(table, index, "two rows have the same key");
-    if (!known) ++kept.entryCounter;
+    if (!known) ++stored.entryCounter;
     ordered.push_back(std::move(each.entry));
   }
   const IndexTree tree = buildIndex(space, definitionPage, ordered, index.packed);
-  kept.root = tree.root;
-  space.writeMap(kept.map, tree.pages);
+  stored.root = tree.root;
+  space.writeMap(stored.map, tree.pages);
 }
 
 std::uint32_t lastAutonumber(const StoreTable& table) {
@@ -102,7 +102,7 @@ void writeDefinition(PageSpace& space, jet::PageNumber definitionPage,
 
 void writeTable(PageSpace& space, StoreTable& table, jet::PageNumber definitionPage,
                 TableKind kind) {
-  jet::TableDefinition definition = shapeOf(space, table, kind);
+  jet::TableDefinition definition = emptyDefinition(space, table, kind);
   RowWriter rows(space, table, definitionPage, definition);
   rows.writeAll();
   definition.rowCount = static_cast<std::uint32_t>(std::ranges::count_if(

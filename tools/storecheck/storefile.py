@@ -500,19 +500,19 @@ class StoreFile:
                 at += 2
         return out
 
-    def long_value_piece(self, at, users):
+    def long_value_piece(self, at, pieces):
         page = self.page(at[0])
         if page[0] != DATA_PAGE or page[4:8] != LONG_VALUE_OWNER:
             raise Damage("page %d is no long value page" % at[0])
         flags, piece = self.slot(*at)
         if flags & (DELETED | POINTER):
             raise Damage("long value row %d/%d is deleted" % at)
-        if users is not None:
-            users.add(at)
+        if pieces is not None:
+            pieces.add(at)
         return piece
 
-    def long_value(self, raw, users=None):
-        """The bytes of a memo or OLE value; `users` collects the rows of its pieces."""
+    def long_value(self, raw, pieces=None):
+        """The bytes of a memo or OLE value; `pieces` collects the rows of its pieces."""
         if not raw:
             return b""
         if len(raw) < 12:
@@ -523,14 +523,14 @@ class StoreFile:
         if form == 2:
             value = raw[12:]
         elif form == 1:
-            value = self.long_value_piece(at, users)
+            value = self.long_value_piece(at, pieces)
         elif form == 0:
             seen = set()
             while at[0] and len(value) < size:
                 if at in seen:
                     raise Damage("long value runs in a circle")
                 seen.add(at)
-                piece = self.long_value_piece(at, users)
+                piece = self.long_value_piece(at, pieces)
                 at = row_pointer(piece, 0)
                 value += piece[4:]
         else:
@@ -539,7 +539,7 @@ class StoreFile:
             raise Damage("long value shorter than its length")
         return value[:size]
 
-    def value(self, column, raw, users=None):
+    def value(self, column, raw, pieces=None):
         """A stored value by its column's type. A value of a type that Python doesn't have is a tuple
         that begins with the type's name."""
         if raw is None or isinstance(raw, bool):
@@ -562,9 +562,9 @@ class StoreFile:
         if kind == TEXT:
             return self.text(raw, column)
         if kind == MEMO:
-            return self.text(self.long_value(raw, users), column)
+            return self.text(self.long_value(raw, pieces), column)
         if kind == OLE:
-            return self.long_value(raw, users)
+            return self.long_value(raw, pieces)
         if kind == GUID:
             return ("guid", raw)
         if kind == NUMERIC:

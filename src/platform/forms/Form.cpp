@@ -33,7 +33,7 @@ void Form::ShowModal() {
 }
 
 void Form::Unload() {
-  window_->leave();
+  window_->unload();
 }
 
 bool Form::unloaded() const {

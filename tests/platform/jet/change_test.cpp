@@ -8,7 +8,7 @@
 #include "makestore/StoreBuilder.h"
 #include "platform/jet/RandomUpdates.h"
 #include "platform/jet/StoreFiles.h"
-#include "platform/jet/engine/PageSet.h"
+#include "platform/jet/engine/MappedPages.h"
 #include "platform/jet/engine/TableSource.h"
 #include "platform/jet/format/TableDefinition.h"
 #include "support/FileFaults.h"

@@ -178,7 +178,7 @@ void Window::manageItself() {
   if (design_.border == BorderStyle::FixedDialog) new WindowBorder(this);
 }
 
-void Window::leave() {
+void Window::unload() {
   if (std::exchange(closed_, true)) return;
   for (QTimer* timer : findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly)) timer->stop();
   hide();
@@ -211,7 +211,7 @@ void Window::closeEvent(QCloseEvent* event) {
     event->ignore();
     return;
   }
-  leave();
+  unload();
   event->accept();
 }
 

@@ -35,7 +35,7 @@ class Window final : public QWidget {
   /// dispatcher when the process has ended meanwhile.
   void showScreenModal();
   /// Closes the screen for good.
-  void leave();
+  void unload();
   bool isClosed() const { return closed_; }
 
  protected:

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/jet/engine/PageSet.h"
+#include "platform/jet/engine/MappedPages.h"
 
 namespace jet {
 namespace {

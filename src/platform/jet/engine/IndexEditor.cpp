@@ -207,13 +207,13 @@ void IndexEditor::removeAt(IndexPath& path, std::size_t at) {
   }
   repairLinkToLeaf(path, WriteStep::RemoveEntries);
   stage(WriteStep::RemoveEntries, path.leafNumber, path.leaf);
-  if (wasLast && !entries.empty()) lowerBound(path, path.nodes.size(), entries.back().bytes);
+  if (wasLast && !entries.empty()) tightenBound(path, path.nodes.size(), entries.back().bytes);
 }
 
 /// The page at `depth` of the path has a new last entry: it becomes the bound in the nearest
 /// ancestor that has an entry for the page. Where it is longer than the old bound and doesn't fit,
 /// the old one stays: searches are correct with a bound that is too large.
-void IndexEditor::lowerBound(IndexPath& path, std::size_t depth, const Bytes& last) {
+void IndexEditor::tightenBound(IndexPath& path, std::size_t depth, const Bytes& last) {
   while (depth-- > 0) {
     IndexPath::Node& node = path.nodes[depth];
     if (node.followsTail()) continue;
@@ -273,7 +273,7 @@ void IndexEditor::unlink(IndexPath& path, std::size_t depth) {
     entries.pop_back();
     parent.child = entries.size();
     stage(WriteStep::RemoveEntries, parent.number, parent.page);
-    lowerBound(path, depth - 1, last);
+    tightenBound(path, depth - 1, last);
   } else if (depth > 1) {
     unlink(path, depth - 1);
   } else {

@@ -48,7 +48,7 @@ class IndexEditor {
   void growRoot(PageNumber root, const IndexPage& page, std::size_t inserted);
 
   void removeAt(IndexPath& path, std::size_t at);
-  void lowerBound(IndexPath& path, std::size_t depth, const Bytes& last);
+  void tightenBound(IndexPath& path, std::size_t depth, const Bytes& last);
   void unlink(IndexPath& path, std::size_t depth);
   void trimNextTo(const IndexPath::Node& node);
 

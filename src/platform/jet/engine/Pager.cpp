@@ -5,7 +5,7 @@
 
 #include "platform/files/ByteFile.h"
 #include "platform/files/FileError.h"
-#include "platform/jet/engine/FileWords.h"
+#include "platform/jet/engine/FileOperation.h"
 #include "platform/jet/format/EngineError.h"
 #include "platform/jet/format/PageCipher.h"
 

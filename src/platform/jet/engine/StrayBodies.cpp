@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/jet/engine/PageSet.h"
+#include "platform/jet/engine/MappedPages.h"
 #include "platform/jet/format/DataPage.h"
 
 namespace jet {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/jet/engine/PageSet.h"
+#include "platform/jet/engine/MappedPages.h"
 #include "platform/jet/format/DataPage.h"
 
 namespace jet {

@@ -127,8 +127,8 @@ constexpr Function kFunctions[] = {
     {u"ISDATE", 1, 1, "v", Type::Boolean, "jet_isdate", isDate, kSeen},
     {u"FORMAT", 1, 2, "vt", Type::Text, "jet_format", format, kSeen},
     // What operators need.
-    inner("jet_number", number),
-    inner("jet_ten_thousandths", toTenThousandths),
+    helperFunction("jet_number", number),
+    helperFunction("jet_ten_thousandths", toTenThousandths),
 };
 
 }  // namespace

@@ -60,8 +60,8 @@ inline constexpr auto kAsFirst = Function::Result::AsFirst;
 /// The function of that name, ignoring letter case and a `$` at the end; null when there is none.
 const Function* functionNamed(std::u16string_view name);
 /// A function without a name in the dialect: only written statements call it, by its target.
-constexpr Function inner(std::string_view target, void (*scalar)(const FunctionCall&),
-                         Function::Nulls nulls = kPass) {
+constexpr Function helperFunction(std::string_view target, void (*scalar)(const FunctionCall&),
+                                  Function::Nulls nulls = kPass) {
   return {u"", 0, 0, "", Type::Any, target, scalar, nulls};
 }
 

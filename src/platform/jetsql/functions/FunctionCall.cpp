@@ -21,7 +21,7 @@ bool FunctionCall::hasNull() const {
 void FunctionCall::spend(std::size_t units) const {
   // Units of text that count as one step.
   constexpr std::size_t kUnitsAStep = 4;
-  session_.budget.spend(static_cast<std::int64_t>(units / kUnitsAStep));
+  state_.budget.spend(static_cast<std::int64_t>(units / kUnitsAStep));
 }
 
 std::u16string FunctionCall::text(int argument) const {

@@ -12,8 +12,8 @@
 
 namespace jetsql {
 
-/// What the dialect's functions need of their session.
-struct FunctionContext {
+/// What the functions and tables of one SQLite connection share.
+struct EvaluationState {
   jet::TextOrder order = jet::TextOrder::General4;
   KeptFailure failure;
   WorkBudget budget;
@@ -23,9 +23,8 @@ struct FunctionContext {
 /// and texts are converted to each other where possible; else the mismatch error is raised.
 class FunctionCall {
  public:
-  FunctionCall(sqlite3_context* context, int count, sqlite3_value** values,
-               FunctionContext& session)
-      : context_(context), count_(count), values_(values), session_(session) {}
+  FunctionCall(sqlite3_context* context, int count, sqlite3_value** values, EvaluationState& state)
+      : context_(context), count_(count), values_(values), state_(state) {}
 
   int count() const { return count_; }
   bool isNull(int argument) const { return kind(argument) == SQLITE_NULL; }
@@ -41,7 +40,7 @@ class FunctionCall {
   double date(int argument) const;
   std::string_view bytes(int argument) const;
   sqlite3_value* raw(int argument) const { return values_[argument]; }
-  jet::TextOrder order() const { return session_.order; }
+  jet::TextOrder order() const { return state_.order; }
   sqlite3_context* context() const { return context_; }
   /// Counts work that grows with the length of texts; raises the error once the budget is spent.
   void spend(std::size_t units) const;
@@ -58,7 +57,7 @@ class FunctionCall {
   sqlite3_context* context_;
   int count_;
   sqlite3_value** values_;
-  FunctionContext& session_;
+  EvaluationState& state_;
 };
 
 }  // namespace jetsql

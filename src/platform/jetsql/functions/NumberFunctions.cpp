@@ -96,11 +96,11 @@ constexpr Function kFunctions[] = {
     {u"EXP", 1, 1, "n", Type::Double, "jet_exp", exponential},
     {u"LOG", 1, 1, "n", Type::Double, "jet_log", logarithm},
     // What operators need.
-    inner("jet_plus", plus),
-    inner("jet_divide", divide),
-    inner("jet_intdivide", intDivide),
-    inner("jet_modulo", modulo),
-    inner("jet_power", power),
+    helperFunction("jet_plus", plus),
+    helperFunction("jet_divide", divide),
+    helperFunction("jet_intdivide", intDivide),
+    helperFunction("jet_modulo", modulo),
+    helperFunction("jet_power", power),
 };
 
 }  // namespace

@@ -11,7 +11,7 @@ namespace {
 /// The data that a registered function receives at its call.
 struct Registered {
   const Function* function;
-  FunctionContext* session;
+  EvaluationState* state;
 };
 
 Registered& registeredOf(sqlite3_context* context) {
@@ -21,7 +21,7 @@ Registered& registeredOf(sqlite3_context* context) {
 /// Runs a call; if it throws, stores the exception and tells SQLite to stop.
 template <class Body>
 void run(sqlite3_context* context, Body body) noexcept {
-  if (!guarded(registeredOf(context).session->failure, body)) {
+  if (!guarded(registeredOf(context).state->failure, body)) {
     sqlite3_result_error(context, "kept", -1);
   }
 }
@@ -29,7 +29,7 @@ void run(sqlite3_context* context, Body body) noexcept {
 void runScalar(sqlite3_context* context, int count, sqlite3_value** values) noexcept {
   run(context, [&] {
     const Registered& registered = registeredOf(context);
-    const FunctionCall call(context, count, values, *registered.session);
+    const FunctionCall call(context, count, values, *registered.state);
     const bool passesNull = registered.function->nulls == Function::Nulls::Pass;
     if (!passesNull || !call.hasNull()) registered.function->scalar(call);
   });
@@ -47,7 +47,7 @@ void runStep(sqlite3_context* context, int count, sqlite3_value** values) noexce
     Aggregate** room = roomFor(context, true);
     if (room == nullptr) throw std::bad_alloc();
     if (*room == nullptr) *room = registered.function->aggregate().release();
-    (*room)->step({context, count, values, *registered.session});
+    (*room)->step({context, count, values, *registered.state});
   });
 }
 
@@ -59,7 +59,7 @@ void runFinish(sqlite3_context* context) noexcept {
     if (room == nullptr || *room == nullptr) return;
     const std::unique_ptr<Aggregate> aggregate(*room);
     *room = nullptr;
-    aggregate->finish({context, 0, nullptr, *registered.session});
+    aggregate->finish({context, 0, nullptr, *registered.state});
   });
 }
 
@@ -69,14 +69,14 @@ void release(void* registered) {
 
 }  // namespace
 
-void registerFunction(sqlite3* connection, std::string_view name, FunctionContext& session) {
+void registerFunction(sqlite3* connection, std::string_view name, EvaluationState& state) {
   const Function* function = functionWithTarget(name);
   if (function == nullptr) throw error::unregisteredFunction();
   const bool isAggregate = function->aggregate != nullptr;
   // SQLite releases the registration even if it refuses it.
   const int status = sqlite3_create_function_v2(
       connection, std::string(name).c_str(), -1,
-      SQLITE_UTF16 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, new Registered{function, &session},
+      SQLITE_UTF16 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, new Registered{function, &state},
       isAggregate ? nullptr : runScalar, isAggregate ? runStep : nullptr,
       isAggregate ? runFinish : nullptr, release);
   if (status != SQLITE_OK) throw std::bad_alloc();

@@ -16,7 +16,7 @@ class Aggregate {
 };
 
 /// Registers one of our functions, by its name within SQLite, with a connection, which must be
-/// closed before `session` ends.
-void registerFunction(sqlite3* connection, std::string_view name, FunctionContext& session);
+/// closed before `state` ends.
+void registerFunction(sqlite3* connection, std::string_view name, EvaluationState& state);
 
 }  // namespace jetsql

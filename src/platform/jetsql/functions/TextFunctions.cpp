@@ -186,12 +186,12 @@ constexpr Function kFunctions[] = {
     {u"ASC", 1, 1, "t", Type::Integer, "jet_asc", asc},
     {u"CHR", 1, 1, "n", Type::Text, "jet_chr", chr},
     // What operators need.
-    inner("jet_like", like<LikePattern::Dialect::Like>),
-    inner("jet_alike", like<LikePattern::Dialect::Alike>),
-    inner("jet_concat", concat, kSeen),
-    inner("jet_date_text", dateAsText),
-    inner("jet_single_text", singleAsText),
-    inner("jet_guid_text", guidAsText),
+    helperFunction("jet_like", like<LikePattern::Dialect::Like>),
+    helperFunction("jet_alike", like<LikePattern::Dialect::Alike>),
+    helperFunction("jet_concat", concat, kSeen),
+    helperFunction("jet_date_text", dateAsText),
+    helperFunction("jet_single_text", singleAsText),
+    helperFunction("jet_guid_text", guidAsText),
 };
 
 }  // namespace

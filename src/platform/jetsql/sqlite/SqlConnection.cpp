@@ -44,15 +44,15 @@ int SqlConnection::compareTexts(void* data, int size, const void* text, int othe
                                 const void* other) noexcept {
   auto& connection = *static_cast<SqlConnection*>(data);
   int order = 0;
-  guarded(connection.session_.failure, [&] {
-    order = jet::compareText(connection.session_.order, aligned(text, size, connection.copies_[0]),
+  guarded(connection.state_.failure, [&] {
+    order = jet::compareText(connection.state_.order, aligned(text, size, connection.copies_[0]),
                              aligned(other, otherSize, connection.copies_[1]));
   });
   return order;
 }
 
 SqlConnection::SqlConnection(jet::TextOrder order) {
-  session_.order = order;
+  state_.order = order;
   sqlite3* opened = nullptr;
   const int status =
       sqlite3_open_v2(":memory:", &opened,
@@ -61,7 +61,7 @@ SqlConnection::SqlConnection(jet::TextOrder order) {
   if (status != SQLITE_OK) throw std::bad_alloc();
   sqlite3_limit(opened, SQLITE_LIMIT_LENGTH, kLongestValue);
   sqlite3_limit(opened, SQLITE_LIMIT_VDBE_OP, kLongestProgram);
-  sqlite3_progress_handler(opened, kStepsBetweenChecks, countSteps, &session_.budget);
+  sqlite3_progress_handler(opened, kStepsBetweenChecks, countSteps, &state_.budget);
   // Texts stay in 16-bit units, which has to be set before anything else.
   sqlite3_exec(opened, "PRAGMA encoding='UTF-16'", nullptr, nullptr, nullptr);
   if (sqlite3_create_collation_v2(opened, kCollation, SQLITE_UTF16, this, compareTexts, nullptr) !=
@@ -74,9 +74,9 @@ SqlConnection::SqlConnection(jet::TextOrder order) {
 /// status.
 void SqlConnection::fail(int status) {
   prepared_.reset();
-  session_.failure.rethrow();
+  state_.failure.rethrow();
   if (status == SQLITE_NOMEM) throw std::bad_alloc();
-  if (status == SQLITE_INTERRUPT || session_.budget.left < 0) throw error::tooComplex();
+  if (status == SQLITE_INTERRUPT || state_.budget.left < 0) throw error::tooComplex();
   const std::string words = sqlite3_errmsg(connection_.get());
   if (words == "integer overflow") throw error::overflow();
   throw error::refused(runtime::fromUtf8(words));
@@ -84,13 +84,13 @@ void SqlConnection::fail(int status) {
 
 void SqlConnection::prepare(const WrittenStatement& statement) {
   prepared_.reset();
-  session_.budget.left = kMostWork;
+  state_.budget.left = kMostWork;
   for (const std::string& function : statement.functions) {
-    if (functions_.insert(function).second) registerFunction(connection_.get(), function, session_);
+    if (functions_.insert(function).second) registerFunction(connection_.get(), function, state_);
   }
   tables_.clear();
   for (const TableUse& use : statement.tables) {
-    tables_.push_back(&registerTable(connection_.get(), use, session_));
+    tables_.push_back(&registerTable(connection_.get(), use, state_));
   }
   sqlite3_stmt* prepared = nullptr;
   const int status = sqlite3_prepare_v2(connection_.get(), statement.sql.c_str(),
@@ -107,7 +107,7 @@ void SqlConnection::prepare(const WrittenStatement& statement) {
 bool SqlConnection::step() {
   const int status = sqlite3_step(prepared_.get());
   // A comparison that failed doesn't stop SQLite.
-  session_.failure.rethrow();
+  state_.failure.rethrow();
   if (status != SQLITE_ROW && status != SQLITE_DONE) fail(status);
   return status == SQLITE_ROW;
 }

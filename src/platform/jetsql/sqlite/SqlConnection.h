@@ -44,7 +44,7 @@ class SqlConnection {
                           const void* other) noexcept;
   [[noreturn]] void fail(int status);
 
-  FunctionContext session_;
+  EvaluationState state_;
   std::array<std::u16string, 2> copies_;          ///< of texts that are compared
   std::set<std::string, std::less<>> functions_;  ///< registered with the connection
   std::vector<const KnownTable*> tables_;         ///< of the statement

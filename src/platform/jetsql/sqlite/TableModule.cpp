@@ -39,7 +39,7 @@ VirtualCursor& cursorOf(sqlite3_vtab_cursor* base) {
 /// Runs a callback; if it throws, stores the exception and tells SQLite to stop.
 template <class Body>
 int run(KnownTable& known, Body body) noexcept {
-  return guarded(known.session->failure, body) ? SQLITE_OK : SQLITE_ERROR;
+  return guarded(known.state->failure, body) ? SQLITE_OK : SQLITE_ERROR;
 }
 
 int connect(sqlite3* connection, void* data, int, const char* const*, sqlite3_vtab** table,
@@ -135,7 +135,7 @@ int filter(sqlite3_vtab_cursor* base, int number, const char* tests, int count,
            sqlite3_value** values) {
   VirtualCursor& cursor = cursorOf(base);
   return run(*cursor.known, [&] {
-    cursor.known->session->budget.spend(kRowWork);
+    cursor.known->state->budget.spend(kRowWork);
     if (PlanCode plan{number, tests}; !cursor.reader || cursor.plan != plan) {
       cursor.plan = std::move(plan);
       cursor.reader.emplace(*cursor.known->use.table, cursor.plan);
@@ -153,7 +153,7 @@ int filter(sqlite3_vtab_cursor* base, int number, const char* tests, int count,
 int next(sqlite3_vtab_cursor* base) {
   VirtualCursor& cursor = cursorOf(base);
   return run(*cursor.known, [&] {
-    cursor.known->session->budget.spend(kRowWork);
+    cursor.known->state->budget.spend(kRowWork);
     cursor.reader->next();
     cursor.known->reader = &*cursor.reader;
   });
@@ -236,9 +236,9 @@ constexpr sqlite3_module kModule = [] {
 
 }  // namespace
 
-KnownTable& registerTable(sqlite3* connection, const TableUse& use, FunctionContext& session) {
+KnownTable& registerTable(sqlite3* connection, const TableUse& use, EvaluationState& state) {
   const std::string name = "t" + std::to_string(use.number);
-  auto* known = new KnownTable{use, &session};
+  auto* known = new KnownTable{use, &state};
   // SQLite releases the table even if it refuses it.
   const int status =
       sqlite3_create_module_v2(connection, name.c_str(), &kModule, known,

@@ -11,7 +11,7 @@ namespace jetsql {
 /// A table of the store that is registered with a connection.
 struct KnownTable {
   TableUse use;
-  FunctionContext* session = nullptr;
+  EvaluationState* state = nullptr;
   const TableReader* reader = nullptr;  ///< the reader that moved last, while it is open
 
   Type typeOf(jet::ColumnIndex column) const {
@@ -23,9 +23,9 @@ struct KnownTable {
   }
 };
 
-/// Registers a table of the store with a connection as the virtual table `t<number>`. `session`
+/// Registers a table of the store with a connection as the virtual table `t<number>`. `state`
 /// must outlive the connection. A table of that name is replaced; the returned one is valid until
 /// then.
-KnownTable& registerTable(sqlite3* connection, const TableUse& use, FunctionContext& session);
+KnownTable& registerTable(sqlite3* connection, const TableUse& use, EvaluationState& state);
 
 }  // namespace jetsql

@@ -1,4 +1,4 @@
-#include "makestore/TableShape.h"
+#include "makestore/EmptyDefinition.h"
 
 #include "platform/jet/format/Header.h"
 #include "platform/jet/format/StoredValue.h"
@@ -95,25 +95,25 @@ std::uint8_t flagsOf(jet::Version version, const Index& index) {
 void addIndexes(PageSpace& space, const StoreTable& table, TableKind kind,
                 jet::TableDefinition& definition) {
   for (const Index& index : table.indexes()) {
-    jet::IndexDefinition kept;
+    jet::IndexDefinition stored;
     for (const KeyPart& part : index.columns)
-      kept.columns.push_back({jet::ColumnNumber(table.columnIndex(part.column)), part.ascending});
-    kept.map = space.newMap();
-    kept.flags = flagsOf(definition.version, index);
+      stored.columns.push_back({jet::ColumnNumber(table.columnIndex(part.column)), part.ascending});
+    stored.map = space.newMap();
+    stored.flags = flagsOf(definition.version, index);
     jet::LogicalIndex logical;
     logical.name = index.name;
     logical.number = jet::LogicalIndexNumber(definition.indexes.size());
     logical.index = jet::IndexNumber(definition.indexes.size());
     if (index.primary) logical.kind = jet::LogicalIndex::Kind::PrimaryKey;
     if (kind == TableKind::User) logical.cascadeUpdates = logical.cascadeDeletes = 0;
-    definition.indexes.push_back(std::move(kept));
+    definition.indexes.push_back(std::move(stored));
     definition.logicalIndexes.push_back(std::move(logical));
   }
 }
 
 }  // namespace
 
-jet::TableDefinition shapeOf(PageSpace& space, const StoreTable& table, TableKind kind) {
+jet::TableDefinition emptyDefinition(PageSpace& space, const StoreTable& table, TableKind kind) {
   jet::TableDefinition definition;
   definition.version = space.version();
   definition.kind = kind == TableKind::System ? jet::TableDefinition::kSystemTable

@@ -1,4 +1,4 @@
-#include "platform/jet/engine/FileWords.h"
+#include "platform/jet/engine/FileOperation.h"
 
 #include "platform/files/FileError.h"
 #include "platform/jet/format/EngineError.h"

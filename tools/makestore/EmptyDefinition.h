@@ -9,6 +9,6 @@ namespace makestore {
 
 /// The definition of a table that has no rows yet: columns with their offsets and slots, indexes
 /// without a root, and empty usage maps.
-jet::TableDefinition shapeOf(PageSpace& space, const StoreTable& table, TableKind kind);
+jet::TableDefinition emptyDefinition(PageSpace& space, const StoreTable& table, TableKind kind);
 
 }  // namespace makestore

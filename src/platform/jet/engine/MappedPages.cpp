@@ -1,4 +1,4 @@
-#include "platform/jet/engine/PageSet.h"
+#include "platform/jet/engine/MappedPages.h"
 
 #include <utility>
 
@@ -43,14 +43,14 @@ std::vector<PageNumber> pagesOf(Pager& pager, RowPointer pointer, const Location
     collector.addSetBits(map.bits, map.firstPage.value(), location);
     return std::move(collector.pages);
   }
-  const std::size_t range = pagesPerBitmap(pager.layout());
+  const std::size_t perBitmap = pagesPerBitmap(pager.layout());
   for (std::size_t i = 0; i < map.bitmapPages.size(); ++i) {
     if (map.bitmapPages[i] == kNoPage) continue;
-    if (outside == Outside::IsSkipped && i * range >= pager.pageCount()) break;
+    if (outside == Outside::IsSkipped && i * perBitmap >= pager.pageCount()) break;
     const Pager::Page page = pager.read(map.bitmapPages[i], location);
     const Location bitmap = from.at(map.bitmapPages[i]);
     requireBitmap(*page, bitmap);
-    collector.addSetBits(ByteView(*page).subspan(UsageMap::kBitmapPageBits), i * range, bitmap);
+    collector.addSetBits(ByteView(*page).subspan(UsageMap::kBitmapPageBits), i * perBitmap, bitmap);
   }
   return std::move(collector.pages);
 }

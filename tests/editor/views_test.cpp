@@ -45,6 +45,9 @@ TEST(Views, AnyAutofillSettingButZeroOpensTheAutofillViewWithTheStockRows) {
   EXPECT_EQ(saved[0], fromTheFile);
   EXPECT_EQ(saved[1], lineOf({.key = 1, .product = "2"}));
   user.pick("cbLevel", 1);
+  EXPECT_EQ(caption(user, key(62)), "Item 126");
+  user.pick("cbLevel", 2);
+  EXPECT_EQ(caption(user, key(62)), "Item 189");
   user.pick("cbLevel", 0);  // the file overrides the stock rows at the start only
   EXPECT_EQ(caption(user, key(0)), "Item 1");
   EXPECT_EQ(shop.save(user)[0],
@@ -135,8 +138,8 @@ TEST(HandOff, WithoutTheProgramItFailsWithBothSettingsWritten) {
   shop.host.startFailure = runtime::RunTimeError(runtime::ErrorNumber::FileNotFound);
   shop.open().click("cmdUpdate");
   EXPECT_EQ(shop.failure(), 53);
-  EXPECT_EQ(shop.setting("UPDATE"), "PROGRAMDATA");
-  EXPECT_EQ(shop.setting("FORMTOOPEN"), "UPDATEPOS");
+  EXPECT_EQ(support::readFile(shop.folder.settingsFolder() / "tavenor.ini"),
+            "[comms]\nstorename=Demo\nUPDATE=PROGRAMDATA\nFORMTOOPEN=UPDATEPOS\n");
 }
 
 TEST(HandOff, ExitSavesAndAsksNothing) {

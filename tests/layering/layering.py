@@ -18,7 +18,6 @@ import unittest
 SOURCE, BUILD = (pathlib.Path(argument) for argument in sys.argv[1:3])
 ROOTS = (SOURCE / "src", SOURCE / "tools")
 
-QT_INCLUDE = re.compile(r'^\s*#\s*include\s*[<"](Q[A-Za-z]+|Qt[A-Za-z]*/.*)[>"]', re.M)
 TOOLKIT_PROBES = ("<QWidget>", "<QtWidgets/QWidget>", "<QString>")
 TOOLKIT_OWNER = "platform/forms"
 
@@ -43,28 +42,6 @@ def read_table():
 
 
 TABLE = read_table()
-
-
-def read_links():
-    """The libraries that the build's files link to each library or program: those it shows and those
-    it uses, by folder."""
-    text = "".join(re.sub(r"#.*", "", (root / "CMakeLists.txt").read_text()) for root in ROOTS)
-    links, folders = {}, {}
-    for call in re.findall(r"keystrand_library\(([^)]*)\)", text):
-        name, *words = call.split()
-        row = {"FOLDER": [], "SHOWS": [], "USES": [], "INNER": [], "HEADERS": []}
-        for word in words:
-            if word in row:
-                part = row[word]
-            else:
-                part.append(word)
-        folders[name] = row["FOLDER"][0]
-        links[name] = (row["SHOWS"], row["USES"])
-    for name, main in re.findall(r"add_executable\((\w+) (\S+)\)", text):
-        used = re.search(rf"target_link_libraries\({name} PRIVATE ([^)]*)\)", text)[1]
-        folders[name], links[name] = main, ([], used.split())
-    return {folders[name]: tuple({folders.get(each, each) for each in part} for part in parts)
-            for name, parts in links.items()}
 
 
 def owner(path):
@@ -136,24 +113,6 @@ class Layering(unittest.TestCase):
                 self.assertEqual(row.uses, included[folder] - shown[folder])
                 self.assertEqual(row.reaches, reachable(folder) - included[folder] - {folder})
 
-    def test_the_build_links_what_the_table_lists(self):
-        links = read_links()
-        self.assertEqual(set(links), set(TABLE))
-        for folder, parts in links.items():
-            with self.subTest(folder):
-                own = [{each for each in part if "::" not in each} for part in parts]
-                self.assertEqual(own, [TABLE[folder].shows, TABLE[folder].uses])
-
-    def test_sqlite_is_linked_where_it_is_included(self):
-        including = {(owner(path), path.endswith(".h")) for path in files({".h", ".cpp"})
-                     if "#include <sqlite3.h>" in text_of(path)}
-        linking = {folder: ["SQLite::SQLite3" in part for part in parts]
-                   for folder, parts in read_links().items()}
-        for folder, (shown, used) in linking.items():
-            with self.subTest(folder):
-                self.assertEqual(shown, (folder, True) in including)
-                self.assertEqual(used, not shown and (folder, False) in including)
-
     def test_no_include_cycles(self):
         done = set()
 
@@ -167,11 +126,6 @@ class Layering(unittest.TestCase):
 
         for header in files({".h"}):
             visit(header, [])
-
-    def test_only_forms_includes_toolkit_headers(self):
-        for path in files({".h", ".cpp"}):
-            if not re.fullmatch(r"platform/forms/([^/]+\.cpp|qt/.*)", path):
-                self.assertNotRegex(text_of(path), QT_INCLUDE, path)
 
     def test_each_library_reaches_the_headers_of_its_row_and_no_other(self):
         commands = {}

@@ -3,27 +3,9 @@
 #include "platform/files/ProgramFolder.h"
 
 namespace adodbtest {
-namespace {
-
-namespace fs = std::filesystem;
-
-std::vector<ReferenceStore::Row> readTable(const fs::path& file) {
-  const std::vector<std::string> lines = jettest::split(support::readFile(file).value(), '\n');
-  const std::vector<std::string> names = jettest::split(lines.at(0), '\t');
-  std::vector<ReferenceStore::Row> rows;
-  for (std::size_t i = 1; i < lines.size(); ++i) {
-    std::vector<std::string> values = jettest::split(lines[i], '\t');
-    values.resize(names.size());
-    ReferenceStore::Row& row = rows.emplace_back();
-    for (std::size_t k = 0; k < names.size(); ++k) row[names[k]] = values[k];
-  }
-  return rows;
-}
-
-}  // namespace
 
 TestStore::TestStore(const makestore::ShopOptions& options) {
-  fs::create_directories(file().parent_path());
+  std::filesystem::create_directories(file().parent_path());
   makestore::shopStore(options).write(file());
 }
 
@@ -53,19 +35,6 @@ std::u16string connectionString(std::u16string_view path, std::u16string_view pa
   return u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source= " + std::u16string(path) +
          u";Jet OLEDB:Database Password=" + std::u16string(password) +
          u";Persist Security Info=False";
-}
-
-std::vector<ReferenceStore> referenceStores() {
-  std::vector<ReferenceStore> stores;
-  for (const jettest::StoreFile& each : jettest::referenceStores()) {
-    ReferenceStore& store = stores.emplace_back();
-    store.file = each.path;
-    for (const auto& file : fs::directory_iterator(each.path.parent_path())) {
-      const std::string name = file.path().stem().string();
-      if (name.starts_with("EXPECTED.")) store.tables[name.substr(9)] = readTable(file.path());
-    }
-  }
-  return stores;
 }
 
 }  // namespace adodbtest

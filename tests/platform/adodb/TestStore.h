@@ -1,10 +1,8 @@
 #pragma once
 
 #include <filesystem>
-#include <map>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "makestore/ShopStore.h"
 #include "platform/adodb/Connection.h"
@@ -41,13 +39,5 @@ makestore::ShopOptions smallShop();
 /// The connection string for a path with backslashes, as the screens write it.
 std::u16string connectionString(std::u16string_view path,
                                 std::u16string_view password = kStorePassword);
-
-/// A reference store, and the expected rows of its tables and its query.
-struct ReferenceStore {
-  std::filesystem::path file;
-  using Row = std::map<std::string, std::string>;  ///< by column, as printed
-  std::map<std::string, std::vector<Row>> tables;
-};
-std::vector<ReferenceStore> referenceStores();
 
 }  // namespace adodbtest

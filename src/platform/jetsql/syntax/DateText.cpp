@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <span>
 #include <vector>
 
 #include "platform/jetsql/syntax/StatementError.h"
@@ -16,184 +17,137 @@ namespace {
 constexpr std::int64_t kSecondsADay = runtime::Date::kSecondsADay;
 constexpr std::chrono::sys_days kEpoch{std::chrono::year{1899} / 12 / 30};
 
-/// Days since 1899-12-30 by the Gregorian calendar; the month from 1 to 12.
-std::int64_t daysFromDate(std::int64_t year, int month, std::int64_t day) {
-  // A day of the month is a 16-bit number, too small to lead from a year beyond these limits back
-  // to a valid date.
-  constexpr std::int64_t kFarYear = 20000;
-  if (year < -kFarYear || year > kFarYear) throw error::overflow();
-  const std::chrono::sys_days first{std::chrono::year{static_cast<int>(year)} / month / 1};
-  return (first - kEpoch).count() + day - 1;
-}
-
-void setDate(std::int64_t days, CivilTime& time) {
-  const std::chrono::year_month_day date{kEpoch + std::chrono::days{days}};
-  time.day = static_cast<int>(static_cast<unsigned>(date.day()));
-  time.month = static_cast<int>(static_cast<unsigned>(date.month()));
-  time.year = static_cast<int>(date.year());
-}
-
-/// A two-digit year is between 1930 and 2029.
-int fullYear(int year, std::size_t digits) {
-  if (digits > 2) return year;
-  return year < 30 ? 2000 + year : 1900 + year;
-}
-
-/// A token of a date: digits, letters, or one other character. Spaces separate tokens.
-struct Word {
-  enum class Kind { Number, Letters, Mark } kind;
-  std::u16string text;
-  int number = 0;
+struct Number {
+  int value = 0;
+  std::size_t digits = 0;
 };
 
-std::optional<std::vector<Word>> words(std::u16string_view text) {
-  std::vector<Word> all;
-  for (std::size_t i = 0; i < text.size();) {
-    const char16_t c = text[i];
-    Word word{Word::Kind::Mark, {}, 0};
-    if (runtime::isDigit(c)) {
-      word.kind = Word::Kind::Number;
-      for (; i < text.size() && runtime::isDigit(text[i]); ++i) {
-        if (word.text.size() == 4) return std::nullopt;
-        word.text += text[i];
-        word.number = word.number * 10 + (text[i] - u'0');
-      }
-    } else if (runtime::isAsciiLetter(c)) {
-      word.kind = Word::Kind::Letters;
-      for (; i < text.size() && runtime::isAsciiLetter(text[i]); ++i)
-        word.text += runtime::lowerCase(text[i]);
-    } else {
-      word.text = c;
-      ++i;
-      if (c == u' ' || c == u'\t') continue;
+/// The structure of a text that may be a date.
+struct Shape {
+  /// The text with each number as `9`, "am" as `a`, "pm" as `p`, and without blanks.
+  std::u16string marks;
+  std::vector<Number> numbers;
+};
+
+/// Absent for texts with other words, or with numbers too long for a year.
+std::optional<Shape> shapeOf(std::u16string_view text) {
+  Shape shape;
+  while (!text.empty()) {
+    const bool isNumber = runtime::isDigit(text[0]);
+    const bool isWord = runtime::isAsciiLetter(text[0]);
+    std::size_t size = 1;
+    while (size < text.size() && ((isNumber && runtime::isDigit(text[size])) ||
+                                  (isWord && runtime::isAsciiLetter(text[size])))) {
+      ++size;
     }
-    all.push_back(std::move(word));
-    if (all.size() > 12) return std::nullopt;
+    const std::u16string_view word = text.substr(0, size);
+    text.remove_prefix(size);
+    if (isNumber) {
+      if (size > 4) return std::nullopt;
+      shape.marks += u'9';
+      Number& number = shape.numbers.emplace_back(Number{0, size});
+      for (const char16_t digit : word) number.value = number.value * 10 + (digit - u'0');
+    } else if (isWord) {
+      const bool isMorning = sameWord(word, u"am");
+      if (!isMorning && !sameWord(word, u"pm")) return std::nullopt;
+      shape.marks += isMorning ? u'a' : u'p';
+    } else if (word != u" " && word != u"\t") {
+      shape.marks += word;
+    }
   }
-  return all;
+  return shape;
 }
 
-class DateParser {
- public:
-  explicit DateParser(std::vector<Word> words) : words_(std::move(words)) {}
+/// Sets the day, if it exists.
+bool setDay(CivilTime& time, int year, int month, int day) {
+  const bool isDay = year >= 100 && year <= 9999 && month >= 1 && month <= 12 && day <= 31 &&
+                     (std::chrono::year{year} / month / day).ok();
+  if (isDay) {
+    time.year = year;
+    time.month = month;
+    time.day = day;
+  }
+  return isDay;
+}
 
-  std::optional<double> parse() {
-    const bool hasDay = !isMark(1, u":") && !isLetters(1);
-    if (hasDay && !parseDay()) return std::nullopt;
-    if (position_ < words_.size() && !parseTime()) return std::nullopt;
-    if (position_ != words_.size() || words_.empty()) return std::nullopt;
-    return daysFromCivil(time_);
-  }
+bool readDay(CivilTime& time, std::span<const Number, 3> numbers) {
+  const Number first = numbers[0];
+  const Number second = numbers[1];
+  const Number third = numbers[2];
+  if (first.digits > 2) return setDay(time, first.value, second.value, third.value);
+  // A two-digit year is between 1930 and 2029.
+  const int century = third.digits > 2 ? 0 : (third.value < 30 ? 2000 : 1900);
+  // The month comes first unless it can't be one.
+  return setDay(time, century + third.value, first.value, second.value) ||
+         setDay(time, century + third.value, second.value, first.value);
+}
 
- private:
-  bool isMark(std::size_t position, std::u16string_view mark) const {
-    return position < words_.size() && words_[position].kind == Word::Kind::Mark &&
-           words_[position].text == mark;
-  }
-  bool isLetters(std::size_t position) const {
-    return position < words_.size() && words_[position].kind == Word::Kind::Letters;
-  }
-  const Word* number(std::size_t position) const {
-    if (position >= words_.size() || words_[position].kind != Word::Kind::Number) return nullptr;
-    return &words_[position];
-  }
-
-  bool parseDay() {
-    const Word* first = number(0);
-    const Word* second = number(2);
-    const Word* third = number(4);
-    const bool slashed =
-        (isMark(1, u"/") && isMark(3, u"/")) || (isMark(1, u"-") && isMark(3, u"-"));
-    if (first == nullptr || second == nullptr || third == nullptr || !slashed) return false;
-    position_ = 5;
-    if (first->text.size() > 2) return setDay(first->number, second->number, third->number);
-    const int year = fullYear(third->number, third->text.size());
-    // The month comes first unless it can't be one.
-    return setDay(year, first->number, second->number) ||
-           setDay(year, second->number, first->number);
-  }
-
-  bool setDay(int year, int month, int day) {
-    if (year < 100 || year > 9999 || month < 1 || month > 12 || day < 1) return false;
-    if (day > 31 || !(std::chrono::year{year} / month / day).ok()) return false;
-    time_.year = year;
-    time_.month = month;
-    time_.day = day;
-    return true;
-  }
-
-  bool parseTime() {
-    const Word* hour = number(position_);
-    if (hour == nullptr) return false;
-    time_.hour = hour->number;
-    ++position_;
-    const bool hasMinute = part(time_.minute);
-    if (hasMinute) part(time_.second);
-    if (!isLetters(position_)) return hasMinute && time_.hour < 24;
-    const std::u16string& half = words_[position_++].text;
-    if ((half != u"am" && half != u"pm") || time_.hour < 1 || time_.hour > 12) return false;
-    time_.hour = time_.hour % 12 + (half == u"pm" ? 12 : 0);
-    return true;
-  }
-
-  bool part(int& value) {
-    const Word* digits = number(position_ + 1);
-    if (!isMark(position_, u":") || digits == nullptr || digits->number > 59) return false;
-    value = digits->number;
-    position_ += 2;
-    return true;
-  }
-
-  std::vector<Word> words_;
-  std::size_t position_ = 0;
-  CivilTime time_;
-};
+bool readTime(CivilTime& time, std::u16string_view marks, std::span<const Number> numbers) {
+  const char16_t half = marks.empty() ? u'\0' : marks.back();
+  const bool hasHalf = half == u'a' || half == u'p';
+  if (hasHalf) marks.remove_suffix(1);
+  if (marks != u"9:9" && marks != u"9:9:9" && !(hasHalf && marks == u"9")) return false;
+  const int hour = numbers[0].value;
+  time.hour = hasHalf ? hour % 12 + (half == u'p' ? 12 : 0) : hour;
+  if (numbers.size() > 1) time.minute = numbers[1].value;
+  if (numbers.size() > 2) time.second = numbers[2].value;
+  const bool isHour = hasHalf ? hour >= 1 && hour <= 12 : hour < 24;
+  return isHour && time.minute < 60 && time.second < 60;
+}
 
 }  // namespace
 
 double daysFromCivil(const CivilTime& time) {
+  // A day of the month is a 16-bit number, too small to lead from a year beyond these limits back
+  // to a valid date.
+  constexpr std::int64_t kFarYear = 20000;
   const std::int64_t months = std::int64_t{time.year} * 12 + time.month - 1;
-  const std::int64_t year = months >= 0 ? months / 12 : (months - 11) / 12;
-  std::int64_t days = daysFromDate(year, static_cast<int>(months - year * 12) + 1, time.day);
-  std::int64_t seconds =
-      std::int64_t{time.hour} * 3600 + std::int64_t{time.minute} * 60 + time.second;
-  days += seconds / kSecondsADay;
-  seconds %= kSecondsADay;
-  if (seconds < 0) {
-    seconds += kSecondsADay;
-    --days;
-  }
-  const double fraction = static_cast<double>(seconds) / static_cast<double>(kSecondsADay);
-  const double fullDays = static_cast<double>(days);
-  return days < 0 ? fullDays - fraction : fullDays + fraction;
+  if (std::abs(months) > kFarYear * 12) throw error::overflow();
+  const auto month = std::chrono::year{0} / 1 + std::chrono::months{months};
+  const std::chrono::seconds clock = std::chrono::hours{time.hour} +
+                                     std::chrono::minutes{time.minute} +
+                                     std::chrono::seconds{time.second};
+  const auto carried = std::chrono::floor<std::chrono::days>(clock);
+  const auto day = std::chrono::sys_days{month / 1} + std::chrono::days{time.day - 1} + carried;
+  const auto days = static_cast<double>((day - kEpoch).count());
+  const double fraction =
+      static_cast<double>((clock - carried).count()) / static_cast<double>(kSecondsADay);
+  return days < 0 ? days - fraction : days + fraction;
 }
 
 CivilTime civilFromDays(double days) {
   if (!runtime::Date{days}.isInCalendar()) throw error::overflow();
-  auto fullDays = static_cast<std::int64_t>(days);
-  const double fraction = std::fabs(days - static_cast<double>(fullDays));
-  std::int64_t seconds = std::llround(fraction * static_cast<double>(kSecondsADay));
-  if (seconds == kSecondsADay) {
-    seconds = 0;
-    ++fullDays;
-  }
-  CivilTime time;
-  setDate(fullDays, time);
-  time.hour = static_cast<int>(seconds / 3600);
-  time.minute = static_cast<int>(seconds / 60 % 60);
-  time.second = static_cast<int>(seconds % 60);
-  return time;
+  const double fraction = std::fabs(days - std::trunc(days));
+  const std::int64_t seconds = std::llround(fraction * static_cast<double>(kSecondsADay));
+  const std::int64_t fullDays = static_cast<std::int64_t>(days) + seconds / kSecondsADay;
+  const std::chrono::year_month_day date{kEpoch + std::chrono::days{fullDays}};
+  const std::chrono::hh_mm_ss clock{std::chrono::seconds{seconds % kSecondsADay}};
+  return {static_cast<int>(date.year()),
+          static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day())),
+          static_cast<int>(clock.hours().count()),
+          static_cast<int>(clock.minutes().count()),
+          static_cast<int>(clock.seconds().count())};
 }
 
 int weekday(double days) {
-  const auto fullDays = static_cast<std::int64_t>(days);
-  return static_cast<int>(((fullDays + 6) % 7 + 7) % 7) + 1;
+  const std::chrono::weekday day{kEpoch + std::chrono::days{static_cast<std::int64_t>(days)}};
+  return static_cast<int>(day.c_encoding()) + 1;
 }
 
 std::optional<double> parseDate(std::u16string_view text) {
-  auto all = words(text);
-  if (!all) return std::nullopt;
-  return DateParser(std::move(*all)).parse();
+  const auto shape = shapeOf(text);
+  if (!shape) return std::nullopt;
+  CivilTime time;
+  std::u16string_view marks = shape->marks;
+  std::span<const Number> numbers = shape->numbers;
+  if (marks.starts_with(u"9/9/9") || marks.starts_with(u"9-9-9")) {
+    if (!readDay(time, numbers.first<3>())) return std::nullopt;
+    numbers = numbers.subspan(3);
+    marks.remove_prefix(5);
+    if (marks.empty()) return daysFromCivil(time);
+  }
+  return readTime(time, marks, numbers) ? std::optional(daysFromCivil(time)) : std::nullopt;
 }
 
 std::u16string dateText(double days) {
@@ -206,8 +160,8 @@ std::u16string dateText(double days) {
   }
   if (!hasTime) return text;
   if (!text.empty()) text += u' ';
-  text += runtime::toText(time.hour % 12 == 0 ? 12 : time.hour % 12) + u":" +
-          runtime::toText(time.minute, 2) + u":" + runtime::toText(time.second, 2);
+  text += runtime::toText((time.hour + 11) % 12 + 1) + u":" + runtime::toText(time.minute, 2) +
+          u":" + runtime::toText(time.second, 2);
   return text + (time.hour < 12 ? u" AM" : u" PM");
 }
 

@@ -49,15 +49,8 @@ class FirstOrLast final : public Kept {
   }
 };
 
-enum class Statistic : std::uint8_t {
-  SampleDeviation,
-  PopulationDeviation,
-  SampleVariance,
-  PopulationVariance
-};
-
 /// Standard deviation and variance, of a sample or of the population.
-template <Statistic kind>
+template <bool isOfPopulation, bool isRoot>
 class DeviationOrVariance final : public Aggregate {
  public:
   /// Updates mean and sum of squares row by row, by Welford's method.
@@ -70,10 +63,6 @@ class DeviationOrVariance final : public Aggregate {
     squares_ += before * (number - mean_);
   }
   void finish(const FunctionCall& call) override {
-    constexpr bool isOfPopulation =
-        kind == Statistic::PopulationDeviation || kind == Statistic::PopulationVariance;
-    constexpr bool isRoot =
-        kind == Statistic::SampleDeviation || kind == Statistic::PopulationDeviation;
     const std::int64_t divisor = isOfPopulation ? count_ : count_ - 1;
     if (divisor < 1) return;
     const double variance = squares_ / static_cast<double>(divisor);
@@ -104,13 +93,13 @@ constexpr Function kFunctions[] = {
     {u"LAST", 1, 1, "k", Type::Any, "jet_last", nullptr, kPass, kAsFirst, W::Aggregate,
      make<FirstOrLast<false>>},
     {u"STDEV", 1, 1, "n", Type::Double, "jet_stdev", nullptr, kPass, kFixed, W::Aggregate,
-     make<DeviationOrVariance<Statistic::SampleDeviation>>},
+     make<DeviationOrVariance<false, true>>},
     {u"STDEVP", 1, 1, "n", Type::Double, "jet_stdevp", nullptr, kPass, kFixed, W::Aggregate,
-     make<DeviationOrVariance<Statistic::PopulationDeviation>>},
+     make<DeviationOrVariance<true, true>>},
     {u"VAR", 1, 1, "n", Type::Double, "jet_var", nullptr, kPass, kFixed, W::Aggregate,
-     make<DeviationOrVariance<Statistic::SampleVariance>>},
+     make<DeviationOrVariance<false, false>>},
     {u"VARP", 1, 1, "n", Type::Double, "jet_varp", nullptr, kPass, kFixed, W::Aggregate,
-     make<DeviationOrVariance<Statistic::PopulationVariance>>},
+     make<DeviationOrVariance<true, false>>},
     // What operators need.
     {u"", 1, 1, "v", Type::Any, "jet_single", nullptr, kPass, kFixed, W::Aggregate, make<Single>},
 };

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
-#include <utility>
 
 #include "platform/jetsql/functions/FunctionCall.h"
 #include "platform/jetsql/syntax/DateText.h"
@@ -16,7 +14,8 @@ namespace {
 
 constexpr std::int64_t kSecondsADay = runtime::Date::kSecondsADay;
 
-/// An interval of DateAdd, DateDiff and DatePart: a number of months, or a number of seconds.
+/// An interval of DateAdd, DateDiff and DatePart: a number of months, or a number of seconds. `w`
+/// stands for days in the first, for weeks in the second and for days of the week in the last.
 struct Interval {
   std::u16string_view name;
   int months;
@@ -65,40 +64,29 @@ int secondOfDay(const CivilTime& time) {
   return (time.hour * 60 + time.minute) * 60 + time.second;
 }
 
-void addMonths(const FunctionCall& call, CivilTime time, std::int64_t months) {
-  const std::int64_t total = std::int64_t{time.year} * 12 + time.month - 1 + months;
-  if (total < 0 || total > 12 * 9999 + 11) throw error::overflow();
-  time.year = static_cast<int>(total / 12);
-  time.month = static_cast<int>(total % 12) + 1;
-  // A day that the month doesn't have becomes its last one.
-  const double first = daysFromCivil({time.year, time.month, 1, 0, 0, 0});
-  const double next = daysFromCivil({time.year, time.month + 1, 1, 0, 0, 0});
-  time.day = std::min(time.day, static_cast<int>(next - first));
-  setDate(call, daysFromCivil(time));
-}
-
 void dateAdd(const FunctionCall& call) {
   const Interval& interval = intervalOf(call.text(0));
-  const std::int64_t count = call.integer(1);
-  constexpr std::int64_t kMost = 100'000'000;
-  if (std::abs(count) > kMost) throw error::overflow();
-  const double days = call.date(2);
-  const CivilTime time = civilFromDays(days);
-  if (interval.months != 0) return addMonths(call, time, count * interval.months);
-  const std::int64_t moved = secondOfDay(time) + count * interval.seconds;
-  std::int64_t fullDays = moved / kSecondsADay;
-  if (moved % kSecondsADay < 0) --fullDays;
-  CivilTime result = civilFromDays(std::trunc(days) + static_cast<double>(fullDays));
-  result.hour = 0;
-  result.minute = 0;
-  result.second = static_cast<int>(moved - fullDays * kSecondsADay);
-  setDate(call, daysFromCivil(result));
+  const std::int32_t count = call.integer(1);
+  constexpr std::int32_t kMost = 100'000'000;
+  if (count < -kMost || count > kMost) throw error::overflow();
+  CivilTime time = civilFromDays(call.date(2));
+  if (interval.months != 0) {
+    time.month += count * interval.months;
+    // A day that the month doesn't have becomes its last one.
+    const double length = dayOf({time.year, time.month + 1, 1}) - dayOf({time.year, time.month, 1});
+    time.day = std::min(time.day, static_cast<int>(length));
+  } else {
+    const std::int64_t seconds = secondOfDay(time) + count * interval.seconds;
+    time = {time.year, time.month, time.day + static_cast<int>(seconds / kSecondsADay),
+            0,         0,          static_cast<int>(seconds % kSecondsADay)};
+  }
+  setDate(call, daysFromCivil(time));
 }
 
 /// Counts the boundaries between the intervals of two dates.
 void dateDiff(const FunctionCall& call) {
-  const std::u16string name = call.text(0);
-  const auto position = [&interval = intervalOf(name)](double days) -> std::int64_t {
+  const Interval& interval = intervalOf(call.text(0));
+  const auto position = [&interval](double days) -> std::int64_t {
     const CivilTime time = civilFromDays(days);
     if (interval.months != 0) {
       return (std::int64_t{time.year} * 12 + time.month - 1) / interval.months;
@@ -108,29 +96,24 @@ void dateDiff(const FunctionCall& call) {
       return (day * kSecondsADay + secondOfDay(time)) / interval.seconds;
     }
     // Weeks begin on Sunday, and day 1 was a Sunday.
-    const auto length = interval.seconds / kSecondsADay;
+    const std::int64_t length = interval.seconds / kSecondsADay;
     return static_cast<std::int64_t>(
         std::floor(static_cast<double>(day - 1) / static_cast<double>(length)));
   };
-  std::int64_t difference = position(call.date(2)) - position(call.date(1));
-  if (sameWord(name, u"w")) difference /= 7;
-  call.setInteger(difference);
+  const std::int64_t difference = position(call.date(2)) - position(call.date(1));
+  call.setInteger(interval.name == u"w" ? difference / 7 : difference);
 }
 
 void datePart(const FunctionCall& call) {
   const double days = call.date(1);
   const CivilTime time = civilFromDays(days);
-  const double newYear = daysFromCivil({time.year, 1, 1, 0, 0, 0});
+  const double newYear = dayOf({time.year, 1, 1});
   const int dayOfYear = static_cast<int>(dayOf(time) - newYear);
-  const std::pair<std::u16string_view, int> parts[] = {
-      {u"yyyy", time.year},  {u"q", (time.month + 2) / 3},
-      {u"m", time.month},    {u"ww", (dayOfYear + weekday(newYear) - 1) / 7 + 1},
-      {u"d", time.day},      {u"y", dayOfYear + 1},
-      {u"w", weekday(days)}, {u"h", time.hour},
-      {u"n", time.minute},   {u"s", time.second}};
-  const std::u16string_view name = intervalOf(call.text(0)).name;
-  call.setInteger(
-      std::ranges::find(parts, name, &std::pair<std::u16string_view, int>::first)->second);
+  const int parts[] = {
+      time.year,   (time.month + 2) / 3, time.month,    (dayOfYear + weekday(newYear) - 1) / 7 + 1,
+      time.day,    dayOfYear + 1,        weekday(days), time.hour,
+      time.minute, time.second};
+  call.setInteger(parts[&intervalOf(call.text(0)) - kIntervals]);
 }
 
 /// A part of DateSerial or TimeSerial, which takes 16-bit numbers.

@@ -23,15 +23,19 @@ class LikePattern {
   std::size_t size() const { return elements_.size(); }
 
  private:
+  /// A run of any characters, or one character within or outside of ranges.
   struct Element {
-    enum class Kind : std::uint8_t { Run, Any, Digit, Character, Set } kind;
-    char16_t character = 0;
+    bool isRun = false;
     bool negated = false;
-    std::vector<std::pair<char16_t, char16_t>> ranges;
+    std::vector<std::pair<char16_t, char16_t>> ranges = {};
+
+    bool accepts(char16_t folded) const;
   };
 
+  bool isRunAt(std::size_t element) const {
+    return element < elements_.size() && elements_[element].isRun;
+  }
   std::size_t readSet(std::u16string_view pattern, std::size_t position);
-  static bool accepts(const Element& element, char16_t character);
 
   std::vector<Element> elements_;
 };

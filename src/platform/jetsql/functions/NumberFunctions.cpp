@@ -1,6 +1,7 @@
 #include "platform/jetsql/functions/NumberFunctions.h"
 
 #include <cmath>
+#include <functional>
 
 #include "platform/jetsql/functions/FunctionCall.h"
 #include "platform/jetsql/syntax/StatementError.h"
@@ -21,16 +22,11 @@ void divide(const FunctionCall& call) {
 }
 
 /// Both operands are rounded first.
-void intDivide(const FunctionCall& call) {
+template <class Operation>
+void divideIntegers(const FunctionCall& call) {
   const std::int64_t divisor = call.integer(1);
   if (divisor == 0) throw error::divisionByZero();
-  call.setInteger(call.integer(0) / divisor);
-}
-
-void modulo(const FunctionCall& call) {
-  const std::int64_t divisor = call.integer(1);
-  if (divisor == 0) throw error::divisionByZero();
-  call.setInteger(call.integer(0) % divisor);
+  call.setInteger(Operation()(call.integer(0), divisor));
 }
 
 void power(const FunctionCall& call) {
@@ -47,16 +43,9 @@ void setRounded(const FunctionCall& call, double result) {
   call.setNumber(result);
 }
 
-void absolute(const FunctionCall& call) {
-  setRounded(call, std::fabs(call.number(0)));
-}
-
-void downward(const FunctionCall& call) {
-  setRounded(call, std::floor(call.number(0)));
-}
-
-void towardsZero(const FunctionCall& call) {
-  setRounded(call, std::trunc(call.number(0)));
+template <double (*toInteger)(double)>
+void rounded(const FunctionCall& call) {
+  setRounded(call, toInteger(call.number(0)));
 }
 
 void round(const FunctionCall& call) {
@@ -72,34 +61,28 @@ void sign(const FunctionCall& call) {
   call.setInteger(number > 0 ? 1 : (number < 0 ? -1 : 0));
 }
 
-void squareRoot(const FunctionCall& call) {
-  if (call.number(0) < 0) throw error::invalidCall();
-  call.setNumber(std::sqrt(call.number(0)));
-}
-
-void exponential(const FunctionCall& call) {
-  call.setNumber(std::exp(call.number(0)));
-}
-
-void logarithm(const FunctionCall& call) {
-  if (call.number(0) <= 0) throw error::invalidCall();
-  call.setNumber(std::log(call.number(0)));
+/// Raises the error where the function has no value.
+template <double (*function)(double)>
+void calculated(const FunctionCall& call) {
+  const double result = function(call.number(0));
+  if (std::isnan(result) || result == -HUGE_VAL) throw error::invalidCall();
+  call.setNumber(result);
 }
 
 constexpr Function kFunctions[] = {
-    {u"ABS", 1, 1, "n", Type::Double, "jet_abs", absolute, kPass, kAsFirst},
-    {u"INT", 1, 1, "n", Type::Double, "jet_int", downward, kPass, kAsFirst},
-    {u"FIX", 1, 1, "n", Type::Double, "jet_fix", towardsZero, kPass, kAsFirst},
+    {u"ABS", 1, 1, "n", Type::Double, "jet_abs", rounded<std::fabs>, kPass, kAsFirst},
+    {u"INT", 1, 1, "n", Type::Double, "jet_int", rounded<std::floor>, kPass, kAsFirst},
+    {u"FIX", 1, 1, "n", Type::Double, "jet_fix", rounded<std::trunc>, kPass, kAsFirst},
     {u"ROUND", 1, 2, "n", Type::Double, "jet_round", round, kPass, kAsFirst},
     {u"SGN", 1, 1, "n", Type::Integer, "jet_sgn", sign},
-    {u"SQR", 1, 1, "n", Type::Double, "jet_sqr", squareRoot},
-    {u"EXP", 1, 1, "n", Type::Double, "jet_exp", exponential},
-    {u"LOG", 1, 1, "n", Type::Double, "jet_log", logarithm},
+    {u"SQR", 1, 1, "n", Type::Double, "jet_sqr", calculated<std::sqrt>},
+    {u"EXP", 1, 1, "n", Type::Double, "jet_exp", calculated<std::exp>},
+    {u"LOG", 1, 1, "n", Type::Double, "jet_log", calculated<std::log>},
     // What operators need.
     helperFunction("jet_plus", plus),
     helperFunction("jet_divide", divide),
-    helperFunction("jet_intdivide", intDivide),
-    helperFunction("jet_modulo", modulo),
+    helperFunction("jet_intdivide", divideIntegers<std::divides<>>),
+    helperFunction("jet_modulo", divideIntegers<std::modulus<>>),
     helperFunction("jet_power", power),
 };
 

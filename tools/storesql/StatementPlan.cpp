@@ -41,9 +41,8 @@ std::string namedStep(const jetsql::WrittenStatement& statement, const std::stri
 
 StatementPlan planOf(jet::Database& database, std::u16string_view statement) {
   const jet::Database::Reading reading(database);  // holds the shared lock until the plan is made
-  jetsql::StoreCatalog catalog(database);
   jetsql::WrittenStatement written =
-      jetsql::writeStatement(jetsql::QueryBinder(catalog).bind(jetsql::parseStatement(statement)));
+      jetsql::writeStatement(jetsql::QueryBinder(database).bind(jetsql::parseStatement(statement)));
   StatementPlan plan{written.sql, written.parameters, {}, {}};
   for (const jetsql::TableUse& use : written.tables) {
     plan.tables.emplace_back("t" + std::to_string(use.number), runtime::toUtf8(use.table->name()));

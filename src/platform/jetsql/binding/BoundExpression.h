@@ -1,12 +1,11 @@
 #pragma once
 
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "platform/jetsql/functions/Function.h"
 #include "platform/jetsql/functions/Type.h"
-#include "platform/jetsql/syntax/Operator.h"
+#include "platform/jetsql/syntax/ParsedExpression.h"
 
 namespace jetsql {
 
@@ -17,19 +16,13 @@ struct Source;
 using BoundPtr = std::shared_ptr<const BoundExpression>;
 
 /// One node of an expression with its names resolved and the type of its value.
-struct BoundExpression {
-  ExpressionKind kind = ExpressionKind::Null;
-  Operator op = Operator::None;
-  bool negated = false;  ///< Is Not Null, Not Like, Not Between, Not In
-  bool every = false;
-  double number = 0;
-  std::u16string text;  ///< a text, or the name of a column or function as written
+struct BoundExpression : ExpressionNode {
   Type type = Type::Null;
   const Source* source = nullptr;  ///< of a column
   int column = 0;                  ///< index among the source's columns
   const Function* function = nullptr;
-  std::vector<BoundPtr> arguments;
-  std::shared_ptr<const BoundQuery> query;
+  std::vector<BoundPtr> arguments = {};
+  std::shared_ptr<const BoundQuery> query = {};
 };
 
 /// True when two expressions are equal.

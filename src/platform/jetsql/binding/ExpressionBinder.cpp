@@ -31,10 +31,8 @@ double localNow() {
 BoundPtr moment(std::u16string_view function) {
   const double now = localNow();
   const double day = std::floor(now);
-  BoundExpression made;
-  made.kind = Kind::Date;
+  BoundExpression made{{.kind = Kind::Date, .number = now}};
   made.type = Type::Date;
-  made.number = now;
   if (sameWord(function, u"DATE")) made.number = day;
   if (sameWord(function, u"TIME")) made.number = now - day;
   return std::make_shared<const BoundExpression>(std::move(made));
@@ -119,9 +117,7 @@ bool holds(const BoundFrom& item, const Source* source) {
 }  // namespace
 
 BoundPtr columnOf(const Source& source, std::size_t column, std::u16string written) {
-  BoundExpression made;
-  made.kind = Kind::Column;
-  made.text = std::move(written);
+  BoundExpression made{{.kind = Kind::Column, .text = std::move(written)}};
   made.type = source.columns[column].type;
   made.source = &source;
   made.column = static_cast<int>(column);
@@ -132,17 +128,10 @@ BoundPtr ExpressionBinder::bind(const ParsedExpression& expression) const {
   const DepthGuard depth(queries_.depth(), kDeepestBinding);
   if (expression.kind == Kind::Column) return bindColumn(expression);
   if (expression.kind == Kind::Call) return bindCall(expression);
-  if (expression.kind == Kind::CountRows) return bindCount();
-  BoundExpression made;
-  made.kind = expression.kind;
-  made.op = expression.op;
-  made.negated = expression.negated;
-  made.every = expression.every;
-  made.number = expression.number;
-  made.text = expression.text;
+  BoundExpression made{expression.node()};
   for (const ParsedExpression& each : expression.arguments) made.arguments.push_back(bind(each));
   if (expression.query) {
-    made.query = queries_.bindWithin(*expression.query, context_.scope);
+    made.query = queries_.bindWithin(*expression.query, scope_);
     if (made.kind != Kind::Exists && made.query->columns.size() != 1) {
       throw error::subqueryColumns();
     }
@@ -152,7 +141,7 @@ BoundPtr ExpressionBinder::bind(const ParsedExpression& expression) const {
 }
 
 BoundPtr ExpressionBinder::bindColumn(const ParsedExpression& expression) const {
-  for (const Scope* each = &context_.scope; each != nullptr; each = each->outer) {
+  for (const Scope* each = &scope_; each != nullptr; each = each->outer) {
     if (BoundPtr found = findColumn(expression, *each)) return found;
     if (expression.path.size() != 1) continue;
     for (const OutputColumn& column : each->query.columns) {
@@ -198,22 +187,12 @@ BoundPtr ExpressionBinder::searchColumn(const ParsedExpression& expression, cons
   return found;
 }
 
-BoundPtr ExpressionBinder::bindCount() const {
-  requireAggregateAllowed(u"Count(*)");
-  BoundExpression made;
-  made.kind = Kind::CountRows;
-  made.function = functionNamed(u"COUNT");
-  made.type = Type::Long;
-  return std::make_shared<const BoundExpression>(std::move(made));
-}
-
 void ExpressionBinder::requireAggregateAllowed(std::u16string_view function) const {
-  if (context_.clause == Clause::Plain) {
-    context_.scope.sawAggregate = true;
+  if (clause_ == Clause::Plain) {
+    scope_.sawAggregate = true;
     return;
   }
-  const std::u16string_view where =
-      context_.clause == Clause::Where ? u"WHERE clause" : u"expression";
+  const std::u16string_view where = clause_ == Clause::Where ? u"WHERE clause" : u"expression";
   throw error::aggregateForbidden(where, function);
 }
 
@@ -225,16 +204,11 @@ BoundPtr ExpressionBinder::bindCall(const ParsedExpression& expression) const {
     throw error::argumentCount(expression.text);
   }
   if (function->writing == Function::Writing::Moment) return moment(expression.text);
-  BindingContext inside = context_;
-  if (function->isAggregate()) {
-    requireAggregateAllowed(expression.text);
-    inside.clause = Clause::InAggregate;
-  }
-  BoundExpression made;
-  made.kind = Kind::Call;
-  made.text = expression.text;
+  if (function->isAggregate()) requireAggregateAllowed(expression.text);
+  BoundExpression made{expression.node()};
   made.function = function;
-  const ExpressionBinder arguments(queries_, inside);
+  const ExpressionBinder arguments(queries_, scope_,
+                                   function->isAggregate() ? Clause::InAggregate : clause_);
   for (const ParsedExpression& each : expression.arguments) {
     made.arguments.push_back(arguments.bind(each));
   }

@@ -11,8 +11,8 @@ class QueryBinder;
 class ExpressionBinder {
  public:
   /// `queries` binds the queries within the expression.
-  ExpressionBinder(QueryBinder& queries, BindingContext around)
-      : queries_(queries), context_(around) {}
+  ExpressionBinder(QueryBinder& queries, Scope& scope, Clause clause = Clause::Plain)
+      : queries_(queries), scope_(scope), clause_(clause) {}
 
   BoundPtr bind(const ParsedExpression& expression) const;
 
@@ -22,11 +22,11 @@ class ExpressionBinder {
   BoundPtr searchColumn(const ParsedExpression& expression, const Scope& scope,
                         std::u16string_view table, std::u16string_view column) const;
   BoundPtr bindCall(const ParsedExpression& expression) const;
-  BoundPtr bindCount() const;
   void requireAggregateAllowed(std::u16string_view function) const;
 
   QueryBinder& queries_;
-  BindingContext context_;
+  Scope& scope_;
+  Clause clause_;
 };
 
 /// A column of a source as an expression; `written` is its name in the statement.

@@ -6,6 +6,7 @@
 
 #include "platform/jet/format/TextKey.h"
 #include "platform/jetsql/binding/ExpressionBinder.h"
+#include "platform/jetsql/binding/SavedQuery.h"
 #include "platform/jetsql/syntax/DepthGuard.h"
 #include "platform/jetsql/syntax/StatementError.h"
 #include "platform/runtime/Conversion.h"
@@ -131,8 +132,8 @@ void QueryBinder::bindSelect(const ParsedQuery& query, BoundQuery& made, Scope* 
   select.distinctRow = parsed.distinctRow;
   select.top = parsed.top;
   Scope scope{made, outer, open};
-  const ExpressionBinder where(*this, {scope, Clause::Where});
-  const ExpressionBinder plain(*this, {scope});
+  const ExpressionBinder where(*this, scope, Clause::Where);
+  const ExpressionBinder plain(*this, scope);
   for (const ParsedFrom& item : parsed.from) select.from.push_back(bindFrom(item, select, open));
   for (std::size_t i = 0; i < parsed.from.size(); ++i) {
     bindConditions(parsed.from[i], select.from[i], scope);
@@ -179,23 +180,23 @@ BoundFrom QueryBinder::bindFrom(const ParsedFrom& item, BoundSelect& select,
 }
 
 void QueryBinder::bindNamed(const ParsedFrom& item, Source& source, const OpenQuery* open) {
-  const CatalogEntry entry = catalog_.entry(item.name);
-  if (const auto* table = std::get_if<const jet::Table*>(&entry)) {
-    source.table = *table;
+  const auto object = database_.find(item.name);
+  if (!object) throw error::missingObject(item.name);
+  if (object->kind == jet::ObjectKind::LinkedTable) throw error::linkedTable(object->name);
+  if (object->kind == jet::ObjectKind::Table) {
+    source.table = &database_.table(*object);
     for (const jet::ColumnDefinition& column : source.table->columns()) {
       source.columns.push_back({column.name, typeOf(column.type)});
     }
     return;
   }
-  const auto& saved = std::get<StoredQuery>(entry);
+  const ParsedQuery saved = queryFromRows(object->name, database_.queryRows(*object));
   for (const OpenQuery* each = open; each != nullptr; each = each->outer) {
-    if (each->id == saved.id) {
-      throw error::circularReference(item.name);
-    }
+    if (each->id == object->id) throw error::circularReference(item.name);
   }
-  const OpenQuery inner{saved.id, open == nullptr ? 1 : open->depth + 1, open};
+  const OpenQuery inner{object->id, open == nullptr ? 1 : open->depth + 1, open};
   if (inner.depth > kDeepestQueries) throw error::tooComplex();
-  source.query = std::make_shared<const BoundQuery>(bindQuery(saved.query, nullptr, &inner));
+  source.query = std::make_shared<const BoundQuery>(bindQuery(saved, nullptr, &inner));
 }
 
 void QueryBinder::bindConditions(const ParsedFrom& item, BoundFrom& made, Scope& scope) {
@@ -204,11 +205,11 @@ void QueryBinder::bindConditions(const ParsedFrom& item, BoundFrom& made, Scope&
     bindConditions(item.sides[i], made.sides[i], scope);
   }
   Scope within{scope.query, scope.outer, scope.open, &made};
-  made.condition = ExpressionBinder(*this, {within, Clause::Where}).bind(*item.condition);
+  made.condition = ExpressionBinder(*this, within, Clause::Where).bind(*item.condition);
 }
 
 void QueryBinder::bindItems(const ParsedSelect& select, BoundQuery& made, Scope& scope) {
-  const ExpressionBinder binder(*this, {scope});
+  const ExpressionBinder binder(*this, scope);
   std::vector<bool> aliased;
   for (const ParsedItem& item : select.items) {
     if (item.expression) {
@@ -222,7 +223,7 @@ void QueryBinder::bindItems(const ParsedSelect& select, BoundQuery& made, Scope&
 }
 
 void QueryBinder::bindOrder(const ParsedQuery& query, BoundQuery& made, Scope& scope) {
-  const ExpressionBinder binder(*this, {scope});
+  const ExpressionBinder binder(*this, scope);
   for (const ParsedOrder& term : query.orderBy) {
     const ExpressionKind kind = term.expression.kind;
     if (kind == ExpressionKind::Integer || kind == ExpressionKind::Number) {

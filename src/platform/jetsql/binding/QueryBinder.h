@@ -3,8 +3,8 @@
 #include <memory>
 #include <vector>
 
+#include "platform/jet/engine/Database.h"
 #include "platform/jetsql/binding/Scope.h"
-#include "platform/jetsql/binding/StoreCatalog.h"
 
 namespace jetsql {
 
@@ -14,11 +14,13 @@ inline constexpr int kMostSources = 200;
 inline constexpr int kDeepestQueries = 50;
 inline constexpr int kDeepestBinding = 1500;
 
-/// Resolves the names in a parsed query. Raises the engine's errors for unknown or ambiguous names
-/// and for columns that a grouped query doesn't group by.
+/// Resolves the names in a parsed query. Tables and saved queries are looked up in the file when
+/// the query names them. Raises the engine's errors for unknown or ambiguous names, for linked
+/// tables, for saved queries that can't be run and for columns that a grouped query doesn't group
+/// by.
 class QueryBinder {
  public:
-  explicit QueryBinder(StoreCatalog& catalog) : catalog_(catalog) {}
+  explicit QueryBinder(jet::Database& database) : database_(database) {}
 
   BoundQuery bind(const ParsedQuery& query) { return bindQuery(query, nullptr, nullptr); }
   /// A query within an expression, which sees the names of the query around it.
@@ -36,7 +38,7 @@ class QueryBinder {
   void bindItems(const ParsedSelect& select, BoundQuery& made, Scope& scope);
   void bindOrder(const ParsedQuery& query, BoundQuery& made, Scope& scope);
 
-  StoreCatalog& catalog_;
+  jet::Database& database_;
   int sources_ = 0;
   int depth_ = 0;
 };

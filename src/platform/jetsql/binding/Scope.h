@@ -25,10 +25,4 @@ struct Scope {
 /// The clause that an expression belongs to, as far as it restricts the expression.
 enum class Clause : std::uint8_t { Plain, Where, InAggregate };
 
-/// The context in which an expression's names are looked up.
-struct BindingContext {
-  Scope& scope;
-  Clause clause = Clause::Plain;
-};
-
 }  // namespace jetsql

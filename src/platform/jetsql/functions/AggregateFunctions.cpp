@@ -83,6 +83,7 @@ std::unique_ptr<Aggregate> make() {
 using W = Function::Writing;
 
 constexpr Function kFunctions[] = {
+    {u"COUNT(*)", 0, 0, "v", Type::Long, "count", nullptr, kPass, kFixed, W::Aggregate},
     {u"COUNT", 1, 1, "v", Type::Long, "count", nullptr, kPass, kFixed, W::Aggregate},
     {u"SUM", 1, 1, "n", Type::Double, "sum", nullptr, kPass, kFixed, W::Sum},
     {u"AVG", 1, 1, "n", Type::Double, "avg", nullptr, kPass, kFixed, W::Sum},

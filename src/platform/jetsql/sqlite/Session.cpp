@@ -129,8 +129,7 @@ std::vector<runtime::Variant> Session::update(const jet::RowChange& change) {
 
 /// Runs a parsed statement under the lock that is held.
 Result Session::execute(const ParsedQuery& query) {
-  StoreCatalog catalog(*database_);
-  const WrittenStatement written = writeStatement(QueryBinder(catalog).bind(query));
+  const WrittenStatement written = writeStatement(QueryBinder(*database_).bind(query));
   if (!connection_) connection_ = std::make_unique<SqlConnection>(database_->textOrder());
   connection_->prepare(written);
   return Reader(*connection_, written, database_->textOrder()).read();

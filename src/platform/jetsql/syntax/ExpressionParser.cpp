@@ -273,12 +273,12 @@ ParsedExpression ExpressionParser::namePrimary() {
 
 ParsedExpression ExpressionParser::call(std::u16string name) {
   tokens_.advance();
-  if (sameWord(name, u"COUNT") && tokens_.here().is(u"*") && tokens_.ahead(1).is(u")")) {
-    tokens_.advance(2);
-    return node(Kind::CountRows);
-  }
   ParsedExpression made = node(Kind::Call);
   made.text = std::move(name);
+  if (sameWord(made.text, u"COUNT") && tokens_.here().is(u"*") && tokens_.ahead(1).is(u")")) {
+    made.text = u"Count(*)";
+    tokens_.advance();
+  }
   if (tokens_.accept(u")")) return made;
   do {
     add(made, read());

@@ -57,7 +57,6 @@ enum class ExpressionKind : std::uint8_t {
   Quantified,  ///< an operator, value and query; `every` for All
   Scalar,      ///< query, of one column and at most one row
   Call,        ///< a function with arguments
-  CountRows,   ///< Count(*)
 };
 
 /// True for nodes that are true, false or null, whatever their arguments.

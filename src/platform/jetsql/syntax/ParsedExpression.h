@@ -10,18 +10,24 @@ namespace jetsql {
 
 struct ParsedQuery;
 
-/// One node of an expression as it was written.
-struct ParsedExpression {
+/// What the parsed and the bound form of an expression's node have in common.
+struct ExpressionNode {
   ExpressionKind kind = ExpressionKind::Null;
   Operator op = Operator::None;
   bool negated = false;  ///< Is Not Null, Not Like, Not Between, Not In
   bool every = false;    ///< Quantified: All, not Any or Some
   double number = 0;
-  std::u16string text;               ///< a text, or a function's name
+  std::u16string text = {};  ///< a text, or the name of a column or function as written
+};
+
+/// One node of an expression as it was written.
+struct ParsedExpression : ExpressionNode {
   std::vector<std::u16string> path;  ///< of a column
   std::vector<ParsedExpression> arguments;
   std::shared_ptr<const ParsedQuery> query;
   int height = 1;  ///< levels of nodes from this one down, those of its query included
+
+  const ExpressionNode& node() const { return *this; }
 };
 
 /// The parts of a column's path with dots between.

@@ -192,8 +192,7 @@ std::string ExpressionWriter::written(const BoundExpression& expression) {
   if (kind == Kind::Text) return writer_.parameter(expression.text);
   if (kind == Kind::Column) return writer_.column(*expression.source, expression.column);
   if (kind == Kind::Unary || kind == Kind::Binary) return operatorValue(expression);
-  if (kind == Kind::Scalar) return scalarQuery(expression);
-  return kind == Kind::CountRows ? "count(*)" : writeCall(*this, expression);
+  return kind == Kind::Scalar ? scalarQuery(expression) : writeCall(*this, expression);
 }
 
 std::string ExpressionWriter::plainCondition(const BoundExpression& expression) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
 #include "platform/jetsql/syntax/DepthGuard.h"
@@ -55,15 +56,21 @@ void add(ParsedExpression& parent, ParsedExpression argument) {
   parent.arguments.push_back(std::move(argument));
 }
 
-ParsedExpression node(Kind kind) {
-  ParsedExpression made;
-  made.kind = kind;
-  return made;
+ParsedExpression node(Kind kind, double number = 0, std::u16string text = {}) {
+  return {{.kind = kind, .number = number, .text = std::move(text)}};
+}
+
+/// Absent for a token that is no literal.
+std::optional<Kind> literalKind(const Token& token) {
+  if (token.kind == Token::Kind::Text) return Kind::Text;
+  if (token.kind == Token::Kind::Date) return Kind::Date;
+  if (token.kind == Token::Kind::Decimal) return Kind::Number;
+  if (token.kind != Token::Kind::Integer) return std::nullopt;
+  return token.number <= 2147483647.0 ? Kind::Integer : Kind::Number;
 }
 
 ParsedExpression test(Kind kind, bool negated, ParsedExpression operand) {
-  ParsedExpression made = node(kind);
-  made.negated = negated;
+  ParsedExpression made{{.kind = kind, .negated = negated}};
   add(made, std::move(operand));
   return made;
 }
@@ -71,15 +78,13 @@ ParsedExpression test(Kind kind, bool negated, ParsedExpression operand) {
 }  // namespace
 
 ParsedExpression unary(Operator op, ParsedExpression operand) {
-  ParsedExpression made = node(Kind::Unary);
-  made.op = op;
+  ParsedExpression made{{.kind = Kind::Unary, .op = op}};
   add(made, std::move(operand));
   return made;
 }
 
 ParsedExpression binary(Operator op, ParsedExpression left, ParsedExpression right) {
-  ParsedExpression made = node(Kind::Binary);
-  made.op = op;
+  ParsedExpression made{{.kind = Kind::Binary, .op = op}};
   add(made, std::move(left));
   add(made, std::move(right));
   return made;
@@ -99,8 +104,7 @@ ParsedExpression ExpressionParser::operation(int level) {
   for (;;) {
     const Token& here = tokens_.here();
     const auto found = std::ranges::find_if(kOperators, [&](const BinaryOperator& each) {
-      return each.level >= level && isValue == (each.level >= kValueLevel) &&
-             (here.is(each.word) || here.isWord(each.word));
+      return each.level >= level && isValue == (each.level >= kValueLevel) && here.is(each.word);
     });
     if (found == kOperators.end()) return left;
     tokens_.advance();
@@ -110,7 +114,7 @@ ParsedExpression ExpressionParser::operation(int level) {
 
 ParsedExpression ExpressionParser::negation() {
   const DepthGuard nesting(tokens_.depth(), kDeepestNesting);
-  return tokens_.acceptWord(u"NOT") ? unary(Operator::Not, negation()) : comparison();
+  return tokens_.accept(u"NOT") ? unary(Operator::Not, negation()) : comparison();
 }
 
 ParsedExpression ExpressionParser::comparison() {
@@ -125,23 +129,23 @@ bool ExpressionParser::compare(ParsedExpression& left) {
   for (const BinaryOperator& each : kComparisons) {
     if (!tokens_.accept(each.word)) continue;
     const Token& next = tokens_.here();
-    const bool isQuantified = next.isWord(u"ALL") || next.isWord(u"ANY") || next.isWord(u"SOME");
+    const bool isQuantified = next.is(u"ALL") || next.is(u"ANY") || next.is(u"SOME");
     left = isQuantified ? quantified(std::move(left), each.op)
                         : binary(each.op, std::move(left), operation(kValueLevel));
     return true;
   }
-  if (tokens_.acceptWord(u"IS")) {
-    const bool negated = tokens_.acceptWord(u"NOT");
-    if (!tokens_.acceptWord(u"NULL")) tokens_.failExpression(clause_);
+  if (tokens_.accept(u"IS")) {
+    const bool negated = tokens_.accept(u"NOT");
+    if (!tokens_.accept(u"NULL")) tokens_.failExpression(clause_);
     left = test(Kind::IsNull, negated, std::move(left));
     return true;
   }
-  const bool negated = tokens_.here().isWord(u"NOT");
+  const bool negated = tokens_.here().is(u"NOT");
   const Token& word = tokens_.ahead(negated ? 1 : 0);
-  const bool isLike = word.isWord(u"LIKE");
-  const bool isBetween = word.isWord(u"BETWEEN");
-  const bool isIn = word.isWord(u"IN");
-  if (!isLike && !isBetween && !isIn && !word.isWord(u"ALIKE")) return false;
+  const bool isLike = word.is(u"LIKE");
+  const bool isBetween = word.is(u"BETWEEN");
+  const bool isIn = word.is(u"IN");
+  if (!isLike && !isBetween && !isIn && !word.is(u"ALIKE")) return false;
   tokens_.advance(negated ? 2 : 1);
   if (isIn) {
     left = inOperand(std::move(left), negated);
@@ -151,13 +155,13 @@ bool ExpressionParser::compare(ParsedExpression& left) {
               std::move(left));
   add(left, operation(kValueLevel));
   if (!isBetween) return true;
-  if (!tokens_.acceptWord(u"AND")) tokens_.failExpression(clause_);
+  if (!tokens_.accept(u"AND")) tokens_.failExpression(clause_);
   add(left, operation(kValueLevel));
   return true;
 }
 
 ParsedExpression ExpressionParser::inOperand(ParsedExpression left, bool negated) {
-  if (tokens_.here().is(u"(") && tokens_.ahead(1).isWord(u"SELECT")) {
+  if (tokens_.here().is(u"(") && tokens_.ahead(1).is(u"SELECT")) {
     ParsedExpression made = test(Kind::InQuery, negated, std::move(left));
     readQuery(made);
     return made;
@@ -174,7 +178,7 @@ ParsedExpression ExpressionParser::inOperand(ParsedExpression left, bool negated
 ParsedExpression ExpressionParser::quantified(ParsedExpression left, Operator op) {
   ParsedExpression made = test(Kind::Quantified, false, std::move(left));
   made.op = op;
-  made.every = tokens_.here().isWord(u"ALL");
+  made.every = tokens_.here().is(u"ALL");
   tokens_.advance();
   readQuery(made);
   return made;
@@ -202,39 +206,16 @@ ParsedExpression ExpressionParser::power() {
   return left;
 }
 
-ParsedExpression ExpressionParser::literal(Kind kind, double number) {
-  ParsedExpression made = node(kind);
-  made.number = number;
-  tokens_.advance();
-  return made;
-}
-
 ParsedExpression ExpressionParser::primary() {
   const Token& token = tokens_.here();
-  switch (token.kind) {
-    case Token::Kind::Integer:
-      return literal(token.number <= 2147483647.0 ? Kind::Integer : Kind::Number, token.number);
-    case Token::Kind::Decimal:
-      return literal(Kind::Number, token.number);
-    case Token::Kind::Date:
-      return literal(Kind::Date, token.number);
-    case Token::Kind::Text: {
-      ParsedExpression made = node(Kind::Text);
-      made.text = token.text;
-      tokens_.advance();
-      return made;
-    }
-    case Token::Kind::QuotedName:
-    case Token::Kind::Name:
-      return namePrimary();
-    case Token::Kind::End:
-    case Token::Kind::Symbol:
-    case Token::Kind::BrokenText:
-    case Token::Kind::BrokenDate:
-    case Token::Kind::BrokenName:
-      break;
+  if (token.kind == Token::Kind::Name || token.kind == Token::Kind::QuotedName) {
+    return namePrimary();
   }
-  if (token.is(u"(") && tokens_.ahead(1).isWord(u"SELECT")) {
+  if (const auto kind = literalKind(token)) {
+    tokens_.advance();
+    return node(*kind, token.number, token.text);
+  }
+  if (token.is(u"(") && tokens_.ahead(1).is(u"SELECT")) {
     ParsedExpression made = node(Kind::Scalar);
     readQuery(made);
     return made;
@@ -249,18 +230,20 @@ ParsedExpression ExpressionParser::namePrimary() {
   const Token& token = tokens_.here();
   const Token& next = tokens_.ahead(1);
   if (token.kind == Token::Kind::Name && !next.is(u".") && !next.is(u"!")) {
-    if (tokens_.acceptWord(u"NULL")) return node(Kind::Null);
-    if (token.isWord(u"EXISTS") && next.is(u"(")) {
+    if (tokens_.accept(u"NULL")) return node(Kind::Null);
+    if (token.is(u"EXISTS") && next.is(u"(")) {
       tokens_.advance();
       ParsedExpression made = node(Kind::Exists);
       readQuery(made);
       return made;
     }
     for (const WordValue& each : kTruthWords) {
-      if (token.isWord(each.word) && !next.is(u"(")) return literal(Kind::Boolean, each.value);
+      if (!token.is(each.word) || next.is(u"(")) continue;
+      tokens_.advance();
+      return node(Kind::Boolean, each.value);
     }
     // Some keywords of clauses are functions where a parenthesis follows.
-    const bool isFunction = token.isWord(u"LEFT") || token.isWord(u"RIGHT") || token.isWord(u"ASC");
+    const bool isFunction = token.is(u"LEFT") || token.is(u"RIGHT") || token.is(u"ASC");
     if (next.is(u"(") && (isFunction || tokens_.isName())) {
       std::u16string function = token.text;
       tokens_.advance();

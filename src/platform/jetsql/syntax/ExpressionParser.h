@@ -33,7 +33,6 @@ class ExpressionParser {
   ParsedExpression call(std::u16string name);
   ParsedExpression column();
   void readQuery(ParsedExpression& owner);
-  ParsedExpression literal(ExpressionKind kind, double number);
 
   TokenStream& tokens_;
   std::size_t clause_;

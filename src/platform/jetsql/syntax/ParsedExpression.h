@@ -22,9 +22,9 @@ struct ExpressionNode {
 
 /// One node of an expression as it was written.
 struct ParsedExpression : ExpressionNode {
-  std::vector<std::u16string> path;  ///< of a column
-  std::vector<ParsedExpression> arguments;
-  std::shared_ptr<const ParsedQuery> query;
+  std::vector<std::u16string> path = {};  ///< of a column
+  std::vector<ParsedExpression> arguments = {};
+  std::shared_ptr<const ParsedQuery> query = {};
   int height = 1;  ///< levels of nodes from this one down, those of its query included
 
   const ExpressionNode& node() const { return *this; }

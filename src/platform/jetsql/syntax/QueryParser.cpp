@@ -14,12 +14,12 @@ namespace {
 bool beginsQuery(const TokenStream& tokens) {
   std::size_t count = 0;
   while (tokens.ahead(count).is(u"(")) ++count;
-  return tokens.ahead(count).isWord(u"SELECT");
+  return tokens.ahead(count).is(u"SELECT");
 }
 
 /// Names and types of parameters are ignored: no parameter can be given a value.
 bool skipParameters(TokenStream& tokens) {
-  if (!tokens.here().isWord(u"PARAMETERS")) return false;
+  if (!tokens.here().is(u"PARAMETERS")) return false;
   while (!tokens.atEnd() && !tokens.here().is(u";") && !tokens.here().isBroken()) tokens.advance();
   if (!tokens.accept(u";")) tokens.failClause(0, u"PARAMETER clause");
   return true;
@@ -32,7 +32,7 @@ ParsedQuery parseStatement(std::u16string_view text) {
   const bool hasParameters = skipParameters(tokens);
   for (const std::u16string_view other : {u"INSERT", u"UPDATE", u"DELETE", u"TRANSFORM", u"CREATE",
                                           u"ALTER", u"DROP", u"EXECUTE", u"PROCEDURE"}) {
-    if (tokens.here().isWord(other)) throw error::notCapable();
+    if (tokens.here().is(other)) throw error::notCapable();
   }
   if (!beginsQuery(tokens)) {
     throw error::unknownStatement();
@@ -66,18 +66,18 @@ ParsedQuery QueryParser::read() {
 ParsedQuery QueryParser::query() {
   const DepthGuard nesting(tokens_.depth(), kDeepestNesting);
   ParsedQuery parsed = term();
-  for (int count = 2; tokens_.acceptWord(u"UNION"); ++count) {
+  for (int count = 2; tokens_.accept(u"UNION"); ++count) {
     if (count > kDeepestNesting) throw error::tooComplex();
     ParsedQuery both;
-    both.all = tokens_.acceptWord(u"ALL");
+    both.all = tokens_.accept(u"ALL");
     both.left = std::make_shared<const ParsedQuery>(std::move(parsed));
     both.right = std::make_shared<const ParsedQuery>(term());
     parsed = std::move(both);
   }
   orderByClause(parsed);
-  if (tokens_.here().isWord(u"WITH") && tokens_.ahead(1).isWord(u"OWNERACCESS")) {
+  if (tokens_.here().is(u"WITH") && tokens_.ahead(1).is(u"OWNERACCESS")) {
     tokens_.advance(2);
-    if (!tokens_.acceptWord(u"OPTION")) {
+    if (!tokens_.accept(u"OPTION")) {
       tokens_.failClause(clause_, u"WITH OWNERACCESS OPTION declaration");
     }
   }
@@ -106,15 +106,15 @@ ParsedQuery QueryParser::term() {
 }
 
 ParsedSelect QueryParser::select() {
-  if (!tokens_.acceptWord(u"SELECT")) tokens_.failClause(clause_, u"union query");
+  if (!tokens_.accept(u"SELECT")) tokens_.failClause(clause_, u"union query");
   ParsedSelect select;
   selectOptions(select);
   selectItems(select);
-  if (tokens_.here().isWord(u"INTO")) throw error::notCapable();
+  if (tokens_.here().is(u"INTO")) throw error::notCapable();
   fromClause(select);
-  if (tokens_.acceptWord(u"WHERE")) select.where = expression();
+  if (tokens_.accept(u"WHERE")) select.where = expression();
   groupByClause(select);
-  if (tokens_.acceptWord(u"HAVING")) select.having = expression();
+  if (tokens_.accept(u"HAVING")) select.having = expression();
   return select;
 }
 
@@ -122,16 +122,16 @@ void QueryParser::selectOptions(ParsedSelect& select) {
   for (;;) {
     // A column may have such a name as well.
     const Token& next = tokens_.ahead(1);
-    if (next.is(u",") || next.is(u".") || next.isWord(u"FROM")) return;
-    if (tokens_.acceptWord(u"ALL")) continue;
-    if (tokens_.acceptWord(u"DISTINCT")) {
+    if (next.is(u",") || next.is(u".") || next.is(u"FROM")) return;
+    if (tokens_.accept(u"ALL")) continue;
+    if (tokens_.accept(u"DISTINCT")) {
       select.distinct = true;
-    } else if (tokens_.acceptWord(u"DISTINCTROW")) {
+    } else if (tokens_.accept(u"DISTINCTROW")) {
       select.distinctRow = true;
-    } else if (tokens_.here().isWord(u"TOP") && next.kind == Token::Kind::Integer) {
+    } else if (tokens_.here().is(u"TOP") && next.kind == Token::Kind::Integer) {
       select.top = Top{.count = next.number, .percent = false};
       tokens_.advance(2);
-      select.top->percent = tokens_.acceptWord(u"PERCENT");
+      select.top->percent = tokens_.accept(u"PERCENT");
     } else {
       return;
     }
@@ -141,7 +141,7 @@ void QueryParser::selectOptions(ParsedSelect& select) {
 void QueryParser::selectItems(ParsedSelect& select) {
   do {
     clause_ = tokens_.position();
-    if (tokens_.here().isWord(u"FROM") || tokens_.atEnd() || tokens_.here().is(u",")) {
+    if (tokens_.here().is(u"FROM") || tokens_.atEnd() || tokens_.here().is(u",")) {
       tokens_.failReserved(clause_);
     }
     select.items.push_back(item());
@@ -158,15 +158,15 @@ ParsedItem QueryParser::item() {
     return item;
   }
   item.expression = expression();
-  if (tokens_.acceptWord(u"AS")) item.alias = tokens_.name(clause_);
+  if (tokens_.accept(u"AS")) item.alias = tokens_.name(clause_);
   return item;
 }
 
 void QueryParser::fromClause(ParsedSelect& select) {
-  if (!tokens_.acceptWord(u"FROM")) {
+  if (!tokens_.accept(u"FROM")) {
     const Token& here = tokens_.here();
-    if (tokens_.atEnd() || here.is(u";") || here.is(u")") || here.isWord(u"UNION") ||
-        here.isWord(u"WHERE") || here.isWord(u"ORDER")) {
+    if (tokens_.atEnd() || here.is(u";") || here.is(u")") || here.is(u"UNION") ||
+        here.is(u"WHERE") || here.is(u"ORDER")) {
       return;
     }
     tokens_.failExpression(clause_);
@@ -175,7 +175,7 @@ void QueryParser::fromClause(ParsedSelect& select) {
   do {
     select.from.push_back(fromItem());
   } while (tokens_.accept(u","));
-  if (tokens_.here().isWord(u"IN")) throw error::notCapable();
+  if (tokens_.here().is(u"IN")) throw error::notCapable();
 }
 
 ParsedFrom QueryParser::fromItem() {
@@ -187,7 +187,7 @@ ParsedFrom QueryParser::fromItem() {
   join.join = *kind;
   join.sides.push_back(std::move(left));
   join.sides.push_back(fromPrimary());
-  if (!tokens_.acceptWord(u"ON")) tokens_.failClause(clause_, u"JOIN operation");
+  if (!tokens_.accept(u"ON")) tokens_.failClause(clause_, u"JOIN operation");
   join.condition = expression();
   // A further join needs parentheses around this one.
   if (joinWords()) tokens_.failExpression(clause_);
@@ -196,16 +196,16 @@ ParsedFrom QueryParser::fromItem() {
 
 std::optional<JoinKind> QueryParser::joinWords() {
   JoinKind kind = JoinKind::Inner;
-  if (tokens_.here().isWord(u"LEFT")) {
+  if (tokens_.here().is(u"LEFT")) {
     kind = JoinKind::Left;
-  } else if (tokens_.here().isWord(u"RIGHT")) {
+  } else if (tokens_.here().is(u"RIGHT")) {
     kind = JoinKind::Right;
-  } else if (!tokens_.here().isWord(u"INNER")) {
+  } else if (!tokens_.here().is(u"INNER")) {
     return std::nullopt;
   }
   tokens_.advance();
-  if (kind != JoinKind::Inner) tokens_.acceptWord(u"OUTER");
-  if (!tokens_.acceptWord(u"JOIN")) tokens_.failClause(clause_, u"JOIN operation");
+  if (kind != JoinKind::Inner) tokens_.accept(u"OUTER");
+  if (!tokens_.accept(u"JOIN")) tokens_.failClause(clause_, u"JOIN operation");
   return kind;
 }
 
@@ -219,7 +219,7 @@ ParsedFrom QueryParser::fromPrimary() {
     fromAlias(item);
     return item;
   }
-  if (!tokens_.here().isWord(u"SELECT")) {
+  if (!tokens_.here().is(u"SELECT")) {
     item = fromItem();
     if (!tokens_.accept(u")")) tokens_.failClause(clause_, u"JOIN operation");
     if (!item.isJoin() && item.alias.empty()) fromAlias(item);
@@ -233,27 +233,27 @@ ParsedFrom QueryParser::fromPrimary() {
 }
 
 void QueryParser::fromAlias(ParsedFrom& item) {
-  if (tokens_.acceptWord(u"AS") || (tokens_.isName() && !tokens_.here().isWord(u"WITH"))) {
+  if (tokens_.accept(u"AS") || (tokens_.isName() && !tokens_.here().is(u"WITH"))) {
     item.alias = tokens_.name(clause_);
   }
 }
 
 void QueryParser::groupByClause(ParsedSelect& select) {
-  if (!tokens_.acceptWord(u"GROUP")) return;
-  if (!tokens_.acceptWord(u"BY")) tokens_.failClause(clause_, u"GROUP BY clause");
+  if (!tokens_.accept(u"GROUP")) return;
+  if (!tokens_.accept(u"BY")) tokens_.failClause(clause_, u"GROUP BY clause");
   do {
     select.groupBy.push_back(expression());
   } while (tokens_.accept(u","));
 }
 
 void QueryParser::orderByClause(ParsedQuery& query) {
-  if (!tokens_.acceptWord(u"ORDER")) return;
-  if (!tokens_.acceptWord(u"BY")) tokens_.failClause(clause_, u"ORDER BY clause");
+  if (!tokens_.accept(u"ORDER")) return;
+  if (!tokens_.accept(u"BY")) tokens_.failClause(clause_, u"ORDER BY clause");
   do {
     ParsedOrder term;
     term.expression = expression();
-    term.descending = tokens_.acceptWord(u"DESC");
-    if (!term.descending) tokens_.acceptWord(u"ASC");
+    term.descending = tokens_.accept(u"DESC");
+    if (!term.descending) tokens_.accept(u"ASC");
     query.orderBy.push_back(std::move(term));
   } while (tokens_.accept(u","));
 }

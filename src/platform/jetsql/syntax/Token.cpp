@@ -1,5 +1,6 @@
 #include "platform/jetsql/syntax/Token.h"
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 
@@ -171,8 +172,12 @@ class Lexer {
 
 }  // namespace
 
-bool Token::isWord(std::u16string_view keyword) const {
-  return kind == Kind::Name && sameWord(text, keyword);
+bool Token::is(std::u16string_view word) const {
+  return (kind == Kind::Name || kind == Kind::Symbol) && sameWord(text, word);
+}
+
+bool Token::isAnyOf(std::span<const std::u16string_view> words) const {
+  return std::ranges::any_of(words, [this](std::u16string_view word) { return is(word); });
 }
 
 std::vector<Token> tokenize(std::u16string_view statement) {

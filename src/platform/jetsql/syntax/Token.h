@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,10 +35,9 @@ struct Token {
   std::size_t end = 0;
 
   bool isBroken() const { return kind >= Kind::BrokenText; }
-  /// True for this symbol.
-  bool is(std::u16string_view symbol) const { return kind == Kind::Symbol && text == symbol; }
-  /// True for this keyword, given in capitals.
-  bool isWord(std::u16string_view keyword) const;
+  /// True for this symbol, or this keyword in any case.
+  bool is(std::u16string_view word) const;
+  bool isAnyOf(std::span<const std::u16string_view> words) const;
 };
 
 /// Splits a statement into tokens; the last one is End. A broken token is the last one before it.

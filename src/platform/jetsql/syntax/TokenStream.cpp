@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <span>
 
 #include "platform/jetsql/syntax/StatementError.h"
 
@@ -22,10 +21,6 @@ constexpr std::array<std::u16string_view, 12> kClauseWords{u"FROM",  u"WHERE", u
                                                            u"ORDER", u"UNION", u"INNER", u"ON",
                                                            u"AS",    u"INTO",  u"WITH",  u"PIVOT"};
 
-bool isOneOf(const Token& token, std::span<const std::u16string_view> words) {
-  return std::ranges::any_of(words, [&](std::u16string_view word) { return token.isWord(word); });
-}
-
 }  // namespace
 
 TokenStream::TokenStream(std::u16string_view text) : text_(text) {
@@ -41,21 +36,15 @@ void TokenStream::advance(std::size_t count) {
   position_ = std::min(position_ + count, tokens_.size() - 1);
 }
 
-bool TokenStream::accept(std::u16string_view symbol) {
-  if (!here().is(symbol)) return false;
-  advance();
-  return true;
-}
-
-bool TokenStream::acceptWord(std::u16string_view keyword) {
-  if (!here().isWord(keyword)) return false;
+bool TokenStream::accept(std::u16string_view word) {
+  if (!here().is(word)) return false;
   advance();
   return true;
 }
 
 bool TokenStream::isName() const {
   if (here().kind == Token::Kind::QuotedName) return true;
-  return here().kind == Token::Kind::Name && !isOneOf(here(), kReserved);
+  return here().kind == Token::Kind::Name && !here().isAnyOf(kReserved);
 }
 
 std::u16string TokenStream::name(std::size_t clause) {
@@ -105,7 +94,7 @@ std::u16string_view TokenStream::clauseText(std::size_t clause) const {
     const Token& token = tokens_[end];
     if (token.is(u"(")) ++depth;
     if (token.is(u")") && depth > 0) --depth;
-    if (depth == 0 && end > clause && (token.is(u";") || isOneOf(token, kClauseWords))) break;
+    if (depth == 0 && end > clause && (token.is(u";") || token.isAnyOf(kClauseWords))) break;
   }
   const std::size_t begin = tokens_[clause].begin;
   const std::size_t last = end == clause ? begin : tokens_[end - 1].end;

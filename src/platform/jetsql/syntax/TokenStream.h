@@ -28,8 +28,7 @@ class TokenStream {
   bool atEnd() const { return here().kind == Token::Kind::End; }
   void advance(std::size_t count = 1);
   /// Skips this symbol or keyword if it is next; else returns false.
-  bool accept(std::u16string_view symbol);
-  bool acceptWord(std::u16string_view keyword);
+  bool accept(std::u16string_view word);
 
   /// True at a word that may be a name.
   bool isName() const;

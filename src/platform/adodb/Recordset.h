@@ -25,7 +25,7 @@ class Recordset {
   /// are held on the client; with lock type 1 (read-only) none can be written.
   void Open(std::u16string_view source, Connection& connection, int cursorType, int lockType,
             int options);
-  /// Number of rows. Raises `objectClosed` when closed, like all members below.
+  /// Number of rows. Raises `objectClosed` when closed, like all members below except `State`.
   std::int32_t RecordCount() const;
   /// True past the last row. (`EOF` is a macro of the C library.)
   bool Eof() const;
@@ -34,7 +34,8 @@ class Recordset {
   void MoveNext();
   /// The column of that name, ignoring letter case; raises `noSuchItem` when the result has none.
   Field Fields(std::u16string_view name);
-  /// Number of columns, and the name of each as the statement or the file spells it.
+  /// Number of columns, and the name and the field of each, counted from 0; the name is spelled as
+  /// in the statement or the file. A number outside the columns raises `noSuchItem`.
   int FieldCount() const;
   std::u16string FieldName(int column) const;
   Field FieldAt(int column);

@@ -26,7 +26,7 @@ class ByteFile {
 
   /// Opens the file at a path of the host (see `resolve`).
   /// Raises a FileError: Missing, FolderMissing, NoPermission, NotAFile. Any access
-  /// but ReadOnly refuses a file without write permission for anyone, to the superuser too.
+  /// but ReadOnly fails for a file that nobody has permission to write, even for the superuser.
   ByteFile(const std::filesystem::path& path, Access access);
   ~ByteFile();
   ByteFile(const ByteFile&) = delete;

@@ -44,8 +44,8 @@ std::vector<std::u16string_view> namesIn(std::u16string_view path) {
 }
 
 /// Calls `use` with the name of each entry of the folder; with none where there is no such folder.
-/// Each session lists the folders of its file's path, so this makes as few calls of the system as
-/// it can.
+/// Each session lists the folders of its file's path, so this makes as few system calls as
+/// possible.
 template <class Use>
 void forEachName(const char* folder, Use use) {
   const int descriptor = ::open(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC);

@@ -45,7 +45,7 @@ void writeMessage(QtMsgType type, const QMessageLogContext& context, const QStri
 
 /// When the display connection is lost, the toolkit calls `exit` from inside a handler. Objects on
 /// the stack are not destroyed, and the toolkit's exit handlers would then find live windows and
-/// crash. This handler ends the process before them.
+/// crash. This handler runs first and ends the process.
 void endWithLostDisplay() {
   if (QCoreApplication::instance() == nullptr) return;
   std::fflush(nullptr);

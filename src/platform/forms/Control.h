@@ -43,7 +43,7 @@ class Control : private WindowPart {
   QWidget* widget() const final { return widget_; }
   qt::Window& screen() const { return screen_; }
   /// The scale at which the screen is laid out: 1 as designed, less where it would not fit on a
-  /// dense desktop.
+  /// desktop of high pixel density.
   double scale() const;
   /// Called after the screen's scale has changed and the widget has its new position. Adapts the
   /// widget's font; a control with other sizes that depend on the scale adapts them as well.

@@ -19,7 +19,7 @@ struct TextPart {
 /// that comes first is painted in a fixed-width column, so that the names are aligned.
 struct EntryParts {
   TextPart name{};
-  TextPart id{.offset = std::u16string_view::npos};
+  TextPart id{.offset = std::u16string_view::npos};  ///< the default: no id
 };
 
 }  // namespace forms

@@ -15,8 +15,9 @@ namespace MyCommandButton {
 struct ButtonDesign : forms::Design {
   forms::Colour transparentColour = forms::kWhite;
   bool showFocus = true;  ///< false only for key 3 of each editor
-  bool isKey = false;  ///< a key of the key block; screen readers call it "Key n" without a caption
-  int extentX = 0;     ///< width and height in hundredths of a millimetre
+  bool isKey =
+      false;        ///< a key of the key block; without a caption, screen readers call it "Key n"
+  int extentX = 0;  ///< width and height in hundredths of a millimetre
   int extentY = 0;
 };
 

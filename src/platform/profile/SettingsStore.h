@@ -14,8 +14,8 @@ std::u16string GetSetting(std::u16string_view application, std::u16string_view s
 
 /// Stores the text, creating application, section and key as needed; a new folder is open to this
 /// user alone. When several programs on one machine store at once, no entry is lost. Raises
-/// InvalidProcedureCall for a name that a line couldn't hold, PathFileAccess when the entry can't
-/// be written or the file is in UTF-16.
+/// InvalidProcedureCall for a name that can't be stored in a line, PathFileAccess when the entry
+/// can't be written or the file is in UTF-16.
 void SaveSetting(std::u16string_view application, std::u16string_view section,
                  std::u16string_view key, std::u16string_view value);
 

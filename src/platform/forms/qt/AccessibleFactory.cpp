@@ -68,6 +68,7 @@ QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
   if (auto* box = qobject_cast<QComboBox*>(object); box != nullptr && !box->isEditable())
     return new DropDownAccessible(box);
   auto* widget = qobject_cast<QWidget*>(object);
+  // A screen's `Window` has no meta-object of its own, so its class name is "QWidget".
   const bool isPlain = QLatin1String(object->metaObject()->className()) == QLatin1String("QWidget");
   if (widget != nullptr && widget->isWindow() && isPlain) return new WindowAccessible(widget);
   return nullptr;

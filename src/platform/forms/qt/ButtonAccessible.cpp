@@ -15,7 +15,7 @@ const QString& doubleClickAction() {
 
 QString ButtonAccessible::text(QAccessible::Text kind) const {
   if (kind != QAccessible::Description || !button().isKey()) return QAccessibleWidget::text(kind);
-  const GridPosition position = positionOf(button());
+  const KeyBlockPosition position = positionOf(button());
   return QStringLiteral("%1, row %2, column %3, colour %4")
       .arg(button().keyName())
       .arg(position.row)

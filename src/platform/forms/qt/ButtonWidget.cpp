@@ -57,7 +57,7 @@ void ButtonWidget::setTextFont(const QFont& font) {
 }
 
 ButtonState ButtonWidget::state() const {
-  if (held_) return ButtonState::Down;
+  if (drawnDown_) return ButtonState::Down;
   if (hovered_) return ButtonState::Over;
   return hasFocus() ? ButtonState::Focus : ButtonState::Rest;
 }
@@ -85,9 +85,9 @@ void ButtonWidget::doubleClick() {
   if (isKey()) announceCurrentKeys(*this);
 }
 
-void ButtonWidget::hold(bool down) {
-  if (held_ == down) return;
-  held_ = down;
+void ButtonWidget::drawDown(bool down) {
+  if (drawnDown_ == down) return;
+  drawnDown_ = down;
   update();
 }
 
@@ -105,7 +105,7 @@ void ButtonWidget::paintEvent(QPaintEvent*) {
   look.text = textOn(colours.text, look.back, palette());
   look.scale = scale_;
   look.hovered = hovered_;
-  look.pressed = held_;
+  look.pressed = drawnDown_;
   look.focusMark = hasFocus() && showsFocus_;
   look.dropMark = dropMark_;
   paintButton(painter, rect(), look, caption_, palette().color(QPalette::Highlight));
@@ -115,18 +115,18 @@ void ButtonWidget::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   doublePress_.press(*event);
   pressed_ = true;
-  hold(true);
+  drawDown(true);
 }
 
 void ButtonWidget::mouseMoveEvent(QMouseEvent* event) {
-  if (pressed_) hold(rect().contains(event->position().toPoint()));
+  if (pressed_) drawDown(rect().contains(event->position().toPoint()));
 }
 
 void ButtonWidget::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || !pressed_) return;
   pressed_ = false;
-  const bool inside = held_;
-  hold(false);
+  const bool inside = drawnDown_;
+  drawDown(false);
   if (inside) raiseClick();
 }
 
@@ -144,7 +144,7 @@ void ButtonWidget::keyPressEvent(QKeyEvent* event) {
   if (isPressKey(*event)) {
     if (event->isAutoRepeat()) return;
     pressed_ = true;
-    hold(true);
+    drawDown(true);
     return;
   }
   ButtonWidget* const next = isKey() ? neighbour(*this, event->key()) : nullptr;
@@ -161,7 +161,7 @@ void ButtonWidget::keyReleaseEvent(QKeyEvent* event) {
   }
   if (event->isAutoRepeat() || !pressed_) return;
   pressed_ = false;
-  hold(false);
+  drawDown(false);
   raiseClick();
 }
 
@@ -183,7 +183,7 @@ void ButtonWidget::focusInEvent(QFocusEvent*) {
 
 void ButtonWidget::focusOutEvent(QFocusEvent*) {
   pressed_ = false;
-  held_ = false;
+  drawnDown_ = false;
   update();
 }
 

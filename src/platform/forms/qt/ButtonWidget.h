@@ -79,7 +79,7 @@ class ButtonWidget final : public QAbstractButton {
  private:
   ButtonState state() const;
   void raiseClick();
-  void hold(bool down);
+  void drawDown(bool down);
   void markDrop(bool on);
 
   ButtonEvents events_;
@@ -89,8 +89,8 @@ class ButtonWidget final : public QAbstractButton {
   QString keyName_;
   double scale_ = 1;
   bool showsFocus_ = true;
-  bool pressed_ = false;  ///< the mouse or a key is pressed on the button
-  bool held_ = false;     ///< drawn pressed: a press is active and the pointer is over the button
+  bool pressed_ = false;    ///< the mouse or a key is pressed on the button
+  bool drawnDown_ = false;  ///< a press is active and the pointer is over the button
   bool hovered_ = false;
   bool dropMark_ = false;
   bool announcedCurrent_ = false;

@@ -46,8 +46,8 @@ qreal CaptionLayout::solidPitch() const {
   return font_.pointSizeF() * dpi / kPointsPerInch;
 }
 
-bool CaptionLayout::fits(const QString& text, qreal narrowing, bool solid,
-                         QTextOption::WrapMode wrap) {
+bool CaptionLayout::tryLayOut(const QString& text, qreal narrowing, bool solid,
+                              QTextOption::WrapMode wrap) {
   narrowing_ = narrowing;
   layout_.setText(text);
   layout_.setFont(font_);
@@ -116,22 +116,22 @@ void CaptionLayout::layOut(int reserve) {
   text.replace('\n', QChar::LineSeparator);
 
   reserve_ = 0;
-  if (fits(text, 1, false, kWords)) return;
+  if (tryLayOut(text, 1, false, kWords)) return;
   reserve_ = reserve;
-  if (fits(text, 1, false, kWords) || fits(text, 1, true, kWords)) return;
+  if (tryLayOut(text, 1, false, kWords) || tryLayOut(text, 1, true, kWords)) return;
 
-  if (fits(text, kMinGlyphWidthPercent / 100.0, true, kWords)) {
+  if (tryLayOut(text, kMinGlyphWidthPercent / 100.0, true, kWords)) {
     int fitting = kMinGlyphWidthPercent;
     int tooWide = 100;
     while (tooWide - fitting > 1) {
       const int middle = (fitting + tooWide) / 2;
-      (fits(text, middle / 100.0, true, kWords) ? fitting : tooWide) = middle;
+      (tryLayOut(text, middle / 100.0, true, kWords) ? fitting : tooWide) = middle;
     }
-    fits(text, fitting / 100.0, true, kWords);
+    tryLayOut(text, fitting / 100.0, true, kWords);
     return;
   }
-  fits(withLineBreaks(text, kMinGlyphWidthPercent / 100.0), kMinGlyphWidthPercent / 100.0, true,
-       QTextOption::NoWrap);
+  tryLayOut(withLineBreaks(text, kMinGlyphWidthPercent / 100.0), kMinGlyphWidthPercent / 100.0,
+            true, QTextOption::NoWrap);
 }
 
 void CaptionLayout::paint(QPainter& painter, const QRect& area, int reserve) {

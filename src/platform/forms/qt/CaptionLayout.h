@@ -24,7 +24,7 @@ class CaptionLayout {
   /// Breaks the text into lines and positions them. `narrowing` is the width factor of the glyphs;
   /// `solid` omits the leading where needed. Returns false when a word is wider than a line or the
   /// lines don't fit the height.
-  bool fits(const QString& text, qreal narrowing, bool solid, QTextOption::WrapMode wrap);
+  bool tryLayOut(const QString& text, qreal narrowing, bool solid, QTextOption::WrapMode wrap);
   /// The text with its line breaks set, in at most as many lines as have room.
   QString withLineBreaks(const QString& text, qreal narrowing) const;
   qsizetype lineLength(const QString& text, qreal width) const;

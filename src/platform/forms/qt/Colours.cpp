@@ -12,7 +12,7 @@ constexpr double kReadableContrast = 4.5;
 /// A system colour: its role in the palette, and its default value in the light theme.
 struct SystemColour {
   QPalette::ColorRole role;
-  QRgb classic;
+  QRgb lightThemeDefault;
 };
 
 // In the order of the system colours' numbers.
@@ -78,8 +78,8 @@ QColor textOn(Colour text, const QColor& background, const QPalette& palette) {
   if (!isSystem(text)) return drawn;
   const double drawnContrast = contrast(drawn, background);
   if (drawnContrast >= kReadableContrast) return drawn;
-  const QColor classic(systemColour(text).classic);
-  return contrast(classic, background) > drawnContrast ? classic : drawn;
+  const QColor lightThemeDefault(systemColour(text).lightThemeDefault);
+  return contrast(lightThemeDefault, background) > drawnContrast ? lightThemeDefault : drawn;
 }
 
 double contrast(const QColor& a, const QColor& b) {

@@ -13,8 +13,8 @@ QColor drawnColour(Colour colour, const QPalette& palette);
 Colour storedColour(const QColor& colour);
 
 /// The colour of a text on a background. A plain colour is drawn as it is. A system colour comes
-/// from the palette, unless its classic value is more readable: in a dark theme a white key keeps
-/// dark text.
+/// from the palette, unless that is hard to read and the colour's default in the light theme has
+/// more contrast: in a dark theme a white key keeps dark text.
 QColor textOn(Colour text, const QColor& background, const QPalette& palette);
 
 /// The contrast of two colours, 1 (none) to 21.

@@ -26,8 +26,8 @@ class EntryListAccessible final : public QAccessibleWidget {
   mutable QHash<int, QAccessible::Id> rows_;
 };
 
-/// A row of a list: its accessible name is the description in the entry, its accessible description
-/// the id. The press action selects the row and raises a double click.
+/// A row of a list: its accessible name is the entry's name, its accessible description the entry's
+/// id (see `EntryParts`). The press action selects the row and raises a double click.
 class EntryAccessible final : public QAccessibleInterface, public QAccessibleActionInterface {
  public:
   EntryAccessible(EntryList& list, int row) : list_(&list), row_(row) {}

@@ -147,7 +147,7 @@ void EntryList::secondPress(const QMouseEvent& event) {
   if (!droppedOutside_) qt::raise(events_.doubleClick);
 }
 
-// Only two taps on one row are a double tap: the toolkit also takes a swipe for the first of two.
+// Only two taps on one row are a double tap: the toolkit also counts a swipe as the first tap.
 void EntryList::fingerTap(const QMouseEvent& event) {
   const QModelIndex under = indexAt(event.position().toPoint());
   const bool isDouble = doublePress_.completes(event) && under == tapped_;

@@ -18,9 +18,9 @@ qint64 timeOf(const QMouseEvent& event) {
 
 Finger::Finger(QAbstractScrollArea& list, Gestures gestures)
     : list_(list), gestures_(std::move(gestures)) {
-  held_.setSingleShot(true);
-  held_.setInterval(kHeldStill);
-  held_.callOnTimeout([this] { beginDrag(); });
+  holdTimer_.setSingleShot(true);
+  holdTimer_.setInterval(kHeldStill);
+  holdTimer_.callOnTimeout([this] { beginDrag(); });
 
   QScroller* const scroller = QScroller::scroller(&list_);
   QScrollerProperties properties = scroller->scrollerProperties();
@@ -39,7 +39,7 @@ void Finger::press(const QMouseEvent& event) {
   scroller->handleInput(QScroller::InputPress, event.position(), timeOf(event));
   press_.reset(event.clone());
   gesture_ = stops ? Gesture::Scroll : Gesture::Undecided;
-  if (!stops) held_.start();
+  if (!stops) holdTimer_.start();
 }
 
 void Finger::move(const QMouseEvent& event) {
@@ -50,7 +50,7 @@ void Finger::move(const QMouseEvent& event) {
       beginDrag();
       return;
     }
-    held_.stop();
+    holdTimer_.stop();
     gesture_ = Gesture::Scroll;
   }
   if (gesture_ == Gesture::Scroll)
@@ -58,7 +58,7 @@ void Finger::move(const QMouseEvent& event) {
 }
 
 void Finger::release(const QMouseEvent& event) {
-  held_.stop();
+  holdTimer_.stop();
   const Gesture ended = std::exchange(gesture_, Gesture::None);
   if (ended == Gesture::None) return;
   QScroller::scroller(&list_)->handleInput(QScroller::InputRelease, event.position(),
@@ -67,7 +67,7 @@ void Finger::release(const QMouseEvent& event) {
 }
 
 void Finger::beginDrag() {
-  held_.stop();
+  holdTimer_.stop();
   QScroller::scroller(&list_)->stop();
   gesture_ = Gesture::Drag;
   gestures_.drag(*press_);

@@ -36,7 +36,7 @@ class Finger {
 
   QAbstractScrollArea& list_;
   Gestures gestures_;
-  QTimer held_;
+  QTimer holdTimer_;
   std::unique_ptr<QMouseEvent> press_;
   Gesture gesture_ = Gesture::None;
 };

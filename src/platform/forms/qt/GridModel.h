@@ -9,7 +9,7 @@
 namespace forms::qt {
 
 /// The content of a grid: texts and kinds of its cells, and the settings of its columns. The first
-/// row and the first column are the grid's fixed frame.
+/// row and the first column are the grid's fixed headers.
 class GridModel : public QAbstractTableModel {
  public:
   static constexpr int kFixedRows = 1;

@@ -42,7 +42,7 @@ void paintGrid(QPainter& painter, const QRectF& area, const QModelIndex& cell,
 GridColours::GridColours(const FlexCell::GridDesign& design, const QPalette& palette)
     : back(drawnColour(design.control.backColour, palette)),
       text(textOn(design.control.foreColour, back, palette)),
-      frame(drawnColour(kButtonFace, palette)),
+      fixedBack(drawnColour(kButtonFace, palette)),
       active(drawnColour(design.backColourActiveCell, palette)),
       activeText(textOn(design.control.foreColour, active, palette)),
       activeBorder(drawnColour(design.selectionBorderColour, palette)),
@@ -61,7 +61,9 @@ void GridPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
   const GridColours& colours = view_.colours();
   const bool active = index == view_.currentIndex();
   const bool fixed = grid.isFixed(index);
-  painter->fillRect(option.rect, fixed ? colours.frame : active ? colours.active : colours.back);
+  painter->fillRect(option.rect, fixed    ? colours.fixedBack
+                                 : active ? colours.active
+                                          : colours.back);
   paintGrid(*painter, option.rect, index, colours.grid);
   if (active && view_.holdsFocus())
     paintBorder(*painter, option.rect, colours.focus, 2);

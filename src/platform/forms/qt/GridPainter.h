@@ -20,7 +20,7 @@ inline constexpr QMargins kEditorMargins(2, 2, 2, 3);
 struct GridColours {
   GridColours(const FlexCell::GridDesign& design, const QPalette& palette);
   bool operator==(const GridColours&) const = default;
-  QColor back, text, frame, active, activeText, activeBorder, focus, grid, border;
+  QColor back, text, fixedBack, active, activeText, activeBorder, focus, grid, border;
 };
 
 /// Paints the cells of a grid.

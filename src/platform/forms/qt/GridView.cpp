@@ -85,7 +85,8 @@ void GridView::applySizes() {
     setColumnWidth(column, static_cast<int>(widths_[static_cast<std::size_t>(column)] * scale_));
 }
 
-/// The outer border uses the colour role of the frame, the editor the colours of the active cell.
+/// The border is a `QFrame`'s, which is drawn in the palette's `WindowText`; the editor has the
+/// colours of the active cell.
 void GridView::applyColours() {
   colours_ = GridColours(design_, parentWidget()->palette());
   QPalette own;
@@ -305,7 +306,7 @@ void GridView::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   const QModelIndex hit = indexAt(event->position().toPoint());
   pressed_ = hit;
-  // A press on the fixed frame selects the cell next to it.
+  // A press on a fixed header selects the cell next to it.
   if (hit.isValid())
     setCurrentIndex(
         cell(qMax(hit.row(), GridModel::kFixedRows), qMax(hit.column(), GridModel::kFixedColumns)));

@@ -35,7 +35,7 @@ bool HeldKeys::filterPress(QObject* window, QKeyEvent& event) {
     down_.insert(event.key(), period_);
     return false;
   }
-  // A press without an entry went to a window that a modal one blocked.
+  // A key without an entry was first pressed in a window that a modal one blocked.
   if (down_.value(event.key(), -1) != period_) return true;
   if (event.isAutoRepeat()) return false;
   QKeyEvent repeat(QEvent::KeyPress, event.key(), event.modifiers(), event.nativeScanCode(),

@@ -38,7 +38,7 @@ int linesBefore(int at, int extent, QList<int> centres) {
 
 }  // namespace
 
-GridPosition positionOf(const ButtonWidget& key) {
+KeyBlockPosition positionOf(const ButtonWidget& key) {
   QList<int> across;
   QList<int> down;
   for (const ButtonWidget* other : shownKeys(key)) {

@@ -7,11 +7,11 @@ namespace forms::qt {
 class ButtonWidget;
 
 /// Row and column of a key among the visible keys of its container, counted from 1.
-struct GridPosition {
+struct KeyBlockPosition {
   int row;
   int column;
 };
-GridPosition positionOf(const ButtonWidget& key);
+KeyBlockPosition positionOf(const ButtonWidget& key);
 
 /// The next shown key in the direction of an arrow key, in the same row or column; null where there
 /// is none, and for any other key of the keyboard.

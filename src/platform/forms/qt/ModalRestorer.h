@@ -4,8 +4,8 @@
 
 namespace forms::qt {
 
-/// Shows a modal window again when it is minimised, as an event filter of the application. While it
-/// is hidden the user could do nothing, since it blocks all other windows.
+/// An application event filter that restores a modal window as soon as it is minimised. The user
+/// could do nothing while it is hidden, since it blocks all other windows.
 class ModalRestorer : public QObject {
  public:
   explicit ModalRestorer(QObject* application);

@@ -22,7 +22,8 @@ class OneLineValidator : public QValidator {
 
  private:
   /// If the text that a key types or pastes must be changed to be accepted, inserts the accepted
-  /// form and ends the event. A change made later, in `validate`, couldn't be undone by the user.
+  /// form and consumes the event. A change made later, in `validate`, couldn't be undone by the
+  /// user.
   bool eventFilter(QObject* edit, QEvent* event) override;
   bool enter(const QKeyEvent& press);
 

@@ -35,7 +35,7 @@ class EndRegistration {
   EndRegistration& operator=(const EndRegistration&) = delete;
 
  private:
-  WaitPointer wait_;  ///< the time in the loop isn't the handler's
+  WaitPointer wait_;  ///< keeps the time in the loop from counting as the handler's
   std::function<void()> unregister_;
 };
 

@@ -28,7 +28,7 @@ Qt::WindowFlags flagsOf(const FormDesign& design) {
     const auto kind = design.inTaskBar ? Qt::Window : Qt::Tool;
     return kind | Qt::FramelessWindowHint;
   }
-  // Only for dialogs does the toolkit tell the window manager which window they stay above.
+  // For dialogs only, the toolkit tells the window manager which window they stay above.
   const auto kind = design.border == BorderStyle::FixedDialog ? Qt::Dialog : Qt::Window;
   Qt::WindowFlags flags = kind | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
@@ -89,7 +89,7 @@ QSize Window::extent() const {
 }
 
 /// Reduces the scale if the screen doesn't fit into `room`, but never below one device pixel for 15
-/// twips: without a dense desktop the scale stays 1.
+/// twips: at a pixel density of 1 the scale stays 1.
 void Window::fit(QSize room) {
   double fitting = 1;
   const double density = devicePixelRatioF();
@@ -141,7 +141,7 @@ void Window::showScreen() {
     setGeometry({screen()->geometry().topLeft() + toPixels(*design_.restoredAt, scale_), size()});
   if (!design_.startMaximised) fixSize();
   if (design_.position == StartPosition::CentreScreen) centre();
-  winId();
+  winId();  // creates the native window that `windowHandle` returns
   if (!design_.inTaskBar) keepOutOfTaskBars(*windowHandle());
   connect(windowHandle(), &QWindow::screenChanged, this, [this] { fitDesktop(); });
   if (windowModality() != Qt::NonModal) {
@@ -186,8 +186,8 @@ void Window::unload() {
   if (lastClosed() && !anyShown()) lastClosed()();
 }
 
-/// The tab order is the order of the tab indexes, across containers; the lowest visible tab stop
-/// has the first focus.
+/// The tab order is the order of the tab indexes, across containers. The visible tab stop with the
+/// lowest index gets the focus first.
 void Window::orderTabs() {
   std::vector<WindowPart*> stops;
   std::ranges::copy_if(parts_, std::back_inserter(stops), [](const WindowPart* part) {

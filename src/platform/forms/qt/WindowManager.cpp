@@ -23,8 +23,8 @@ const QNativeInterface::QX11Application* xServer() {
 }  // namespace
 
 bool hasWindowManager() {
-  // The reply to the request has the events that any program receives for the window at this
-  // offset. Only a window manager receives requests to change the root window's children.
+  // Offset in the reply of the set of events that any program receives for the window. Only a
+  // window manager receives requests to change the root window's children.
   constexpr std::size_t kAllEventsOffset = 32;
   constexpr std::uint32_t kSubstructureRedirect = 1U << 20;
   struct Cookie {

@@ -5,7 +5,7 @@
 
 namespace process {
 
-/// How far the end of this process has come. For this library's files.
+/// State of this process's end. For use inside this library only.
 struct ProcessEnd {
   bool ending = false;  ///< the end has begun: nothing is dispatched any more
   bool ended = false;   ///< `Host::endProcess` has returned, which it does only in tests
@@ -15,7 +15,7 @@ struct ProcessEnd {
 ProcessEnd& processEnd();
 
 /// Resets the state of `Process.h` after the program's end, so that the next test starts like a new
-/// process. For tests only: the product's libraries can't include this header.
+/// process. For tests only: the product's other libraries can't include this header.
 void resetEnded();
 
 }  // namespace process

@@ -14,7 +14,7 @@ namespace {
 [[noreturn]] void overflow() {
   throw RunTimeError(ErrorNumber::Overflow);
 }
-[[noreturn]] void typeMismatch() {
+[[noreturn]] void raiseTypeMismatch() {
   throw RunTimeError(ErrorNumber::TypeMismatch);
 }
 
@@ -145,13 +145,13 @@ class Surroundings {
       if (character == u'$') {
         once(currency_);
       } else if (character == u')') {
-        if (!bracket_) typeMismatch();
+        if (!bracket_) raiseTypeMismatch();
         once(closed_);
       } else if (!takeSign(character)) {
-        typeMismatch();
+        raiseTypeMismatch();
       }
     }
-    if (bracket_ != closed_) typeMismatch();
+    if (bracket_ != closed_) raiseTypeMismatch();
   }
 
   bool negative() const { return negative_; }
@@ -163,7 +163,7 @@ class Surroundings {
   }
 
   static void once(bool& seen) {
-    if (seen) typeMismatch();
+    if (seen) raiseTypeMismatch();
     seen = true;
   }
 
@@ -185,7 +185,7 @@ class Surroundings {
 double takePattern(Cursor& cursor, int base, int bits) {
   const std::uint64_t patterns = std::uint64_t{1} << static_cast<unsigned>(bits);
   std::optional<int> digit = digitValue(cursor.next(), base);
-  if (!digit) typeMismatch();
+  if (!digit) raiseTypeMismatch();
   std::uint64_t pattern = 0;
   for (; digit; digit = digitValue(cursor.next(), base)) {
     pattern = pattern * static_cast<unsigned>(base) + static_cast<unsigned>(*digit);
@@ -205,12 +205,12 @@ double numberOf(std::u16string_view text, int bits) {
   double value = 0;
   if (cursor.next() == u'&') {
     const std::optional<int> base = takeBase(cursor);
-    if (!base) typeMismatch();
+    if (!base) raiseTypeMismatch();
     value = takePattern(cursor, *base, bits);
     surroundings.takeBack(cursor);
   } else {
     DecimalNumber number = takeDecimal(cursor, true);
-    if (!number.hasDigit) typeMismatch();
+    if (!number.hasDigit) raiseTypeMismatch();
     takeExponent(cursor, number);
     surroundings.takeBack(cursor);
     value = number.value();

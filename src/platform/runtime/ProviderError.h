@@ -23,11 +23,11 @@ enum class ProviderNumber : std::int32_t {
 };
 
 /// An error of the provider, with its text in parts.
-RunTimeError providerError(ProviderNumber number, std::initializer_list<std::u16string_view> words);
+RunTimeError providerError(ProviderNumber number, std::initializer_list<std::u16string_view> parts);
 
 /// The general error, with a complete text.
-RunTimeError generalError(std::u16string_view words);
+RunTimeError generalError(std::u16string_view text);
 /// The provider's error for incompatible types, in a statement or between a value and its column.
-RunTimeError typeMismatch();
+RunTimeError providerMismatch();
 
 }  // namespace runtime

@@ -41,7 +41,7 @@ double textNumber(std::u16string_view text) {
     if (error.number() == static_cast<std::int32_t>(runtime::ErrorNumber::Overflow))
       throw error::tooLarge();
   }
-  throw runtime::typeMismatch();
+  throw runtime::providerMismatch();
 }
 
 double numberOf(const Variant& value) {
@@ -49,7 +49,7 @@ double numberOf(const Variant& value) {
   if (const auto* text = std::get_if<std::u16string>(&value.get())) return textNumber(*text);
   if (const auto* decimal = std::get_if<runtime::Decimal>(&value.get()))
     return textNumber(decimal->digits);
-  throw runtime::typeMismatch();
+  throw runtime::providerMismatch();
 }
 
 template <class T>
@@ -168,7 +168,7 @@ runtime::Date dateOf(const Variant& value) {
   constexpr int kFirstYear = 100;
   if (!date.ok() || year < kFirstYear || hour > 23 || minute > 59 || second > 59 ||
       static_cast<std::size_t>(read) != plain.size())
-    throw runtime::typeMismatch();
+    throw runtime::providerMismatch();
   const double days =
       std::chrono::sys_days(date).time_since_epoch().count() + runtime::Date::kDaysTo1970;
   const double time = (hour * 3600 + minute * 60 + second) / double{runtime::Date::kSecondsADay};
@@ -176,37 +176,38 @@ runtime::Date dateOf(const Variant& value) {
 }
 
 std::u16string textOf(Version version, const ColumnDefinition& column, const Variant& value) {
-  if (std::holds_alternative<runtime::Binary>(value.get())) throw runtime::typeMismatch();
+  if (std::holds_alternative<runtime::Binary>(value.get())) throw runtime::providerMismatch();
   std::u16string text = value.toText();
   if (column.type == ColumnType::Text &&
       layoutOf(version).characterSize * text.size() > column.length)
     throw error::tooLarge();
   if (version == Version::Jet3 && runtime::fromCodePage(runtime::toCodePage(text)) != text)
-    throw runtime::typeMismatch();
+    throw runtime::providerMismatch();
   return text;
 }
 
 runtime::Guid guidOf(const Variant& value) {
   if (const auto* guid = std::get_if<runtime::Guid>(&value.get())) return *guid;
   const auto* text = std::get_if<std::u16string>(&value.get());
-  if (text == nullptr) throw runtime::typeMismatch();
+  if (text == nullptr) throw runtime::providerMismatch();
   runtime::Guid guid;
   std::u16string digits = *text;
   if (digits.starts_with(u'{') && digits.ends_with(u'}'))
     digits = digits.substr(1, digits.size() - 2);
   std::erase(digits, u'-');
-  if (digits.size() != 2 * guid.bytes.size()) throw runtime::typeMismatch();
+  if (digits.size() != 2 * guid.bytes.size()) throw runtime::providerMismatch();
   const std::string plain = runtime::toUtf8(digits);
   for (std::size_t i = 0; i < guid.bytes.size() && plain.size() == digits.size(); ++i) {
     const char* at = plain.data() + 2 * i;
-    if (std::from_chars(at, at + 2, guid.bytes[i], 16).ptr != at + 2) throw runtime::typeMismatch();
+    if (std::from_chars(at, at + 2, guid.bytes[i], 16).ptr != at + 2)
+      throw runtime::providerMismatch();
   }
   return guid;
 }
 
 runtime::Binary bytesOf(const ColumnDefinition& column, const Variant& value) {
   const auto* bytes = std::get_if<runtime::Binary>(&value.get());
-  if (bytes == nullptr) throw runtime::typeMismatch();
+  if (bytes == nullptr) throw runtime::providerMismatch();
   if (column.type != ColumnType::Ole && bytes->size() > column.length) throw error::tooLarge();
   return *bytes;
 }

@@ -40,7 +40,7 @@ std::u16string FunctionCall::text(int argument) const {
     case SQLITE_NULL:
       return {};
     default:
-      throw error::typeMismatch();
+      throw error::providerMismatch();
   }
 }
 
@@ -55,12 +55,12 @@ double FunctionCall::number(int argument) const {
       } catch (const runtime::RunTimeError& failure) {
         const bool isOverflow =
             failure.number() == static_cast<std::int32_t>(runtime::ErrorNumber::Overflow);
-        throw isOverflow ? error::overflow() : error::typeMismatch();
+        throw isOverflow ? error::overflow() : error::providerMismatch();
       }
     case SQLITE_NULL:
       throw error::invalidNull();
     default:
-      throw error::typeMismatch();
+      throw error::providerMismatch();
   }
 }
 

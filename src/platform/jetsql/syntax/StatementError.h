@@ -21,7 +21,7 @@ struct StatementError {
 namespace error {
 
 using Error = StatementError;
-using runtime::typeMismatch;
+using runtime::providerMismatch;
 inline constexpr auto kStatement = runtime::ProviderNumber::Statement;
 inline constexpr auto kGeneral = runtime::ProviderNumber::General;
 

@@ -109,7 +109,7 @@ Comparing comparing(Type a, Type b) {
   if (hasGuid && (isTextual(a) || isTextual(b))) return Comparing::GuidText;
   if (a == b && (hasGuid || a == Type::Binary)) return Comparing::Plain;
   const bool hasBytes = hasGuid || a == Type::Binary || b == Type::Binary;
-  if (hasBytes || (a != Type::Any && b != Type::Any)) throw error::typeMismatch();
+  if (hasBytes || (a != Type::Any && b != Type::Any)) throw error::providerMismatch();
   // Where only the rows tell the types, numbers sort before texts.
   return Comparing::Texts;
 }
@@ -147,13 +147,14 @@ std::string ExpressionWriter::asText(const BoundExpression& expression) {
   if (expression.type == Type::Date) return writer_.call("jet_date_text", {text});
   if (expression.type == Type::Single) return writer_.call("jet_single_text", {text});
   if (expression.type == Type::Guid) return writer_.call("jet_guid_text", {text});
-  if (expression.type == Type::Binary) throw error::typeMismatch();
+  if (expression.type == Type::Binary) throw error::providerMismatch();
   return text;
 }
 
 std::string ExpressionWriter::asNumber(const BoundExpression& expression) {
   if (isNumeric(expression.type)) return plain(expression);
-  if (expression.type == Type::Guid || expression.type == Type::Binary) throw error::typeMismatch();
+  if (expression.type == Type::Guid || expression.type == Type::Binary)
+    throw error::providerMismatch();
   return writer_.call("jet_number", {value(expression)});
 }
 

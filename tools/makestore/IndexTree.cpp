@@ -91,7 +91,7 @@ std::vector<std::vector<Child>> groupChildren(const jet::Layout& layout,
   std::vector<std::vector<Child>> groups;
   std::size_t used = 0;
   for (const Child& child : children) {
-    const std::size_t size = child.lastEntry.size() + jet::kEntryChild;
+    const std::size_t size = child.lastEntry.size() + jet::kEntryChildSize;
     if (groups.empty() || used + size > usualFill(layout)) {
       groups.emplace_back();
       used = 0;

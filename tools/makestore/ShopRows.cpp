@@ -89,7 +89,7 @@ void shuffle(std::vector<SlotRow>& slots, std::mt19937& random) {
 std::size_t entrySize(const SlotRow& slot) {
   const std::size_t flag = 1;
   const std::size_t key = slot.name ? jet::textKey(jet::TextOrder::General4, *slot.name).size() : 0;
-  return flag + key + jet::kEntryRow;
+  return flag + key + jet::kEntryRowSize;
 }
 
 std::size_t leafSize(const std::vector<SlotRow>& slots) {

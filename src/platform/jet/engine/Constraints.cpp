@@ -47,7 +47,7 @@ bool isOthersKey(const TableSource& source, IndexNumber index, const RowKey& key
   Bytes rowKey;
   while (walk.next()) {
     const ByteView entry = walk.entry();
-    if (compareBytes(entry.first(entry.size() - kEntryRow), bytes) != 0) return false;
+    if (compareBytes(entry.first(entry.size() - kEntryRowSize), bytes) != 0) return false;
     if (walk.row() == own || !reader.find(walk.row())) continue;
     if (!key.make(reader.row(), rowKey) || rowKey == Bytes(bytes.begin(), bytes.end())) return true;
   }

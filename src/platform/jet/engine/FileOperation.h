@@ -10,15 +10,15 @@ enum class FileOperation { Opening, Reading, Updating };
 
 /// Within a handler: raises the provider's error, with the engine's text, for a refusal of the
 /// operating system; any other exception passes.
-[[noreturn]] void rethrowAsEngineError(FileOperation work, std::u16string_view shownPath);
+[[noreturn]] void rethrowAsEngineError(FileOperation operation, std::u16string_view shownPath);
 
 /// Runs `work` and turns a refusal of the operating system into the provider's error.
 template <class Work>
-auto withEngineErrors(FileOperation kind, std::u16string_view shownPath, Work&& work) {
+auto withEngineErrors(FileOperation operation, std::u16string_view shownPath, Work&& work) {
   try {
     return std::forward<Work>(work)();
   } catch (...) {
-    rethrowAsEngineError(kind, shownPath);
+    rethrowAsEngineError(operation, shownPath);
   }
 }
 

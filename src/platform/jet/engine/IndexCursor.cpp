@@ -19,7 +19,7 @@ bool IndexCursor::isStale() {
   // Which entry of such a row is the valid one can't be known: the first one counts.
   if (!key_.make(row, rowKey_)) return !withoutKey_.insert(row.id()).second;
   const Bytes& entry = walk_->entry();
-  if (entry.size() == rowKey_.size() + kEntryRow &&
+  if (entry.size() == rowKey_.size() + kEntryRowSize &&
       std::equal(rowKey_.begin(), rowKey_.end(), entry.begin()))
     return false;
   // The entry is stale only if the row has another one under its own key: returning a row under a

@@ -10,9 +10,10 @@
 
 namespace jet {
 
-/// Changes the entries of one index. New entries go into the step before the row itself changes,
-/// removals into the one after it: a leaf that gains one entry and loses another is written twice.
-/// Where pages of a split depend on each other, each reaches the disk before the next is written.
+/// Changes the entries of one index. New entries are staged in `InsertEntries`, before the row
+/// itself changes, removals in `RemoveEntries`, after it: a leaf that gains one entry and loses
+/// another is written twice. Where pages of a split depend on each other, each reaches the disk
+/// before the next is written.
 class IndexEditor {
  public:
   IndexEditor(PageChanges& changes, UsageMaps& maps, const TableSource& source, IndexNumber index)

@@ -10,7 +10,8 @@
 namespace jet {
 
 /// The path from an index's root to the leaf where an entry belongs, all pages decoded for change.
-/// Entries below the bound in the parent, which an interrupted split left in a page, are dropped.
+/// Entries that an interrupted split left in a page are dropped: those not greater than the
+/// parent's entry for the page before it.
 struct IndexPath {
   struct Node {
     PageNumber number;

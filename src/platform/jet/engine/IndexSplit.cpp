@@ -54,6 +54,7 @@ SplitIndexPage splitIndexPage(const Layout& layout, const IndexPage& page, bool 
     const std::size_t preferred =
         std::clamp<std::size_t>(preferredCut(page, ascending && page.leaf), 1, last);
     for (std::size_t away = 0; away <= last; ++away) {
+      // A difference below 0 wraps around, and so is above `last`.
       for (const std::size_t cut : {preferred - away, preferred + away}) {
         if (cut < 1 || cut > last) continue;
         SplitIndexPage halves = cutAt(page, cut);

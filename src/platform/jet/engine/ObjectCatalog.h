@@ -38,7 +38,7 @@ class ObjectCatalog {
   std::optional<CatalogObject> find(std::u16string_view name);
   /// All tables, saved queries and linked tables, in the order of the object list.
   std::vector<CatalogObject> objects();
-  /// The rows of the saved query, in the order of their attribute and number.
+  /// The rows of the saved query, sorted by their attribute and, within it, by `Order`.
   std::vector<QueryRow> queryRows(ObjectId query);
   /// The properties of a table and of its columns; absent when the object list has no such table.
   std::optional<std::vector<PropertyBlock>> properties(const TableIdentity& table);

@@ -8,8 +8,8 @@ namespace {
 
 constexpr RowPointer kGlobalMap{kGlobalMapPage, SlotNumber(0)};
 
-/// The lowest page of the bitmap that a table may take. `first` is the page of its first bit, `end`
-/// the number of pages of the file.
+/// The lowest page whose bit is set and which may be taken: it is in the file, after the pages with
+/// fixed numbers. `first` is the page of the first bit, `end` the number of pages in the file.
 std::optional<PageNumber> lowestSetPage(ByteView bits, std::uint64_t first, std::uint32_t end) {
   std::optional<PageNumber> found;
   forEachSetBit(bits, [&](std::size_t bit) {
@@ -56,11 +56,11 @@ void PageAllocator::markUsed(PageNumber page) {
     }
     return;
   }
-  const std::size_t range = maps_.bitmapIndexOf(map, page);
-  if (map.bitmapPages[range] == kNoPage)
-    addBitmap(map, range);
+  const std::size_t bitmapIndex = maps_.bitmapIndexOf(map, page);
+  if (map.bitmapPages[bitmapIndex] == kNoPage)
+    addBitmap(map, bitmapIndex);
   else
-    maps_.setBitmapBit(map.bitmapPages[range], maps_.bitOnBitmap(page), false,
+    maps_.setBitmapBit(map.bitmapPages[bitmapIndex], maps_.bitOnBitmap(page), false,
                        WriteStep::TakePages);
 }
 
@@ -87,32 +87,32 @@ void PageAllocator::turnIntoReference(const UsageMap& map) {
     bitmaps.push_back(changes_.addPage(source_.location(kGlobalMapPage)));
   if (bitmaps.size() > map.referencesThatFit())
     raiseUnsupported(source_.location(kGlobalMapPage), u"the map of free pages has no room");
-  for (std::size_t range = 0; range < bitmaps.size(); ++range) {
+  for (std::size_t bitmapIndex = 0; bitmapIndex < bitmaps.size(); ++bitmapIndex) {
     Bytes page = newBitmapPage(layout);
     const ByteSpan bits = ByteSpan(page).subspan(UsageMap::kBitmapPageBits);
     for (std::size_t bit = 0; bit < perBitmap; ++bit) {
-      const PageNumber number(range * perBitmap + bit);
+      const PageNumber number(bitmapIndex * perBitmap + bit);
       setBit(bits, bit,
              map.covers(number) ? map.contains(number) : number.value() >= changes_.pageCount());
     }
-    changes_.stage(WriteStep::TakePages, bitmaps[range], std::move(page));
+    changes_.stage(WriteStep::TakePages, bitmaps[bitmapIndex], std::move(page));
   }
   changes_.barrier(WriteStep::TakePages);
   maps_.writeInPlace(kGlobalMap, reference, WriteStep::TakePages);
 }
 
-void PageAllocator::addBitmap(UsageMap map, std::size_t range) {
+void PageAllocator::addBitmap(UsageMap map, std::size_t bitmapIndex) {
   const std::size_t perBitmap = pagesPerBitmap(changes_.layout());
   const PageNumber bitmap = changes_.addPage(source_.location(kGlobalMapPage));
   Bytes page = newBitmapPage(changes_.layout());
   const ByteSpan bits = ByteSpan(page).subspan(UsageMap::kBitmapPageBits);
   for (std::size_t bit = 0; bit < perBitmap; ++bit)
-    if (range * perBitmap + bit >= changes_.pageCount()) setBit(bits, bit, true);
+    if (bitmapIndex * perBitmap + bit >= changes_.pageCount()) setBit(bits, bit, true);
   changes_.stage(WriteStep::TakePages, bitmap, std::move(page));
   changes_.barrier(WriteStep::TakePages);
-  map.bitmapPages[range] = bitmap;
+  map.bitmapPages[bitmapIndex] = bitmap;
   maps_.writeInPlace(kGlobalMap, map, WriteStep::TakePages);
-  if (bitmap.value() < range * perBitmap || bitmap.value() >= (range + 1) * perBitmap)
+  if (bitmap.value() < bitmapIndex * perBitmap || bitmap.value() >= (bitmapIndex + 1) * perBitmap)
     markUsed(bitmap);
 }
 

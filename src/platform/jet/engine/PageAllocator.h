@@ -16,7 +16,7 @@ class PageAllocator {
   /// A page for new content: a free one of the file, else one beyond its end. It is marked used and
   /// has no owner yet.
   PageNumber take();
-  /// Marks a page free again. One that the global map doesn't cover stays lost.
+  /// Marks a page free again. A page that the global map doesn't cover is not used again.
   void free(PageNumber page);
 
  private:
@@ -24,7 +24,7 @@ class PageAllocator {
   void markUsed(PageNumber page);
   bool lengthen(UsageMap map, PageNumber page);
   void turnIntoReference(const UsageMap& map);
-  void addBitmap(UsageMap map, std::size_t range);
+  void addBitmap(UsageMap map, std::size_t bitmapIndex);
 
   PageChanges& changes_;
   const TableSource& source_;

@@ -62,7 +62,7 @@ class Pager {
   void lockForUpdate();
   /// Releases the lock, if one is held, until the next read. Pages already returned stay valid.
   void release() noexcept;
-  /// Drops all cached pages: the file may have changed.
+  /// Drops all cached pages and reads the file's size again: the file may have changed.
   void forget();
   /// Writes a page; one after the last makes the file longer. Only within an update.
   void write(PageNumber number, ByteView page);

@@ -26,7 +26,8 @@ IndexNumber otherIndex(const TableSource& other, const LogicalIndex& relationshi
   return found->index;
 }
 
-/// True when the other table's index has an entry for the row's values in its own index.
+/// True when index `theirs` of the other table has an entry for the values that the row has in the
+/// columns of `index`.
 bool hasMatch(const TableSource& source, IndexNumber index, const Row& row,
               const TableSource& other, IndexNumber theirs) {
   const RowKey own(source, index);
@@ -46,7 +47,7 @@ bool hasMatch(const TableSource& source, IndexNumber index, const Row& row,
   RowReader reader(other);
   while (walk.next()) {
     const ByteView entry = walk.entry();
-    if (compareBytes(entry.first(entry.size() - kEntryRow), key) != 0) return false;
+    if (compareBytes(entry.first(entry.size() - kEntryRowSize), key) != 0) return false;
     Bytes theirKey;
     if (reader.find(walk.row()) && their.make(reader.row(), theirKey) && theirKey == key)
       return true;

@@ -112,7 +112,7 @@ void RowUpdate::run(const RuleTest& holds) {
 void RowUpdate::changeRow(std::span<const ColumnValue> values) {
   for (const ColumnValue& each : values)
     if (source_.column(each.column).autonumber)
-      throw error::notUpdateable(source_.column(each.column).name);
+      throw error::fieldNotUpdatable(source_.column(each.column).name);
   RowParts parts = partsOf(source_, row_);
   storeValues(parts, values);
   const UnwrittenRow after(source_, id_, parts.encode(source_.version()));

@@ -44,15 +44,15 @@ void UsageMapRows::setBitmapBit(PageNumber bitmap, std::size_t bit, bool value, 
 }
 
 std::size_t UsageMapRows::bitmapIndexOf(const UsageMap& map, PageNumber page) const {
-  const std::size_t range = page.value() / pagesPerBitmap(changes_.layout());
-  if (range >= map.bitmapPages.size())
+  const std::size_t bitmapIndex = page.value() / pagesPerBitmap(changes_.layout());
+  if (bitmapIndex >= map.bitmapPages.size())
     raiseUnsupported(source_.location(page), u"a usage map has no room for the page");
-  return range;
+  return bitmapIndex;
 }
 
 PageNumber UsageMapRows::bitmapFor(const UsageMap& map, PageNumber page) const {
-  const std::size_t range = page.value() / pagesPerBitmap(changes_.layout());
-  return range < map.bitmapPages.size() ? map.bitmapPages[range] : kNoPage;
+  const std::size_t bitmapIndex = page.value() / pagesPerBitmap(changes_.layout());
+  return bitmapIndex < map.bitmapPages.size() ? map.bitmapPages[bitmapIndex] : kNoPage;
 }
 
 std::size_t UsageMapRows::bitOnBitmap(PageNumber page) const {

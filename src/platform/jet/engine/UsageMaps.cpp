@@ -83,12 +83,12 @@ void UsageMaps::turnIntoReference(RowPointer at, WriteStep step) {
   rows_.writeInPlace(at, reference, step);
 }
 
-void UsageMaps::addBitmap(RowPointer at, std::size_t range, WriteStep step) {
+void UsageMaps::addBitmap(RowPointer at, std::size_t bitmapIndex, WriteStep step) {
   const PageNumber bitmap = pages_.take();
   changes_.stage(WriteStep::NewPages, bitmap, newBitmapPage(changes_.layout()));
   // Read only now: taking the page may have changed the page that holds the map.
   UsageMap map = rows_.read(at);
-  map.bitmapPages[range] = bitmap;
+  map.bitmapPages[bitmapIndex] = bitmap;
   rows_.writeInPlace(at, map, step);
 }
 
@@ -98,8 +98,8 @@ void UsageMaps::cover(RowPointer at, PageNumber page, WriteStep step) {
   if (coverWithoutBitmap(at, page, step)) return;
   if (rows_.read(at).kind == UsageMap::Kind::Inline) turnIntoReference(at, step);
   const UsageMap map = rows_.read(at);
-  const std::size_t range = rows_.bitmapIndexOf(map, page);
-  if (map.bitmapPages[range] == kNoPage) addBitmap(at, range, step);
+  const std::size_t bitmapIndex = rows_.bitmapIndexOf(map, page);
+  if (map.bitmapPages[bitmapIndex] == kNoPage) addBitmap(at, bitmapIndex, step);
 }
 
 /// Sets or clears the bit of a page that the map covers.

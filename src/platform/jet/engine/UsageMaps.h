@@ -31,7 +31,7 @@ class UsageMaps {
   bool shift(RowPointer at, const UsageMap& map, PageNumber page, WriteStep step);
   bool lengthen(RowPointer at, const UsageMap& map, PageNumber page, WriteStep step);
   void turnIntoReference(RowPointer at, WriteStep step);
-  void addBitmap(RowPointer at, std::size_t range, WriteStep step);
+  void addBitmap(RowPointer at, std::size_t bitmapIndex, WriteStep step);
   void set(RowPointer at, PageNumber page, bool value, WriteStep step);
 
   PageChanges& changes_;

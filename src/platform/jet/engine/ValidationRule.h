@@ -12,13 +12,13 @@
 
 namespace jet {
 
-/// A restriction that the store's owner has set on a table or on one of its columns: the property
-/// `ValidationRule` in the table's property blob, with the error text in `ValidationText`.
+/// A restriction on a table or on one of its columns: the property `ValidationRule` in the table's
+/// property blob, with the message of a refusal in `ValidationText`.
 struct ValidationRule {
   std::u16string table;
   std::u16string column;      ///< the column that it restricts; empty where it restricts the rows
   std::u16string expression;  ///< a criterion for a column, a full expression for a table
-  std::u16string text;        ///< the owner's error text; may be empty
+  std::u16string text;        ///< the message of a refusal; may be empty
 
   /// The subject of the rule: "table.column", or the table's name.
   std::u16string subject() const;
@@ -45,7 +45,7 @@ class NewRow {
 using RuleTest = std::function<bool(const ValidationRule&, const NewRow&)>;
 
 /// Tests the rules of the columns to be set, and that of the table. Raises the engine's error, with
-/// the owner's text where there is one, for the rule that the row breaks.
+/// the rule's message where there is one, for the rule that the row breaks.
 void checkRules(const TableSource& source, std::span<const PropertyBlock> properties,
                 const Row& before, std::span<const ColumnValue> values, const RuleTest& holds);
 

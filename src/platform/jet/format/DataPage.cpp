@@ -90,7 +90,7 @@ std::size_t DataPageEditor::deadBytes() const {
 }
 
 /// Sets the length of the slot's bytes.
-void DataPageEditor::fit(SlotNumber number, std::size_t length) {
+void DataPageEditor::resizeSlot(SlotNumber number, std::size_t length) {
   const Slot old = slot(number);
   const std::size_t lowest = lowestRow();
   // The rows of the higher slots lie below this one: they slide by the difference as one block.
@@ -106,7 +106,7 @@ void DataPageEditor::fit(SlotNumber number, std::size_t length) {
 bool DataPageEditor::replace(SlotNumber number, ByteView row, SlotMark mark) {
   if (row.size() > slot(number).length + freeBytes()) return false;
   const Bytes kept(row.begin(), row.end());
-  fit(number, kept.size());
+  resizeSlot(number, kept.size());
   const std::size_t offset = rawSlot(number) & kSlotOffset;
   putBytes(bytes_, offset, kept);
   setSlot(number, offset, mark);
@@ -148,7 +148,7 @@ void DataPageEditor::markDeleted(SlotNumber number) {
 void DataPageEditor::squeeze() {
   for (std::size_t i = 0; i < slotCount_; ++i)
     if (const Slot each = slot(SlotNumber(i)); each.isDeleted() && each.length > 0)
-      fit(SlotNumber(i), 0);
+      resizeSlot(SlotNumber(i), 0);
 }
 
 }  // namespace jet

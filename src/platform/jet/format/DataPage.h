@@ -95,7 +95,7 @@ class DataPageEditor : public DataPage {
   void squeeze();
 
  private:
-  void fit(SlotNumber number, std::size_t length);
+  void resizeSlot(SlotNumber number, std::size_t length);
   void setSlot(SlotNumber number, std::size_t offset, SlotMark mark);
   std::size_t lowestRow() const;
   std::optional<SlotNumber> emptySlot() const;

@@ -80,7 +80,7 @@ runtime::RunTimeError rowTooLarge() {
   return generalError(u"Record is too large.");
 }
 
-runtime::RunTimeError notUpdateable(std::u16string_view field) {
+runtime::RunTimeError fieldNotUpdatable(std::u16string_view field) {
   return providerError(ProviderNumber::General,
                        {u"Cannot update '", field, u"'; field not updateable."});
 }

@@ -28,7 +28,7 @@ runtime::RunTimeError diskFailed(std::u16string_view path, std::u16string_view r
 runtime::RunTimeError rowChanged();
 runtime::RunTimeError tooLarge();
 runtime::RunTimeError rowTooLarge();
-runtime::RunTimeError notUpdateable(std::u16string_view field);
+runtime::RunTimeError fieldNotUpdatable(std::u16string_view field);
 /// Here `field` is "table.column".
 runtime::RunTimeError nullForbidden(std::u16string_view field);
 /// Here `field` is "table.column".

@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t kLongestJet3Prefix = 255;
 
 std::size_t entryTrailerSize(bool leaf) {
-  return kEntryRow + (leaf ? 0 : kEntryChild);
+  return kEntryRowSize + (leaf ? 0 : kEntryChildSize);
 }
 
 template <std::size_t kSize>
@@ -37,15 +37,15 @@ std::size_t commonPrefix(const std::vector<IndexEntry>& entries, std::size_t kep
 }
 
 /// Length of the common prefix to leave out so that the entries fit a page: 0 if they fit in full,
-/// else one that leaves a leaf's entries their row pointers, else (many equal keys) one that leaves
+/// else one that leaves a leaf's entries their row ids, else (many equal keys) one that leaves
 /// at least one byte. Absent where they don't fit even so.
 std::optional<std::size_t> fittingPrefix(const Layout& layout, const IndexPage& page) {
   std::size_t size = 0;
   for (const IndexEntry& entry : page.entries)
-    size += entry.bytes.size() + (page.leaf ? 0 : kEntryChild);
+    size += entry.bytes.size() + (page.leaf ? 0 : kEntryChildSize);
   if (size <= layout.indexCapacity()) return 0;
   if (!page.leaf) return std::nullopt;
-  for (const std::size_t kept : {kEntryRow, std::size_t{1}}) {
+  for (const std::size_t kept : {kEntryRowSize, std::size_t{1}}) {
     std::size_t prefix = commonPrefix(page.entries, kept);
     if (layout.version == Version::Jet3) prefix = std::min(prefix, kLongestJet3Prefix);
     if (size - prefix * (page.entries.size() - 1) <= layout.indexCapacity()) return prefix;
@@ -70,7 +70,7 @@ IndexEntry IndexEntry::of(ByteView key, RowId row) {
 }
 
 RowId IndexEntry::row() const {
-  const std::size_t at = bytes.size() - kEntryRow;
+  const std::size_t at = bytes.size() - kEntryRowSize;
   return {PageNumber(bigEndian24At(bytes, at + kEntryPage)), SlotNumber(bytes[at + kEntrySlot])};
 }
 
@@ -113,7 +113,7 @@ ByteView IndexPageView::suffix(std::size_t entry) const {
 
 std::strong_ordering IndexPageView::compare(std::size_t entry, ByteView bytes) const {
   ByteView own = suffix(entry);
-  if (!leaf_ && (entry == 0 || prefix_ == 0)) own = own.first(own.size() - kEntryChild);
+  if (!leaf_ && (entry == 0 || prefix_ == 0)) own = own.first(own.size() - kEntryChildSize);
   if (entry == 0 || prefix_ == 0) return compareBytes(own, bytes);
   const ByteView front = page_.subspan(layout_->indexData, prefix_);
   if (bytes.size() < prefix_) {
@@ -150,7 +150,7 @@ std::uint8_t IndexPageView::byteFromEnd(ByteView own, std::size_t fromEnd) const
 PageNumber IndexPageView::child(std::size_t entry) const {
   const ByteView own = suffix(entry);
   std::uint32_t page = 0;
-  for (std::size_t i = kEntryChild; i > 0; --i) page = page << kByteBits | byteFromEnd(own, i);
+  for (std::size_t i = kEntryChildSize; i > 0; --i) page = page << kByteBits | byteFromEnd(own, i);
   return PageNumber(page);
 }
 
@@ -160,7 +160,7 @@ void IndexPageView::copyEntry(std::size_t number, IndexEntry& copy) const {
   copy.bytes.resize(front.size() + own.size());
   putBytes(copy.bytes, 0, front);
   putBytes(copy.bytes, front.size(), own);
-  if (!leaf_) copy.bytes.erase(copy.bytes.end() - kEntryChild, copy.bytes.end());
+  if (!leaf_) copy.bytes.erase(copy.bytes.end() - kEntryChildSize, copy.bytes.end());
   copy.child = leaf_ ? kNoPage : child(number);
 }
 
@@ -210,7 +210,7 @@ std::optional<Bytes> IndexPage::encode(const Layout& layout) const {
   if (layout.version == Version::Jet4) putU16(page, layout.indexPrefix, *prefix);
   for (std::size_t i = 0; i < entries.size(); ++i) {
     appendBytes(data, ByteView(entries[i].bytes).subspan(i == 0 ? 0 : *prefix));
-    if (!leaf) putBigEndian<kEntryChild>(data, entries[i].child.value());
+    if (!leaf) putBigEndian<kEntryChildSize>(data, entries[i].child.value());
     setBit(ByteSpan(page).subspan(layout.indexMask), data.size(), true);
   }
   putU16(page, PageHead::kFreeBytes, layout.indexCapacity() - data.size());

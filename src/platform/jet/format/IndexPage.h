@@ -13,15 +13,15 @@
 
 namespace jet {
 
-/// Bytes of the row's id at the end of an entry, and of the child that follows it in a node; both
-/// big endian, so that entries sort as plain bytes.
-inline constexpr std::size_t kEntryRow = 4;
-inline constexpr std::size_t kEntryChild = 4;
+/// Sizes of the row's id at the end of an entry, and of the child that follows it in a node; both
+/// are big endian, so that entries sort as plain bytes.
+inline constexpr std::size_t kEntryRowSize = 4;
+inline constexpr std::size_t kEntryChildSize = 4;
 /// Offsets in the row id.
 inline constexpr std::size_t kEntryPage = 0;  ///< u24
 inline constexpr std::size_t kEntrySlot = 3;  ///< u8
 
-/// One entry of an index page: a key with its row pointer. An entry of a node also has a child
+/// One entry of an index page: a key with the id of its row. An entry of a node also has a child
 /// page, whose entries are all less than or equal to it.
 struct IndexEntry {
   Bytes bytes;  ///< key, then the row's id
@@ -29,7 +29,7 @@ struct IndexEntry {
 
   /// An entry for that key and row.
   static IndexEntry of(ByteView key, RowId row);
-  ByteView key() const { return ByteView(bytes).first(bytes.size() - kEntryRow); }
+  ByteView key() const { return ByteView(bytes).first(bytes.size() - kEntryRowSize); }
   RowId row() const;
 };
 
@@ -90,7 +90,7 @@ struct IndexPage {
   /// True where the entry at that index equals `entry`.
   bool hasAt(std::size_t index, ByteView entry) const;
   /// The encoded page. Entries are written in full where they fit; else a leaf's entries leave out
-  /// their common prefix, which reaches into the row pointers only where they wouldn't fit
+  /// their common prefix, which reaches into the row ids only where they wouldn't fit
   /// otherwise. Absent where they don't fit even so.
   std::optional<Bytes> encode(const Layout& layout) const;
 };

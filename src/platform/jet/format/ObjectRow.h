@@ -48,7 +48,7 @@ struct ObjectFlag {
   static constexpr std::uint32_t kSystem = 0x80000000;
   static constexpr std::uint32_t kEngine = 0x02;
   static constexpr std::uint32_t kHidden = 0x08;
-  static constexpr std::uint32_t kUnionQuery = 0x80;  ///< of a saved query: repeats its kind
+  static constexpr std::uint32_t kUnionQuery = 0x80;  ///< a union; its query rows say so too
 };
 
 }  // namespace jet

@@ -50,8 +50,8 @@ class RowContent {
   std::size_t maskAt_ = 0;
   std::size_t variableCount_ = 0;
   std::size_t trailerAt_ = 0;   ///< where the offsets, or without them the mask, begin
-  std::size_t offsetsEnd_ = 0;  ///< end of the offsets, of which the first is the last one
-  std::size_t jumpsEnd_ = 0;    ///< Jet 3: the same of the jumps
+  std::size_t offsetsEnd_ = 0;  ///< end of the offsets; the first slot's is stored last, before it
+  std::size_t jumpsEnd_ = 0;    ///< Jet 3: end of the jumps; the first one is stored last
   std::size_t jumpCount_ = 0;   ///< Jet 3: jumps in use
   bool hasVariable_ = false;
 };

@@ -9,7 +9,7 @@ namespace jet {
 
 /// What one character adds to a text's key.
 struct TextWeight {
-  std::array<std::uint8_t, 2> inlineBytes{};
+  std::array<std::uint8_t, 2> inlineBytes{};  ///< primary weight, in the key's first part
   std::uint8_t inlineCount = 0;
   std::uint8_t mark = 0;         ///< accent, 0 for none
   std::uint8_t ignorable = 0;    ///< code of a character that counts last of all, 0 for none

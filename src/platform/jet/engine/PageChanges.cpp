@@ -5,6 +5,15 @@
 #include <utility>
 
 namespace jet {
+namespace {
+
+/// Allocation and content of pages may reach the disk in any order, as long as no map owns them
+/// yet. Nothing depends on hints.
+bool endsWithSync(WriteStep step) {
+  return step != WriteStep::TakePages && step != WriteStep::Hints;
+}
+
+}  // namespace
 
 PageChanges::PageChanges(Pager& pager) : pager_(pager), pageCount_(pager.pageCount()) {}
 
@@ -45,26 +54,6 @@ void PageChanges::stageMap(WriteStep step, PageNumber number, Bytes page) {
 void PageChanges::barrier(WriteStep step) {
   std::vector<Group>& groups = groupsOf(step);
   if (!groups.empty() && !groups.back().empty()) groups.emplace_back();
-}
-
-/// Allocation and content of pages may reach the disk in any order, as long as no map owns them
-/// yet. Nothing depends on hints.
-bool PageChanges::endsWithSync(WriteStep step) {
-  switch (step) {
-    case WriteStep::TakePages:
-    case WriteStep::Hints:
-      return false;
-    case WriteStep::NewPages:
-      return !groupsOf(WriteStep::OwnerMaps).empty();
-    case WriteStep::OwnerMaps:
-    case WriteStep::InsertEntries:
-    case WriteStep::Counters:
-    case WriteStep::Rows:
-    case WriteStep::RemoveEntries:
-    case WriteStep::DropOld:
-      break;
-  }
-  return true;
 }
 
 /// Writes a group; `end` is the number of pages in the file.

@@ -35,8 +35,8 @@ class PageChanges {
   const Layout& layout() const { return pager_.layout(); }
   /// Pages of the file, including those that the change adds.
   std::uint32_t pageCount() const { return pageCount_; }
-  /// Makes the file a page longer; returns the page's number. Raises an error where the file is
-  /// full.
+  /// Makes the file a page longer; returns the page's number. Raises an error where the file
+  /// already has the largest size of its generation.
   PageNumber addPage(const Location& from);
 
   /// A page as the change leaves it so far; see `Pager::read`.
@@ -72,7 +72,6 @@ class PageChanges {
   using Group = std::vector<Write>;  ///< writes without a sync between them
 
   std::vector<Group>& groupsOf(WriteStep step) { return steps_[static_cast<std::size_t>(step)]; }
-  bool endsWithSync(WriteStep step);
   void write(const Group& group, std::uint32_t& end);
 
   Pager& pager_;

@@ -40,8 +40,9 @@ inline constexpr std::int16_t kTrue = -1;
 inline constexpr std::int16_t kFalse = 0;
 
 /// The common part of the two key editors. The keys are the model: a key holds its caption and
-/// colours itself, and the hidden table `Grid1` (one row a key, column 0 its index, column 1 its
-/// product id) holds what a key can't show.
+/// colours itself, and the hidden table `Grid1` holds what a key can't show, one row a key: in
+/// column 0 its index, in column 1 its product id, and in column 2, which only the autofill view
+/// adds, the description of its stock row.
 class KeyEditor : public forms::Form {
  protected:
   explicit KeyEditor(const KeyEditorDesign& design);

@@ -27,7 +27,8 @@ void KeyEditor::cmdSelCol_Click() {
   SelectButCol();
 }
 
-// After Cancel the key gets the colour that the dialog still holds, here and below (contract).
+// After Cancel the key gets the colour that the dialog still holds; likewise in
+// cmdFontColour_Click (contract).
 void KeyEditor::SelectButCol() {
   CommonDialog1.ShowColor();
   SetButtonColour(runtime::toText(CommonDialog1.Color()), CurrentKey);

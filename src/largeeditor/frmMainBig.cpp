@@ -18,13 +18,13 @@ using mdOpenDatabase::StoreRecordset;
 
 namespace {
 
-// A list row: the id in decimal, cut or filled to 10 characters, then the full description.
+// A list entry: the id in decimal, cut or filled to 10 characters, then the full description.
 constexpr std::ptrdiff_t kIdLength = 10;
 
-// The text after the id. A row shorter than the id makes the length negative, which raises
+// The text after the id. An entry shorter than the id makes the length negative, which raises
 // InvalidProcedureCall.
-std::u16string AfterId(std::u16string_view row) {
-  return runtime::right(row, static_cast<std::ptrdiff_t>(row.size()) - kIdLength);
+std::u16string AfterId(std::u16string_view entry) {
+  return runtime::right(entry, static_cast<std::ptrdiff_t>(entry.size()) - kIdLength);
 }
 
 }  // namespace

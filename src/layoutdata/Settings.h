@@ -49,18 +49,18 @@ inline constexpr std::u16string_view kDbSource = u"dbsource";
 
 /// Entries of the per-user settings store. The two spellings of application and section name the
 /// same branch; each call keeps its own.
-struct StoreEntry {
+struct SettingsEntry {
   std::u16string_view application, section, key;
 };
 /// Folder name of this store below "\Stores\".
-inline constexpr StoreEntry kStoreName{u"tavenor", u"comms", u"storename"};
+inline constexpr SettingsEntry kStoreName{u"tavenor", u"comms", u"storename"};
 /// Whether the item list leaves out items with barcodes.
-inline constexpr StoreEntry kHideBarcode{u"TAVENOR", u"KEYSTRAND", u"HIDE_BARCODE"};
+inline constexpr SettingsEntry kHideBarcode{u"TAVENOR", u"KEYSTRAND", u"HIDE_BARCODE"};
 inline constexpr std::u16string_view kHideBarcodeDefault = u"0";
 /// Commands to the communications program.
-inline constexpr StoreEntry kUpdate{u"TAVENOR", u"COMMS", u"UPDATE"};
+inline constexpr SettingsEntry kUpdate{u"TAVENOR", u"COMMS", u"UPDATE"};
 inline constexpr std::u16string_view kUpdateProgramData = u"PROGRAMDATA";
-inline constexpr StoreEntry kFormToOpen{u"TAVENOR", u"COMMS", u"FORMTOOPEN"};
+inline constexpr SettingsEntry kFormToOpen{u"TAVENOR", u"COMMS", u"FORMTOOPEN"};
 inline constexpr std::u16string_view kFormToOpenUpdatePos = u"UPDATEPOS";
 
 }  // namespace layoutdata::settings

@@ -128,7 +128,7 @@ void frmAddPlu::Grid1_ComboClick(std::int16_t) {
   mdOpenDatabase::CloseDatabase();
 }
 
-// The screen closes in every case, also when there was no free row.
+// The sheet closes in every case, also when there was no free row.
 void frmAddPlu::cmdSave_Click() {
   AddProduct();
   Unload();

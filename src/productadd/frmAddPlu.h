@@ -8,7 +8,7 @@
 #include "platform/forms/MyCommandButton.h"
 #include "platform/forms/PictureBox.h"
 
-/// The form in which the user enters a new product: a grid of eight labelled rows with one value
+/// The sheet in which the user enters a new product: a grid of eight labelled rows with one value
 /// each. It passes the added product to the editor in `mdMain::strAddedDesc` and `strAddedId`.
 class frmAddPlu : public forms::Form {
  public:

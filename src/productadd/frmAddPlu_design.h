@@ -4,11 +4,11 @@
 #include "platform/forms/GridDesign.h"
 #include "shared/KeyDesign.h"
 
-/// The design table of `frmAddPlu`: the initial properties of the form and its controls. Lengths
+/// The design table of `frmAddPlu`: the initial properties of the sheet and its controls. Lengths
 /// are in twips, those inside the grid in pixels.
 namespace frmAddPlu_design {
 
-inline constexpr forms::Colour kTransparent = 15790320;
+inline constexpr forms::Colour kTransparentColour = 15790320;
 inline constexpr forms::Colour kPaleAqua = 0xFFFF80;  // red 128, green 255, blue 255
 inline constexpr forms::Colour kGrey = 0x808080;
 inline constexpr forms::Colour kLightGrey = 0xC0C0C0;
@@ -32,10 +32,10 @@ inline constexpr forms::Design kPicture1{.name = "Picture1",
 
 inline constexpr auto kCmdSave = keydesign::command(
     "cmdSave", u"Save", {.left = 585, .top = 135, .width = 1410, .height = 510, .tabIndex = 2},
-    kTransparent, {.x = 2487, .y = 900});
+    kTransparentColour, {.x = 2487, .y = 900});
 inline constexpr auto kCmdClose = keydesign::command(
     "cmdClose", u"Close", {.left = 2070, .top = 135, .width = 1410, .height = 510, .tabIndex = 3},
-    kTransparent, {.x = 2487, .y = 900});
+    kTransparentColour, {.x = 2487, .y = 900});
 
 inline constexpr forms::Design kLblDeptId{.name = "lblDeptId",
                                           .caption = u"0",

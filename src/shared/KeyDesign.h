@@ -23,6 +23,8 @@ struct Placement {
   int tabIndex = 0;
   bool visible = true;
 };
+
+/// The size of a button as its design stores it, in hundredths of a millimetre.
 struct Extent {
   int x, y;
 };

@@ -20,7 +20,7 @@ extern std::u16string StoreName;
 extern std::u16string StoreFolder;
 /// Result of the "dbsource" read. Never used: contract.
 extern std::u16string DatabaseSource;
-/// File name of that read. Never set.
+/// The file of the "dbsource" read. Never set, so the read returns its default.
 extern std::u16string IniFile;
 
 /// Absent between sessions.

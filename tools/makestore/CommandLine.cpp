@@ -18,7 +18,8 @@ constexpr std::string_view kUsage =
 Writes a new store database and replaces an existing file. Without options: the demo store.
 IDS is a list of ids and ranges: 3,7,10-20. TEXT is UTF-8; \N alone stands for null.
 
-  --shape NAME           corner (the default), cafe or tight; must come before the other options
+  --shape NAME           corner (the default), cafe (other tables and column types) or tight (full
+                         pages, moved rows); must come before the other options
 
   --generation N         of the file format: 3 or 4 (the default)
   --slots N              product slots, with the ids 1 to N
@@ -97,8 +98,7 @@ std::optional<std::u16string> textOrNull(std::string_view text) {
 
 std::pair<std::string_view, std::string_view> assignment(std::string_view text) {
   const std::size_t sign = text.find('=');
-  if (sign == std::string_view::npos)
-    throw UsageError("not of the form ID=TEXT: " + std::string(text));
+  if (sign == std::string_view::npos) throw UsageError("no = in " + std::string(text));
   return {text.substr(0, sign), text.substr(sign + 1)};
 }
 
@@ -128,22 +128,22 @@ std::int64_t price(std::string_view text) {
   return static_cast<std::int64_t>(value * 10000 + (value < 0 ? -0.5 : 0.5));
 }
 
-void readRow(std::string_view line, std::map<int, ShopSlot>& given) {
+void readRow(std::string_view line, std::map<int, ShopSlot>& overrides) {
   const std::vector<std::string_view> fields = split(line, '\t');
   if (fields.size() < 2) throw UsageError("a row without a name: " + std::string(line));
   ShopSlot slot{.name = textOrNull(fields[1])};
   if (fields.size() > 2 && !fields[2].empty()) slot.department = runtime::fromUtf8(fields[2]);
   if (fields.size() > 3 && !fields[3].empty()) slot.price = price(fields[3]);
   if (fields.size() > 4 && !fields[4].empty()) slot.barcode = runtime::fromUtf8(fields[4]);
-  given[number(fields[0])] = std::move(slot);
+  overrides[number(fields[0])] = std::move(slot);
 }
 
-void readRows(std::string_view path, std::map<int, ShopSlot>& given) {
+void readRows(std::string_view path, std::map<int, ShopSlot>& overrides) {
   const std::optional<std::string> text = files::readContent(path);
   if (!text) throw UsageError("no such file: " + std::string(path));
   for (std::string_view line : split(*text, '\n')) {
     if (line.ends_with('\r')) line.remove_suffix(1);
-    if (!line.empty()) readRow(line, given);
+    if (!line.empty()) readRow(line, overrides);
   }
 }
 
@@ -152,9 +152,9 @@ ShopOptions shape(std::string_view name) {
       name, {{"corner", [] { return ShopOptions(); }}, {"cafe", cafeShop}, {"tight", tightShop}})();
 }
 
-/// The effect on the order of an option with a value.
+/// Applies a command-line option that has a value.
 using Setter = std::function<void(ShopOptions&, std::string_view)>;
-/// The effect on the order of an option without a value.
+/// Applies a command-line option that has no value.
 using Switch = std::function<void(ShopOptions&)>;
 
 const std::map<std::string_view, Setter>& setters() {

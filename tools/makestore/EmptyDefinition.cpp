@@ -95,18 +95,19 @@ std::uint8_t flagsOf(jet::Version version, const Index& index) {
 void addIndexes(PageSpace& space, const StoreTable& table, TableKind kind,
                 jet::TableDefinition& definition) {
   for (const Index& index : table.indexes()) {
-    jet::IndexDefinition stored;
+    jet::IndexDefinition indexDefinition;
     for (const KeyPart& part : index.columns)
-      stored.columns.push_back({jet::ColumnNumber(table.columnIndex(part.column)), part.ascending});
-    stored.map = space.newMap();
-    stored.flags = flagsOf(definition.version, index);
+      indexDefinition.columns.push_back(
+          {jet::ColumnNumber(table.columnIndex(part.column)), part.ascending});
+    indexDefinition.map = space.newMap();
+    indexDefinition.flags = flagsOf(definition.version, index);
     jet::LogicalIndex logical;
     logical.name = index.name;
     logical.number = jet::LogicalIndexNumber(definition.indexes.size());
     logical.index = jet::IndexNumber(definition.indexes.size());
     if (index.primary) logical.kind = jet::LogicalIndex::Kind::PrimaryKey;
     if (kind == TableKind::User) logical.cascadeUpdates = logical.cascadeDeletes = 0;
-    definition.indexes.push_back(std::move(stored));
+    definition.indexes.push_back(std::move(indexDefinition));
     definition.logicalIndexes.push_back(std::move(logical));
   }
 }

@@ -11,7 +11,8 @@ namespace {
 /// A page with at least this many free bytes is listed as one with room.
 constexpr std::size_t kWorthTrying = 100;
 
-/// First page of a window that begins with this page at the latest: windows begin at full bytes.
+/// First page of the window for a map that begins with this page: rounded down to a multiple of 8,
+/// since the bits of a window fill whole bytes.
 jet::PageNumber windowStart(jet::PageNumber page) {
   return jet::PageNumber(page.value() / jet::kByteBits * jet::kByteBits);
 }

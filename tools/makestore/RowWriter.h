@@ -26,9 +26,9 @@ class RowWriter {
 
  private:
   enum class Extent {
-    Full,
-    FixedOnly
-  };  ///< all columns, or only the fixed ones, as before a row moved
+    Full,       ///< all columns
+    FixedOnly,  ///< only the fixed columns: the shorter row that a moved row had before
+  };
 
   jet::Bytes encodeRow(std::size_t row, Extent extent);
   jet::Bytes storedValue(const jet::ColumnDefinition& column, const runtime::Variant& value);

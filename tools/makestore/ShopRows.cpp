@@ -17,7 +17,7 @@ namespace {
 constexpr int kEarlyFreeStep = 17;
 constexpr int kEarlyFreeEnd = 189;
 constexpr std::int32_t kFirstRecordNumber = 1001;
-constexpr std::int64_t kPerCent = 100;
+constexpr std::int64_t kTenThousandthsPerCent = 100;
 constexpr double kFirstSale = 38000;  // in January 2004
 constexpr double kOpening = 1.0 / 3;  // eight in the morning
 
@@ -63,7 +63,7 @@ void nameSlot(SlotRow& slot, const ShopOptions& options,
       kCatalogueDepartments * (static_cast<std::size_t>(number) / kCatalogueProducts);
   slot.name = product.name;
   if (!departments.empty()) slot.department = departments[department % departments.size()].id;
-  slot.price = product.cents * kPerCent;
+  slot.price = product.cents * kTenThousandthsPerCent;
   slot.barcode = barcodeOf(options.barcodes, product, number, random());
   slot.instruction = product.kind == CatalogueProduct::Kind::Instruction;
   slot.taxable = number % 3 != 0;
@@ -75,7 +75,7 @@ void nameSlot(SlotRow& slot, const ShopOptions& options,
       *slot.notes += u". Delivered on weekday " + runtime::toText(random() % 7 + 1);
 }
 
-void applyGiven(SlotRow& slot, const ShopSlot& overrides) {
+void applyOverrides(SlotRow& slot, const ShopSlot& overrides) {
   slot.name = overrides.name;
   if (overrides.department) slot.department = overrides.department;
   if (overrides.price) slot.price = *overrides.price;
@@ -122,7 +122,7 @@ std::vector<SlotRow> slotsOf(const ShopOptions& options) {
     if (options.departmentType == jet::ColumnType::Long) slot.department = u"0";
     if (!free.contains(id)) nameSlot(slot, options, departments, number++, random);
     if (const auto overrides = options.overrides.find(id); overrides != options.overrides.end())
-      applyGiven(slot, overrides->second);
+      applyOverrides(slot, overrides->second);
     slots.push_back(std::move(slot));
   }
   if (options.shuffled) shuffle(slots, random);

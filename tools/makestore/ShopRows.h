@@ -26,7 +26,7 @@ struct SlotRow {
   std::optional<std::u16string> notes = {};
 };
 
-/// The departments that the order names, or the demo's.
+/// The departments in the options, or those of the demo shop.
 std::vector<ShopDepartment> departmentsOf(const ShopOptions& options);
 /// All slots of the shop, in the order of their rows in the file.
 std::vector<SlotRow> slotsOf(const ShopOptions& options);

@@ -45,7 +45,7 @@ Variant departmentId(const ShopOptions& options, const std::optional<std::u16str
   return runtime::toLong(*id);
 }
 
-/// The columns of all shops' tables, each with the type and length that the order has for it.
+/// The columns of all shops' tables, each with the type and length that the options set.
 class Fields {
  public:
   explicit Fields(const ShopOptions& options) : options_(options) {}
@@ -85,7 +85,7 @@ class Fields {
     return {{.name = std::move(name), .type = ColumnType::Boolean},
             [](const SlotRow&) { return Variant(false); }};
   }
-  /// A flag of tblPlu; `usual` is its type where the order sets none.
+  /// A flag of tblPlu; `usual` is its type where the options set none.
   Field flag(std::u16string name, ColumnType usual, bool isInstruction = false) const {
     const ColumnType type = options_.flagType.value_or(usual);
     return {{.name = std::move(name), .type = type}, [type, isInstruction](const SlotRow& slot) {

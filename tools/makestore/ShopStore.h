@@ -64,8 +64,8 @@ struct ShopOptions {
   std::map<int, ShopSlot> overrides;        ///< slots by id
   int departmentCount = 10;                 ///< where `departments` is empty
   std::vector<ShopDepartment> departments;  ///< in the order of their rows
-  std::uint32_t seed =
-      1;  ///< of all random values: barcodes, quantities, dates, notes, row ids, row order
+  /// Of all random values: barcodes, quantities, dates, notes, GUIDs, row order.
+  std::uint32_t seed = 1;
   bool shuffled = false;  ///< rows are in a random order in the file
 
   jet::ColumnType priceType = jet::ColumnType::Currency;   ///< or Double

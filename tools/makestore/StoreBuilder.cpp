@@ -19,8 +19,8 @@ namespace {
 /// 5 June 2004, half past one: the creation date of every store, so that equal calls produce equal
 /// files.
 constexpr double kCreationDate = 38143.5625;
-/// Object number of the first query; the others follow.
-constexpr std::uint32_t kFirstQuery = 0x80000001;
+/// Object id of the first query; the others follow.
+constexpr std::uint32_t kFirstQueryId = 0x80000001;
 
 }  // namespace
 
@@ -69,6 +69,7 @@ StoreBuilder& StoreBuilder::query(StoredQuery query) {
 
 jet::Bytes StoreBuilder::build() {
   PageSpace space(version_, referenceMaps_);
+  // The definition pages of the four system tables follow the page of the global maps.
   for (jet::PageNumber last; last != jet::kRelationshipsPage;) last = space.allocate();
 
   std::vector<ListedObject> objects;
@@ -85,21 +86,21 @@ jet::Bytes StoreBuilder::build() {
   for (const StoredQuery& query : queries_) {
     ListedObject& object = objects.emplace_back();
     object.id = jet::ObjectId(
-        std::bit_cast<std::int32_t>(kFirstQuery + static_cast<std::uint32_t>(queryIds.size())));
+        std::bit_cast<std::int32_t>(kFirstQueryId + static_cast<std::uint32_t>(queryIds.size())));
     object.type = jet::ObjectType::Query;
     object.name = query.name;
     object.flags = query.objectFlags;
     queryIds.push_back(object.id);
   }
 
-  StoreTable listed = objectList(version_, objects, kCreationDate);
-  StoreTable allowed = permissions(version_, objects);
-  StoreTable saved = savedQueries(version_, queries_, queryIds);
-  StoreTable related = relationships();
-  writeTable(space, listed, jet::kObjectsPage, TableKind::System);
-  writeTable(space, allowed, jet::kAcesPage, TableKind::System);
-  writeTable(space, saved, jet::kQueriesPage, TableKind::System);
-  writeTable(space, related, jet::kRelationshipsPage, TableKind::System);
+  StoreTable objectTable = objectList(version_, objects, kCreationDate);
+  StoreTable permissionTable = permissions(version_, objects);
+  StoreTable queryTable = savedQueries(version_, queries_, queryIds);
+  StoreTable relationshipTable = relationships();
+  writeTable(space, objectTable, jet::kObjectsPage, TableKind::System);
+  writeTable(space, permissionTable, jet::kAcesPage, TableKind::System);
+  writeTable(space, queryTable, jet::kQueriesPage, TableKind::System);
+  writeTable(space, relationshipTable, jet::kRelationshipsPage, TableKind::System);
   for (std::size_t i = 0; i < tables_.size(); ++i)
     writeTable(space, tables_[i], definitionPages[i], TableKind::User);
 

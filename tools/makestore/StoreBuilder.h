@@ -23,7 +23,7 @@ class StoreBuilder {
   StoreBuilder& version(jet::Version version);
   /// At most 20 characters; the empty text for none.
   StoreBuilder& password(std::u16string password);
-  /// Enciphers every page but the first with this key; 0 for none.
+  /// Encrypts every page but the first with this key; 0 for none.
   StoreBuilder& encodingKey(std::uint32_t key);
   /// Makes all usage maps lists of bitmap pages, as in large files.
   StoreBuilder& referenceMaps(bool on = true);

@@ -14,8 +14,8 @@
 
 namespace makestore {
 
-/// A validation rule of the store's owner: an expression of the dialect, for a column a criterion,
-/// and the message of a refusal.
+/// A validation rule: an expression of the dialect (for a column, a criterion) and the message of a
+/// refusal.
 struct Rule {
   std::u16string expression;  ///< empty for none
   std::u16string text = {};   ///< may be empty
@@ -54,7 +54,7 @@ struct Index {
   bool ignoreNulls = false;
   bool required = false;  ///< no nulls
   /// Leaves are filled as the engine of the POS fills them: with as many entries as fit when the
-  /// prefix that they share, row pointers included, is stored once. Otherwise entries are written
+  /// prefix that they share, row ids included, is stored once. Otherwise entries are written
   /// in full, with some room for more.
   bool packed = false;
 
@@ -69,8 +69,8 @@ enum class Placement {
   Deleted,  ///< its slot stays, marked as deleted
 };
 
-/// A new table: columns and indexes first, then the rows, which the file has in the order of
-/// adding.
+/// A new table. Its columns must be added before its rows; the file has the rows in the order in
+/// which they were added.
 class StoreTable {
  public:
   struct Row {

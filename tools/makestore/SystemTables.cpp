@@ -79,7 +79,7 @@ constexpr std::array kFixedPermissions{
     Permission{jet::kDatabaseObject, kUsers, Right::kUseDatabase, false},
 };
 
-/// Jet 4 stores the numbers of Jet 3 XOR this mask.
+/// Jet 3 stores the ids above XOR this mask.
 constexpr Identity kIdentityMask{0x67, 0x8A};
 
 runtime::Binary binary(jet::Version version, const Identity& identity) {

@@ -23,10 +23,12 @@ struct ListedObject {
 
 /// MSysObjects; `date` is the creation date of all objects.
 StoreTable objectList(jet::Version version, const std::vector<ListedObject>& objects, double date);
+/// MSysACEs, with the permissions of the engine's own objects and of `objects`.
 StoreTable permissions(jet::Version version, const std::vector<ListedObject>& objects);
-/// `ids` are the queries' object numbers.
+/// MSysQueries; `ids` are the queries' object ids.
 StoreTable savedQueries(jet::Version version, const std::vector<StoredQuery>& queries,
                         const std::vector<jet::ObjectId>& ids);
+/// MSysRelationships, without rows.
 StoreTable relationships();
 
 }  // namespace makestore

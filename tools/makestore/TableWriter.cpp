@@ -35,14 +35,14 @@ runtime::Variant keyValue(const jet::ColumnDefinition& column, const runtime::Va
 /// The entries of all rows, in the index's order.
 std::vector<Entry> entriesOf(jet::Version version, const StoreTable& table, const Index& index,
                              const jet::TableDefinition& definition,
-                             const jet::IndexDefinition& stored,
+                             const jet::IndexDefinition& indexDefinition,
                              const std::vector<jet::RowId>& rowIds) {
   std::vector<Entry> entries;
   for (std::size_t row = 0; row < table.rows().size(); ++row) {
     if (table.rows()[row].placement == Placement::Deleted) continue;
     jet::Bytes key;
     std::size_t nulls = 0;
-    for (const jet::KeyColumn& part : stored.columns) {
+    for (const jet::KeyColumn& part : indexDefinition.columns) {
       const jet::ColumnDefinition& column = definition.columns[part.number.value()];
       const runtime::Variant value =
           keyValue(column, table.rows()[row].values[part.number.value()]);
@@ -52,7 +52,7 @@ std::vector<Entry> entriesOf(jet::Version version, const StoreTable& table, cons
     }
     if (nulls > 0 && index.required)
       refuse(table, index, "a key has a null, but the index is required");
-    if (nulls == stored.columns.size() && index.ignoreNulls) continue;
+    if (nulls == indexDefinition.columns.size() && index.ignoreNulls) continue;
     entries.push_back({jet::IndexEntry::of(key, rowIds[row]), nulls > 0});
   }
   std::ranges::sort(entries, [](const Entry& a, const Entry& b) {
@@ -63,18 +63,20 @@ std::vector<Entry> entriesOf(jet::Version version, const StoreTable& table, cons
 
 void writeIndex(PageSpace& space, jet::PageNumber definitionPage, const StoreTable& table,
                 const Index& index, const jet::TableDefinition& definition,
-                jet::IndexDefinition& stored, const std::vector<jet::RowId>& rowIds) {
+                jet::IndexDefinition& indexDefinition, const std::vector<jet::RowId>& rowIds) {
   std::vector<jet::IndexEntry> ordered;
-  for (Entry& each : entriesOf(space.version(), table, index, definition, stored, rowIds)) {
-    const bool known =
+  for (Entry& each :
+       entriesOf(space.version(), table, index, definition, indexDefinition, rowIds)) {
+    const bool isDuplicate =
         !ordered.empty() && std::is_eq(jet::compareBytes(ordered.back().key(), each.entry.key()));
-    if (known && index.unique && !each.hasNull) refuse(table, index, "two rows have the same key");
-    if (!known) ++stored.entryCounter;
+    if (isDuplicate && index.unique && !each.hasNull)
+      refuse(table, index, "two rows have the same key");
+    if (!isDuplicate) ++indexDefinition.entryCounter;
     ordered.push_back(std::move(each.entry));
   }
   const IndexTree tree = buildIndex(space, definitionPage, ordered, index.packed);
-  stored.root = tree.root;
-  space.writeMap(stored.map, tree.pages);
+  indexDefinition.root = tree.root;
+  space.writeMap(indexDefinition.map, tree.pages);
 }
 
 std::uint32_t lastAutonumber(const StoreTable& table) {

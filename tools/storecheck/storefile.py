@@ -301,7 +301,7 @@ class StoreFile:
         for column in table.columns:
             column.name = next_name()
         by_number = {column.number: column for column in table.columns}
-        skipped = 4 if layout.jet4 else 0
+        skipped = 4 if layout.jet4 else 0  # a mark before each index and each logical index
         for index in table.indexes:
             self.read_index(index, content[at + skipped:at + layout.index_size], by_number)
             at += layout.index_size
@@ -476,6 +476,7 @@ class StoreFile:
             try:
                 return raw.decode("cp%d" % code_page)
             except (LookupError, UnicodeDecodeError):
+                # windows-1252 leaves five bytes unassigned, which stay as they are.
                 return "".join(chr(byte) if byte in b"\x81\x8d\x8f\x90\x9d" else
                                bytes((byte,)).decode("cp1252") for byte in raw)
         if raw[:2] == b"\xff\xfe":
@@ -517,7 +518,7 @@ class StoreFile:
             return b""
         if len(raw) < 12:
             raise Damage("long value head of %d bytes" % len(raw))
-        size, form = u32(raw, 0) & 0x3FFFFFFF, raw[3] >> 6
+        size, form = u32(raw, 0) & 0x3FFFFFFF, raw[3] >> 6  # form: 2 in the row, 1 one piece, 0 a chain
         at = row_pointer(raw, 4)
         value = b""
         if form == 2:

@@ -18,7 +18,8 @@ constexpr int kDetail = 3;
 /// Separates a virtual table's name from "<index>:<tests>" of `PlanCode` in the text of a step.
 constexpr std::string_view kVirtualTable = " VIRTUAL TABLE INDEX ";
 
-/// A step of SQLite's plan, with names in place of numbers where it reads a table.
+/// A step of SQLite's plan, with names in place of numbers where it reads a table: such a step
+/// begins with "SCAN t<number> VIRTUAL TABLE INDEX <index>:<tests>".
 std::string namedStep(const jetsql::WrittenStatement& statement, const std::string& step) {
   const std::size_t at = step.find(kVirtualTable);
   if (at == std::string::npos) return step;

@@ -31,10 +31,10 @@ struct Arguments {
   storesql::Store store{"", runtime::toUtf8(layoutdata::statements::kPassword)};
   Task task = Task::Read;
   std::string script;
-  std::vector<std::string> plain;
+  std::vector<std::string> operands;
 };
 
-/// True where a task takes `count` arguments besides the options.
+/// True where a task takes `count` operands.
 bool fits(Task task, std::size_t count) {
   switch (task) {
     case Task::Read:
@@ -59,7 +59,7 @@ std::optional<Arguments> parse(const std::vector<std::string>& words) {
   for (std::size_t i = 0; i < words.size(); ++i) {
     const std::string& word = words[i];
     if (optionsEnd || !word.starts_with("--")) {
-      arguments.plain.push_back(word);
+      arguments.operands.push_back(word);
     } else if (word == "--") {
       optionsEnd = true;
     } else if (word == "--update") {
@@ -75,7 +75,7 @@ std::optional<Arguments> parse(const std::vector<std::string>& words) {
       return std::nullopt;
     }
   }
-  if (hasTwoTasks || !fits(arguments.task, arguments.plain.size())) return std::nullopt;
+  if (hasTwoTasks || !fits(arguments.task, arguments.operands.size())) return std::nullopt;
   return arguments;
 }
 
@@ -109,19 +109,19 @@ int runScript(const Arguments& arguments) {
 
 int run(Arguments arguments) {
   if (arguments.task == Task::Script) {
-    arguments.store.path = arguments.plain[0];
+    arguments.store.path = arguments.operands[0];
     return runScript(arguments);
   }
   storesql::Step step;
-  step.statement = runtime::fromUtf8(arguments.plain.back());
-  arguments.plain.pop_back();
-  arguments.store.path = arguments.plain.back();
-  arguments.plain.pop_back();
+  step.statement = runtime::fromUtf8(arguments.operands.back());
+  arguments.operands.pop_back();
+  arguments.store.path = arguments.operands.back();
+  arguments.operands.pop_back();
   if (arguments.task == Task::Plan) {
     storesql::explain(arguments.store, step.statement, std::cout);
     return EXIT_SUCCESS;
   }
-  for (const std::string& each : arguments.plain) {
+  for (const std::string& each : arguments.operands) {
     step.values.push_back(storesql::assignment(each));
   }
   storesql::run(arguments.store, step, std::cout);

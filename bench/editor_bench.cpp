@@ -1,6 +1,6 @@
 // The levelled editor's own work, measured in one process off screen: refilling the item list
-// beside a bare list that is filled from a native database, a level change beside a bare window
-// whose buttons get new captions, a save beside plain writing of the same files.
+// against a bare list that is filled from a native database, a level change against a bare window
+// whose buttons get new captions, a save against plain writing of the same files.
 
 #include <QComboBox>
 #include <QListView>
@@ -79,7 +79,8 @@ void measureList(const RunningEditor& editor, const fs::path& native) {
   const auto& list = editor.control<QListView>("List1");
   PlainList plain(native, departments.itemText(0).toStdU16String());
   bench::compare(
-      "item list refilled with 40,000 entries and shown, beside a bare list filled natively", 2, 15,
+      "item list refilled with 40,000 entries and shown, against a bare list filled natively", 2,
+      15,
       [&] {
         pick(departments, 0);
         settle();
@@ -114,7 +115,7 @@ void measureLevels(const RunningEditor& editor) {
   int level = 0;
   int round = 0;
   bench::compare(
-      "level change of 63 keys up to the painted frame, beside new captions in a bare window", 1.5,
+      "level change of 63 keys up to the painted frame, against new captions in a bare window", 1.5,
       200,
       [&] {
         level = (level + 1) % bench::kLevels;
@@ -147,7 +148,7 @@ void measureSave(const fs::path& posdata) {
   const std::string layout = readPlainly(layoutOf(posdata, 1));
   const std::string settings = readPlainly(posdata / kTouchFile);
   bench::compare(
-      "save of 63 keys up to the notice, beside plain writing of the same files", 3, 60,
+      "save of 63 keys up to the notice, against plain writing of the same files", 3, 60,
       [&] { editor.save(); },
       [&] {
         writePlainly(layoutOf(posdata, 1), layout);

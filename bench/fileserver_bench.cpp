@@ -1,5 +1,5 @@
 // The levelled editor on a slow file server: each read of a file at an offset waits 3 ms. The start
-// and a change of the item list's filter, each beside reading the store's file in pieces of 64 KB
+// and a change of the item list's filter, each against reading the store's file in pieces of 64 KB
 // with the same wait.
 
 #include <QCheckBox>
@@ -63,7 +63,7 @@ double startOnce(const fs::path& shop) {
 void measure(const fs::path& shop) {
   const auto readStore = [&] { readInPieces(shop / bench::kStore); };
   bench::compareParts(
-      "start with 45,000 products, 3 ms a read, beside reading the store in pieces of 64 KB", kAim,
+      "start with 45,000 products, 3 ms a read, against reading the store in pieces of 64 KB", kAim,
       7, [&] { return bench::numberPrintedByChild(kStartOption, shop); },
       [&] { return bench::secondsOf(readStore); });
 
@@ -71,7 +71,7 @@ void measure(const fs::path& shop) {
   editor.start();
   auto& hideBarcodes = editor.control<QCheckBox>("chkBarcode");
   bench::compare(
-      "filter change with 45,000 products, 3 ms a read, beside the same reading", kAim, 7,
+      "filter change with 45,000 products, 3 ms a read, against the same reading", kAim, 7,
       [&] {
         hideBarcodes.click();
         bench::settle();
@@ -79,7 +79,7 @@ void measure(const fs::path& shop) {
       readStore);
 }
 
-void layOut(const fs::path& shop) {
+void createSlowShop(const fs::path& shop) {
   makestore::ShopOptions options;
   options.slots = kProducts;
   options.products = kProducts;
@@ -99,7 +99,7 @@ int main(int count, char** arguments) {
       return 0;
     }
     const bench::Folder shop(fs::temp_directory_path());
-    layOut(shop.path());
+    createSlowShop(shop.path());
     measure(shop.path());
     return 0;
   } catch (const std::exception& error) {

@@ -26,8 +26,8 @@ namespace fs = std::filesystem;
 constexpr int kProducts = 2000;
 constexpr int kRounds = 41;
 constexpr double kAim = 1.3;
-constexpr const char* kStart = "start to the first frame, 2,000 products, beside a bare window";
-constexpr const char* kMemory = "peak memory at the first frame, beside a bare window";
+constexpr const char* kStart = "start to the first frame, 2,000 products, against a bare window";
+constexpr const char* kMemory = "peak memory at the first frame, against a bare window";
 
 /// A finished frame is recognised by pixel rows through the captions of the second and the last row
 /// of keys, and through the last rows of the list. None of them crosses the focus mark.

@@ -84,30 +84,33 @@ void readNativeItems(const fs::path& native, int products) {
 
 void measureReading(const fs::path& store, const fs::path& native) {
   const auto items = [&] { readItems(store, kProducts); };
-  compare("all items of 50,000 slots by name, beside mdb-export of tblStock", 0.2, 9, items,
+  compare("all items of 50,000 slots by name, against mdb-export of tblStock", 0.2, 9, items,
           [&] { exportStock(store); });
-  compare("all items of 50,000 slots by name, beside native SQLite", 2.5, 9, items,
+  compare("all items of 50,000 slots by name, against native SQLite", 2.5, 9, items,
           [&] { readNativeItems(native, kProducts); });
 
-  const auto both = [&](const std::string& name, std::u16string_view statement, int rows) {
+  const auto compareWithNative = [&](const std::string& name, std::u16string_view statement,
+                                     int rows) {
     const std::string text = runtime::toUtf8(statement);
     compare(
-        name + ", beside native SQLite", 1.5, 200,
+        name + ", against native SQLite", 1.5, 200,
         [&] { expectRows(bench::readStore(store, statement), rows); },
         [&] { expectRows(bench::readNative(native, text), rows); });
   };
   std::u16string level(statements::kStockHead);
-  both("slots of level 1 of 50,000",
-       level.append(statements::kLevels.front().condition).append(statements::kStockTail), 63);
-  both("flags of one product of 50,000", std::u16string(statements::kFlags) + u"30000", 1);
+  compareWithNative(
+      "slots of level 1 of 50,000",
+      level.append(statements::kLevels.front().condition).append(statements::kStockTail), 63);
+  compareWithNative("flags of one product of 50,000", std::u16string(statements::kFlags) + u"30000",
+                    1);
   std::u16string department(statements::kDepartmentByNameHead);
-  both("a department by its name, 50,000 slots",
-       department.append(u"Bakery").append(statements::kDepartmentByNameTail), 1);
+  compareWithNative("a department by its name, 50,000 slots",
+                    department.append(u"Bakery").append(statements::kDepartmentByNameTail), 1);
 }
 
 void measureFirstSession(const fs::path& store, const fs::path& native) {
   bench::compareParts(
-      "first session of a process on 2,000 products, beside native SQLite's first", 2, 60,
+      "first session of a process on 2,000 products, against native SQLite's first", 2, 60,
       [&] { return bench::numberPrintedByChild(kFirstSessionOption, store); },
       [&] { return bench::numberPrintedByChild(kFirstNativeOption, native); });
 }
@@ -115,7 +118,7 @@ void measureFirstSession(const fs::path& store, const fs::path& native) {
 /// Reads all items in a child process, which prints its own peak memory: the system's count for a
 /// forked child would begin with the memory of this process.
 void measureMemory(const fs::path& store) {
-  const std::string name = "peak memory for all items of 50,000 slots, beside the file's size";
+  const std::string name = "peak memory for all items of 50,000 slots, against the file's size";
   try {
     const double peak = bench::numberPrintedByChild(kPeakMemoryOption, store);
     const auto size = static_cast<double>(fs::file_size(store));
@@ -172,10 +175,10 @@ void measureAdding(const fs::path& large, const fs::path& small) {
   int inLarge = 0;
   int inSmall = 0;
   compare(
-      "adding a product at 50,000 slots, beside 5,000", 2, kAdds, [&] { addNext(large, inLarge); },
+      "adding a product at 50,000 slots, against 5,000", 2, kAdds, [&] { addNext(large, inLarge); },
       [&] { addNext(small, inSmall); });
 
-  printPages("pages written to add a product at 50,000 slots, beside the limit", kMostPages, [&] {
+  printPages("pages written to add a product at 50,000 slots, against the limit", kMostPages, [&] {
     int most = 0;
     for (int i = 0; i < kCountedAdds; ++i)
       most = std::max(most,
@@ -185,7 +188,7 @@ void measureAdding(const fs::path& large, const fs::path& small) {
 }
 
 void measureRepeating(const fs::path& store) {
-  printPages("pages read by an update that changes nothing, beside the limit", kMostRepeatedReads,
+  printPages("pages read by an update that changes nothing, against the limit", kMostRepeatedReads,
              [&] {
                constexpr auto kRead = files::FileStep::Kind::Read;
                return countSteps(kRead, [&] { bench::rewriteFlags(store, kProducts); }) -

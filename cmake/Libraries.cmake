@@ -3,10 +3,10 @@
 # keystrand_library(NAME FOLDER PATH [USES lib...] [SHOWS lib...] [INNER subfolder...] [HEADERS header...])
 #   Makes one library of the folder PATH below the calling file, from its .cpp files (without main.cpp)
 #   and those of its INNER folders.
-#   Other files include its headers as "PATH/Header.h", which only libraries that link it can do:
-#   each library has an include root of its own that holds nothing but its headers, so an include of
-#   another library's header fails to compile unless that library is linked. USES and SHOWS together list every library whose
-#   headers the folder's files include. SHOWS lists those that its own public headers include: they
+#   Other files include its headers as "PATH/Header.h". Each library has an include root of its own
+#   that holds nothing but its headers, so an include of another library's header fails to compile
+#   unless that library is linked. USES and SHOWS together list every library whose headers the
+#   folder's files include. SHOWS lists those that its own public headers include: they
 #   are linked publicly, so that files that include such a header find them too. All others are
 #   linked privately. Only the library itself can include the headers of its INNER folders.
 #   HEADERS are precompiled for this library instead of the common ones.

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <QWidget>
+#include <QComboBox>
 
 #include "support/Shop.h"
 
@@ -63,6 +63,7 @@ TEST(Views, CheckingArrangesTheKeysAtOnceAndUncheckingRestoresNothing) {
   EXPECT_EQ(position(user, key(9)), (std::pair{90, 576}));
   EXPECT_EQ(user.control(key(49)).height(), 70);
   EXPECT_EQ(caption(user, key(0)), "Item 1");
+  EXPECT_EQ(static_cast<QComboBox&>(user.control("cbLevel")).currentIndex(), 0);
   EXPECT_EQ(shop.touchFile(), "[SETTINGS]\r\nAUTOFILL=1\r\nItemOne=BL\r\n");
   EXPECT_FALSE(user.isVisible("List1"));
   EXPECT_TRUE(user.drop(key(5), support::entry(u"Tea", 77))) << "the drop targets stay";

@@ -2,11 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <array>
-#include <cstdio>
-#include <cstdlib>
-#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
@@ -24,32 +19,6 @@ namespace fs = std::filesystem;
 
 constexpr int kMost = 30;
 constexpr int kNoRecord = 3021;
-
-/// Normalises a line of tab-separated fields, so that the outputs of the external reader and of the
-/// engine compare equal: representation of null, grouping of a GUID, last decimals of a Double.
-std::string normalised(const std::string& line) {
-  std::string joined;
-  for (std::string field : jettest::split(line, '\t')) {
-    if (field == "\\N") field.clear();
-    char* end = nullptr;
-    const double number = std::strtod(field.c_str(), &end);
-    if (!field.empty() && *end == '\0') {
-      std::array<char, 40> rounded{};
-      std::snprintf(rounded.data(), rounded.size(), "%.10g", number);
-      field = rounded.data();
-    }
-    if (field.starts_with('{')) std::erase(field, '-');
-    joined += field + "\t";
-  }
-  while (joined.ends_with('\t')) joined.pop_back();
-  return joined;
-}
-
-std::vector<std::string> sortedPlain(std::vector<std::string> lines) {
-  for (std::string& line : lines) line = normalised(line);
-  std::ranges::sort(lines);
-  return lines;
-}
 
 class AddingProducts : public testing::Test {
  protected:
@@ -70,22 +39,12 @@ class AddingProducts : public testing::Test {
     return errors;
   }
 
-  /// Checks that the file is sound, that the external reader and the engine see the same rows, and
-  /// that the added rows are among them.
+  /// Checks that the file is sound and has the added rows.
   void expectSound(const fs::path& file) const {
     jet::Database database(file, u"the store", jet::Password{jettest::kStorePassword});
-    for (const char16_t* name : {u"tblStock", u"tblPlu"}) {
-      const jet::Table& table = jettest::tableNamed(database, name);
-      EXPECT_EQ(jettest::indexProblems(table), std::vector<std::string>());
-      const std::string exported =
-          jettest::outputOf("mdb-export -H -Q -d '\t' -0 '\\N' -T '%Y-%m-%d %H:%M:%S' '" +
-                            file.string() + "' " + jettest::narrow(name) + " 2>/dev/null");
-      std::vector<std::string> different;
-      std::ranges::set_symmetric_difference(sortedPlain(jettest::split(exported, '\n')),
-                                            sortedPlain(jettest::linesOf(table)),
-                                            std::back_inserter(different));
-      EXPECT_EQ(different, std::vector<std::string>()) << jettest::narrow(name);
-    }
+    for (const char16_t* name : {u"tblStock", u"tblPlu"})
+      EXPECT_EQ(jettest::indexProblems(jettest::tableNamed(database, name)),
+                std::vector<std::string>());
     const jet::Table& stock = jettest::tableNamed(database, u"tblStock");
     const jet::ColumnIndex id = stock.columnNamed(u"id").value();
     const jet::ColumnIndex description = stock.columnNamed(u"description").value();

@@ -107,19 +107,6 @@ TEST_F(UpdateValues, AreConvertedToTheColumnsType) {
   EXPECT_EQ(verdict(), "sound");
 }
 
-TEST_F(UpdateValues, MemosOfAnyLengthAreStoredAndReadBack) {
-  use("corner", u"tblStock", u"id", std::int32_t{60});
-  for (const std::size_t length : {40U, 1200U, 9000U, 700U, 0U, 30000U}) {
-    const std::u16string text(length, u'\u20ac');
-    EXPECT_EQ(changed(u"notes", text), narrow(text));
-    EXPECT_EQ(verdict(), "sound") << length;
-    if (length == 0) continue;  // the exporter shows the empty text as null
-    const std::string exported =
-        outputOf("mdb-export -H '" + file_.string() + "' tblStock 2>/dev/null");
-    EXPECT_NE(exported.find("\"" + narrow(text) + "\""), std::string::npos) << length;
-  }
-}
-
 TEST_F(UpdateValues, AFullPageOfLongValuesLeavesTheMapOfPagesWithRoom) {
   makestore::StoreBuilder store;
   store.table(u"Notes")
@@ -240,13 +227,6 @@ TEST_F(UpdateOfARow, WaitsForOtherSessionsUntilATimeout) {
   jet::Database reading(file_, u"the file", jet::Password{password_});
   EXPECT_EQ(refused(u"description", u"never"), kEngine);
   EXPECT_EQ(linesOf(tableNamed(reading, u"tblPlu")).size(), 300U);
-}
-
-TEST_F(UpdateOfARow, AReadOnlyFileIsRefused) {
-  use("corner", u"tblStock", u"id", std::int32_t{17});
-  fs::permissions(file_, fs::perms::owner_read);
-  EXPECT_EQ(refused(u"description", u"never"), kEngine);
-  EXPECT_EQ(read(u"description"), "\\N");
 }
 
 /// Makes the change in a process of its own that may not make the file longer than `limit`.

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <fstream>
 
-#include "makestore/ShopStore.h"
 #include "makestore/StoreBuilder.h"
 #include "platform/jet/RandomUpdates.h"
 #include "platform/jet/StoreFiles.h"
@@ -103,51 +102,6 @@ TEST(IndexOnAMissingColumn, RefusesChangesOfItsOtherColumns) {
   EXPECT_NE(support::errorNumberOf([&] { makeChange(file, u"", change); }), 0);
   change.values = {{jet::ColumnIndex(0), std::int32_t{4}}};
   EXPECT_EQ(support::errorNumberOf([&] { makeChange(file, u"", change); }), 0);
-}
-
-/// The number of entries in the fullest leaf of the index.
-std::size_t fullestLeaf(const jet::TableSource& source, jet::IndexNumber index) {
-  std::size_t most = 0;
-  jet::PageNumber number = source.index(index).root;
-  for (bool leaf = false; number != jet::kNoPage;) {
-    const auto page = source.pager.read(number, {});
-    const jet::IndexPageView view(source.pager.layout(), *page, {});
-    if (view.isLeaf()) most = std::max(most, view.size());
-    leaf = leaf || view.isLeaf();
-    number = leaf ? view.next() : view.size() == 0 ? view.tail() : view.child(0);
-  }
-  return most;
-}
-
-TEST(PackedLeaves, StaySoundWhenFiftyFreeSlotsGetNames) {
-  const Scratch scratch;
-  const fs::path file = scratch.folder() / "packed.mdb";
-  makestore::ShopOptions options;
-  options.slots = 1400;
-  options.products = 40;
-  options.packedIndexes = true;
-  makestore::shopStore(options).write(file);
-  EXPECT_EQ(checkerVerdict(file), "sound");
-  std::vector<Change> changes;
-  {
-    jet::Database database(file, u"the file", jet::Password{kStorePassword});
-    const jet::Table& table = tableNamed(database, u"tblStock");
-    const jet::ColumnIndex name = table.columnNamed(u"description").value();
-    const jet::IndexNumber index = table.indexOn({u"description"}).value();
-    EXPECT_GE(fullestLeaf(table.source(), index), 1300U);
-    const auto walk = table.walk(index, {.equal = {runtime::Null{}}});
-    for (int i = 0; walk->next(); ++i)
-      if (i % 27 == 0)
-        changes.push_back({u"tblStock",
-                           walk->row().id(),
-                           {{name, longKey(i).substr(0, 40)},
-                            {table.columnNamed(u"deptid").value(), std::int32_t{3}}}});
-  }
-  EXPECT_GE(changes.size(), 50U);
-  for (const Change& change : changes) makeChange(file, kStorePassword, change);
-  jet::Database database(file, u"the file", jet::Password{kStorePassword});
-  EXPECT_EQ(indexProblems(tableNamed(database, u"tblStock")), std::vector<std::string>());
-  EXPECT_EQ(checkerVerdict(file), "sound");
 }
 
 /// Sets a leaf as the previous page of each node (links of nodes are not maintained); returns the

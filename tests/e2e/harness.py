@@ -162,16 +162,11 @@ class Screen:
     def keys(self, *names):
         self.desktop.xdotool("key", "--delay", 20, *names)
 
-    def choose_without_waiting(self, control, index):
-        """Opens a drop-down list by the mouse and chooses an entry by the keyboard. Doesn't wait for the list
-        to close."""
+    def choose(self, control, index):
+        """Opens a drop-down list by the mouse, chooses an entry by the keyboard, and waits for the list to close."""
         self.click(control)
         wait_until(lambda: len(self.windows()) == 2, f"the entries of {control}")
         self.keys("Home", *["Down"] * index, "Return")
-
-    def choose(self, control, index):
-        """Chooses an entry, and waits for the list to close."""
-        self.choose_without_waiting(control, index)
         self.wait_alone()
 
     def save(self, *keys):

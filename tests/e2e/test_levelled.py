@@ -144,7 +144,7 @@ class DayOfWork(Case):
 
 
 class Colours(Case):
-    """Colours key 4, copies its colours to others, resets a key."""
+    """Colours keys by the real dialog."""
 
     def pick_colour(self, screen, button, html=None):
         """Opens the colour dialog and confirms the colour `html`; None cancels the dialog."""
@@ -161,7 +161,7 @@ class Colours(Case):
             screen.keys("Return")
         screen.wait_alone()
 
-    def test_chosen_copied_and_reset_colours_reach_the_file(self):
+    def test_chosen_colours_reach_the_file(self):
         self.shop.write_layout(1, layout({4: {"product": 11, "caption": "Fish & Chips"},
                                           6: {"product": 12, "caption": "<b>Bun</b>"}}))
         screen = self.levelled()
@@ -175,22 +175,12 @@ class Colours(Case):
         self.pick_colour(screen, "cmdFontColour", "#ffff00")
         screen.move("cmdClose")
         wait_until(lambda: screen.colour(4) == 0xFF0000, "key 4 in red")
-
-        screen.click("cmdCopy")
-        wait_until(lambda: screen.find(name="STOP COPY"), "copy mode")
-        screen.click(8)
-        screen.click(62)
-        screen.click("cmdCopy")
-        wait_until(lambda: screen.find(name="Copy Button Settings"), "the end of copy mode")
-        screen.click(6)
-        screen.click("cmdResetColor")
-        screen.wait_captions({4: "Fish & Chips"})
         screen.save()
         red, yellow = 0x0000FF, 0x00FFFF
         self.assertEqual(self.shop.layout(1), layout({
             0: {"back": 0}, 4: {"product": 11, "caption": "Fish & Chips", "back": red,
                                 "font": yellow},
-            5: {"font": red}, 8: {"back": red, "font": yellow}, 62: {"back": red, "font": yellow}}))
+            5: {"font": red}, 6: {"product": 12, "caption": "<b>Bun</b>"}}))
 
 
 class Pointer(Case):

@@ -34,6 +34,8 @@ TEST(LargeEditor, RowsAreTheIdInTenCharactersAndTheFullName) {
   EXPECT_EQ(entries[0], u"142       Apple");
   EXPECT_EQ(entries[1], u"7         Apple " + std::u16string(54, u'x'));
   EXPECT_EQ(entries.size(), 197U);
+  user.doubleClickRow("List1", 1);
+  EXPECT_EQ(caption(user, key(0)), "Apple " + std::string(54, 'x'));
 }
 
 TEST(LargeEditor, ACommaInANameEndsTheNextStart) {
@@ -62,6 +64,7 @@ TEST(LargeEditor, IdsFromTheFileStayUntrimmedAndFontColoursAreNotRestored) {
   EXPECT_EQ(picture(12), picture(11));
   shop.host.colours = {0x00FF00};
   user.click(key(3));
+  user.drop(key(9), u"77        Tea");  // key 3 stays the current one
   user.click("cmdSelCol");
   user.click("cmdCopy");
   user.click(key(4));
@@ -75,6 +78,7 @@ TEST(LargeEditor, IdsFromTheFileStayUntrimmedAndFontColoursAreNotRestored) {
   EXPECT_EQ(saved[3], lineOf({.key = 3, .product = "  77 ", .caption = " Tea ", .back = 65280}));
   EXPECT_EQ(saved[4], lineOf({.key = 4, .product = "  77 ", .caption = " Tea ", .back = 65280}));
   EXPECT_EQ(saved[5], lineOf({.key = 5, .back = kWhite}));
+  EXPECT_EQ(saved[9], lineOf({.key = 9, .product = "77", .caption = "Tea", .back = 255}));
 }
 
 TEST(LargeEditor, ADropReadsTheIdBeforeTheDescription) {

@@ -52,6 +52,13 @@ void onSheet(WindowDriver& user, int index, const std::function<void(WindowDrive
   user.doubleClick(key(index));
 }
 
+void add(WindowDriver& user, int index, std::u16string_view name, std::u16string_view price) {
+  onSheet(user, index, [&](WindowDriver& sheet) {
+    typeProduct(sheet, name, price);
+    sheet.click("cmdSave");
+  });
+}
+
 }  // namespace
 
 TEST(AddProduct, TheLowestFreeSlotIsFilledAndTheProductIsPlacedOnTheKey) {
@@ -83,20 +90,14 @@ TEST(AddProduct, ClosingWithoutAddingPlacesTheLastAddedProductAgain) {
   const auto close = [](WindowDriver& sheet) { sheet.click("cmdClose"); };
   onSheet(user, 1, close);
   EXPECT_EQ(caption(user, key(1)), "Key 1") << "nothing was added in this run";
-  onSheet(user, 2, [](WindowDriver& sheet) {
-    typeProduct(sheet, u"Tea", u"2,50");
-    sheet.click("cmdSave");
-  });
+  add(user, 2, u"Tea", u"2,50");
   EXPECT_EQ(stored(u"tblStock", u"price", 100), u"2");
   onSheet(user, 3, close);
   onSheet(user, 4, [](WindowDriver& sheet) {
     typeProduct(sheet, u"half typed", u"1");
     sheet.close();
   });
-  onSheet(user, 5, [](WindowDriver& sheet) {
-    typeProduct(sheet, u"", u"");  // an empty name uses a slot up, and changes no key
-    sheet.click("cmdSave");
-  });
+  add(user, 5, u"", u"");  // an empty name uses a slot up, and changes no key
   onSheet(user, 6, close);
   user.doubleClickRow("List1", 0);  // the double click made its key current
   const auto saved = shop.save(user);
@@ -136,10 +137,7 @@ TEST(AddProduct, WithoutAFreeSlotAMessageShowsAndTheFormCloses) {
   Shop shop;
   for (const int id : {100, 130, 195}) shop.names[id] = u"taken";
   WindowDriver user = shop.open();
-  onSheet(user, 1, [](WindowDriver& sheet) {
-    typeProduct(sheet, u"Tea", u"1");
-    sheet.click("cmdSave");
-  });
+  add(user, 1, u"Tea", u"1");
   EXPECT_FALSE(WindowDriver::isShown("frmAddPlu"));
   ASSERT_EQ(shop.host.messages.size(), 1U);
   EXPECT_EQ(shop.host.messages[0].text,
@@ -154,10 +152,7 @@ TEST(AddProduct, WithoutAProductRowTheProgramEndsAfterFillingTheStockRow) {
   Shop shop;
   shop.missingPlu = {100};
   WindowDriver user = shop.open();
-  onSheet(user, 1, [](WindowDriver& sheet) {
-    typeProduct(sheet, u"Tea", u"1");
-    sheet.click("cmdSave");
-  });
+  add(user, 1, u"Tea", u"1");
   EXPECT_EQ(shop.failure(), 3021);
   EXPECT_EQ(stored(u"tblStock", u"description", 100), u"Tea");
   EXPECT_EQ(caption(user, key(1)), "Key 1");

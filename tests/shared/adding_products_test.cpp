@@ -81,6 +81,8 @@ TEST_F(AddingProducts, KeepsEveryReferenceStoreSound) {
 
 TEST_F(AddingProducts, KeepsStoresOfOtherShapesSound) {
   makestore::ShopOptions packed;
+  packed.slots = 1800;  // a leaf that holds entries of 1300 equal keys
+  packed.products = 400;
   packed.packedIndexes = true;
   packed.referenceMaps = true;
   packed.compressed = false;

@@ -160,23 +160,6 @@ TEST_F(StoreBuilderTest, LongDefinitionsAndWideTablesReadBack) {
   EXPECT_EQ(cells[119], "t");
 }
 
-TEST_F(StoreBuilderTest, LargeFilesAndReferenceMapsListEveryPage) {
-  for (const bool references : {false, true}) {
-    StoreBuilder store;
-    store.referenceMaps(references).freePages(3);
-    // So large that a window of the usual length covers neither the table nor the file.
-    StoreTable& table = store.table(u"Large");
-    table.column({.name = u"id"}).column(makestore::Column::text(u"name", 255));
-    for (int i = 0; i < 7000; ++i) table.row({i, text(255, u'\u20AC')});
-    store.table(u"Small").column({.name = u"id"}).row({1});
-    const std::filesystem::path file = write(store);
-    EXPECT_EQ(checkerVerdict(file), "sound") << references;
-    EXPECT_EQ(checkerOutput("-v", file).find("neither free nor claimed"), std::string::npos);
-    EXPECT_EQ(jettest::split(exported(file, "Large"), '\n').size(), 7001U);
-    EXPECT_EQ(exported(file, "Small"), "id\n1\n");
-  }
-}
-
 TEST_F(StoreBuilderTest, SavedQueriesAreRebuiltAsDefined) {
   StoreBuilder store;
   store.table(u"Order Details").column({.name = u"id"}).column({.name = u"qty"});
@@ -210,28 +193,6 @@ TEST_F(StoreBuilderTest, SavedQueriesAreRebuiltAsDefined) {
             "u.id\nWHERE d.qty>0\nGROUP BY d.id\nHAVING Sum(d.qty)>1\n"
             "ORDER BY d.id DESC, Sum(d.qty);\n\n"
             "-- qryStar\nSELECT *\nFROM T;\n\n");
-}
-
-TEST_F(StoreBuilderTest, OtherReadersReadPasswordAndEncodedPages) {
-  StoreBuilder plain;
-  StoreBuilder encrypted;
-  encrypted.password(u"Twenty characters ok").encodingKey(0x12345678);
-  for (StoreBuilder* store : {&plain, &encrypted}) {
-    StoreTable& table = store->table(u"T");
-    table.column(makestore::Column::text(u"name", 30)).index(Index::plain(u"name"));
-    table.row({u"Elderflower"});
-  }
-  const std::filesystem::path open = write(plain, "plain.mdb");
-  const std::filesystem::path closed = write(encrypted, "encrypted.mdb");
-  EXPECT_EQ(checkerOutput("--password", open), "\n");
-  EXPECT_EQ(checkerOutput("--password", closed), "Twenty characters ok\n");
-  EXPECT_EQ(checkerVerdict(closed), "sound");
-  EXPECT_EQ(exported(closed, "T"), "name\nElderflower\n");
-  EXPECT_NE(jettest::outputOf("cat '" + open.string() + "'").find("Elderflower"),
-            std::string::npos);
-  EXPECT_EQ(jettest::outputOf("cat '" + closed.string() + "'").find("Elderflower"),
-            std::string::npos);
-  EXPECT_THROW(plain.password(text(21)), std::invalid_argument);
 }
 
 TEST(StoreBuilder, RefusesRowsThatBreakTheTablesRules) {

@@ -39,11 +39,15 @@ FileProblem problemOf(const fs::path& path, Access access) {
 
 constexpr std::chrono::milliseconds kShort{30};
 
-}  // namespace
-
-TEST(ByteFile, ReadsAndWritesAtAnyOffset) {
+class ByteFileTest : public testing::Test {
+ protected:
   const support::ProgramFolder folder;
   const fs::path path = folder.path() / "store.mdb";
+};
+
+}  // namespace
+
+TEST_F(ByteFileTest, ReadsAndWritesAtAnyOffset) {
   ByteFile file(path, Access::Create);
   file.writeAt(4, bytesOf("page"));
   file.sync();
@@ -59,9 +63,7 @@ TEST(ByteFile, ReadsAndWritesAtAnyOffset) {
   EXPECT_EQ(errorNumberOf([&] { reader.writeAt(0, bytesOf("x")); }), 70);
 }
 
-TEST(ByteFile, AWriteBeyondTheSizeLimitRaisesDiskFull) {
-  const support::ProgramFolder folder;
-  const fs::path path = folder.path() / "store.mdb";
+TEST_F(ByteFileTest, AWriteBeyondTheSizeLimitRaisesDiskFull) {
   const int error = support::statusOfCopy([&] {
     const rlimit limit{6, 6};
     ::setrlimit(RLIMIT_FSIZE, &limit);
@@ -72,9 +74,7 @@ TEST(ByteFile, AWriteBeyondTheSizeLimitRaisesDiskFull) {
   EXPECT_EQ(support::readFile(path), "too lo");
 }
 
-TEST(ByteFile, AFailedOpenReportsItsReason) {
-  const support::ProgramFolder folder;
-  const fs::path path = folder.path() / "store.mdb";
+TEST_F(ByteFileTest, AFailedOpenReportsItsReason) {
   EXPECT_EQ(problemOf(path, Access::ReadWrite), FileProblem::Missing);
   EXPECT_EQ(problemOf(folder.path() / "none" / "store.mdb", Access::ReadOnly),
             FileProblem::FolderMissing);
@@ -87,10 +87,8 @@ TEST(ByteFile, AFailedOpenReportsItsReason) {
   EXPECT_EQ(problemOf(path, Access::ReadOnly), FileProblem::NoPermission);
 }
 
-TEST(ByteFile, LocksExcludeOtherOpeningsAndWaitUntilTheirTimeout) {
-  const support::ProgramFolder folder;
+TEST_F(ByteFileTest, LocksExcludeOtherOpeningsAndWaitUntilTheirTimeout) {
   folder.write("store.mdb", "");
-  const fs::path path = folder.path() / "store.mdb";
   ByteFile one(path, Access::ReadWrite);
   ByteFile two(path, Access::ReadWrite);
   one.lockShared();
@@ -121,10 +119,8 @@ bool lockBytes(int descriptor, short type) {
   return ::fcntl(descriptor, F_SETLK, &range) == 0;
 }
 
-TEST(ByteFile, LocksLeaveTheFilesOwnBytesToOtherPrograms) {
-  const support::ProgramFolder folder;
+TEST_F(ByteFileTest, LocksLeaveTheFilesOwnBytesToOtherPrograms) {
   folder.write("store.mdb", "old bytes");
-  const fs::path path = folder.path() / "store.mdb";
   ByteFile file(path, Access::ReadWrite);
   file.lockExclusive();
   const int done = support::statusOfCopy([&] {
@@ -137,10 +133,8 @@ TEST(ByteFile, LocksLeaveTheFilesOwnBytesToOtherPrograms) {
   EXPECT_EQ(support::readFile(path), "new bytes");
 }
 
-TEST(ByteFile, LocksWaitWhileAnotherProgramLocksItsBytesExclusively) {
-  const support::ProgramFolder folder;
+TEST_F(ByteFileTest, LocksWaitWhileAnotherProgramLocksItsBytesExclusively) {
   folder.write("store.mdb", "bytes");
-  const fs::path path = folder.path() / "store.mdb";
   const int other = ::open(path.c_str(), O_RDWR);
   const auto errorsOfAnotherProgram = [&] {
     return support::statusOfCopy([&] {
@@ -156,10 +150,8 @@ TEST(ByteFile, LocksWaitWhileAnotherProgramLocksItsBytesExclusively) {
   ::close(other);
 }
 
-TEST(ByteFile, AWaitEndsWhenTheLockDoes) {
-  const support::ProgramFolder folder;
+TEST_F(ByteFileTest, AWaitEndsWhenTheLockDoes) {
   folder.write("store.mdb", "");
-  const fs::path path = folder.path() / "store.mdb";
   ByteFile held(path, Access::ReadWrite);
   held.lockExclusive();
   std::thread holder([&] {

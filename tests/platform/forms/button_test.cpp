@@ -13,6 +13,7 @@
 
 #include "platform/forms/Form.h"
 #include "platform/forms/MyCommandButton.h"
+#include "support/Designs.h"
 #include "support/TestHost.h"
 #include "support/WindowDriver.h"
 
@@ -28,13 +29,8 @@ constexpr forms::Colour kGreen = 0x00FF00;
 constexpr forms::Colour kBlue = 0xFF0000;
 
 ButtonDesign keyDesign(std::int16_t index) {
-  ButtonDesign design;
-  design.name = "MyButton1";
-  design.left = 1350 * (index % 3);
-  design.top = 1080 * (index / 3);
-  design.width = 1320;
-  design.height = 1050;
-  design.tabIndex = index;
+  auto design = support::designOf<ButtonDesign>("MyButton1", 1350 * (index % 3), 1080 * (index / 3),
+                                                1320, 1050, index);
   design.showFocus = index != 1;
   design.isKey = true;
   return design;
@@ -104,6 +100,7 @@ TEST_F(Button, OnlyAPressAndReleaseOnOneButtonOrAKeyboardPressIsAClick) {
     EXPECT_THAT(screen.log, ElementsAre("Click 1"));
   }
   user->key(Qt::Key_X);
+  QTest::mouseClick(&user->control("MyButton1(1)"), Qt::RightButton);
   EXPECT_EQ(screen.log.size(), 1U);
 }
 

@@ -25,6 +25,7 @@
 #include "platform/forms/MSHFlexGrid.h"
 #include "platform/forms/TextBox.h"
 #include "platform/runtime/RunTimeError.h"
+#include "support/Designs.h"
 #include "support/FileFaults.h"
 #include "support/ProgramFolder.h"
 #include "support/TestHost.h"
@@ -37,22 +38,14 @@ using support::WindowDriver;
 using testing::ElementsAre;
 
 /// A control on line `line`; lines are 450 twips apart.
-forms::Design row(const char* name, int line, std::u16string_view caption = {}) {
-  forms::Design design;
-  design.name = name;
+forms::Design row(const char* name, int line, std::u16string_view caption = {}, int height = 360) {
+  auto design = support::designOf(name, 150, 150 + 450 * line, 3000, height, line);
   design.caption = caption;
-  design.left = 150;
-  design.top = 150 + 450 * line;
-  design.width = 3000;
-  design.height = 360;
-  design.tabIndex = line;
   return design;
 }
 
 forms::Design tall(const char* name, int line) {
-  forms::Design design = row(name, line);
-  design.height = 1500;
-  return design;
+  return row(name, line, {}, 1500);
 }
 
 class ControlScreen : public forms::Form {

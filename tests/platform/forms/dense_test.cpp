@@ -12,6 +12,7 @@
 #include "platform/forms/Form.h"
 #include "platform/forms/Label.h"
 #include "platform/forms/MyCommandButton.h"
+#include "support/Designs.h"
 #include "support/TestHost.h"
 #include "support/WindowDriver.h"
 
@@ -26,12 +27,7 @@ class Wide : public forms::Form {
         unseen(*this, design("unseen", 60000, 60000, false)) {}
 
   static forms::Design design(const char* name, int left, int top, bool visible) {
-    forms::Design design;
-    design.name = name;
-    design.left = left;
-    design.top = top;
-    design.width = 1500;
-    design.height = 300;
+    auto design = support::designOf(name, left, top, 1500, 300);
     design.visible = visible;
     return design;
   }
@@ -78,9 +74,7 @@ class WideSheet : public forms::Form {
 
   static FlexCell::GridDesign design() {
     FlexCell::GridDesign design;
-    design.control.name = "Grid1";
-    design.control.width = 18000;
-    design.control.height = 4245;
+    design.control = support::designOf("Grid1", 0, 0, 18000, 4245);
     design.rows = 8;
     design.cols = 3;
     design.defaultRowHeight = 35;

@@ -15,6 +15,7 @@
 #include "platform/forms/Timer.h"
 #include "platform/process/Process.h"
 #include "platform/runtime/RunTimeError.h"
+#include "support/Designs.h"
 #include "support/FileFaults.h"
 #include "support/TestHost.h"
 #include "support/WindowDriver.h"
@@ -27,28 +28,14 @@ using support::WindowDriver;
 using testing::ElementsAre;
 
 ButtonDesign button(const char* name, int left, int top, int tabIndex, bool visible = true) {
-  ButtonDesign design;
-  design.name = name;
+  auto design = support::designOf<ButtonDesign>(name, left, top, 1500, 465, tabIndex);
   design.caption = u"Press";
-  design.left = left;
-  design.top = top;
-  design.width = 1500;
-  design.height = 465;
-  design.tabIndex = tabIndex;
   design.visible = visible;
   return design;
 }
 
-/// A picture box of 3000 by 2000 twips at 300, 150.
 forms::Design pane() {
-  forms::Design design;
-  design.name = "pane";
-  design.left = 300;
-  design.top = 150;
-  design.width = 3000;
-  design.height = 2000;
-  design.tabIndex = 0;
-  return design;
+  return support::designOf("pane", 300, 150, 3000, 2000, 0);
 }
 
 class MainScreen : public forms::Form {

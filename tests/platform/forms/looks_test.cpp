@@ -14,26 +14,16 @@
 #include "platform/forms/Form.h"
 #include "platform/forms/ListBox.h"
 #include "platform/forms/TextBox.h"
+#include "support/Designs.h"
 #include "support/TestHost.h"
 #include "support/WindowDriver.h"
 
 namespace {
 
-forms::Design row(const char* name, int line, int height = 360) {
-  forms::Design design;
-  design.name = name;
-  design.left = 150;
-  design.top = 150 + 450 * line;
-  design.width = 3000;
-  design.height = height;
-  design.tabIndex = line;
-  design.backColour = forms::kWhite;
-  return design;
-}
-
-forms::Design captioned(const char* name, int line, std::u16string_view caption) {
-  forms::Design design = row(name, line);
+forms::Design row(const char* name, int line, std::u16string_view caption = {}, int height = 360) {
+  auto design = support::designOf(name, 150, 150 + 450 * line, 3000, height, line);
   design.caption = caption;
+  design.backColour = forms::kWhite;
   return design;
 }
 
@@ -42,10 +32,10 @@ class LooksScreen : public forms::Form {
  public:
   LooksScreen()
       : Form({.name = "LooksScreen", .width = 6000, .height = 6000}),
-        tick(*this, captioned("tick", 0, u"Half price")),
+        tick(*this, row("tick", 0, u"Half price")),
         box(*this, row("box", 1)),
-        text(*this, captioned("text", 2, u"Hot Drinks")),
-        list(*this, row("list", 3, 1500)) {
+        text(*this, row("text", 2, u"Hot Drinks")),
+        list(*this, row("list", 3, {}, 1500)) {
     for (const auto* entry : {u"Hot Drinks", u"Bakery"}) {
       box.AddItem(entry);
       list.AddItem(entry);

@@ -17,6 +17,7 @@
 #include "platform/forms/Form.h"
 #include "platform/forms/MyCommandButton.h"
 #include "platform/runtime/RunTimeError.h"
+#include "support/Designs.h"
 #include "support/FileFaults.h"
 #include "support/TestHost.h"
 #include "support/WindowDriver.h"
@@ -39,11 +40,7 @@ constexpr forms::Colour kGrey = 0x808080;
 
 FlexCell::GridDesign gridDesign() {
   FlexCell::GridDesign design;
-  design.control.name = "Grid1";
-  design.control.top = 600;
-  design.control.width = 9000;
-  design.control.height = 3000;
-  design.control.tabIndex = 0;
+  design.control = support::designOf("Grid1", 0, 600, 9000, 3000, 0);
   design.control.backColour = forms::kWindowBackground;
   design.control.foreColour = forms::kWindowText;
   design.rows = kLast + 1;
@@ -53,15 +50,6 @@ FlexCell::GridDesign gridDesign() {
   design.enterKeyMoveTo = 1;
   design.backColourActiveCell = kAqua;
   design.borderColour = kGrey;
-  return design;
-}
-
-MyCommandButton::ButtonDesign buttonDesign() {
-  MyCommandButton::ButtonDesign design;
-  design.name = "cmdSave";
-  design.width = 1500;
-  design.height = 500;
-  design.tabIndex = 1;
   return design;
 }
 
@@ -75,7 +63,8 @@ class SheetScreen : public forms::Form {
   SheetScreen()
       : Form({.name = "SheetScreen", .width = 9000, .height = 4000}),
         Grid1(*this, gridDesign()),
-        cmdSave(*this, buttonDesign()) {
+        cmdSave(*this,
+                support::designOf<MyCommandButton::ButtonDesign>("cmdSave", 0, 0, 1500, 500, 1)) {
     constexpr std::u16string_view kCaptions[] = {u"Name", u"Price", u"Department", u"Printer",
                                                  u"Open price"};
     for (int row = kName; row <= kLast; ++row) Grid1.Cell(row, kLabels).Text(kCaptions[row - 1]);

@@ -72,6 +72,20 @@ TEST(IndexPlan, ReadsTheSameRowsAsAScan) {
   }
 }
 
+TEST(IndexPlan, BoundsOfADescendingIndexLeaveOutNulls) {
+  makestore::StoreBuilder builder;
+  makestore::StoreTable& table = builder.table(u"T");
+  table.column({.name = u"id"}).column({.name = u"n"});
+  table.index({.name = u"down", .columns = {{u"n", false}}});
+  for (std::int32_t id = 0; id < 200; ++id)
+    table.row({id, id % 7 == 0 ? runtime::Variant() : runtime::Variant(id)});
+  SmallStore store(std::move(builder));
+  EXPECT_EQ(store.plan(u"select id from T where n > 9"), "T by down n>");
+  EXPECT_EQ(store.sortedRows(u"select id from T where n > 8 and n <= 11"),
+            (std::vector<std::string>{"10", "11", "9"}));
+  EXPECT_EQ(store.rows(u"select id from T where n < 3").size(), 2U);
+}
+
 TEST(IndexPlan, ALookupWithoutAnIndexFindsTheSameRowsAsAScan) {
   const auto joined = shop().sortedRows(
       u"select a.id, b.id from tblStock a inner join tblStock b on a.price = b.price");

@@ -160,6 +160,23 @@ TEST_F(StoreBuilderTest, LongDefinitionsAndWideTablesReadBack) {
   EXPECT_EQ(cells[119], "t");
 }
 
+TEST_F(StoreBuilderTest, LargeFilesAndReferenceMapsListEveryPage) {
+  for (const bool references : {false, true}) {
+    StoreBuilder store;
+    store.referenceMaps(references).freePages(3);
+    // So large that a window of the usual length covers neither the table nor the file.
+    StoreTable& table = store.table(u"Large");
+    table.column({.name = u"id"}).column(makestore::Column::text(u"name", 255));
+    for (int i = 0; i < 7000; ++i) table.row({i, text(255, u'\u20AC')});
+    store.table(u"Small").column({.name = u"id"}).row({1});
+    const std::filesystem::path file = write(store);
+    EXPECT_EQ(checkerVerdict(file), "sound") << references;
+    EXPECT_EQ(checkerOutput("-v", file).find("neither free nor claimed"), std::string::npos);
+    EXPECT_EQ(jettest::split(exported(file, "Large"), '\n').size(), 7001U);
+    EXPECT_EQ(exported(file, "Small"), "id\n1\n");
+  }
+}
+
 TEST_F(StoreBuilderTest, SavedQueriesAreRebuiltAsDefined) {
   StoreBuilder store;
   store.table(u"Order Details").column({.name = u"id"}).column({.name = u"qty"});

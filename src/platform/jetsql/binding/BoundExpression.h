@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <set>
 #include <vector>
 
 #include "platform/jetsql/functions/Function.h"
@@ -24,6 +25,13 @@ struct BoundExpression : ExpressionNode {
   std::vector<BoundPtr> arguments = {};
   std::shared_ptr<const BoundQuery> query = {};
 };
+
+/// The sources whose columns an expression uses, and whether it has a query, which may use any.
+struct SourceUse {
+  std::set<const Source*> sources = {};
+  bool hasQuery = false;
+};
+SourceUse sourcesOf(const BoundExpression& expression);
 
 /// True when two expressions are equal.
 bool sameExpression(const BoundExpression& a, const BoundExpression& b);

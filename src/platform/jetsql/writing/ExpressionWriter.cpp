@@ -181,10 +181,6 @@ std::string ExpressionWriter::amount(const BoundExpression& expression) {
   return converted(value(expression), expression.type, Type::Currency);
 }
 
-std::string ExpressionWriter::condition(const BoundExpression& expression) {
-  return checked(plainCondition(expression));
-}
-
 std::string ExpressionWriter::written(const BoundExpression& expression) {
   const Kind kind = expression.kind;
   if (isTruth(expression)) return "(- " + condition(expression) + ")";
@@ -196,11 +192,11 @@ std::string ExpressionWriter::written(const BoundExpression& expression) {
   return kind == Kind::Scalar ? scalarQuery(expression) : writeCall(*this, expression);
 }
 
-std::string ExpressionWriter::plainCondition(const BoundExpression& expression) {
-  if (isTruth(expression)) return testCondition(expression);
+std::string ExpressionWriter::condition(const BoundExpression& expression) {
+  if (isTruth(expression)) return checked(testCondition(expression));
   if (expression.kind == Kind::Call && expression.function->writing == Function::Writing::Choice) {
-    return writeChoice(*this, expression,
-                       [this](const BoundExpression& side) { return condition(side); });
+    return checked(writeChoice(*this, expression,
+                               [this](const BoundExpression& side) { return condition(side); }));
   }
   return "(" + asNumber(expression) + " <> 0)";
 }
@@ -213,8 +209,7 @@ std::string ExpressionWriter::testCondition(const BoundExpression& expression) {
                          writer_.call(kind == Kind::Like ? "jet_like" : "jet_alike",
                                       {asText(*arguments[0]), asText(*arguments[1])}));
   }
-  if (kind == Kind::Between) return between(expression);
-  if (kind == Kind::InList) return inList(expression);
+  if (kind == Kind::Between || kind == Kind::InList) return comparison(expression);
   if (kind >= Kind::InQuery && kind <= Kind::Quantified) return subqueryCondition(expression);
   if (kind == Kind::Unary || kind == Kind::Binary) {
     return isLogical(expression.op) ? logical(expression) : comparison(expression);
@@ -284,58 +279,32 @@ std::string ExpressionWriter::logical(const BoundExpression& expression) {
                        "(" + condition(*arguments[0]) + " <> " + condition(*arguments[1]) + ")");
 }
 
+/// The comparison of the first operand with the others, which are one value, two bounds or a list.
 std::string ExpressionWriter::comparison(const BoundExpression& expression) {
-  const BoundExpression& a = *expression.arguments[0];
-  const BoundExpression& b = *expression.arguments[1];
-  const std::string sign(symbol(expression.op));
-  switch (comparing(a.type, b.type)) {
-    case Comparing::Plain:
-      return "(" + comparedAmong(a, expression.arguments) + sign +
-             comparedAmong(b, expression.arguments) + ")";
-    case Comparing::Texts:
-      return "(" + plain(a) + sign + collated(plain(b), Type::Any) + ")";
-    case Comparing::GuidText:
-      return "(" + asText(a) + sign + collated(asText(b), Type::Any) + ")";
-    case Comparing::Null:
-      break;
-  }
-  return "NULL";
-}
-
-/// The bounds may come in either order.
-std::string ExpressionWriter::between(const BoundExpression& expression) {
   const auto& arguments = expression.arguments;
-  const Comparing first = comparing(arguments[0]->type, arguments[1]->type);
-  const Comparing second = comparing(arguments[0]->type, arguments[2]->type);
-  if (first == Comparing::Null || second == Comparing::Null) return "NULL";
-  const bool isGuidText = first == Comparing::GuidText || second == Comparing::GuidText;
-  const auto operand = [&](std::size_t argument) {
-    if (first == Comparing::Plain) return comparedAmong(*arguments[argument], arguments);
-    return collated(isGuidText ? asText(*arguments[argument]) : plain(*arguments[argument]),
-                    Type::Any);
+  bool hasNull = false;
+  bool isGuidText = false;
+  for (std::size_t i = 1; i < arguments.size(); ++i) {
+    const Comparing way = comparing(arguments[0]->type, arguments[i]->type);
+    hasNull = hasNull || way == Comparing::Null;
+    isGuidText = isGuidText || way == Comparing::GuidText;
+  }
+  if (hasNull && expression.kind != Kind::InList) return "NULL";
+  const auto operand = [&](const BoundPtr& each) {
+    return isGuidText ? collated(asText(*each), Type::Any) : comparedAmong(*each, arguments);
   };
-  const std::string low = operand(1);
-  const std::string high = operand(2);
-  return inParentheses(expression.negated, operand(0) + " BETWEEN " +
-                                               writer_.call("min", {low, high}) + " AND " +
-                                               writer_.call("max", {low, high}));
-}
-
-std::string ExpressionWriter::inList(const BoundExpression& expression) {
-  const auto& arguments = expression.arguments;
-  const bool isGuidText =
-      std::any_of(arguments.begin() + 1, arguments.end(), [&](const BoundPtr& each) {
-        return comparing(arguments[0]->type, each->type) == Comparing::GuidText;
-      });
-  std::vector<std::string> operands;
-  operands.reserve(arguments.size());
-  for (const BoundPtr& each : arguments) {
-    operands.push_back(isGuidText ? collated(asText(*each), Type::Any)
-                                  : comparedAmong(*each, arguments));
+  const std::string first = operand(arguments[0]);
+  std::vector<std::string> others;
+  for (std::size_t i = 1; i < arguments.size(); ++i) others.push_back(operand(arguments[i]));
+  if (expression.kind == Kind::Binary) {
+    return "(" + first + std::string(symbol(expression.op)) + others[0] + ")";
   }
-  const std::string first = operands.front();
-  operands.erase(operands.begin());
-  return "(" + first + (expression.negated ? " NOT IN (" : " IN (") + joined(operands, ", ") + "))";
+  if (expression.kind == Kind::InList) {
+    return inParentheses(expression.negated, first + " IN (" + joined(others, ", ") + ")");
+  }
+  // The bounds may come in either order.
+  return inParentheses(expression.negated, first + " BETWEEN " + writer_.call("min", others) +
+                                               " AND " + writer_.call("max", others));
 }
 
 std::string ExpressionWriter::subqueryCondition(const BoundExpression& expression) {

@@ -40,13 +40,10 @@ class ExpressionWriter {
  private:
   std::string written(const BoundExpression& expression);
   std::string amount(const BoundExpression& expression);
-  std::string plainCondition(const BoundExpression& expression);
   std::string testCondition(const BoundExpression& expression);
   std::string operatorValue(const BoundExpression& expression);
   std::string logical(const BoundExpression& expression);
   std::string comparison(const BoundExpression& expression);
-  std::string between(const BoundExpression& expression);
-  std::string inList(const BoundExpression& expression);
   std::string subqueryCondition(const BoundExpression& expression);
   std::string scalarQuery(const BoundExpression& expression);
   std::string chain(const BoundExpression& expression,

@@ -20,30 +20,6 @@ std::pair<const BoundFrom*, const BoundFrom*> sidesOf(const BoundFrom& join) {
   return {left, right};
 }
 
-/// True when the expression uses the source, or has a query, which may use it.
-bool mayUse(const BoundExpression& expression, const Source& source) {
-  if (expression.query || expression.source == &source) return true;
-  return std::ranges::any_of(expression.arguments,
-                             [&](const BoundPtr& each) { return mayUse(*each, source); });
-}
-
-/// True when the expression uses no source and no query.
-bool isConstant(const BoundExpression& expression) {
-  return !expression.query && expression.source == nullptr &&
-         std::ranges::all_of(expression.arguments,
-                             [](const BoundPtr& each) { return isConstant(*each); });
-}
-
-/// True when the expression has columns, and all of them are of that source.
-bool usesOnly(const BoundExpression& expression, const Source& source) {
-  if (expression.query) return false;
-  if (expression.source != nullptr) return expression.source == &source;
-  return !isConstant(expression) &&
-         std::ranges::all_of(expression.arguments, [&](const BoundPtr& each) {
-           return isConstant(*each) || usesOnly(*each, source);
-         });
-}
-
 class FromWriter {
  public:
   explicit FromWriter(StatementWriter& writer) : writer_(writer), expressions_(writer) {}
@@ -74,7 +50,10 @@ class FromWriter {
     for (const std::size_t side : {0U, 1U}) {
       const BoundExpression& own = *equality.arguments[side];
       const BoundExpression& other = *equality.arguments[1 - side];
-      if (!usesOnly(own, source) || mayUse(other, source)) continue;
+      const SourceUse use = sourcesOf(own);
+      const SourceUse otherUse = sourcesOf(other);
+      if (use.hasQuery || use.sources != std::set<const Source*>{&source}) continue;
+      if (otherUse.hasQuery || otherUse.sources.contains(&source)) continue;
       if (own.kind == ExpressionKind::Column) {
         // A calculated column of a query: an entry without expressions makes it a subquery of its
         // own, so that SQLite calculates the column once for each row.

@@ -31,11 +31,9 @@ const BoundExpression& orderedBy(const BoundQuery& query, const BoundOrder& term
 /// other tables then counts once. Returns the ids of those rows; none where it has no effect.
 std::vector<std::string> distinctRows(StatementWriter& writer, const BoundQuery& query) {
   std::set<const Source*> shown;
-  const auto note = [&](const BoundExpression& expression, const auto& again) -> void {
-    if (expression.source != nullptr) shown.insert(expression.source);
-    for (const BoundPtr& argument : expression.arguments) again(*argument, again);
-  };
-  for (const OutputColumn& column : query.columns) note(*column.expression, note);
+  for (const OutputColumn& column : query.columns) {
+    shown.merge(sourcesOf(*column.expression).sources);
+  }
   const auto& sources = query.select->sources;
   const auto isShown = [&](const auto& source) { return shown.contains(source.get()); };
   const bool areTables = std::ranges::all_of(

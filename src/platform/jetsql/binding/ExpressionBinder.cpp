@@ -83,24 +83,17 @@ Type calculatedFrom(Type type) {
 }
 
 Type callType(const Function& function, const std::vector<BoundPtr>& arguments) {
-  switch (function.writing) {
-    case Function::Writing::Choice:
-    case Function::Writing::Choose:
-      return commonTypeOf(arguments, 1, 1);
-    case Function::Writing::Switch:
-      return commonTypeOf(arguments, 1, 2);
-    case Function::Writing::Fallback:
-      if (arguments.size() == 2) return commonTypeOf(arguments, 0, 1);
-      // Without a second argument, null becomes 0 where a number is expected, else the empty text.
-      return arguments[0]->type == Type::Null ? Type::Text : calculatedFrom(arguments[0]->type);
-    case Function::Writing::Sum:
-      return arguments[0]->type == Type::Currency ? Type::Currency : Type::Double;
-    case Function::Writing::Plain:
-    case Function::Writing::NullTest:
-    case Function::Writing::Moment:
-    case Function::Writing::InText:
-    case Function::Writing::Aggregate:
-      break;
+  using W = Function::Writing;
+  const W writing = function.writing;
+  if (writing == W::Choice || writing == W::Choose) return commonTypeOf(arguments, 1, 1);
+  if (writing == W::Switch) return commonTypeOf(arguments, 1, 2);
+  if (writing == W::Fallback) {
+    if (arguments.size() == 2) return commonTypeOf(arguments, 0, 1);
+    // Without a second argument, null becomes 0 where a number is expected, else the empty text.
+    return arguments[0]->type == Type::Null ? Type::Text : calculatedFrom(arguments[0]->type);
+  }
+  if (writing == W::Sum) {
+    return arguments[0]->type == Type::Currency ? Type::Currency : Type::Double;
   }
   if (function.result == Function::Result::Fixed) return function.type;
   const Type type = arguments[0]->type;
@@ -187,15 +180,6 @@ BoundPtr ExpressionBinder::searchColumn(const ParsedExpression& expression, cons
   return found;
 }
 
-void ExpressionBinder::requireAggregateAllowed(std::u16string_view function) const {
-  if (clause_ == Clause::Plain) {
-    scope_.sawAggregate = true;
-    return;
-  }
-  const std::u16string_view where = clause_ == Clause::Where ? u"WHERE clause" : u"expression";
-  throw error::aggregateForbidden(where, function);
-}
-
 BoundPtr ExpressionBinder::bindCall(const ParsedExpression& expression) const {
   const Function* function = functionNamed(expression.text);
   if (function == nullptr) throw error::undefinedFunction(expression.text);
@@ -204,7 +188,13 @@ BoundPtr ExpressionBinder::bindCall(const ParsedExpression& expression) const {
     throw error::argumentCount(expression.text);
   }
   if (function->writing == Function::Writing::Moment) return moment(expression.text);
-  if (function->isAggregate()) requireAggregateAllowed(expression.text);
+  if (function->isAggregate()) {
+    if (clause_ != Clause::Plain) {
+      throw error::aggregateForbidden(clause_ == Clause::Where ? u"WHERE clause" : u"expression",
+                                      expression.text);
+    }
+    scope_.sawAggregate = true;
+  }
   BoundExpression made{expression.node()};
   made.function = function;
   const ExpressionBinder arguments(queries_, scope_,

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "platform/jet/format/TextKey.h"
-#include "platform/jetsql/binding/ExpressionBinder.h"
 #include "platform/jetsql/binding/SavedQuery.h"
 #include "platform/jetsql/syntax/DepthGuard.h"
 #include "platform/jetsql/syntax/StatementError.h"

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/jet/engine/Database.h"
-#include "platform/jetsql/binding/Scope.h"
+#include "platform/jetsql/binding/ExpressionBinder.h"
 
 namespace jetsql {
 

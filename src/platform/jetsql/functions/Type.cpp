@@ -5,37 +5,14 @@
 namespace jetsql {
 
 Type typeOf(jet::ColumnType column) {
-  switch (column) {
-    case jet::ColumnType::Boolean:
-      return Type::Boolean;
-    case jet::ColumnType::Byte:
-      return Type::Byte;
-    case jet::ColumnType::Integer:
-      return Type::Integer;
-    case jet::ColumnType::Long:
-      return Type::Long;
-    case jet::ColumnType::Currency:
-      return Type::Currency;
-    case jet::ColumnType::Single:
-      return Type::Single;
-    case jet::ColumnType::Double:
-      return Type::Double;
-    case jet::ColumnType::DateTime:
-      return Type::Date;
-    case jet::ColumnType::Numeric:
-      return Type::Decimal;
-    case jet::ColumnType::Text:
-      return Type::Text;
-    case jet::ColumnType::Memo:
-      return Type::Memo;
-    case jet::ColumnType::Guid:
-      return Type::Guid;
-    case jet::ColumnType::Binary:
-    case jet::ColumnType::Ole:
-    case jet::ColumnType::Block:
-      return Type::Binary;
-  }
-  return Type::Binary;
+  // The first types stand in the same order in both.
+  static_assert(Type::Boolean == Type(jet::ColumnType::Boolean));
+  static_assert(Type::Date == Type(jet::ColumnType::DateTime));
+  if (column <= jet::ColumnType::DateTime) return static_cast<Type>(column);
+  if (column == jet::ColumnType::Numeric) return Type::Decimal;
+  if (column == jet::ColumnType::Text) return Type::Text;
+  if (column == jet::ColumnType::Memo) return Type::Memo;
+  return column == jet::ColumnType::Guid ? Type::Guid : Type::Binary;
 }
 
 Type commonType(Type a, Type b) {

@@ -42,6 +42,15 @@ constexpr std::array<BinaryOperator, 6> kComparisons{{{u"=", Operator::Equal},
                                                       {u">", Operator::Greater},
                                                       {u">=", Operator::GreaterOrEqual}}};
 
+struct TestWord {
+  std::u16string_view word;
+  Kind kind;
+};
+constexpr std::array<TestWord, 4> kTests{{{u"LIKE", Kind::Like},
+                                          {u"ALIKE", Kind::Alike},
+                                          {u"BETWEEN", Kind::Between},
+                                          {u"IN", Kind::InList}}};
+
 /// Words that stand for values.
 struct WordValue {
   std::u16string_view word;
@@ -142,19 +151,17 @@ bool ExpressionParser::compare(ParsedExpression& left) {
   }
   const bool negated = tokens_.here().is(u"NOT");
   const Token& word = tokens_.ahead(negated ? 1 : 0);
-  const bool isLike = word.is(u"LIKE");
-  const bool isBetween = word.is(u"BETWEEN");
-  const bool isIn = word.is(u"IN");
-  if (!isLike && !isBetween && !isIn && !word.is(u"ALIKE")) return false;
+  const auto found =
+      std::ranges::find_if(kTests, [&](const TestWord& each) { return word.is(each.word); });
+  if (found == kTests.end()) return false;
   tokens_.advance(negated ? 2 : 1);
-  if (isIn) {
+  if (found->kind == Kind::InList) {
     left = inOperand(std::move(left), negated);
     return true;
   }
-  left = test(isBetween ? Kind::Between : (isLike ? Kind::Like : Kind::Alike), negated,
-              std::move(left));
+  left = test(found->kind, negated, std::move(left));
   add(left, operation(kValueLevel));
-  if (!isBetween) return true;
+  if (found->kind != Kind::Between) return true;
   if (!tokens_.accept(u"AND")) tokens_.failExpression(clause_);
   add(left, operation(kValueLevel));
   return true;

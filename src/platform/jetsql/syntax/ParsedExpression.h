@@ -31,6 +31,10 @@ struct ParsedExpression : ExpressionNode {
 };
 
 /// The parts of a column's path with dots between.
-std::u16string pathText(const std::vector<std::u16string>& path);
+inline std::u16string pathText(const std::vector<std::u16string>& path) {
+  std::u16string text;
+  for (const std::u16string& part : path) text += (text.empty() ? u"" : u".") + part;
+  return text;
+}
 
 }  // namespace jetsql

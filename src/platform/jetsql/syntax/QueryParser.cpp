@@ -1,6 +1,7 @@
 #include "platform/jetsql/syntax/QueryParser.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "platform/jetsql/syntax/DepthGuard.h"
@@ -21,7 +22,7 @@ bool beginsQuery(const TokenStream& tokens) {
 bool skipParameters(TokenStream& tokens) {
   if (!tokens.here().is(u"PARAMETERS")) return false;
   while (!tokens.atEnd() && !tokens.here().is(u";") && !tokens.here().isBroken()) tokens.advance();
-  if (!tokens.accept(u";")) tokens.failClause(0, u"PARAMETER clause");
+  if (!tokens.accept(u";")) tokens.fail(0, error::clauseSyntax(u"PARAMETER clause"));
   return true;
 }
 
@@ -78,7 +79,7 @@ ParsedQuery QueryParser::query() {
   if (tokens_.here().is(u"WITH") && tokens_.ahead(1).is(u"OWNERACCESS")) {
     tokens_.advance(2);
     if (!tokens_.accept(u"OPTION")) {
-      tokens_.failClause(clause_, u"WITH OWNERACCESS OPTION declaration");
+      tokens_.fail(clause_, error::clauseSyntax(u"WITH OWNERACCESS OPTION declaration"));
     }
   }
   return parsed;
@@ -106,7 +107,7 @@ ParsedQuery QueryParser::term() {
 }
 
 ParsedSelect QueryParser::select() {
-  if (!tokens_.accept(u"SELECT")) tokens_.failClause(clause_, u"union query");
+  if (!tokens_.accept(u"SELECT")) tokens_.fail(clause_, error::clauseSyntax(u"union query"));
   ParsedSelect select;
   selectOptions(select);
   selectItems(select);
@@ -142,7 +143,7 @@ void QueryParser::selectItems(ParsedSelect& select) {
   do {
     clause_ = tokens_.position();
     if (tokens_.here().is(u"FROM") || tokens_.atEnd() || tokens_.here().is(u",")) {
-      tokens_.failReserved(clause_);
+      tokens_.fail(clause_, error::reservedWord());
     }
     select.items.push_back(item());
   } while (tokens_.accept(u","));
@@ -187,7 +188,7 @@ ParsedFrom QueryParser::fromItem() {
   join.join = *kind;
   join.sides.push_back(std::move(left));
   join.sides.push_back(fromPrimary());
-  if (!tokens_.accept(u"ON")) tokens_.failClause(clause_, u"JOIN operation");
+  if (!tokens_.accept(u"ON")) tokens_.fail(clause_, error::clauseSyntax(u"JOIN operation"));
   join.condition = expression();
   // A further join needs parentheses around this one.
   if (joinWords()) tokens_.failExpression(clause_);
@@ -195,25 +196,22 @@ ParsedFrom QueryParser::fromItem() {
 }
 
 std::optional<JoinKind> QueryParser::joinWords() {
-  JoinKind kind = JoinKind::Inner;
-  if (tokens_.here().is(u"LEFT")) {
-    kind = JoinKind::Left;
-  } else if (tokens_.here().is(u"RIGHT")) {
-    kind = JoinKind::Right;
-  } else if (!tokens_.here().is(u"INNER")) {
-    return std::nullopt;
+  constexpr std::array<std::pair<std::u16string_view, JoinKind>, 3> kKinds{
+      {{u"INNER", JoinKind::Inner}, {u"LEFT", JoinKind::Left}, {u"RIGHT", JoinKind::Right}}};
+  for (const auto& [word, kind] : kKinds) {
+    if (!tokens_.accept(word)) continue;
+    if (kind != JoinKind::Inner) tokens_.accept(u"OUTER");
+    if (!tokens_.accept(u"JOIN")) tokens_.fail(clause_, error::clauseSyntax(u"JOIN operation"));
+    return kind;
   }
-  tokens_.advance();
-  if (kind != JoinKind::Inner) tokens_.accept(u"OUTER");
-  if (!tokens_.accept(u"JOIN")) tokens_.failClause(clause_, u"JOIN operation");
-  return kind;
+  return std::nullopt;
 }
 
 ParsedFrom QueryParser::fromPrimary() {
   const DepthGuard nesting(tokens_.depth(), kDeepestNesting);
   ParsedFrom item;
   if (!tokens_.accept(u"(")) {
-    if (!tokens_.isName()) tokens_.failClause(clause_, u"FROM clause");
+    if (!tokens_.isName()) tokens_.fail(clause_, error::clauseSyntax(u"FROM clause"));
     item.name = tokens_.name(clause_);
     while (tokens_.accept(u".")) item.name += u"." + tokens_.name(clause_);
     fromAlias(item);
@@ -221,13 +219,13 @@ ParsedFrom QueryParser::fromPrimary() {
   }
   if (!tokens_.here().is(u"SELECT")) {
     item = fromItem();
-    if (!tokens_.accept(u")")) tokens_.failClause(clause_, u"JOIN operation");
+    if (!tokens_.accept(u")")) tokens_.fail(clause_, error::clauseSyntax(u"JOIN operation"));
     if (!item.isJoin() && item.alias.empty()) fromAlias(item);
     return item;
   }
   item.query = std::make_shared<const ParsedQuery>(QueryParser(tokens_).read());
   tallest_ = std::max(tallest_, item.query->height);
-  if (!tokens_.accept(u")")) tokens_.failClause(clause_, u"FROM clause");
+  if (!tokens_.accept(u")")) tokens_.fail(clause_, error::clauseSyntax(u"FROM clause"));
   fromAlias(item);
   return item;
 }
@@ -240,7 +238,7 @@ void QueryParser::fromAlias(ParsedFrom& item) {
 
 void QueryParser::groupByClause(ParsedSelect& select) {
   if (!tokens_.accept(u"GROUP")) return;
-  if (!tokens_.accept(u"BY")) tokens_.failClause(clause_, u"GROUP BY clause");
+  if (!tokens_.accept(u"BY")) tokens_.fail(clause_, error::clauseSyntax(u"GROUP BY clause"));
   do {
     select.groupBy.push_back(expression());
   } while (tokens_.accept(u","));
@@ -248,7 +246,7 @@ void QueryParser::groupByClause(ParsedSelect& select) {
 
 void QueryParser::orderByClause(ParsedQuery& query) {
   if (!tokens_.accept(u"ORDER")) return;
-  if (!tokens_.accept(u"BY")) tokens_.failClause(clause_, u"ORDER BY clause");
+  if (!tokens_.accept(u"BY")) tokens_.fail(clause_, error::clauseSyntax(u"ORDER BY clause"));
   do {
     ParsedOrder term;
     term.expression = expression();

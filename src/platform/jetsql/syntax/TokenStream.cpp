@@ -48,7 +48,7 @@ bool TokenStream::isName() const {
 }
 
 std::u16string TokenStream::name(std::size_t clause) {
-  if (!isName()) failReserved(clause);
+  if (!isName()) fail(clause, error::reservedWord());
   std::u16string text = here().text;
   advance();
   return text;
@@ -56,24 +56,17 @@ std::u16string TokenStream::name(std::size_t clause) {
 
 void TokenStream::expectClosing(std::size_t clause) {
   if (accept(u")")) return;
-  failIfBroken(clause);
   if (!atEnd()) failExpression(clause);
-  throw error::missingClosing(clauseText(clause));
+  fail(clause, error::missingClosing(clauseText(clause)));
 }
 
 void TokenStream::failExpression(std::size_t clause) const {
-  failIfBroken(clause);
-  throw error::missingOperator(clauseText(clause));
+  fail(clause, error::missingOperator(clauseText(clause)));
 }
 
-void TokenStream::failClause(std::size_t clause, std::u16string_view words) const {
+void TokenStream::fail(std::size_t clause, const runtime::RunTimeError& failure) const {
   failIfBroken(clause);
-  throw error::clauseSyntax(words);
-}
-
-void TokenStream::failReserved(std::size_t clause) const {
-  failIfBroken(clause);
-  throw error::reservedWord();
+  throw failure;
 }
 
 /// A token that is never closed may be the cause of any fault before it, so it is reported first.

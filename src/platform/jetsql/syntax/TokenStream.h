@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/jetsql/syntax/Token.h"
+#include "platform/runtime/RunTimeError.h"
 
 namespace jetsql {
 
@@ -42,9 +43,8 @@ class TokenStream {
 
   /// "Syntax error (missing operator) in query expression '<the clause's expression>'."
   [[noreturn]] void failExpression(std::size_t clause) const;
-  /// "Syntax error in <words>."
-  [[noreturn]] void failClause(std::size_t clause, std::u16string_view words) const;
-  [[noreturn]] void failReserved(std::size_t clause) const;
+  /// Another error of the clause.
+  [[noreturn]] void fail(std::size_t clause, const runtime::RunTimeError& failure) const;
 
  private:
   void failIfBroken(std::size_t clause) const;

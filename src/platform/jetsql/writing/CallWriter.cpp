@@ -62,18 +62,10 @@ std::string writeSum(ExpressionWriter& writer, const BoundExpression& call) {
 }
 
 std::string writeArgument(ExpressionWriter& writer, char kind, const BoundExpression& argument) {
-  switch (kind) {
-    case 't':
-      return writer.asText(argument);
-    case 'n':
-      return writer.asNumber(argument);
-    case 'c':
-      return writer.compared(argument);
-    case 'k':
-      return writer.value(argument);
-    default:
-      return writer.plain(argument);
-  }
+  if (kind == 't') return writer.asText(argument);
+  if (kind == 'n') return writer.asNumber(argument);
+  if (kind == 'c') return writer.compared(argument);
+  return kind == 'k' ? writer.value(argument) : writer.plain(argument);
 }
 
 }  // namespace
@@ -81,27 +73,17 @@ std::string writeArgument(ExpressionWriter& writer, char kind, const BoundExpres
 std::string writeCall(ExpressionWriter& writer, const BoundExpression& call) {
   const Function& function = *call.function;
   const auto& arguments = call.arguments;
-  switch (function.writing) {
-    case Function::Writing::Choice:
-      return writeChoice(writer, call, [&](const BoundExpression& side) {
-        return writer.valueAs(side, call.type);
-      });
-    case Function::Writing::Switch:
-      return writeSwitch(writer, call);
-    case Function::Writing::Choose:
-      return writeChoose(writer, call);
-    case Function::Writing::Fallback:
-      return writeFallback(writer, call);
-    case Function::Writing::InText:
-      return writeInText(writer, arguments);
-    case Function::Writing::Sum:
-      return writeSum(writer, call);
-    case Function::Writing::Plain:
-    case Function::Writing::NullTest:
-    case Function::Writing::Moment:
-    case Function::Writing::Aggregate:
-      break;
+  using W = Function::Writing;
+  const W writing = function.writing;
+  if (writing == W::Choice) {
+    return writeChoice(
+        writer, call, [&](const BoundExpression& side) { return writer.valueAs(side, call.type); });
   }
+  if (writing == W::Switch) return writeSwitch(writer, call);
+  if (writing == W::Choose) return writeChoose(writer, call);
+  if (writing == W::Fallback) return writeFallback(writer, call);
+  if (writing == W::InText) return writeInText(writer, arguments);
+  if (writing == W::Sum) return writeSum(writer, call);
   // Without a pattern, a date has the text to which `&` converts it.
   const bool isText = function.target == "jet_format" && arguments.size() == 1;
   std::vector<std::string> written;

@@ -128,12 +128,17 @@ std::string ExpressionWriter::compared(const BoundExpression& expression) {
   return collated(value(expression), expression.type);
 }
 
-std::string ExpressionWriter::comparedAmong(const BoundExpression& expression,
-                                            const std::vector<BoundPtr>& operands) {
+std::string ExpressionWriter::plainAmong(const BoundExpression& expression,
+                                         const std::vector<BoundPtr>& operands) {
   if (areAmounts(operands)) return amount(expression);
   const bool allDecimals = std::ranges::all_of(
       operands, [](const BoundPtr& each) { return areDecimals(each->type, each->type); });
-  return allDecimals ? value(expression) : collated(plain(expression), expression.type);
+  return allDecimals ? value(expression) : plain(expression);
+}
+
+std::string ExpressionWriter::comparedAmong(const BoundExpression& expression,
+                                            const std::vector<BoundPtr>& operands) {
+  return collated(plainAmong(expression, operands), expression.type);
 }
 
 std::string ExpressionWriter::sorted(const BoundExpression& expression) {
@@ -291,14 +296,19 @@ std::string ExpressionWriter::comparison(const BoundExpression& expression) {
   }
   if (hasNull && expression.kind != Kind::InList) return "NULL";
   const auto operand = [&](const BoundPtr& each) {
-    return isGuidText ? collated(asText(*each), Type::Any) : comparedAmong(*each, arguments);
+    return isGuidText ? asText(*each) : plainAmong(*each, arguments);
   };
-  const std::string first = operand(arguments[0]);
+  const auto compared = [&](const BoundPtr& each) {
+    return collated(operand(each), isGuidText ? Type::Any : each->type);
+  };
   std::vector<std::string> others;
-  for (std::size_t i = 1; i < arguments.size(); ++i) others.push_back(operand(arguments[i]));
+  for (std::size_t i = 1; i < arguments.size(); ++i) others.push_back(compared(arguments[i]));
   if (expression.kind == Kind::Binary) {
-    return "(" + first + std::string(symbol(expression.op)) + others[0] + ")";
+    // One collated side is enough. SQLite calculates a collated constant even where it isn't
+    // needed.
+    return "(" + operand(arguments[0]) + std::string(symbol(expression.op)) + others[0] + ")";
   }
+  const std::string first = compared(arguments[0]);
   if (expression.kind == Kind::InList) {
     return inParentheses(expression.negated, first + " IN (" + joined(others, ", ") + ")");
   }

@@ -39,6 +39,8 @@ class ExpressionWriter {
 
  private:
   std::string written(const BoundExpression& expression);
+  std::string plainAmong(const BoundExpression& expression,
+                         const std::vector<std::shared_ptr<const BoundExpression>>& operands);
   std::string amount(const BoundExpression& expression);
   std::string testCondition(const BoundExpression& expression);
   std::string operatorValue(const BoundExpression& expression);

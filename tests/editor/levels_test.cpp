@@ -158,12 +158,3 @@ TEST(Levels, AResetLeavesTheIdsSoThatASaveWritesThemBesideEmptyCaptions) {
   EXPECT_EQ(shop.failure(), 0);
   EXPECT_EQ(shop.save(user)[7], lineOf({.key = 7, .product = "8", .back = kWhite}));
 }
-
-// tests/keyeditor/save_faults_test.cpp tests a file that can't be deleted.
-TEST(Levels, AFileThatCanNotBeWrittenEndsTheProgram) {
-  Shop shop;
-  WindowDriver user = shop.open();
-  std::filesystem::remove(shop.folder.posdata());
-  user.click("cmdSave");
-  EXPECT_EQ(shop.failure(), 76);
-}

@@ -172,10 +172,6 @@ class Lexer {
 
 }  // namespace
 
-bool Token::is(std::u16string_view word) const {
-  return (kind == Kind::Name || kind == Kind::Symbol) && sameWord(text, word);
-}
-
 bool Token::isAnyOf(std::span<const std::u16string_view> words) const {
   return std::ranges::any_of(words, [this](std::u16string_view word) { return is(word); });
 }

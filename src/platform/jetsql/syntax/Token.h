@@ -9,6 +9,9 @@
 
 namespace jetsql {
 
+/// True when two words are equal, ignoring the case of the letters A to Z.
+bool sameWord(std::u16string_view a, std::u16string_view b);
+
 /// One token of a statement.
 struct Token {
   enum class Kind : std::uint8_t {
@@ -36,14 +39,15 @@ struct Token {
 
   bool isBroken() const { return kind >= Kind::BrokenText; }
   /// True for this symbol, or this keyword in any case.
-  bool is(std::u16string_view word) const;
+  bool is(std::u16string_view word) const {
+    // Most words differ in length, and a statement asks for many.
+    return text.size() == word.size() && (kind == Kind::Name || kind == Kind::Symbol) &&
+           sameWord(text, word);
+  }
   bool isAnyOf(std::span<const std::u16string_view> words) const;
 };
 
 /// Splits a statement into tokens; the last one is End. A broken token is the last one before it.
 std::vector<Token> tokenize(std::u16string_view statement);
-
-/// True when two words are equal, ignoring the case of the letters A to Z.
-bool sameWord(std::u16string_view a, std::u16string_view b);
 
 }  // namespace jetsql

@@ -51,7 +51,7 @@ struct Recordset::Rows {
 /// each spelling.
 int Recordset::Rows::columnNamed(std::u16string_view name) {
   for (const auto& [spelling, column] : columnCache) {
-    if (spelling == name) return column;
+    if (std::ranges::equal(spelling, name)) return column;
   }
   const auto& columns = result.columns();
   const auto found = std::ranges::find_if(columns, [name](const jetsql::ResultColumn& column) {

@@ -121,8 +121,9 @@ std::optional<double> Variant::number() const {
 }
 
 std::u16string operator&(const Variant& value, std::u16string_view text) {
-  if (value.isNull()) return std::u16string(text);
-  return value.toText() + std::u16string(text);
+  std::u16string joined = value.isNull() ? std::u16string() : value.toText();
+  joined += text;
+  return joined;
 }
 
 }  // namespace runtime

@@ -1,7 +1,6 @@
 #include "platform/jet/engine/Row.h"
 
 #include <bit>
-#include <utility>
 
 #include "platform/jet/engine/LongValues.h"
 #include "platform/jet/engine/TableSource.h"
@@ -10,23 +9,21 @@
 #include "platform/jet/format/TextKey.h"
 
 namespace jet {
-Row::Row(const TableSource& source, RowId id, FoundRow found)
+Row::Row(const TableSource& source, RowId id, const FoundRow& found)
     : source_(&source),
       id_(id),
-      page_(std::move(found.page)),
       content_(source.version(), found.bytes, source.hasVariableSlots(),
                source.location(found.body.page)) {}
 
-Location Row::location() const {
-  return source_->location(id_.page);
-}
-
-std::optional<ByteView> Row::stored(ColumnIndex column) const {
-  const ColumnDefinition& definition = source_->column(column);
+inline std::optional<ByteView> Row::stored(const ColumnDefinition& definition) const {
   if (definition.type == ColumnType::Boolean || !content_.hasValue(definition.number))
     return std::nullopt;
   if (!definition.fixed) return content_.variable(definition.variableSlot);
   return content_.fixed(definition);
+}
+
+std::optional<ByteView> Row::stored(ColumnIndex column) const {
+  return stored(source_->column(column));
 }
 
 bool Row::isNull(ColumnIndex column) const {
@@ -36,7 +33,7 @@ bool Row::isNull(ColumnIndex column) const {
 runtime::Variant Row::value(ColumnIndex column) const {
   const ColumnDefinition& definition = source_->column(column);
   if (definition.type == ColumnType::Boolean) return content_.hasValue(definition.number);
-  const std::optional<ByteView> bytes = stored(column);
+  const std::optional<ByteView> bytes = stored(definition);
   if (!bytes) return runtime::Null{};
   if (!isLongValue(definition.type))
     return decodeValue(source_->version(), definition, *bytes, location());
@@ -46,9 +43,10 @@ runtime::Variant Row::value(ColumnIndex column) const {
 
 template <class Use>
 bool Row::withText(ColumnIndex column, Use use) const {
-  const std::optional<ByteView> bytes = stored(column);
+  const ColumnDefinition& definition = source_->column(column);
+  const std::optional<ByteView> bytes = stored(definition);
   if (!bytes) return false;
-  if (isLongValue(source_->column(column).type))
+  if (isLongValue(definition.type))
     use(ByteView(readLongValue(*source_, *bytes, location())));
   else
     use(*bytes);
@@ -61,9 +59,9 @@ bool Row::text(ColumnIndex column, std::u16string& out) const {
 
 std::optional<ByteView> Row::latinText(ColumnIndex column) const {
   const Version version = source_->version();
-  if (version == Version::Jet3 || source_->column(column).type != ColumnType::Text)
-    return std::nullopt;
-  const std::optional<ByteView> bytes = stored(column);
+  const ColumnDefinition& definition = source_->column(column);
+  if (version == Version::Jet3 || definition.type != ColumnType::Text) return std::nullopt;
+  const std::optional<ByteView> bytes = stored(definition);
   if (!bytes || !isByteText(version, *bytes)) return std::nullopt;
   return byteText(version, *bytes);
 }
@@ -88,7 +86,7 @@ bool Row::integer(ColumnIndex column, std::int32_t& out) const {
     out = content_.hasValue(definition.number) ? -1 : 0;
     return true;
   }
-  const std::optional<ByteView> bytes = stored(column);
+  const std::optional<ByteView> bytes = stored(definition);
   if (!bytes) return false;
   requireSize(definition.type, *bytes, location());
   if (definition.type == ColumnType::Byte)

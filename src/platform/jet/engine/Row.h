@@ -3,7 +3,6 @@
 #include <optional>
 #include <string>
 
-#include "platform/jet/engine/Pager.h"
 #include "platform/jet/format/RowContent.h"
 #include "platform/jet/format/RowPointer.h"
 #include "platform/runtime/Variant.h"
@@ -18,7 +17,8 @@ struct TableSource;
 class Row {
  public:
   Row() = default;
-  Row(const TableSource& source, RowId id, FoundRow found);
+  /// The found row's page must outlive the object.
+  Row(const TableSource& source, RowId id, const FoundRow& found);
 
   /// The row's identity, by which it can be read and updated later.
   RowId id() const { return id_; }
@@ -45,14 +45,14 @@ class Row {
   const RowContent& content() const { return content_; }
 
  private:
-  Location location() const;
+  const Location& location() const { return content_.location(); }
+  std::optional<ByteView> stored(const ColumnDefinition& definition) const;
   /// Calls `use` with the stored bytes of a text, inside the row or outside; false for null.
   template <class Use>
   bool withText(ColumnIndex column, Use use) const;
 
   const TableSource* source_ = nullptr;
   RowId id_;
-  Pager::Page page_;
   RowContent content_;
 };
 

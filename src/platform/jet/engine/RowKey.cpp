@@ -65,7 +65,7 @@ bool appendColumnKey(const TableSource& source, const Row& row, ColumnIndex colu
       return true;
     }
   } else if (const std::optional<ByteView> stored = row.stored(column)) {
-    requireSize(definition.type, *stored, source.location(row.id().page));
+    requireSize(definition.type, *stored, row.content().location());
     const std::size_t size = typeSize(definition.type).value_or(stored->size());
     return appendStoredKey(version, definition, ascending, stored->first(size), key);
   }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <optional>
+
 #include "platform/jet/engine/Row.h"
+#include "platform/jet/engine/TableSource.h"
 
 namespace jet {
 
@@ -18,7 +21,8 @@ class RowReader {
  private:
   const TableSource& source_;
   PageNumber pageNumber_;
-  Pager::Page page_;  ///< null where that page isn't one of the table's
+  std::optional<OpenDataPage> open_;  ///< absent where that page isn't one of the table's
+  FoundRow found_;
   Row row_;
 };
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "platform/jet/engine/MappedPages.h"
-#include "platform/jet/format/DataPage.h"
 
 namespace jet {
 
@@ -12,8 +11,8 @@ std::vector<RowPointer> strayBodies(const TableSource& source) {
   std::vector<RowPointer> bodies;
   std::vector<RowPointer> pointedTo;
   for (const PageNumber number : ownedPages(source.pager, source.definition.ownedPages, location)) {
-    const Pager::Page page = readDataPage(source, number, location);
-    const DataPage rows(source.pager.layout(), *page, source.location(number));
+    const OpenDataPage open = readDataPage(source, number, location);
+    const DataPage& rows = open.rows;
     for (std::size_t i = 0; i < rows.slotCount(); ++i) {
       const SlotNumber slotNumber(i);
       const Slot slot = rows.slot(slotNumber);

@@ -1,10 +1,8 @@
 #include "platform/jet/engine/TableScan.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "platform/jet/engine/MappedPages.h"
-#include "platform/jet/format/DataPage.h"
 
 namespace jet {
 namespace {
@@ -25,8 +23,7 @@ bool TableScan::openNextPage() {
   pageNumber_ = pages_[nextPage_++];
   const Location from = source_.location(source_.definitionPage);
   source_.pager.readRun(pageNumber_, endOfRun(), from);
-  page_ = readDataPage(source_, pageNumber_, from);
-  slotCount_ = DataPage(source_.pager.layout(), *page_, source_.location(pageNumber_)).slotCount();
+  open_ = readDataPage(source_, pageNumber_, from);
   nextSlot_ = 0;
   return true;
 }
@@ -40,13 +37,12 @@ PageNumber TableScan::endOfRun() const {
 }
 
 bool TableScan::next() {
-  FoundRow found;
   for (;;) {
-    while (nextSlot_ == slotCount_)
+    while (!open_ || nextSlot_ == open_->rows.slotCount())
       if (!openNextPage()) return false;
     const RowId id{pageNumber_, SlotNumber(nextSlot_++)};
-    if (!findRow(source_, id, page_, found)) continue;
-    row_ = Row(source_, id, std::move(found));
+    if (!findRow(source_, id, *open_, found_)) continue;
+    row_ = Row(source_, id, found_);
     return true;
   }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "platform/jet/engine/Cursor.h"
@@ -23,10 +24,10 @@ class TableScan : public Cursor {
   const TableSource& source_;
   std::vector<PageNumber> pages_;
   std::size_t nextPage_ = 0;
-  Pager::Page page_;
   PageNumber pageNumber_;
-  std::size_t slotCount_ = 0;
+  std::optional<OpenDataPage> open_;
   std::size_t nextSlot_ = 0;
+  FoundRow found_;
   Row row_;
 };
 

@@ -1,8 +1,7 @@
 #include "platform/jet/engine/TableSource.h"
 
 #include <algorithm>
-
-#include "platform/jet/format/DataPage.h"
+#include <utility>
 
 namespace jet {
 namespace {
@@ -41,21 +40,21 @@ Bytes readDefinition(Pager& pager, const Location& first, std::vector<PageNumber
   return content;
 }
 
-Pager::Page readDataPage(const TableSource& source, PageNumber number, const Location& from) {
+OpenDataPage readDataPage(const TableSource& source, PageNumber number, const Location& from) {
   Pager::Page page = source.pager.read(number, from);
-  const DataPage opened(source.pager.layout(), *page, source.location(number));
-  if (opened.owner() != source.definitionPage)
-    raiseDamaged(source.location(number), u"it belongs to another table");
-  return page;
+  const DataPage rows(source.pager.layout(), *page, source.location(number));
+  if (rows.owner() != source.definitionPage)
+    raiseDamaged(rows.location(), u"it belongs to another table");
+  return {std::move(page), rows};
 }
 
-bool findRow(const TableSource& source, RowId id, const Pager::Page& home, FoundRow& found) {
-  const Layout& layout = source.pager.layout();
-  const DataPage page(layout, *home, source.location(id.page));
-  if (id.slot.value() >= page.slotCount()) return false;
-  Slot slot = page.slot(id.slot);
+bool findRow(const TableSource& source, RowId id, const OpenDataPage& home, FoundRow& found) {
+  if (id.slot.value() >= home.rows.slotCount()) return false;
+  Slot slot = home.rows.slot(id.slot);
   if (!slot.isRow()) return false;
-  found = {.page = home, .body = {id.page, id.slot}, .bytes = page.bytes(slot)};
+  found.page = home.page;
+  found.body = {id.page, id.slot};
+  found.bytes = home.rows.bytes(slot);
   for (int steps = 0; slot.pointer; ++steps) {
     const Location from = source.location(found.body.page);
     if (steps == kMostPointerSteps) raiseDamaged(from, u"a row that moved can't be followed");
@@ -64,25 +63,26 @@ bool findRow(const TableSource& source, RowId id, const Pager::Page& home, Found
           from, u"the pointer of a row that moved is too short",
           {.offset = MovedRow::kBody, .size = RowPointer::kSize, .available = found.bytes.size()});
     found.body = rowPointerAt(found.bytes, MovedRow::kBody);
-    found.page = readDataPage(source, found.body.page, from);
-    const DataPage next(layout, *found.page, source.location(found.body.page));
-    slot = next.slot(found.body.slot);
-    found.bytes = next.bytes(slot);
+    OpenDataPage next = readDataPage(source, found.body.page, from);
+    slot = next.rows.slot(found.body.slot);
+    found.bytes = next.rows.bytes(slot);
+    found.page = std::move(next.page);
     if (slot.isDeleted()) raiseDamaged(from, u"a row that moved has lost its body");
   }
   return true;
 }
 
-Pager::Page findDataPage(const TableSource& source, PageNumber number) {
+std::optional<OpenDataPage> findDataPage(const TableSource& source, PageNumber number) {
   Pager::Page page = source.pager.read(number, source.location(source.definitionPage));
-  if ((*page)[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data)) return nullptr;
-  const DataPage opened(source.pager.layout(), *page, source.location(number));
-  return opened.owner() == source.definitionPage ? page : nullptr;
+  if ((*page)[PageHead::kType] != static_cast<std::uint8_t>(PageType::Data)) return std::nullopt;
+  const DataPage rows(source.pager.layout(), *page, source.location(number));
+  if (rows.owner() != source.definitionPage) return std::nullopt;
+  return OpenDataPage{std::move(page), rows};
 }
 
 bool findRow(const TableSource& source, RowId id, FoundRow& found) {
-  const Pager::Page home = findDataPage(source, id.page);
-  return home && findRow(source, id, home, found);
+  const std::optional<OpenDataPage> home = findDataPage(source, id.page);
+  return home && findRow(source, id, *home, found);
 }
 
 }  // namespace jet

@@ -29,9 +29,14 @@ constexpr std::size_t bytesOfBits(std::size_t count) {
 /// Calls `use` with the number of each bit that is set, in ascending order.
 template <class Use>
 void forEachSetBit(ByteView bits, Use use) {
-  for (std::size_t i = 0; i < bits.size(); ++i)
-    for (unsigned byte = bits[i]; byte != 0; byte &= byte - 1)
-      use(kByteBits * i + static_cast<std::size_t>(std::countr_zero(byte)));
+  const auto useBits = [&](std::uint64_t set, std::size_t at) {
+    for (; set != 0; set &= set - 1)
+      use(kByteBits * at + static_cast<std::size_t>(std::countr_zero(set)));
+  };
+  std::size_t at = 0;
+  for (; at + sizeof(std::uint64_t) <= bits.size(); at += sizeof(std::uint64_t))
+    useBits(u64At(bits, at), at);
+  for (; at < bits.size(); ++at) useBits(bits[at], at);
 }
 
 }  // namespace jet

@@ -16,11 +16,13 @@ using ByteSpan = std::span<std::uint8_t>;
 // checks its offset: a decoder checks the size of a structure first.
 
 inline std::uint16_t u16At(ByteView bytes, std::size_t at) {
-  return static_cast<std::uint16_t>(bytes[at] | bytes[at + 1] << 8);
+  const auto part = bytes.subspan(at).first<2>();
+  return static_cast<std::uint16_t>(part[0] | part[1] << 8);
 }
 inline std::uint32_t u32At(ByteView bytes, std::size_t at) {
-  return static_cast<std::uint32_t>(u16At(bytes, at)) |
-         static_cast<std::uint32_t>(u16At(bytes, at + 2)) << 16;
+  const auto part = bytes.subspan(at).first<4>();
+  return static_cast<std::uint32_t>(part[0] | part[1] << 8 | part[2] << 16) |
+         static_cast<std::uint32_t>(part[3]) << 24;
 }
 inline std::uint64_t u64At(ByteView bytes, std::size_t at) {
   return u32At(bytes, at) | static_cast<std::uint64_t>(u32At(bytes, at + 4)) << 32;

@@ -43,10 +43,8 @@ void appendSegments(ByteView value, bool ascending, Bytes& key) {
 /// Numbers. Their stored bytes are little endian; a key has them reversed, so that they sort as
 /// bytes.
 void appendNumber(ColumnType type, ByteView stored, bool ascending, Bytes& key) {
-  const std::size_t start = key.size();
-  appendBytes(key, stored);
-  const ByteSpan number = ByteSpan(key).subspan(start);
-  std::ranges::reverse(number);
+  key.insert(key.end(), stored.rbegin(), stored.rend());
+  const ByteSpan number = ByteSpan(key).last(stored.size());
   const bool real =
       type == ColumnType::Single || type == ColumnType::Double || type == ColumnType::DateTime;
   if (real && (number[0] & kSignBit) != 0)

@@ -85,9 +85,10 @@ IndexPageView::IndexPageView(const Layout& layout, ByteView page, const Location
   const std::size_t shortest = entryTrailerSize(leaf_) + 1;
   ends_.reserve(capacity / shortest);
   std::size_t start = 0;
+  std::size_t omitted = 0;
   const ByteView mask = page.subspan(layout.indexMask, layout.indexData - layout.indexMask);
   forEachSetBit(mask, [&](std::size_t end) {
-    const std::size_t length = end - start + (start == 0 ? 0 : prefix_);
+    const std::size_t length = end - start + omitted;
     if (end > capacity)
       raiseDamaged(
           location, u"an index entry ends after the page",
@@ -97,13 +98,15 @@ IndexPageView::IndexPageView(const Layout& layout, ByteView page, const Location
                    {.offset = layout.indexData + start,
                     .size = shortest,
                     .available = layout.indexData + end});
-    if (start == 0 && prefix_ > length)
-      raiseDamaged(
-          location, u"an index page leaves out more than its entries have",
-          {.offset = layout.indexData, .size = prefix_, .available = layout.indexData + length});
     ends_.push_back(static_cast<std::uint16_t>(end));
     start = end;
+    omitted = prefix_;
   });
+  if (!ends_.empty() && prefix_ > ends_.front())
+    raiseDamaged(location, u"an index page leaves out more than its entries have",
+                 {.offset = layout.indexData,
+                  .size = prefix_,
+                  .available = layout.indexData + ends_.front()});
 }
 
 ByteView IndexPageView::suffix(std::size_t entry) const {

@@ -38,6 +38,8 @@ class RowContent {
   /// The bytes of a variable slot; absent for a slot that the row doesn't have. Raises damage where
   /// they lie outside the row.
   std::optional<ByteView> variable(VariableSlot slot) const;
+  /// The page that holds the bytes.
+  const Location& location() const { return location_; }
 
  private:
   std::size_t unitAt(std::size_t at) const;

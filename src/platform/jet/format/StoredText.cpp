@@ -38,8 +38,11 @@ void appendPlainText(Version version, ByteView stored, std::u16string& text) {
     return;
   }
   text.resize(stored.size() / kUnitSize);
-  for (std::size_t i = 0; i < text.size(); ++i)
-    text[i] = static_cast<char16_t>(u16At(stored, kUnitSize * i));
+  const std::uint8_t* next = stored.data();
+  for (char16_t& unit : text) {
+    unit = static_cast<char16_t>(next[0] | next[1] << 8);
+    next += kUnitSize;
+  }
 }
 
 void decodeCompressed(ByteView bytes, std::u16string& text) {

@@ -1,6 +1,7 @@
 #include "platform/jetsql/sqlite/Result.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <string>
 #include <type_traits>
@@ -100,8 +101,9 @@ void Result::beginRow(std::span<const std::uint32_t> sources) {
 
 template <class T>
 void Result::put(char tag, const T& value) {
-  packed_ += tag;
-  packed_.append(reinterpret_cast<const char*>(&value), sizeof value);
+  std::array<char, 1 + sizeof value> bytes{tag};
+  std::memcpy(bytes.data() + 1, &value, sizeof value);
+  packed_.append(bytes.data(), bytes.size());
 }
 
 void Result::putBytes(char tag, const void* bytes, std::size_t count, std::size_t unit) {
@@ -149,27 +151,30 @@ void Result::add(const jet::Row& row, const ValueSource& source) {
   row.text(source.tableColumn, text_) ? putHeld(text_) : putHeld(runtime::Null());
 }
 
-const char* Result::store() {
-  if (blocks_.empty() || blocks_.back().capacity() - blocks_.back().size() < packed_.size()) {
-    const std::size_t size = std::max(kBlock, packed_.size());
+std::string_view Result::store(std::string_view row) {
+  if (blocks_.empty() || blocks_.back().capacity() - blocks_.back().size() < row.size()) {
+    const std::size_t size = std::max(kBlock, row.size());
     total_ += size;
     if (total_ > kMostMemory) throw error::tooComplex();
     blocks_.emplace_back().reserve(size);
   }
   std::string& block = blocks_.back();
-  block += packed_;
-  return block.data() + block.size() - packed_.size();
+  block += row;
+  return std::string_view(block).substr(block.size() - row.size());
 }
 
 void Result::arrange(std::span<const std::uint32_t> order) {
-  std::vector<const char*> arranged;
-  arranged.reserve(rows_.size());
-  for (const std::uint32_t row : order) arranged.push_back(rows_[row]);
-  rows_ = std::move(arranged);
+  if (std::ranges::is_sorted(order)) return;
+  // The rows are copied, so that they are read from adjacent memory.
+  const std::vector<std::string> unordered = std::exchange(blocks_, {});
+  const std::vector<std::string_view> rows = std::exchange(rows_, {});
+  total_ = 0;
+  rows_.reserve(order.size());
+  for (const std::uint32_t row : order) rows_.push_back(store(rows[row]));
 }
 
 std::uint32_t Result::source(std::size_t row, int sourceRow) const {
-  return read<std::uint32_t>(rows_[row] +
+  return read<std::uint32_t>(rows_[row].data() +
                              static_cast<std::size_t>(sourceRow) * sizeof(std::uint32_t));
 }
 
@@ -181,8 +186,8 @@ std::optional<jet::RowId> Result::rowOf(std::size_t row, std::size_t column) con
 }
 
 void Result::replace(std::size_t row, int sourceRow, std::span<const runtime::Variant> values) {
-  const char* at = rows_[row] + sourceRows_ * sizeof(std::uint32_t);
-  packed_.assign(rows_[row], at);
+  const char* at = rows_[row].data() + sourceRows_ * sizeof(std::uint32_t);
+  packed_.assign(rows_[row].data(), at);
   auto next = values.begin();
   for (const ResultColumn& column : columns_) {
     const std::size_t size = sizeOf(at);
@@ -193,11 +198,11 @@ void Result::replace(std::size_t row, int sourceRow, std::span<const runtime::Va
     }
     at += size;
   }
-  rows_[row] = store();
+  rows_[row] = store(packed_);
 }
 
 runtime::Variant Result::value(std::size_t row, std::size_t column) const {
-  const char* at = rows_[row] + sourceRows_ * sizeof(std::uint32_t);
+  const char* at = rows_[row].data() + sourceRows_ * sizeof(std::uint32_t);
   for (std::size_t i = 0; i < column; ++i) at += sizeOf(at);
   const Type type = columns_[column].type;
   const Tag tag{*at++};

@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/jet/format/RowPointer.h"
@@ -41,7 +42,7 @@ class Result {
   void beginRow(std::span<const std::uint32_t> sources);
   void add(const runtime::Variant& value);
   void add(const jet::Row& row, const ValueSource& source);
-  void endRow() { rows_.push_back(store()); }
+  void endRow() { rows_.push_back(store(packed_)); }
   /// Reorders the rows: `order` lists their indexes.
   void arrange(std::span<const std::uint32_t> order);
 
@@ -52,11 +53,11 @@ class Result {
   void putHeld(const T& held);
   void putBytes(char tag, const void* bytes, std::size_t count, std::size_t unit);
   std::uint32_t source(std::size_t row, int sourceRow) const;
-  const char* store();
+  std::string_view store(std::string_view row);
 
   std::vector<ResultColumn> columns_;
   std::size_t sourceRows_ = 0;
-  std::vector<const char*> rows_;
+  std::vector<std::string_view> rows_;
   std::vector<std::string> blocks_;  ///< of the rows; none grows beyond its first capacity
   std::size_t total_ = 0;            ///< bytes of the blocks
   std::string packed_;               ///< the row that is being added

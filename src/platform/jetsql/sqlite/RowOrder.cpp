@@ -1,9 +1,11 @@
 #include "platform/jetsql/sqlite/RowOrder.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
+#include <cstring>
 #include <limits>
-#include <string_view>
+#include <span>
 #include <variant>
 
 #include "platform/jetsql/sqlite/SqlValue.h"
@@ -27,8 +29,9 @@ std::uint64_t bigEndian(std::uint64_t number) {
 
 void appendNumber(std::uint64_t bits, std::string& key) {
   const std::uint64_t sorting = bigEndian(bits);
-  key += kNumber;
-  key.append(reinterpret_cast<const char*>(&sorting), sizeof sorting);
+  std::array<char, 1 + sizeof sorting> bytes{kNumber};
+  std::memcpy(bytes.data() + 1, &sorting, sizeof sorting);
+  key.append(bytes.data(), bytes.size());
 }
 
 }  // namespace
@@ -97,22 +100,46 @@ void RowOrder::endTerm(std::size_t begin, bool descending) {
 
 void RowOrder::endRow() {
   if (keys_.size() > std::numeric_limits<std::uint32_t>::max() / 2) throw error::tooComplex();
-  Entry entry{.index = static_cast<std::uint32_t>(entries_.size())};
-  std::uint64_t front = 0;
-  const std::size_t size = keys_.copy(reinterpret_cast<char*>(&front), sizeof front, begin_);
-  entry.front = bigEndian(front);
-  entry.begin = static_cast<std::uint32_t>(begin_ + size);
-  entry.size = static_cast<std::uint32_t>(keys_.size()) - entry.begin;
+  Entry entry{.begin = static_cast<std::uint32_t>(begin_),
+              .size = static_cast<std::uint32_t>(keys_.size() - begin_),
+              .index = static_cast<std::uint32_t>(entries_.size())};
+  takeFront(entry);
   entries_.push_back(entry);
   begin_ = keys_.size();
 }
 
+/// Moves the first bytes of the rest of the entry's key into its front.
+void RowOrder::takeFront(Entry& entry) const {
+  std::uint64_t front = 0;
+  const std::size_t size = std::min<std::size_t>(entry.size, sizeof front);
+  keys_.copy(reinterpret_cast<char*>(&front), size, entry.begin);
+  entry.front = bigEndian(front);
+  entry.begin += static_cast<std::uint32_t>(size);
+  entry.size -= static_cast<std::uint32_t>(size);
+}
+
 std::vector<std::uint32_t> RowOrder::sorted() {
-  std::ranges::sort(entries_, [this](const Entry& a, const Entry& b) {
-    if (a.front != b.front) return a.front < b.front;
-    const int order = further(a).compare(further(b));
-    return order != 0 ? order < 0 : a.index < b.index;
-  });
+  // Entries of equal fronts are sorted again by the next bytes of their keys.
+  std::vector<std::span<Entry>> unsorted{entries_};
+  while (!unsorted.empty()) {
+    std::span<Entry> rest = unsorted.back();
+    unsorted.pop_back();
+    std::ranges::sort(rest, {}, &Entry::front);
+    while (!rest.empty()) {
+      const auto end = std::ranges::find_if(
+          rest, [&](const Entry& entry) { return entry.front != rest.front().front; });
+      const std::span<Entry> equal(rest.begin(), end);
+      rest = rest.subspan(equal.size());
+      if (equal.size() == 1) continue;
+      // None of the keys is a prefix of another, so they end together.
+      if (equal.front().size == 0) {
+        std::ranges::sort(equal, {}, &Entry::index);
+      } else {
+        for (Entry& entry : equal) takeFront(entry);
+        unsorted.push_back(equal);
+      }
+    }
+  }
   std::vector<std::uint32_t> indexes;
   indexes.reserve(entries_.size());
   for (const Entry& entry : entries_) indexes.push_back(entry.index);

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "platform/jet/engine/Row.h"
@@ -28,7 +27,7 @@ class RowOrder {
 
  private:
   struct Entry {
-    std::uint64_t front = 0;  ///< the key's first bytes, as a number
+    std::uint64_t front = 0;  ///< bytes of the key, as a number
     std::uint32_t begin = 0;  ///< of the key's further bytes within the keys
     std::uint32_t size = 0;
     std::uint32_t index = 0;
@@ -36,9 +35,7 @@ class RowOrder {
 
   void addNumber(double number);
   void endTerm(std::size_t begin, bool descending);
-  std::string_view further(const Entry& entry) const {
-    return std::string_view(keys_).substr(entry.begin, entry.size);
-  }
+  void takeFront(Entry& entry) const;
 
   jet::TextOrder order_;
   std::string keys_;

@@ -58,6 +58,7 @@ class Reader {
 
   Result read() {
     while (connection_.step()) readRow();
+    connection_.finish();
     if (!statement_.order.empty()) result_.arrange(order_.sorted());
     return std::move(result_);
   }

@@ -15,18 +15,20 @@
 #   Makes one GoogleTest program, which CTest runs under its name.
 
 # Headers that most sources include, compiled once for all libraries and once for all tests. The
-# release preset doesn't use them: it fails where a source doesn't include what it needs.
+# linters read each source without them, so they fail where one doesn't include what it needs.
 file(WRITE ${PROJECT_BINARY_DIR}/headers.cpp "")
 set(common_headers <algorithm> <cstdint> <functional> <map> <memory> <optional> <span> <string>
   <string_view> <utility> <vector>)
 add_library(library_headers OBJECT ${PROJECT_BINARY_DIR}/headers.cpp)
 target_precompile_headers(library_headers PRIVATE ${common_headers})
 
-# Tests are compiled without optimisation, since compiling their many expectations takes longer than
-# running them. Their headers are therefore precompiled a second time.
+# Tests are compiled without optimisation and with line numbers only, since compiling their many
+# expectations takes longer than running them; _FORTIFY_SOURCE needs optimisation. Qt requires -fPIC,
+# and tests without Qt get it too, since all tests share one precompiled header.
+set(test_options -O0 -g1 -U_FORTIFY_SOURCE -fPIC)
 function(keystrand_test_headers)
   add_library(test_headers OBJECT ${PROJECT_BINARY_DIR}/headers.cpp)
-  target_compile_options(test_headers PRIVATE $<$<BOOL:${KEYSTRAND_SANITIZE}>:-O0>)
+  target_compile_options(test_headers PRIVATE ${test_options})
   target_link_libraries(test_headers PRIVATE GTest::gmock)
   target_precompile_headers(test_headers PRIVATE ${common_headers} <gmock/gmock.h> <gtest/gtest.h>)
 endfunction()
@@ -77,8 +79,7 @@ function(keystrand_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gmock GTest::gtest_main)
-  # Qt requires -fPIC. Tests without Qt get it too, since all tests share one precompiled header.
-  target_compile_options(${name} PRIVATE -fPIC $<$<BOOL:${KEYSTRAND_SANITIZE}>:-O0>)
+  target_compile_options(${name} PRIVATE ${test_options})
   target_precompile_headers(${name} REUSE_FROM test_headers)
   add_test(NAME ${name} COMMAND ${name})
 endfunction()

@@ -199,9 +199,9 @@ std::string ExpressionWriter::written(const BoundExpression& expression) {
 
 std::string ExpressionWriter::condition(const BoundExpression& expression) {
   if (isTruth(expression)) return checked(testCondition(expression));
-  if (expression.kind == Kind::Call && expression.function->writing == Function::Writing::Choice) {
-    return checked(writeChoice(*this, expression,
-                               [this](const BoundExpression& side) { return condition(side); }));
+  if (expression.kind == Kind::Call && expression.function->writing == Function::Writing::Iif) {
+    return checked(writeIif(*this, expression,
+                            [this](const BoundExpression& side) { return condition(side); }));
   }
   return "(" + asNumber(expression) + " <> 0)";
 }
@@ -257,7 +257,8 @@ std::string ExpressionWriter::chain(const BoundExpression& expression,
     first = first->arguments[0].get();
   } while (first->kind == Kind::Binary && first->op == expression.op &&
            (first->op != Operator::Add || addsNumbers(*first)) &&
-           (first->type != Type::Currency || isExact(*first)));
+           (first->type != Type::Currency ||
+            (expression.type == Type::Currency && isExact(*first))));
   std::vector<std::string> pieces{(this->*form)(*first)};
   std::ranges::reverse(operands);
   for (const BoundExpression* operand : operands) {

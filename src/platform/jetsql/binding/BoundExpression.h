@@ -33,7 +33,7 @@ struct SourceUse {
 };
 SourceUse sourcesOf(const BoundExpression& expression);
 
-/// True when two expressions are equal.
+/// True when two expressions are equal; one that contains a query equals only itself.
 bool sameExpression(const BoundExpression& a, const BoundExpression& b);
 
 }  // namespace jetsql

@@ -80,7 +80,8 @@ struct Origin {
   /// The table as one source of the statement; a table may be several sources.
   const Source* source = nullptr;
 };
-/// Absent where the expression is calculated, or its rows are not single rows of a table.
+/// Absent where the expression is calculated, and where the query is a union, grouped or distinct:
+/// its rows then are not single rows of a table.
 std::optional<Origin> originOf(const BoundExpression& expression);
 std::optional<Origin> originOf(const BoundQuery& query, const BoundExpression& expression);
 

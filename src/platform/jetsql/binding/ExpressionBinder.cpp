@@ -85,7 +85,7 @@ Type calculatedFrom(Type type) {
 Type callType(const Function& function, const std::vector<BoundPtr>& arguments) {
   using W = Function::Writing;
   const W writing = function.writing;
-  if (writing == W::Choice || writing == W::Choose) return commonTypeOf(arguments, 1, 1);
+  if (writing == W::Iif || writing == W::Choose) return commonTypeOf(arguments, 1, 1);
   if (writing == W::Switch) return commonTypeOf(arguments, 1, 2);
   if (writing == W::Fallback) {
     if (arguments.size() == 2) return commonTypeOf(arguments, 0, 1);

@@ -6,7 +6,7 @@ namespace jetsql {
 
 class QueryBinder;
 
-/// The saved queries that are being bound, the innermost first.
+/// A saved query that is being bound, linked to the saved query that names it.
 struct OpenQuery {
   jet::ObjectId id;
   int depth = 1;

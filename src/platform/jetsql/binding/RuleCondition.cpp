@@ -120,7 +120,8 @@ ParsedExpression literalOf(const T& value) {
   } else if constexpr (std::same_as<T, runtime::Decimal>) {
     return literal(Kind::Number, runtime::leadingNumber(value.digits));
   } else if constexpr (std::same_as<T, runtime::Binary>) {
-    // A rule can test bytes for Null and compare them with others.
+    // Hexadecimal digits are enough: a rule can only test bytes for Null and compare them with
+    // other bytes.
     std::u16string digits;
     for (const std::uint8_t byte : value) digits += runtime::hexDigits(byte, 2);
     return literal(Kind::Text, 0, std::move(digits));

@@ -101,7 +101,7 @@ constexpr Function kFunctions[] = {
      make<DeviationOrVariance<false, false>>},
     {u"VARP", 1, 1, "n", Type::Double, "jet_varp", nullptr, kPass, kFixed, W::Aggregate,
      make<DeviationOrVariance<true, false>>},
-    // What operators need.
+    // For a query that is used as a value.
     {u"", 1, 1, "v", Type::Any, "jet_single", nullptr, kPass, kFixed, W::Aggregate, make<Single>},
 };
 

@@ -15,7 +15,7 @@ namespace {
 constexpr std::int64_t kSecondsADay = runtime::Date::kSecondsADay;
 
 /// An interval of DateAdd, DateDiff and DatePart: a number of months, or a number of seconds. `w`
-/// stands for days in the first, for weeks in the second and for days of the week in the last.
+/// stands for days in DateAdd, for weeks in DateDiff and for the day of the week in DatePart.
 struct Interval {
   std::u16string_view name;
   int months;
@@ -83,7 +83,7 @@ void dateAdd(const FunctionCall& call) {
   setDate(call, daysFromCivil(time));
 }
 
-/// Counts the boundaries between the intervals of two dates.
+/// Counts the interval boundaries between two dates; for `w`, the full weeks.
 void dateDiff(const FunctionCall& call) {
   const Interval& interval = intervalOf(call.text(0));
   const auto position = [&interval](double days) -> std::int64_t {
@@ -109,6 +109,7 @@ void datePart(const FunctionCall& call) {
   const CivilTime time = civilFromDays(days);
   const double newYear = dayOf({time.year, 1, 1});
   const int dayOfYear = static_cast<int>(dayOf(time) - newYear);
+  // In the order of `kIntervals`.
   const int parts[] = {
       time.year,   (time.month + 2) / 3, time.month,    (dayOfYear + weekday(newYear) - 1) / 7 + 1,
       time.day,    dayOfYear + 1,        weekday(days), time.hour,

@@ -64,7 +64,7 @@ Digits rounded(double number, std::size_t decimals) {
   std::array<char, 400> text{};
   const auto end =
       std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
-  // The zero takes what is carried.
+  // The leading zero takes the carry.
   std::string all = "0" + std::string(text.data(), end.ptr);
   const std::size_t point = std::min(all.find('.'), all.size());
   const std::size_t size = point + 1 + decimals;
@@ -97,11 +97,11 @@ struct Format::Section {
     std::u16string_view text = {};
   };
   std::vector<Piece> pieces;
-  std::size_t digits = 0;               ///< digits of the pattern before the point
-  std::size_t integers = 0;             ///< minimum of digits before the point
-  std::size_t decimals = 0;             ///< maximum of digits after the point
-  std::size_t fewest = 0;               ///< minimum of digits after the point
-  std::optional<std::size_t> exponent;  ///< minimum of digits of the exponent
+  std::size_t integerDigits = 0;   ///< digits of the pattern before the point
+  std::size_t fewestIntegers = 0;  ///< digits before the point
+  std::size_t mostDecimals = 0;    ///< digits after the point
+  std::size_t fewestDecimals = 0;  ///< digits after the point
+  std::optional<std::size_t> fewestExponentDigits;
   bool thousands = false;
   int scale = 0;  ///< power of ten by which the number is multiplied
 };
@@ -117,25 +117,26 @@ Format::Section::Section(const Format& format, std::size_t begin, std::size_t en
     if (symbol == u'0' || symbol == u'#') {
       pieces.push_back({Kind::Digit});
       if (afterPoint) {
-        decimals = std::min(decimals + 1, kMostDecimals);
-        if (symbol == u'0') fewest = decimals;
+        mostDecimals = std::min(mostDecimals + 1, kMostDecimals);
+        if (symbol == u'0') fewestDecimals = mostDecimals;
       } else {
-        ++digits;
+        ++integerDigits;
         if (std::exchange(commas, 0) > 0) thousands = true;
-        if (symbol == u'0' || integers > 0) ++integers;
+        if (symbol == u'0' || fewestIntegers > 0) ++fewestIntegers;
       }
-    } else if (symbol == u',' && digits > 0 && !afterPoint) {
+    } else if (symbol == u',' && integerDigits > 0 && !afterPoint) {
       ++commas;
     } else if (symbol == u'.' && !afterPoint) {
       divide();
       afterPoint = true;
       pieces.push_back({Kind::Point});
-    } else if (symbol == u'e' && digits + decimals > 0 &&
+    } else if (symbol == u'e' && integerDigits + mostDecimals > 0 &&
                View(u"+-").find(symbols.substr(i + 1, 1)) != View::npos && i + 1 < end) {
       pieces.push_back({Kind::Exponent, symbols[++i] == u'+' ? u"E+" : u"E"});
       const std::size_t last = std::min(symbols.find_first_not_of(u"0#", i + 1), end);
-      exponent = exponent.value_or(0) + static_cast<std::size_t>(std::ranges::count(
-                                            symbols.substr(i + 1, last - i - 1), u'0'));
+      fewestExponentDigits =
+          fewestExponentDigits.value_or(0) +
+          static_cast<std::size_t>(std::ranges::count(symbols.substr(i + 1, last - i - 1), u'0'));
       i = last - 1;
     } else {
       if (symbol == u'%') scale += 2;
@@ -148,14 +149,14 @@ Format::Section::Section(const Format& format, std::size_t begin, std::size_t en
 std::u16string Format::Section::written(double number) const {
   double magnitude = std::fabs(number);
   int power = 0;
-  if (exponent && magnitude > 0) {
+  if (fewestExponentDigits && magnitude > 0) {
     power = static_cast<int>(std::floor(std::log10(magnitude))) -
-            std::max(static_cast<int>(integers), 1) + 1;
+            std::max(static_cast<int>(fewestIntegers), 1) + 1;
     magnitude /= std::pow(10.0, power);
   } else if (scale != 0) {
     magnitude *= std::pow(10.0, scale);
   }
-  return replaced(rounded(magnitude, decimals), power);
+  return replaced(rounded(magnitude, mostDecimals), power);
 }
 
 /// Replaces the pattern's digits with the number's; surplus digits go before the first one.
@@ -163,8 +164,8 @@ std::u16string Format::Section::replaced(Digits number, int power) const {
   std::string& integer = number.integer;
   std::string& fraction = number.decimals;
   const std::size_t lastDigit = fraction.find_last_not_of('0') + 1;
-  fraction.resize(std::min(fraction.size(), std::max(fewest, lastDigit)));
-  if (integer.size() < integers) integer.insert(0, integers - integer.size(), '0');
+  fraction.resize(std::min(fraction.size(), std::max(fewestDecimals, lastDigit)));
+  if (integer.size() < fewestIntegers) integer.insert(0, fewestIntegers - integer.size(), '0');
 
   std::u16string text;
   std::size_t passed = 0;   // digits of the pattern
@@ -180,15 +181,15 @@ std::u16string Format::Section::replaced(Digits number, int power) const {
     if (piece.kind == Kind::Text) {
       text += piece.text;
     } else if (piece.kind == Kind::Point) {
-      if (digits == 0) writeIntegers(0);
+      if (integerDigits == 0) writeIntegers(0);
       text += u'.';
     } else if (piece.kind == Kind::Exponent) {
       text += power < 0 ? u"E-" : piece.text;
-      text += runtime::toText(std::abs(power), *exponent);
-    } else if (++passed <= digits) {
-      writeIntegers(digits - passed);
-    } else if (passed - digits <= fraction.size()) {
-      text += static_cast<char16_t>(fraction[passed - digits - 1]);
+      text += runtime::toText(std::abs(power), *fewestExponentDigits);
+    } else if (++passed <= integerDigits) {
+      writeIntegers(integerDigits - passed);
+    } else if (passed - integerDigits <= fraction.size()) {
+      text += static_cast<char16_t>(fraction[passed - integerDigits - 1]);
     }
   }
   return text;

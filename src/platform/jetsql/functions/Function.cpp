@@ -15,9 +15,10 @@ namespace {
 using W = Function::Writing;
 constexpr int kMany = 100;
 
-/// The choices, which evaluate only what is chosen: they become SQLite's own CASE.
-constexpr Function kChoices[] = {
-    {u"IIF", 3, 3, "v", Type::Any, "", nullptr, kPass, kFixed, W::Choice},
+/// The functions that `writing/CallWriter` and `ExpressionWriter` write as SQL expressions (CASE,
+/// ifnull, IS NULL), which evaluate only the chosen argument.
+constexpr Function kInlineFunctions[] = {
+    {u"IIF", 3, 3, "v", Type::Any, "", nullptr, kPass, kFixed, W::Iif},
     {u"SWITCH", 2, kMany, "v", Type::Any, "", nullptr, kPass, kFixed, W::Switch},
     {u"CHOOSE", 2, kMany, "v", Type::Any, "", nullptr, kPass, kFixed, W::Choose},
     {u"NZ", 1, 2, "v", Type::Any, "", nullptr, kPass, kFixed, W::Fallback},
@@ -27,7 +28,7 @@ constexpr Function kChoices[] = {
 template <class Test>
 const Function* find(Test isSought) {
   for (const std::span<const Function> functions :
-       {std::span<const Function>(kChoices), textFunctions(), conversionFunctions(),
+       {std::span<const Function>(kInlineFunctions), textFunctions(), conversionFunctions(),
         numberFunctions(), dateFunctions(), aggregateFunctions()}) {
     const auto found = std::ranges::find_if(functions, isSought);
     if (found != functions.end()) return &*found;

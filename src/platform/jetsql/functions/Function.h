@@ -15,8 +15,8 @@ class FunctionCall;
 struct Function {
   /// How a call of the function is written for SQLite.
   enum class Writing : std::uint8_t {
-    Plain,   ///< a call of `target`, which this library registers with SQLite
-    Choice,  ///< IIf
+    Plain,  ///< a call of `target`, which this library registers with SQLite
+    Iif,
     Switch,
     Choose,
     Fallback,   ///< Nz
@@ -41,8 +41,9 @@ struct Function {
   /// value to compare. See `writeArgument` in `writing/CallWriter.cpp`.
   std::string_view takes;
   Type type;
-  std::string_view target;                        ///< its name within SQLite
-  void (*scalar)(const FunctionCall&) = nullptr;  ///< this or `aggregate` where we register it
+  std::string_view target;  ///< its name within SQLite
+  /// For functions that we register, either this or `aggregate` is set.
+  void (*scalar)(const FunctionCall&) = nullptr;
   Nulls nulls = Nulls::Pass;
   Result result = Result::Fixed;
   Writing writing = Writing::Plain;

@@ -5,7 +5,7 @@
 namespace jetsql {
 
 Type typeOf(jet::ColumnType column) {
-  // The first types stand in the same order in both.
+  // Both enumerations begin with the same types in the same order.
   static_assert(Type::Boolean == Type(jet::ColumnType::Boolean));
   static_assert(Type::Date == Type(jet::ColumnType::DateTime));
   if (column <= jet::ColumnType::DateTime) return static_cast<Type>(column);

@@ -55,6 +55,7 @@ class Chooser {
     if (equal == restrictions_.end()) return plan;
     plan.taken.push_back(*equal);
     plan.rows = std::max(1.0, rows_ / kEqualShare);
+    // On a small table an index on the column costs less than this.
     plan.cost = rows_ / kLookupShare + 2 * kDescend;
     return plan;
   }

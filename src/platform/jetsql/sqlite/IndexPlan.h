@@ -20,11 +20,11 @@ struct Restriction {
 /// Rows that don't meet a restriction may be returned as well.
 struct IndexPlan {
   std::optional<jet::IndexNumber> index = {};  ///< absent where none is used
-  std::vector<Restriction> taken =
-      {};                 ///< used ones: single values first, in the order of the index's columns
+  /// The restrictions that the plan uses: single values first, in the order of the index's columns.
+  std::vector<Restriction> taken = {};
   bool isUnique = false;  ///< at most one row meets the restrictions
   double cost = 0;        ///< in rows of a scan
-  double rows = 0;
+  double rows = 0;        ///< estimated number of rows that are returned
 };
 
 /// The cheapest way to read the table under these restrictions.

@@ -20,8 +20,8 @@ namespace {
 constexpr std::size_t kBlock = 32 * 1024;
 constexpr std::size_t kMostMemory = 256 * 1024 * 1024;
 
-/// The first byte of a packed value. In a text or bytes their length follows, four bytes; the ids
-/// of a row's sources come before its values.
+/// The first byte of a packed value; for a text or bytes, their length follows in four bytes. A
+/// packed row is the ids of its source rows, then its values.
 enum Tag : char { kNull, kInteger, kAmount, kFloating, kLatin, kWide, kBytes };
 
 template <class T>
@@ -95,8 +95,8 @@ runtime::Variant textValue(Type type, std::u16string text) {
 Result::Result(std::vector<ResultColumn> columns, std::size_t sourceRows)
     : columns_(std::move(columns)), sourceRows_(sourceRows) {}
 
-void Result::beginRow(std::span<const std::uint32_t> sources) {
-  packed_.assign(reinterpret_cast<const char*>(sources.data()), sources.size_bytes());
+void Result::beginRow(std::span<const std::uint32_t> sourceIds) {
+  packed_.assign(reinterpret_cast<const char*>(sourceIds.data()), sourceIds.size_bytes());
 }
 
 template <class T>
@@ -173,14 +173,14 @@ void Result::arrange(std::span<const std::uint32_t> order) {
   for (const std::uint32_t row : order) rows_.push_back(store(rows[row]));
 }
 
-std::uint32_t Result::source(std::size_t row, int sourceRow) const {
+std::uint32_t Result::sourceId(std::size_t row, int sourceRow) const {
   return read<std::uint32_t>(rows_[row].data() +
                              static_cast<std::size_t>(sourceRow) * sizeof(std::uint32_t));
 }
 
 std::optional<jet::RowId> Result::rowOf(std::size_t row, std::size_t column) const {
   if (!columns_[column].table) return std::nullopt;
-  const std::uint32_t packed = source(row, columns_[column].sourceRow);
+  const std::uint32_t packed = sourceId(row, columns_[column].sourceRow);
   if (packed == 0) return std::nullopt;
   return jet::RowId::unpack(packed);
 }

@@ -36,10 +36,10 @@ class Result {
   /// Replaces the values of the columns that come from one of a row's source rows, in their order.
   void replace(std::size_t row, int sourceRow, std::span<const runtime::Variant> values);
 
-  /// To add a row, call `beginRow`, `add` for each column in order, `endRow`. `sources` are the
+  /// To add a row, call `beginRow`, `add` for each column in order, `endRow`. `sourceIds` are the
   /// packed ids of the row's source rows, 0 for none. Raises the engine's error when the rows
   /// exceed the memory allowed for a result.
-  void beginRow(std::span<const std::uint32_t> sources);
+  void beginRow(std::span<const std::uint32_t> sourceIds);
   void add(const runtime::Variant& value);
   void add(const jet::Row& row, const ValueSource& source);
   void endRow() { rows_.push_back(store(packed_)); }
@@ -52,7 +52,7 @@ class Result {
   template <class T>
   void putHeld(const T& held);
   void putBytes(char tag, const void* bytes, std::size_t count, std::size_t unit);
-  std::uint32_t source(std::size_t row, int sourceRow) const;
+  std::uint32_t sourceId(std::size_t row, int sourceRow) const;
   std::string_view store(std::string_view row);
 
   std::vector<ResultColumn> columns_;

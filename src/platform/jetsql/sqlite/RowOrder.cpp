@@ -14,7 +14,7 @@
 namespace jetsql {
 namespace {
 
-/// The first byte of a key's term; none is 0, which ends keys.
+/// The first byte of each term of a key. None is 0, the byte that ends a term.
 constexpr char kNull = 1;
 constexpr char kNumber = 2;
 constexpr char kText = 3;
@@ -36,7 +36,7 @@ void appendNumber(std::uint64_t bits, std::string& key) {
 
 }  // namespace
 
-/// Appends a number's bits in a form whose byte order is the order of the numbers.
+/// Appends a number as bytes that sort as the numbers do.
 void RowOrder::addNumber(double number) {
   // Zero and negative zero are equal.
   const auto bits = std::bit_cast<std::uint64_t>(number == 0 ? 0.0 : number);
@@ -108,7 +108,7 @@ void RowOrder::endRow() {
   begin_ = keys_.size();
 }
 
-/// Moves the first bytes of the rest of the entry's key into its front.
+/// Moves the next eight bytes of the entry's key into its front, or as many as are left.
 void RowOrder::takeFront(Entry& entry) const {
   std::uint64_t front = 0;
   const std::size_t size = std::min<std::size_t>(entry.size, sizeof front);

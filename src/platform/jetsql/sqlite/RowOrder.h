@@ -28,7 +28,7 @@ class RowOrder {
  private:
   struct Entry {
     std::uint64_t front = 0;  ///< bytes of the key, as a number
-    std::uint32_t begin = 0;  ///< of the key's further bytes within the keys
+    std::uint32_t begin = 0;  ///< index in `keys_` of the key's bytes after `front`
     std::uint32_t size = 0;
     std::uint32_t index = 0;
   };

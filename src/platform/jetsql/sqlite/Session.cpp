@@ -50,7 +50,8 @@ class Reader {
         order_(order),
         ids_(statement.sourceRows.size()),
         result_(statement.columns, statement.sourceRows.size()) {
-    for (const int number : statement.sourceRows) sources_.emplace_back(connection.table(number));
+    for (const int number : statement.sourceRows)
+      sourceRows_.emplace_back(connection.table(number));
   }
   ~Reader() { connection_.finish(); }
   Reader(const Reader&) = delete;
@@ -58,7 +59,7 @@ class Reader {
 
   Result read() {
     while (connection_.step()) readRow();
-    connection_.finish();
+    connection_.finish();  // frees SQLite's memory before the rows are copied
     if (!statement_.order.empty()) result_.arrange(order_.sorted());
     return std::move(result_);
   }
@@ -68,7 +69,7 @@ class Reader {
     for (std::size_t i = 0; i < ids_.size(); ++i) {
       sqlite3_value* id = connection_.value(static_cast<int>(i));
       ids_[i] = static_cast<std::uint32_t>(sqlite3_value_int64(id));
-      sources_[i].find(ids_[i]);
+      sourceRows_[i].find(ids_[i]);
     }
     result_.beginRow(ids_);
     for (const ValueSource& value : statement_.values) {
@@ -88,7 +89,7 @@ class Reader {
   /// The table row that holds the value; null where it is calculated or there is none.
   const jet::Row* rowOf(const ValueSource& value) const {
     if (value.table == nullptr) return nullptr;
-    return sources_[static_cast<std::size_t>(value.sourceRow)].row();
+    return sourceRows_[static_cast<std::size_t>(value.sourceRow)].row();
   }
 
   runtime::Variant calculated(const ValueSource& value) const {
@@ -99,7 +100,7 @@ class Reader {
   SqlConnection& connection_;
   const WrittenStatement& statement_;
   RowOrder order_;
-  std::vector<SourceRow> sources_;
+  std::vector<SourceRow> sourceRows_;
   std::vector<std::uint32_t> ids_;
   Result result_;
 };

@@ -16,7 +16,7 @@ namespace {
 /// session on the largest store take a tenth of it.
 constexpr std::int64_t kMostWork = 50'000'000;
 constexpr int kStepsBetweenChecks = 10'000;
-/// Longest single value, and the limits of SQLite's own programs.
+/// Limits that are set in SQLite: bytes of one value, instructions of one statement's program.
 constexpr int kLongestValue = 64'000'000;
 constexpr int kLongestProgram = 2'000'000;
 

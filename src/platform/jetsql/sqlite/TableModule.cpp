@@ -23,7 +23,7 @@ struct VirtualTable {
 struct VirtualCursor {
   sqlite3_vtab_cursor base{};
   KnownTable* known = nullptr;
-  std::optional<TableReader> reader;  ///< created for this plan and these tests
+  std::optional<TableReader> reader;  ///< created for `plan`
   PlanCode plan;
   std::vector<runtime::Variant> values;
   std::u16string text;

@@ -16,7 +16,7 @@ constexpr int kFirstLookup = -2;
 /// table's rows divided by `kShareOfRows`.
 constexpr std::uint32_t kFewLookups = 64;
 constexpr std::uint32_t kShareOfRows = 64;
-/// Without an index each value costs a scan.
+/// Number of scans before the hash table is built where there is no index.
 constexpr std::uint32_t kScansBefore = 1;
 
 }  // namespace

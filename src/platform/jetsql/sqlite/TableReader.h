@@ -33,7 +33,7 @@ class TableReader {
  public:
   TableReader(const jet::Table& table, const PlanCode& plan);
 
-  /// As the plan's code returns them.
+  /// The column that each test's value is compared with.
   const std::vector<jet::ColumnIndex>& columns() const { return columns_; }
   /// Starts again, at the first row for these values, one for each test.
   void start(const std::vector<runtime::Variant>& values);

@@ -98,8 +98,8 @@ bool readTime(CivilTime& time, std::u16string_view marks, std::span<const Number
 }  // namespace
 
 double daysFromCivil(const CivilTime& time) {
-  // A day of the month is a 16-bit number, too small to lead from a year beyond these limits back
-  // to a valid date.
+  // The days that DateSerial adds are 16-bit numbers: too few to lead from a year beyond these
+  // limits back to a valid date.
   constexpr std::int64_t kFarYear = 20000;
   const std::int64_t months = std::int64_t{time.year} * 12 + time.month - 1;
   if (std::abs(months) > kFarYear * 12) throw error::overflow();

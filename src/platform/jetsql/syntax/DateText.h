@@ -25,8 +25,8 @@ CivilTime civilFromDays(double days);
 /// 1 (Sunday) to 7.
 int weekday(double days);
 
-/// The date or time that a text denotes: month/day/year, year-month-day, with or without a time in
-/// 12 or 24 hours, or a time alone; absent when the text is none.
+/// The date or time that a text denotes: month/day/year or year-month-day, with or without a time
+/// in 12 or 24 hours, or a time alone. Absent for any other text.
 std::optional<double> parseDate(std::u16string_view text);
 
 /// A date as text: month/day/year where it has a day, the time in 12 hours where it has a time.

@@ -106,7 +106,7 @@ ParsedExpression parseExpression(std::u16string_view text) {
   return read;
 }
 
-/// The operands and operators of at least that level that follow.
+/// Reads the operands that are joined by operators of `level` or a higher one.
 ParsedExpression ExpressionParser::operation(int level) {
   const bool isValue = level >= kValueLevel;
   ParsedExpression left = isValue ? sign() : negation();

@@ -17,7 +17,7 @@ struct ExpressionNode {
   bool negated = false;  ///< Is Not Null, Not Like, Not Between, Not In
   bool every = false;    ///< Quantified: All, not Any or Some
   double number = 0;
-  std::u16string text = {};  ///< a text, or the name of a column or function as written
+  std::u16string text = {};  ///< a text, a function's name as written or, once bound, a column's
 };
 
 /// One node of an expression as it was written.

@@ -85,6 +85,7 @@ ParsedQuery QueryParser::query() {
   return parsed;
 }
 
+/// Reads one side of a UNION: a SELECT, or a query in parentheses.
 ParsedQuery QueryParser::term() {
   ParsedQuery parsed;
   if (!tokens_.here().is(u"(")) {

@@ -38,8 +38,8 @@ class QueryParser {
   int tallest_ = 0;     ///< height of the expressions read so far
 };
 
-/// A full statement: a SELECT or UNION, perhaps after PARAMETERS. Raises the engine's error for a
-/// text that is none.
+/// Parses a full statement: a SELECT or UNION, perhaps after PARAMETERS. Raises the engine's error
+/// for any other text.
 ParsedQuery parseStatement(std::u16string_view text);
 /// A text that is one entry of a SELECT list and nothing else.
 ParsedItem parseItem(std::u16string_view text);

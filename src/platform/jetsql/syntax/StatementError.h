@@ -16,8 +16,8 @@ struct StatementError {
                                    std::u16string_view second = {}) const;
 };
 
-/// The errors of statements, saved queries and rules; `runtime/ProviderError.h` has what they have
-/// in common with the engine's.
+/// The errors of statements, saved queries and rules. `runtime/ProviderError.h` has the numbers,
+/// and the errors that `jet` raises too.
 namespace error {
 
 using Error = StatementError;
@@ -25,7 +25,7 @@ using runtime::providerMismatch;
 inline constexpr auto kStatement = runtime::ProviderNumber::Statement;
 inline constexpr auto kGeneral = runtime::ProviderNumber::General;
 
-// The grammar. A query expression is quoted with the fault that it contains.
+// The grammar. "query expression '|'" quotes the clause's expression that contains the fault.
 inline constexpr Error missingOperator{kStatement,
                                        u"Syntax error (missing operator) in query expression '|'."};
 inline constexpr Error missingClosing{kStatement,

@@ -24,7 +24,7 @@ struct Token {
     Date,
     Symbol,
     BrokenText,  ///< a quote that is never closed; runs to the end
-    BrokenDate,  ///< a date that is never closed or is none; runs to the end
+    BrokenDate,  ///< a `#` that is never closed, or around a text that is no date
     BrokenName,  ///< a bracket that is never closed; runs to the end
   };
 
@@ -47,7 +47,8 @@ struct Token {
   bool isAnyOf(std::span<const std::u16string_view> words) const;
 };
 
-/// Splits a statement into tokens; the last one is End. A broken token is the last one before it.
+/// Splits a statement into tokens; the last one is End. Nothing after a broken token is read: End
+/// follows it.
 std::vector<Token> tokenize(std::u16string_view statement);
 
 }  // namespace jetsql

@@ -43,7 +43,7 @@ class TokenStream {
 
   /// "Syntax error (missing operator) in query expression '<the clause's expression>'."
   [[noreturn]] void failExpression(std::size_t clause) const;
-  /// Another error of the clause.
+  /// Raises `failure`; but where the statement has a broken token, the error of that token.
   [[noreturn]] void fail(std::size_t clause, const runtime::RunTimeError& failure) const;
 
  private:

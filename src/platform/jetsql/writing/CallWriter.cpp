@@ -75,9 +75,9 @@ std::string writeCall(ExpressionWriter& writer, const BoundExpression& call) {
   const auto& arguments = call.arguments;
   using W = Function::Writing;
   const W writing = function.writing;
-  if (writing == W::Choice) {
-    return writeChoice(
-        writer, call, [&](const BoundExpression& side) { return writer.valueAs(side, call.type); });
+  if (writing == W::Iif) {
+    return writeIif(writer, call,
+                    [&](const BoundExpression& side) { return writer.valueAs(side, call.type); });
   }
   if (writing == W::Switch) return writeSwitch(writer, call);
   if (writing == W::Choose) return writeChoose(writer, call);
@@ -96,15 +96,15 @@ std::string writeCall(ExpressionWriter& writer, const BoundExpression& call) {
 
 /// Only the chosen side is evaluated; null chooses the second. A choice that is the second side of
 /// another becomes further cases of that one: SQLite's parser accepts few levels of nesting.
-std::string writeChoice(ExpressionWriter& writer, const BoundExpression& call,
-                        const std::function<std::string(const BoundExpression&)>& side) {
+std::string writeIif(ExpressionWriter& writer, const BoundExpression& call,
+                     const std::function<std::string(const BoundExpression&)>& side) {
   std::string text = "(CASE";
   for (const BoundExpression* now = &call;;) {
     text += " WHEN " + writer.condition(*now->arguments[0]);
     text += " THEN " + side(*now->arguments[1]);
     now = now->arguments[2].get();
     const bool goesOn =
-        now->kind == ExpressionKind::Call && now->function->writing == Function::Writing::Choice;
+        now->kind == ExpressionKind::Call && now->function->writing == Function::Writing::Iif;
     if (!goesOn) return text + " ELSE " + side(*now) + " END)";
   }
 }

@@ -11,7 +11,7 @@ namespace jetsql {
 std::string writeCall(ExpressionWriter& writer, const BoundExpression& call);
 
 /// The SQL text of a call of IIf; `side` writes its second and third argument.
-std::string writeChoice(ExpressionWriter& writer, const BoundExpression& call,
-                        const std::function<std::string(const BoundExpression&)>& side);
+std::string writeIif(ExpressionWriter& writer, const BoundExpression& call,
+                     const std::function<std::string(const BoundExpression&)>& side);
 
 }  // namespace jetsql

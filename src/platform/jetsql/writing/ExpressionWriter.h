@@ -15,16 +15,19 @@ class ExpressionWriter {
  public:
   explicit ExpressionWriter(StatementWriter& writer) : writer_(writer) {}
 
-  /// The value as SQLite has it: a truth value is -1 or 0, an amount its ten-thousandths.
+  /// The value as SQLite has it: a truth value is -1 or 0, an amount its ten-thousandths, a scaled
+  /// decimal its text (see `kDecimalKey`).
   std::string value(const BoundExpression& expression);
   /// The value in the form of `type`, the common type of this and other values.
   std::string valueAs(const BoundExpression& expression, Type type);
-  /// The value for calculations: an amount as a plain number, any other value as `value`.
+  /// The value for calculations: an amount or a scaled decimal as a plain number, any other value
+  /// as `value`.
   std::string plain(const BoundExpression& expression);
   /// The value for comparisons: a text with the collating sequence of the file's order.
   std::string compared(const BoundExpression& expression);
-  /// The value for a comparison among `operands`, which include it: an amount where all of them are
-  /// amounts, else a plain number or a text with its collating sequence.
+  /// The value for a comparison among `operands`, which include it. Amounts stay exact where all
+  /// operands are exact in ten-thousandths, scaled decimals where all are scaled decimals; other
+  /// numbers are plain, and texts get their collating sequence.
   std::string comparedAmong(const BoundExpression& expression,
                             const std::vector<std::shared_ptr<const BoundExpression>>& operands);
   /// The value as a term of ORDER BY or GROUP BY, where a bare number would be a column's index.
@@ -54,7 +57,8 @@ class ExpressionWriter {
   StatementWriter& writer_;
 };
 
-/// The ways in which values of two types are compared.
+/// The ways in which values of two types are compared: as they are, by the collating sequence, a
+/// GUID as text with a text, or not at all since one side is Null.
 enum class Comparing : std::uint8_t { Plain, Texts, GuidText, Null };
 /// Raises the mismatch error for types that can't be compared.
 Comparing comparing(Type a, Type b);

@@ -112,7 +112,8 @@ class SelectWriter {
     }
     if (!groups.empty()) text += " GROUP BY " + joined(groups, ", ");
     if (!select_.having) return text;
-    // Without GROUP BY all rows, or none at all, are one group; SQLite has to be told.
+    // Without GROUP BY all rows are one group, even if there are none. SQLite accepts such a HAVING
+    // only in a query with an aggregate.
     const std::string always = groups.empty() ? "count(*) >= 0 AND " : "";
     text += " HAVING " + always + expressions_.condition(*select_.having);
     return text;

@@ -43,9 +43,9 @@ struct OrderSource {
   bool descending = false;
 };
 
-/// A statement of the dialect as SQL for SQLite. SQLite's result has the packed ids of the source
-/// rows first (null where an outer join found none), then calculated values. Its rows are in no
-/// particular order.
+/// A statement of the dialect as SQL for SQLite. The *source rows* of a result row are the table
+/// rows that its values are read from. SQLite's result has their packed ids first (null where an
+/// outer join found none), then calculated values. Its rows are in no particular order.
 struct WrittenStatement {
   std::string sql;
   std::vector<std::u16string> parameters;  ///< ?1, ?2, …

@@ -49,7 +49,7 @@ void compareIndexes(const FileShape::Index& indexBefore, const FileShape::Index&
                     std::set<std::string>& kinds) {
   const std::vector<int>& before = indexBefore.levels;
   const std::vector<int>& after = indexAfter.levels;
-  if (before == after && indexBefore.bounds != indexAfter.bounds) kinds.insert("bound lowered");
+  if (before == after && indexBefore.bounds != indexAfter.bounds) kinds.insert("bound tightened");
   if (after.size() > before.size()) {
     kinds.insert("root grown");
     kinds.insert("root grown to level " + std::to_string(after.size() - 1));

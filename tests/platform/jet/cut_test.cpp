@@ -68,7 +68,7 @@ class KindSearch {
       columns.emplace_back(i);
       sizes.push_back(all[i].length / unit);
     }
-    const std::set<std::string> left{"leaf unlinked", "bound lowered"};  // left for byEmptying
+    const std::set<std::string> left{"leaf unlinked", "bound tightened"};  // left for byEmptying
     for (; tries > 0 && !std::ranges::includes(left, missing_); --tries) {
       const std::size_t which = generator_() % columns.size();
       const std::size_t least = generator_() % 3 == 0 ? 0 : sizes[which] * 3 / 4;
@@ -141,20 +141,20 @@ struct FileFormat {
 class CutMadeFile : public testing::TestWithParam<FileFormat> {};
 class CutShop : public CutMadeFile {};
 
-const auto kNameOfKind = [](const auto& kind) { return kind.param.name; };
-const auto kPlainKinds = testing::Values(FileFormat{"Jet3", jet::Version::Jet3, 0},
-                                         FileFormat{"Jet4", jet::Version::Jet4, 0});
-INSTANTIATE_TEST_SUITE_P(OfKind, CutMadeFile, kPlainKinds, kNameOfKind);
-INSTANTIATE_TEST_SUITE_P(OfKind, CutShop, kPlainKinds, kNameOfKind);
-// The encoding changes each page alike, so one case is also encoded.
-INSTANTIATE_TEST_SUITE_P(OfEncodedKind, CutShop,
+const auto kNameOfFormat = [](const auto& format) { return format.param.name; };
+const auto kPlainFormats = testing::Values(FileFormat{"Jet3", jet::Version::Jet3, 0},
+                                           FileFormat{"Jet4", jet::Version::Jet4, 0});
+INSTANTIATE_TEST_SUITE_P(OfFormat, CutMadeFile, kPlainFormats, kNameOfFormat);
+INSTANTIATE_TEST_SUITE_P(OfFormat, CutShop, kPlainFormats, kNameOfFormat);
+// The encoding treats all pages alike, so only this suite also runs on encoded files.
+INSTANTIATE_TEST_SUITE_P(OfEncodedFormat, CutShop,
                          testing::Values(FileFormat{"Jet3", jet::Version::Jet3, 0x5A17C3E9},
                                          FileFormat{"Jet4", jet::Version::Jet4, 0x5A17C3E9}),
-                         kNameOfKind);
+                         kNameOfFormat);
 
-const std::set<std::string> kAllKinds{"in its slot",   "moved",        "moved again",
-                                      "moved back",    "leaf split",   "root grown",
-                                      "leaf unlinked", "bound lowered"};
+const std::set<std::string> kAllKinds{"in its slot",   "moved",          "moved again",
+                                      "moved back",    "leaf split",     "root grown",
+                                      "leaf unlinked", "bound tightened"};
 
 /// Shops in which changes of all these kinds happen. In the small Jet 3 shop the root of an index
 /// is a leaf that can grow, in the other one rows have to move.
@@ -190,7 +190,7 @@ TEST_P(CutShop, LosesNothing) {
   EXPECT_GT(states, 40);
 }
 
-TEST(AChange, CostsFourSyncsAndALoweredBoundOneMore) {
+TEST(AChange, CostsFourSyncsAndATightenedBoundOneMore) {
   const Scratch scratch;
   const fs::path file = scratch.folder() / "shop.mdb";
   makestore::ShopOptions options;
@@ -207,7 +207,7 @@ TEST(AChange, CostsFourSyncsAndALoweredBoundOneMore) {
   FileShape shape = shapeOf(stock());
   std::map<std::set<std::string>, int> seen;
   const std::set<std::string> plain{"in its slot"};
-  const std::set<std::string> lowering{"in its slot", "bound lowered"};
+  const std::set<std::string> tightening{"in its slot", "bound tightened"};
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const std::string number = std::to_string(i);
     const std::u16string text = u"A" + std::u16string(number.begin(), number.end());
@@ -216,14 +216,14 @@ TEST(AChange, CostsFourSyncsAndALoweredBoundOneMore) {
     FileShape after = shapeOf(stock());
     after.body = bodyOf(stock(), rows[i]);
     const std::set<std::string> kinds = differencesBetween(std::exchange(shape, after), after);
-    // After new entries, their counters, the row, the old entries; a lowered bound reaches the disk
-    // before the next change.
-    if (kinds == plain || kinds == lowering) {
+    // After new entries, their counters, the row, the old entries; a tightened bound reaches the
+    // disk before the next change.
+    if (kinds == plain || kinds == tightening) {
       EXPECT_EQ(log.syncs(), kinds == plain ? 4 : 5);
     }
-    if (++seen[kinds] == 2 && kinds == lowering) break;
+    if (++seen[kinds] == 2 && kinds == tightening) break;
   }
-  EXPECT_EQ(seen[lowering], 2);
+  EXPECT_EQ(seen[tightening], 2);
   EXPECT_GT(seen[plain], 2);
 }
 

@@ -226,7 +226,7 @@ void IndexEditor::tightenBound(IndexPath& path, std::size_t depth, const Bytes& 
   }
 }
 
-/// Called before the bound between the node's child and the page after it is lowered or removed.
+/// Called before the bound between the node's child and the page after it is tightened or removed.
 /// An interrupted split may have left entries up to this bound in the pages that follow it, one
 /// page on each level. Drops them: without the bound they would belong to the tree again.
 void IndexEditor::trimNextTo(const IndexPath::Node& node) {

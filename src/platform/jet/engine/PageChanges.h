@@ -20,8 +20,8 @@ enum class WriteStep : std::uint8_t {
   Counters,       ///< the entry counters in the definition
   Rows,           ///< the row itself changes in one page write
   RemoveEntries,  ///< the old index entries
-  DropOld,        ///< old bodies and long values; lowered bounds; links and maps of pages that were
-                  ///< removed from an index
+  DropOld,        ///< old bodies and long values; tightened bounds; links and maps of pages that
+                  ///< were removed from an index
   Hints,          ///< maps of pages with room and of free pages: any of these writes may be lost
 };
 

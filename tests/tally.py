@@ -56,7 +56,7 @@ def main(programs, cases, windows):
     for program in listed.iter("testcase") if listed is not None else ():
         name = program.get("name")
         skipped = program.find("skipped")
-        # CTest reports a program that it can't find as skipped; only the message tells.
+        # CTest reports a program that it can't find as skipped, too; only the message tells the two apart.
         bad = (program.get("status") not in ("run", "notrun", "disabled") or
                (skipped is not None and "Unable to find" in skipped.get("message", "")))
         own = read(pathlib.Path(cases) / f"{name}.xml")
@@ -69,11 +69,11 @@ def main(programs, cases, windows):
             tally.skipped += 1
         else:
             tally.passed += 1
-    shown = read(windows)
-    if shown is None:
+    window_report = read(windows)
+    if window_report is None:
         tally.fail(f"no report: {windows}")
     else:
-        tally.count(shown, "real windows: ")
+        tally.count(window_report, "real windows: ")
     for name in tally.failures:
         print(f"failed: {name}")
     print(f"{tally.passed} passed, {tally.failed} failed, {tally.skipped} skipped")

@@ -49,11 +49,11 @@ class Desktop:
                             "XDG_RUNTIME_DIR": self.folder}
         for name in ("WAYLAND_DISPLAY", "AT_SPI_BUS_ADDRESS", "XDG_SESSION_TYPE"):
             self.environment.pop(name, None)
-        self.messages = subprocess.Popen(
+        self.message_bus = subprocess.Popen(
             ["dbus-daemon", "--session", "--nofork", "--print-address=1"], env=self.environment,
             stdout=subprocess.PIPE, stderr=log)
-        message_bus = self.messages.stdout.readline().decode().strip()
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = message_bus
+        bus_address = self.message_bus.stdout.readline().decode().strip()
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus_address
         self.manager = None
         if manager:
             self.manager = subprocess.Popen(manager, env=self.environment, stdout=log, stderr=log)
@@ -61,7 +61,7 @@ class Desktop:
             wait_until(self._gives_keyboard, "the window manager to give the keyboard to a window")
         self._watch(log)
         log.close()
-        self.reader = Bus(message_bus)
+        self.accessibility = Bus(bus_address)
 
     def _has_manager(self):
         shown = self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK", check=False)
@@ -112,7 +112,7 @@ class Desktop:
 
     def close(self):
         processes = [process for process in
-                     (self.watcher, self.manager, self.messages, self.server) if process]
+                     (self.watcher, self.manager, self.message_bus, self.server) if process]
         for process in processes:
             process.terminate()
         for process in processes:

@@ -86,7 +86,7 @@ class Program:
                             for one, other in zip(box, self.desktop.client_area(window)))
 
     def root(self):
-        return wait_until(lambda: self.desktop.reader.program(self.pid),
+        return wait_until(lambda: self.desktop.accessibility.program(self.pid),
                           "the program on the accessibility bus")
 
     def find_window(self, accept, what):
@@ -137,7 +137,7 @@ class Screen:
     # Pointer and keyboard
 
     def point(self, control, across=0.5, down=0.5):
-        """A point on a control, in pixels of the screen; by default its centre."""
+        """A point on a control, in pixels of the display; by default its centre."""
         left, top, width, height = self.table[control]
         return (self.left + round((left + width * across) * self.twip),
                 self.top + round((top + height * down) * self.twip))
@@ -149,7 +149,7 @@ class Screen:
         self.desktop.xdotool("mousemove", *self.point(control, across, down), "click", button)
 
     def tick(self, control):
-        """Clicks a tick box on its mark."""
+        """Clicks a check box on its mark."""
         self.click(control, 0.03)
 
     def double_click(self, control, across=0.5, down=0.5):

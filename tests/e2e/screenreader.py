@@ -147,7 +147,7 @@ class Node:
                     yield from child.walk(depth - 1)
 
     def find(self, role=None, name=None):
-        """The first node below that matches the arguments, or None."""
+        """The first match among this node and the visible nodes below it, or None."""
         for node in self.walk():
             if (role is None or node.role == role) and (name is None or node.name == name):
                 return node

@@ -37,7 +37,7 @@ class Build:
 
 
 class Shop:
-    """One case's program folder. The names in it are as in a shop, some in odd case."""
+    """One case's program folder. Some of its file names have an unusual letter case, as in real shops."""
 
     def __init__(self, build, folder, store=()):
         self.folder = pathlib.Path(folder)
@@ -49,11 +49,11 @@ class Shop:
         self.database = self.folder / "Stores" / "Demo" / "MASTER.mdb"
         self.database.parent.mkdir(parents=True)
         shutil.copy(build.store(*store), self.database)
-        self.set("[comms]\nstorename=Demo\n")
+        self.write_settings("[comms]\nstorename=Demo\n")
 
     # The settings store
 
-    def set(self, text):
+    def write_settings(self, text):
         file = self.settings / "program-settings" / "tavenor.ini"
         file.parent.mkdir(parents=True, exist_ok=True)
         file.write_text(text)

@@ -22,17 +22,17 @@ class BadStore(Case):
         self.ends_fatally(program, number, text)
         self.assertEqual(self.shop.files(), before)
 
-    def test_not_a_database(self):
+    def test_a_file_that_is_no_database_is_fatal(self):
         self.shop.database.write_bytes(b"Dear shop, the store is closed today.\r\n" * 400)
         self.ends(-2147467259, "Unrecognized database format")
 
-    def test_a_database_that_another_program_holds_exclusively(self):
+    def test_a_database_that_another_program_holds_exclusively_is_fatal_after_a_wait(self):
         with open(self.shop.database, "r+b") as held:
             lock = struct.pack("hhqqi4x", fcntl.F_WRLCK, os.SEEK_SET, 0, 0, 0)
             fcntl.fcntl(held, fcntl.F_OFD_SETLK, lock)
             began = time.monotonic()
             self.ends(-2147467259, "file already in use")
-            self.assertGreater(time.monotonic() - began, 5)  # the engine waits for the other one
+            self.assertGreater(time.monotonic() - began, 5)  # the engine waits for the other program
 
 
 class NoDisplay(Case):
@@ -59,16 +59,16 @@ class StandardError(Case):
     """The report shows, and the program ends, where nothing can be written to standard error."""
 
     def ends(self, redirection):
-        self.shop.set("[comms]\nstorename=Demo\n[KEYSTRAND]\nHIDE_BARCODE=\n")
+        self.shop.write_settings("[comms]\nstorename=Demo\n[KEYSTRAND]\nHIDE_BARCODE=\n")
         program = self.start(command=["bash", "-c", f"exec '{self.shop.program}' {redirection}"])
         window = program.window("Keystrand")
         Suite.desktop.xdotool("windowfocus", "--sync", window, "key", "Return")
         self.assertEqual(program.status(), 1)
 
-    def test_closed_standard_error(self):
+    def test_the_report_shows_with_standard_error_closed(self):
         self.ends("2>&-")
 
-    def test_a_pipe_without_a_reader(self):
+    def test_the_report_shows_with_standard_error_to_a_pipe_that_nobody_reads(self):
         self.ends("2> >(:)")
 
 
@@ -85,10 +85,10 @@ class LostDisplay(Case):
         self.assertEqual(screen.program.status(), 1)
         self.assertEqual(self.shop.files(), before)
 
-    def test_while_nothing_happens(self):
+    def test_a_lost_display_ends_the_idle_program_with_status_1(self):
         self.ends(self.screen())
 
-    def test_while_a_drag_is_moving(self):
+    def test_a_lost_display_ends_the_program_during_a_drag(self):
         # The display ends between two of the toolkit's queries for the pointer's position.
         for _ in range(3):
             screen = self.screen()
@@ -101,7 +101,7 @@ class LostDisplay(Case):
             self.ends(screen)
             hand.wait()
 
-    def test_while_the_sheet_and_its_list_are_open(self):
+    def test_a_lost_display_ends_the_program_with_the_sheet_and_its_list_open(self):
         screen = self.screen()
         screen.double_click(12)
         sheet = Screen(screen.program, controls.SHEET_TITLE, controls.SHEET)
@@ -109,7 +109,7 @@ class LostDisplay(Case):
         wait_until(lambda: len(sheet.windows()) == 3, "the departments")
         self.ends(screen)
 
-    def test_while_a_message_or_the_colour_dialog_is_open(self):
+    def test_a_lost_display_ends_the_program_with_a_message_or_the_colour_dialog_open(self):
         for button, title in (("cmdResetAll", "Reset"), ("cmdSelCol", "Colour")):
             screen = self.screen()
             screen.click(button)

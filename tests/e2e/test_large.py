@@ -48,11 +48,11 @@ class Tour(Large):
 
 
 class Restored(Large):
-    def test_the_screen_has_its_stored_size_and_position(self):
+    def test_the_restored_screen_has_the_bounds_of_its_design(self):
         screen = self.large()
         screen.desktop.double_click_title(screen.window)
         wait_until(lambda: screen.desktop.client_area(screen.window) == (8, 30, 304, 202),
-                   "the stored bounds")
+                   "the bounds of the design")
         screen.desktop.double_click_title(screen.window)
         wait_until(lambda: screen.desktop.client_area(screen.window)[2] == screen.desktop.width,
                    "the full width")

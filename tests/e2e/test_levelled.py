@@ -217,7 +217,7 @@ class Pointer(Case):
 
         for key in ("space", "Return", "space"):
             if key == "Return":
-                screen.desktop.reader.hear_focus()  # a screen reader begins to listen
+                screen.desktop.accessibility.hear_focus()  # a screen reader begins to listen
             made = len(screen.desktop.created)
             screen.desktop.xdotool("keydown", key)
             time.sleep(1.5)  # some repeats

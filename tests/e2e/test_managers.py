@@ -65,16 +65,16 @@ class Tour(Case):
         screen.click("cmdClose")
         self.assertEqual(screen.program.status(), 0)
 
-    def test_openbox(self):
+    def test_the_tour_works_under_openbox(self):
         self.tour("openbox", "--sm-disable")
 
-    def test_xfwm4(self):
+    def test_the_tour_works_under_xfwm4(self):
         self.tour("xfwm4", "--compositor=off")
 
-    def test_mutter(self):
+    def test_the_tour_works_under_mutter(self):
         self.tour("mutter", "--x11", "--sm-disable")
 
-    # The scripts don't install it: it needs too many packages for one more tour.
+    # The scripts don't install metacity: it needs too many packages for one more tour.
     if shutil.which("metacity"):
-        def test_metacity(self):
+        def test_the_tour_works_under_metacity(self):
             self.tour("metacity", "--sm-disable", "--no-composite")

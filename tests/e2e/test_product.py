@@ -17,7 +17,7 @@ class ProductCase(Case):
         return Screen(editor.program, controls.SHEET_TITLE, controls.SHEET)
 
     def value(self, sheet, row):
-        """A point on a row's value cell, as a share of the sheet's width and height."""
+        """A point on a row's value cell, as shares of the grid's width and height."""
         return 0.7, (row - 0.5) * 35 * controls.TWIPS_PER_PIXEL / controls.SHEET["Grid1"][3]
 
     def row(self, table, id):
@@ -26,7 +26,7 @@ class ProductCase(Case):
 
 
 class Tour(ProductCase):
-    def test_a_product_lands_on_the_lowest_free_row_and_on_the_key(self):
+    def test_a_product_fills_the_lowest_free_slot_and_is_placed_on_the_key(self):
         before = {table: self.shop.rows(table) for table in ("tblStock", "tblPlu", "tblDepartment")}
         editor = self.levelled()
         sheet = self.sheet(editor, 12)
@@ -77,7 +77,7 @@ class Tour(ProductCase):
         names = sorted(row["description"] for row in self.shop.rows("tblDepartment"))
         sheet = self.sheet(self.levelled(), 12)
         sheet.click("Grid1", *self.value(sheet, 3))
-        focused = sheet.desktop.reader.hear_focus()
+        focused = sheet.desktop.accessibility.hear_focus()
         self.pick_department(sheet, 1)
         cell = f"Department Link: {names[1]}"
         wait_until(lambda: focused() and none_if_gone(lambda: focused()[-1].name) == cell,

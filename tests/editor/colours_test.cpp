@@ -70,7 +70,7 @@ TEST(Colours, ALoadedKeyHasTheDefaultPressColourUntilAColourIsSet) {
   Shop shop;
   std::vector<std::string> texts;
   for (int i = 0; i < 63; ++i) texts.push_back(lineOf({.key = i, .back = kRed, .font = 0}));
-  shop.folder.write("Posdata/FastMovers1.txt", support::lines(texts));
+  shop.folder.write("Posdata/FastMovers1.txt", support::layoutOf(texts));
   WindowDriver user = shop.open();
   EXPECT_EQ(shownColour(user, key(10)), kRed);
   user.moveTo(key(10));

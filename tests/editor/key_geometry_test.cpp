@@ -54,7 +54,7 @@ TEST(KeyGeometry, EachMissingSettingHasItsDefault) {
   EXPECT_EQ(arranged.placed.at(62).Height, 500);
 }
 
-TEST(KeyGeometry, TheRowsSettingMayBeAnyNumber) {
+TEST(KeyGeometry, AColumnHasAsManyKeysAsTheRowsSetting) {
   const Arrangement seven = arrangeWith("rows=7\r\n");
   EXPECT_EQ(seven.error, 0);
   EXPECT_EQ(seven.placed.at(56).Left, 8 * 1350);

@@ -13,8 +13,8 @@ using support::caption;
 using support::entry;
 using support::key;
 using support::kWhite;
+using support::layoutOf;
 using support::lineOf;
-using support::lines;
 using support::Shop;
 using support::WindowDriver;
 
@@ -30,7 +30,7 @@ std::string layoutFrom(int first, const std::string& colours) {
   for (int i = 0; i < 63; ++i)
     texts.push_back(std::to_string(i) + "," + std::to_string(first + i) + ",P" +
                     std::to_string(first + i) + "," + colours);
-  return lines(texts);
+  return layoutOf(texts);
 }
 
 }  // namespace
@@ -104,12 +104,12 @@ TEST(Levels, ALoadDoesNotRestoreFontColoursAndASaveWritesTheShownOnes) {
   EXPECT_EQ(saved[62], lineOf({.key = 62, .product = "63", .caption = "P63", .back = 16711680}));
 }
 
-TEST(Levels, ALoadSetsTheTypefaceFromField4) {
+TEST(Levels, ALoadSetsTheTypefaceFromTheFifthField) {
   Shop shop;
   std::vector<std::string> texts(13, ",,Tea,255,-2147483630");
   texts[10] = ",,Tea,255,Liberation Mono";
   texts[12] = ",,Tea,255,";
-  shop.folder.write("Posdata/FastMovers1.txt", lines(texts));
+  shop.folder.write("Posdata/FastMovers1.txt", layoutOf(texts));
   WindowDriver user = shop.open();
   const auto picture = [&](int index) { return user.control(key(index)).grab().toImage(); };
   EXPECT_NE(picture(10), picture(11));

@@ -54,7 +54,7 @@ TEST(Views, AnyAutofillSettingButZeroOpensTheAutofillViewWithTheStockRows) {
             lineOf({.key = 0, .product = "1", .caption = "Item 1", .back = kWhite}));
 }
 
-TEST(Views, CheckingArrangesTheKeysAtOnceAndUncheckingRestoresNothing) {
+TEST(Views, CheckingAutofillArrangesTheKeysAtOnceAndUncheckingRestoresNothing) {
   Shop shop;
   WindowDriver user = shop.open();
   EXPECT_EQ(position(user, key(9)), (std::pair{2 * 90, 72}));
@@ -143,7 +143,7 @@ TEST(HandOff, WithoutTheProgramItFailsWithBothSettingsWritten) {
             "[comms]\nstorename=Demo\nUPDATE=PROGRAMDATA\nFORMTOOPEN=UPDATEPOS\n");
 }
 
-TEST(HandOff, ExitSavesAndAsksNothing) {
+TEST(Exit, NeitherSavesNorAsks) {
   Shop shop;
   WindowDriver user = shop.open();
   user.drop(key(5), support::entry(u"Tea", 77));

@@ -86,6 +86,7 @@ TEST(LayoutFaults, TheLargeEditorReportsTheFaultAndNeverShows) {
     SCOPED_TRACE(fault.name);
     Shop shop;
     shop.folder.write("Posdata/Posconfig.ini", "[GENERAL]\r\nLOAD_FASTMOVERS_LARGE=1\r\n");
+    // A lone CR ends a line as well.
     shop.folder.write("Posdata/fastmovers.txt", fileWith(fault.line, 108, "\r"));
     shop.start();
     EXPECT_EQ(shop.failure(), fault.error);
@@ -93,7 +94,7 @@ TEST(LayoutFaults, TheLargeEditorReportsTheFaultAndNeverShows) {
   }
 }
 
-TEST(LayoutFaults, TooFewLinesEndTheLoadOfTheLevelledAndTheRunOfTheLargeEditor) {
+TEST(LayoutFaults, TooFewLinesStopTheLevelledEditorsLoadingAndEndTheLargeEditor) {
   for (const int count : {0, 10, 62, 63, 200}) {
     Shop shop;
     shop.folder.write("Posdata/FastMovers1.txt", fileWith(goodLine(kFaulty), count));

@@ -20,9 +20,9 @@ struct Editor {
   const char* screen;
   const char* layout;
   int keys;
-  const char* config;
+  const char* loadLarge;  // the setting LOAD_FASTMOVERS_LARGE
   std::u16string item;
-  int writesAfterLayout;  // of the level's name: write, sync, rename
+  int changesAfterLayout;  // of the level's name: write, sync, rename
 };
 
 const Editor kLevelled{"frmMain", "FastMovers1.txt", 63, "0", support::entry(u"Tea", 77), 3};
@@ -35,7 +35,7 @@ class SaveFaults : public testing::TestWithParam<Editor> {
  protected:
   SaveFaults() {
     shop.folder.write("Posdata/Posconfig.ini",
-                      std::string("[GENERAL]\r\nLOAD_FASTMOVERS_LARGE=") + editor.config);
+                      std::string("[GENERAL]\r\nLOAD_FASTMOVERS_LARGE=") + editor.loadLarge);
     shop.folder.write("Posdata/FastMovers2.txt", "another level's");
     user.emplace(shop.open(editor.screen));
     user->drop("MyButton1(5)", editor.item);
@@ -52,7 +52,7 @@ class SaveFaults : public testing::TestWithParam<Editor> {
     shop.writeTouchButtons(kOldTouch);
   }
   /// The offset of a key's line; the end of the file for the key after the last one.
-  std::size_t lineOf(int key) const {
+  std::size_t offsetOfLine(int key) const {
     std::size_t at = 0;
     for (; key > 0; --key) at = full.find("\r\n", at) + 2;
     return at;
@@ -87,7 +87,7 @@ TEST_P(SaveFaults, AFailedWriteKeepsTheEarlierLinesAndEndsTheProgram) {
     }
     ASSERT_EQ(shop.failure(), 61) << step;
     EXPECT_EQ(shop.host.endStatus, 1);
-    EXPECT_EQ(layout(), full.substr(0, lineOf(step) + bytes)) << step;
+    EXPECT_EQ(layout(), full.substr(0, offsetOfLine(step) + bytes)) << step;
     expectOtherFilesUnchanged();
     // The test's host keeps the screen alive after the program's end, for the next iteration.
     process::resetEnded();
@@ -98,7 +98,7 @@ TEST_P(SaveFaults, AFailedWriteKeepsTheEarlierLinesAndEndsTheProgram) {
 }
 
 TEST_P(SaveFaults, AFailureToWriteTheLevelNameIsIgnored) {
-  for (int step = 0; step < editor.writesAfterLayout; ++step) {
+  for (int step = 0; step < editor.changesAfterLayout; ++step) {
     putOld();
     support::FileFaults faults;
     faults.cutAtChange(editor.keys + step, 5);
@@ -111,17 +111,18 @@ TEST_P(SaveFaults, AFailureToWriteTheLevelNameIsIgnored) {
 }
 
 TEST_P(SaveFaults, AKilledProcessKeepsTheLinesAlreadyWritten) {
-  const int steps = editor.keys + editor.writesAfterLayout;
-  // One loop writes all lines, so that each tenth is tried, and each write from the last lines on.
+  const int steps = editor.keys + editor.changesAfterLayout;
+  // One loop writes all lines, so every tenth line is enough; from the last ten on every step is
+  // tried.
   for (int step = 0; step < steps; step += step + 10 < editor.keys ? 10 : 1) {
     putOld();
     ASSERT_TRUE(killedAtChange(step, [&] { save(); })) << step;
-    EXPECT_EQ(layout(), full.substr(0, lineOf(std::min(step, editor.keys)))) << step;
+    EXPECT_EQ(layout(), full.substr(0, offsetOfLine(std::min(step, editor.keys)))) << step;
     expectOtherFilesUnchanged();
   }
   // A later save removes the temporary files that the interrupted writes of the level's name left,
   // but only those older than a minute, which no running program still uses.
-  EXPECT_EQ(leftovers().size(), static_cast<std::size_t>(editor.writesAfterLayout));
+  EXPECT_EQ(leftovers().size(), static_cast<std::size_t>(editor.changesAfterLayout));
   for (const fs::path& file : leftovers())
     fs::last_write_time(file, fs::file_time_type::clock::now() - std::chrono::minutes(2));
   save();

@@ -15,6 +15,8 @@ using support::WindowDriver;
 
 namespace {
 
+/// A shop that opens the large editor. `setting` is the text after the setting's name, from its "="
+/// on.
 struct LargeShop : Shop {
   explicit LargeShop(std::string_view setting = "=") {
     folder.write("Posdata/Posconfig.ini",
@@ -48,7 +50,7 @@ TEST(LargeEditor, ACommaInANameEndsTheNextStart) {
     saved = shop.save(user);
   }
   LargeShop next("=1");
-  next.folder.write("Posdata/FastMovers.txt", support::lines(saved));
+  next.folder.write("Posdata/FastMovers.txt", support::layoutOf(saved));
   next.start();
   EXPECT_EQ(next.failure(), 13);
 }
@@ -57,10 +59,10 @@ TEST(LargeEditor, IdsFromTheFileStayUntrimmedAndFontColoursAreNotRestored) {
   LargeShop shop;
   std::vector<std::string> texts(108, "x,  77 , Tea ,255,65280");
   texts[10] = "x,  77 , Tea ,255,Liberation Mono";
-  shop.folder.write("Posdata/FASTMOVERS.TXT", support::lines(texts));
+  shop.folder.write("Posdata/FASTMOVERS.TXT", support::layoutOf(texts));
   WindowDriver user = shop.open("frmMainBig");
   const auto picture = [&](int index) { return user.control(key(index)).grab().toImage(); };
-  EXPECT_NE(picture(10), picture(11)) << "the fifth field is the face";
+  EXPECT_NE(picture(10), picture(11)) << "the fifth field is the typeface";
   EXPECT_EQ(picture(12), picture(11));
   shop.host.colours = {0x00FF00};
   user.click(key(3));
@@ -81,7 +83,7 @@ TEST(LargeEditor, IdsFromTheFileStayUntrimmedAndFontColoursAreNotRestored) {
   EXPECT_EQ(saved[9], lineOf({.key = 9, .product = "77", .caption = "Tea", .back = 255}));
 }
 
-TEST(LargeEditor, ADropReadsTheIdBeforeTheDescription) {
+TEST(LargeEditor, AnEntrysIdIsCheckedBeforeItsLength) {
   struct Case {
     std::u16string text;
     int error;
@@ -94,6 +96,9 @@ TEST(LargeEditor, ADropReadsTheIdBeforeTheDescription) {
     EXPECT_EQ(other.failure(), bad.error);
     EXPECT_EQ(caption(user, key(3)), "Key 3");
   }
+}
+
+TEST(LargeEditor, ADoubleClickWithNothingSelectedEndsTheProgram) {
   LargeShop shop;
   shop.slotCount = 3;  // leaves room below the last row
   WindowDriver user = shop.open("frmMainBig");

@@ -43,7 +43,7 @@ std::u16string flags(int id) {
   return all;
 }
 
-// Double-clicks a key and runs `act` on the form that opens.
+// Double-clicks a key and runs `act` on the sheet that opens.
 void onSheet(WindowDriver& user, int index, const std::function<void(WindowDriver&)>& act) {
   support::soon([&] {
     WindowDriver sheet("frmAddPlu");
@@ -133,7 +133,7 @@ TEST(AddProduct, EachFlagHasItsOwnRowAndColumn) {
   for (const auto& [id, flagsOfRow] : expected) EXPECT_EQ(flags(id), flagsOfRow) << id;
 }
 
-TEST(AddProduct, WithoutAFreeSlotAMessageShowsAndTheFormCloses) {
+TEST(AddProduct, WithoutAFreeSlotAMessageShowsAndTheSheetCloses) {
   Shop shop;
   for (const int id : {100, 130, 195}) shop.names[id] = u"taken";
   WindowDriver user = shop.open();
@@ -148,7 +148,7 @@ TEST(AddProduct, WithoutAFreeSlotAMessageShowsAndTheFormCloses) {
   EXPECT_EQ(shop.failure(), 0);
 }
 
-TEST(AddProduct, WithoutAProductRowTheProgramEndsAfterFillingTheStockRow) {
+TEST(AddProduct, WithoutARowInTblPluTheProgramEndsAfterFillingTheStockRow) {
   Shop shop;
   shop.missingPlu = {100};
   WindowDriver user = shop.open();

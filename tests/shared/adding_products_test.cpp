@@ -1,4 +1,4 @@
-// Adds products to every kind of store with the real form `frmAddPlu`.
+// Adds products to every kind of store with the real sheet, `frmAddPlu`.
 
 #include <gtest/gtest.h>
 
@@ -72,7 +72,7 @@ TEST_F(AddingProducts, KeepsEveryReferenceStoreSound) {
     const jettest::Scratch scratch;
     const fs::path file = scratch.copy(store.path);
     const std::vector<int> errors = addMany(file);
-    // One store has a free slot without a row of flags.
+    // One store has a free slot without a row in tblPlu.
     EXPECT_EQ(errors, name == "short" ? std::vector<int>{kNoRecord} : std::vector<int>());
     EXPECT_EQ(added_.size(), name == "full" ? 0U : name == "short" ? kMost - 1U : kMost);
     expectSound(file);

@@ -6,7 +6,7 @@
 using support::Shop;
 using support::WindowDriver;
 
-TEST(StoreContext, OnlyZeroOpensTheLevelledEditor) {
+TEST(StoreContext, OnlyZeroOrAMissingSettingOpensTheLevelledEditor) {
   for (const char* large :
        {"", "[GENERAL]\r\nOTHER=1\r\n", "[general]\r\nload_fastmovers_large = 0 \r\n"}) {
     Shop shop;

@@ -17,8 +17,8 @@ class FileFaults {
   FileFaults& operator=(const FileFaults&) = delete;
 
   /// Lets the changes before number `step` succeed (every operation but a read is a change; they
-  /// count from 0). Change `step` writes at most `bytes` bytes, and raises DeviceIoError if it is
-  /// not a write; all later changes raise DeviceIoError.
+  /// count from 0). If change `step` is a write, it writes at most `bytes` bytes and raises
+  /// DiskFull where it has more; any other change from `step` on raises DeviceIoError.
   void cutAtChange(int step, std::size_t bytes = 0);
   /// Makes every file appear to end at `offset`.
   void endFilesAt(std::size_t offset);
@@ -40,7 +40,7 @@ bool killedAtChange(int step, const std::function<void()>& act);
 
 /// The number of the run-time error that `use` raises; 0 when it raises none.
 int errorNumberOf(const std::function<void()>& use);
-/// The same as "number: text"; empty when it raises none.
+/// The run-time error that `use` raises, as "number: text"; empty when it raises none.
 std::string failureOf(const std::function<void()>& use);
 
 }  // namespace support

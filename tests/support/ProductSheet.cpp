@@ -33,7 +33,7 @@ Added addProduct(TestHost& host, std::u16string_view name) {
   Added added;
   if (!host.failures.empty()) added.error = host.failures.front().number();
   if (!mdMain::strAddedId.empty()) added.id = runtime::toLong(mdMain::strAddedId);
-  forgetTheRun();
+  resetModules();
   process::resetEnded();
   host.failures.clear();
   return added;

@@ -32,7 +32,7 @@ const std::set<int> kFreeSlots{100, 130, 195};
 
 }  // namespace
 
-void forgetTheRun() {
+void resetModules() {
   forms::DefaultInstance<frmMain>::drop();
   forms::DefaultInstance<frmMainBig>::drop();
   forms::DefaultInstance<frmAddPlu>::drop();
@@ -49,7 +49,7 @@ Shop::Shop() {
 }
 
 Shop::~Shop() {
-  forgetTheRun();
+  resetModules();
 }
 
 std::filesystem::path Shop::storeFile() const {
@@ -72,7 +72,7 @@ void Shop::writeStore() {
       options.missingPlu.insert(id);
       continue;
     }
-    options.free->insert(id);  // all values are those given here
+    options.free->insert(id);  // so that makestore adds no values of its own
     makestore::ShopSlot& slot = options.overrides[id];
     if (name != names.end())
       slot.name = name->second;
@@ -90,7 +90,7 @@ void Shop::writeStore() {
 }
 
 void Shop::newRun() {
-  forgetTheRun();
+  resetModules();
   process::resetEnded();
   host.failures.clear();
   host.endStatus.reset();
@@ -163,9 +163,9 @@ std::string lineOf(const LayoutLine& line) {
          std::to_string(line.back) + "," + std::to_string(line.font);
 }
 
-std::string lines(const std::vector<std::string>& texts) {
+std::string layoutOf(const std::vector<std::string>& lines) {
   std::string bytes;
-  for (const std::string& text : texts) bytes += text + kLineEnd;
+  for (const std::string& line : lines) bytes += line + kLineEnd;
   return bytes;
 }
 

@@ -32,9 +32,8 @@ class Shop {
   /// Names of products by slot; an absent name makes the slot free.
   std::map<std::int32_t, std::optional<std::u16string>> names;
   std::map<std::int32_t, std::optional<std::u16string>> barcodes;
-  /// Ids that are missing in `tblStock` and in `tblPlu`.
-  std::set<int> missingStock;
-  std::set<int> missingPlu;
+  std::set<int> missingStock;  ///< ids without a row in `tblStock`
+  std::set<int> missingPlu;    ///< ids without a row in `tblPlu`
   std::int32_t slotCount = 200;
 
   /// Writes the store file with the values of the members above; `start` does so if there is none
@@ -49,8 +48,9 @@ class Shop {
   /// Runs the start-up and returns a driver for the editor that it opened.
   WindowDriver open(std::string_view screen = "frmMain");
 
-  /// Writes settings for the next start.
+  /// Writes `Posdata/FastTouchButtons.ini`, which the next start reads.
   void writeTouchButtons(std::string_view lines) const;
+  /// The content of that file; empty where there is none.
   std::string touchFile() const;
   /// An entry of the settings store, as in the file; absent where there is none.
   std::optional<std::string> setting(std::string_view key) const;
@@ -65,7 +65,7 @@ class Shop {
 };
 
 /// Resets the program's modules to their state in a new process.
-void forgetTheRun();
+void resetModules();
 
 /// A list entry of the levelled editor.
 std::u16string entry(std::u16string_view description, std::int32_t id);
@@ -84,9 +84,9 @@ struct LayoutLine {
 /// The line of a key, without the line's end.
 std::string lineOf(const LayoutLine& line);
 /// A layout file of these lines.
-std::string lines(const std::vector<std::string>& texts);
-/// The caption that a key shows.
-std::string caption(const WindowDriver& user, std::string_view key);
+std::string layoutOf(const std::vector<std::string>& lines);
+/// The name of a control for a screen reader: its caption; "Key 7" for key 7 without a caption.
+std::string caption(const WindowDriver& user, std::string_view control);
 /// The colour that a control shows near its corner, as 0x00BBGGRR.
 std::int32_t shownColour(const WindowDriver& user, std::string_view control);
 /// "MyButton1(12)".

@@ -14,7 +14,7 @@ namespace support {
 /// Simulates the user of one screen. Finds controls by their own names ("cmdSave",
 /// "MyButton1(12)"), and acts through the window as pointer and keyboard do, so that a blocked
 /// screen ignores the actions. After every action all due events have been handled. A missing
-/// control ends the test program with its name.
+/// control aborts the test program, with a message that names the control.
 class WindowDriver {
  public:
   /// Drives the screen of that name, which must be shown.

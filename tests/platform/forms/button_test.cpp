@@ -104,7 +104,7 @@ TEST_F(Button, OnlyAPressAndReleaseOnOneButtonOrAKeyboardPressIsAClick) {
   EXPECT_EQ(screen.log.size(), 1U);
 }
 
-/// A modal screen that closes while its user holds keys of the keyboard.
+/// A modal screen.
 class Notice : public forms::Form {
  public:
   Notice() : Form({.name = "Notice", .width = 1500, .height = 1500}) {}
@@ -218,7 +218,7 @@ TEST_F(Button, PaintsEachStateInItsOwnColour) {
   EXPECT_EQ(fill("MyButton1(2)"), 0xFF0000FF);
 }
 
-TEST_F(Button, ShowsTheFocusOnAnyColourButNotOnAKeyWithoutTheMark) {
+TEST_F(Button, ShowsTheFocusOnAnyColourUnlessShowFocusIsOff) {
   for (const forms::Colour colour : {forms::kWhite, forms::kBlack, kBlue, 0xC68C30, 0x808080}) {
     const auto focusMark = [&](std::int16_t index, const std::string& name) {
       screen.keys(index).backcolor(colour);

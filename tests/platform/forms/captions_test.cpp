@@ -96,7 +96,7 @@ std::string line(int key, const std::string& caption) {
       {.key = key, .product = "1", .caption = caption, .back = support::kWhite, .font = 0});
 }
 
-TEST(Captions, CommandCaptionsArePaintedCompletely) {
+TEST(Captions, CommandsShowFullCaptionsAndKeysHyphenateAndShortenLongOnes) {
   support::Shop shop;
   {
     support::WindowDriver user = shop.open("frmMain");
@@ -120,14 +120,14 @@ TEST(Captions, CommandCaptionsArePaintedCompletely) {
   lines[2] = line(2, "Decaffeinated");
   lines[3] = line(3, "Supercalifragilisticexpialidocious");
   lines[4] = line(4, "Sourdough and rosemary loaf sliced large from the bakery next to the church");
-  shop.folder.write("Posdata/FastMovers.txt", support::lines(lines));
+  shop.folder.write("Posdata/FastMovers.txt", support::layoutOf(lines));
   shop.newRun();
   const support::WindowDriver user = shop.open("frmMainBig");
   EXPECT_EQ(checkCommands(user), 6);
 
   const auto onKey = [&](int key) { return painted(user.control(support::key(key))); };
   // With Arial-compatible fonts the longest words of typical product names are not hyphenated.
-  if (std::getenv("NARROW_FACES") != nullptr) {
+  if (std::getenv("ARIAL_COMPATIBLE_FONTS") != nullptr) {
     for (const int key : {0, 1, 2}) EXPECT_EQ(onKey(key).size(), 1) << key;
   }
   const QStringList longWord = onKey(3);

@@ -166,7 +166,8 @@ TEST_F(Controls, ATextBoxTakesOneLineOfCompleteCharactersAndNoDrop) {
   QApplication::clipboard()->setText(QString::fromUtf16(u"a\0b\nc\t", 6) + "1234567\r" +
                                      QString::fromUtf16(u"\U0001F600"));
   QTest::keyClick(user->window().windowHandle(), Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(screen.text.Text(), u"a b c 1234567 ");  // 14 of 15 units, and half a character
+  // 14 units: only half of the emoji would fit into the limit of 15.
+  EXPECT_EQ(screen.text.Text(), u"a b c 1234567 ");
   EXPECT_FALSE(user->drop("text", u"Coffee"));
   screen.text.Text(u"Breakfast and brunch");
   EXPECT_EQ(screen.text.Text(), u"Breakfast and b");
@@ -183,7 +184,7 @@ TEST_F(Controls, AFailureInANestedHandlerReachesTheSettersCaller) {
   EXPECT_EQ(host.endStatus, 1);
 }
 
-TEST_F(Controls, EveryChoiceInADropDownRaisesItsClickAlsoOfTheChosenEntry) {
+TEST_F(Controls, ChoosingInADropDownRaisesClickEvenForTheEntryAlreadyChosen) {
   EXPECT_EQ(screen.box.ListIndex(), -1);
   EXPECT_EQ(screen.box.Text(), u"");
   screen.box.ListIndex(0);
@@ -342,21 +343,21 @@ TEST_F(Controls, RowsAndScrollBarsAreAsLargeAsAFingerNeeds) {
 TEST_F(Controls, AnotherButtonNeitherStartsNorEndsADrag) {
   QWindow* window = user->window().windowHandle();
   const QPoint at = user->control("list").mapTo(&user->window(), QPoint(20, 20));
-  bool over = false;
-  bool heldOn = false;
+  bool dragEnded = false;
+  bool outlastedRightButton = false;
   // The left button's press runs the event loop until its release.
   support::soon([&] { QTest::mousePress(window, Qt::RightButton, {}, at); });
   support::soon([&] { QTest::mouseRelease(window, Qt::RightButton, {}, at); }, 20);
   support::soon(
       [&] {
-        heldOn = !over;
+        outlastedRightButton = !dragEnded;
         QTest::mouseRelease(window, Qt::LeftButton, {}, at);
       },
       40);
   QTest::mousePress(window, Qt::LeftButton, {}, at);
-  over = true;
+  dragEnded = true;
   support::settle();
-  EXPECT_TRUE(heldOn);
+  EXPECT_TRUE(outlastedRightButton);
   EXPECT_EQ(screen.dragged.size(), 1U);
   EXPECT_THAT(screen.log, ElementsAre("MouseDown 1 on 0"));
 }
@@ -376,7 +377,7 @@ TEST_F(Controls, BelowTheLastRowAPressSelectsNothing) {
   EXPECT_EQ(screen.log.back(), "DblClick 0");
 }
 
-TEST_F(Controls, TheListKeepsEveryEntryInFullAndFillsFast) {
+TEST_F(Controls, TheListKeepsFortyThousandEntriesInFull) {
   screen.list.Clear();
   std::u16string entry(130, u' ');
   for (int i = 0; i < 40000; ++i) {

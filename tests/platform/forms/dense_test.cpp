@@ -1,4 +1,5 @@
-// A desktop of 1920 by 1080 device pixels at scale 2, which is 960 by 540 logical pixels.
+// A desktop of 1920 by 1080 device pixels at scale 2, which is 960 by 540 logical pixels. The tests
+// of `SmallDesktop` run a second time at scale 2.8125; see CMakeLists.txt.
 
 #include <gtest/gtest.h>
 
@@ -66,11 +67,10 @@ TEST(DenseDesktop, AScreenIsScaledDownOnlyAsFarAsNeeded) {
   EXPECT_NEAR(huge.points, 4.875, 0.01);
 }
 
-/// A sheet as wide as the screen, with as many rows of 35 pixels as it is high.
-class WideSheet : public forms::Form {
+/// A grid as wide as its form, with as many rows of 35 pixels as fit into its height.
+class WideGrid : public forms::Form {
  public:
-  WideSheet()
-      : Form({.name = "WideSheet", .width = 18000, .height = 4245}), Grid1(*this, design()) {}
+  WideGrid() : Form({.name = "WideGrid", .width = 18000, .height = 4245}), Grid1(*this, design()) {}
 
   static FlexCell::GridDesign design() {
     FlexCell::GridDesign design;
@@ -85,22 +85,22 @@ class WideSheet : public forms::Form {
   FlexCell::Grid Grid1;
 };
 
-TEST(DenseDesktop, ASheetsRowsAndColumnsShrinkAndStillFit) {
+TEST(DenseDesktop, AGridsRowsAndColumnsShrinkAndStillFit) {
   support::TestHost host;
-  WideSheet screen;
+  WideGrid screen;
   screen.Grid1.Column(1).Width(200);
   screen.Show();
-  const support::WindowDriver user("WideSheet");
-  const auto& sheet = static_cast<QTableView&>(user.control("Grid1"));
-  EXPECT_EQ(sheet.width(), 960);
-  EXPECT_EQ(sheet.columnWidth(1), 160);
-  EXPECT_EQ(sheet.rowHeight(7), 28);
-  const QRect last = sheet.visualRect(sheet.model()->index(7, 2));
-  EXPECT_EQ(last.right(), sheet.viewport()->width() - 1);
-  EXPECT_LE(last.bottom(), sheet.viewport()->height() - 1);
+  const support::WindowDriver user("WideGrid");
+  const auto& grid = static_cast<QTableView&>(user.control("Grid1"));
+  EXPECT_EQ(grid.width(), 960);
+  EXPECT_EQ(grid.columnWidth(1), 160);
+  EXPECT_EQ(grid.rowHeight(7), 28);
+  const QRect last = grid.visualRect(grid.model()->index(7, 2));
+  EXPECT_EQ(last.right(), grid.viewport()->width() - 1);
+  EXPECT_LE(last.bottom(), grid.viewport()->height() - 1);
   // A column that is set later shrinks as well.
   screen.Grid1.Column(1).Width(100);
-  EXPECT_EQ(sheet.columnWidth(1), 80);
+  EXPECT_EQ(grid.columnWidth(1), 80);
 }
 
 TEST(SmallDesktop, TheColourDialogFits) {

@@ -126,7 +126,7 @@ TEST_F(Screens, TabFollowsTheTabIndexesOverVisibleStops) {
   EXPECT_TRUE(user->hasFocus("hidden"));
 }
 
-TEST_F(Screens, AreasAndWindowsWithoutATitleBarAreNamedAfterTheirContent) {
+TEST_F(Screens, PictureBoxesAndWindowsWithoutATitleBarAreNamedAfterTheirContent) {
   const auto name = [](QWidget& widget) {
     return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name);
   };
@@ -164,7 +164,7 @@ TEST_F(Screens, ABlockedPressDoesNotBeginADoubleClick) {
   EXPECT_THAT(screen.log, ElementsAre("first"));
 }
 
-TEST_F(Screens, AfterTheEndModalLoopsReturnAndTheHandlerStops) {
+TEST_F(Screens, AfterTheProgramsEndModalLoopsReturnAndTheHandlerStops) {
   show();
   bool wentOn = false;
   screen.first.Click = [&] {

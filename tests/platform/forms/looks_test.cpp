@@ -60,15 +60,15 @@ class Looks : public testing::TestWithParam<bool> {
 
   QImage picture(const char* name) { return user->control(name).grab().toImage(); }
 
-  static int apart(const QImage& picture, int x, int y, const QColor& ground) {
-    return std::abs(picture.pixelColor(x, y).lightness() - ground.lightness());
+  static int contrast(const QImage& picture, int x, int y, const QColor& background) {
+    return std::abs(picture.pixelColor(x, y).lightness() - background.lightness());
   }
 
   /// The x position at which the text begins in a picture of a box, right of its frame.
-  static int textStart(const QImage& picture, const QColor& ground) {
+  static int textStart(const QImage& picture, const QColor& background) {
     for (int x = 3; x < picture.width(); ++x)
       for (int y = 4; y < 19; ++y)
-        if (apart(picture, x, y, ground) > 120) return x;
+        if (contrast(picture, x, y, background) > 120) return x;
     return -1;
   }
 
@@ -80,11 +80,11 @@ class Looks : public testing::TestWithParam<bool> {
 
 TEST_P(Looks, TextsOfBoxesAndListsAreAligned) {
   user->focus("tick");
-  const QColor ground = QApplication::palette().color(QPalette::Base);
-  const int start = textStart(picture("list"), ground);
+  const QColor background = QApplication::palette().color(QPalette::Base);
+  const int start = textStart(picture("list"), background);
   EXPECT_GT(start, 4);
-  EXPECT_EQ(textStart(picture("box"), ground), start);
-  EXPECT_EQ(textStart(picture("text"), ground), start);
+  EXPECT_EQ(textStart(picture("box"), background), start);
+  EXPECT_EQ(textStart(picture("text"), background), start);
 }
 
 TEST_P(Looks, EachKindOfTabStopShowsTheFocus) {
@@ -96,18 +96,18 @@ TEST_P(Looks, EachKindOfTabStopShowsTheFocus) {
     int changed = 0;
     for (int y = 0; y < with.height(); ++y)
       for (int x = 0; x < with.width(); ++x)
-        changed += apart(with, x, y, without.pixelColor(x, y)) > 40 ? 1 : 0;
+        changed += contrast(with, x, y, without.pixelColor(x, y)) > 40 ? 1 : 0;
     EXPECT_GT(changed, 250) << name;
   }
 }
 
-TEST_P(Looks, ATickBoxHasAClearEdgeAndMarkOnItsOwnColour) {
+TEST_P(Looks, ACheckBoxHasAClearEdgeAndMarkOnItsOwnColour) {
   user->focus("box");
   const auto ink = [&] {
     const QImage mark = picture("tick").copy(0, 0, 17, 24);
     int dark = 0;
     for (int y = 0; y < mark.height(); ++y)
-      for (int x = 0; x < mark.width(); ++x) dark += apart(mark, x, y, Qt::white) > 90 ? 1 : 0;
+      for (int x = 0; x < mark.width(); ++x) dark += contrast(mark, x, y, Qt::white) > 90 ? 1 : 0;
     return dark;
   };
   const int empty = ink();
@@ -121,11 +121,11 @@ TEST_P(Looks, AnOpenListHasAClearEdgeAndMarksTheEntryThatEnterPicks) {
   screen.box.ListIndex(-1);
   user->click("box");
   const QPalette colours = QApplication::palette();
-  const QColor ground = colours.color(QPalette::Base);
+  const QColor background = colours.color(QPalette::Base);
   const QImage list = box.view()->window()->grab().toImage();
   for (const int x : {0, list.width() - 1})
-    EXPECT_GT(apart(list, x, list.height() / 2, ground), 60);
-  EXPECT_GT(apart(list, list.width() / 2, list.height() - 1, ground), 60);
+    EXPECT_GT(contrast(list, x, list.height() / 2, background), 60);
+  EXPECT_GT(contrast(list, list.width() / 2, list.height() - 1, background), 60);
   EXPECT_EQ(list.pixelColor(list.width() - 4, 5), colours.color(QPalette::Highlight));
   user->key(Qt::Key_Return);
   EXPECT_EQ(screen.box.ListIndex(), 0);

@@ -1,4 +1,4 @@
-// The sheet: typing, moving, drop-down and check cells, for a user and for the screen's code.
+// The grid: typing, moving, drop-down and check cells, for a user and for the screen's code.
 
 #include <gmock/gmock.h>
 
@@ -58,10 +58,10 @@ std::u16string item(std::u16string_view description, std::u16string_view id) {
 }
 
 /// A form with a grid: name, price, department and two check cells.
-class SheetScreen : public forms::Form {
+class GridScreen : public forms::Form {
  public:
-  SheetScreen()
-      : Form({.name = "SheetScreen", .width = 9000, .height = 4000}),
+  GridScreen()
+      : Form({.name = "GridScreen", .width = 9000, .height = 4000}),
         Grid1(*this, gridDesign()),
         cmdSave(*this,
                 support::designOf<MyCommandButton::ButtonDesign>("cmdSave", 0, 0, 1500, 500, 1)) {
@@ -105,12 +105,12 @@ class SheetScreen : public forms::Form {
   std::vector<std::u16string> picked;
 };
 
-class Sheet : public testing::Test {
+class Grid : public testing::Test {
  protected:
-  Sheet() {
+  Grid() {
     screen.listDepartments();
     screen.Show();
-    user.emplace("SheetScreen");
+    user.emplace("GridScreen");
     support::waitUntil([this] { return user->window().isActiveWindow(); });
     support::settle();
   }
@@ -144,13 +144,13 @@ class Sheet : public testing::Test {
   }
 
   support::TestHost host;
-  SheetScreen screen;
+  GridScreen screen;
   std::optional<WindowDriver> user;
 };
 
 using Cell = std::pair<int, int>;
 
-TEST_F(Sheet, TypingGoesIntoTheActiveCellAtOnceAndEnterMovesDown) {
+TEST_F(Grid, TypingGoesIntoTheActiveCellAtOnceAndEnterMovesDown) {
   user->type(u"Latte, 'large' ");
   EXPECT_EQ(screen.text(kName), u"Latte, 'large' ");
   user->key(Qt::Key_Return);
@@ -171,7 +171,7 @@ TEST_F(Sheet, TypingGoesIntoTheActiveCellAtOnceAndEnterMovesDown) {
   EXPECT_EQ(screen.text(kName), u"Cocoa!");
 }
 
-TEST_F(Sheet, StopsTypingAndPastingAtTheColumnsLength) {
+TEST_F(Grid, StopsTypingAndPastingAtTheColumnsLength) {
   user->type(std::u16string(51, u'n'));
   EXPECT_EQ(screen.text(kName), std::u16string(50, u'n'));
   user->key(Qt::Key_Down);
@@ -190,7 +190,7 @@ TEST_F(Sheet, StopsTypingAndPastingAtTheColumnsLength) {
   EXPECT_EQ(screen.text(kName), u"two  lines");
 }
 
-TEST_F(Sheet, TheCaretStaysWhereTheUserTypesAndUndoStaysInItsCell) {
+TEST_F(Grid, TheCaretStaysWhereTheUserTypesAndUndoStaysInItsCell) {
   const auto undo = [&] {
     QTest::keyClick(user->window().windowHandle(), Qt::Key_Z, Qt::ControlModifier);
     support::settle();
@@ -215,7 +215,7 @@ TEST_F(Sheet, TheCaretStaysWhereTheUserTypesAndUndoStaysInItsCell) {
   EXPECT_EQ(screen.text(kPrice), u"");
 }
 
-TEST_F(Sheet, ACellTakesOneLineOfCharactersThatTheCodePageHas) {
+TEST_F(Grid, ACellTakesOneLineOfCharactersThatTheCodePageHas) {
   paste(QString::fromUtf16(u"tab\tnul\0end\u0085", 12));
   EXPECT_EQ(screen.text(kName), u"tab nul end ");
   user->key(Qt::Key_Down);
@@ -229,7 +229,7 @@ TEST_F(Sheet, ACellTakesOneLineOfCharactersThatTheCodePageHas) {
   EXPECT_FALSE(QApplication::focusWidget()->acceptDrops());
 }
 
-TEST_F(Sheet, TabLeavesTheGridFromAnyKindOfCellAndReturnsToTheSameCell) {
+TEST_F(Grid, TabLeavesTheGridFromAnyKindOfCellAndReturnsToTheSameCell) {
   for (const int row : {kName, kDepartment, kFirstCheck}) {
     screen.Grid1.Cell(row, kValues).SetFocus();
     user->tab();
@@ -248,7 +248,7 @@ TEST_F(Sheet, TabLeavesTheGridFromAnyKindOfCellAndReturnsToTheSameCell) {
   EXPECT_TRUE(user->hasFocus("cmdSave"));
 }
 
-TEST_F(Sheet, ArrowKeysSkipHiddenRowsAndTheLabelColumn) {
+TEST_F(Grid, ArrowKeysSkipHiddenRowsAndTheLabelColumn) {
   user->key(Qt::Key_Up);
   EXPECT_EQ(screen.active(), Cell(kName, kValues));
   user->key(Qt::Key_PageDown);
@@ -264,7 +264,7 @@ TEST_F(Sheet, ArrowKeysSkipHiddenRowsAndTheLabelColumn) {
   EXPECT_TRUE(screen.clicks.empty());
 }
 
-TEST_F(Sheet, RaisesClickAfterMovingTheActiveCell) {
+TEST_F(Grid, RaisesClickAfterMovingTheActiveCell) {
   click(kPrice, kLabels);
   click(kPrice, kValues);
   click(kName, 0);
@@ -277,7 +277,7 @@ TEST_F(Sheet, RaisesClickAfterMovingTheActiveCell) {
   EXPECT_EQ(screen.text(kPrice), u"9");
 }
 
-TEST_F(Sheet, CheckCellsToggleByClickAndSpaceButNotByTheirLabels) {
+TEST_F(Grid, CheckCellsToggleByClickAndSpaceButNotByTheirLabels) {
   click(kFirstCheck, kLabels);
   EXPECT_EQ(screen.active(), Cell(kFirstCheck, kValues));
   EXPECT_EQ(screen.text(kFirstCheck), u"0");
@@ -301,7 +301,7 @@ TEST_F(Sheet, CheckCellsToggleByClickAndSpaceButNotByTheirLabels) {
   EXPECT_EQ(screen.text(kLast), u"1");
 }
 
-TEST_F(Sheet, APickedEntryIsInTheCellBeforeItsEventIsRaised) {
+TEST_F(Grid, APickedEntryIsInTheCellBeforeItsEventIsRaised) {
   click(kDepartment, kValues);
   ASSERT_TRUE(listIsOpen());
   EXPECT_EQ(screen.text(kDepartment), u"");
@@ -321,7 +321,7 @@ TEST_F(Sheet, APickedEntryIsInTheCellBeforeItsEventIsRaised) {
   EXPECT_FALSE(listIsOpen());
 }
 
-TEST_F(Sheet, TheListOpensByKeysAndOnlyAPickInItChangesTheCell) {
+TEST_F(Grid, TheListOpensByKeysAndOnlyAPickInItChangesTheCell) {
   screen.Grid1.Cell(kDepartment, kValues).SetFocus();
   const auto opensBy = [&](int key, Qt::KeyboardModifiers keys) {
     QTest::keyClick(user->window().windowHandle(), Qt::Key(key), keys);
@@ -350,7 +350,7 @@ TEST_F(Sheet, TheListOpensByKeysAndOnlyAPickInItChangesTheCell) {
   EXPECT_EQ(screen.active(), Cell(kDepartment, kValues));
 }
 
-TEST_F(Sheet, RowsAndColumnsOutOfRangeRaiseError9) {
+TEST_F(Grid, RowsAndColumnsOutOfRangeRaiseError9) {
   using support::errorNumberOf;
   FlexCell::Grid& grid = screen.Grid1;
   EXPECT_EQ(errorNumberOf([&] { grid.Cell(kLast + 1, kValues).Text(u""); }), 9);
@@ -362,7 +362,7 @@ TEST_F(Sheet, RowsAndColumnsOutOfRangeRaiseError9) {
   EXPECT_EQ(errorNumberOf([&] { grid.Cell(kLast, kValues).Text(u""); }), 0);
 }
 
-TEST_F(Sheet, FillsItsBoundsAndPaintsTheActiveCellAndTheBorder) {
+TEST_F(Grid, FillsItsBoundsAndPaintsTheActiveCellAndTheBorder) {
   EXPECT_EQ(table().visualRect(table().model()->index(kName, kLabels)).top(), 0);
   EXPECT_EQ(table().rowHeight(kLast), 35);
   EXPECT_EQ(table().columnWidth(kLabels), 150);
@@ -390,7 +390,7 @@ TEST_F(Sheet, FillsItsBoundsAndPaintsTheActiveCellAndTheBorder) {
   QApplication::setPalette(light);
 }
 
-TEST_F(Sheet, TheActiveCellShowsWhetherTheSheetHasTheFocus) {
+TEST_F(Grid, TheActiveCellShowsWhetherTheGridHasTheFocus) {
   for (const int row : {kName, kDepartment, kFirstCheck}) {
     const auto edge = [&] {
       support::settle();
@@ -405,14 +405,14 @@ TEST_F(Sheet, TheActiveCellShowsWhetherTheSheetHasTheFocus) {
   }
 }
 
-TEST_F(Sheet, ScreenReadersGetLabelsValuesAndStates) {
+TEST_F(Grid, ScreenReadersGetLabelsValuesAndStates) {
   screen.Grid1.Cell(kName, kValues).Text(u"Tea");
   screen.Grid1.Cell(kDepartment, kValues).Text(u"Cakes, Pies, Pastries");
   screen.Grid1.Cell(kLast, kValues).Text(u"1");
-  QAccessibleInterface* sheet = QAccessible::queryAccessibleInterface(&table());
-  EXPECT_EQ(sheet->role(), QAccessible::Table);
+  QAccessibleInterface* grid = QAccessible::queryAccessibleInterface(&table());
+  EXPECT_EQ(grid->role(), QAccessible::Table);
   const auto cell = [&](int row, int column) {
-    return sheet->tableInterface()->cellAt(row, column);
+    return grid->tableInterface()->cellAt(row, column);
   };
   EXPECT_EQ(cell(kName, kLabels)->text(QAccessible::Name), "Name");
   EXPECT_EQ(cell(kName, kValues)->text(QAccessible::Name), "Name: Tea");

@@ -93,7 +93,7 @@ class Layering(unittest.TestCase):
             self.assertLessEqual(row.shows | row.uses | row.reaches, set(TABLE), folder)
 
     def test_quoted_includes_are_paths_from_a_root(self):
-        """A path from the including file's own folder would pass the borders."""
+        """The other tests would not recognise an include by a path from the including file's own folder."""
         for path in files({".h", ".cpp"}):
             for header in re.findall(r'^\s*#\s*include\s*"([^"]+)"', text_of(path), re.M):
                 self.assertNotIn("..", header, path)

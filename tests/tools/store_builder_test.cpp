@@ -39,7 +39,8 @@ std::u16string text(std::size_t length, char16_t letter = u'x') {
   return std::u16string(length, letter);
 }
 
-/// A GUID in the exporter's form: one hyphen less than usual, and all characters as bytes.
+/// A GUID as the exporter writes it, with one hyphen less than usual. With `-b hex` it writes the
+/// codes of these characters in hexadecimal.
 constexpr const char* kGuid = "{01020304-0506-0708-090A0B0C0D0E0F10}";
 std::string hex(const std::string& text) {
   std::string digits;
@@ -105,8 +106,8 @@ TEST_F(StoreBuilderTest, LongValuesReadBackInEveryForm) {
   StoreTable& table = store.table(u"Notes");
   table.column({.name = u"note", .type = ColumnType::Memo, .compressed = false});
   std::string expected;
-  // Two bytes a character: the last value in the row, the first outside, the longest single piece,
-  // the shortest chain, and a long chain.
+  // Two bytes a character. 32 is the longest value in the row, 33 the shortest outside it, 2038 the
+  // longest single piece, 2039 the shortest chain, 20000 a long chain.
   for (const std::size_t length : {0U, 1U, 32U, 33U, 2038U, 2039U, 20000U}) {
     table.row({text(length, u'a' + length % 26)});
     expected += std::string(length, static_cast<char>('a' + length % 26)) + "\n";

@@ -74,9 +74,9 @@ TEST_F(RecordsetTest, OnlyColumnsThatComeFromATableRowCanBeSet) {
   grouped.Open(u"select deptid, count(*) as n from tblStock group by deptid", connection_, 1, 2,
                -1);
   EXPECT_EQ(errorNumberOf([&] { grouped.Fields(u"deptid").value(1); }), 3251);
-  Recordset locked;
-  locked.Open(u"select id, price from tblStock", connection_, 1, 1, -1);
-  EXPECT_EQ(errorNumberOf([&] { locked.Fields(u"price").value(1); }), 3251);
+  Recordset readOnly;
+  readOnly.Open(u"select id, price from tblStock", connection_, 1, 1, -1);
+  EXPECT_EQ(errorNumberOf([&] { readOnly.Fields(u"price").value(1); }), 3251);
   Recordset outer;
   outer.Open(u"select s.id, p.PRINTER1 from tblStock s left join tblPlu p on s.id = p.id+100",
              connection_, 1, 2, -1);

@@ -45,7 +45,8 @@ struct Items {
 class Rules : public testing::Test {
  protected:
   /// The failure of setting a column of the item; empty where the value is written.
-  std::string setting(const Items& items, std::u16string_view column, const Variant& value) {
+  std::string failureOfSetting(const Items& items, std::u16string_view column,
+                               const Variant& value) {
     const support::ProgramFolder folder;
     const fs::path file = folder.path() / "Stores" / "Items.mdb";
     items.write(file);
@@ -68,7 +69,7 @@ class Rules : public testing::Test {
 TEST_F(Rules, AColumnsRuleIsACriterionWithTheColumnAsLeftOperand) {
   struct Case {
     const char16_t* rule;
-    Variant taken;
+    Variant accepted;
     Variant refused;
   };
   const Variant null = Null{};
@@ -92,8 +93,8 @@ TEST_F(Rules, AColumnsRuleIsACriterionWithTheColumnAsLeftOperand) {
        }) {
     SCOPED_TRACE(narrow(each.rule));
     const Items items{.name = {}, .amount = {each.rule}, .row = {}, .most = {}};
-    EXPECT_EQ(setting(items, u"amount", each.taken), "");
-    EXPECT_EQ(setting(items, u"amount", each.refused),
+    EXPECT_EQ(failureOfSetting(items, u"amount", each.accepted), "");
+    EXPECT_EQ(failureOfSetting(items, u"amount", each.refused),
               "-2147467259: One or more values are prohibited by the validation rule '" +
                   narrow(each.rule) +
                   "' set for 'Items.amount'.  Enter a value that the expression for this field can "
@@ -108,8 +109,8 @@ TEST_F(Rules, AColumnsRuleIsACriterionWithTheColumnAsLeftOperand) {
        }) {
     SCOPED_TRACE(narrow(each.rule));
     const Items items{.name = {each.rule}, .amount = {}, .row = {}, .most = {}};
-    EXPECT_EQ(setting(items, u"name", each.taken), "");
-    EXPECT_NE(setting(items, u"name", each.refused), "");
+    EXPECT_EQ(failureOfSetting(items, u"name", each.accepted), "");
+    EXPECT_NE(failureOfSetting(items, u"name", each.refused), "");
   }
 }
 
@@ -118,22 +119,23 @@ TEST_F(Rules, ARefusalHasTheRulesValidationText) {
                     .amount = {u"<100", u"No more than 100 \u20AC."},
                     .row = {u"[amount] < [most] Or [name] = 'free'", u"Too much."},
                     .most = {u">=1000"}};
-  EXPECT_EQ(setting(items, u"amount", 100.0), "-2147467259: No more than 100 \u20AC.");
+  EXPECT_EQ(failureOfSetting(items, u"amount", 100.0), "-2147467259: No more than 100 \u20AC.");
   // While `most` is null the row's rule evaluates to null and so passes; the rule of `most` is
   // tested only when that column is set.
-  EXPECT_EQ(setting(items, u"amount", 99.0), "");
-  EXPECT_NE(setting(items, u"most", 4.0), "");
+  EXPECT_EQ(failureOfSetting(items, u"amount", 99.0), "");
+  EXPECT_NE(failureOfSetting(items, u"most", 4.0), "");
   const Items rows{.name = {}, .amount = {}, .row = items.row, .most = {}};
-  EXPECT_EQ(setting(rows, u"most", 3.0), "-2147467259: Too much.");
-  EXPECT_EQ(setting(rows, u"most", 3.5), "");
+  EXPECT_EQ(failureOfSetting(rows, u"most", 3.0), "-2147467259: Too much.");
+  EXPECT_EQ(failureOfSetting(rows, u"most", 3.5), "");
   // Setting the value that the column has already is tested as well.
-  EXPECT_NE(setting({.name = {u"<>'tea'"}, .amount = {}, .row = {}, .most = {}}, u"name", u"tea"),
+  EXPECT_NE(failureOfSetting({.name = {u"<>'tea'"}, .amount = {}, .row = {}, .most = {}}, u"name",
+                             u"tea"),
             "");
 }
 
 TEST_F(Rules, ARuleThatCannotBeParsedRefusesWithAReason) {
   const auto why = [&](const char16_t* rule) {
-    const std::string failure = setting(
+    const std::string failure = failureOfSetting(
         {.name = {}, .amount = {rule, u"Never shown."}, .row = {}, .most = {}}, u"amount", 1.0);
     const std::string head = "-2147467259: The validation rule '" + narrow(rule) +
                              "' set for 'Items.amount' can't be tried: ";

@@ -64,7 +64,7 @@ TEST_F(Update, FillsTheFirstFreeSlotAndStaysOnIt) {
   EXPECT_EQ(reread(kFreeSlots), "32||0|0|");
 }
 
-TEST_F(Update, WritesEachTableOfAJoinAlsoOnMoveNext) {
+TEST_F(Update, UpdateAndMoveNextWriteAllTablesOfAJoin) {
   rows_.Open(
       u"select s.id, s.description, p.PRINTER1, p.ITEM_TYPE from tblStock s inner join tblPlu p on "
       u"s.id = p.id where s.id < 3 order by s.id",
@@ -171,10 +171,10 @@ TEST_F(Update, ATableDefinitionChangedByAnotherProgramIsRefused) {
   };
   for (const Case& each : {
            Case{"dropped", {id, name}, false},
-           Case{"another number", {id, name, amount, note}, false},
+           Case{"another column number", {id, name, amount, note}, false},
            Case{"another name", {id, name, Column::text(u"notes", 20)}, false},
            Case{"another type", {id, name, {.name = u"note"}}, false},
-           Case{"another column", {id, name, note, amount}, true},
+           Case{"an added column", {id, name, note, amount}, true},
        }) {
     SCOPED_TRACE(each.what);
     const fs::path file = writeItems(store_.folder().path() / "Items.mdb", {id, name, note});
@@ -217,7 +217,7 @@ TEST_F(Update, AnUpdateWithoutChangesReadsFewPages) {
              connection, 1, 2, -1);
   for (const char16_t* column : {u"PRINTER1", u"PRINTER2", u"OPEN_PLU", u"ITEM_TYPE", u"NEG_PRICE"})
     rows_.Fields(column).value(rows_.Fields(column).value());
-  support::FileFaults faults;
+  const support::FileFaults resetsSeam;
   int reads = 0;
   int changes = 0;
   files::setFaultSeam([&](const files::FileStep& step) {

@@ -133,7 +133,7 @@ TEST_F(ByteFileTest, LocksLeaveTheFilesOwnBytesToOtherPrograms) {
   EXPECT_EQ(support::readFile(path), "new bytes");
 }
 
-TEST_F(ByteFileTest, LocksWaitWhileAnotherProgramLocksItsBytesExclusively) {
+TEST_F(ByteFileTest, LocksWaitWhileAnotherProgramHoldsAWriteLock) {
   folder.write("store.mdb", "bytes");
   const int other = ::open(path.c_str(), O_RDWR);
   const auto errorsOfAnotherProgram = [&] {

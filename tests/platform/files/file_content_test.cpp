@@ -43,7 +43,7 @@ TEST_F(FileContent, IsReadAndReplacedWithItsPermissionsKept) {
   EXPECT_EQ(errorNumberOf([&] { files::readContent(folder.posdata()); }), 75);
 }
 
-TEST_F(FileContent, AFaultAtAnyStepLeavesTheOldContentAndNoOtherFile) {
+TEST_F(FileContent, AFaultAtAnyStepLeavesTheOldOrTheNewContentAndNoOtherFile) {
   folder.write("Posdata/FastTouchButtons.ini", "old");
   int step = 0;
   for (;; ++step) {
@@ -66,9 +66,10 @@ TEST_F(FileContent, ASymbolicLinkStaysAndAnIrreplaceableFileIsWrittenInPlace) {
   EXPECT_EQ(folder.read("real.ini"), "new");
 
   fs::create_hard_link(folder.path() / "real.ini", folder.path() / "second name.ini");
+  // Change 0 is the write in place, change 1 its sync; there is no change 2.
   for (const int step : {1, 2}) {
     support::FileFaults faults;
-    faults.cutAtChange(step);  // a write in place is also followed by exactly one sync
+    faults.cutAtChange(step);
     EXPECT_EQ(errorNumberOf([&] { replaceContent(path, "newest"); }), step == 1 ? 57 : 0);
   }
   EXPECT_EQ(folder.read("second name.ini"), "newest");
@@ -92,7 +93,7 @@ TEST_F(FileContent, TheFolderLockFailsAfterItsTimeout) {
               const files::FolderLock second(folder.posdata(), std::chrono::milliseconds(20));
             }),
             70);
-  const files::FolderLock missing(folder.path() / "none");
+  const files::FolderLock missing(folder.path() / "none");  // a missing folder is no error
 }
 
 TEST_F(FileContent, EvenTheAdministratorCannotReplaceAReadOnlyFile) {

@@ -35,15 +35,15 @@ Lines exportOf(const fs::path& file, const std::u16string& table) {
   return {lines.begin(), lines.end()};
 }
 
-bool isBodyWithoutPointer(const std::string& complaint) {
-  return complaint.find("has no pointer") != std::string::npos;
+bool isBodyWithoutPointer(const std::string& problem) {
+  return problem.find("has no pointer") != std::string::npos;
 }
 
-/// True for complaints of the checker that an interruption may cause: about the row's second entry,
+/// True for problems found by the checker that an interruption may cause: the row's second entry,
 /// its second body, a page that is in the chain of leaves but not in the tree.
-bool isLeftover(const std::string& complaint, const Change& change) {
+bool isLeftover(const std::string& problem, const Change& change) {
   const std::string row = printed(change.row);
-  if (isBodyWithoutPointer(complaint)) return true;
+  if (isBodyWithoutPointer(problem)) return true;
   const std::vector<std::string> kinds{" next is ",
                                        " previous is ",
                                        "last leaf has next",
@@ -55,7 +55,7 @@ bool isLeftover(const std::string& complaint, const Change& change) {
                                        "row " + row + " key is",
                                        "null row " + row};
   return std::ranges::any_of(
-      kinds, [&](const std::string& kind) { return complaint.find(kind) != std::string::npos; });
+      kinds, [&](const std::string& kind) { return problem.find(kind) != std::string::npos; });
 }
 
 /// The change back to the values that the row has now.
@@ -137,11 +137,11 @@ class Cutting {
     auto verdicts = checkerLines("", files);
     EXPECT_EQ(verdicts.size(), files.size());
     for (const fs::path& file : cutFiles_)
-      for (const std::string& complaint : verdicts[file])
-        EXPECT_TRUE(complaint == "sound" || isLeftover(complaint, change_)) << file << complaint;
+      for (const std::string& line : verdicts[file])
+        EXPECT_TRUE(line == "sound" || isLeftover(line, change_)) << file << line;
     for (const fs::path& file : finishedFiles_)
-      for (const std::string& complaint : verdicts[file])
-        EXPECT_TRUE(complaint == "sound" || isBodyWithoutPointer(complaint)) << file << complaint;
+      for (const std::string& line : verdicts[file])
+        EXPECT_TRUE(line == "sound" || isBodyWithoutPointer(line)) << file << line;
   }
 
   /// The exporter ignores pointers and lists bodies at their own positions: a body without pointer

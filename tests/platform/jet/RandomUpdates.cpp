@@ -164,7 +164,7 @@ std::vector<std::string> RandomUpdates::problems() const {
       const auto values = valuesOf(scan->row(), table);
       if (expected == model.rows.end() || expected->second != values)
         problems.push_back(narrow(model.name) + ": row " + printed(scan->row().id()) +
-                           " reads otherwise");
+                           " differs from the model");
     }
     if (seen != model.rows.size()) problems.push_back(narrow(model.name) + ": rows are missing");
   }

@@ -53,13 +53,13 @@ std::string checkerVerdict(const std::filesystem::path& file);
 /// The output of storecheck for a file with these options; `status` receives its exit status.
 std::string checkerOutput(const std::string& options, const std::filesystem::path& file,
                           int* status = nullptr);
-/// The lines of this output for each of many files at once, which is much faster.
+/// The lines of that output for each of these files. One run for many files is much faster.
 std::map<std::filesystem::path, std::vector<std::string>> checkerLines(
     const std::string& options, const std::vector<std::filesystem::path>& files);
 
 std::vector<std::string> split(const std::string& text, char separator);
 
-using storesql::printed;  // as the reference tables and storecheck print a value
+using storesql::printed;  // as the EXPECTED files and storecheck print a value
 /// A row's id as the checker prints it: page/slot.
 std::string printed(jet::RowId row);
 
@@ -79,7 +79,7 @@ std::vector<std::string> indexProblems(const jet::Table& table);
 const jet::Table& tableNamed(jet::Database& database, std::u16string_view name);
 
 /// Updates one row; columns are named by their indexes in `table`, which is invalid afterwards.
-/// No validation rule is tested.
+/// `asRead` has the values that the row must still have. No validation rule is tested.
 void update(jet::Database& database, const jet::Table& table, jet::RowId row,
             std::span<const jet::ColumnValue> values,
             std::span<const jet::ColumnValue> asRead = {});

@@ -107,7 +107,7 @@ TEST_F(UpdateValues, AreConvertedToTheColumnsType) {
   EXPECT_EQ(verdict(), "sound");
 }
 
-TEST_F(UpdateValues, AFullPageOfLongValuesLeavesTheMapOfPagesWithRoom) {
+TEST_F(UpdateValues, AFullPageOfLongValuesIsRemovedFromTheMapOfPagesWithRoom) {
   makestore::StoreBuilder store;
   store.table(u"Notes")
       .column({.name = u"id"})
@@ -124,7 +124,7 @@ TEST_F(UpdateValues, AFullPageOfLongValuesLeavesTheMapOfPagesWithRoom) {
   };
   const std::vector<jet::PageNumber> before = pagesWithRoom();
   EXPECT_EQ(before.size(), 1U);
-  change(u"note", std::u16string(1030, u'b'));  // it leaves 20 bytes of the page
+  change(u"note", std::u16string(1030, u'b'));  // leaves 20 bytes of the page free
   EXPECT_EQ(pagesWithRoom(), std::vector<jet::PageNumber>());
   change(u"note", runtime::Null{});
   EXPECT_EQ(pagesWithRoom(), before);
@@ -229,7 +229,8 @@ TEST_F(UpdateOfARow, WaitsForOtherSessionsUntilATimeout) {
   EXPECT_EQ(linesOf(tableNamed(reading, u"tblPlu")).size(), 300U);
 }
 
-/// Makes the change in a process of its own that may not make the file longer than `limit`.
+/// Makes the change in a process of its own that may not make the file longer than `limit`. Returns
+/// 0 where it succeeds, 1 for the engine's error, 2 for any other.
 int changeWithin(const fs::path& file, rlim_t limit, const Change& change) {
   return support::statusOfCopy([&] {
     std::signal(SIGXFSZ, SIG_IGN);

@@ -66,12 +66,12 @@ void addManyIndexes(makestore::StoreBuilder& store) {
 }
 
 TEST(RandomUpdates, KeepMadeStoresSoundWhateverTheirIndexes) {
-  for (const bool other : {false, true}) {
+  for (const bool encoded : {false, true}) {
     const Scratch scratch;
     const fs::path file = scratch.folder() / "many.mdb";
     makestore::StoreBuilder store;
     addManyIndexes(store);
-    if (other) store.encodingKey(0x1234567).referenceMaps();
+    if (encoded) store.encodingKey(0x1234567).referenceMaps();
     store.write(file);
     RandomUpdates updates(file, u"", 7);
     for (int round = 0; round < 2; ++round) {

@@ -40,7 +40,7 @@ TEST_F(Opening, AcceptsAReadOnlyFileAndRefusesAnUnreadableOne) {
 }
 
 TEST_F(Opening, ReadsFewPagesForOneRowByItsKey) {
-  support::FileFaults faults;
+  const support::FileFaults resetsSeam;
   int reads = 0;
   files::setFaultSeam([&](const files::FileStep& step) {
     if (step.kind == files::FileStep::Kind::Read) ++reads;

@@ -19,7 +19,7 @@ std::string hex(const std::string& bytes) {
   return text;
 }
 
-TEST(TextKey, HasTheBytesThatTheEngineWrites) {
+TEST(TextKey, HasTheBytesThatTheFormatsOwnEngineWrites) {
   const auto key4 = [](std::u16string_view text) {
     return hex(jet::textKey(TextOrder::General4, text));
   };

@@ -68,12 +68,6 @@ struct Shown {
   std::string operator()(const runtime::Decimal& value) const { return narrow(value.digits) + "d"; }
 };
 
-std::int32_t n(int number) {
-  return number;
-}
-std::int16_t s(int number) {
-  return static_cast<std::int16_t>(number);
-}
 Currency money(double amount) {
   return {static_cast<std::int64_t>(amount * 10000 + 0.5)};
 }
@@ -135,10 +129,11 @@ makestore::StoreBuilder littleStore() {
       .column({.name = u"ratio", .type = ColumnType::Double})
       .index(Index::primaryKey(u"id"))
       .index(Index::plain(u"name"));
-  const auto item = [&](int id, runtime::Variant name, runtime::Variant price, int qty,
-                        runtime::Variant dept, bool active, runtime::Variant sold, double ratio) {
-    items.row({n(id), std::move(name), std::move(price), s(qty), std::move(dept), active,
-               std::move(sold), ratio});
+  const auto item = [&](std::int32_t id, runtime::Variant name, runtime::Variant price,
+                        std::int16_t qty, runtime::Variant dept, bool active, runtime::Variant sold,
+                        double ratio) {
+    items.row({id, std::move(name), std::move(price), qty, std::move(dept), active, std::move(sold),
+               ratio});
   };
   // The rows are not in the order of any column.
   item(5, u"tea", money(2.5), 4, u"D1", true, Date{38077.427083333336}, 0.5);
@@ -158,8 +153,8 @@ makestore::StoreBuilder littleStore() {
 
   makestore::StoreTable& codes = store.table(u"Codes");
   codes.column({.name = u"item"}).column(Column::text(u"code", 20)).column({.name = u"id"});
-  codes.row({n(5), u"111", n(50)}).row({n(5), u"222", n(51)}).row({n(2), u"333", n(52)});
-  codes.row({n(77), u"444", n(53)});
+  codes.row({5, u"111", 50}).row({5, u"222", 51}).row({2, u"333", 52});
+  codes.row({77, u"444", 53});
 
   makestore::StoreTable& amounts = store.table(u"Amounts");
   amounts.column({.name = u"amount", .type = ColumnType::Currency});

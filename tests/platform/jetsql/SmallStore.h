@@ -21,8 +21,9 @@ class SmallStore {
 
   jetsql::Session& session() { return *session_; }
   /// The rows of a statement, a line each, values joined by " | ". Each value shows its type: texts
-  /// in quotes, amounts as "$2.5", dates as "@2004-03-31 10:15:00", truth as yes and no, doubles
-  /// with a point or exponent.
+  /// in quotes, Currency as "$2.5", dates as "@2004-03-31 10:15:00", booleans as yes and no,
+  /// doubles with a point or exponent. A letter follows a Byte ("5b"), an Integer ("5i"), a Single
+  /// ("5.0f") and a Decimal ("5d"), but not a Long ("5").
   std::vector<std::string> rows(std::u16string_view statement);
   /// The same, sorted: for statements without an order.
   std::vector<std::string> sortedRows(std::u16string_view statement);

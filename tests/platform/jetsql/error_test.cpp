@@ -19,7 +19,7 @@ void check(const std::vector<Case>& cases) {
   }
 }
 
-TEST(StatementError, SyntaxNamesTheExpression) {
+TEST(StatementError, ASyntaxErrorQuotesTheExpression) {
   check({{u"select id from Items where name = 'O'Brien's' and name <> \"\" order by name",
           "-2147217900: Syntax error (missing operator) in query expression 'name = 'O'Brien's' "
           "and name <> \"\"'."},
@@ -46,7 +46,7 @@ TEST(StatementError, SyntaxNamesTheExpression) {
           "-2147217900: Invalid bracketing of name '[id = 3'."}});
 }
 
-TEST(StatementError, SyntaxNamesTheClause) {
+TEST(StatementError, ASyntaxErrorOutsideExpressionsNamesTheClause) {
   check({{u"select id from", "-2147217900: Syntax error in FROM clause."},
          {u"select id from Items where id=1 order id",
           "-2147217900: Syntax error in ORDER BY clause."},
@@ -69,7 +69,7 @@ TEST(StatementError, SyntaxNamesTheClause) {
           "query do not match."}});
 }
 
-TEST(StatementError, UnknownAndAmbiguousNames) {
+TEST(StatementError, UnknownAndAmbiguousNamesAreRefused) {
   constexpr const char* kParameter =
       "-2147217904: No value given for one or more required parameters.";
   check({{u"select nothing from Items", kParameter},
@@ -107,7 +107,7 @@ TEST(StatementError, SelectedColumnsMustBeGroupedOrAggregated) {
           "-2147217900: ORDER BY clause (id) conflicts with DISTINCT."}});
 }
 
-TEST(StatementError, IncompatibleValues) {
+TEST(StatementError, IncompatibleValuesRaiseAnError) {
   constexpr const char* kMismatch = "-2147217913: Data type mismatch in criteria expression.";
   check({{u"select id from Items where name = 5", kMismatch},
          {u"select id from Items where id In (1, 'a')", kMismatch},

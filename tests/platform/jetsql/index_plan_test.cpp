@@ -40,7 +40,7 @@ TEST(IndexPlan, ShowsWhichRestrictionUsesWhichIndex) {
       {u"select s.id, d.description from tblStock s left join tblDepartment d on s.deptid = d.id "
        u"where s.id = 3",
        "tblStock by PrimaryKey id=; tblDepartment by PrimaryKey id="},
-      // At most one department joins, and none of its columns is used.
+      // At most one department joins and none of its columns is used, so the join is left out.
       {u"select s.id from tblStock s left join tblDepartment d on s.deptid = d.id",
        "tblStock by scan"}};
   for (const auto& [statement, plan] : cases) {
@@ -64,6 +64,7 @@ TEST(IndexPlan, ReadsTheSameRowsAsAScan) {
       {u"deptid = 2 and description < 'm'", u"deptid+0 = 2 and description & '' < 'm'"}};
   for (const auto& [indexed, scanned] : cases) {
     const std::u16string select = u"select id, description, deptid from tblStock where ";
+    // For null, `description & ''` is an empty text; the guard leaves these rows out again.
     const std::u16string guard = std::u16string(scanned).find(u"& ''") == std::u16string::npos
                                      ? u""
                                      : u" and Len(description) >= 0";
@@ -107,6 +108,7 @@ TEST(IndexPlan, CalculatesValuesOfAJoinsRightSideOnce) {
            u"left join " + calculated + u"tblStock) b on a.id = b.number",
            u"inner join " + calculated + u"tblStock) b on a.id & '' = b.text"}) {
     EXPECT_EQ(shop().sortedRows(select + join), expected) << narrow(join);
+    // SQLite keeps the calculated values in an automatic index.
     const std::string plan = shop().plan(select + join);
     EXPECT_NE(plan.find("AUTOMATIC"), std::string::npos) << narrow(join) << "\n" << plan;
   }

@@ -142,7 +142,7 @@ TEST_F(Select, AmountsStayExactInAllClauses) {
               ElementsAre("$2.5 | 1.25 | $5 | '2.5' | $0"));
 }
 
-/// As plain numbers the large ones would be equal.
+/// As doubles the large decimals would be equal.
 TEST_F(Select, DecimalsStayExactUnlessCalculatedWith) {
   constexpr const char* kMost = "123456789012345678901234.5678d";
   constexpr const char* kNext = "123456789012345678901234.5677d";

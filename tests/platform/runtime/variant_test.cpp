@@ -6,7 +6,7 @@
 
 using namespace runtime;
 
-TEST(Variant, ValuesReadAsThePlatformWritesThem) {
+TEST(Variant, ValuesBecomeTextAsThePlatformWritesThem) {
   EXPECT_EQ(Variant(std::int32_t{-2147483630}).toText(), u"-2147483630");
   EXPECT_EQ(Variant(0.1 + 0.2).toText(), u"0.3");
   EXPECT_EQ(Variant(12.50).toText(), u"12.5");

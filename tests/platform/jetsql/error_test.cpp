@@ -101,6 +101,11 @@ TEST(StatementError, SelectedColumnsMustBeGroupedOrAggregated) {
          {u"select dept from Items group by dept order by qty",
           "-2147217900: You tried to execute a query that does not include the specified "
           "expression 'qty' as part of an aggregate function."},
+         {u"select dept, (select title from Depts where id = name) from Items group by dept",
+          "-2147217900: You tried to execute a query that does not include the specified "
+          "expression 'name' as part of an aggregate function."},
+         {u"select count(*) as n from Items group by n",
+          "-2147217900: Cannot have aggregate function in WHERE clause (n)."},
          {u"select id from Items where count(*) > 1",
           "-2147217900: Cannot have aggregate function in WHERE clause (Count(*))."},
          {u"select distinct name from Items order by id",
@@ -117,6 +122,7 @@ TEST(StatementError, IncompatibleValuesRaiseAnError) {
          {u"select CInt(Null)", "-2147217913: Invalid use of Null."},
          {u"select CInt(40000)", "-2147217833: Overflow"},
          {u"select 2147483647 + 1", "-2147217833: Overflow"},
+         {u"select 1E308 * 10", "-2147217833: Overflow"},
          {u"select 1/(id-1) from Items", "-2147217900: Division by zero"},
          {u"select Left(name, -1) from Items", "-2147217900: Invalid procedure call."},
          {u"select (select id from Items) from Depts",

@@ -96,6 +96,8 @@ TEST_F(Select, GroupsByTextWithoutCaseAndAggregatesWithoutNull) {
               ElementsAre("2.0 | 1.0 | 0.5"));
   EXPECT_THAT(rows(u"select count(*) from Items having count(*) > 100"), IsEmpty());
   EXPECT_THAT(rows(u"select count(*) from Empty having count(*) < 1"), ElementsAre("0"));
+  EXPECT_THAT(rows(u"select 'a' from Empty having count(*) < 1"), ElementsAre("'a'"));
+  EXPECT_THAT(rows(u"select count(*) from Items group by -True"), ElementsAre("8"));
   EXPECT_THAT(rows(u"select qty=7, count(*) from Items group by qty=7"),
               ElementsAre("yes | 2", "no | 6"));
 }
@@ -233,6 +235,11 @@ TEST_F(Select, SubqueriesSeeTheRowOfTheOuterQuery) {
   EXPECT_THAT(sorted(u"select id from Items where name = any (select title & '' from Depts) or "
                      u"id > some (select id+5 from Items where id < 3)"),
               ElementsAre("3", "7", "8", "9"));
+  EXPECT_THAT(rows(u"select id from Items where not ('x' = any (select title from Depts))"),
+              IsEmpty());
+  EXPECT_THAT(rows(u"select count(*) from Items inner join Depts on Items.dept = any (select id "
+                   u"from Depts where id = 'd2')"),
+              ElementsAre("9"));
   EXPECT_THAT(rows(u"select x.many from (select count(*) as many, dept from Items group by dept) "
                    u"as x where x.dept = 'd2'"),
               ElementsAre("3"));

@@ -22,6 +22,7 @@ struct BoundExpression : ExpressionNode {
   const Source* source = nullptr;  ///< of a column
   int column = 0;                  ///< index among the source's columns
   const Function* function = nullptr;
+  bool hasAggregate = false;  ///< it or one of its arguments, but not a query within it
   std::vector<BoundPtr> arguments = {};
   std::shared_ptr<const BoundQuery> query = {};
 };

@@ -122,7 +122,10 @@ BoundPtr ExpressionBinder::bind(const ParsedExpression& expression) const {
   if (expression.kind == Kind::Column) return bindColumn(expression);
   if (expression.kind == Kind::Call) return bindCall(expression);
   BoundExpression made{expression.node()};
-  for (const ParsedExpression& each : expression.arguments) made.arguments.push_back(bind(each));
+  for (const ParsedExpression& each : expression.arguments) {
+    made.arguments.push_back(bind(each));
+    made.hasAggregate = made.hasAggregate || made.arguments.back()->hasAggregate;
+  }
   if (expression.query) {
     made.query = queries_.bindWithin(*expression.query, scope_);
     if (made.kind != Kind::Exists && made.query->columns.size() != 1) {
@@ -138,7 +141,9 @@ BoundPtr ExpressionBinder::bindColumn(const ParsedExpression& expression) const 
     if (BoundPtr found = findColumn(expression, *each)) return found;
     if (expression.path.size() != 1) continue;
     for (const OutputColumn& column : each->query.columns) {
-      if (jet::sameName(column.name, expression.path[0])) return column.expression;
+      if (!jet::sameName(column.name, expression.path[0])) continue;
+      if (column.expression->hasAggregate) requireAggregatesAllowed(column.name);
+      return column.expression;
     }
   }
   throw error::missingParameter();
@@ -180,6 +185,11 @@ BoundPtr ExpressionBinder::searchColumn(const ParsedExpression& expression, cons
   return found;
 }
 
+void ExpressionBinder::requireAggregatesAllowed(std::u16string_view name) const {
+  if (clause_ == Clause::Plain) return;
+  throw error::aggregateForbidden(clause_ == Clause::Where ? u"WHERE clause" : u"expression", name);
+}
+
 BoundPtr ExpressionBinder::bindCall(const ParsedExpression& expression) const {
   const Function* function = functionNamed(expression.text);
   if (function == nullptr) throw error::undefinedFunction(expression.text);
@@ -189,18 +199,17 @@ BoundPtr ExpressionBinder::bindCall(const ParsedExpression& expression) const {
   }
   if (function->writing == Function::Writing::Moment) return moment(expression.text);
   if (function->isAggregate()) {
-    if (clause_ != Clause::Plain) {
-      throw error::aggregateForbidden(clause_ == Clause::Where ? u"WHERE clause" : u"expression",
-                                      expression.text);
-    }
+    requireAggregatesAllowed(expression.text);
     scope_.sawAggregate = true;
   }
   BoundExpression made{expression.node()};
   made.function = function;
+  made.hasAggregate = function->isAggregate();
   const ExpressionBinder arguments(queries_, scope_,
                                    function->isAggregate() ? Clause::InAggregate : clause_);
   for (const ParsedExpression& each : expression.arguments) {
     made.arguments.push_back(arguments.bind(each));
+    made.hasAggregate = made.hasAggregate || made.arguments.back()->hasAggregate;
   }
   made.type = callType(*function, made.arguments);
   return std::make_shared<const BoundExpression>(std::move(made));

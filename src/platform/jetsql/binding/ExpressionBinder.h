@@ -43,6 +43,8 @@ class ExpressionBinder {
   BoundPtr searchColumn(const ParsedExpression& expression, const Scope& scope,
                         std::u16string_view table, std::u16string_view column) const;
   BoundPtr bindCall(const ParsedExpression& expression) const;
+  /// Raises the error for an aggregate, or the name of a column with one, in a clause without them.
+  void requireAggregatesAllowed(std::u16string_view name) const;
 
   QueryBinder& queries_;
   Scope& scope_;

@@ -72,6 +72,9 @@ int outputNamed(const std::vector<OutputColumn>& columns, const ParsedExpression
   return found == columns.end() ? -1 : static_cast<int>(found - columns.begin());
 }
 
+void requireGrouped(const BoundQuery& query, const BoundSelect& select);
+
+/// Raises the error for a column of `select` outside its groups and aggregates.
 void requireGrouped(const BoundExpression& expression, const BoundSelect& select) {
   for (const BoundPtr& term : select.groupBy) {
     if (sameExpression(*term, expression)) return;
@@ -81,6 +84,31 @@ void requireGrouped(const BoundExpression& expression, const BoundSelect& select
       select.sources, [&](const auto& source) { return source.get() == expression.source; });
   if (isOwn) throw error::notGrouped(expression.text);
   for (const BoundPtr& argument : expression.arguments) requireGrouped(*argument, select);
+  if (expression.query) requireGrouped(*expression.query, select);
+}
+
+void requireGrouped(const BoundFrom& item, const BoundSelect& select) {
+  if (item.condition) requireGrouped(*item.condition, select);
+  for (const BoundFrom& side : item.sides) requireGrouped(side, select);
+}
+
+/// The same for all expressions of a query within an expression.
+void requireGrouped(const BoundQuery& query, const BoundSelect& select) {
+  std::vector<BoundPtr> expressions;
+  for (const OutputColumn& column : query.columns) expressions.push_back(column.expression);
+  for (const BoundOrder& term : query.orderBy) expressions.push_back(term.expression);
+  for (const auto& side : {query.left, query.right}) {
+    if (side) requireGrouped(*side, select);
+  }
+  if (query.select) {
+    for (const BoundFrom& item : query.select->from) requireGrouped(item, select);
+    expressions.insert(expressions.end(), query.select->groupBy.begin(),
+                       query.select->groupBy.end());
+    expressions.insert(expressions.end(), {query.select->where, query.select->having});
+  }
+  for (const BoundPtr& expression : expressions) {
+    if (expression) requireGrouped(*expression, select);
+  }
 }
 
 }  // namespace

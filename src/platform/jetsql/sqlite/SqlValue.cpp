@@ -1,12 +1,14 @@
 #include "platform/jetsql/sqlite/SqlValue.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <limits>
 #include <new>
 #include <string>
 #include <string_view>
 
+#include "platform/jetsql/syntax/StatementError.h"
 #include "platform/jetsql/writing/WrittenStatement.h"
 
 namespace jetsql {
@@ -60,8 +62,11 @@ runtime::Variant sqlValue(sqlite3_value* value, Type type) {
     case SQLITE_INTEGER:
       if (type == Type::Currency) return runtime::Currency{sqlite3_value_int64(value)};
       return integerValue(sqlite3_value_int64(value));
-    case SQLITE_FLOAT:
-      return sqlite3_value_double(value);
+    case SQLITE_FLOAT: {
+      const double number = sqlite3_value_double(value);
+      if (!std::isfinite(number)) throw error::overflow();
+      return number;
+    }
     case SQLITE_TEXT: {
       const auto* units = static_cast<const char16_t*>(sqlite3_value_text16(value));
       if (units == nullptr) throw std::bad_alloc();

@@ -142,7 +142,9 @@ std::string ExpressionWriter::comparedAmong(const BoundExpression& expression,
 }
 
 std::string ExpressionWriter::sorted(const BoundExpression& expression) {
-  const bool isNumber = expression.kind >= Kind::Boolean && expression.kind <= Kind::Date;
+  // SQLite would take an integer, with or without a sign, for a column's index.
+  const bool isNumber = (expression.kind >= Kind::Boolean && expression.kind <= Kind::Date) ||
+                        expression.op == Operator::Negate;
   return isNumber ? "(" + value(expression) + " + 0)" : compared(expression);
 }
 
@@ -255,10 +257,10 @@ std::string ExpressionWriter::chain(const BoundExpression& expression,
   do {
     operands.push_back(first->arguments[1].get());
     first = first->arguments[0].get();
-  } while (first->kind == Kind::Binary && first->op == expression.op &&
-           (first->op != Operator::Add || addsNumbers(*first)) &&
-           (first->type != Type::Currency ||
-            (expression.type == Type::Currency && isExact(*first))));
+  } while (
+      first->kind == Kind::Binary && first->op == expression.op &&
+      (first->op != Operator::Add || addsNumbers(*first)) &&
+      (first->type != Type::Currency || (expression.type == Type::Currency && isExact(*first))));
   std::vector<std::string> pieces{(this->*form)(*first)};
   std::ranges::reverse(operands);
   for (const BoundExpression* operand : operands) {
@@ -324,13 +326,14 @@ std::string ExpressionWriter::subqueryCondition(const BoundExpression& expressio
   const BoundExpression& tested = *expression.arguments[0];
   const Type type = inner.columns[0].type;
   const Comparing how = comparing(tested.type, type);
-  if (how == Comparing::Null) return "NULL";
   const bool isGuidText = how == Comparing::GuidText;
   const bool comparesExactly =
       areDecimals(type, tested.type) || (type == Type::Currency && isAmount(tested));
-  const std::string left =
-      isGuidText ? asText(tested) : valueAs(tested, comparesExactly ? type : Type::Double);
-  const std::string operand = how == Comparing::Plain ? left : collated(left, Type::Any);
+  const std::string left = how == Comparing::Null ? "NULL"
+                           : isGuidText           ? asText(tested)
+                                        : valueAs(tested, comparesExactly ? type : Type::Double);
+  const std::string operand =
+      how == Comparing::Texts || isGuidText ? collated(left, Type::Any) : left;
   std::string rows = "(" + writeQuery(writer_, inner, {.columns = {0}}) + ")";
   if (!comparesExactly && (type == Type::Currency || type == Type::Decimal)) {
     rows = "(SELECT " + converted("c0", type, Type::Double) + " AS c0 FROM " + rows + ")";
@@ -346,9 +349,13 @@ std::string ExpressionWriter::subqueryCondition(const BoundExpression& expressio
   const std::string test = "(" + operand +
                            std::string(symbol(isQuantified ? expression.op : Operator::Equal)) +
                            column + ")";
-  const std::string found = "EXISTS (SELECT 1 FROM " + rows + " AS " + name + " WHERE ";
-  if (expression.every) return "(NOT " + found + test + " IS NOT TRUE))";
-  return inParentheses(expression.negated, found + test + ")");
+  // The rows that decide are those for which the test is true, or with All false; without such a
+  // row, one for which it is null makes the result null.
+  const std::string decides = expression.every ? "min(t) = 0 THEN 0" : "max(t) = 1 THEN 1";
+  return inParentheses(expression.negated,
+                       "SELECT CASE WHEN " + decides + " WHEN count(*) > count(t) THEN NULL ELSE " +
+                           (expression.every ? "1" : "0") + " END FROM (SELECT " + test +
+                           " AS t FROM " + rows + " AS " + name + ")");
 }
 
 /// A subquery's one value; more than one row is an error.

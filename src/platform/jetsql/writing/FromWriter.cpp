@@ -45,7 +45,10 @@ class FromWriter {
   std::string joinCondition(const BoundFrom& join) {
     const BoundExpression& equality = *join.condition;
     const BoundFrom& right = *sidesOf(join).second;
-    if (right.isJoin() || equality.op != Operator::Equal) return expressions_.condition(equality);
+    if (right.isJoin() || equality.kind != ExpressionKind::Binary ||
+        equality.op != Operator::Equal) {
+      return expressions_.condition(equality);
+    }
     const Source& source = *right.source;
     for (const std::size_t side : {0U, 1U}) {
       const BoundExpression& own = *equality.arguments[side];

@@ -79,9 +79,11 @@ class SelectWriter {
     for (int i = 0; i < static_cast<int>(query_.columns.size()); ++i) {
       const BoundExpression& column = *query_.columns[static_cast<std::size_t>(i)].expression;
       if (select_.distinct) {
-        outputs.push_back(named(expressions_.compared(column), 'c', i));
+        const std::string value = expressions_.compared(column);
+        outputs.push_back(named(isOneGroup() ? ofTheGroup(value) : value, 'c', i));
       } else if (request_.columns.contains(i)) {
-        outputs.push_back(named(expressions_.value(column), 'c', i));
+        const std::string value = expressions_.value(column);
+        outputs.push_back(named(isOneGroup() ? ofTheGroup(value) : value, 'c', i));
       }
     }
     for (int i = 0; i < static_cast<int>(query_.orderBy.size()); ++i) {
@@ -89,7 +91,8 @@ class SelectWriter {
       if (!isRanked_ && !request_.orderTerms.contains(i)) continue;
       outputs.push_back(named(expressions_.compared(orderedBy(query_, term)), 'o', i));
     }
-    return outputs.empty() ? "1 AS c" : joined(outputs, ", ");
+    if (outputs.empty()) return isOneGroup() ? "count(*) AS c" : "1 AS c";
+    return joined(outputs, ", ");
   }
 
   std::vector<std::string> orderTexts() {
@@ -112,11 +115,14 @@ class SelectWriter {
     }
     if (!groups.empty()) text += " GROUP BY " + joined(groups, ", ");
     if (!select_.having) return text;
-    // Without GROUP BY all rows are one group, even if there are none. SQLite accepts such a HAVING
-    // only in a query with an aggregate.
-    const std::string always = groups.empty() ? "count(*) >= 0 AND " : "";
-    text += " HAVING " + always + expressions_.condition(*select_.having);
-    return text;
+    return text + " HAVING " + expressions_.condition(*select_.having);
+  }
+
+  /// True where HAVING without GROUP BY makes one group of all rows, even if there are none. SQLite
+  /// accepts such a HAVING only where an output has an aggregate.
+  bool isOneGroup() const { return select_.having && select_.groupBy.empty(); }
+  static std::string ofTheGroup(const std::string& value) {
+    return "CASE WHEN count(*) >= 0 THEN " + value + " END";
   }
 
   /// The first rows in the order, with all rows that are equal to the last of them.

@@ -30,8 +30,9 @@ std::u16string foldedName(std::string_view name) {
   return runtime::foldCase(runtime::fromUtf8(name));
 }
 
-// A value is stored as it is. One with line breaks, other control characters or halves of surrogate
-// pairs is escaped, and marked as such by a backslash and a quote in front.
+// A value is stored as it is. One with line breaks, other control characters except tabs, or
+// unpaired surrogates is escaped, and marked as such by a backslash and a quote in front; so is one
+// that begins with this mark itself.
 constexpr std::u16string_view kEscapeMark = u"\\\"";
 constexpr char16_t kEscapeEnd = u'"';  // follows the escaped value
 

@@ -119,7 +119,7 @@ void takeExponent(Cursor& cursor, DecimalNumber& number) {
 }
 
 /// Parses what may surround a number: blanks, at most one currency sign, and at most one sign
-/// (before or after the number) or pair of brackets (negative).
+/// (before or after the number) or pair of parentheses (negative).
 class Surroundings {
  public:
   void takeFront(Cursor& cursor) {

@@ -8,7 +8,7 @@
 namespace runtime {
 
 /// Converts text to a signed 16-bit integer by the platform's rules. Accepts surrounding blanks, a
-/// sign before or after, brackets for a negative number, "$", commas between digits, decimals,
+/// sign before or after, parentheses for a negative number, "$", commas between digits, decimals,
 /// exponents, and the bit pattern in hexadecimal or octal digits after "&H" or "&O". Rounds half to
 /// even. Raises TypeMismatch for any other text (also the empty one), Overflow beyond the range.
 std::int16_t toInteger(std::u16string_view text);

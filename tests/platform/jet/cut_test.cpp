@@ -216,8 +216,8 @@ TEST(AChange, CostsFourSyncsAndATightenedBoundOneMore) {
     FileShape after = shapeOf(stock());
     after.body = bodyOf(stock(), rows[i]);
     const std::set<std::string> kinds = differencesBetween(std::exchange(shape, after), after);
-    // After new entries, their counters, the row, the old entries; a tightened bound reaches the
-    // disk before the next change.
+    // One sync each after the new entries, their counters, the row and the removal of the old
+    // entries; one more after a tightened bound, which the next change uses.
     if (kinds == plain || kinds == tightening) {
       EXPECT_EQ(log.syncs(), kinds == plain ? 4 : 5);
     }

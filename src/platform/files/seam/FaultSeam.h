@@ -28,7 +28,8 @@ struct FileStep {
 using FaultSeam = std::function<std::size_t(const FileStep&)>;
 
 /// Sets the function that is called before each step on any file; empty (the default) for none.
-/// For tests only: the product sets none, and its other libraries can't include this header.
+/// For tests and benchmarks only: the product sets none, and its other libraries can't include this
+/// header.
 void setFaultSeam(FaultSeam seam);
 
 /// Number of the step's bytes that are allowed; all of them when no seam is set. For use inside

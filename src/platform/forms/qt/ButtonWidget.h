@@ -90,7 +90,7 @@ class ButtonWidget final : public QAbstractButton {
   double scale_ = 1;
   bool showsFocus_ = true;
   bool pressed_ = false;    ///< the mouse or a key is pressed on the button
-  bool drawnDown_ = false;  ///< a press is active and the pointer is over the button
+  bool drawnDown_ = false;  ///< pressed by a key, or by the mouse, which is over the button
   bool hovered_ = false;
   bool dropMark_ = false;
   bool announcedCurrent_ = false;

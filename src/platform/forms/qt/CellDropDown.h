@@ -8,8 +8,8 @@ namespace forms::qt {
 
 class GridView;
 
-/// The editor of a grid's active cell when that is a drop-down cell. A click, F4, Alt with an arrow
-/// key, the space bar or a letter opens the list; a letter also selects an entry that begins with
+/// The editor of a grid's active cell when that is a drop-down cell. A click, F4, Alt with Up or
+/// Down, the space bar or a letter opens the list; a letter also selects an entry that begins with
 /// it. While the list is closed, other keys move the active cell and don't change the choice.
 class CellDropDown final : public QComboBox {
  public:

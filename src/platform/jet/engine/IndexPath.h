@@ -23,7 +23,7 @@ struct IndexPath {
   std::vector<Node> nodes;  ///< from the root down; none where the root is the leaf
   PageNumber leafNumber;
   IndexPage leaf;
-  bool hadLeftovers = false;  ///< entries were dropped
+  bool hadLeftovers = false;  ///< entries were dropped or the leaf's `previous` corrected
 
   static IndexPath to(PageChanges& changes, const TableSource& source, IndexNumber index,
                       ByteView entry);

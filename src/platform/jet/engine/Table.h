@@ -24,8 +24,8 @@ struct Index {
   bool primary = false;
   bool unique = false;
   bool ignoreNulls = false;  ///< rows whose key columns are all null are not in it
-  /// True when keys can be made for all its columns: only then can it be walked by range, and only
-  /// then does its order match that of `Row::sortKey`.
+  /// True when keys can be made for all its columns and sort as the values do: only then can it be
+  /// walked by range, and only then does its order match that of `Row::sortKey`.
   bool seekable = false;
 };
 

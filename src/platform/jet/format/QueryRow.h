@@ -19,7 +19,7 @@ struct QueryColumn {
   static constexpr std::u16string_view kExtra = u"LvExtra";  ///< Jet 4
 };
 
-/// What a row says of its query; in brackets the columns that it uses.
+/// What a row says of its query; in parentheses the columns that it uses.
 enum class QueryAttribute : std::uint8_t {
   Start = 0,
   Kind = 1,       ///< (flag) a QueryKind

@@ -17,7 +17,8 @@ namespace jet {
 /// A shorter text is never stored compressed.
 inline constexpr std::size_t kShortestCompressed = 3;
 
-/// True for compressed text without a switch, whose bytes after the mark are its characters.
+/// True for text whose bytes are its characters: any Jet 3 text, and compressed Jet 4 text without
+/// a switch (its bytes after the mark).
 bool isByteText(Version version, ByteView stored);
 /// The bytes of such text: its characters in Latin-1 (Jet 4, compressed) or windows-1252 (Jet 3).
 ByteView byteText(Version version, ByteView stored);

@@ -13,7 +13,7 @@ namespace {
 
 using runtime::Variant;
 
-/// Decimal digits of the largest 96-bit magnitude; no column takes more.
+/// Any number of this many decimal digits fits 96 bits; no column takes more.
 constexpr std::size_t kMostNumericDigits = 28;
 
 /// A GUID's first three parts are little endian in the file.

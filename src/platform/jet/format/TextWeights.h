@@ -17,8 +17,8 @@ struct TextWeight {
   bool plain = false;            ///< one inline byte and nothing else
 };
 
-/// Parses weights written as one word per character: bytes in hexadecimal; "/mm" a mark; "~cc" an
-/// ignorable character; each "+" one significant letter; "-" a character without weight.
+/// Parses weights written as one word per character: bytes in hexadecimal; "/m" or "/mm" a mark;
+/// "~cc" an ignorable character; each "+" one significant letter; "-" a character without weight.
 template <std::size_t Count>
 consteval std::array<TextWeight, Count> parseWeights(std::string_view words) {
   const auto digit = [](char c) {

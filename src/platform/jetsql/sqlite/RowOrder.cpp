@@ -14,7 +14,7 @@
 namespace jetsql {
 namespace {
 
-/// The first byte of each term of a key. None is 0, the byte that ends a term.
+/// The first byte of each term of a key. None is 0, the byte that ends a term of variable length.
 constexpr char kNull = 1;
 constexpr char kNumber = 2;
 constexpr char kText = 3;
@@ -85,7 +85,7 @@ void RowOrder::add(const jet::Row& row, const ValueSource& source, bool descendi
 }
 
 /// Ends a term so that none is a prefix of another: zeros inside it are escaped, and an unescaped
-/// zero follows.
+/// zero follows. A number has a fixed length and stays as it is.
 void RowOrder::endTerm(std::size_t begin, bool descending) {
   constexpr char kMark = static_cast<char>(0xFF);
   if (keys_[begin] != kNumber) {

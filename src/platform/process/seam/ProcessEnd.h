@@ -15,7 +15,8 @@ struct ProcessEnd {
 ProcessEnd& processEnd();
 
 /// Resets the state of `Process.h` after the program's end, so that the next test starts like a new
-/// process. For tests only: the product's other libraries can't include this header.
+/// process. For tests, fuzz targets and benchmarks only: the product's other libraries can't
+/// include this header.
 void resetEnded();
 
 }  // namespace process

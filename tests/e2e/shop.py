@@ -4,6 +4,7 @@ import json
 import os
 import pathlib
 import shutil
+import stat
 import subprocess
 
 WHITE = 16777215
@@ -51,12 +52,15 @@ class Shop:
         shutil.copy(build.store(*store), self.database)
         self.write_settings("[comms]\nstorename=Demo\n")
 
-    # The settings store
+    # The settings store and the profile files
 
     def write_settings(self, text):
         file = self.settings / "program-settings" / "tavenor.ini"
         file.parent.mkdir(parents=True, exist_ok=True)
         file.write_text(text)
+
+    def touch_buttons_setting(self, section, key):
+        return profile_value(self.posdata / "FastTouchButtons.ini", section, key)
 
     # Layout files
 
@@ -67,6 +71,18 @@ class Shop:
 
     def write_layout(self, level, data):
         (self.posdata / f"FastMovers{level}.txt").write_bytes(data)
+
+    # The communications program
+
+    def install_communications(self):
+        """Installs a stand-in that records the settings at its start; returns a function that lists its records."""
+        path = self.folder / "tavenor_comms.exe"
+        path.write_text('#!/bin/sh\nd=$(dirname "$0")\n'
+                        'cat "$XDG_CONFIG_HOME/program-settings/tavenor.ini" >"$d/found.$$.part"\n'
+                        'echo "arguments: $#" >>"$d/found.$$.part"\n'
+                        'mv "$d/found.$$.part" "$d/found.$$"\n')
+        path.chmod(path.stat().st_mode | stat.S_IXUSR | stat.S_IXGRP | stat.S_IXOTH)
+        return lambda: sorted(self.folder.glob("found.*[0-9]"))
 
     # The store, read by an independent reader
 
@@ -81,6 +97,19 @@ class Shop:
         return {str(path.relative_to(self.folder)): path.read_bytes()
                 for path in sorted(self.folder.rglob("*"))
                 if path.is_file() and path != self.program}
+
+
+def profile_value(path, section, key):
+    """The value of a key in a section of a profile file; None if there is none."""
+    if not path.exists():
+        return None
+    inside = False
+    for line in path.read_bytes().decode("latin-1").splitlines():
+        if line.startswith("["):
+            inside = line.strip().lower() == f"[{section.lower()}]"
+        elif inside and "=" in line and line.split("=")[0].strip().lower() == key.lower():
+            return line.split("=", 1)[1]
+    return None
 
 
 def key_line(key, product="", caption="", back=WHITE, font=BUTTON_TEXT):

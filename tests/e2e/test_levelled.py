@@ -5,9 +5,10 @@ import signal
 import subprocess
 import time
 
+import controls
 from desktop import wait_until
 from harness import Case, Screen, Suite
-from shop import BUTTON_FACE, BUTTON_TEXT, layout
+from shop import BUTTON_FACE, BUTTON_TEXT, key_line, layout
 
 
 class Start(Case):
@@ -142,6 +143,23 @@ class DayOfWork(Case):
         self.assertEqual(screen.program.status(), 0)
         self.assertEqual(self.shop.files(), before)
 
+    def test_update_pos_writes_both_settings_and_starts_the_program_each_time(self):
+        notes = self.shop.install_communications()
+        screen = self.levelled()
+        screen.drag(0, 3)
+        screen.click("cmdUpdate")
+        wait_until(lambda: len(notes()) == 1, "the communications program")
+        screen.click("cmdUpdate", 0.2)  # at another point, so that it is no double click
+        wait_until(lambda: len(notes()) == 2, "the second start")
+        for note in notes():
+            found = note.read_text()
+            self.assertIn("UPDATE=PROGRAMDATA\n", found)
+            self.assertIn("FORMTOOPEN=UPDATEPOS\n", found)
+            self.assertLess(found.index("UPDATE="), found.index("FORMTOOPEN="))
+            self.assertIn("arguments: 0", found)
+        self.assertIsNone(self.shop.layout(1))
+        self.assertTrue(screen.program.running())
+
 
 class Colours(Case):
     """Colours keys by the real dialog."""
@@ -181,6 +199,58 @@ class Colours(Case):
             0: {"back": 0}, 4: {"product": 11, "caption": "Fish & Chips", "back": red,
                                 "font": yellow},
             5: {"font": red}, 6: {"product": 12, "caption": "<b>Bun</b>"}}))
+
+
+class Autofill(Case):
+    def filled(self, screen, stock, first):
+        """The captions that the keys show when the rows from id `first` on fill them in order."""
+        return {key: stock[first + key] for key in range(63) if stock[first + key]}
+
+    def setUp(self):
+        super().setUp()
+        self.stock = {row["id"]: row.get("description") or ""
+                      for row in self.shop.rows("tblStock")}
+
+    def arranged(self, screen):
+        """True if key i is in column i div 9, counted up from the bottom."""
+        for key in (0, 1, 8, 9, 62):
+            left, top, _, height = screen.key(key).box()
+            x, y = 180 + 1350 * (key // 9), 270 + 8640 - 1080 * (key % 9)
+            if (left - screen.left, top - screen.top) != (x // controls.TWIPS_PER_PIXEL, y // controls.TWIPS_PER_PIXEL):
+                return False
+        return True
+
+    def test_the_stock_fills_the_keys_level_by_level_and_the_choice_is_stored_at_once(self):
+        screen = self.levelled()
+        screen.tick("Check1")
+        screen.wait_captions(self.filled(screen, self.stock, 1))
+        self.assertTrue(self.arranged(screen))
+        self.assertIsNone(screen.item_list())
+        self.assertEqual(self.shop.touch_buttons_setting("SETTINGS", "AUTOFILL"), "1")
+        self.assertEqual(self.shop.touch_buttons_setting("SETTINGS", "ItemOne"), "BL")
+        screen.choose("cbLevel", 1)
+        screen.wait_captions(self.filled(screen, self.stock, 64))
+        screen.save()
+        self.assertEqual(self.shop.layout(2), layout(
+            {key: {"product": 64 + key, "caption": self.stock[64 + key]} for key in range(63)}))
+        screen.click("cmdClose")
+        screen.program.status()
+
+        # The next start opens this view, with level 1's saved layout over the stock rows.
+        self.shop.write_layout(1, b"".join(
+            key_line(key, 300 + key, f"From file {key}").encode() for key in range(10)))
+        screen = self.levelled()
+        expected = self.filled(screen, self.stock, 1)
+        expected.update({key: f"From file {key}" for key in range(10)})
+        screen.wait_captions(expected)
+        self.assertTrue(self.arranged(screen))
+        screen.tick("Check1")
+        box = self.message(screen.program, "Close the app and restart it.")
+        self.press(screen.program, box, "OK")
+        wait_until(lambda: self.shop.touch_buttons_setting("SETTINGS", "ItemOne") == "TL", "the corner")
+        self.assertEqual(self.shop.touch_buttons_setting("SETTINGS", "AUTOFILL"), "0")
+        self.assertTrue(self.arranged(screen))
+        self.assertIsNone(screen.item_list())
 
 
 class Pointer(Case):

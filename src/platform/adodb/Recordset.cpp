@@ -51,6 +51,7 @@ struct Recordset::Rows {
 /// each spelling.
 int Recordset::Rows::columnNamed(std::u16string_view name) {
   for (const auto& [spelling, column] : columnCache) {
+    // Cheaper than ==, which compares UTF-16 texts unit by unit.
     if (std::ranges::equal(spelling, name)) return column;
   }
   const auto& columns = result.columns();

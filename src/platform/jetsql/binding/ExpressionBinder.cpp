@@ -101,6 +101,11 @@ Type callType(const Function& function, const std::vector<BoundPtr>& arguments) 
   return isNumeric(type) || type == Type::Null ? calculatedFrom(type) : function.type;
 }
 
+void addArgument(BoundExpression& made, BoundPtr argument) {
+  made.hasAggregate = made.hasAggregate || argument->hasAggregate;
+  made.arguments.push_back(std::move(argument));
+}
+
 bool holds(const BoundFrom& item, const Source* source) {
   return item.source == source || std::ranges::any_of(item.sides, [source](const BoundFrom& side) {
            return holds(side, source);
@@ -123,8 +128,7 @@ BoundPtr ExpressionBinder::bind(const ParsedExpression& expression) const {
   if (expression.kind == Kind::Call) return bindCall(expression);
   BoundExpression made{expression.node()};
   for (const ParsedExpression& each : expression.arguments) {
-    made.arguments.push_back(bind(each));
-    made.hasAggregate = made.hasAggregate || made.arguments.back()->hasAggregate;
+    addArgument(made, bind(each));
   }
   if (expression.query) {
     made.query = queries_.bindWithin(*expression.query, scope_);
@@ -208,8 +212,7 @@ BoundPtr ExpressionBinder::bindCall(const ParsedExpression& expression) const {
   const ExpressionBinder arguments(queries_, scope_,
                                    function->isAggregate() ? Clause::InAggregate : clause_);
   for (const ParsedExpression& each : expression.arguments) {
-    made.arguments.push_back(arguments.bind(each));
-    made.hasAggregate = made.hasAggregate || made.arguments.back()->hasAggregate;
+    addArgument(made, arguments.bind(each));
   }
   made.type = callType(*function, made.arguments);
   return std::make_shared<const BoundExpression>(std::move(made));

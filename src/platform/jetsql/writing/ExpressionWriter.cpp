@@ -143,9 +143,9 @@ std::string ExpressionWriter::comparedAmong(const BoundExpression& expression,
 
 std::string ExpressionWriter::sorted(const BoundExpression& expression) {
   // SQLite would take an integer, with or without a sign, for a column's index.
-  const bool isNumber = (expression.kind >= Kind::Boolean && expression.kind <= Kind::Date) ||
-                        expression.op == Operator::Negate;
-  return isNumber ? "(" + value(expression) + " + 0)" : compared(expression);
+  const bool mayBeIndex = (expression.kind >= Kind::Boolean && expression.kind <= Kind::Date) ||
+                          expression.op == Operator::Negate;
+  return mayBeIndex ? "(" + value(expression) + " + 0)" : compared(expression);
 }
 
 std::string ExpressionWriter::asText(const BoundExpression& expression) {
@@ -329,11 +329,13 @@ std::string ExpressionWriter::subqueryCondition(const BoundExpression& expressio
   const bool isGuidText = how == Comparing::GuidText;
   const bool comparesExactly =
       areDecimals(type, tested.type) || (type == Type::Currency && isAmount(tested));
-  const std::string left = how == Comparing::Null ? "NULL"
-                           : isGuidText           ? asText(tested)
-                                        : valueAs(tested, comparesExactly ? type : Type::Double);
-  const std::string operand =
-      how == Comparing::Texts || isGuidText ? collated(left, Type::Any) : left;
+  std::string operand = "NULL";
+  if (isGuidText) {
+    operand = asText(tested);
+  } else if (how != Comparing::Null) {
+    operand = valueAs(tested, comparesExactly ? type : Type::Double);
+  }
+  if (how != Comparing::Plain) operand = collated(operand, Type::Any);
   std::string rows = "(" + writeQuery(writer_, inner, {.columns = {0}}) + ")";
   if (!comparesExactly && (type == Type::Currency || type == Type::Decimal)) {
     rows = "(SELECT " + converted("c0", type, Type::Double) + " AS c0 FROM " + rows + ")";

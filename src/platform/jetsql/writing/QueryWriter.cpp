@@ -78,13 +78,11 @@ class SelectWriter {
     }
     for (int i = 0; i < static_cast<int>(query_.columns.size()); ++i) {
       const BoundExpression& column = *query_.columns[static_cast<std::size_t>(i)].expression;
-      if (select_.distinct) {
-        const std::string value = expressions_.compared(column);
-        outputs.push_back(named(isOneGroup() ? ofTheGroup(value) : value, 'c', i));
-      } else if (request_.columns.contains(i)) {
-        const std::string value = expressions_.value(column);
-        outputs.push_back(named(isOneGroup() ? ofTheGroup(value) : value, 'c', i));
-      }
+      if (!select_.distinct && !request_.columns.contains(i)) continue;
+      std::string value =
+          select_.distinct ? expressions_.compared(column) : expressions_.value(column);
+      if (isOneGroup()) value.insert(0, "CASE WHEN count(*) >= 0 THEN ").append(" END");
+      outputs.push_back(named(value, 'c', i));
     }
     for (int i = 0; i < static_cast<int>(query_.orderBy.size()); ++i) {
       const BoundOrder& term = query_.orderBy[static_cast<std::size_t>(i)];
@@ -121,9 +119,6 @@ class SelectWriter {
   /// True where HAVING without GROUP BY makes one group of all rows, even if there are none. SQLite
   /// accepts such a HAVING only where an output has an aggregate.
   bool isOneGroup() const { return select_.having && select_.groupBy.empty(); }
-  static std::string ofTheGroup(const std::string& value) {
-    return "CASE WHEN count(*) >= 0 THEN " + value + " END";
-  }
 
   /// The first rows in the order, with all rows that are equal to the last of them.
   std::string ranked(const std::string& rows) {
